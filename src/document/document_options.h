@@ -1,0 +1,27 @@
+// The options that a document reads from Options.ini when it is created.
+#pragma once
+
+#include "platform/program_folder.h"
+
+namespace sonavel {
+
+// Missing keys read as 0.
+struct DocumentOptions {
+    int playbackDeviceId = 0;
+    int playbackBlockFrames = 0;
+    int recordDeviceId = 0;
+    int recordBlockFrames = 0;
+    int displaySampleData = 1;
+    int displaySeeker = 0;
+    int openAndPlay = 0;
+    int openAndMaximize = 0;
+    int openAndFullTimeZoom = 0;
+    int applyAutoSkipMode = 1;
+    int saveUndo = 1;
+    int playScrolling = 1;
+    int saveMarkers = 0;
+
+    static DocumentOptions Read(const ProgramFolder& folder);
+};
+
+}  // namespace sonavel

@@ -1,0 +1,33 @@
+// The questions and messages that the engine puts to the person. The desktop program shows boxes, the
+// batch tool prints and answers from a queue. All texts are UTF-8.
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+namespace sonavel {
+
+// Which channel a mono/stereo conversion keeps or fills; the values are those of the
+// conversions' mode numbers.
+enum class ChannelChoice { kLeft = 0, kRight = 1, kBothOrMix = 2 };
+
+// The direction of the conversion that is asked for.
+enum class ChannelConversion { kMonoToStereo, kStereoToMono };
+
+class UserPrompts {
+  public:
+    virtual ~UserPrompts() = default;
+
+    // A message box with OK only.
+    virtual void ShowMessage(std::string_view text) = 0;
+    // A short note in the status bar, for failures that have no box of their own.
+    virtual void ShowStatus(std::string_view text) = 0;
+    // True for OK, false for Cancel.
+    virtual bool AskOkCancel(std::string_view text, std::string_view caption) = 0;
+    // True for Yes, false for No.
+    virtual bool AskYesNo(std::string_view text, std::string_view caption) = 0;
+    // The dialog "Convert Channel Type"; nothing when it was cancelled.
+    virtual std::optional<ChannelChoice> AskChannelConversion(ChannelConversion conversion) = 0;
+};
+
+}  // namespace sonavel

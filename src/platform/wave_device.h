@@ -1,0 +1,99 @@
+// Wave-audio devices as the player and the recorder see them: a device takes prepared blocks one after
+// another, and marks each as done when it has played or filled it.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace sonavel {
+
+inline constexpr int kDefaultWaveDevice = -1;
+inline constexpr int kNoWaveDevice = -2;
+
+// 8-bit samples are unsigned bytes around 128, 16-bit samples little-endian signed words; frames are
+// interleaved, left first.
+struct WaveFormat {
+    std::uint16_t channels = 1;
+    std::uint32_t samplesPerSecond = 44100;
+    std::uint16_t bitsPerSample = 16;
+
+    std::uint32_t BlockAlign() const { return channels * (bitsPerSample / 8u); }
+};
+
+// One block of a device's ring. Between Write (or Add) and the done flag it belongs to the device,
+// which must not move it.
+struct WaveBlock {
+    std::vector<std::uint8_t> data;   // always played or offered whole
+    std::uint32_t recordedBytes = 0;  // input only: how much of it the device filled
+    std::atomic<bool> done{false};    // set by the device, cleared by Write and Add
+};
+
+// What every call returns: 0 for success, else 1 to 20, the platform's multimedia error codes.
+using WaveResult = int;
+inline constexpr WaveResult kWaveSuccess = 0;
+inline constexpr WaveResult kWaveUnexpectedError = 1;
+inline constexpr WaveResult kWaveBadDeviceId = 2;
+inline constexpr WaveResult kWaveNotEnabled = 3;
+inline constexpr WaveResult kWaveAllocated = 4;
+inline constexpr WaveResult kWaveInvalidHandle = 5;
+inline constexpr WaveResult kWaveNoDriver = 6;
+inline constexpr WaveResult kWaveNoMemory = 7;
+inline constexpr WaveResult kWaveNotSupported = 8;
+
+// Told that at least one block is done (several may share one call). It comes from the host's event
+// loop, on the thread that opened the device, never from inside a call of the device.
+using WaveBlockDone = std::function<void()>;
+
+class WaveOut {
+  public:
+    // Closes the device when it is open.
+    virtual ~WaveOut() = default;
+
+    // `deviceId`: kDefaultWaveDevice or an index of the host's device list.
+    virtual WaveResult Open(int deviceId, const WaveFormat& format, WaveBlockDone onBlockDone) = 0;
+    virtual WaveResult Prepare(WaveBlock& block) = 0;
+    virtual WaveResult Write(WaveBlock& block) = 0;
+    virtual WaveResult Pause() = 0;
+    virtual WaveResult Restart() = 0;
+    // Stops at once; every queued block comes back as done.
+    virtual WaveResult Reset() = 0;
+    virtual WaveResult Unprepare(WaveBlock& block) = 0;
+    virtual WaveResult Close() = 0;
+};
+
+class WaveIn {
+  public:
+    virtual ~WaveIn() = default;
+
+    virtual WaveResult Open(int deviceId, const WaveFormat& format, WaveBlockDone onBlockDone) = 0;
+    virtual WaveResult Prepare(WaveBlock& block) = 0;
+    virtual WaveResult Add(WaveBlock& block) = 0;
+    virtual WaveResult Start() = 0;
+    // Ends recording; the block being filled comes back as done with what it holds.
+    virtual WaveResult Stop() = 0;
+    virtual WaveResult Reset() = 0;
+    virtual WaveResult Unprepare(WaveBlock& block) = 0;
+    virtual WaveResult Close() = 0;
+};
+
+struct WaveDeviceInfo {
+    int id = kDefaultWaveDevice;
+    std::string name;
+};
+
+// The host's devices.
+class WaveDevices {
+  public:
+    virtual ~WaveDevices() = default;
+
+    virtual std::unique_ptr<WaveOut> CreateOut() = 0;
+    virtual std::unique_ptr<WaveIn> CreateIn() = 0;
+    virtual std::vector<WaveDeviceInfo> Outputs() const = 0;
+    virtual std::vector<WaveDeviceInfo> Inputs() const = 0;
+};
+
+}  // namespace sonavel

@@ -1,0 +1,38 @@
+// The one contiguous block that holds all frames of a sound. Growing and shrinking use realloc, which
+// moves large blocks by remapping their pages.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+namespace sonavel {
+
+class SoundBuffer {
+  public:
+    SoundBuffer() = default;
+    ~SoundBuffer();
+    SoundBuffer(SoundBuffer&& other) noexcept;
+    SoundBuffer& operator=(SoundBuffer&& other) noexcept;
+
+    // Replaces the block by one of `bytes` bytes of unspecified content. False when the memory cannot
+    // be had; the old block is then kept.
+    bool Allocate(std::size_t bytes);
+    // Keeps the first min(old, new) bytes; bytes gained are unspecified. On failure nothing changes.
+    bool Resize(std::size_t bytes);
+    // Makes this an equal block of its own. On failure nothing changes.
+    bool CopyFrom(const SoundBuffer& other);
+    void Free();
+
+    std::size_t Size() const { return size_; }
+    std::uint8_t* Data() { return data_; }
+    const std::uint8_t* Data() const { return data_; }
+    std::span<std::uint8_t> Bytes() { return {data_, size_}; }
+    std::span<const std::uint8_t> Bytes() const { return {data_, size_}; }
+
+  private:
+    std::uint8_t* data_ = nullptr;
+    std::size_t size_ = 0;
+};
+
+}  // namespace sonavel
