@@ -1,0 +1,109 @@
+#include "view/ui/command_menu.h"
+
+#include <QStringList>
+#include <QWidget>
+#include <algorithm>
+#include <vector>
+
+namespace sonavel {
+
+namespace {
+
+bool IsPlainKey(const QKeySequence& sequence) {
+    if (sequence.isEmpty()) return false;
+    const QKeyCombination key = sequence[0];
+    const bool functionKey = key.key() >= Qt::Key_F1 && key.key() <= Qt::Key_F35;
+    return !functionKey &&
+           !(key.keyboardModifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
+}
+
+bool HasOnlyPlainKeys(const QAction& action) {
+    const QList<QKeySequence> keys = action.shortcuts();
+    return !keys.isEmpty() && std::all_of(keys.begin(), keys.end(), IsPlainKey);
+}
+
+// A menu text may carry its key behind a tab, or behind a backspace for right alignment; the action
+// shows its own shortcut there.
+QString WithoutKeyText(const QString& text) {
+    const auto end =
+        std::find_if(text.begin(), text.end(), [](QChar c) { return c == u'\t' || c == u'\b'; });
+    return text.left(end - text.begin());
+}
+
+}  // namespace
+
+QList<QKeySequence> ShortcutsFromText(const char* text) {
+    QList<QKeySequence> result;
+    for (const QString& part : QString::fromUtf8(text).split(u';', Qt::SkipEmptyParts))
+        result << QKeySequence::fromString(part.trimmed(), QKeySequence::PortableText);
+    return result;
+}
+
+CommandActions::CommandActions(CommandRoute route, QObject* parent)
+    : QObject(parent), route_(std::move(route)) {}
+
+QAction* CommandActions::Add(const CommandInfo& info) {
+    QAction*& action = actions_[info.id];
+    if (action) return action;
+    action = new QAction(WithoutKeyText(QString::fromUtf8(info.menuText)), this);
+    action->setShortcuts(ShortcutsFromText(info.shortcut));
+    if (HasOnlyPlainKeys(*action)) action->setShortcutContext(Qt::WidgetShortcut);
+    action->setStatusTip(QString::fromUtf8(info.prompt));
+    action->setMenuRole(QAction::NoRole);
+    connect(action, &QAction::triggered, this, [this, id = info.id] { Run(id); });
+    connect(action, &QAction::hovered, this,
+            [this, action = action] { Q_EMIT PromptChanged(action->statusTip()); });
+    return action;
+}
+
+QAction* CommandActions::Action(int commandId) const {
+    const auto found = actions_.find(commandId);
+    return found == actions_.end() ? nullptr : found->second;
+}
+
+void CommandActions::Refresh() {
+    for (auto& [id, action] : actions_) {
+        CommandTarget* target = route_(id);
+        const CommandState state = target ? target->StateOfCommand(id) : CommandState{false, false};
+        if (target)
+            action->setText(WithoutKeyText(QString::fromStdString(target->MenuTextOfCommand(id))));
+        action->setEnabled(state.enabled);
+        if (state.checked) action->setCheckable(true);
+        action->setChecked(state.checked);
+    }
+}
+
+void CommandActions::AddPlainKeysTo(QWidget& widget) const {
+    for (const auto& [id, action] : actions_)
+        if (action->shortcutContext() == Qt::WidgetShortcut) widget.addAction(action);
+}
+
+void CommandActions::FillMenu(QMenu& menu, std::span<const MenuEntry> entries) {
+    connect(&menu, &QMenu::aboutToShow, this, &CommandActions::Refresh);
+    std::vector<QMenu*> open{&menu};
+    for (const MenuEntry& entry : entries) {
+        switch (entry.kind) {
+            case MenuEntry::Kind::kCommand:
+                if (QAction* action = Action(entry.commandId)) open.back()->addAction(action);
+                break;
+            case MenuEntry::Kind::kSeparator:
+                open.back()->addSeparator();
+                break;
+            case MenuEntry::Kind::kBeginMenu:
+                open.push_back(open.back()->addMenu(QString::fromUtf8(entry.title)));
+                break;
+            case MenuEntry::Kind::kEndMenu:
+                if (open.size() > 1) open.pop_back();
+                break;
+        }
+    }
+}
+
+void CommandActions::Run(int commandId) {
+    CommandTarget* target = route_(commandId);
+    const bool succeeded = target && target->RunCommand(commandId);
+    Refresh();
+    Q_EMIT CommandRun(commandId, succeeded);
+}
+
+}  // namespace sonavel

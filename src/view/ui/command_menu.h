@@ -1,0 +1,69 @@
+// Actions and menus made from command tables: one QAction for each command, shared by every menu,
+// bar and context menu that shows it.
+#pragma once
+
+#include <QAction>
+#include <QMenu>
+#include <functional>
+#include <span>
+#include <unordered_map>
+
+#include "platform/command_table.h"
+
+namespace sonavel {
+
+// A row of a menu's layout; the texts are string literals.
+struct MenuEntry {
+    enum class Kind { kCommand, kSeparator, kBeginMenu, kEndMenu };
+    Kind kind = Kind::kCommand;
+    int commandId = 0;
+    const char* title = "";  // of a submenu, with "&" before the access key
+
+    static constexpr MenuEntry Command(int id) { return {Kind::kCommand, id, ""}; }
+    static constexpr MenuEntry Separator() { return {Kind::kSeparator, 0, ""}; }
+    static constexpr MenuEntry Begin(const char* title) { return {Kind::kBeginMenu, 0, title}; }
+    static constexpr MenuEntry End() { return {Kind::kEndMenu, 0, ""}; }
+};
+
+// The object that handles a command just now: the active view, its document, the frame, or the
+// application. Null when none does.
+using CommandRoute = std::function<CommandTarget*(int commandId)>;
+
+class CommandActions : public QObject {
+    Q_OBJECT
+
+  public:
+    explicit CommandActions(CommandRoute route, QObject* parent = nullptr);
+
+    // Makes the action of a command; a command that has one keeps it.
+    QAction* Add(const CommandInfo& info);
+    // Null for a command that was never added.
+    QAction* Action(int commandId) const;
+    const std::unordered_map<int, QAction*>& All() const { return actions_; }
+
+    // Takes text, enabled and checked state of every action from the command's target.
+    void Refresh();
+    // The actions whose keys carry neither Ctrl nor Alt and are no function keys: they work while
+    // the widget has the focus, so that typing elsewhere stays typing.
+    void AddPlainKeysTo(QWidget& widget) const;
+    // Appends the entries; commands without an action are left out. The states are refreshed each
+    // time the menu opens.
+    void FillMenu(QMenu& menu, std::span<const MenuEntry> entries);
+
+  Q_SIGNALS:
+    // After a command ran, or was refused.
+    void CommandRun(int commandId, bool succeeded);
+    // The pointer is over the command in a menu or on a bar.
+    void PromptChanged(const QString& prompt);
+
+  private:
+    void Run(int commandId);
+
+    CommandRoute route_;
+    std::unordered_map<int, QAction*> actions_;
+};
+
+// "Ctrl+Home; Home" as key sequences.
+QList<QKeySequence> ShortcutsFromText(const char* text);
+
+}  // namespace sonavel
