@@ -1,0 +1,32 @@
+// The view's marker commands. Every change marks the sound modified and repaints what shows
+// markers.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "view/sound_view.h"
+
+namespace sonavel {
+
+// Adds a marker at the cursor.
+bool DropMarker(CSoundView& view);
+// Positions and lengths are clamped to the sound. The id is that of the new marker.
+std::uint32_t AddMarker(CSoundView& view, std::uint32_t position, std::string_view name,
+                        std::uint32_t length);
+// False when there is no marker of that id; an empty name keeps the old one.
+bool SetMarker(CSoundView& view, std::uint32_t id, std::uint32_t position, std::string_view name,
+               std::uint32_t length);
+bool DeleteMarker(CSoundView& view, std::uint32_t id);
+
+// The dialog "Marker": the list, a new marker, or the marker nearest to the cursor.
+bool EditMarkersInDialog(CSoundView& view);
+bool AddMarkerInDialog(CSoundView& view);
+bool EditMarkerInDialog(CSoundView& view, std::uint32_t id);
+// Deletes the marker nearest to the cursor.
+bool DeleteNearestMarker(CSoundView& view);
+// 0 without markers; the first of several at the same distance.
+std::uint32_t NearestMarkerId(const CSoundView& view, std::uint32_t frame);
+
+}  // namespace sonavel

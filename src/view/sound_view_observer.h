@@ -1,0 +1,51 @@
+// What a view asks of its window and of the program around it.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "view/view_geometry.h"
+
+namespace sonavel {
+
+class ClipRecord;
+
+enum class ViewArea { kWaveform, kHorizontalRuler, kVerticalRuler, kMarkerStrip, kAll };
+
+// The window of a view.
+class SoundViewObserver {
+  public:
+    virtual ~SoundViewObserver() = default;
+
+    virtual void Invalidate(ViewArea area) = 0;
+    // A part of the client area, such as the strip of the cursor.
+    virtual void InvalidateRectangle(const Rectangle& rectangle) = 0;
+    // A scroll state changed; the zoom pane of the status bar hangs on it too.
+    virtual void OnScrollChanged() = 0;
+    // Selection or cursor changed: the panes that show them, and the enabled commands.
+    virtual void OnSelectionChanged() = 0;
+    // The text of the state pane, such as "(Playing) ".
+    virtual void OnStatusText(std::string_view text) = 0;
+    enum class WaitCursor { kShow, kHide };
+    virtual void SetWaitCursor(WaitCursor cursor) = 0;
+    // For the play meter; peaks as the player reports them.
+    virtual void OnPeaks(std::int32_t left, std::int32_t right) = 0;
+    // The colours were loaded; the meter takes slots 0 to 2 and the channel count.
+    virtual void OnColoursChanged() = 0;
+    // The player started, paused or stopped.
+    virtual void OnTransportChanged() = 0;
+    virtual void MaximizeFrame() = 0;
+};
+
+// What a view asks of the program around it.
+class ViewHost {
+  public:
+    virtual ~ViewHost() = default;
+
+    // The clip last read from the clipboard, one for the whole program.
+    virtual ClipRecord& Clip() = 0;
+    // Opens a document that holds the clip. False when it cannot be made.
+    virtual bool NewDocumentFromClip() = 0;
+};
+
+}  // namespace sonavel

@@ -1,0 +1,90 @@
+// The command table of the view: playing, cursor, zoom, editing, history, markers, status format.
+#pragma once
+
+#include <span>
+#include <string>
+
+#include "platform/command_table.h"
+#include "view/sound_view.h"
+
+namespace sonavel {
+
+namespace view_command {
+enum Id : int {
+    kPlay = 32771,
+    kPlayLooped = 32772,
+    kPlayToEnd = 32773,
+    kStop = 32774,
+    kPause = 32775,
+    kRewind = 32776,
+    kForward = 32777,
+    kStart = 32778,
+    kEnd = 32780,
+    kZoomLevelIn = 32782,
+    kZoomLevelOut = 32783,
+    kZoomTimeIn = 32786,
+    kZoomTimeOut = 32787,
+    kZoomSelection = 32790,
+    kDelete = 32792,
+    kMix = 32794,
+    kPasteNew = 32795,
+    kPasteOverwrite = 32797,
+    kPasteReplicate = 32798,
+    kPasteBlockOverwrite = 32804,
+    kPasteBlockCopy = 32805,
+    kZoomUser = 32808,
+    kZoomDefault = 32809,
+    kStatusSample = 32835,
+    kStatusTime = 32836,
+    kStatusSecond = 32837,
+    kPreviewCut = 32840,
+    kPreRoll = 32841,
+    kZoomTimeFull = 32870,
+    kZoomLevelFull = 32871,
+    kGoToCursor = 32873,
+    kCrossfadeMix = 32914,
+    kDropMarker = 32915,
+    kMarkerDelete = 32916,
+    kMarkerAdd = 32917,
+    kMarkerEdit = 32918,
+    kCopy = 57634,
+    kCut = 57635,
+    kPaste = 57637,
+    kSelectAll = 57642,
+    kUndo = 57643,
+    kRedo = 57644,
+    // Keys and commands without an old number.
+    kClipboardContents = 33001,
+    kSpaceKey = 33010,
+    kCursorLeft = 33011,
+    kCursorRight = 33012,
+    kExtendLeft = 33013,
+    kExtendRight = 33014,
+    kExtendLeftFar = 33015,
+    kExtendRightFar = 33016,
+    kHome = 33017,
+    kEndKey = 33018,
+    kSelectToStart = 33019,
+    kSelectToEnd = 33020,
+};
+}  // namespace view_command
+
+// Rows with an empty menu text are keys that no menu shows. "Playback" and "Stop" both name the
+// space bar; the row kSpaceKey is the one that the key runs, so a front end binds the space bar to
+// it alone.
+std::span<const Command<CSoundView>> ViewCommands();
+
+// The view as menus and scripts see it.
+class SoundViewCommands : public TableCommandTarget<CSoundView> {
+  public:
+    explicit SoundViewCommands(CSoundView& view);
+
+    bool RunCommand(int id) override;
+    // Why the command is not offered just now; empty when it is.
+    std::string ReasonDisabled(int id) const;
+
+  private:
+    CSoundView& view_;
+};
+
+}  // namespace sonavel
