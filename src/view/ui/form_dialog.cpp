@@ -1,0 +1,147 @@
+#include "view/ui/form_dialog.h"
+
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace sonavel {
+
+namespace {
+
+constexpr int kHintRed = 0xC0;
+
+QFormLayout* MakeForm() {
+    auto* form = new QFormLayout;
+    form->setLabelAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    form->setFormAlignment(Qt::AlignLeft | Qt::AlignTop);
+    form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
+    form->setHorizontalSpacing(12);
+    return form;
+}
+
+}  // namespace
+
+FormDialog::FormDialog(const QString& title, QWidget* parent,
+                       QDialogButtonBox::StandardButtons buttons)
+    : QDialog(parent), body_(new QVBoxLayout), buttons_(new QDialogButtonBox(buttons, this)) {
+    setWindowTitle(title);
+    auto* outer = new QVBoxLayout(this);
+    outer->setSpacing(12);
+    outer->addLayout(body_);
+    outer->addWidget(buttons_);
+    SetSizing(Sizing::kFixed);
+    connect(buttons_, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(buttons_, &QDialogButtonBox::rejected, this, &QDialog::reject);
+}
+
+QFormLayout& FormDialog::AddForm(const QString& groupTitle) {
+    QFormLayout* form = MakeForm();
+    if (groupTitle.isEmpty()) {
+        body_->addLayout(form);
+    } else {
+        auto* group = new QGroupBox(groupTitle, this);
+        group->setLayout(form);
+        body_->addWidget(group);
+    }
+    return *form;
+}
+
+void FormDialog::SetOkEnabled(bool enabled) {
+    if (QPushButton* ok = buttons_->button(QDialogButtonBox::Ok)) ok->setEnabled(enabled);
+}
+
+void FormDialog::SetSizing(Sizing sizing) {
+    layout()->setSizeConstraint(sizing == Sizing::kFixed ? QLayout::SetFixedSize
+                                                         : QLayout::SetDefaultConstraint);
+}
+
+FieldHint::FieldHint(const QString& text, QWidget* parent) : QLabel(text, parent) {
+    QPalette warning = palette();
+    warning.setColor(QPalette::WindowText, QColor(kHintRed, 0, 0));
+    setPalette(warning);
+    QSizePolicy policy = sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    setSizePolicy(policy);
+    hide();
+}
+
+void FieldHint::SetShown(bool shown) {
+    setVisible(shown);
+}
+
+PercentSlider::PercentSlider(int highest, int value, QWidget* parent)
+    : QWidget(parent), slider_(new QSlider(Qt::Horizontal, this)), number_(new QSpinBox(this)) {
+    slider_->setRange(0, highest);
+    slider_->setPageStep(10);
+    slider_->setTickPosition(QSlider::TicksBelow);
+    slider_->setTickInterval(highest / 4);
+    slider_->setMinimumWidth(220);
+    number_->setRange(0, highest);
+    number_->setSuffix(QStringLiteral(" %"));
+    number_->setAlignment(Qt::AlignRight);
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(slider_, 1);
+    row->addWidget(number_);
+    setFocusProxy(slider_);
+    connect(slider_, &QSlider::valueChanged, number_, &QSpinBox::setValue);
+    connect(number_, &QSpinBox::valueChanged, slider_, &QSlider::setValue);
+    number_->setValue(value);
+}
+
+FrameTimeField::FrameTimeField(std::uint32_t highestFrame, std::uint32_t samplesPerSecond,
+                               QWidget* parent)
+    : QWidget(parent),
+      rate_(std::max(1u, samplesPerSecond)),
+      frame_(new QSpinBox(this)),
+      seconds_(new QDoubleSpinBox(this)) {
+    constexpr std::uint32_t kHighest = std::numeric_limits<int>::max();
+    frame_->setRange(0, static_cast<int>(std::min(highestFrame, kHighest)));
+    frame_->setAlignment(Qt::AlignRight);
+    seconds_->setDecimals(3);
+    seconds_->setSingleStep(0.1);
+    seconds_->setRange(0, std::ceil(highestFrame / rate_ * 1000) / 1000);
+    seconds_->setAlignment(Qt::AlignRight);
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(frame_, 1);
+    row->addWidget(new QLabel(tr("Sample"), this));
+    row->addSpacing(12);
+    row->addWidget(seconds_, 1);
+    row->addWidget(new QLabel(tr("Sec"), this));
+    setFocusProxy(frame_);
+    connect(frame_, &QSpinBox::valueChanged, this, &FrameTimeField::TakeFrame);
+    connect(seconds_, &QDoubleSpinBox::valueChanged, this, &FrameTimeField::TakeSeconds);
+}
+
+void FrameTimeField::SetFrame(std::uint32_t frame) {
+    const QSignalBlocker quiet(this);
+    frame_->setValue(static_cast<int>(
+        std::min<std::uint32_t>(frame, static_cast<std::uint32_t>(frame_->maximum()))));
+    TakeFrame(frame_->value());
+}
+
+void FrameTimeField::SelectFrameText() {
+    frame_->selectAll();
+}
+
+void FrameTimeField::TakeFrame(int frame) {
+    const QSignalBlocker quiet(seconds_);
+    seconds_->setValue(frame / rate_);
+    lastUnit_ = Unit::kFrame;
+    Q_EMIT Edited();
+}
+
+void FrameTimeField::TakeSeconds(double seconds) {
+    const QSignalBlocker quiet(frame_);
+    frame_->setValue(
+        static_cast<int>(std::min<double>(std::llround(seconds * rate_), frame_->maximum())));
+    lastUnit_ = Unit::kTime;
+    Q_EMIT Edited();
+}
+
+}  // namespace sonavel

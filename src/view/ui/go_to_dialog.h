@@ -1,0 +1,21 @@
+// The dialog "Go to Cursor": the place to go to, as a frame or as a time.
+#pragma once
+
+#include "view/ui/form_dialog.h"
+#include "view/view_dialogs.h"
+
+namespace sonavel {
+
+class GoToDialog : public FormDialog {
+    Q_OBJECT
+
+  public:
+    explicit GoToDialog(const GoToRequest& request, QWidget* parent = nullptr);
+    GoToChoice Choice() const;
+
+  private:
+    QLabel* timeText_;
+    FrameTimeField* place_;
+};
+
+}  // namespace sonavel

@@ -1,0 +1,62 @@
+#include "view/ui/level_dialogs.h"
+
+#include <QHBoxLayout>
+
+namespace sonavel {
+
+namespace {
+
+QLabel* RangeLabel(const MixRange& range, QWidget* parent) {
+    return new QLabel(QObject::tr("Start: %1    End: %2").arg(range.startFrame).arg(range.endFrame),
+                      parent);
+}
+
+PercentSlider* AddLevel(QFormLayout& form, const QString& label, int percent) {
+    auto* slider = new PercentSlider(kHighestMixPercent, percent);
+    form.addRow(label, slider);
+    return slider;
+}
+
+}  // namespace
+
+MixDialog::MixDialog(const MixRange& range, const MixChoice& initial, QWidget* parent)
+    : FormDialog(tr("Mix"), parent) {
+    Body().addWidget(RangeLabel(range, this));
+    clipboard_ = AddLevel(AddForm(tr("Clipboard")), tr("&Level"), initial.clipboardPercent);
+    destination_ = AddLevel(AddForm(tr("Destination")), tr("Le&vel"), initial.destinationPercent);
+    clipboard_->setFocus();
+}
+
+MixChoice MixDialog::Choice() const {
+    return {clipboard_->Value(), destination_->Value()};
+}
+
+CrossfadeDialog::CrossfadeDialog(const MixRange& range, const CrossfadeChoice& initial,
+                                 QWidget* parent)
+    : FormDialog(tr("Crossfade"), parent) {
+    Body().addWidget(RangeLabel(range, this));
+    QFormLayout& clipboard = AddForm(tr("Clipboard"));
+    clipboardStart_ = AddLevel(clipboard, tr("&Start Level"), initial.clipboardStartPercent);
+    clipboardEnd_ = AddLevel(clipboard, tr("&End Level"), initial.clipboardEndPercent);
+    QFormLayout& destination = AddForm(tr("Destination"));
+    destinationStart_ = AddLevel(destination, tr("S&tart Level"), initial.destinationStartPercent);
+    destinationEnd_ = AddLevel(destination, tr("E&nd Level"), initial.destinationEndPercent);
+    clipboardStart_->setFocus();
+}
+
+CrossfadeChoice CrossfadeDialog::Choice() const {
+    return {clipboardStart_->Value(), clipboardEnd_->Value(), destinationStart_->Value(),
+            destinationEnd_->Value()};
+}
+
+PasteReplicateDialog::PasteReplicateDialog(int initial, QWidget* parent)
+    : FormDialog(tr("Paste Replicate"), parent), count_(new QSpinBox(this)) {
+    count_->setRange(1, kHighestReplicateCount);
+    count_->setValue(initial);
+    count_->setAlignment(Qt::AlignRight);
+    AddForm().addRow(tr("&How many times do you paste?"), count_);
+    count_->setFocus();
+    count_->selectAll();
+}
+
+}  // namespace sonavel

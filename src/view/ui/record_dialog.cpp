@@ -1,0 +1,112 @@
+#include "view/ui/record_dialog.h"
+
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QRadioButton>
+
+namespace sonavel {
+
+namespace {
+
+constexpr int kRates[] = {6000,  8000,  11025, 12000, 16000, 22050,
+                          24000, 32000, 44100, 48000, 60000};
+
+void AddChoice(QButtonGroup& group, QBoxLayout& column, const QString& text, int id) {
+    auto* button = new QRadioButton(text);
+    group.addButton(button, id);
+    column.addWidget(button);
+}
+
+}  // namespace
+
+RecordDialog::RecordDialog(const RecordRequest& request, QWidget* parent)
+    : FormDialog(tr("Record"), parent),
+      request_(request),
+      rate_(new QComboBox(this)),
+      newWindow_(new QCheckBox(tr("&New Window"), this)),
+      waiting_(new QCheckBox(tr("&Waiting"), this)),
+      waitingLabel_(new QLabel(tr("Waiting Time(1/10 Sec ) :"), this)),
+      waitingTenths_(new QSpinBox(this)) {
+    AddFormat();
+    AddTarget();
+    const bool hasDocument = request_.documentFormat.has_value();
+    ShowFormat(hasDocument ? *request_.documentFormat : request_.initial.format);
+    newWindow_->setChecked(!hasDocument);
+    newWindow_->setEnabled(hasDocument);
+    LockFormat(hasDocument);
+    connect(newWindow_, &QCheckBox::toggled, this, &RecordDialog::OnNewWindowToggled);
+}
+
+void RecordDialog::AddFormat() {
+    for (int rate : kRates) rate_->addItem(QString::number(rate));
+    AddForm().addRow(tr("Sampling &Rate:"), rate_);
+    auto* columns = new QHBoxLayout;
+    auto* channels = new QVBoxLayout;
+    AddChoice(channels_, *channels, tr("&Mono Channel"), 1);
+    AddChoice(channels_, *channels, tr("&Stereo Channel"), 2);
+    auto* bits = new QVBoxLayout;
+    AddChoice(bits_, *bits, tr("&8 Bits Data"), 8);
+    AddChoice(bits_, *bits, tr("&16 Bit Data"), 16);
+    columns->addLayout(channels);
+    columns->addSpacing(24);
+    columns->addLayout(bits);
+    Body().addLayout(columns);
+}
+
+void RecordDialog::AddTarget() {
+    Body().addSpacing(6);
+    Body().addWidget(newWindow_);
+    Body().addWidget(waiting_);
+    waitingTenths_->setRange(0, kHighestWaitingTenths);
+    waitingTenths_->setValue(request_.initial.waitingTenths);
+    waitingTenths_->setAlignment(Qt::AlignRight);
+    auto* row = new QHBoxLayout;
+    row->addSpacing(24);
+    row->addWidget(waitingLabel_);
+    row->addWidget(waitingTenths_);
+    Body().addLayout(row);
+    const auto follow = [this](bool on) {
+        waitingLabel_->setEnabled(on);
+        waitingTenths_->setEnabled(on);
+    };
+    connect(waiting_, &QCheckBox::toggled, this, follow);
+    waiting_->setChecked(request_.initial.waiting);
+    follow(waiting_->isChecked());
+}
+
+void RecordDialog::ShowFormat(const NewSoundChoice& format) {
+    const QString rate = QString::number(format.samplesPerSecond);
+    if (rate_->findText(rate) < 0) rate_->addItem(rate);
+    rate_->setCurrentText(rate);
+    if (QAbstractButton* button = channels_.button(static_cast<int>(format.channels)))
+        button->setChecked(true);
+    if (QAbstractButton* button = bits_.button(static_cast<int>(format.bits)))
+        button->setChecked(true);
+}
+
+void RecordDialog::LockFormat(bool locked) {
+    rate_->setEnabled(!locked);
+    for (const QButtonGroup* group : {&channels_, &bits_})
+        for (QAbstractButton* button : group->buttons())
+            button->setEnabled(!locked || button->isChecked());
+}
+
+void RecordDialog::OnNewWindowToggled(bool on) {
+    if (!request_.documentFormat) return;
+    if (!on) ShowFormat(*request_.documentFormat);
+    LockFormat(!on);
+}
+
+RecordChoice RecordDialog::Choice() const {
+    RecordChoice choice;
+    choice.target = newWindow_->isChecked() ? RecordChoice::Target::kNewDocument
+                                            : RecordChoice::Target::kActiveDocument;
+    choice.format = {rate_->currentText().toUInt(), static_cast<unsigned>(channels_.checkedId()),
+                     static_cast<unsigned>(bits_.checkedId())};
+    choice.waiting = waiting_->isChecked();
+    choice.waitingTenths = waitingTenths_->value();
+    return choice;
+}
+
+}  // namespace sonavel

@@ -1,0 +1,37 @@
+// The dialog "Record": where the recording goes and in which format.
+#pragma once
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QComboBox>
+
+#include "view/ui/form_dialog.h"
+#include "view/view_dialogs.h"
+
+namespace sonavel {
+
+class RecordDialog : public FormDialog {
+    Q_OBJECT
+
+  public:
+    explicit RecordDialog(const RecordRequest& request, QWidget* parent = nullptr);
+    RecordChoice Choice() const;
+
+  private:
+    void AddFormat();
+    void AddTarget();
+    void ShowFormat(const NewSoundChoice& format);
+    void LockFormat(bool locked);
+    void OnNewWindowToggled(bool on);
+
+    RecordRequest request_;
+    QComboBox* rate_;
+    QButtonGroup channels_;  // ids are the channel counts
+    QButtonGroup bits_;      // ids are the bits of a sample
+    QCheckBox* newWindow_;
+    QCheckBox* waiting_;
+    QLabel* waitingLabel_;
+    QSpinBox* waitingTenths_;
+};
+
+}  // namespace sonavel
