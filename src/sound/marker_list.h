@@ -8,7 +8,8 @@
 
 namespace sonavel {
 
-// A cue point with its label and its region, holding what the chunks "cue ", "labl" and "ltxt" hold.
+// A cue point with its label and its region, holding what the chunks "cue ", "labl" and "ltxt"
+// hold.
 struct Marker {
     std::uint32_t id = 0;
     std::uint32_t position = 0;  // frame
@@ -32,9 +33,9 @@ class MarkerList {
     // The new marker's id is the count + 1, even where that id exists; an empty name becomes
     // "Marker %d" with the id. Returns the id.
     std::uint32_t Add(std::uint32_t position, std::string_view name, std::uint32_t length);
-    // Changes the first marker of that id; an empty name keeps the old one. False when there is none.
-    bool Set(std::uint32_t id, std::uint32_t position, std::string_view name,
-             std::uint32_t length);
+    // Changes the first marker of that id; an empty name keeps the old one. False when there is
+    // none.
+    bool Set(std::uint32_t id, std::uint32_t position, std::string_view name, std::uint32_t length);
     // Removes the first marker of that id and renumbers nothing. False when there is none.
     bool Remove(std::uint32_t id);
     const Marker* Find(std::uint32_t id) const;

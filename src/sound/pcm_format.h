@@ -21,8 +21,8 @@ struct PcmFormat {
 // The consistent record for 8 or 16 bits and 1 or 2 channels.
 PcmFormat MakePcmFormat(unsigned channels, unsigned bits, std::uint32_t samplesPerSecond);
 
-// True for what the editor can hold: PCM, 1 or 2 channels, 8 or 16 bits, a rate above 0, and a block
-// align that fits them.
+// True for what the editor can hold: PCM, 1 or 2 channels, 8 or 16 bits, a rate above 0, and a
+// block align that fits them.
 bool IsEditable(const PcmFormat& format);
 
 }  // namespace sonavel

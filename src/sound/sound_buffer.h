@@ -1,5 +1,5 @@
-// The one contiguous block that holds all frames of a sound. Growing and shrinking use realloc, which
-// moves large blocks by remapping their pages.
+// The one contiguous block that holds all frames of a sound. Growing and shrinking use realloc,
+// which moves large blocks by remapping their pages.
 #pragma once
 
 #include <cstddef>
@@ -15,10 +15,11 @@ class SoundBuffer {
     SoundBuffer(SoundBuffer&& other) noexcept;
     SoundBuffer& operator=(SoundBuffer&& other) noexcept;
 
-    // Replaces the block by one of `bytes` bytes of unspecified content. False when the memory cannot
-    // be had; the old block is then kept.
+    // Replaces the block by one of `bytes` bytes of unspecified content. False when the memory
+    // cannot be had; the old block is then kept.
     bool Allocate(std::size_t bytes);
-    // Keeps the first min(old, new) bytes; bytes gained are unspecified. On failure nothing changes.
+    // Keeps the first min(old, new) bytes; bytes gained are unspecified. On failure nothing
+    // changes; becoming smaller does not fail.
     bool Resize(std::size_t bytes);
     // Makes this an equal block of its own. On failure nothing changes.
     bool CopyFrom(const SoundBuffer& other);

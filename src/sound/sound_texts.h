@@ -6,8 +6,8 @@
 
 namespace sonavel {
 
-// "00:01:05.500". The leading zero of the seconds is chosen before the rounding to three decimals, so
-// 9.9996 gives "00:00:010.000".
+// "00:01:05.500". The leading zero of the seconds is chosen before the rounding to three decimals,
+// so 9.9996 gives "00:00:010.000".
 std::string TimeText(double seconds);
 std::string RateText(std::uint32_t samplesPerSecond);  // "44,100 Hz"
 std::string BitsText(unsigned bits);                   // "16-bit"

@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/progress_window.h"
 #include "platform/user_prompts.h"
@@ -15,6 +16,9 @@
 #include "sound/sound_buffer.h"
 
 namespace sonavel {
+
+// The most that a sound may hold: its size is a signed 32-bit number in files and devices.
+inline constexpr std::uint32_t kMaxSoundBytes = 0x7FFFFFFF;
 
 // A sound apart from any document: what an undo step or a clip keeps.
 struct SoundCopy {
@@ -25,8 +29,8 @@ struct SoundCopy {
 
 enum class WavOpenMode { kReadAll = 2, kProbe = 3 };
 
-// Whether a WAV save writes the markers. kOff stands for "no active view, or its document's option is
-// off", which makes the save report failure behind the data.
+// Whether a WAV save writes the markers. kOff stands for "no active view, or its document's option
+// is off", which makes the save report failure behind the data.
 enum class MarkerSaving { kOff, kOn };
 
 class CWave {
@@ -45,6 +49,13 @@ class CWave {
                 std::uint32_t frames);
     // Takes over a sound; marks nothing modified.
     void Adopt(SoundCopy&& sound);
+    // Puts another sound in and gives back the one it held; copies no samples, marks nothing
+    // modified.
+    SoundCopy Exchange(SoundCopy&& sound) {
+        SoundCopy old{format_, std::move(buffer_), std::move(markers_)};
+        Adopt(std::move(sound));
+        return old;
+    }
     // Format, samples and markers; nothing when the memory cannot be had.
     std::optional<SoundCopy> CopySound() const;
 
@@ -69,7 +80,8 @@ class CWave {
 
     // --- Samples --------------------------------------------------------------------------------
 
-    // Signed; 16-bit as stored, 8-bit as 128 - byte (-127..128). 0 at or beyond the end of the data.
+    // Signed; 16-bit as stored, 8-bit as 128 - byte (-127..128). 0 at or beyond the end of the
+    // data.
     std::int32_t GetSample(unsigned channel, std::uint32_t frame) const;
     // Stores the low bits (8-bit: the byte 128 - value). Ignored beyond the end of the data.
     void SetSample(unsigned channel, std::uint32_t frame, std::int32_t value);
@@ -77,7 +89,7 @@ class CWave {
     // bits 0 stands for the sound's own.
     std::uint32_t GetMaxValue(unsigned bits = 0) const;
 
-    // --- Changes of format ----------------------------------------------------------------------
+    // --- Changes of format; each marks the sound modified where it changes it --------------------
 
     // Only the rate: the frames are kept and play faster or slower.
     void SetRate(std::uint32_t samplesPerSecond);
@@ -86,10 +98,13 @@ class CWave {
     // Between 1 and 2 channels, likewise.
     bool ConvertChannels(unsigned channels, ChannelChoice choice);
 
-    // --- Changes of content; each marks the sound modified and moves the markers --------------------
+    // --- Changes of content; each marks the sound modified and moves the markers
+    // --------------------
 
-    // Inserts whole frames of the sound's own format. False when the memory cannot be had.
+    // Inserts whole frames of the sound's own format, which must not lie in this sound's own block.
+    // False when the memory cannot be had.
     bool InsertFrames(std::uint32_t frame, std::span<const std::uint8_t> bytes);
+    // False when the range holds no frame of the sound.
     bool RemoveFrames(std::uint32_t startFrame, std::uint32_t endFrame);
     // Makes the sound longer by silence (8-bit 128, 16-bit 0) up to `frames`; never shorter.
     bool GrowWithSilence(std::uint32_t frames);
@@ -103,13 +118,13 @@ class CWave {
 
     // --- Files ----------------------------------------------------------------------------------
 
-    // Reads a RIFF WAVE file, or with kProbe its format and sizes alone. On failure the sound is
-    // unchanged and LastError() says why.
+    // Reads a RIFF WAVE file, or with kProbe its format and sizes alone, which leaves the sound as
+    // it is. On failure the sound is unchanged and LastError() says why.
     bool Open(const std::filesystem::path& path, WavOpenMode mode);
     // True when the file can be probed and holds PCM.
     bool IsPCM(const std::filesystem::path& path);
-    // Writes the sound as a RIFF WAVE file: to a temporary file beside `path`, then renamed over it.
-    // With MarkerSaving::kOff the file is written without markers and the save still fails.
+    // Writes the sound as a RIFF WAVE file: to a temporary file beside `path`, then renamed over
+    // it. With MarkerSaving::kOff the file is written without markers and the save still fails.
     bool Save(const std::filesystem::path& path, MarkerSaving markers);
 
     bool GetModified() const { return modified_; }
@@ -119,6 +134,8 @@ class CWave {
     void SetLastError(std::string_view text) { lastError_ = text; }
     // Stores the text as the last error and shows it in a message box.
     void ReportError(std::string_view text);
+    // Likewise, but in the status bar, for failures that have no box of their own.
+    void ReportInStatus(std::string_view text);
     // The text of a multimedia error code 1 to 20 becomes the last error; then the last error, when
     // there is one, is shown.
     void ReportDeviceError(int code);

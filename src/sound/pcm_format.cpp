@@ -1,0 +1,23 @@
+#include "sound/pcm_format.h"
+
+namespace sonavel {
+
+PcmFormat MakePcmFormat(unsigned channels, unsigned bits, std::uint32_t samplesPerSecond) {
+    PcmFormat format;
+    format.channels = static_cast<std::uint16_t>(channels);
+    format.bitsPerSample = static_cast<std::uint16_t>(bits);
+    format.blockAlign = static_cast<std::uint16_t>(bits / 8 * channels);
+    format.samplesPerSecond = samplesPerSecond;
+    format.averageBytesPerSecond = samplesPerSecond * format.blockAlign;
+    return format;
+}
+
+bool IsEditable(const PcmFormat& format) {
+    const bool channelsFit = format.channels == 1 || format.channels == 2;
+    const bool bitsFit = format.bitsPerSample == 8 || format.bitsPerSample == 16;
+    return format.formatTag == kPcmFormatTag && channelsFit && bitsFit &&
+           format.samplesPerSecond > 0 &&
+           format.blockAlign == format.bitsPerSample / 8 * format.channels;
+}
+
+}  // namespace sonavel

@@ -1,0 +1,57 @@
+#include "sound/sound_buffer.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <utility>
+
+namespace sonavel {
+
+SoundBuffer::~SoundBuffer() {
+    Free();
+}
+
+SoundBuffer::SoundBuffer(SoundBuffer&& other) noexcept
+    : data_(std::exchange(other.data_, nullptr)), size_(std::exchange(other.size_, 0)) {}
+
+SoundBuffer& SoundBuffer::operator=(SoundBuffer&& other) noexcept {
+    std::swap(data_, other.data_);
+    std::swap(size_, other.size_);
+    return *this;
+}
+
+bool SoundBuffer::Allocate(std::size_t bytes) {
+    void* block = bytes ? std::malloc(bytes) : nullptr;
+    if (bytes && !block) return false;
+    Free();
+    data_ = static_cast<std::uint8_t*>(block);
+    size_ = bytes;
+    return true;
+}
+
+bool SoundBuffer::Resize(std::size_t bytes) {
+    if (bytes == 0) {
+        Free();
+        return true;
+    }
+    if (void* block = std::realloc(data_, bytes))
+        data_ = static_cast<std::uint8_t*>(block);
+    else if (bytes > size_)
+        return false;
+    size_ = bytes;
+    return true;
+}
+
+bool SoundBuffer::CopyFrom(const SoundBuffer& other) {
+    if (this == &other) return true;
+    if (!Allocate(other.size_)) return false;
+    if (size_) std::memcpy(data_, other.data_, size_);
+    return true;
+}
+
+void SoundBuffer::Free() {
+    std::free(data_);
+    data_ = nullptr;
+    size_ = 0;
+}
+
+}  // namespace sonavel
