@@ -1,0 +1,53 @@
+// The greatest and least sample of every 256 frames, per channel: what columns of many frames are
+// drawn from.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "sound/wave.h"
+
+namespace sonavel {
+
+struct SampleExtremes {
+    std::int32_t maximum = 0;
+    std::int32_t minimum = 0;
+
+    bool operator==(const SampleExtremes&) const = default;
+};
+
+class BlockExtremes {
+  public:
+    static constexpr std::int64_t kFramesPerBlock = 256;
+
+    // Reads the blocks anew from the one that holds `firstChangedFrame` to the end, the last,
+    // partial block included; all of them when the channel count is another than before. The caller
+    // passes 0 when the sample width may have changed.
+    void Rebuild(const CWave& wave, std::int64_t firstChangedFrame);
+
+    std::size_t BlockCount() const { return blockCount_; }
+    unsigned Channels() const { return channels_; }
+    // One value a block; signed as CWave::GetSample gives them. Empty for a channel the sound
+    // lacks.
+    std::span<const std::int16_t> Maxima(unsigned channel) const;
+    std::span<const std::int16_t> Minima(unsigned channel) const;
+
+    // Over the blocks in which the frames startFrame, startFrame + 256, ... below endFrame lie; a
+    // block behind the last counts as silence. At least one frame.
+    SampleExtremes Over(unsigned channel, std::int64_t startFrame, std::int64_t endFrame) const;
+
+  private:
+    struct ChannelBlocks {
+        std::vector<std::int16_t> maxima;
+        std::vector<std::int16_t> minima;
+    };
+
+    unsigned channels_ = 0;
+    std::size_t blockCount_ = 0;
+    std::array<ChannelBlocks, 2> blocks_;
+};
+
+}  // namespace sonavel

@@ -1,0 +1,38 @@
+// The display and grid settings that a view reads from the initialisation files at its first show
+// and whenever the preferences change. A missing key reads as 0.
+#pragma once
+
+#include "platform/profile_file.h"
+
+namespace sonavel {
+
+struct DisplaySettings {
+    int horizontalRuler = 1;
+    int verticalRuler = 1;
+    int centreLine = 1;
+
+    static DisplaySettings Read(const ProfileFile& display);
+};
+
+enum class GridPlace { kBehindWaveform, kInFront, kNowhere };
+
+struct GridSettings {
+    int timeGrid = 0;
+    int levelGrid = 0;
+    int timeLabels = 0;
+    int type = 0;      // 1: at the ruler's ticks, else at the spacing in milliseconds
+    int location = 0;  // 1 behind the waveform, 0 in front, else no grid
+    int widthSpacingMs = 1000;
+    int heightSpacingPercent = 50;  // of full scale
+
+    static GridSettings Read(const ProfileFile& options);
+    GridPlace Place() const;
+};
+
+enum class StatusFormat { kSample = 0, kTime = 1, kSecond = 2 };
+
+// Another number than 0 to 2 reads as the time format.
+StatusFormat ReadStatusFormat(const ProfileFile& options);
+bool WriteStatusFormat(ProfileFile& options, StatusFormat format);
+
+}  // namespace sonavel

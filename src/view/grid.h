@@ -1,0 +1,50 @@
+// The time and level grid of one lane as plain numbers: line segments and labels in client
+// coordinates.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "view/display_settings.h"
+#include "view/pixel_map.h"
+#include "view/rectangle.h"
+#include "view/rulers.h"
+#include "view/scroll_state.h"
+#include "view/text_width.h"
+
+namespace sonavel {
+
+// Horizontal or vertical; the second point is outside, as that of a half-open range.
+struct GridLine {
+    int x0 = 0;
+    int y0 = 0;
+    int x1 = 0;
+    int y1 = 0;
+
+    bool operator==(const GridLine&) const = default;
+};
+
+// The text is centred in its rectangle.
+struct GridLabel {
+    Rectangle area;
+    std::string text;
+};
+
+struct Grid {
+    std::vector<GridLine> lines;
+    std::vector<GridLabel> labels;
+};
+
+struct GridRequest {
+    Rectangle lane;
+    PixelMap map;
+    ScrollState vertical;
+    std::uint32_t rate = 0;  // CWave::GetRate()
+    GridSettings settings;
+    StatusFormat format = StatusFormat::kTime;  // of the labels at the ruler's ticks
+};
+
+// What the settings show, time lines first; where they show it is for GridSettings::Place().
+Grid LayOutGrid(const GridRequest& request, const TextWidth& textWidth);
+
+}  // namespace sonavel

@@ -1,0 +1,67 @@
+// The rulers at the edges of the waveform as plain numbers: ticks and labels in client coordinates.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "view/display_settings.h"
+#include "view/level_map.h"
+#include "view/pixel_map.h"
+#include "view/rectangle.h"
+#include "view/selection.h"
+#include "view/text_width.h"
+
+namespace sonavel {
+
+enum class TickSize { kMinor, kMajor };
+
+struct TimeTick {
+    std::int64_t frame = 0;
+    int x = 0;
+    TickSize size = TickSize::kMinor;
+
+    bool operator==(const TimeTick&) const = default;
+};
+
+// A label stands right of its major tick, from `x` on.
+struct TimeLabel {
+    std::int64_t frame = 0;
+    int x = 0;
+    std::string text;
+};
+
+struct HorizontalRulerRequest {
+    Rectangle area;  // the waveform's left edge to the right end of the ruler
+    PixelMap map;
+    std::uint32_t samplesPerSecond = 0;
+    StatusFormat format = StatusFormat::kTime;
+    std::int64_t cursor = 0;
+    Selection selection;
+};
+
+// Where the cursor and the ends of the selection are marked; nothing where they are out of sight.
+struct HorizontalRuler {
+    std::vector<TimeTick> ticks;    // from left to right, within the area and the sound
+    std::vector<TimeLabel> labels;  // never touching; the first may begin left of the area
+    std::optional<int> cursorX;
+    std::optional<int> selectionStartX;
+    std::optional<int> selectionEndX;
+};
+
+HorizontalRuler LayOutHorizontalRuler(const HorizontalRulerRequest& request,
+                                      const TextWidth& textWidth);
+
+struct LevelTick {
+    int y = 0;          // client coordinates; the tick is 3 pixels long from the ruler's left edge
+    int percent = 0;    // -100 .. 100
+    std::string label;  // empty without one
+    int labelX = 0;     // left and top of the label
+    int labelY = 0;
+};
+
+// The ticks beside one lane: `ruler` has the lane's top and bottom.
+std::vector<LevelTick> LayOutVerticalRuler(const Rectangle& ruler, const LevelMap& levels);
+
+}  // namespace sonavel

@@ -1,0 +1,25 @@
+// The texts that a view shows in the status line of its frame.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "sound/wave.h"
+#include "view/display_settings.h"
+#include "view/selection.h"
+
+namespace sonavel {
+
+// "Zoom (1 : 64) 100.000%"; empty unless the percentage is above 0.
+std::string ZoomText(std::int64_t framesPerPixel, double timePercent);
+
+// "(Sample Value) Left,Right : -12, 40" of a frame; one value for a mono sound.
+std::string SampleValuesText(const CWave& wave, std::int64_t frame);
+
+// A position or a length: "44100", "00:00:01.000" or "1.000".
+std::string PositionText(StatusFormat format, std::int64_t frame, std::uint32_t samplesPerSecond);
+// "START - END (LENGTH)"; empty for an empty selection.
+std::string SelectionText(StatusFormat format, const Selection& selection,
+                          std::uint32_t samplesPerSecond);
+
+}  // namespace sonavel

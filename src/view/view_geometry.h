@@ -1,0 +1,47 @@
+// Where the parts of a view lie within its client area.
+#pragma once
+
+#include "view/pixel_map.h"
+#include "view/rectangle.h"
+#include "view/selection.h"
+
+namespace sonavel {
+
+enum class RulerVisibility { kHidden, kShown };
+
+struct GeometryRequest {
+    Rectangle client;
+    RulerVisibility horizontalRuler = RulerVisibility::kShown;
+    RulerVisibility verticalRuler = RulerVisibility::kShown;
+    int verticalScrollBarWidth = 16;  // the host's own
+};
+
+// A client area too small for a part gives that part no width or no height, never a negative one.
+struct ViewGeometry {
+    Rectangle horizontalScrollBar;
+    Rectangle verticalScrollBar;
+    Rectangle timeZoomButton;
+    Rectangle levelZoomButton;
+    Rectangle zoomerButton;
+    Rectangle waveform;
+    Rectangle verticalRuler;
+    Rectangle markerStrip;
+    Rectangle horizontalRuler;
+
+    static ViewGeometry Layout(const GeometryRequest& request);
+
+    // The rectangle in which a channel is drawn: the whole waveform for mono, a half each for
+    // stereo.
+    Rectangle Lane(unsigned channel, unsigned channels) const;
+
+    bool operator==(const ViewGeometry&) const = default;
+};
+
+// What lies over the waveform, in client coordinates; empty rectangles where nothing is to be seen.
+// The background of the selection reaches from its first to its last column, one pixel to the
+// right.
+Rectangle SelectionRect(const Rectangle& waveform, const PixelMap& map, const Selection& selection);
+// The one-pixel column of the cursor; it stays inside at the waveform's right edge.
+Rectangle CursorRect(const Rectangle& waveform, const PixelMap& map, std::int64_t cursor);
+
+}  // namespace sonavel
