@@ -1,11 +1,16 @@
-// CWavePlayer: a sound that plays itself through a ring of ten device blocks.
+// CWavePlayer: a sound that plays itself through a ring of ten device blocks, and that records into
+// itself.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <memory>
 #include <string_view>
 
+#include "audio/block_ring.h"
+#include "audio/peak_search.h"
+#include "audio/play_source.h"
+#include "audio/player_observer.h"
+#include "audio/recorder.h"
 #include "platform/wave_device.h"
 #include "sound/wave.h"
 
@@ -13,50 +18,42 @@ namespace sonavel {
 
 enum class PlayState { kStopped = 0, kPlaying = 1, kPaused = 3, kRecording = 4 };
 
-// Who shows what the player does. All calls come on the user-interface thread.
-class PlayerObserver {
-  public:
-    virtual ~PlayerObserver() = default;
-
-    // Byte offset of the oldest queued block, of `totalBytes`; equal to it when playing has ended.
-    virtual void OnPlayPosition(std::uint32_t positionBytes, std::uint32_t totalBytes) = 0;
-    // "(Stopped) ", "(Playing) ", "(Pausing) "; the frame is that of the current position.
-    virtual void OnPlayState(std::string_view stateText, std::uint32_t frame) = 0;
-    // Peaks of both meter channels as sample magnitudes; -999999 for an empty range.
-    virtual void OnPeaks(std::int32_t left, std::int32_t right) = 0;
-    // Playing has stopped and the device is closed.
-    virtual void OnStopped() = 0;
-};
-
 class CWavePlayer : public CWave {
   public:
-    static constexpr int kBlockCount = 10;
+    static constexpr int kBlockCount = BlockRing::kCount;
     static constexpr int kDefaultBlockFrames = 1024;
 
     CWavePlayer(UserPrompts& prompts, ProgressFactory& progress, WaveDevices& devices);
-    ~CWavePlayer() override;  // stops without reports
+    ~CWavePlayer() override;  // stops without reports and drops what was being recorded
 
-    // Both may be null. The view observes everything; a dialog that is open gets the positions too.
+    // May be null.
     void SetObserver(PlayerObserver* observer) { observer_ = observer; }
+    // Takes the play positions in the observer's place, as a dialog does while it is open; null
+    // gives them back.
+    void SetPositionObserver(PlayPositionObserver* observer) { positionObserver_ = observer; }
 
-    // Device ids from -2 (none) and -1 (default) to 256; block sizes from 128 to 32767 frames. Values
-    // outside are ignored.
+    // Device ids from -2 (none) and -1 (default) to 256; block sizes from 128 to 32767 frames.
+    // Values outside are ignored, and others hold from the next start on.
     void SetPlaybackDevice(int id);
     void SetPlaybackBlockFrames(int frames);
     void SetRecordDevice(int id);
     void SetRecordBlockFrames(int frames);
 
-    // Byte offsets into the sound. Each returns false when nothing was started or resumed.
+    // --- Playing --------------------------------------------------------------------------------
+
+    // Byte offsets into the sound, cut off at its end. Each returns false when nothing was started
+    // or resumed.
     bool Play(std::uint32_t startByte);
     bool PlayRange(std::uint32_t startByte, std::uint32_t endByte);
+    // Leaves out the bytes between the skip bounds, both of which must lie in the range.
     bool PlaySkip(std::uint32_t startByte, std::uint32_t endByte, std::uint32_t skipStart,
                   std::uint32_t skipEnd);
-    // Between playing and paused.
+    // Between playing and paused; false in any other state.
     bool Pause();
     enum class StopReport { kSilent, kShow };
     void Stop(StopReport report);
-    void SetLooping(bool looping);
-    bool IsLooping() const;
+    void SetLooping(bool looping) { source_.SetLooping(looping); }
+    bool IsLooping() const { return source_.IsLooping(); }
 
     PlayState GetState() const { return state_; }
     bool IsStopped() const { return state_ == PlayState::kStopped; }
@@ -64,13 +61,62 @@ class CWavePlayer : public CWave {
     bool IsPaused() const { return state_ == PlayState::kPaused; }
     bool IsRecording() const { return state_ == PlayState::kRecording; }
 
-    // The service step: takes finished blocks back, fills and queues them again.
+    // The service step: takes finished blocks back, fills and queues them again. The output
+    // device's notification calls it.
     void Refill();
 
+    // --- Recording ------------------------------------------------------------------------------
+
+    // Records in the sound's own format until StopRecording. Playing stops first. False when the
+    // device cannot be had, which is shown unless the device id is -2.
+    bool StartRecording();
+    // Ends recording and inserts what came at `cursorFrame` (clamped); markers keep their frames
+    // and the sound is marked modified. False when nothing was recorded or the memory cannot be
+    // had; the sound is then unchanged. The sound changes from `cursorFrame` on.
+    bool StopRecording(std::uint32_t cursorFrame);
+    std::uint32_t GetRecordedFrames() const { return recorder_.RecordedFrames(); }
+    // The recorder's service step, called by the input device's notification.
+    void TakeRecordedBlocks();
+
   private:
-    PlayerObserver* observer_ = nullptr;
-    PlayState state_ = PlayState::kStopped;
+    enum class EndReport { kNone, kPosition, kPositionAndLevels };
+    struct Report {
+        std::uint32_t positionBytes;
+        std::uint32_t totalBytes;
+        ChannelPeaks peaks;
+    };
+
+    WaveFormat DeviceFormat() const;
+    bool IsActive() const { return IsPlaying() || IsPaused(); }
+    void StopForNewStart();
+    bool Start(ByteRange range);
+    bool OpenOutput();
+    WaveResult CloseOutput();
+    bool Resume();
+    WaveResult QueueBlocks();
+    void EndPlaying(EndReport report);
+    void FailPlaying(WaveResult result);
+    Report MakeReport() const;
+    void SendReport(const Report& report);
+    void ShowState(std::string_view text);
+    void ShowPeaks(const ChannelPeaks& peaks);
+    void ShowRecordState();
+    bool InsertRecorded(std::uint32_t frame, const RecordedSound& recorded);
+    void CopyRecorded(std::size_t offset, const RecordedSound& recorded);
+
     WaveDevices& devices_;
+    PlayerObserver* observer_ = nullptr;
+    PlayPositionObserver* positionObserver_ = nullptr;
+    PlayState state_ = PlayState::kStopped;
+    int playbackDevice_ = kDefaultWaveDevice;
+    int recordDevice_ = kDefaultWaveDevice;
+    int playbackBlockFrames_ = kDefaultBlockFrames;
+    int recordBlockFrames_ = kDefaultBlockFrames;
+    bool busy_ = false;  // keeps a message box's event loop from entering Refill again
+    std::unique_ptr<WaveOut> out_;
+    BlockRing ring_;
+    PlaySource source_;
+    Recorder recorder_;
 };
 
 }  // namespace sonavel

@@ -1,0 +1,64 @@
+// The input side: a ring of device blocks whose data is kept, block by block, until recording ends.
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "audio/block_ring.h"
+#include "audio/peak_search.h"
+#include "platform/wave_device.h"
+
+namespace sonavel {
+
+// What came from the device, in order of arrival and in whole frames.
+struct RecordedSound {
+    std::deque<std::vector<std::uint8_t>> blocks;
+    std::uint64_t bytes = 0;
+};
+
+struct RecorderSettings {
+    int deviceId = kDefaultWaveDevice;
+    WaveFormat format;
+    std::uint32_t blockFrames = 1024;
+    std::uint64_t limitBytes = 0;  // sound beyond it is dropped
+};
+
+class Recorder {
+  public:
+    explicit Recorder(WaveDevices& devices) : devices_(devices) {}
+    ~Recorder();  // closes the device; what was recorded is lost
+    Recorder(const Recorder&) = delete;
+    Recorder& operator=(const Recorder&) = delete;
+
+    // Forgets what was recorded before and starts the device. On failure it is closed again.
+    WaveResult Start(const RecorderSettings& settings, WaveBlockDone onBlockDone);
+    // Takes one block that the device has filled, keeps its data and hands the device a new one.
+    // Returns the block's peaks; nothing when no block with sound is waiting.
+    std::optional<ChannelPeaks> TakeBlock();
+    // Ends recording, keeps the blocks that the device then hands back, and closes it.
+    WaveResult Stop();
+    // Hands over what was recorded.
+    RecordedSound Take();
+
+    std::uint64_t RecordedBytes() const { return recorded_.bytes; }
+    std::uint32_t RecordedFrames() const;
+
+  private:
+    WaveResult OpenAndQueue(WaveBlockDone onBlockDone);
+    WaveResult QueueFreeBlocks();
+    std::optional<ChannelPeaks> KeepOldest();
+    void Append(WaveBlock& block, std::size_t bytes);
+    WaveResult Close();
+
+    WaveDevices& devices_;
+    std::unique_ptr<WaveIn> in_;
+    BlockRing ring_;
+    RecorderSettings settings_;
+    RecordedSound recorded_;
+    bool open_ = false;
+};
+
+}  // namespace sonavel
