@@ -1,4 +1,5 @@
-// CSoundDoc: one sound document, with its sound, its preview sound, its options and its undo history.
+// CSoundDoc: one sound document, with its sound, its preview sound, its options and its undo
+// history.
 #pragma once
 
 #include <cstdint>
@@ -6,6 +7,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "audio/wave_player.h"
 #include "document/document_dialogs.h"
@@ -20,7 +22,8 @@ class DocumentObserver {
   public:
     virtual ~DocumentObserver() = default;
 
-    // The sound changed from this frame on; 0 with a new format or a new length rebuilds everything.
+    // The sound changed from this frame on; 0 with a new format or a new length rebuilds
+    // everything.
     virtual void OnSoundChanged(std::uint32_t firstChangedFrame) = 0;
     virtual void OnTitleOrModifiedChanged() = 0;
     virtual void MaximizeFrame() = 0;
@@ -40,14 +43,20 @@ class CSoundDoc {
 
     // --- Life cycle -----------------------------------------------------------------------------
 
-    // Asks for the format; false when the dialog was cancelled.
+    // Asks for the format and makes an empty sound of it; false when the dialog was cancelled.
     bool NewDocument();
+    // Likewise without asking. False for a format that cannot be edited.
+    bool NewDocument(const NewSoundChoice& choice);
     // Reads by extension: the text from the first "." of the path on. On failure the sound is
     // unchanged and LastError() says why.
     bool OpenDocument(const std::filesystem::path& path);
-    // Writes by extension; takes the path as its own on success.
+    // Writes by extension; takes the path as its own on success. A WAV save while marker saving is
+    // off writes the file and still fails.
     bool SaveDocument(const std::filesystem::path& path);
-    // The extended dialog, the conversions chosen there, then SaveDocument.
+    // What of the sound a save under that path would leave out, or lose when the file is read
+    // again; empty for nothing.
+    std::string SaveWarning(const std::filesystem::path& path) const;
+    // The extended dialog, the conversions chosen there as one undo step, then SaveDocument.
     bool SaveAs();
 
     // --- Identity -------------------------------------------------------------------------------
@@ -68,29 +77,70 @@ class CSoundDoc {
     CWavePlayer& Preview() { return preview_; }
     const CWavePlayer& Preview() const { return preview_; }
     const DocumentOptions& Options() const { return options_; }
+    // Reads Options.ini anew and hands the devices to the sound.
     void ReloadOptions();
+    void SetSaveMarkers(bool save) { options_.saveMarkers = save ? 1 : 0; }
     UndoHistory& History() { return history_; }
     const UndoHistory& History() const { return history_; }
     const HostServices& Services() const { return services_; }
     DocumentDialogs& Dialogs() { return dialogs_; }
 
-    // Pushes a copy of the sound as an undo step when undo is on and the sound has data. False only
-    // when the memory cannot be had and the person chose not to go on without undo.
+    // --- Edits ----------------------------------------------------------------------------------
+
+    // To be called before every edit: stops playing, discards what could be redone, and pushes a
+    // copy of the sound as an undo step when undo is on and the sound has data. False only when the
+    // memory cannot be had and the person chose not to go on without undo.
     bool PushUndoStep(std::string_view name);
-    // Tells every observer that the sound changed from this frame on.
+    // Likewise for an edit that stores no step.
+    void BeginUnrecordedEdit();
+    // Takes the step of the PushUndoStep just before back, when the edit did not come about.
+    void DropUndoStep();
+    // Marks the sound modified and tells every observer that it changed from this frame on.
     void NotifyChanged(std::uint32_t firstChangedFrame);
 
-    // Fills the preview sound from floating-point samples, one a frame for mono and left/right pairs
-    // for stereo; `lengthBytes` divided by the channel count gives the frames, 0 standing for the
-    // sound's frame count.
+    // Each does nothing and returns false when undo is off or there is nothing to undo or redo.
+    // Format, samples and markers come back; the observers rebuild from frame 0.
+    bool Undo();
+    bool Redo();
+    bool CanUndo() const;
+    bool CanRedo() const;
+
+    // --- Recording ------------------------------------------------------------------------------
+
+    // Stops playing, pushes the undo step of a sound that has data, and starts the input device.
+    bool StartRecording();
+    // Inserts what was recorded at this frame; the markers stay where they are. False, with the
+    // sound and the history unchanged, when nothing was recorded.
+    bool StopRecording(std::uint32_t cursorFrame);
+
+    // --- Preview --------------------------------------------------------------------------------
+
+    // Fills the preview sound from floating-point samples, one a frame for mono and left/right
+    // pairs for stereo; `lengthBytes` divided by the preview's channel count gives the frames, 0
+    // standing for the sound's frame count. Samples are truncated to whole numbers; missing ones
+    // are silence.
     enum class PreviewFormat { kOfTheSound, kStereo16 };
     enum class PreviewPlay { kNo, kYes };
     bool MakePreview(std::span<const float> samples, PreviewPlay play, std::uint32_t lengthBytes,
                      PreviewFormat format);
 
   private:
+    bool ReadFile(const std::filesystem::path& path, std::string_view extension);
+    bool ReadWav(const std::filesystem::path& path);
+    bool WriteFile(const std::filesystem::path& path, std::string_view extension);
+    bool ConvertForSave(const SaveAsChoice& choice);
+    // Stores the text as the last error and shows it in the status bar.
+    bool Fail(std::string_view text);
+    bool FailAsSound(std::string_view fallback);
+    void StopPlaying();
+    void TakePath(const std::filesystem::path& path);
+    void NotifyTitle();
+    void AfterHistoryStep();
+    void StoreFrames(std::span<const float> samples);
+
     HostServices services_;
     DocumentDialogs& dialogs_;
+    std::vector<DocumentObserver*> observers_;
     CWavePlayer sound_;
     CWavePlayer preview_;
     DocumentOptions options_;
@@ -98,6 +148,7 @@ class CSoundDoc {
     std::filesystem::path path_;
     std::string title_;
     std::string lastError_;
+    enum class UndoPush { kNone, kStored } lastPush_ = UndoPush::kNone;
 };
 
 }  // namespace sonavel
