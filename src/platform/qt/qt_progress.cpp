@@ -1,0 +1,80 @@
+#include "platform/qt/qt_progress.h"
+
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include "platform/qt/qt_prompts.h"
+
+namespace sonavel {
+
+namespace {
+
+QWidget* WindowInUse(QWidget* mainWindow) {
+    if (QWidget* modal = QApplication::activeModalWidget()) return modal;
+    return mainWindow;
+}
+
+}  // namespace
+
+ProgressDialog::ProgressDialog(const QString& caption, QWidget* parent)
+    : QDialog(parent), bar_(new QProgressBar(this)) {
+    setWindowTitle(caption);
+    // Nothing else takes a click while a sound is being changed under it.
+    setWindowModality(Qt::ApplicationModal);
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);
+    connect(buttons, &QDialogButtonBox::rejected, this, &ProgressDialog::reject);
+    auto* column = new QVBoxLayout(this);
+    column->setSpacing(12);
+    column->addWidget(bar_);
+    column->addWidget(new QLabel(tr("Press ESC or Cancel button to abort"), this));
+    column->addWidget(buttons);
+    setMinimumWidth(380);
+    bar_->setRange(0, 100);
+}
+
+QString ProgressCaption(std::string_view title) {
+    const QString text = ToQString(title);
+    if (text.isEmpty() || text.startsWith(u' ')) return QStringLiteral("Progress") + text;
+    return text;
+}
+
+QtProgress::QtProgress(std::string_view title, QWidget* parent)
+    : dialog_(new ProgressDialog(ProgressCaption(title), parent)) {}
+
+QtProgress::~QtProgress() {
+    delete dialog_.data();
+}
+
+void QtProgress::SetRange(int lowest, int highest) {
+    if (dialog_) dialog_->Bar().setRange(lowest, highest);
+}
+
+void QtProgress::SetPosition(int position) {
+    if (position == position_) return;
+    position_ = position;
+    if (dialog_) dialog_->Bar().setValue(position);
+}
+
+bool QtProgress::Poll() {
+    if (!dialog_) return true;
+    const Clock::time_point now = Clock::now();
+    if (now - lastPoll_ < kPollInterval) return dialog_->IsCancelled();
+    ShowWhenDue(now);
+    // Without the window, a key or a click would reach the sound that is being worked on.
+    QApplication::processEvents(IsShown() ? QEventLoop::AllEvents
+                                          : QEventLoop::ExcludeUserInputEvents);
+    lastPoll_ = Clock::now();
+    return !dialog_ || dialog_->IsCancelled();
+}
+
+void QtProgress::ShowWhenDue(Clock::time_point now) {
+    if (!dialog_->isVisible() && now - created_ >= kDelayBeforeShow) dialog_->show();
+}
+
+std::unique_ptr<ProgressWindow> QtProgressFactory::CreateProgress(std::string_view title) {
+    return std::make_unique<QtProgress>(title, WindowInUse(mainWindow_));
+}
+
+}  // namespace sonavel

@@ -1,0 +1,70 @@
+// The window "Progress" of a long operation. An operation that ends soon shows none.
+#pragma once
+
+#include <QDialog>
+#include <QPointer>
+#include <QProgressBar>
+#include <chrono>
+#include <functional>
+
+#include "platform/progress_window.h"
+
+namespace sonavel {
+
+class ProgressDialog : public QDialog {
+    Q_OBJECT
+
+  public:
+    ProgressDialog(const QString& caption, QWidget* parent);
+
+    QProgressBar& Bar() { return *bar_; }
+    bool IsCancelled() const { return cancelled_; }
+
+    // Escape, the Cancel button and closing the window all come here; the operation takes the
+    // window away at its next poll.
+    void reject() override { cancelled_ = true; }
+
+  private:
+    QProgressBar* bar_;
+    bool cancelled_ = false;
+};
+
+// The caption for a title that is whole or, beginning with a blank, follows "Progress".
+QString ProgressCaption(std::string_view title);
+
+class QtProgress : public ProgressWindow {
+  public:
+    static constexpr std::chrono::milliseconds kDelayBeforeShow{300};
+    static constexpr std::chrono::milliseconds kPollInterval{10};
+
+    QtProgress(std::string_view title, QWidget* parent);
+    ~QtProgress() override;
+
+    void SetRange(int lowest, int highest) override;
+    void SetPosition(int position) override;
+    bool Poll() override;
+
+    bool IsShown() const { return dialog_ && dialog_->isVisible(); }
+
+  private:
+    using Clock = std::chrono::steady_clock;
+
+    void ShowWhenDue(Clock::time_point now);
+
+    // The window may go with its parent while the operation still runs.
+    QPointer<ProgressDialog> dialog_;
+    Clock::time_point created_ = Clock::now();
+    Clock::time_point lastPoll_ = created_;
+    int position_ = 0;
+};
+
+class QtProgressFactory : public ProgressFactory {
+  public:
+    void SetMainWindow(QWidget* window) { mainWindow_ = window; }
+    std::unique_ptr<ProgressWindow> CreateProgress(std::string_view title) override;
+
+  private:
+    QPointer<QWidget> mainWindow_;
+};
+
+}  // namespace sonavel

@@ -1,0 +1,48 @@
+#include "platform/qt/qt_wave_clipboard.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+
+namespace sonavel {
+
+const QStringList& WaveMimeData::Names() {
+    static const QStringList names{QStringLiteral("audio/vnd.wave"), QStringLiteral("audio/x-wav"),
+                                   QStringLiteral("audio/wav"), QStringLiteral("audio/wave")};
+    return names;
+}
+
+QVariant WaveMimeData::retrieveData(const QString& name, QMetaType type) const {
+    if (!hasFormat(name)) return QMimeData::retrieveData(name, type);
+    return QByteArray(reinterpret_cast<const char*>(image_.data()),
+                      static_cast<qsizetype>(image_.size()));
+}
+
+bool QtWaveClipboard::OffersWave() const {
+    const QMimeData* offered = QGuiApplication::clipboard()->mimeData();
+    if (!offered) return false;
+    const QStringList names = offered->formats();
+    return std::any_of(names.begin(), names.end(),
+                       [](const QString& name) { return WaveMimeData::Names().contains(name); });
+}
+
+std::optional<std::vector<std::uint8_t>> QtWaveClipboard::GetImage() const {
+    const QMimeData* offered = QGuiApplication::clipboard()->mimeData();
+    if (!offered) return std::nullopt;
+    if (const auto* own = qobject_cast<const WaveMimeData*>(offered)) return own->Image();
+    const QStringList names = offered->formats();
+    for (const QString& name : WaveMimeData::Names()) {
+        if (!names.contains(name)) continue;
+        const QByteArray data = offered->data(name);
+        if (!data.isEmpty()) return std::vector<std::uint8_t>(data.begin(), data.end());
+    }
+    return std::nullopt;
+}
+
+bool QtWaveClipboard::SetImage(std::vector<std::uint8_t> image) {
+    QClipboard* clipboard = QGuiApplication::clipboard();
+    auto* offered = new WaveMimeData(std::move(image));
+    clipboard->setMimeData(offered);  // takes it over
+    return clipboard->mimeData() == offered;
+}
+
+}  // namespace sonavel
