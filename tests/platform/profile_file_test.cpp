@@ -1,0 +1,186 @@
+#include "platform/profile_file.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <fstream>
+#include <random>
+
+#include "platform/replace_file.h"
+
+namespace sonavel {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr char kMarkerKey[] = "마커 저장";
+constexpr char kMarkerKeyIn949[] = "\xB8\xB6\xC4\xBF \xC0\xFA\xC0\xE5";
+
+class ProfileFileTest : public testing::Test {
+  protected:
+    ProfileFileTest() {
+        std::string name = (fs::temp_directory_path() / "profile_XXXXXX").string();
+        folder_ = mkdtemp(name.data());
+        path_ = folder_ / "Options.ini";
+    }
+    ~ProfileFileTest() override { fs::remove_all(folder_); }
+
+    void Write(std::string_view bytes) const {
+        std::ofstream(path_, std::ios::binary).write(bytes.data(), std::ssize(bytes));
+    }
+    std::string Bytes() const { return ReadSmallFile(path_, 1 << 20).value_or("(none)"); }
+
+    fs::path folder_;
+    fs::path path_;
+};
+
+TEST_F(ProfileFileTest, ReadsValuesAsThePlatformsProfilesDo) {
+    Write(
+        "; head\n\nloose=1\n[First]\nName = two words \n=nothing\nnoise\nquoted=\" a "
+        "\"\nname=second\n"
+        "n1=12abc\nn2= -7\nn3=+3\nn4=99999999999\nn5=x1\n[ second ]\nlast=end");
+    const ProfileFile file(path_);
+    struct Case {
+        const char* section;
+        const char* key;
+        const char* value;
+    };
+    for (const Case& c : {Case{"First", "Name", "two words"}, Case{"FIRST", "name", "two words"},
+                          Case{"First", "quoted", " a "}, Case{"second", "last", "end"},
+                          Case{"First", "missing", ""}, Case{"Missing", "Name", ""},
+                          Case{"First", "noise", ""}, Case{"Second", "Name", ""}})
+        EXPECT_EQ(file.GetString(c.section, c.key), c.value) << c.section << '/' << c.key;
+    const std::pair<const char*, int> numbers[] = {{"n1", 12}, {"n2", -7}, {"n3", 3},
+                                                   {"n4", 0},  {"n5", 0},  {"n6", 0}};
+    for (const auto& [key, value] : numbers) EXPECT_EQ(file.GetInteger("First", key), value) << key;
+    EXPECT_EQ(file.SectionNames(), (std::vector<std::string>{"First", "second"}));
+}
+
+TEST_F(ProfileFileTest, KeepsOrderAndCommentsOnRewriting) {
+    Write("; the head\n\n[B]\n; about z\nz=1\na=2\n\n; about A\n[A]\nk=\"v\"\n\n# the tail\n");
+    ProfileFile file(path_);
+    ASSERT_TRUE(file.SetString("b", "Z", "3"));
+    ASSERT_TRUE(file.SetInteger("B", "new", -4));
+    const std::string once = Bytes();
+    std::size_t at = 0;
+    for (const char* part : {"; the head\n", "[B]\n\n; about z\nz=3\na=2\nnew=-4\n",
+                             "; about A\n[A]\nk=\"v\"\n", "# the tail\n"}) {
+        at = once.find(part, at);
+        ASSERT_NE(at, std::string::npos) << part << "\nin\n" << once;
+    }
+    ASSERT_TRUE(file.SetInteger("B", "new", -4));
+    EXPECT_EQ(Bytes(), once);
+    EXPECT_EQ(file.Entries("B"), (std::vector<std::pair<std::string, std::string>>{
+                                     {"z", "3"}, {"a", "2"}, {"new", "-4"}}));
+}
+
+TEST_F(ProfileFileTest, KeepsCommentsOfAFileWithoutEntries) {
+    Write("; one\n\n; two");
+    ASSERT_TRUE(ProfileFile(path_).SetString("S", "k", "v"));
+    EXPECT_EQ(Bytes(), "; one\n\n; two\n\n[S]\nk=v\n");
+}
+
+TEST_F(ProfileFileTest, KeepsTheEncodingOfTheFile) {
+    struct Case {
+        const char* name;
+        std::string before, after;
+    };
+    const std::string key949 = kMarkerKeyIn949, keyUtf8 = kMarkerKey, mark = "\xEF\xBB\xBF";
+    const Case cases[] = {
+        {"code page", "[S]\n" + key949 + "=1\n", "[S]\n" + key949 + "=2\n"},
+        {"UTF-8", "[S]\n" + keyUtf8 + "=1\n", "[S]\n" + keyUtf8 + "=2\n"},
+        {"byte order mark", mark + "[S]\na=1\n", mark + "[S]\na=1\n" + keyUtf8 + "=2\n"},
+        {"ASCII", "[S]\na=1\n", "[S]\na=1\n" + key949 + "=2\n"},
+        {"line ends", "[S]\r\n" + key949 + "=1\r\n", "[S]\r\n" + key949 + "=2\r\n"},
+        {"no file", "", "[S]\n" + key949 + "=2\n"},
+    };
+    for (const Case& c : cases) {
+        fs::remove(path_);
+        if (!c.before.empty()) Write(c.before);
+        ProfileFile file(path_);
+        ASSERT_TRUE(file.SetInteger("S", kMarkerKey, 2)) << c.name;
+        EXPECT_EQ(Bytes(), c.after) << c.name;
+        EXPECT_EQ(file.GetInteger("S", kMarkerKey), 2) << c.name;
+    }
+}
+
+TEST_F(ProfileFileTest, WritesUtf8WhereTheCodePageWouldNotBeReadBack) {
+    ProfileFile file(path_);
+    // U+B450 is the bytes B5 CE; U+CC3E is C3 A3, which are valid UTF-8 too. U+1F600 is not in it.
+    for (const char* value : {"\xEC\xB0\xBE", "\xF0\x9F\x98\x80", "\xEB\x91\x90"}) {
+        fs::remove(path_);
+        ASSERT_TRUE(file.SetString("S", "k", value));
+        EXPECT_EQ(file.GetString("S", "k"), value);
+    }
+}
+
+TEST_F(ProfileFileTest, BringsBackWhatWasWritten) {
+    ProfileFile file(path_);
+    for (const char* value :
+         {"", " lead", "trail ", "\"q\"", "'q'", "a=b", "; no comment", "[x]"}) {
+        ASSERT_TRUE(file.SetString("S", " k ", value));
+        EXPECT_EQ(file.GetString("S", "k"), value);
+    }
+    for (const char* key : {"", " ", "a=b", "[k", ";k", "a\nb"})
+        EXPECT_FALSE(file.SetString("S", key, "v")) << key;
+    EXPECT_FALSE(file.SetString("S]", "k", "v"));
+    EXPECT_FALSE(file.SetString("S", "k", "a\nb=c"));
+    EXPECT_EQ(Bytes(), "[S]\nk=[x]\n");
+}
+
+TEST_F(ProfileFileTest, ReplacesAndDeletesSectionsWhole) {
+    Write("[A]\na=1\nb=2\n\n[B]\nk=1\n");
+    ProfileFile file(path_);
+    ASSERT_TRUE(file.SetEntries("A", {{"c", "3"}, {"a", "4"}}));
+    ASSERT_TRUE(file.SetEntries("Empty", {}));
+    EXPECT_EQ(Bytes(), "[A]\nc=3\na=4\n\n[B]\nk=1\n\n[Empty]\n");
+    ASSERT_TRUE(file.DeleteSection("a"));
+    EXPECT_TRUE(file.DeleteSection("not there"));
+    EXPECT_EQ(file.SectionNames(), (std::vector<std::string>{"B", "Empty"}));
+}
+
+TEST_F(ProfileFileTest, LeavesWhatCannotBeRewrittenAlone) {
+    const std::string binary("[S]\nk=\0\1\2", 9);
+    for (const std::string& bytes : {binary, std::string("[S]\nk=\xFF\xFF\n")}) {
+        Write(bytes);
+        ProfileFile file(path_);
+        EXPECT_FALSE(file.SetString("S", "k", "v"));
+        EXPECT_EQ(Bytes(), bytes);
+    }
+    ProfileFile folder(folder_);
+    EXPECT_EQ(folder.GetString("S", "k"), "");
+    EXPECT_FALSE(folder.SetString("S", "k", "v"));
+    EXPECT_FALSE(ProfileFile(folder_ / "none" / "x.ini").SetString("S", "k", "v"));
+}
+
+TEST_F(ProfileFileTest, SurvivesHostileText) {
+    std::mt19937 random(7);
+    const std::string alphabet = "[]=;#<\"' \t\r\n\\ab\xB8\xB6\xEF\xBB\xBF";
+    for (int round = 0; round < 400; ++round) {
+        std::string text;
+        for (unsigned i = random() % 60; i > 0; --i) text += alphabet[random() % alphabet.size()];
+        Write(text);
+        ProfileFile file(path_);
+        for (const std::string& section : file.SectionNames()) file.Entries(section);
+        if (file.SetString("S", "k", "v")) {
+            EXPECT_EQ(file.GetString("S", "k"), "v") << text;
+        }
+    }
+    Write("[S]\nk=" + std::string(1 << 19, 'x'));
+    EXPECT_EQ(ProfileFile(path_).GetString("S", "k").size(), std::size_t{1} << 19);
+}
+
+TEST_F(ProfileFileTest, RewritingFollowsLinksAndKeepsPermissions) {
+    Write("[S]\nk=1\n");
+    ASSERT_EQ(chmod(path_.c_str(), 0640), 0);
+    const fs::path link = folder_ / "link.ini";
+    fs::create_symlink("Options.ini", link);
+    ASSERT_TRUE(ProfileFile(link).SetString("S", "k", "2"));
+    EXPECT_TRUE(fs::is_symlink(link));
+    EXPECT_EQ(Bytes(), "[S]\nk=2\n");
+    EXPECT_EQ(fs::status(path_).permissions(), static_cast<fs::perms>(0640));
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder_), fs::directory_iterator()), 2);
+}
+
+}  // namespace
+}  // namespace sonavel
