@@ -38,7 +38,7 @@ class PlaySource {
 
   private:
     void LeaveOutSkipped();
-    void CopyPadded(std::span<const std::uint8_t> rest, std::span<std::uint8_t> block) const;
+    void CopyPadded(std::span<const std::uint8_t> sound, std::span<std::uint8_t> block) const;
 
     ByteRange loop_;
     std::optional<ByteRange> skip_;

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string_view>
 
 #include "audio/block_ring.h"
@@ -89,7 +90,7 @@ class CWavePlayer : public CWave {
     WaveFormat DeviceFormat() const;
     bool IsActive() const { return IsPlaying() || IsPaused(); }
     void StopForNewStart();
-    bool Start(ByteRange range);
+    bool Start(ByteRange range, std::optional<ByteRange> skip);
     bool OpenOutput();
     WaveResult CloseOutput();
     bool Resume();
