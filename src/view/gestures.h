@@ -17,10 +17,12 @@ struct GestureIntent {
     struct MarkerMove {
         std::uint32_t id = 0;
         std::uint32_t position = 0;
+
+        bool operator==(const MarkerMove&) const = default;
     };
     std::optional<MarkerMove> marker;
 
-    bool operator==(const GestureIntent& other) const;
+    bool operator==(const GestureIntent&) const = default;
 };
 
 class Gesture {
@@ -41,7 +43,6 @@ class SelectGesture : public Gesture {
 
   private:
     std::uint32_t anchor_ = 0;
-    bool dragged_ = false;
 };
 
 // Moves the nearer end of the selection to the pointer; without a selection it selects from the
@@ -68,7 +69,8 @@ class DragEdgeGesture : public Gesture {
 
   private:
     std::uint32_t fixed_;
-    std::optional<std::uint32_t> pressed_;
+    std::uint32_t pressed_ = 0;
+    bool moved_ = false;
 };
 
 // Moves a marker's flag by as much as the pointer moves.

@@ -17,6 +17,7 @@
 #include "view/sound_view_observer.h"
 #include "view/view_dialogs.h"
 #include "view/view_geometry.h"
+#include "view/zoom.h"
 
 namespace sonavel {
 
@@ -53,6 +54,8 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
     void Show(int width, int height);
     // Keeps both zoom ratios. Ignored before Show.
     void Resize(int width, int height);
+    // Of the host's own scroll bars, in pixels; to be set before Show.
+    void SetScrollBarWidth(int width) { scrollBarWidth_ = width; }
     bool IsShown() const { return shown_; }
     const ViewGeometry& Geometry() const { return geometry_; }
     int WaveformWidth() const;
@@ -64,29 +67,30 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
     // Reads Display.ini and Options.ini anew, as after a change of the preferences.
     void ReloadSettings();
     const DisplaySettings& Settings() const { return settings_; }
+    const GridSettings& Grid() const { return grid_; }
     const ColourTable& Colours() const { return colours_; }
-    // 0 sample numbers, 1 time, 2 seconds; stored in Options.ini.
-    void SetStatusFormat(int format);
+    StatusFormat GetStatusFormat() const { return statusFormat_; }
+    // Stores the format in Options.ini. False when that cannot be written; it holds all the same.
+    bool SetStatusFormat(StatusFormat format);
 
     // --- Scrolling and zoom
     // -----------------------------------------------------------------------
 
-    const ScrollState& Horizontal() const { return horizontal_; }
-    const ScrollState& Vertical() const { return vertical_; }
-    PixelMap Pixels() const;
+    const ScrollState& Horizontal() const { return zoom_.horizontal; }
+    const ScrollState& Vertical() const { return zoom_.vertical; }
+    bool ShowsVerticalScrollBar() const { return IsLevelZoomed(zoom_); }
+    PixelMap Pixels() const { return {FrameCount(), zoom_.horizontal}; }
     const BlockExtremes& Extremes() const { return extremes_; }
 
-    enum class ScrollAction { kLineBack, kLineForward, kPageBack, kPageForward, kToStart, kToEnd };
-    void ScrollHorizontally(ScrollAction action);
-    void ScrollVertically(ScrollAction action);
+    void ScrollHorizontally(ScrollStep step);
+    void ScrollVertically(ScrollStep step);
     void ScrollHorizontallyTo(std::int64_t position);  // pixels of the virtual width
     void ScrollVerticallyTo(std::int64_t position);
-    // Moves the least distance that brings the frame into the waveform rectangle.
-    void ScrollToShow(std::uint32_t frame);
     bool IsFrameInSight(std::uint32_t frame) const;
-    // The frame that the "byte offset of a stereo stream" stands for: half of it for 8-bit sounds,
-    // a quarter for 16-bit, whatever the channel count.
-    void ScrollToPlayPosition(std::uint64_t position);
+    // Brings a frame that is out of sight to the middle of the waveform.
+    void ScrollToShow(std::uint32_t frame);
+    // A byte offset of the player, taken as that of a stereo sound whatever the channel count.
+    void ScrollToPlayPosition(std::int64_t positionBytes);
 
     void ZoomTimeIn();
     void ZoomTimeOut();
@@ -104,9 +108,9 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
     enum class ZoomStep { kIn, kOut };
     void ZoomTimeAt(int x, ZoomStep step);
 
-    std::int64_t TimeZoomRatio() const;  // frames per pixel, 0 when there is no width
-    double TimeZoomPercent() const;
-    double LevelZoomPercent() const;
+    std::int64_t TimeRatio() const;  // frames per pixel, 0 when there is no width
+    double TimePercent() const;
+    double LevelPercent() const;
 
     // --- Selection and cursor
     // ---------------------------------------------------------------------
@@ -118,6 +122,8 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
     // order.
     void SetSelection(std::uint32_t start, std::uint32_t end);
     void SetCursor(std::uint32_t frame);
+    // Moves the start alone, past the end too; the selection is then empty but keeps its end.
+    void SetSelectionStart(std::uint32_t frame);
     // The selection, or the whole sound without one.
     Selection SelectionOrAll() const;
 
@@ -158,20 +164,24 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
     void OnPlayState(std::string_view stateText, std::uint32_t frame) override;
     void OnPeaks(std::int32_t left, std::int32_t right) override;
     void OnStopped() override;
+    void OnRecorded(std::string_view stateText) override;
 
   private:
     class WaitCursorScope;
 
-    void SetHorizontal(std::int64_t maximum, std::int64_t position);
-    void SetVertical(std::int64_t maximum, std::int64_t position);
-    void FitHorizontal();
-    void FitVertical();
-    void AfterHorizontalChange();
-    void AfterVerticalChange();
+    ZoomContext Context() const;
+    void LayOut();
+    void Rescale();
+    void ApplyTimeZoom(const ZoomState& state);
+    void ApplyLevelZoom(const ZoomState& state);
+    void AdaptZoomToSound();
     void ClampToSound();
     void FollowPlayPosition(std::uint32_t frame);
-    void MovePlayColumn(std::uint32_t frame);
-    void InvalidateColumn(std::uint32_t frame);
+    void NoteTransportState();
+    void InvalidateFrames(std::uint32_t a, std::uint32_t b);
+    void InvalidateSelectionChange(const Selection& before, const Selection& after);
+    void StoreSelection(const Selection& selection);
+    void InvalidatePlayColumn();
 
     CSoundDoc& document_;
     ViewDialogs& dialogs_;
@@ -180,21 +190,25 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
 
     bool shown_ = false;
     bool maximizePending_ = false;
+    int scrollBarWidth_ = 16;
+    Rectangle client_;
     ViewGeometry geometry_;
     DisplaySettings settings_;
+    GridSettings grid_;
+    StatusFormat statusFormat_ = StatusFormat::kTime;
     ColourTable colours_;
-    ScrollState horizontal_;
-    ScrollState vertical_;
+    ZoomState zoom_;
+    int zoomWidth_ = 0;  // the waveform's size for which the zoom holds
+    int zoomHeight_ = 0;
     BlockExtremes extremes_;
-    unsigned channels_ = 0;  // of the sound when it was last looked at
 
     Selection selection_;
     std::uint32_t cursor_ = 0;
     TransportFlags transport_;
+    PlayState lastState_ = PlayState::kStopped;
     std::optional<std::uint32_t> playFrame_;
     int playReports_ = 0;
-    int playColumn_ = 0;  // where the play position stands in the window while scrolling
-    std::int64_t framesPerPixel_ = 0;
+    std::optional<std::int64_t> playColumn_;  // where play scrolling keeps the position, in pixels
     std::string statusText_;
     std::string lastError_;
 };

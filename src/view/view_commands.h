@@ -62,8 +62,6 @@ enum Id : int {
     kExtendRight = 33014,
     kExtendLeftFar = 33015,
     kExtendRightFar = 33016,
-    kHome = 33017,
-    kEndKey = 33018,
     kSelectToStart = 33019,
     kSelectToEnd = 33020,
 };

@@ -4,7 +4,6 @@
 
 #include <cstddef>
 #include <filesystem>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -13,17 +12,11 @@
 
 #include "document/clip_record.h"
 #include "document/sound_doc.h"
+#include "document/untitled_titles.h"
 #include "view/sound_view.h"
 #include "view/view_commands.h"
 
 namespace sonavel {
-
-// Prefixes of the titles of documents that operations make; a counter follows each.
-namespace title_prefix {
-inline constexpr std::string_view kNew = "Sound";
-inline constexpr std::string_view kPaste = "Paste_";
-inline constexpr std::string_view kRecorder = "Recorder_";
-}  // namespace title_prefix
 
 struct OpenSound {
     std::unique_ptr<CSoundDoc> document;
@@ -91,7 +84,6 @@ class Workspace : public ViewHost {
   private:
     std::unique_ptr<OpenSound> MakeSound();
     OpenSound& Add(std::unique_ptr<OpenSound> sound);
-    std::string NextTitle(std::string_view prefix);
     bool Fail(std::string_view reason);
 
     HostServices services_;
@@ -100,7 +92,7 @@ class Workspace : public ViewHost {
     WorkspaceObserver* observer_ = nullptr;
     std::vector<std::unique_ptr<OpenSound>> sounds_;
     std::vector<OpenSound*> activationOrder_;  // the active one last
-    std::map<std::string, int, std::less<>> titleCounters_;
+    UntitledTitles titles_;
     ClipRecord clip_;
     RecordChoice recordSettings_;
     int viewWidth_ = 0;
