@@ -22,8 +22,7 @@ class ProgressFactory {
   public:
     virtual ~ProgressFactory() = default;
 
-    // A window with the range 0 to 100. `title` is the whole caption, or the suffix of the caption
-    // "Progress" where the caller's operation is an effect.
+    // A window with the range 0 to 100; `title` is its whole caption.
     virtual std::unique_ptr<ProgressWindow> CreateProgress(std::string_view title) = 0;
 };
 

@@ -1,0 +1,25 @@
+#include "effects/effect_buffer.h"
+
+#include "effects/sample_io.h"
+
+namespace sonavel {
+
+CEffectBuffer::CEffectBuffer(const CWave& sound, std::uint32_t maxFrames)
+    : sampleRate_(sound.GetSamplesPerSecond()),
+      bitsPerSample_(sound.GetBits()),
+      channels_(sound.GetChannels()),
+      left_(maxFrames),
+      right_(channels_ == 2 ? maxFrames : 0) {}
+
+void CEffectBuffer::Load(const CWave& sound, EffectRange range) {
+    range_ = range;
+    ReadChannel(sound, 0, range.start, Left(), EightBitReading::kSignedByte);
+    if (channels_ == 2) ReadChannel(sound, 1, range.start, Right(), EightBitReading::kSignedByte);
+}
+
+void CEffectBuffer::Store(CWave& sound) const {
+    WriteQuantized(sound, 0, range_.start, {left_.data(), range_.length});
+    if (channels_ == 2) WriteQuantized(sound, 1, range_.start, {right_.data(), range_.length});
+}
+
+}  // namespace sonavel

@@ -1,0 +1,206 @@
+// The effects that compute a whole result before they hand it over: flanger, reverberation,
+// equalizer.
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <vector>
+
+#include "effects/effect_buffer.h"
+#include "effects/effect_commands.h"
+#include "effects/effect_run.h"
+#include "effects/sample_io.h"
+
+namespace sonavel {
+namespace {
+
+constexpr const char* kCancelled = "The effect was cancelled.";
+// What brings 8-bit samples to the range of 16-bit ones.
+constexpr float kEightBitScale = 258.00787f;
+
+EffectRange PreviewedRange(const EffectTarget& target) {
+    return RangeToWorkOn(target.selectionStart, target.selectionEnd,
+                         target.document.Sound().GetFrameCount(), RangeStart::kSelectionStart);
+}
+
+bool FailCancelled(CSoundDoc& document) {
+    document.SetLastError(kCancelled);
+    return false;
+}
+
+std::uint32_t HandOverCount(const CSoundDoc& document, EffectRange range) {
+    return range.length * document.Sound().GetChannels();
+}
+
+int PercentDone(std::uint32_t done, std::uint32_t total) {
+    return static_cast<int>(100.0f / static_cast<float>(total) * static_cast<float>(done));
+}
+
+// Results within 16 bits stay as they are.
+void LimitToSixteenBits(PairBuffer& pairs) {
+    constexpr float kLimit = 32767;
+    const float peak = std::max(pairs.Peak(0), pairs.Peak(1));
+    if (peak <= kLimit) return;
+    for (unsigned slot : {0u, 1u}) pairs.Scale(slot, kLimit / peak);
+}
+
+void WriteLeftSlots(CWave& sound, EffectRange range, PairBuffer& pairs) {
+    std::vector<float> left(range.length);
+    for (std::uint32_t i = 0; i < range.length; ++i) left[i] = pairs.Pairs()[std::size_t{2} * i];
+    WriteTruncated(sound, 0, range.start, left);
+}
+
+RunEnd RunFlangerChannel(const CWave& sound, unsigned channel, EffectRange range,
+                         const FlangerSweep& sweep, PairBuffer& pairs, ProgressWindow& progress) {
+    FlangerChannel flanger(sweep.MaxDelay());
+    std::array<float, kMaxPieceFrames> samples;
+    std::array<double, kMaxPieceFrames> delays;
+    for (std::uint32_t done = 0; done < range.length; done += kMaxPieceFrames) {
+        if (progress.Poll()) return RunEnd::kCancelled;
+        progress.SetPosition(PercentDone(done, range.length));
+        const std::size_t frames = std::min(range.length - done, kMaxPieceFrames);
+        const auto piece = std::span(samples).first(frames);
+        ReadChannel(sound, channel, range.start + done, piece, EightBitReading::kFull);
+        sweep.Delays(done, std::span(delays).first(frames));
+        flanger.Process(std::span(delays).first(frames), piece);
+        pairs.Put(channel, done, piece);
+    }
+    return RunEnd::kFinished;
+}
+
+RunEnd RunFlanger(CSoundDoc& document, EffectRange range, const FlangerParameters& parameters,
+                  PairBuffer& pairs) {
+    const auto progress = ShowProgress(document, " Flanger");
+    const CWave& sound = document.Sound();
+    const FlangerSweep sweep(parameters, sound.GetSamplesPerSecond());
+    for (unsigned channel = 0; channel < sound.GetChannels(); ++channel)
+        if (RunFlangerChannel(sound, channel, range, sweep, pairs, *progress) == RunEnd::kCancelled)
+            return RunEnd::kCancelled;
+    progress->SetPosition(100);
+    return RunEnd::kFinished;
+}
+
+RunEnd RunReverb(CSoundDoc& document, EffectRange range, const ReverbParameters& parameters,
+                 PairBuffer& pairs) {
+    const auto progress = ShowProgress(document, " Reverberation");
+    const CWave& sound = document.Sound();
+    std::vector<ReverbChannel> channels(sound.GetChannels(),
+                                        ReverbChannel(parameters, sound.GetSamplesPerSecond()));
+    std::vector<float> block(ReverbChannel::kBlockFrames);
+    for (std::uint32_t done = 0; done < range.length; done += ReverbChannel::kBlockFrames) {
+        const std::size_t frames = std::min(range.length - done, ReverbChannel::kBlockFrames);
+        const auto piece = std::span(block).first(frames);
+        for (unsigned channel = 0; channel < channels.size(); ++channel) {
+            ReadChannel(sound, channel, range.start + done, piece, EightBitReading::kFull);
+            if (channels[channel].Process(piece, *progress) == RunEnd::kCancelled)
+                return RunEnd::kCancelled;
+            pairs.Put(channel, done, piece);
+        }
+        progress->SetPosition(static_cast<int>((done + frames) * 100 / range.length));
+    }
+    if (channels.size() == 1) pairs.CopyLeftToRight();
+    LimitToSixteenBits(pairs);
+    return RunEnd::kFinished;
+}
+
+// Filters a channel of the range into its slot and returns the peak of its input. Cancelled, the
+// rest keeps its unfiltered values.
+float RunEqualizerChannel(const CWave& sound, unsigned channel, EffectRange range,
+                          EqualizerFilters& filters, const EqualizerParameters& parameters,
+                          PairBuffer& pairs, ProgressWindow& progress) {
+    std::array<float, kMaxPieceFrames> samples;
+    float peak = 0;
+    bool cancelled = false;
+    for (std::uint32_t done = 0; done < range.length; done += kMaxPieceFrames) {
+        cancelled = cancelled || progress.Poll();
+        progress.SetPosition(PercentDone(done, range.length));
+        const auto piece = std::span(samples).first(std::min(range.length - done, kMaxPieceFrames));
+        ReadChannel(sound, channel, range.start + done, piece, EightBitReading::kFull);
+        for (const float sample : piece) peak = std::max(peak, std::abs(sample));
+        if (!cancelled) filters.Process(piece, parameters);
+        pairs.Put(channel, done, piece);
+    }
+    return peak;
+}
+
+// The channel's peak becomes what it was before. Silence stays silence, instead of 0 / 0.
+void RestorePeak(PairBuffer& pairs, unsigned slot, float inputPeak) {
+    const float outputPeak = pairs.Peak(slot);
+    if (outputPeak > 0) pairs.Rescale(slot, outputPeak, inputPeak);
+}
+
+}  // namespace
+
+bool ApplyFlanger(const EffectTarget& target, const FlangerParameters& parameters) {
+    CSoundDoc& document = target.document;
+    const EffectRange range = PreviewedRange(target);
+    PairBuffer pairs(range.length);
+    if (!CheckMemory(document, pairs) || !BeginApply(document)) return false;
+    if (RunFlanger(document, range, parameters, pairs) == RunEnd::kCancelled) {
+        document.SetModified(true);
+        return FailCancelled(document);
+    }
+    ApplyEffectResult(document, range, pairs.Pairs(), HandOverCount(document, range));
+    EndApply(document, range);
+    return true;
+}
+
+bool PreviewFlanger(const EffectTarget& target, const FlangerParameters& parameters,
+                    PreviewPlay play) {
+    CSoundDoc& document = target.document;
+    const EffectRange range = PreviewedRange(target);
+    PairBuffer pairs(range.length);
+    if (!CheckMemory(document, pairs)) return false;
+    if (RunFlanger(document, range, parameters, pairs) == RunEnd::kCancelled)
+        return FailCancelled(document);
+    return SetPreviewResult(document, pairs.Pairs(), HandOverCount(document, range), play);
+}
+
+bool ApplyReverb(const EffectTarget& target, const ReverbParameters& parameters) {
+    CSoundDoc& document = target.document;
+    CWave& sound = document.Sound();
+    const EffectRange range = PreviewedRange(target);
+    PairBuffer pairs(range.length);
+    if (!CheckMemory(document, pairs) || !BeginApply(document)) return false;
+    if (RunReverb(document, range, parameters, pairs) == RunEnd::kCancelled) {
+        document.SetModified(true);
+        return FailCancelled(document);
+    }
+    if (sound.GetChannels() == 1)
+        WriteLeftSlots(sound, range, pairs);
+    else
+        ApplyEffectResult(document, range, pairs.Pairs(), HandOverCount(document, range));
+    EndApply(document, range);
+    return true;
+}
+
+bool PreviewReverb(const EffectTarget& target, const ReverbParameters& parameters,
+                   PreviewPlay play) {
+    CSoundDoc& document = target.document;
+    const EffectRange range = PreviewedRange(target);
+    PairBuffer pairs(range.length);
+    if (!CheckMemory(document, pairs)) return false;
+    if (RunReverb(document, range, parameters, pairs) == RunEnd::kCancelled)
+        return FailCancelled(document);
+    if (document.Sound().GetBits() == 8)
+        for (unsigned slot : {0u, 1u}) pairs.Scale(slot, kEightBitScale);
+    return SetPreviewResult(document, pairs.Pairs(), HandOverCount(document, range), play);
+}
+
+bool PreviewEqualizer(const EffectTarget& target, const EqualizerParameters& parameters,
+                      PreviewPlay play) {
+    CSoundDoc& document = target.document;
+    const CWave& sound = document.Sound();
+    const EffectRange range = PreviewedRange(target);
+    PairBuffer pairs(range.length);
+    if (!CheckMemory(document, pairs)) return false;
+    const auto progress = ShowProgress(document, " Equalizer");
+    for (unsigned channel = 0; channel < sound.GetChannels(); ++channel) {
+        const float peak = RunEqualizerChannel(sound, channel, range, target.state.equalizer,
+                                               parameters, pairs, *progress);
+        RestorePeak(pairs, channel, peak);
+    }
+    progress->SetPosition(100);
+    return SetPreviewResult(document, pairs.Pairs(), HandOverCount(document, range), play);
+}
+
+}  // namespace sonavel

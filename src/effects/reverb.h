@@ -1,0 +1,43 @@
+// Reverberation of one channel: early reflections, six damped combs in parallel, and four
+// all-passes in series for long reverberation times (the structure of M. R. Schroeder's and J. A.
+// Moorer's rooms).
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "effects/delay_filters.h"
+#include "effects/reverb_taps.h"
+#include "effects/run_end.h"
+#include "platform/progress_window.h"
+
+namespace sonavel {
+
+class ReverbChannel {
+  public:
+    static constexpr std::uint32_t kBlockFrames = 32768;
+
+    ReverbChannel(const ReverbParameters& parameters, std::uint32_t samplesPerSecond);
+
+    // The next block of at most kBlockFrames frames: the dry samples, replaced by the mixture.
+    RunEnd Process(std::span<float> block, ProgressWindow& progress);
+
+  private:
+    void AddEarly(std::span<const float> dry, std::span<float> reverb);
+    RunEnd AddLate(std::span<const float> dry, std::span<float> reverb, ProgressWindow& progress);
+
+    ReverbTaps taps_;
+    float dryShare_;
+    float wetShare_;
+    std::vector<DampedComb> combs_;
+    std::vector<AllPass> allPasses_;
+    // What passes the end of a block, from the early taps and from the shifted late part.
+    std::vector<float> earlySpill_;
+    std::vector<float> lateSpill_;
+};
+
+// The damping class of a reverberation time: 0, 1 or 2.
+int DampingClass(int timeMs);
+
+}  // namespace sonavel

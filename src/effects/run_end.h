@@ -1,0 +1,8 @@
+// How a run that polls a progress window ended.
+#pragma once
+
+namespace sonavel {
+
+enum class RunEnd { kFinished, kCancelled };
+
+}  // namespace sonavel

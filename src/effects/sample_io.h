@@ -1,0 +1,33 @@
+// Samples of a sound to floats and back, a channel at a time. The loops are written per sample
+// width, so that the compiler vectorises them; the values are those of GetSample and SetSample.
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+#include "sound/wave.h"
+
+namespace sonavel {
+
+enum class EightBitReading {
+    kFull,        // -127 to 128, as GetSample gives it
+    kSignedByte,  // the value 128 (byte 0) wraps to -128
+};
+
+// Reads out.size() frames of one channel from startFrame on; 0 beyond the end of the data.
+void ReadChannel(const CWave& sound, unsigned channel, std::uint32_t startFrame,
+                 std::span<float> out, EightBitReading reading);
+// Reads the samples of all channels as they are interleaved; out holds whole frames.
+void ReadInterleaved(const CWave& sound, std::uint32_t startFrame, std::span<float> out);
+
+// Writes one channel from startFrame on, each value truncated toward zero and stored in its low 8
+// or 16 bits; frames beyond the end of the data are left out. Values must lie within +-2^31.
+void WriteTruncated(CWave& sound, unsigned channel, std::uint32_t startFrame,
+                    std::span<const float> values);
+// Likewise for interleaved samples of all channels.
+void WriteInterleaved(CWave& sound, std::uint32_t startFrame, std::span<const float> values);
+// Writes one channel through Quantize().
+void WriteQuantized(CWave& sound, unsigned channel, std::uint32_t startFrame,
+                    std::span<const float> values);
+
+}  // namespace sonavel
