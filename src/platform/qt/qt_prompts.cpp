@@ -3,8 +3,6 @@
 #include <QApplication>
 #include <QMessageBox>
 
-#include "platform/qt/channel_conversion_dialog.h"
-
 namespace sonavel {
 
 namespace {
@@ -56,9 +54,8 @@ bool QtPrompts::AskYesNo(std::string_view text, std::string_view caption) {
 }
 
 std::optional<ChannelChoice> QtPrompts::AskChannelConversion(ChannelConversion conversion) {
-    ChannelConversionDialog dialog(conversion, ParentForBox());
-    if (dialog.exec() != QDialog::Accepted) return std::nullopt;
-    return dialog.Choice();
+    if (!askChannels_) return ChannelChoice::kBothOrMix;
+    return askChannels_(conversion, ParentForBox());
 }
 
 }  // namespace sonavel
