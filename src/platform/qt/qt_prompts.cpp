@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QMessageBox>
 
+#include "platform/qt/channel_conversion_dialog.h"
+
 namespace sonavel {
 
 namespace {
@@ -54,8 +56,9 @@ bool QtPrompts::AskYesNo(std::string_view text, std::string_view caption) {
 }
 
 std::optional<ChannelChoice> QtPrompts::AskChannelConversion(ChannelConversion conversion) {
-    if (!askChannels_) return ChannelChoice::kBothOrMix;
-    return askChannels_(conversion, ParentForBox());
+    ChannelConversionDialog dialog(conversion, ParentForBox());
+    if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+    return dialog.Choice();
 }
 
 }  // namespace sonavel

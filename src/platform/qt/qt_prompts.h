@@ -14,14 +14,10 @@ namespace sonavel {
 class QtPrompts : public UserPrompts {
   public:
     using StatusSink = std::function<void(const QString& text)>;
-    using ChannelQuestion =
-        std::function<std::optional<ChannelChoice>(ChannelConversion, QWidget* parent)>;
 
     // Boxes stand over the active window, and over this one while none is active.
     void SetMainWindow(QWidget* window) { mainWindow_ = window; }
     void SetStatusSink(StatusSink sink) { statusSink_ = std::move(sink); }
-    // The dialog that asks for a channel conversion; without one the answer is to keep everything.
-    void SetChannelQuestion(ChannelQuestion ask) { askChannels_ = std::move(ask); }
 
     // Until the next TakeHeldMessages, messages are kept instead of shown: at start-up nobody may
     // be there to close a box. Questions are still asked.
@@ -40,7 +36,6 @@ class QtPrompts : public UserPrompts {
 
     QPointer<QWidget> mainWindow_;
     StatusSink statusSink_;
-    ChannelQuestion askChannels_;
     bool holding_ = false;
     QStringList held_;
 };
