@@ -24,10 +24,12 @@ class BlockExtremes {
     static constexpr std::int64_t kFramesPerBlock = 256;
 
     // Reads the blocks anew from the one that holds `firstChangedFrame` to the end, the last,
-    // partial block included; all of them when the channel count is another than before. The caller
-    // passes 0 when the sample width may have changed.
+    // partial block included; all of them when channel count or sample width are others than
+    // before.
     void Rebuild(const CWave& wave, std::int64_t firstChangedFrame);
 
+    // Counts the rebuilds: another number than before means another content.
+    std::uint64_t Revision() const { return revision_; }
     std::size_t BlockCount() const { return blockCount_; }
     unsigned Channels() const { return channels_; }
     // One value a block; signed as CWave::GetSample gives them. Empty for a channel the sound
@@ -45,7 +47,14 @@ class BlockExtremes {
         std::vector<std::int16_t> minima;
     };
 
+    void Resize(std::size_t count);
+    // Scans the blocks from `firstBlock` on.
+    template <typename Stored>
+    void RebuildFrom(std::span<const Stored> samples, std::size_t firstBlock);
+
+    std::uint64_t revision_ = 0;
     unsigned channels_ = 0;
+    unsigned bits_ = 0;
     std::size_t blockCount_ = 0;
     std::array<ChannelBlocks, 2> blocks_;
 };

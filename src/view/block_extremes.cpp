@@ -1,0 +1,106 @@
+#include "view/block_extremes.h"
+
+#include <algorithm>
+
+#include "sound/typed_samples.h"
+#include "view/sample_scan.h"
+
+namespace sonavel {
+namespace {
+
+SampleExtremes ExtremesOf(const StoredExtremes<std::int16_t>& stored, std::size_t channel) {
+    return {SampleValue(stored.maximum[channel]), SampleValue(stored.minimum[channel])};
+}
+
+// Bytes are read with their sign inverted, so that the greatest byte is the least sample.
+SampleExtremes ExtremesOf(const StoredExtremes<std::uint8_t>& stored, std::size_t channel) {
+    return {SampleValue(stored.minimum[channel]), SampleValue(stored.maximum[channel])};
+}
+
+// Plain reductions, which the compiler vectorises, unlike std::max_element.
+SampleExtremes ExtremesOfBlocks(std::span<const std::int16_t> maxima,
+                                std::span<const std::int16_t> minima) {
+    std::int16_t maximum = maxima[0];
+    std::int16_t minimum = minima[0];
+    for (const std::int16_t value : maxima) maximum = std::max(maximum, value);
+    for (const std::int16_t value : minima) minimum = std::min(minimum, value);
+    return {maximum, minimum};
+}
+
+}  // namespace
+
+void BlockExtremes::Rebuild(const CWave& wave, std::int64_t firstChangedFrame) {
+    const unsigned channels = std::clamp(wave.GetChannels(), 1u, 2u);
+    if (channels != channels_ || wave.GetBits() != bits_) firstChangedFrame = 0;
+    channels_ = channels;
+    bits_ = wave.GetBits();
+    const std::int64_t oldCount = static_cast<std::int64_t>(blockCount_);
+    const std::int64_t count = (wave.GetFrameCount() + kFramesPerBlock - 1) / kFramesPerBlock;
+    Resize(static_cast<std::size_t>(count));
+    // What was or is now the last block may have been partial before.
+    const std::int64_t first =
+        std::min({firstChangedFrame / kFramesPerBlock, oldCount - 1, count - 1});
+    const auto firstBlock = static_cast<std::size_t>(std::max<std::int64_t>(first, 0));
+    if (bits_ == 8) {
+        RebuildFrom(wave.Bytes(), firstBlock);
+    } else {
+        RebuildFrom(Words(wave.Bytes()), firstBlock);
+    }
+}
+
+void BlockExtremes::Resize(std::size_t count) {
+    blockCount_ = count;
+    for (unsigned channel = 0; channel < blocks_.size(); ++channel) {
+        const std::size_t size = channel < channels_ ? count : 0;
+        blocks_[channel].maxima.resize(size);
+        blocks_[channel].minima.resize(size);
+    }
+}
+
+template <typename Stored>
+void BlockExtremes::RebuildFrom(std::span<const Stored> samples, std::size_t firstBlock) {
+    const std::size_t perBlock = kFramesPerBlock * channels_;
+    // A last frame that is there in part is no frame.
+    const std::size_t total = samples.size() / channels_ * channels_;
+    for (std::size_t block = firstBlock; block < blockCount_; ++block) {
+        const std::size_t start = block * perBlock;
+        const auto stored =
+            ScanStored(samples.data() + start, std::min(perBlock, total - start), channels_);
+        for (unsigned channel = 0; channel < channels_; ++channel) {
+            const SampleExtremes extremes = ExtremesOf(stored, channel);
+            blocks_[channel].maxima[block] = static_cast<std::int16_t>(extremes.maximum);
+            blocks_[channel].minima[block] = static_cast<std::int16_t>(extremes.minimum);
+        }
+    }
+}
+
+std::span<const std::int16_t> BlockExtremes::Maxima(unsigned channel) const {
+    return channel < channels_ ? blocks_[channel].maxima : std::span<const std::int16_t>{};
+}
+
+std::span<const std::int16_t> BlockExtremes::Minima(unsigned channel) const {
+    return channel < channels_ ? blocks_[channel].minima : std::span<const std::int16_t>{};
+}
+
+SampleExtremes BlockExtremes::Over(unsigned channel, std::int64_t startFrame,
+                                   std::int64_t endFrame) const {
+    const auto maxima = Maxima(channel);
+    const auto minima = Minima(channel);
+    // The last visited frame decides, not the last frame: a column does not see the block in which
+    // it merely ends.
+    const std::int64_t steps = (endFrame - 1 - startFrame) / kFramesPerBlock;
+    const std::int64_t lastBlock = startFrame / kFramesPerBlock + steps;
+    const auto count = static_cast<std::int64_t>(maxima.size());
+    const std::int64_t first = std::clamp<std::int64_t>(startFrame / kFramesPerBlock, 0, count);
+    const std::int64_t last = std::clamp<std::int64_t>(lastBlock + 1, first, count);
+    if (first == last) return {};
+    SampleExtremes result =
+        ExtremesOfBlocks(maxima.subspan(first, last - first), minima.subspan(first, last - first));
+    if (lastBlock >= count) {
+        result.maximum = std::max(result.maximum, 0);
+        result.minimum = std::min(result.minimum, 0);
+    }
+    return result;
+}
+
+}  // namespace sonavel
