@@ -1,0 +1,73 @@
+#include "sound/byte_source.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+namespace sonavel {
+
+std::size_t MemorySource::ReadAt(std::uint64_t offset, std::span<std::uint8_t> to) {
+    if (offset >= bytes_.size()) return 0;
+    const auto count =
+        static_cast<std::size_t>(std::min<std::uint64_t>(to.size(), bytes_.size() - offset));
+    if (count) std::memcpy(to.data(), bytes_.data() + offset, count);
+    return count;
+}
+
+FileSource::~FileSource() {
+    if (descriptor_ >= 0) close(descriptor_);
+}
+
+bool FileSource::Open(const std::filesystem::path& path) {
+    if (descriptor_ >= 0) close(descriptor_);
+    // Not blocking, lest the name of a pipe hold up the program for ever.
+    descriptor_ = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    struct stat status;
+    if (descriptor_ < 0 || fstat(descriptor_, &status) != 0 || !S_ISREG(status.st_mode))
+        return false;
+    size_ = static_cast<std::uint64_t>(status.st_size);
+    return true;
+}
+
+std::size_t FileSource::ReadAt(std::uint64_t offset, std::span<std::uint8_t> to) {
+    std::size_t done = 0;
+    while (done < to.size() && offset + done < size_) {
+        const ssize_t got = pread(descriptor_, to.data() + done, to.size() - done,
+                                  static_cast<off_t>(offset + done));
+        if (got < 0 && errno == EINTR) continue;
+        if (got <= 0) break;
+        done += static_cast<std::size_t>(got);
+    }
+    return done;
+}
+
+std::uint64_t ByteCursor::Remaining() const {
+    const std::uint64_t size = source_.Size();
+    return position_ < size ? size - position_ : 0;
+}
+
+bool ByteCursor::WindowHolds(std::size_t bytes) const {
+    return position_ >= windowStart_ && position_ - windowStart_ + bytes <= windowSize_;
+}
+
+std::size_t ByteCursor::Read(std::span<std::uint8_t> to) {
+    std::size_t got = 0;
+    if (to.size() >= window_.size()) {
+        got = source_.ReadAt(position_, to);
+    } else {
+        if (!WindowHolds(to.size())) {
+            windowStart_ = position_;
+            windowSize_ = source_.ReadAt(position_, window_);
+        }
+        got = std::min(to.size(), windowSize_ - (position_ - windowStart_));
+        std::copy_n(window_.begin() + (position_ - windowStart_), got, to.begin());
+    }
+    position_ += got;
+    return got;
+}
+
+}  // namespace sonavel

@@ -1,0 +1,80 @@
+// Where file readers get their bytes: a file or a block of memory, and a cursor that walks over
+// either.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <filesystem>
+#include <span>
+
+namespace sonavel {
+
+class ByteSource {
+  public:
+    virtual ~ByteSource() = default;
+
+    // What is really there, in bytes.
+    virtual std::uint64_t Size() const = 0;
+    // Fills `to` with the bytes from `offset` on. Returns how many there were; fewer than asked for
+    // only at the end of the source or when it cannot be read.
+    virtual std::size_t ReadAt(std::uint64_t offset, std::span<std::uint8_t> to) = 0;
+};
+
+// A block that must outlive the source.
+class MemorySource : public ByteSource {
+  public:
+    explicit MemorySource(std::span<const std::uint8_t> bytes) : bytes_(bytes) {}
+
+    std::uint64_t Size() const override { return bytes_.size(); }
+    std::size_t ReadAt(std::uint64_t offset, std::span<std::uint8_t> to) override;
+
+  private:
+    std::span<const std::uint8_t> bytes_;
+};
+
+class FileSource : public ByteSource {
+  public:
+    FileSource() = default;
+    ~FileSource() override;
+    FileSource(const FileSource&) = delete;
+    FileSource& operator=(const FileSource&) = delete;
+
+    // False unless the path names a regular file that may be read.
+    bool Open(const std::filesystem::path& path);
+
+    std::uint64_t Size() const override { return size_; }
+    std::size_t ReadAt(std::uint64_t offset, std::span<std::uint8_t> to) override;
+
+  private:
+    int descriptor_ = -1;
+    std::uint64_t size_ = 0;
+};
+
+// A position in a source. Small reads come from a window of the source, so that walking over many
+// small fields costs few reads; large ones go straight to their target.
+class ByteCursor {
+  public:
+    explicit ByteCursor(ByteSource& source) : source_(source) {}
+
+    std::uint64_t Position() const { return position_; }
+    // May lie beyond the end, where there is nothing to read.
+    void Seek(std::uint64_t position) { position_ = position; }
+    void Skip(std::uint64_t bytes) { position_ += bytes; }
+    std::uint64_t Remaining() const;
+
+    // Reads and moves on by what was there, which is returned.
+    std::size_t Read(std::span<std::uint8_t> to);
+    // False when fewer bytes were there.
+    bool ReadAll(std::span<std::uint8_t> to) { return Read(to) == to.size(); }
+
+  private:
+    bool WindowHolds(std::size_t bytes) const;
+
+    ByteSource& source_;
+    std::uint64_t position_ = 0;
+    std::array<std::uint8_t, 4096> window_;
+    std::uint64_t windowStart_ = 0;
+    std::size_t windowSize_ = 0;
+};
+
+}  // namespace sonavel

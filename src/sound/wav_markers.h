@@ -1,0 +1,29 @@
+// The markers of a WAV file: its chunks "cue " and "LIST" "adtl" with "labl" and "ltxt".
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "sound/marker_list.h"
+#include "sound/riff.h"
+
+namespace sonavel {
+
+enum class MarkerReading {
+    kDone,        // also for a file without "cue ", which has no markers
+    kIncomplete,  // the list or a label is missing; the markers keep what was read
+    kDamaged,     // a count or a size that the file cannot hold
+};
+
+// Searches onward from the current position of `reader`, which stands behind the data.
+MarkerReading ReadMarkers(RiffReader& reader, const RiffChunk& riff, MarkerList& markers);
+
+// The bytes that follow the data: "cue " and "LIST". The first is what the RIFF size counts, the
+// list is not.
+struct MarkerChunks {
+    std::vector<std::uint8_t> cue;
+    std::vector<std::uint8_t> list;
+};
+MarkerChunks BuildMarkerChunks(const MarkerList& markers);
+
+}  // namespace sonavel
