@@ -103,7 +103,7 @@ class CWavePlayer : public CWave {
     void ShowPeaks(const ChannelPeaks& peaks);
     void ShowRecordState();
     bool InsertRecorded(std::uint32_t frame, const RecordedSound& recorded);
-    void CopyRecorded(std::size_t offset, const RecordedSound& recorded);
+    void CopyRecorded(ByteRange gap, const RecordedSound& recorded);
 
     WaveDevices& devices_;
     PlayerObserver* observer_ = nullptr;

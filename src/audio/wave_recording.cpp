@@ -50,7 +50,7 @@ class CopyProgress {
 }  // namespace
 
 bool CWavePlayer::StartRecording() {
-    if (IsRecording() || recordDevice_ == kNoWaveDevice) return false;
+    if (IsRecording() || recordDevice_ == kNoWaveDevice || GetBlockAlign() == 0) return false;
     Stop(StopReport::kShow);
     RecorderSettings settings;
     settings.deviceId = recordDevice_;
@@ -98,19 +98,21 @@ bool CWavePlayer::InsertRecorded(std::uint32_t frame, const RecordedSound& recor
         ReportDeviceError(kWaveNoMemory);
         return false;
     }
+    const std::uint32_t gained = GetDataSize() - oldSize;
     std::uint8_t* const gap = MutableBytes().data() + offset;
-    std::memmove(gap + recorded.bytes, gap, oldSize - offset);
-    CopyRecorded(offset, recorded);
+    std::memmove(gap + gained, gap, oldSize - offset);
+    CopyRecorded({offset, offset + gained}, recorded);
     SetModified(true);
     return true;
 }
 
-void CWavePlayer::CopyRecorded(std::size_t offset, const RecordedSound& recorded) {
+void CWavePlayer::CopyRecorded(ByteRange gap, const RecordedSound& recorded) {
     CopyProgress progress(Progress(), recorded.blocks.size());
+    std::size_t offset = gap.start;
     for (std::size_t i = 0; i < recorded.blocks.size(); ++i) {
         const auto& block = recorded.blocks[i];
         // The progress window lets the host run, which may have shortened the sound.
-        if (offset + block.size() > GetDataSize()) break;
+        if (offset + block.size() > std::min(gap.end, GetDataSize())) break;
         std::memcpy(MutableBytes().data() + offset, block.data(), block.size());
         offset += block.size();
         progress.AfterBlock(i);
