@@ -1,6 +1,7 @@
 #include "effects/effect_buffer.h"
 
-#include "effects/sample_io.h"
+#include "effects/quantizer.h"
+#include "sound/sample_io.h"
 
 namespace sonavel {
 
@@ -17,9 +18,12 @@ void CEffectBuffer::Load(const CWave& sound, EffectRange range) {
     if (channels_ == 2) ReadChannel(sound, 1, range.start, Right(), EightBitReading::kSignedByte);
 }
 
-void CEffectBuffer::Store(CWave& sound) const {
-    WriteQuantized(sound, 0, range_.start, {left_.data(), range_.length});
-    if (channels_ == 2) WriteQuantized(sound, 1, range_.start, {right_.data(), range_.length});
+void CEffectBuffer::Store(CWave& sound) {
+    QuantizeInPlace(Left());
+    WriteTruncated(sound, 0, range_.start, Left());
+    if (channels_ != 2) return;
+    QuantizeInPlace(Right());
+    WriteTruncated(sound, 1, range_.start, Right());
 }
 
 }  // namespace sonavel

@@ -22,8 +22,8 @@ class CEffectBuffer {
 
     // Reads a range of at most maxFrames frames; an 8-bit value of +128 wraps to -128.
     void Load(const CWave& sound, EffectRange range);
-    // Writes the range back through the quantizer.
-    void Store(CWave& sound) const;
+    // Writes the range back through the quantizer, which the buffer holds the results of then.
+    void Store(CWave& sound);
 
     std::uint32_t SampleRate() const { return sampleRate_; }
     unsigned BitsPerSample() const { return bitsPerSample_; }

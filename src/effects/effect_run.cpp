@@ -4,7 +4,7 @@
 #include <cmath>
 #include <string>
 
-#include "effects/sample_io.h"
+#include "sound/sample_io.h"
 
 namespace sonavel {
 namespace {

@@ -8,7 +8,7 @@
 #include "effects/effect_buffer.h"
 #include "effects/effect_commands.h"
 #include "effects/effect_run.h"
-#include "effects/sample_io.h"
+#include "sound/sample_io.h"
 
 namespace sonavel {
 namespace {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 namespace sonavel {
 
@@ -12,6 +13,10 @@ inline std::int32_t Quantize(float value) {
     const auto whole = static_cast<std::int32_t>(value);
     const float fraction = value - static_cast<float>(whole);
     return whole + (fraction > 0.5f ? 128 : 0);
+}
+
+inline void QuantizeInPlace(std::span<float> values) {
+    for (float& value : values) value = static_cast<float>(Quantize(value));
 }
 
 }  // namespace sonavel

@@ -1,9 +1,7 @@
-#include "effects/sample_io.h"
+#include "sound/sample_io.h"
 
 #include <algorithm>
 #include <type_traits>
-
-#include "effects/quantizer.h"
 
 namespace sonavel {
 namespace {
@@ -55,19 +53,22 @@ void Read(const CWave& sound, SampleRun run, std::span<float> out, int valueOfBy
     std::fill(out.begin() + static_cast<std::ptrdiff_t>(run.count), out.end(), 0.0f);
 }
 
-template <class Convert>
-void Write(CWave& sound, SampleRun run, std::span<const float> values, const Convert& convert) {
+std::int32_t Truncate(float value) {
+    return static_cast<std::int32_t>(value);
+}
+
+void Write(CWave& sound, SampleRun run, std::span<const float> values) {
     const float* in = values.data();
     std::uint8_t* bytes = sound.MutableBytes().data();
     WithConstantStride(run.stride, [&](auto stride) {
         if (sound.GetBits() == 16) {
             auto* out = reinterpret_cast<std::int16_t*>(bytes) + run.first;
             for (std::size_t i = 0; i < run.count; ++i)
-                out[i * stride] = static_cast<std::int16_t>(convert(in[i]));
+                out[i * stride] = static_cast<std::int16_t>(Truncate(in[i]));
         } else {
             std::uint8_t* out = bytes + run.first;
             for (std::size_t i = 0; i < run.count; ++i)
-                out[i * stride] = static_cast<std::uint8_t>(128 - convert(in[i]));
+                out[i * stride] = static_cast<std::uint8_t>(128 - Truncate(in[i]));
         }
     });
 }
@@ -90,17 +91,11 @@ void ReadInterleaved(const CWave& sound, std::uint32_t startFrame, std::span<flo
 
 void WriteTruncated(CWave& sound, unsigned channel, std::uint32_t startFrame,
                     std::span<const float> values) {
-    Write(sound, ChannelRun(sound, channel, startFrame, values.size()), values, Truncate);
+    Write(sound, ChannelRun(sound, channel, startFrame, values.size()), values);
 }
 
 void WriteInterleaved(CWave& sound, std::uint32_t startFrame, std::span<const float> values) {
-    Write(sound, InterleavedRun(sound, startFrame, values.size()), values, Truncate);
-}
-
-void WriteQuantized(CWave& sound, unsigned channel, std::uint32_t startFrame,
-                    std::span<const float> values) {
-    Write(sound, ChannelRun(sound, channel, startFrame, values.size()), values,
-          [](float value) { return Quantize(value); });
+    Write(sound, InterleavedRun(sound, startFrame, values.size()), values);
 }
 
 }  // namespace sonavel

@@ -26,8 +26,5 @@ void WriteTruncated(CWave& sound, unsigned channel, std::uint32_t startFrame,
                     std::span<const float> values);
 // Likewise for interleaved samples of all channels.
 void WriteInterleaved(CWave& sound, std::uint32_t startFrame, std::span<const float> values);
-// Writes one channel through Quantize().
-void WriteQuantized(CWave& sound, unsigned channel, std::uint32_t startFrame,
-                    std::span<const float> values);
 
 }  // namespace sonavel
