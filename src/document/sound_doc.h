@@ -88,11 +88,11 @@ class CSoundDoc {
     // --- Edits ----------------------------------------------------------------------------------
 
     // To be called before every edit: stops playing, discards what could be redone, and pushes a
-    // copy of the sound as an undo step when undo is on and the sound has data. False only when the
-    // memory cannot be had and the person chose not to go on without undo.
+    // copy of the sound as an undo step when undo is on. False, with nothing changed, while
+    // recording, and when the memory cannot be had and the person chose not to go on without undo.
     bool PushUndoStep(std::string_view name);
-    // Likewise for an edit that stores no step.
-    void BeginUnrecordedEdit();
+    // Likewise for an edit that stores no step. False while recording.
+    bool BeginUnrecordedEdit();
     // Takes the step of the PushUndoStep just before back, when the edit did not come about.
     void DropUndoStep();
     // Marks the sound modified and tells every observer that it changed from this frame on.
@@ -107,7 +107,7 @@ class CSoundDoc {
 
     // --- Recording ------------------------------------------------------------------------------
 
-    // Stops playing, pushes the undo step of a sound that has data, and starts the input device.
+    // Stops playing, pushes an undo step when the sound has data, and starts the input device.
     bool StartRecording();
     // Inserts what was recorded at this frame; the markers stay where they are. False, with the
     // sound and the history unchanged, when nothing was recorded.
@@ -128,27 +128,32 @@ class CSoundDoc {
     bool ReadFile(const std::filesystem::path& path, std::string_view extension);
     bool ReadWav(const std::filesystem::path& path);
     bool WriteFile(const std::filesystem::path& path, std::string_view extension);
+    bool WriteWav(const std::filesystem::path& path);
     bool ConvertForSave(const SaveAsChoice& choice);
-    // Stores the text as the last error and shows it in the status bar.
+    void TakePath(const std::filesystem::path& path);
+    void OpenIntoWindow();
+    // Each stores the text as the last error and returns false; Fail also shows it in the status
+    // bar.
     bool Fail(std::string_view text);
+    bool Refuse(std::string_view text);
+    // Fails with the sound's own last error where it left one.
     bool FailAsSound(std::string_view fallback);
     void StopPlaying();
-    void TakePath(const std::filesystem::path& path);
-    void NotifyTitle();
+    void TellChanged(std::uint32_t firstChangedFrame);
+    void TellTitleOrModified();
     void AfterHistoryStep();
-    void StoreFrames(std::span<const float> samples);
 
     HostServices services_;
     DocumentDialogs& dialogs_;
     std::vector<DocumentObserver*> observers_;
-    CWavePlayer sound_;
-    CWavePlayer preview_;
     DocumentOptions options_;
     UndoHistory history_;
+    CWavePlayer sound_;
+    CWavePlayer preview_;
     std::filesystem::path path_;
     std::string title_;
     std::string lastError_;
-    enum class UndoPush { kNone, kStored } lastPush_ = UndoPush::kNone;
+    bool stepPushed_ = false;  // by the last PushUndoStep
 };
 
 }  // namespace sonavel

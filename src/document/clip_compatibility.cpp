@@ -1,0 +1,73 @@
+// Making the clip on the clipboard fit the sound that it is to go into.
+#include <utility>
+
+#include "document/clip_image.h"
+#include "document/edit_operations.h"
+
+namespace sonavel::edit {
+namespace {
+
+bool SameFormat(const CWave& sound, const ClipRecord& clip) {
+    return sound.GetSamplesPerSecond() == clip.format.samplesPerSecond &&
+           sound.GetChannels() == clip.format.channels &&
+           sound.GetBits() == clip.format.bitsPerSample;
+}
+
+bool AskWhetherToConvert(UserPrompts& prompts) {
+    return prompts.AskOkCancel("원본 포맷과 같지 않습니다...", "경고");
+}
+
+// Lets `convert` change the clip as a sound of its own.
+template <class Conversion>
+bool ConvertClip(const HostServices& services, ClipRecord& clip, Conversion convert) {
+    CWave sound(services.prompts, services.progress);
+    sound.Adopt({clip.format, std::move(clip.buffer), {}});
+    const bool converted = convert(sound);
+    SoundCopy result = sound.Exchange({});
+    clip.format = result.format;
+    clip.buffer = std::move(result.buffer);
+    return converted;
+}
+
+// The rate is taken over without resampling.
+bool TakeRateAndBits(CSoundDoc& document, ClipRecord& clip) {
+    const CWave& sound = document.Sound();
+    return ConvertClip(document.Services(), clip, [&](CWave& clipSound) {
+        clipSound.SetRate(sound.GetSamplesPerSecond());
+        return clipSound.ConvertBits(sound.GetBits());
+    });
+}
+
+bool TakeChannels(CSoundDoc& document, ClipRecord& clip, ChannelChoice choice) {
+    return ConvertClip(document.Services(), clip, [&](CWave& clipSound) {
+        return clipSound.ConvertChannels(document.Sound().GetChannels(), choice);
+    });
+}
+
+bool Refuse(CSoundDoc& document, std::string_view reason) {
+    document.SetLastError(reason);
+    return false;
+}
+
+}  // namespace
+
+bool PrepareClip(CSoundDoc& document, ClipRecord& clip) {
+    const HostServices& services = document.Services();
+    const bool read = ReadClipboard(services.clipboard, clip);
+    if (!read || !clip.present)
+        return Refuse(document, "The clipboard holds no sound that can be pasted.");
+    if (SameFormat(document.Sound(), clip)) return true;
+    if (!AskWhetherToConvert(services.prompts)) return Refuse(document, "Cancelled.");
+    if (!TakeRateAndBits(document, clip)) return Refuse(document, "Memory Allocation Failure.");
+    // A clip that differed in nothing but rate or bits is never pasted: people who have got past
+    // the warning still choose how channels are converted, and here there is nothing to choose.
+    if (clip.format.channels == document.Sound().GetChannels())
+        return Refuse(document, "A sound of another rate or bit depth is not pasted.");
+    const auto choice = services.prompts.AskChannelConversion(
+        clip.format.channels == 1 ? ChannelConversion::kMonoToStereo
+                                  : ChannelConversion::kStereoToMono);
+    if (!choice) return Refuse(document, "Cancelled.");
+    return TakeChannels(document, clip, *choice) || Refuse(document, "Memory Allocation Failure.");
+}
+
+}  // namespace sonavel::edit

@@ -1,0 +1,99 @@
+#include "document/clip_image.h"
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+#include <string_view>
+#include <utility>
+
+#include "sound/byte_order.h"
+
+namespace sonavel {
+namespace {
+
+constexpr std::size_t kHeaderBytes = 44;
+
+bool HasTag(std::span<const std::uint8_t> image, std::size_t offset, std::string_view tag) {
+    const auto sameLetter = [](char expected, std::uint8_t found) {
+        const bool lower = found >= 'a' && found <= 'z';
+        const bool expectedLower = expected >= 'a' && expected <= 'z';
+        return (lower ? found - 'a' + 'A' : found) ==
+               (expectedLower ? expected - 'a' + 'A' : expected);
+    };
+    return std::equal(tag.begin(), tag.end(), image.begin() + static_cast<std::ptrdiff_t>(offset),
+                      sameLetter);
+}
+
+PcmFormat FormatIn(std::span<const std::uint8_t> image) {
+    PcmFormat format;
+    format.formatTag = LoadLittle16(&image[20]);
+    format.channels = LoadLittle16(&image[22]);
+    format.samplesPerSecond = LoadLittle32(&image[24]);
+    format.averageBytesPerSecond = LoadLittle32(&image[28]);
+    format.blockAlign = LoadLittle16(&image[32]);
+    format.bitsPerSample = LoadLittle16(&image[34]);
+    return format;
+}
+
+// Where the samples begin, 0 when the size of the format chunk is neither of the two known ones.
+std::size_t SamplesOffset(std::span<const std::uint8_t> image) {
+    switch (LoadLittle32(&image[16])) {
+        case 16:
+            return kHeaderBytes;
+        case 18:
+            return kHeaderBytes + 2;
+        default:
+            return 0;
+    }
+}
+
+}  // namespace
+
+std::optional<std::vector<std::uint8_t>> WriteClipImage(const PcmFormat& format,
+                                                        std::span<const std::uint8_t> samples) try {
+    const auto bytes = static_cast<std::uint32_t>(samples.size());
+    ByteBuilder header;
+    header.Text("RIFF").Little32(bytes + kHeaderBytes - 8).Text("WAVEfmt ").Little32(16);
+    header.Little16(format.formatTag).Little16(format.channels);
+    header.Little32(format.samplesPerSecond).Little32(format.averageBytesPerSecond);
+    header.Little16(format.blockAlign).Little16(format.bitsPerSample);
+    header.Text("data").Little32(bytes);
+    std::vector<std::uint8_t> image;
+    image.reserve(kHeaderBytes + samples.size());
+    image.insert(image.end(), header.Bytes().begin(), header.Bytes().end());
+    image.insert(image.end(), samples.begin(), samples.end());
+    return image;
+} catch (const std::bad_alloc&) {
+    return std::nullopt;
+}
+
+bool ReadClipImage(std::span<const std::uint8_t> image, ClipRecord& clip) {
+    if (image.size() < kHeaderBytes) return false;
+    if (!HasTag(image, 0, "RIFF") || !HasTag(image, 8, "WAVE") || !HasTag(image, 12, "fmt "))
+        return false;
+    const PcmFormat format = FormatIn(image);
+    const std::size_t offset = SamplesOffset(image);
+    if (offset == 0 || !IsEditable(format)) return false;
+
+    // Read at 40 also behind the longer format chunk, whose samples begin two bytes later: writers
+    // of such images rely on it.
+    const std::uint32_t announced = LoadLittle32(&image[40]);
+    if (announced == 0 || announced > kMaxSoundBytes) return true;
+    if (image.size() < offset + announced) return false;
+    const std::size_t bytes = announced - announced % format.blockAlign;
+    SoundBuffer samples;
+    if (!samples.Allocate(bytes)) return false;
+    if (bytes) std::memcpy(samples.Data(), &image[offset], bytes);
+    clip.buffer = std::move(samples);
+    clip.format = MakePcmFormat(format.channels, format.bitsPerSample, format.samplesPerSecond);
+    clip.present = true;
+    return true;
+}
+
+bool ReadClipboard(const WaveClipboard& clipboard, ClipRecord& clip) {
+    if (!clipboard.OffersWave()) return false;
+    const std::optional<std::vector<std::uint8_t>> image = clipboard.GetImage();
+    return image && ReadClipImage(*image, clip);
+}
+
+}  // namespace sonavel

@@ -1,0 +1,41 @@
+#include "document/edit_step.h"
+
+#include <algorithm>
+
+namespace sonavel::edit {
+
+EditSelection ClampedTo(const CWave& sound, EditSelection at) {
+    const std::uint32_t frames = sound.GetFrameCount();
+    at.endFrame = std::min(at.endFrame, frames);
+    at.startFrame = std::min(at.startFrame, frames);
+    at.cursorFrame = std::min(at.cursorFrame, frames);
+    return at;
+}
+
+EditResult NotBegun(const EditSelection& at) {
+    return {.selection = at};
+}
+
+EditResult NothingDone(CSoundDoc& document, const EditSelection& at, std::string_view reason) {
+    document.SetLastError(reason);
+    return NotBegun(at);
+}
+
+EditResult OutOfMemory(CSoundDoc& document, const EditSelection& at) {
+    document.DropUndoStep();
+    return NothingDone(document, at, "Memory Allocation Failure.");
+}
+
+EditResult Done(CSoundDoc& document, const EditSelection& after, std::uint32_t firstChangedFrame) {
+    document.NotifyChanged(firstChangedFrame);
+    return {.done = true, .selection = after, .firstChangedFrame = firstChangedFrame};
+}
+
+std::string_view ReasonAgainst(const CWave& sound, const ClipRecord& clip) {
+    if (!clip.present || clip.buffer.Size() == 0) return "There is no sound on the clipboard.";
+    const bool fits =
+        clip.format.channels == sound.GetChannels() && clip.format.bitsPerSample == sound.GetBits();
+    return fits ? "" : "The clip has another format than the sound.";
+}
+
+}  // namespace sonavel::edit

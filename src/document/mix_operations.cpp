@@ -1,0 +1,149 @@
+// Mixing the clip into the sound.
+#include <algorithm>
+#include <cstddef>
+
+#include "document/edit_operations.h"
+#include "document/edit_step.h"
+#include "sound/typed_samples.h"
+
+namespace sonavel::edit {
+namespace {
+
+constexpr double kGreatestGain = 1000;  // keeps every result within 32 bits
+
+double Sane(double gain) {
+    return gain == gain ? std::clamp(gain, -kGreatestGain, kGreatestGain) : 0;
+}
+
+MixGains Sane(const MixGains& gains) {
+    return {Sane(gains.clip), Sane(gains.sound)};
+}
+
+class ConstantGain {
+  public:
+    explicit ConstantGain(const MixGains& gains) : gains_(gains) {}
+    MixGains At(std::int32_t) const { return gains_; }
+
+  private:
+    MixGains gains_;
+};
+
+// By the index of a sample, all channels of a frame having the same gains. Both ends are met
+// exactly.
+template <std::int32_t kChannels>
+class LinearGain {
+  public:
+    LinearGain(const CrossfadeGains& gains, std::int32_t frames)
+        : gains_(gains), last_(std::max(frames - 1, 1)) {}
+
+    MixGains At(std::int32_t sample) const {
+        const double t = sample / kChannels / last_;
+        return {gains_.start.clip * (1 - t) + gains_.end.clip * t,
+                gains_.start.sound * (1 - t) + gains_.end.sound * t};
+    }
+
+  private:
+    CrossfadeGains gains_;
+    double last_;
+};
+
+// Wraps around at the ends of the sample's range. Bytes count from 0, so that even silence, 128, is
+// scaled: results of 8-bit mixes depend on it.
+template <class Sample>
+Sample Truncated(double value) {
+    return static_cast<Sample>(static_cast<std::int32_t>(value));
+}
+
+// `sound` is the range to process; its first `old` samples were there before the range grew.
+template <class Sample, class Gain>
+void MixSamples(std::span<Sample> sound, std::span<const Sample> clip, std::size_t old,
+                const Gain& gain) {
+    const auto length = static_cast<std::int32_t>(sound.size());
+    const auto clipEnd = static_cast<std::int32_t>(std::min(sound.size(), clip.size()));
+    const auto bothEnd = static_cast<std::int32_t>(std::min({sound.size(), clip.size(), old}));
+    Sample* const to = sound.data();
+    const Sample* const from = clip.data();
+    for (std::int32_t i = 0; i < bothEnd; ++i) {
+        const MixGains at = gain.At(i);
+        to[i] = Truncated<Sample>(from[i] * at.clip + to[i] * at.sound);
+    }
+    for (std::int32_t i = bothEnd; i < clipEnd; ++i)
+        to[i] = Truncated<Sample>(from[i] * gain.At(i).clip);
+    for (std::int32_t i = clipEnd; i < length; ++i)
+        to[i] = Truncated<Sample>(to[i] * gain.At(i).sound);
+}
+
+struct MixRange {
+    std::size_t startByte = 0;
+    std::size_t bytes = 0;
+    std::size_t oldBytes = 0;  // of them before the sound grew
+};
+
+template <class Gain>
+void MixBytes(CWave& sound, const ClipRecord& clip, const MixRange& range, const Gain& gain) {
+    const std::span<std::uint8_t> bytes =
+        sound.MutableBytes().subspan(range.startByte, range.bytes);
+    if (sound.GetBits() == 16)
+        MixSamples(Words(bytes), Words(clip.Bytes()), range.oldBytes / 2, gain);
+    else
+        MixSamples(bytes, clip.Bytes(), range.oldBytes, gain);
+}
+
+// Nothing when the sound cannot grow.
+std::optional<MixRange> MakeRoom(CWave& sound, const ClipRecord& clip, const EditSelection& at) {
+    const bool selected = !at.IsEmpty();
+    const std::uint64_t start = selected ? at.startFrame : at.cursorFrame;
+    const std::uint64_t frames = selected ? at.Frames() : clip.GetFrameCount();
+    const std::size_t startByte = start * sound.GetBlockAlign();
+    const std::size_t oldBytes = sound.GetDataSize() - startByte;
+    const std::size_t bytes = frames * sound.GetBlockAlign();
+    if (startByte + bytes > kMaxSoundBytes ||
+        !sound.GrowWithSilence(static_cast<std::uint32_t>(start + frames)))
+        return std::nullopt;
+    return MixRange{startByte, bytes, std::min(oldBytes, bytes)};
+}
+
+// `mix` fills the range once it is there.
+template <class MixInto>
+EditResult RunMix(CSoundDoc& document, const ClipRecord& clip, const EditSelection& requested,
+                  MixInto mix) {
+    CWavePlayer& sound = document.Sound();
+    EditSelection at = ClampedTo(sound, requested);
+    if (const auto reason = ReasonAgainst(sound, clip); !reason.empty())
+        return NothingDone(document, requested, reason);
+    if (!document.PushUndoStep("Copy Sample")) return NotBegun(requested);
+    const std::optional<MixRange> range = MakeRoom(sound, clip, at);
+    if (!range) return OutOfMemory(document, requested);
+    mix(sound, *range);
+    if (!at.IsEmpty()) at.cursorFrame = at.startFrame;
+    return Done(document, at, at.cursorFrame);
+}
+
+template <std::int32_t kChannels>
+void CrossfadeBytes(CWave& sound, const ClipRecord& clip, const MixRange& range,
+                    const CrossfadeGains& gains) {
+    const auto frames = static_cast<std::int32_t>(range.bytes / sound.GetBlockAlign());
+    MixBytes(sound, clip, range, LinearGain<kChannels>(gains, frames));
+}
+
+}  // namespace
+
+EditResult Mix(CSoundDoc& document, const ClipRecord& clip, const EditSelection& at,
+               const MixGains& gains) {
+    return RunMix(document, clip, at, [&](CWave& sound, const MixRange& range) {
+        MixBytes(sound, clip, range, ConstantGain(Sane(gains)));
+    });
+}
+
+EditResult CrossfadeMix(CSoundDoc& document, const ClipRecord& clip, const EditSelection& at,
+                        const CrossfadeGains& gains) {
+    const CrossfadeGains sane{Sane(gains.start), Sane(gains.end)};
+    return RunMix(document, clip, at, [&](CWave& sound, const MixRange& range) {
+        if (sound.GetChannels() == 2)
+            CrossfadeBytes<2>(sound, clip, range, sane);
+        else
+            CrossfadeBytes<1>(sound, clip, range, sane);
+    });
+}
+
+}  // namespace sonavel::edit

@@ -1,0 +1,69 @@
+// What a save leaves out of a sound, told before it happens.
+#include <algorithm>
+
+#include "document/file_kind.h"
+#include "document/sound_doc.h"
+
+namespace sonavel {
+namespace {
+
+bool HasRegions(const MarkerList& markers) {
+    return std::any_of(markers.All().begin(), markers.All().end(),
+                       [](const Marker& marker) { return marker.length != 0; });
+}
+
+// The reader skips a byte behind a label of odd length that the writer does not write, and so
+// misses the labels behind it.
+bool HidesLabels(const MarkerList& markers) {
+    if (markers.Empty()) return false;
+    return std::any_of(markers.All().begin(), markers.All().end() - 1,
+                       [](const Marker& marker) { return marker.name.size() % 2 != 0; });
+}
+
+void Append(std::string& text, std::string_view sentence) {
+    if (!text.empty()) text += ' ';
+    text += sentence;
+}
+
+std::string WavWarning(const CWave& sound, bool saveMarkers) {
+    if (!saveMarkers)
+        return "Saving markers is off: the file gets the sound alone, and the sound still counts "
+               "as "
+               "not saved.";
+    const MarkerList& markers = sound.Markers();
+    if (markers.Empty()) return {};
+    if (sound.GetDataSize() % 2 != 0)
+        return "The markers will not be found when the file is opened, because its number of bytes "
+               "is odd.";
+    std::string text;
+    if (HidesLabels(markers))
+        Append(text, "Marker names behind one with an odd number of bytes will not be read again.");
+    if (HasRegions(markers)) Append(text, "The lengths of markers will not be read again.");
+    return text;
+}
+
+std::string AiffWarning(const CWave& sound) {
+    std::string text;
+    if (sound.GetBits() == 16 && sound.GetFrameCount() > sound.GetRate())
+        Append(text, "Only the first second of a 16-bit sound is written to an AIFF file.");
+    if (!sound.Markers().Empty()) Append(text, "An AIFF file holds no markers.");
+    return text;
+}
+
+}  // namespace
+
+std::string CSoundDoc::SaveWarning(const std::filesystem::path& path) const {
+    switch (FileKindOfExtension(ExtensionFromFirstDot(path))) {
+        case FileKind::kWav:
+            return WavWarning(sound_, options_.saveMarkers != 0);
+        case FileKind::kAiff:
+            return AiffWarning(sound_);
+        case FileKind::kNextSun:
+            return sound_.Markers().Empty() ? "" : "A Next/Sun file holds no markers.";
+        case FileKind::kUnknown:
+            break;
+    }
+    return {};
+}
+
+}  // namespace sonavel

@@ -1,0 +1,160 @@
+#include "document/sound_doc.h"
+
+#include <algorithm>
+
+namespace sonavel {
+
+CSoundDoc::CSoundDoc(const HostServices& services, DocumentDialogs& dialogs)
+    : services_(services),
+      dialogs_(dialogs),
+      sound_(services.prompts, services.progress, services.devices),
+      preview_(services.prompts, services.progress, services.devices) {
+    ReloadOptions();
+}
+
+CSoundDoc::~CSoundDoc() = default;
+
+void CSoundDoc::AddObserver(DocumentObserver* observer) {
+    observers_.push_back(observer);
+}
+
+void CSoundDoc::RemoveObserver(DocumentObserver* observer) {
+    std::erase(observers_, observer);
+}
+
+void CSoundDoc::ReloadOptions() {
+    options_ = DocumentOptions::Read(services_.folder);
+    sound_.SetPlaybackDevice(options_.playbackDeviceId);
+    sound_.SetPlaybackBlockFrames(options_.playbackBlockFrames);
+    sound_.SetRecordDevice(options_.recordDeviceId);
+    sound_.SetRecordBlockFrames(options_.recordBlockFrames);
+}
+
+void CSoundDoc::SetTitle(std::string_view title) {
+    title_ = title;
+    TellTitleOrModified();
+}
+
+void CSoundDoc::SetModified(bool modified) {
+    sound_.SetModified(modified);
+    TellTitleOrModified();
+}
+
+bool CSoundDoc::Fail(std::string_view text) {
+    services_.prompts.ShowStatus(text);
+    return Refuse(text);
+}
+
+bool CSoundDoc::Refuse(std::string_view text) {
+    lastError_ = text;
+    return false;
+}
+
+bool CSoundDoc::FailAsSound(std::string_view fallback) {
+    return Fail(sound_.LastError().empty() ? fallback : sound_.LastError());
+}
+
+void CSoundDoc::StopPlaying() {
+    if (sound_.IsPlaying() || sound_.IsPaused()) sound_.Stop(CWavePlayer::StopReport::kShow);
+}
+
+void CSoundDoc::TellChanged(std::uint32_t firstChangedFrame) {
+    for (DocumentObserver* observer : observers_) observer->OnSoundChanged(firstChangedFrame);
+}
+
+void CSoundDoc::TellTitleOrModified() {
+    for (DocumentObserver* observer : observers_) observer->OnTitleOrModifiedChanged();
+}
+
+void CSoundDoc::NotifyChanged(std::uint32_t firstChangedFrame) {
+    sound_.SetModified(true);
+    TellChanged(firstChangedFrame);
+    TellTitleOrModified();
+}
+
+// --- Edits --------------------------------------------------------------------------------------
+
+bool CSoundDoc::PushUndoStep(std::string_view name) {
+    stepPushed_ = false;
+    if (!options_.saveUndo || sound_.IsRecording()) return BeginUnrecordedEdit();
+    std::optional<SoundCopy> copy = sound_.CopySound();
+    if (!copy &&
+        !services_.prompts.AskOkCancel("There is not enough memory for an undo step.\n"
+                                       "Go on without one? This edit cannot be undone then.",
+                                       "Sonavel"))
+        return Refuse("There is not enough memory for an undo step.");
+    if (!BeginUnrecordedEdit()) return false;
+    if (!copy) return true;
+    history_.Add({.name = std::string(name), .sound = std::move(*copy)});
+    stepPushed_ = true;
+    return true;
+}
+
+bool CSoundDoc::BeginUnrecordedEdit() {
+    // What is recorded has the format that the sound had at the start.
+    if (sound_.IsRecording()) return Refuse("The sound cannot be changed while recording.");
+    StopPlaying();
+    history_.DiscardRedo();
+    return true;
+}
+
+void CSoundDoc::DropUndoStep() {
+    if (stepPushed_) history_.DropNewest();
+    stepPushed_ = false;
+}
+
+bool CSoundDoc::CanUndo() const {
+    return options_.saveUndo && !sound_.IsRecording() && history_.CanUndo();
+}
+
+bool CSoundDoc::CanRedo() const {
+    return options_.saveUndo && !sound_.IsRecording() && history_.CanRedo();
+}
+
+bool CSoundDoc::Undo() {
+    if (!CanUndo()) return Refuse("There is nothing to undo.");
+    StopPlaying();
+    history_.Undo(sound_);
+    AfterHistoryStep();
+    return true;
+}
+
+bool CSoundDoc::Redo() {
+    if (!CanRedo()) return Refuse("There is nothing to redo.");
+    StopPlaying();
+    history_.Redo(sound_);
+    AfterHistoryStep();
+    return true;
+}
+
+void CSoundDoc::AfterHistoryStep() {
+    stepPushed_ = false;
+    NotifyChanged(0);
+}
+
+// --- Recording ----------------------------------------------------------------------------------
+
+bool CSoundDoc::StartRecording() {
+    if (sound_.IsRecording()) return Refuse("Recording is under way.");
+    StopPlaying();
+    stepPushed_ = false;
+    if (sound_.HasData() && !PushUndoStep("Copy Sample")) return false;
+    sound_.SetLastError("");
+    if (sound_.StartRecording()) return true;
+    DropUndoStep();
+    return FailAsSound("Recording could not be started.");
+}
+
+bool CSoundDoc::StopRecording(std::uint32_t cursorFrame) {
+    if (!sound_.IsRecording()) return Refuse("Nothing is being recorded.");
+    sound_.SetLastError("");
+    cursorFrame = std::min(cursorFrame, sound_.GetFrameCount());
+    if (sound_.StopRecording(cursorFrame)) {
+        NotifyChanged(cursorFrame);
+        return true;
+    }
+    DropUndoStep();
+    return FailAsSound("Nothing was recorded.");
+}
+
+}  // namespace sonavel

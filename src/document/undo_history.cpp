@@ -1,0 +1,83 @@
+#include "document/undo_history.h"
+
+#include <utility>
+
+namespace sonavel {
+
+void UndoHistory::Add(UndoStep step) {
+    DiscardRedo();
+    if (steps_.size() >= kCapacity) steps_.pop_front();
+    steps_.push_back(std::move(step));
+}
+
+void UndoHistory::DiscardRedo() {
+    if (!shown_) return;
+    steps_.resize(*shown_);
+    shown_.reset();
+}
+
+void UndoHistory::DropNewest() {
+    if (!shown_ && !steps_.empty()) steps_.pop_back();
+}
+
+void UndoHistory::Clear() {
+    steps_.clear();
+    shown_.reset();
+}
+
+bool UndoHistory::Undo(CWave& sound) {
+    if (!CanUndo()) return false;
+    if (!shown_) {
+        Add({.name = "Copy Sample", .sound = {}});
+        shown_ = steps_.size() - 1;
+    }
+    ExchangeWith(sound, *shown_ - 1);
+    return true;
+}
+
+bool UndoHistory::Redo(CWave& sound) {
+    if (!CanRedo()) return false;
+    ExchangeWith(sound, *shown_ + 1);
+    if (*shown_ == steps_.size() - 1) DiscardRedo();
+    return true;
+}
+
+void UndoHistory::ExchangeWith(CWave& sound, std::size_t target) {
+    steps_[*shown_].sound = sound.Exchange(std::move(steps_[target].sound));
+    shown_ = target;
+}
+
+bool UndoHistory::CanUndo() const {
+    const std::optional<std::size_t> current = CurrentPosition();
+    return current && steps_[*current].canUndo;
+}
+
+bool UndoHistory::CanRedo() const {
+    return shown_.has_value();
+}
+
+std::optional<std::size_t> UndoHistory::CurrentPosition() const {
+    const std::size_t next = shown_.value_or(steps_.size());
+    if (next == 0) return std::nullopt;
+    return next - 1;
+}
+
+bool UndoHistory::IsCurrentLast() const {
+    return !shown_ && !steps_.empty();
+}
+
+std::string UndoHistory::UndoMenuText(MenuPass pass) const {
+    const std::optional<std::size_t> current = CurrentPosition();
+    if (!current) return "&Undo";
+    const UndoStep& step = steps_[*current];
+    // The words are kept as people know them, "Cant't" included.
+    const char* cannot = pass == MenuPass::kFirst ? "Cant't &Undo" : "Can't &Undo";
+    return (step.canUndo ? "&Undo" : cannot) + step.name;
+}
+
+std::string UndoHistory::RedoMenuText() const {
+    // The step behind the current one bears the name of the edit that Redo brings back.
+    return shown_ ? "&Redo" + steps_[*shown_].name : "&Redo";
+}
+
+}  // namespace sonavel
