@@ -1,0 +1,19 @@
+// AIFF files: reading one into a sound and writing one. Warnings and failures are shown by the
+// sound's prompts.
+#pragma once
+
+#include <filesystem>
+
+#include "sound/wave.h"
+
+namespace sonavel {
+
+// Replaces the sound by the file's. Sound that the file announces and lacks becomes silence. On
+// failure the sound is unchanged.
+bool ReadAiff(const std::filesystem::path& path, CWave& wave);
+
+// Of a 16-bit sound exactly one second is written, cut or filled up with zeros, while the header
+// announces all frames. So the sound stays modified.
+bool WriteAiff(const std::filesystem::path& path, CWave& wave);
+
+}  // namespace sonavel
