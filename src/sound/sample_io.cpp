@@ -73,10 +73,6 @@ void Write(CWave& sound, SampleRun run, std::span<const float> values) {
     });
 }
 
-std::int32_t Truncate(float value) {
-    return static_cast<std::int32_t>(value);
-}
-
 }  // namespace
 
 void ReadChannel(const CWave& sound, unsigned channel, std::uint32_t startFrame,
