@@ -1,0 +1,39 @@
+#include "platform/portaudio/portaudio_wave_devices.h"
+
+#include <utility>
+
+#include "platform/portaudio/portaudio_wave_in.h"
+#include "platform/portaudio/portaudio_wave_out.h"
+
+namespace sonavel {
+
+PortAudioWaveDevices::PortAudioWaveDevices(std::function<void(std::function<void()>)> post)
+    : session_(std::make_shared<PortAudioSession>(std::move(post))) {}
+
+PortAudioWaveDevices::~PortAudioWaveDevices() = default;
+
+std::unique_ptr<WaveOut> PortAudioWaveDevices::CreateOut() {
+    return std::make_unique<PortAudioWaveOut>(session_);
+}
+
+std::unique_ptr<WaveIn> PortAudioWaveDevices::CreateIn() {
+    return std::make_unique<PortAudioWaveIn>(session_);
+}
+
+std::vector<WaveDeviceInfo> PortAudioWaveDevices::Outputs() const {
+    return session_->Devices(StreamDirection::kOutput);
+}
+
+std::vector<WaveDeviceInfo> PortAudioWaveDevices::Inputs() const {
+    return session_->Devices(StreamDirection::kInput);
+}
+
+std::uint64_t PortAudioWaveDevices::Underflows() const {
+    return session_->Underflows();
+}
+
+std::uint64_t PortAudioWaveDevices::Overflows() const {
+    return session_->Overflows();
+}
+
+}  // namespace sonavel
