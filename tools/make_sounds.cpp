@@ -1,5 +1,5 @@
-// Makes the sounds that the project ships: a short piece for samples/ with quiet and loud passages and
-// named markers, and the chime of the logo window. Usage: make_sounds SAMPLE.wav LOGO.wav
+// Makes the sounds that the project ships: a short piece for samples/ with quiet and loud passages
+// and named markers, and the chime of the logo window. Usage: make_sounds SAMPLE.wav LOGO.wav
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
@@ -22,7 +22,9 @@ struct StereoTrack {
     std::vector<double> left, right;
 };
 
-double NoteHz(int midiNote) { return 440 * std::pow(2.0, (midiNote - 69) / 12.0); }
+double NoteHz(int midiNote) {
+    return 440 * std::pow(2.0, (midiNote - 69) / 12.0);
+}
 
 struct Note {
     double startSeconds;
@@ -118,8 +120,7 @@ StereoTrack MakePiece() {
 StereoTrack MakeChime() {
     StereoTrack chime(2.0);
     constexpr int kNotes[] = {72, 76, 79, 84};
-    for (int i = 0; i < 4; ++i)
-        Bell(chime, {0.08 + 0.16 * i, kNotes[i], 0.4, -0.6 + 0.4 * i}, 1.2);
+    for (int i = 0; i < 4; ++i) Bell(chime, {0.08 + 0.16 * i, kNotes[i], 0.4, -0.6 + 0.4 * i}, 1.2);
     return chime;
 }
 

@@ -1,0 +1,43 @@
+#include "spatial/source_path.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace sonavel {
+namespace {
+
+double Distance(const SourcePosition& a, const SourcePosition& b) {
+    return std::hypot(double{b.x} - a.x, double{b.y} - a.y, double{b.z} - a.z);
+}
+
+SourcePosition Between(const SourcePosition& a, const SourcePosition& b, float t) {
+    return {(1 - t) * a.x + t * b.x, (1 - t) * a.y + t * b.y, (1 - t) * a.z + t * b.z};
+}
+
+}  // namespace
+
+SourcePath::SourcePath(std::span<const SourcePosition> points)
+    : points_(points.begin(), points.end()) {
+    double total = 0;
+    for (std::size_t i = 1; i < points_.size(); ++i) total += Distance(points_[i - 1], points_[i]);
+    if (total == 0) {
+        points_.resize(1);
+        return;
+    }
+    double done = 0;
+    for (std::size_t i = 0; i < points_.size(); ++i) {
+        if (i > 0) done += Distance(points_[i - 1], points_[i]);
+        legStarts_.push_back(static_cast<float>(done / total));
+    }
+}
+
+SourcePosition SourcePath::At(float t) const {
+    if (points_.size() == 1) return points_.front();
+    const auto behind = std::upper_bound(legStarts_.begin() + 1, legStarts_.end() - 1, t);
+    const auto leg = static_cast<std::size_t>(behind - legStarts_.begin()) - 1;
+    const float start = legStarts_[leg];
+    const float share = points_.size() == 2 ? t : (t - start) / (*behind - start);
+    return Between(points_[leg], points_[leg + 1], share);
+}
+
+}  // namespace sonavel

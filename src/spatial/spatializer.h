@@ -1,0 +1,43 @@
+// 3D sound on a document: the selection, or the whole sound, rendered to stereo for headphones as
+// heard from a fixed or a moving source.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+#include "document/sound_doc.h"
+#include "spatial/direction.h"
+
+namespace sonavel {
+
+// Suffixes of the progress window's caption.
+namespace spatial_title {
+inline constexpr std::string_view kSystemPositional = " System Positional Sound";
+inline constexpr std::string_view kUserPositional = " User Positional Sound";
+inline constexpr std::string_view kSystemMoving = "System Moving Sound";
+inline constexpr std::string_view kUserMoving = "User Moving Sound";
+}  // namespace spatial_title
+
+enum class SpatialOutcome {
+    kApply,          // the document becomes 16-bit stereo and holds the result; one undo step
+    kPreview,        // the preview sound holds the result
+    kPlayedPreview,  // likewise, and plays
+};
+
+struct SpatialTarget {
+    CSoundDoc& document;
+    std::uint32_t selectionStart = 0;
+    std::uint32_t selectionEnd = 0;
+    std::string_view title;
+    SpatialOutcome outcome = SpatialOutcome::kApply;
+};
+
+// Both read channel 0 alone. They return false when nothing was done: an empty sound, no memory, or
+// an undo step refused; the document's last error says which. A cancelled run ends in silence and
+// counts as done.
+bool SpatializePositional(const SpatialTarget& target, const SourcePosition& position);
+// Along the points in order, at constant speed; at least one point.
+bool SpatializeMoving(const SpatialTarget& target, std::span<const SourcePosition> path);
+
+}  // namespace sonavel
