@@ -1,7 +1,6 @@
 #include "view/ui/command_menu.h"
 
 #include <QStringList>
-#include <QWidget>
 #include <algorithm>
 #include <vector>
 
@@ -15,11 +14,6 @@ bool IsPlainKey(const QKeySequence& sequence) {
     const bool functionKey = key.key() >= Qt::Key_F1 && key.key() <= Qt::Key_F35;
     return !functionKey &&
            !(key.keyboardModifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
-}
-
-bool HasOnlyPlainKeys(const QAction& action) {
-    const QList<QKeySequence> keys = action.shortcuts();
-    return !keys.isEmpty() && std::all_of(keys.begin(), keys.end(), IsPlainKey);
 }
 
 // A menu text may carry its key behind a tab, or behind a backspace for right alignment; the action
@@ -47,7 +41,7 @@ QAction* CommandActions::Add(const CommandInfo& info) {
     if (action) return action;
     action = new QAction(WithoutKeyText(QString::fromUtf8(info.menuText)), this);
     action->setShortcuts(ShortcutsFromText(info.shortcut));
-    if (HasOnlyPlainKeys(*action)) action->setShortcutContext(Qt::WidgetShortcut);
+    AddPlainKeys(info);
     action->setStatusTip(QString::fromUtf8(info.prompt));
     action->setMenuRole(QAction::NoRole);
     connect(action, &QAction::triggered, this, [this, id = info.id] { Run(id); });
@@ -73,9 +67,20 @@ void CommandActions::Refresh() {
     }
 }
 
-void CommandActions::AddPlainKeysTo(QWidget& widget) const {
-    for (const auto& [id, action] : actions_)
-        if (action->shortcutContext() == Qt::WidgetShortcut) widget.addAction(action);
+void CommandActions::AddPlainKeys(const CommandInfo& info) {
+    const bool keyAlone = *info.menuText == '\0';
+    for (const QKeySequence& key : ShortcutsFromText(info.shortcut)) {
+        if (!IsPlainKey(key)) continue;
+        // The key is shown beside the menu text and works only where the widget asks for it.
+        actions_[info.id]->setShortcutContext(Qt::WidgetShortcut);
+        if (keyAlone) plainKeys_[key] = info.id;
+        plainKeys_.try_emplace(key, info.id);
+    }
+}
+
+int CommandActions::CommandOfPlainKey(const QKeySequence& key) const {
+    const auto found = plainKeys_.find(key);
+    return found == plainKeys_.end() ? 0 : found->second;
 }
 
 void CommandActions::FillMenu(QMenu& menu, std::span<const MenuEntry> entries) {
@@ -99,11 +104,12 @@ void CommandActions::FillMenu(QMenu& menu, std::span<const MenuEntry> entries) {
     }
 }
 
-void CommandActions::Run(int commandId) {
+bool CommandActions::Run(int commandId) {
     CommandTarget* target = route_(commandId);
     const bool succeeded = target && target->RunCommand(commandId);
     Refresh();
     Q_EMIT CommandRun(commandId, succeeded);
+    return succeeded;
 }
 
 }  // namespace sonavel

@@ -5,6 +5,7 @@
 #include <QAction>
 #include <QMenu>
 #include <functional>
+#include <map>
 #include <span>
 #include <unordered_map>
 
@@ -43,9 +44,14 @@ class CommandActions : public QObject {
 
     // Takes text, enabled and checked state of every action from the command's target.
     void Refresh();
-    // The actions whose keys carry neither Ctrl nor Alt and are no function keys: they work while
-    // the widget has the focus, so that typing elsewhere stays typing.
-    void AddPlainKeysTo(QWidget& widget) const;
+    // Runs the command where it is handled just now. False when nothing handles it, or it is
+    // disabled, refused or cancelled.
+    bool Run(int commandId);
+    // The command of a key without Ctrl and Alt that is no function key. Such keys are not
+    // shortcuts of the whole window, so that typing elsewhere stays typing; the widget with the
+    // focus asks here. A row without a menu text comes before the rows that only show the key. 0
+    // when there is none.
+    int CommandOfPlainKey(const QKeySequence& key) const;
     // Appends the entries; commands without an action are left out. The states are refreshed each
     // time the menu opens.
     void FillMenu(QMenu& menu, std::span<const MenuEntry> entries);
@@ -57,9 +63,10 @@ class CommandActions : public QObject {
     void PromptChanged(const QString& prompt);
 
   private:
-    void Run(int commandId);
+    void AddPlainKeys(const CommandInfo& info);
 
     CommandRoute route_;
+    std::map<QKeySequence, int> plainKeys_;
     std::unordered_map<int, QAction*> actions_;
 };
 

@@ -1,0 +1,27 @@
+#include "view/ui/qt_values.h"
+
+#include <QFontMetrics>
+
+namespace sonavel {
+
+QString ToQString(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+QFont RulerFont(int pixelSize) {
+    QFont font({QStringLiteral("Times New Roman"), QStringLiteral("Liberation Serif"),
+                QStringLiteral("Nimbus Roman"), QStringLiteral("DejaVu Serif"),
+                QStringLiteral("NanumMyeongjo")});
+    font.setStyleHint(QFont::Serif);
+    font.setPixelSize(pixelSize);
+    font.setWeight(QFont::Normal);
+    return font;
+}
+
+TextWidth WidthIn(const QFont& font) {
+    return [metrics = QFontMetrics(font)](std::string_view text) {
+        return metrics.horizontalAdvance(ToQString(text));
+    };
+}
+
+}  // namespace sonavel

@@ -1,0 +1,28 @@
+// The view's plain rectangles, colours and fonts as Qt has them.
+#pragma once
+
+#include <QColor>
+#include <QFont>
+#include <QRect>
+#include <string_view>
+
+#include "view/colour_table.h"
+#include "view/rectangle.h"
+#include "view/text_width.h"
+
+namespace sonavel {
+
+inline QRect ToQRect(const Rectangle& r) {
+    return {r.left, r.top, r.Width(), r.Height()};
+}
+inline QColor ToQColor(Rgb colour) {
+    return {colour.red, colour.green, colour.blue};
+}
+QString ToQString(std::string_view text);
+
+// The font of rulers, grid labels and markers.
+QFont RulerFont(int pixelSize);
+inline constexpr int kRulerFontPixels = 11;
+TextWidth WidthIn(const QFont& font);
+
+}  // namespace sonavel

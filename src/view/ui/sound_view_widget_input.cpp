@@ -1,0 +1,168 @@
+// How the window of a view takes mouse, wheel and keys.
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QWheelEvent>
+#include <cmath>
+
+#include "view/ui/qt_values.h"
+#include "view/ui/sound_view_widget.h"
+
+namespace sonavel {
+
+namespace {
+
+constexpr int kDragTickMs = 30;
+constexpr double kAngleOfNotch = 120;
+
+MouseButton ButtonOf(Qt::MouseButton button) {
+    switch (button) {
+        case Qt::RightButton:
+            return MouseButton::kRight;
+        case Qt::MiddleButton:
+            return MouseButton::kMiddle;
+        default:
+            return MouseButton::kLeft;
+    }
+}
+
+bool IsMouseButton(Qt::MouseButton button) {
+    return button == Qt::LeftButton || button == Qt::RightButton || button == Qt::MiddleButton;
+}
+
+// The keys of the number pad count as the others, and both Enter keys are one.
+QKeySequence KeyOf(const QKeyEvent& event) {
+    const int key = event.key() == Qt::Key_Return ? int{Qt::Key_Enter} : event.key();
+    const Qt::KeyboardModifiers modifiers = event.modifiers() & ~Qt::KeypadModifier;
+    return QKeySequence(QKeyCombination(modifiers, static_cast<Qt::Key>(key)));
+}
+
+}  // namespace
+
+// --- Keys
+
+bool SoundViewWidget::event(QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride) {
+        // The view's own keys come before every shortcut of the window.
+        if (actions_.CommandOfPlainKey(KeyOf(*static_cast<QKeyEvent*>(event)))) {
+            event->accept();
+            return true;
+        }
+    } else if (event->type() == QEvent::UngrabMouse || event->type() == QEvent::WindowDeactivate) {
+        mouse_.Cancel();
+    }
+    return QWidget::event(event);
+}
+
+void SoundViewWidget::keyPressEvent(QKeyEvent* event) {
+    if (const int command = actions_.CommandOfPlainKey(KeyOf(*event)))
+        actions_.Run(command);
+    else
+        QWidget::keyPressEvent(event);
+}
+
+// --- Mouse
+
+PointerEvent SoundViewWidget::PointerOf(const QSinglePointEvent& event) const {
+    const QPoint position = event.position().toPoint();
+    return {position.x(), position.y(), event.modifiers().testFlag(Qt::ShiftModifier),
+            event.modifiers().testFlag(Qt::ControlModifier)};
+}
+
+void SoundViewWidget::mousePressEvent(QMouseEvent* event) {
+    if (!IsMouseButton(event->button())) return;
+    const MouseRequest request = mouse_.Press(ButtonOf(event->button()), PointerOf(*event));
+    if (request != MouseRequest::kNone)
+        OpenContextMenu(request == MouseRequest::kContextMenuSelection
+                            ? ContextMenu::kSoundViewSelection
+                            : ContextMenu::kSoundViewNormal,
+                        event->globalPosition().toPoint());
+    FollowDrag();
+}
+
+void SoundViewWidget::mouseMoveEvent(QMouseEvent* event) {
+    mouse_.Move(PointerOf(*event));
+    if (!mouse_.IsDragging()) ShowPointerShape(event->position());
+}
+
+void SoundViewWidget::mouseReleaseEvent(QMouseEvent* event) {
+    mouse_.Release(PointerOf(*event));
+    FollowDrag();
+    ShowPointerShape(event->position());
+}
+
+void SoundViewWidget::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton)
+        mouse_.DoubleClick(PointerOf(*event));
+    else
+        mousePressEvent(event);
+    FollowDrag();
+}
+
+void SoundViewWidget::FollowDrag() {
+    if (mouse_.IsDragging())
+        dragTimer_.start(kDragTickMs, this);
+    else
+        dragTimer_.stop();
+}
+
+void SoundViewWidget::timerEvent(QTimerEvent* event) {
+    if (event->timerId() != dragTimer_.timerId()) return QWidget::timerEvent(event);
+    if (mouse_.IsDragging())
+        mouse_.Tick();
+    else
+        dragTimer_.stop();
+}
+
+void SoundViewWidget::ShowPointerShape(const QPointF& position) {
+    const QPoint pixel = position.toPoint();
+    switch (mouse_.TargetAt(pixel.x(), pixel.y())) {
+        case MouseTarget::kSelectionStart:
+        case MouseTarget::kSelectionEnd:
+            setCursor(Qt::SplitHCursor);
+            break;
+        case MouseTarget::kMarkerFlag:
+            setCursor(Qt::PointingHandCursor);
+            break;
+        default:
+            setCursor(Qt::ArrowCursor);
+            break;
+    }
+}
+
+void SoundViewWidget::wheelEvent(QWheelEvent* event) {
+    const QPoint angle = event->angleDelta();
+    // A tilted wheel, or one turned with Alt, reports sideways.
+    const int turned = std::abs(angle.x()) > std::abs(angle.y()) ? angle.x() : angle.y();
+    if (turned != 0) mouse_.Wheel(PointerOf(*event), turned / kAngleOfNotch);
+    event->accept();
+}
+
+bool SoundViewWidget::eventFilter(QObject* object, QEvent* event) {
+    if (event->type() != QEvent::Wheel) return QWidget::eventFilter(object, event);
+    wheelEvent(static_cast<QWheelEvent*>(event));
+    return true;
+}
+
+// --- Context menus
+
+void SoundViewWidget::contextMenuEvent(QContextMenuEvent* event) {
+    // The mouse opens the menus through its presses.
+    if (event->reason() == QContextMenuEvent::Mouse) return;
+    const QRect cursor =
+        ToQRect(CursorRect(view_.Geometry().waveform, view_.Pixels(), view_.Cursor()));
+    const QPoint place = cursor.isEmpty() ? rect().center() : cursor.center();
+    OpenContextMenu(
+        view_.HasSelection() ? ContextMenu::kSoundViewSelection : ContextMenu::kSoundViewNormal,
+        mapToGlobal(place));
+}
+
+void SoundViewWidget::OpenContextMenu(ContextMenu menu, const QPoint& globalPosition) {
+    auto* window = new QMenu(this);
+    window->setObjectName(QString::fromUtf8(NameOf(menu)));
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    actions_.FillMenu(*window, EntriesOf(menu));
+    window->popup(globalPosition);
+}
+
+}  // namespace sonavel

@@ -1,0 +1,87 @@
+// How the window of a view paints: the picture of the waveform with the moving columns over it, the
+// marker strip and the rulers, each only where it must.
+#include <QPaintEvent>
+#include <QPainter>
+
+#include "view/ui/marker_strip.h"
+#include "view/ui/qt_values.h"
+#include "view/ui/ruler_painter.h"
+#include "view/ui/sound_view_widget.h"
+
+namespace sonavel {
+
+void SoundViewWidget::FollowWaveform() {
+    if (!view_.IsShown()) return;
+    const WaveformCanvas::Update change = canvas_.Follow(view_, devicePixelRatioF());
+    const QRect area = ToQRect(view_.Geometry().waveform);
+    switch (change.kind) {
+        case WaveformCanvas::Update::Kind::kNothing:
+            break;
+        case WaveformCanvas::Update::Kind::kParts:
+            update(change.parts.translated(area.topLeft()));
+            break;
+        case WaveformCanvas::Update::Kind::kScrolled:
+            ScrollWaveform(change);
+            break;
+        case WaveformCanvas::Update::Kind::kAll:
+            update(area);
+            break;
+    }
+}
+
+void SoundViewWidget::ScrollWaveform(const WaveformCanvas::Update& change) {
+    const QRect area = ToQRect(view_.Geometry().waveform);
+    const QRegion moved = paintedColumns_.translated(change.scrolledBy, 0);
+    scroll(change.scrolledBy, 0, area);
+    update(change.parts.translated(area.topLeft()));
+    update((moved + paintedColumns_) & area);
+    paintedColumns_ += moved;
+    update(ToQRect(CursorRect(view_.Geometry().waveform, view_.Pixels(), view_.Cursor())));
+    if (const std::optional<Rectangle> column = view_.PlayPosition()) update(ToQRect(*column));
+}
+
+void SoundViewWidget::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    if (!view_.IsShown()) {
+        painter.fillRect(event->rect(), palette().window());
+        return;
+    }
+    FollowWaveform();
+    const ViewGeometry& geometry = view_.Geometry();
+    const QRegion& region = event->region();
+    const QRegion waveform = region & ToQRect(geometry.waveform);
+    for (const QRect& part : waveform) PaintWaveform(painter, part);
+    if (!waveform.isEmpty()) PaintColumns(painter);
+    if (region.intersects(ToQRect(geometry.verticalRuler))) PaintVerticalRuler(painter, view_);
+    if (region.intersects(ToQRect(geometry.markerStrip))) PaintMarkers(painter);
+    if (region.intersects(ToQRect(geometry.horizontalRuler))) PaintHorizontalRuler(painter, view_);
+}
+
+void SoundViewWidget::PaintWaveform(QPainter& painter, const QRect& area) {
+    const Rectangle& waveform = view_.Geometry().waveform;
+    canvas_.Draw(painter, area.translated(-waveform.left, -waveform.top), view_);
+}
+
+void SoundViewWidget::PaintColumns(QPainter& painter) {
+    const Rectangle cursor = CursorRect(view_.Geometry().waveform, view_.Pixels(), view_.Cursor());
+    paintedColumns_ = ToQRect(cursor);
+    if (!cursor.Empty())
+        painter.fillRect(ToQRect(cursor), ToQColor(view_.Colours()[ColourSlot::kCursor]));
+    const std::optional<Rectangle> play = view_.PlayPosition();
+    if (!play) return;
+    paintedColumns_ += ToQRect(*play);
+    painter.setCompositionMode(QPainter::CompositionMode_Difference);
+    painter.fillRect(ToQRect(*play), Qt::white);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+}
+
+void SoundViewWidget::PaintMarkers(QPainter& painter) {
+    const Rectangle& area = view_.Geometry().markerStrip;
+    if (area.Empty()) return;
+    PaintMarkerStrip(
+        painter, area,
+        LayOutMarkers(area, view_.Pixels(), view_.Sound().Markers(), WidthIn(MarkerFont())),
+        view_.Colours());
+}
+
+}  // namespace sonavel

@@ -1,0 +1,37 @@
+// Draws strips of the waveform area into an image of device pixels. The envelope is computed in
+// device pixels, so that it is as sharp as the screen.
+#pragma once
+
+#include <QImage>
+#include <QPainter>
+
+#include "view/envelope.h"
+#include "view/ui/waveform_look.h"
+
+namespace sonavel {
+
+class WaveformRenderer {
+  public:
+    WaveformRenderer(QImage& image, const WaveformLook& look, const CSoundView& view);
+
+    // Columns [first, last) in pixels from the waveform's left edge, full height.
+    void RenderStrip(ColumnRange strip);
+
+  private:
+    Rectangle Local(const Rectangle& rectangle) const;
+    void FillBackground(QPainter& painter) const;
+    void DrawGrid(QPainter& painter) const;
+    void DrawLaneLines(QPainter& painter, unsigned channel) const;
+    void DrawEnvelope(unsigned channel, ColumnRange deviceStrip) const;
+    bool IsWiderThanSound() const;
+    EnvelopeRequest PixelRequest(unsigned channel) const;
+    EnvelopeRequest DeviceRequest(unsigned channel) const;
+    int ToDevice(int pixels) const;
+    QRgb Pen(ColumnPen pen) const;
+
+    QImage& image_;
+    const WaveformLook& look_;
+    const CSoundView& view_;
+};
+
+}  // namespace sonavel
