@@ -28,11 +28,14 @@ class ReplacingFile {
 
   private:
     bool CreateTemporary();
+    void StartSending();
     void KeepPermissionsOf(const std::filesystem::path& old);
 
     std::filesystem::path target_;
     std::filesystem::path temporary_;
     int descriptor_ = -1;
+    std::int64_t writtenBytes_ = 0;
+    std::int64_t sentBytes_ = 0;  // on their way to the disk
 };
 
 }  // namespace sonavel

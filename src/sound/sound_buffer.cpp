@@ -1,10 +1,29 @@
 #include "sound/sound_buffer.h"
 
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <utility>
 
 namespace sonavel {
+namespace {
+
+constexpr std::size_t kLargeBytes = std::size_t{4} << 20;
+
+// Large blocks are filled from end to end at once; in huge pages that costs a fraction of the page
+// faults. Only advice: where the system declines, nothing else changes.
+void AdviseHugePages(std::uint8_t* block, std::size_t bytes) {
+    if (bytes < kLargeBytes) return;
+    const auto page = static_cast<std::uintptr_t>(sysconf(_SC_PAGESIZE));
+    const std::uintptr_t inPage = reinterpret_cast<std::uintptr_t>(block) % page;
+    const std::size_t skipped = inPage ? page - inPage : 0;
+    madvise(block + skipped, bytes - skipped, MADV_HUGEPAGE);
+}
+
+}  // namespace
 
 SoundBuffer::~SoundBuffer() {
     Free();
@@ -25,6 +44,7 @@ bool SoundBuffer::Allocate(std::size_t bytes) {
     Free();
     data_ = static_cast<std::uint8_t*>(block);
     size_ = bytes;
+    AdviseHugePages(data_, size_);
     return true;
 }
 

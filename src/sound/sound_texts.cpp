@@ -101,7 +101,9 @@ std::string FrameCountText(std::uint32_t frames) {
 std::string FormatTagName(std::uint16_t tag) {
     const auto found = std::ranges::lower_bound(kTagNames, tag, {}, &TagName::tag);
     if (found != std::end(kTagNames) && found->tag == tag) return found->name;
-    return "[" + std::to_string(tag) + "] (unknown)";
+    std::string text = "[";
+    text += std::to_string(tag);
+    return text += "] (unknown)";
 }
 
 }  // namespace sonavel
