@@ -20,12 +20,11 @@ bool SetMarker(CSoundView& view, std::uint32_t id, std::uint32_t position, std::
                std::uint32_t length);
 bool DeleteMarker(CSoundView& view, std::uint32_t id);
 
-// The dialog "Marker": the list, a new marker, or the marker nearest to the cursor.
+// The dialog "Marker": the list, beginning with the marker nearest to the cursor; a new marker; or
+// the marker of that id.
 bool EditMarkersInDialog(CSoundView& view);
 bool AddMarkerInDialog(CSoundView& view);
 bool EditMarkerInDialog(CSoundView& view, std::uint32_t id);
-// Deletes the marker nearest to the cursor.
-bool DeleteNearestMarker(CSoundView& view);
 // 0 without markers; the first of several at the same distance.
 std::uint32_t NearestMarkerId(const CSoundView& view, std::uint32_t frame);
 

@@ -140,6 +140,9 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
     // The column of the play position in client pixels while playing or paused, else nothing.
     std::optional<Rectangle> PlayPosition() const;
     void ClearPlayPosition();
+    // Tells the window when the player is in another state than before; recording has no reports of
+    // its own for its start and its end.
+    void NoteTransportState();
     void ShowStatusText(std::string_view text);
     const std::string& StatusText() const { return statusText_; }
     // The sample values under the pointer, unless the engine plays or records.
@@ -177,7 +180,6 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
     void AdaptZoomToSound();
     void ClampToSound();
     void FollowPlayPosition(std::uint32_t frame);
-    void NoteTransportState();
     void InvalidateFrames(std::uint32_t a, std::uint32_t b);
     void InvalidateSelectionChange(const Selection& before, const Selection& after);
     void StoreSelection(const Selection& selection);
@@ -212,5 +214,8 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
     std::string statusText_;
     std::string lastError_;
 };
+
+// The dialog "User Defined Zoom". False when it was cancelled or there is no sound.
+bool AskUserZoom(CSoundView& view);
 
 }  // namespace sonavel

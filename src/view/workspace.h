@@ -84,6 +84,8 @@ class Workspace : public ViewHost {
   private:
     std::unique_ptr<OpenSound> MakeSound();
     OpenSound& Add(std::unique_ptr<OpenSound> sound);
+    bool NewTitledDocument(const NewSoundChoice& format, std::string_view titlePrefix);
+    bool StartRecording(const RecordChoice& choice);
     bool Fail(std::string_view reason);
 
     HostServices services_;

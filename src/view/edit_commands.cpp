@@ -1,0 +1,180 @@
+#include "view/edit_commands.h"
+
+#include "document/clip_image.h"
+#include "document/edit_operations.h"
+#include "sound/sound_texts.h"
+#include "view/first_difference.h"
+
+namespace sonavel {
+namespace {
+
+constexpr char kCancelled[] = "Cancelled.";
+
+EditSelection EditPlace(const CSoundView& view) {
+    return {view.GetSelection().start, view.GetSelection().end, view.Cursor()};
+}
+
+bool RefuseAsDocument(CSoundView& view) {
+    const std::string& reason = view.Document().LastError();
+    return view.Refuse(reason.empty() ? "The command could not be carried out." : reason);
+}
+
+// Takes over where an edit leaves selection and cursor.
+bool Finish(CSoundView& view, const EditResult& result) {
+    if (!result.done) return RefuseAsDocument(view);
+    view.SetSelection(result.selection.startFrame, result.selection.endFrame);
+    view.SetCursor(result.selection.cursorFrame);
+    view.InvalidateTimeAreas();
+    return true;
+}
+
+bool FinishRemoval(CSoundView& view, const EditResult& result) {
+    if (result.done && view.WaveformWidth() > std::int64_t{view.FrameCount()}) view.ResetTimeZoom();
+    return Finish(view, result);
+}
+
+bool Prepare(CSoundView& view) {
+    return edit::PrepareClip(view.Document(), view.Host().Clip()) || RefuseAsDocument(view);
+}
+
+using OverwriteOperation = EditResult (*)(CSoundDoc&, const ClipRecord&, const EditSelection&);
+
+bool Overwrite(CSoundView& view, OverwriteOperation operation) {
+    return Prepare(view) &&
+           Finish(view, operation(view.Document(), view.Host().Clip(), EditPlace(view)));
+}
+
+// Without a selection the range is that of the clip, both ends inside.
+MixRange RangeOfMix(CSoundView& view) {
+    if (view.HasSelection()) return {view.GetSelection().start, view.GetSelection().end};
+    const std::uint32_t frames = view.Host().Clip().GetFrameCount();
+    return {view.Cursor(), view.Cursor() + (frames > 0 ? frames - 1 : 0)};
+}
+
+double Gain(int percent) {
+    return percent / 100.0;
+}
+
+// The clip on the clipboard as a sound that plays itself.
+class ClipPlayer : public ClipboardPreview {
+  public:
+    ClipPlayer(CSoundDoc& document, const ClipRecord& clip)
+        : player_(document.Services().prompts, document.Services().progress,
+                  document.Services().devices) {
+        player_.SetPlaybackDevice(document.Options().playbackDeviceId);
+        if (std::optional<SoundCopy> sound = clip.CopySound()) player_.Adopt(std::move(*sound));
+    }
+    void Play() override { player_.Play(0); }
+    void Stop() override { player_.Stop(CWavePlayer::StopReport::kSilent); }
+
+  private:
+    CWavePlayer player_;
+};
+
+std::string AttributesText(const PcmFormat& format) {
+    return RateText(format.samplesPerSecond) + ", " + BitsText(format.bitsPerSample) + ", " +
+           ChannelsText(format.channels);
+}
+
+// The state before the redo lies in the step that the next Undo applies.
+void ScrollToRedoneEdit(CSoundView& view) {
+    const UndoHistory& history = view.Document().History();
+    const std::optional<std::size_t> before = history.CurrentPosition();
+    if (!before) return;
+    const SoundCopy& old = history.StepAt(*before).sound;
+    const std::uint32_t frame = FirstDifferentFrame(old, view.Sound());
+    if (!view.IsFrameInSight(frame)) view.ScrollToShow(frame);
+}
+
+}  // namespace
+
+bool CutSelection(CSoundView& view) {
+    return FinishRemoval(view, edit::Cut(view.Document(), EditPlace(view)));
+}
+
+bool CopySelection(CSoundView& view) {
+    const Selection& selection = view.GetSelection();
+    return edit::CopyRange(view.Document(), selection.start, selection.end) ||
+           RefuseAsDocument(view);
+}
+
+bool DeleteSelection(CSoundView& view) {
+    return FinishRemoval(view, edit::Delete(view.Document(), EditPlace(view)));
+}
+
+bool Paste(CSoundView& view) {
+    return Prepare(view) &&
+           Finish(view, edit::Paste(view.Document(), view.Host().Clip(), EditPlace(view)));
+}
+
+bool PasteReplicate(CSoundView& view) {
+    if (!Prepare(view)) return false;
+    const std::optional<int> count = view.Dialogs().AskReplicateCount(1);
+    if (!count) return view.Refuse(kCancelled);
+    if (*count < 1 || *count > kHighestReplicateCount)
+        return view.Refuse("A clip is pasted 1 to 1000 times.");
+    return Finish(view, edit::Paste(view.Document(), view.Host().Clip(), EditPlace(view),
+                                    static_cast<std::uint32_t>(*count)));
+}
+
+bool PasteOverwrite(CSoundView& view) {
+    return Overwrite(view, edit::PasteOverwrite);
+}
+bool PasteBlockOverwrite(CSoundView& view) {
+    return Overwrite(view, edit::PasteBlockOverwrite);
+}
+bool PasteBlockCopy(CSoundView& view) {
+    return Overwrite(view, edit::PasteBlockCopy);
+}
+
+bool PasteNew(CSoundView& view) {
+    if (view.HasSelection() && !CopySelection(view)) return false;
+    if (!Prepare(view)) return false;
+    return view.Host().NewDocumentFromClip() || view.Refuse("The document could not be made.");
+}
+
+bool MixClipboard(CSoundView& view) {
+    if (!Prepare(view)) return false;
+    const std::optional<MixChoice> choice = view.Dialogs().AskMix(RangeOfMix(view), {});
+    if (!choice) return view.Refuse(kCancelled);
+    const edit::MixGains gains = {Gain(choice->clipboardPercent), Gain(choice->destinationPercent)};
+    return Finish(view, edit::Mix(view.Document(), view.Host().Clip(), EditPlace(view), gains));
+}
+
+bool CrossfadeMixClipboard(CSoundView& view) {
+    if (!Prepare(view)) return false;
+    const std::optional<CrossfadeChoice> choice = view.Dialogs().AskCrossfade(RangeOfMix(view), {});
+    if (!choice) return view.Refuse(kCancelled);
+    edit::CrossfadeGains gains;
+    gains.start = {Gain(choice->clipboardStartPercent), Gain(choice->destinationStartPercent)};
+    gains.end = {Gain(choice->clipboardEndPercent), Gain(choice->destinationEndPercent)};
+    return Finish(view,
+                  edit::CrossfadeMix(view.Document(), view.Host().Clip(), EditPlace(view), gains));
+}
+
+bool ShowClipboardContents(CSoundView& view) {
+    ClipRecord& clip = view.Host().Clip();
+    if (!ReadClipboard(view.Document().Services().clipboard, clip) || !clip.present)
+        return view.Refuse("The clipboard holds no wave data.");
+    ClipPlayer player(view.Document(), clip);
+    view.Dialogs().ShowClipboardContents(
+        {AttributesText(clip.format), clip.DataSize(), clip.GetFrameCount(), clip.GetDuration()},
+        player);
+    return true;
+}
+
+bool UndoEdit(CSoundView& view) {
+    if (!view.Document().Undo()) return view.Refuse("There is nothing to undo.");
+    view.ResetTimeZoom();
+    view.InvalidateTimeAreas();
+    return true;
+}
+
+bool RedoEdit(CSoundView& view) {
+    if (!view.Document().Redo()) return view.Refuse("There is nothing to redo.");
+    ScrollToRedoneEdit(view);
+    view.InvalidateTimeAreas();
+    return true;
+}
+
+}  // namespace sonavel

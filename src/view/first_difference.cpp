@@ -1,0 +1,32 @@
+#include "view/first_difference.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace sonavel {
+namespace {
+
+// Large enough for memcmp to run at the speed of memory, small enough to search byte by byte.
+constexpr std::size_t kChunkBytes = 65536;
+
+std::size_t FirstDifferentByte(std::span<const std::uint8_t> a, std::span<const std::uint8_t> b) {
+    const std::size_t common = std::min(a.size(), b.size());
+    for (std::size_t start = 0; start < common; start += kChunkBytes) {
+        const std::size_t length = std::min(kChunkBytes, common - start);
+        if (std::memcmp(a.data() + start, b.data() + start, length) == 0) continue;
+        const auto chunk = a.subspan(start, length);
+        const auto place = std::mismatch(chunk.begin(), chunk.end(), b.begin() + start).first;
+        return start + static_cast<std::size_t>(place - chunk.begin());
+    }
+    return common;
+}
+
+}  // namespace
+
+std::uint32_t FirstDifferentFrame(const SoundCopy& before, const CWave& after) {
+    if (!(before.format == after.GetFormat()) || after.GetBlockAlign() == 0) return 0;
+    return static_cast<std::uint32_t>(FirstDifferentByte(before.buffer.Bytes(), after.Bytes()) /
+                                      after.GetBlockAlign());
+}
+
+}  // namespace sonavel

@@ -1,0 +1,209 @@
+#include "view/mouse_input.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "view/cursor_moves.h"
+#include "view/marker_commands.h"
+#include "view/marker_strip.h"
+
+namespace sonavel {
+namespace {
+
+constexpr int kEdgeReach = 3;  // pixels around a selection edge in which a press takes it
+constexpr int kSlowestScroll = 4;
+constexpr int kFastestScroll = 60;  // pixels a tick
+constexpr int kWheelParts = 10;     // a notch scrolls such a part of the window
+
+bool ShowsTime(MouseTarget target) {
+    switch (target) {
+        case MouseTarget::kWaveform:
+        case MouseTarget::kSelectionStart:
+        case MouseTarget::kSelectionEnd:
+        case MouseTarget::kMarkerStrip:
+        case MouseTarget::kMarkerFlag:
+        case MouseTarget::kHorizontalRuler:
+            return true;
+        default:
+            return false;
+    }
+}
+
+MouseTarget ButtonAt(const ViewGeometry& geometry, int x, int y) {
+    if (geometry.timeZoomButton.Contains(x, y)) return MouseTarget::kTimeZoomButton;
+    if (geometry.levelZoomButton.Contains(x, y)) return MouseTarget::kLevelZoomButton;
+    if (geometry.zoomerButton.Contains(x, y)) return MouseTarget::kZoomerButton;
+    return MouseTarget::kNothing;
+}
+
+// The edge of the selection near the pointer; the nearer of two, kWaveform for none.
+MouseTarget EdgeAt(const CSoundView& view, int x) {
+    if (!view.HasSelection()) return MouseTarget::kWaveform;
+    // The selection is drawn one pixel to the right of its frames.
+    const std::int64_t column = x - view.Geometry().waveform.left - 1;
+    const std::int64_t toStart = std::abs(column - view.Pixels().X(view.GetSelection().start));
+    const std::int64_t toEnd = std::abs(column - view.Pixels().X(view.GetSelection().end));
+    if (std::min(toStart, toEnd) > kEdgeReach) return MouseTarget::kWaveform;
+    return toStart < toEnd ? MouseTarget::kSelectionStart : MouseTarget::kSelectionEnd;
+}
+
+}  // namespace
+
+MouseTarget MouseInput::TargetAt(int x, int y) const {
+    const ViewGeometry& geometry = view_.Geometry();
+    const MouseTarget button = ButtonAt(geometry, x, y);
+    if (button != MouseTarget::kNothing) return button;
+    if (geometry.waveform.Contains(x, y)) return EdgeAt(view_, x);
+    if (geometry.markerStrip.Contains(x, y))
+        return MarkerAt(x, y) != 0 ? MouseTarget::kMarkerFlag : MouseTarget::kMarkerStrip;
+    if (geometry.horizontalRuler.Contains(x, y)) return MouseTarget::kHorizontalRuler;
+    if (geometry.verticalRuler.Contains(x, y)) return MouseTarget::kVerticalRuler;
+    return MouseTarget::kNothing;
+}
+
+std::uint32_t MouseInput::MarkerAt(int x, int y) const {
+    std::uint32_t id = 0;
+    const auto noLabels = [](std::string_view) { return 0; };
+    for (const MarkerFlag& place : LayOutMarkerStrip(view_.Geometry().markerStrip, view_.Pixels(),
+                                                     view_.Sound().Markers(), noLabels))
+        if (place.flag.Contains(x, y)) id = place.id;
+    return id;
+}
+
+// A drag past an edge means the frame at the edge; scrolling brings further frames there.
+std::uint32_t MouseInput::FrameAt(int x) const {
+    const Rectangle& waveform = view_.Geometry().waveform;
+    const int inside = std::clamp(x, waveform.left, std::max(waveform.left, waveform.right));
+    return static_cast<std::uint32_t>(view_.Pixels().NearestFrameAt(inside - waveform.left));
+}
+
+std::unique_ptr<Gesture> MouseInput::GestureFor(MouseTarget target,
+                                                const PointerEvent& event) const {
+    const Selection& selection = view_.GetSelection();
+    if (target == MouseTarget::kMarkerFlag) {
+        const std::uint32_t id = MarkerAt(event.x, event.y);
+        const Marker* marker = view_.Sound().Markers().Find(id);
+        if (!marker) return nullptr;
+        return std::make_unique<DragMarkerGesture>(id, marker->position, view_.FrameCount());
+    }
+    if (event.shift) return std::make_unique<ExtendGesture>(selection, view_.Cursor());
+    if (target == MouseTarget::kSelectionStart)
+        return std::make_unique<DragEdgeGesture>(selection.end);
+    if (target == MouseTarget::kSelectionEnd)
+        return std::make_unique<DragEdgeGesture>(selection.start);
+    return std::make_unique<SelectGesture>();
+}
+
+bool MouseInput::PressZoomButton(MouseTarget target, MouseButton button) {
+    const bool in = button == MouseButton::kLeft;
+    if (target == MouseTarget::kTimeZoomButton)
+        in ? view_.ZoomTimeIn() : view_.ZoomTimeOut();
+    else if (target == MouseTarget::kLevelZoomButton)
+        in ? view_.ZoomLevelIn() : view_.ZoomLevelOut();
+    else if (target == MouseTarget::kZoomerButton && view_.FrameCount() > 0)
+        AskUserZoom(view_);
+    else
+        return false;
+    return true;
+}
+
+MouseRequest MouseInput::Press(MouseButton button, const PointerEvent& event) {
+    last_ = event;
+    const MouseTarget target = TargetAt(event.x, event.y);
+    if (button != MouseButton::kMiddle && PressZoomButton(target, button))
+        return MouseRequest::kNone;
+    if (!ShowsTime(target) || IsDragging()) return MouseRequest::kNone;
+    if (button == MouseButton::kRight)
+        return view_.HasSelection() ? MouseRequest::kContextMenuSelection
+                                    : MouseRequest::kContextMenuNormal;
+    if (button == MouseButton::kMiddle) {
+        panning_ = true;
+        panPosition_ = view_.Horizontal().position;
+        panX_ = event.x;
+        return MouseRequest::kNone;
+    }
+    gesture_ = GestureFor(target, event);
+    if (gesture_) Apply(gesture_->Press(FrameAt(event.x)));
+    return MouseRequest::kNone;
+}
+
+void MouseInput::Move(const PointerEvent& event) {
+    last_ = event;
+    if (panning_)
+        view_.ScrollHorizontallyTo(panPosition_ + panX_ - event.x);
+    else if (gesture_)
+        Apply(gesture_->Move(FrameAt(event.x)));
+    else
+        view_.ShowSampleValues(event.x, event.y);
+}
+
+void MouseInput::Release(const PointerEvent& event) {
+    last_ = event;
+    panning_ = false;
+    if (!gesture_) return;
+    Apply(gesture_->Release(FrameAt(event.x)));
+    gesture_.reset();
+}
+
+void MouseInput::Cancel() {
+    panning_ = false;
+    gesture_.reset();
+}
+
+void MouseInput::DoubleClick(const PointerEvent& event) {
+    Cancel();
+    const MouseTarget target = TargetAt(event.x, event.y);
+    if (PressZoomButton(target, MouseButton::kLeft)) return;
+    if (target == MouseTarget::kMarkerFlag)
+        EditMarkerInDialog(view_, MarkerAt(event.x, event.y));
+    else if (ShowsTime(target))
+        SelectBetweenMarkers(view_, FrameAt(event.x));
+}
+
+void MouseInput::Tick() {
+    if (!gesture_) return;
+    ScrollPastEdge();
+    // A modal dialog that the scrolling's observers open may have ended the gesture.
+    if (gesture_) Apply(gesture_->Move(FrameAt(last_.x)));
+}
+
+void MouseInput::ScrollPastEdge() {
+    const Rectangle& waveform = view_.Geometry().waveform;
+    const int before = waveform.left - last_.x;
+    const int behind = last_.x - waveform.right;
+    const std::int64_t position = view_.Horizontal().position;
+    if (before > 0)
+        view_.ScrollHorizontallyTo(position - std::clamp(before, kSlowestScroll, kFastestScroll));
+    else if (behind >= 0)
+        view_.ScrollHorizontallyTo(position + std::clamp(behind, kSlowestScroll, kFastestScroll));
+}
+
+void MouseInput::Apply(const GestureIntent& intent) {
+    if (intent.selection) view_.SetSelection(intent.selection->start, intent.selection->end);
+    if (intent.cursor) view_.SetCursor(*intent.cursor);
+    if (!intent.marker) return;
+    const Marker* marker = view_.Sound().Markers().Find(intent.marker->id);
+    if (marker && marker->position != intent.marker->position)
+        SetMarker(view_, marker->id, intent.marker->position, "", marker->length);
+}
+
+void MouseInput::Wheel(const PointerEvent& event, double notches) {
+    const bool level =
+        (event.control && event.shift) || TargetAt(event.x, event.y) == MouseTarget::kVerticalRuler;
+    if (!level && !event.control) {
+        wheelRest_ = 0;
+        const double pixels = notches * std::max(view_.WaveformWidth() / kWheelParts, 1);
+        view_.ScrollHorizontallyTo(view_.Horizontal().position - std::llround(pixels));
+        return;
+    }
+    wheelRest_ += notches;
+    for (; std::abs(wheelRest_) >= 1; wheelRest_ -= std::copysign(1.0, wheelRest_)) {
+        const bool in = wheelRest_ > 0;
+        if (level)
+            in ? view_.ZoomLevelIn() : view_.ZoomLevelOut();
+        else
+            view_.ZoomTimeAt(event.x, in ? CSoundView::ZoomStep::kIn : CSoundView::ZoomStep::kOut);
+    }
+}
+
+}  // namespace sonavel

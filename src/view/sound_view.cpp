@@ -1,0 +1,240 @@
+#include "view/sound_view.h"
+
+#include <algorithm>
+
+#include "view/status_texts.h"
+
+namespace sonavel {
+
+CSoundView::CSoundView(CSoundDoc& document, ViewDialogs& dialogs, ViewHost& host)
+    : document_(document), dialogs_(dialogs), host_(host) {
+    document_.AddObserver(this);
+    Sound().SetObserver(this);
+}
+
+CSoundView::~CSoundView() {
+    Sound().SetObserver(nullptr);
+    document_.RemoveObserver(this);
+}
+
+void CSoundView::SetObserver(SoundViewObserver* observer) {
+    observer_ = observer;
+    if (!observer_ || !maximizePending_) return;
+    maximizePending_ = false;
+    observer_->MaximizeFrame();
+}
+
+bool CSoundView::Refuse(std::string_view reason) {
+    lastError_ = reason;
+    return false;
+}
+
+// --- Sizes and settings
+
+void CSoundView::Show(int width, int height) {
+    client_ = {0, 0, width, height};
+    const HostServices& services = document_.Services();
+    settings_ = DisplaySettings::Read(services.folder.Display());
+    grid_ = GridSettings::Read(services.folder.Options());
+    statusFormat_ = ReadStatusFormat(services.folder.Options());
+    LayOut();
+    colours_.Load(services.folder.Display());
+    if (observer_) observer_->OnColoursChanged();
+    extremes_.Rebuild(Sound(), 0);
+    shown_ = true;
+    zoomWidth_ = WaveformWidth();
+    zoomHeight_ = WaveformHeight();
+    ZoomDefault();
+    Invalidate(ViewArea::kAll);
+}
+
+void CSoundView::LayOut() {
+    GeometryRequest request;
+    request.client = client_;
+    request.horizontalRuler =
+        settings_.horizontalRuler ? RulerVisibility::kShown : RulerVisibility::kHidden;
+    request.verticalRuler =
+        settings_.verticalRuler ? RulerVisibility::kShown : RulerVisibility::kHidden;
+    request.verticalScrollBarWidth = scrollBarWidth_;
+    geometry_ = ViewGeometry::Layout(request);
+}
+
+void CSoundView::Resize(int width, int height) {
+    if (!shown_) return;
+    client_ = {0, 0, width, height};
+    LayOut();
+    Rescale();
+    Invalidate(ViewArea::kAll);
+}
+
+// A window shrunk to nothing keeps the zoom of its last usable size.
+void CSoundView::Rescale() {
+    const ZoomState before = zoom_;
+    if (WaveformWidth() > 0) {
+        zoom_.horizontal = zoomWidth_ > 0 ? zoom_.horizontal.Resized(zoomWidth_, WaveformWidth())
+                                          : FitZoom(Context()).horizontal;
+        zoomWidth_ = WaveformWidth();
+    }
+    if (WaveformHeight() > 0) {
+        zoom_.vertical = zoomHeight_ > 0 ? zoom_.vertical.Resized(zoomHeight_, WaveformHeight())
+                                         : FitZoom(Context()).vertical;
+        zoomHeight_ = WaveformHeight();
+    }
+    if (before != zoom_ && observer_) observer_->OnScrollChanged();
+}
+
+int CSoundView::WaveformWidth() const {
+    return geometry_.waveform.Width();
+}
+int CSoundView::WaveformHeight() const {
+    return geometry_.waveform.Height();
+}
+
+void CSoundView::ReloadSettings() {
+    document_.ReloadOptions();
+    const HostServices& services = document_.Services();
+    settings_ = DisplaySettings::Read(services.folder.Display());
+    grid_ = GridSettings::Read(services.folder.Options());
+    statusFormat_ = ReadStatusFormat(services.folder.Options());
+    colours_.Load(services.folder.Display());
+    if (observer_) observer_->OnColoursChanged();
+    Resize(client_.Width(), client_.Height());
+}
+
+bool CSoundView::SetStatusFormat(StatusFormat format) {
+    statusFormat_ = format;
+    Invalidate(ViewArea::kAll);
+    if (observer_) observer_->OnSelectionChanged();
+    ProfileFile options = document_.Services().folder.Options();
+    return WriteStatusFormat(options, format) || Refuse("Options.ini cannot be written.");
+}
+
+// --- The document
+
+void CSoundView::OnSoundChanged(std::uint32_t firstChangedFrame) {
+    const bool rebuildsLanes = extremes_.Channels() != Sound().GetChannels();
+    extremes_.Rebuild(Sound(), firstChangedFrame);
+    ClampToSound();
+    if (!shown_) return;
+    const ZoomState before = zoom_;
+    if (rebuildsLanes) zoom_.vertical = FitZoom(Context()).vertical;
+    AdaptZoomToSound();
+    if (rebuildsLanes)
+        Invalidate(ViewArea::kAll);
+    else
+        InvalidateTimeAreas();
+    if (before != zoom_ && observer_) observer_->OnScrollChanged();
+}
+
+// A change of length may leave a pixel with less than a frame, or a window partly empty that the
+// sound could fill.
+void CSoundView::AdaptZoomToSound() {
+    const std::int64_t frames = FrameCount();
+    const std::int64_t width = WaveformWidth();
+    const std::int64_t virtualWidth = zoom_.horizontal.maximum;
+    if (virtualWidth < std::min(frames, width))
+        zoom_.horizontal = FitZoom(Context()).horizontal;
+    else if (virtualWidth > std::max(frames, width))
+        zoom_.horizontal =
+            zoom_.horizontal.WithRange(std::max(frames, width), zoom_.horizontal.position);
+}
+
+void CSoundView::ClampToSound() {
+    const std::uint32_t frames = FrameCount();
+    const Selection clamped = {std::min(selection_.start, frames),
+                               std::min(selection_.end, frames)};
+    const std::uint32_t cursor = std::min(cursor_, frames);
+    const bool changed = clamped != selection_ || cursor != cursor_;
+    selection_ = clamped;
+    cursor_ = cursor;
+    if (changed && observer_) observer_->OnSelectionChanged();
+}
+
+void CSoundView::MaximizeFrame() {
+    // A document is opened before its window exists, which then takes up the wish.
+    if (observer_)
+        observer_->MaximizeFrame();
+    else
+        maximizePending_ = true;
+}
+
+// --- Selection and cursor
+
+void CSoundView::SetSelection(std::uint32_t start, std::uint32_t end) {
+    const std::uint32_t frames = FrameCount();
+    StoreSelection(
+        {std::min(std::min(start, end), frames), std::min(std::max(start, end), frames)});
+}
+
+void CSoundView::SetSelectionStart(std::uint32_t frame) {
+    StoreSelection({std::min(frame, FrameCount()), selection_.end});
+}
+
+void CSoundView::StoreSelection(const Selection& selection) {
+    if (selection == selection_) return;
+    const Selection before = selection_;
+    selection_ = selection;
+    InvalidateSelectionChange(before, selection_);
+    if (observer_) observer_->OnSelectionChanged();
+}
+
+void CSoundView::SetCursor(std::uint32_t frame) {
+    const std::uint32_t target = std::min(frame, FrameCount());
+    if (target == cursor_) return;
+    InvalidateFrames(cursor_, cursor_);
+    cursor_ = target;
+    InvalidateFrames(cursor_, cursor_);
+    if (observer_) observer_->OnSelectionChanged();
+}
+
+Selection CSoundView::SelectionOrAll() const {
+    return HasSelection() ? selection_ : Selection{0, FrameCount()};
+}
+
+// --- Repainting
+
+void CSoundView::Invalidate(ViewArea area) {
+    if (observer_) observer_->Invalidate(area);
+}
+
+void CSoundView::InvalidateTimeAreas() {
+    Invalidate(ViewArea::kWaveform);
+    Invalidate(ViewArea::kHorizontalRuler);
+    Invalidate(ViewArea::kMarkerStrip);
+}
+
+// The columns of these frames and the marks that the ruler has for them.
+void CSoundView::InvalidateFrames(std::uint32_t a, std::uint32_t b) {
+    constexpr std::int64_t kColumnReach = 3;
+    constexpr std::int64_t kRulerReach = 8;
+    if (!observer_) return;
+    const PixelMap map = Pixels();
+    const Rectangle& waveform = geometry_.waveform;
+    const std::int64_t width = waveform.Width();
+    // The cursor stays visible at the right edge, so places beyond it repaint that edge.
+    const std::int64_t first = std::clamp<std::int64_t>(map.X(std::min(a, b)), 0, width);
+    const std::int64_t last = std::clamp<std::int64_t>(map.X(std::max(a, b)), 0, width);
+    const auto strip = [&](const Rectangle& area, std::int64_t reach) {
+        const Rectangle around = {waveform.left + static_cast<int>(first - reach), area.top,
+                                  waveform.left + static_cast<int>(last + reach + 1), area.bottom};
+        const Rectangle visible = around.Intersected(area);
+        if (!visible.Empty()) observer_->InvalidateRectangle(visible);
+    };
+    strip(waveform, kColumnReach);
+    strip(geometry_.horizontalRuler, kRulerReach);
+}
+
+void CSoundView::InvalidateSelectionChange(const Selection& before, const Selection& after) {
+    // What a start behind its end shows is not empty on the screen; hence no IsEmpty() here.
+    const auto isPoint = [](const Selection& s) { return s.start == s.end; };
+    if (isPoint(before) && isPoint(after)) return;
+    if (isPoint(before) || isPoint(after)) {
+        const Selection& shown = isPoint(before) ? after : before;
+        InvalidateFrames(shown.start, shown.end);
+        return;
+    }
+    if (before.start != after.start) InvalidateFrames(before.start, after.start);
+    if (before.end != after.end) InvalidateFrames(before.end, after.end);
+}
+
+}  // namespace sonavel

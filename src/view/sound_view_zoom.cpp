@@ -1,0 +1,157 @@
+// The view's zoom and scrolling: which state each command leads to, and what is repainted then.
+#include <algorithm>
+
+#include "view/sound_view.h"
+
+namespace sonavel {
+
+class CSoundView::WaitCursorScope {
+  public:
+    explicit WaitCursorScope(SoundViewObserver* observer) : observer_(observer) {
+        if (observer_) observer_->SetWaitCursor(SoundViewObserver::WaitCursor::kShow);
+    }
+    ~WaitCursorScope() {
+        if (observer_) observer_->SetWaitCursor(SoundViewObserver::WaitCursor::kHide);
+    }
+    WaitCursorScope(const WaitCursorScope&) = delete;
+    WaitCursorScope& operator=(const WaitCursorScope&) = delete;
+
+  private:
+    SoundViewObserver* observer_;
+};
+
+ZoomContext CSoundView::Context() const {
+    return ZoomContext::Of(Sound(), WaveformWidth(), WaveformHeight(), selection_.start);
+}
+
+void CSoundView::ApplyTimeZoom(const ZoomState& state) {
+    if (state.horizontal == zoom_.horizontal) return;
+    zoom_.horizontal = state.horizontal;
+    InvalidateTimeAreas();
+    if (observer_) observer_->OnScrollChanged();
+}
+
+void CSoundView::ApplyLevelZoom(const ZoomState& state) {
+    if (state.vertical == zoom_.vertical) return;
+    zoom_.vertical = state.vertical;
+    Invalidate(ViewArea::kVerticalRuler);
+    Invalidate(ViewArea::kWaveform);
+    if (observer_) observer_->OnScrollChanged();
+}
+
+// --- Zoom
+
+void CSoundView::ZoomTimeIn() {
+    const WaitCursorScope wait(observer_);
+    ApplyTimeZoom(TimeZoomIn(zoom_, Context()));
+}
+
+void CSoundView::ZoomTimeOut() {
+    const WaitCursorScope wait(observer_);
+    ApplyTimeZoom(TimeZoomOut(zoom_, Context()));
+}
+
+void CSoundView::ZoomTimeFull() {
+    const WaitCursorScope wait(observer_);
+    ApplyTimeZoom(TimeZoomFull(zoom_, Context()));
+}
+
+void CSoundView::ZoomToRange(std::uint32_t startFrame, std::uint32_t endFrame) {
+    const WaitCursorScope wait(observer_);
+    ApplyTimeZoom(sonavel::ZoomToRange(zoom_, Context(), startFrame, endFrame));
+}
+
+void CSoundView::ZoomLevelIn() {
+    ApplyLevelZoom(LevelZoomIn(zoom_, Context()));
+}
+void CSoundView::ZoomLevelOut() {
+    ApplyLevelZoom(LevelZoomOut(zoom_, Context()));
+}
+void CSoundView::ZoomLevelFull() {
+    ApplyLevelZoom(LevelZoomFull(zoom_, Context()));
+}
+
+void CSoundView::ZoomDefault() {
+    const OpeningZoom opening =
+        document_.Options().openAndFullTimeZoom ? OpeningZoom::kFullTime : OpeningZoom::kFit;
+    const ZoomState state = DefaultZoom(Context(), opening);
+    ApplyTimeZoom(state);
+    ApplyLevelZoom(state);
+}
+
+void CSoundView::ResetTimeZoom() {
+    ApplyTimeZoom(FitZoom(Context()));
+}
+
+UserZoom CSoundView::CurrentUserZoom() const {
+    return InitialUserZoom(zoom_, Context());
+}
+
+void CSoundView::ApplyUserZoom(const UserZoom& zoom) {
+    const WaitCursorScope wait(observer_);
+    const ZoomState state = sonavel::ApplyUserZoom(zoom_, Context(), zoom);
+    ApplyTimeZoom(state);
+    ApplyLevelZoom(state);
+}
+
+bool AskUserZoom(CSoundView& view) {
+    if (view.FrameCount() == 0) return view.Refuse("The document has no sound.");
+    const std::optional<UserZoom> zoom = view.Dialogs().AskUserZoom(view.CurrentUserZoom());
+    if (!zoom) return view.Refuse("Cancelled.");
+    view.ApplyUserZoom(*zoom);
+    return true;
+}
+
+void CSoundView::ZoomTimeAt(int x, ZoomStep step) {
+    const std::int64_t column = x - geometry_.waveform.left;
+    const std::int64_t frame = Pixels().NearestFrameAt(column);
+    const ZoomState zoomed =
+        step == ZoomStep::kIn ? TimeZoomIn(zoom_, Context()) : TimeZoomOut(zoom_, Context());
+    // The command decides how far; where the frame then stands decides the position.
+    const std::int64_t virtualX = PixelMap(FrameCount(), zoomed.horizontal).VirtualX(frame);
+    ApplyTimeZoom({zoomed.horizontal.WithPosition(virtualX - column), zoom_.vertical});
+}
+
+std::int64_t CSoundView::TimeRatio() const {
+    return TimeZoomRatio(zoom_, Context());
+}
+double CSoundView::TimePercent() const {
+    return TimeZoomPercent(zoom_, Context());
+}
+double CSoundView::LevelPercent() const {
+    return LevelZoomPercent(zoom_, Context());
+}
+
+// --- Scrolling
+
+void CSoundView::ScrollHorizontally(ScrollStep step) {
+    ApplyTimeZoom({zoom_.horizontal.Stepped(step), zoom_.vertical});
+}
+
+void CSoundView::ScrollVertically(ScrollStep step) {
+    ApplyLevelZoom({zoom_.horizontal, zoom_.vertical.Stepped(step)});
+}
+
+void CSoundView::ScrollHorizontallyTo(std::int64_t position) {
+    ApplyTimeZoom({zoom_.horizontal.WithPosition(position), zoom_.vertical});
+}
+
+void CSoundView::ScrollVerticallyTo(std::int64_t position) {
+    ApplyLevelZoom({zoom_.horizontal, zoom_.vertical.WithPosition(position)});
+}
+
+bool CSoundView::IsFrameInSight(std::uint32_t frame) const {
+    const std::int64_t x = Pixels().X(frame);
+    return x >= 0 && x <= WaveformWidth();
+}
+
+void CSoundView::ScrollToShow(std::uint32_t frame) {
+    if (!IsFrameInSight(frame))
+        ScrollHorizontallyTo(Pixels().VirtualX(frame) - WaveformWidth() / 2);
+}
+
+void CSoundView::ScrollToPlayPosition(std::int64_t positionBytes) {
+    ApplyTimeZoom(sonavel::ScrollToPlayPosition(zoom_, Context(), positionBytes));
+}
+
+}  // namespace sonavel

@@ -1,0 +1,117 @@
+#include "view/transport.h"
+
+#include <algorithm>
+
+namespace sonavel {
+namespace {
+
+constexpr char kNoSound[] = "The document has no sound.";
+constexpr char kNotStarted[] = "Playing could not be started.";
+
+bool StartFromCursor(CSoundView& view) {
+    const std::uint32_t cursor = view.Cursor() == view.FrameCount() ? 0 : view.Cursor();
+    return view.Sound().Play(view.Sound().ByteOffset(cursor));
+}
+
+bool PlayFrames(CSoundView& view, std::uint32_t start, std::uint32_t end) {
+    const std::uint32_t last = std::min(end, view.FrameCount());
+    if (start >= last) return view.Refuse("There is nothing to play there.");
+    CWavePlayer& sound = view.Sound();
+    return sound.PlayRange(sound.ByteOffset(start), sound.ByteOffset(last)) ||
+           view.Refuse(kNotStarted);
+}
+
+// What is heard before and after the point of a preview, in frames: one and a half seconds.
+std::uint32_t PreviewMargin(const CSoundView& view) {
+    const std::uint32_t rate = view.Sound().GetRate();
+    return rate + rate / 2;
+}
+
+std::uint32_t Before(std::uint32_t frame, std::uint32_t distance) {
+    return frame > distance ? frame - distance : 0;
+}
+
+std::uint32_t Behind(const CSoundView& view, std::uint32_t frame, std::uint32_t distance) {
+    return static_cast<std::uint32_t>(
+        std::min(std::uint64_t{frame} + distance, std::uint64_t{view.FrameCount()}));
+}
+
+bool StopRecording(CSoundView& view) {
+    const bool recorded = view.Document().StopRecording(view.Cursor());
+    view.ResetTimeZoom();
+    view.NoteTransportState();
+    return recorded || view.Refuse("Nothing was recorded.");
+}
+
+}  // namespace
+
+bool Playback(CSoundView& view) {
+    if (!view.Sound().HasData()) return view.Refuse(kNoSound);
+    view.Transport().playToEnd = false;
+    view.ClearPlayPosition();
+    view.Sound().SetLooping(false);
+    view.Transport().playingSelection = view.HasSelection();
+    if (view.HasSelection())
+        return PlayFrames(view, view.GetSelection().start, view.GetSelection().end);
+    return StartFromCursor(view) || view.Refuse(kNotStarted);
+}
+
+bool PlayLooped(CSoundView& view) {
+    if (!view.Sound().HasData()) return view.Refuse(kNoSound);
+    view.Transport().playToEnd = false;
+    view.ClearPlayPosition();
+    view.Sound().SetLooping(true);
+    if (view.HasSelection())
+        return PlayFrames(view, view.GetSelection().start, view.GetSelection().end);
+    return StartFromCursor(view) || view.Refuse(kNotStarted);
+}
+
+bool PlayToEnd(CSoundView& view) {
+    if (!view.Sound().HasData()) return view.Refuse(kNoSound);
+    view.Transport().playToEnd = true;
+    view.ClearPlayPosition();
+    view.Sound().SetLooping(false);
+    return view.Sound().Play(0) || view.Refuse(kNotStarted);
+}
+
+bool StopTransport(CSoundView& view) {
+    view.Transport().playToEnd = false;
+    if (view.Sound().IsPlaying()) {
+        view.Sound().Stop(CWavePlayer::StopReport::kShow);
+        return true;
+    }
+    if (view.Sound().IsRecording()) return StopRecording(view);
+    return view.Refuse("Nothing is playing.");
+}
+
+bool PauseTransport(CSoundView& view) {
+    return view.Sound().Pause() || view.Refuse("Nothing is playing.");
+}
+
+bool PressSpace(CSoundView& view) {
+    const bool busy = view.Sound().IsPlaying() || view.Sound().IsRecording();
+    return busy ? StopTransport(view) : Playback(view);
+}
+
+bool PreviewCut(CSoundView& view) {
+    if (!view.Sound().HasData()) return view.Refuse(kNoSound);
+    const std::uint32_t margin = PreviewMargin(view);
+    if (!view.HasSelection())
+        return PlayFrames(view, Before(view.Cursor(), margin), Behind(view, view.Cursor(), margin));
+    const auto [start, end] = view.GetSelection();
+    const std::uint32_t first = Before(start, margin);
+    const std::uint32_t last = Behind(view, end, margin);
+    if (first == start) return PlayFrames(view, end, last);
+    if (end == last) return PlayFrames(view, first, start);
+    CWavePlayer& sound = view.Sound();
+    return sound.PlaySkip(sound.ByteOffset(first), sound.ByteOffset(last), sound.ByteOffset(start),
+                          sound.ByteOffset(end)) ||
+           view.Refuse(kNotStarted);
+}
+
+bool PreRollToCursor(CSoundView& view) {
+    if (!view.Sound().HasData()) return view.Refuse(kNoSound);
+    return PlayFrames(view, Before(view.Cursor(), PreviewMargin(view)), view.Cursor());
+}
+
+}  // namespace sonavel

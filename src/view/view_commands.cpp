@@ -1,0 +1,341 @@
+#include "view/view_commands.h"
+
+#include "view/cursor_moves.h"
+#include "view/edit_commands.h"
+#include "view/marker_commands.h"
+#include "view/transport.h"
+
+namespace sonavel {
+namespace {
+
+using namespace view_command;
+
+// --- Conditions: null where the command is offered, else the reason why it is not.
+
+using Condition = const char* (*)(const CSoundView&);
+
+const char* IsIdle(const CSoundView& view) {
+    return view.Sound().IsRecording() ? "The sound is being recorded." : nullptr;
+}
+
+const char* HasSound(const CSoundView& view) {
+    return view.Sound().HasData() ? nullptr : "The document has no sound.";
+}
+
+const char* HasSelection(const CSoundView& view) {
+    return view.HasSelection() ? nullptr : "Nothing is selected.";
+}
+
+const char* HasClip(const CSoundView& view) {
+    return view.Document().Services().clipboard.OffersWave() ? nullptr
+                                                             : "The clipboard holds no wave data.";
+}
+
+const char* CanPlay(const CSoundView& view) {
+    const char* reason = HasSound(view);
+    return reason ? reason : IsIdle(view);
+}
+
+const char* CanStop(const CSoundView& view) {
+    const bool active = view.Sound().IsPlaying() || view.Sound().IsRecording();
+    return active ? nullptr : "Nothing is playing.";
+}
+
+const char* CanPause(const CSoundView& view) {
+    const bool active = view.Sound().IsPlaying() || view.Sound().IsPaused();
+    return active ? nullptr : "Nothing is playing.";
+}
+
+const char* CanUseSpace(const CSoundView& view) {
+    return view.Sound().IsRecording() ? nullptr : HasSound(view);
+}
+
+const char* CanRemove(const CSoundView& view) {
+    const char* reason = HasSelection(view);
+    return reason ? reason : IsIdle(view);
+}
+
+const char* CanPaste(const CSoundView& view) {
+    const char* reason = HasClip(view);
+    return reason ? reason : IsIdle(view);
+}
+
+const char* CanOverwrite(const CSoundView& view) {
+    const char* reason = HasSelection(view);
+    return reason ? reason : CanPaste(view);
+}
+
+const char* CanPasteNew(const CSoundView& view) {
+    return view.HasSelection() ? nullptr : HasClip(view);
+}
+
+const char* CanUndo(const CSoundView& view) {
+    if (const char* reason = IsIdle(view)) return reason;
+    return view.Document().CanUndo() ? nullptr : "There is nothing to undo.";
+}
+
+const char* CanRedo(const CSoundView& view) {
+    if (const char* reason = IsIdle(view)) return reason;
+    return view.Document().CanRedo() ? nullptr : "There is nothing to redo.";
+}
+
+const char* HasMarkers(const CSoundView& view) {
+    return view.Sound().Markers().Empty() ? "The sound has no markers." : nullptr;
+}
+
+template <Condition condition>
+CommandState When(const CSoundView& view) {
+    return {condition(view) == nullptr, false};
+}
+
+using StateFunction = CommandState (*)(const CSoundView&);
+
+struct NamedCondition {
+    StateFunction state;
+    Condition condition;
+};
+
+constexpr NamedCondition kConditions[] = {
+    {When<HasSound>, HasSound},       {When<HasSelection>, HasSelection},
+    {When<HasClip>, HasClip},         {When<CanPlay>, CanPlay},
+    {When<CanStop>, CanStop},         {When<CanPause>, CanPause},
+    {When<CanUseSpace>, CanUseSpace}, {When<CanRemove>, CanRemove},
+    {When<CanPaste>, CanPaste},       {When<CanOverwrite>, CanOverwrite},
+    {When<CanPasteNew>, CanPasteNew}, {When<CanUndo>, CanUndo},
+    {When<CanRedo>, CanRedo},         {When<HasMarkers>, HasMarkers},
+};
+
+template <StatusFormat format>
+CommandState Shows(const CSoundView& view) {
+    return {true, view.GetStatusFormat() == format};
+}
+
+// --- Handlers of fixed arguments
+
+template <auto move, int pixels, MoveMode mode>
+bool Moved(CSoundView& view) {
+    return move(view, pixels, mode);
+}
+
+template <void (CSoundView::*zoom)()>
+bool Zoomed(CSoundView& view) {
+    (view.*zoom)();
+    return true;
+}
+
+template <StatusFormat format>
+bool Format(CSoundView& view) {
+    return view.SetStatusFormat(format);
+}
+
+bool ZoomSelection(CSoundView& view) {
+    view.ZoomToRange(view.GetSelection().start, view.GetSelection().end);
+    return true;
+}
+
+bool EditNearestMarker(CSoundView& view) {
+    return EditMarkerInDialog(view, NearestMarkerId(view, view.Cursor()));
+}
+
+std::string UndoText(const CSoundView& view) {
+    return view.Document().History().UndoMenuText(UndoHistory::MenuPass::kSecond);
+}
+
+std::string RedoText(const CSoundView& view) {
+    return view.Document().History().RedoMenuText();
+}
+
+// --- The table
+
+using Row = Command<CSoundView>;
+
+constexpr Row kTable[] = {
+    // Playing
+    {{kPlay, "", "&Playback", "Space", "Play the selection, or from the cursor on"},
+     Playback,
+     When<CanPlay>},
+    {{kPlayLooped, "", "Play &Looped", "Shift+Space", "Play again and again"},
+     PlayLooped,
+     When<CanPlay>},
+    {{kPlayToEnd, "", "Play to &End", "Ctrl+Space", "Play the whole sound"},
+     PlayToEnd,
+     When<CanPlay>},
+    {{kStop, "", "&Stop", "Space", "Stop playing or recording"}, StopTransport, When<CanStop>},
+    {{kPause, "", "P&ause", "Return; Enter", "Pause, or go on playing"},
+     PauseTransport,
+     When<CanPause>},
+    {{kSpaceKey, "", "", "Space", "Play or stop"}, PressSpace, When<CanUseSpace>},
+    {{kPreviewCut, "", "Preview cut/cursor", "", "Play what surrounds the selection or the cursor"},
+     PreviewCut,
+     When<CanPlay>},
+    {{kPreRoll, "", "Pre-roll to Cursor", "", "Play up to the cursor"},
+     PreRollToCursor,
+     When<CanPlay>},
+
+    // Cursor and selection
+    {{kStart, "cursor-start", "Start", "Ctrl+Home; Home", "Go to the start of the sound"},
+     MoveCursorToStart,
+     When<HasSound>},
+    {{kEnd, "cursor-end", "End", "Ctrl+End; End", "Go to the end of the sound"},
+     MoveCursorToEnd,
+     When<HasSound>},
+    {{kRewind, "", "Rewind", "Ctrl+Left", "Move the cursor back"},
+     Moved<MoveCursorLeft, kFarMovePixels, MoveMode::kCollapse>,
+     When<HasSound>},
+    {{kForward, "", "Forward", "Ctrl+Right", "Move the cursor forward"},
+     Moved<MoveCursorRight, kFarMovePixels, MoveMode::kCollapse>,
+     When<HasSound>},
+    {{kCursorLeft, "", "", "Left", "Move the cursor back by a pixel"},
+     Moved<MoveCursorLeft, 1, MoveMode::kCollapse>,
+     When<HasSound>},
+    {{kCursorRight, "", "", "Right", "Move the cursor forward by a pixel"},
+     Moved<MoveCursorRight, 1, MoveMode::kCollapse>,
+     When<HasSound>},
+    {{kExtendLeft, "", "", "Shift+Left", "Extend the selection back by a pixel"},
+     Moved<MoveCursorLeft, 1, MoveMode::kExtend>,
+     When<HasSound>},
+    {{kExtendRight, "", "", "Shift+Right", "Extend the selection forward by a pixel"},
+     Moved<MoveCursorRight, 1, MoveMode::kExtend>,
+     When<HasSound>},
+    {{kExtendLeftFar, "", "", "Ctrl+Shift+Left", "Extend the selection back"},
+     Moved<MoveCursorLeft, kFarMovePixels, MoveMode::kExtend>,
+     When<HasSound>},
+    {{kExtendRightFar, "", "", "Ctrl+Shift+Right", "Extend the selection forward"},
+     Moved<MoveCursorRight, kFarMovePixels, MoveMode::kExtend>,
+     When<HasSound>},
+    {{kSelectToStart, "", "", "Shift+Home", "Select to the start"}, SelectToStart, When<HasSound>},
+    {{kSelectToEnd, "", "", "Shift+End", "Select to the end"}, SelectToEnd, When<HasSound>},
+    {{kSelectAll, "select-all", "Select &All", "Ctrl+A", "Select the whole sound"},
+     SelectAll,
+     When<HasSound>},
+    {{kGoToCursor, "", "&Go to Cursor...\tCtrl+G", "Ctrl+G", "Set the cursor to a frame or a time"},
+     AskAndGoToCursor,
+     When<HasSound>},
+
+    // Markers
+    {{kDropMarker, "", "Drop Marker", "M", "Set a marker at the cursor"},
+     DropMarker,
+     When<HasSound>},
+    {{kMarkerAdd, "", "Add", "", "Add a marker"}, AddMarkerInDialog, When<HasSound>},
+    {{kMarkerEdit, "", "Edit", "", "Edit the marker nearest to the cursor"},
+     EditNearestMarker,
+     When<HasMarkers>},
+    {{kMarkerDelete, "", "Delete", "", "Delete markers"}, EditMarkersInDialog, When<HasMarkers>},
+
+    // History
+    {{kUndo, "undo", "&Undo", "Ctrl+Z", "Take the last edit back"},
+     UndoEdit,
+     When<CanUndo>,
+     UndoText},
+    {{kRedo, "redo", "&Redo", "Ctrl+Y", "Bring an edit back that was undone"},
+     RedoEdit,
+     When<CanRedo>,
+     RedoText},
+
+    // Clipboard
+    {{kCut, "cut", "Cu&t", "Ctrl+X", "Move the selection to the clipboard"},
+     CutSelection,
+     When<CanRemove>},
+    {{kCopy, "copy", "&Copy", "Ctrl+C", "Copy the selection to the clipboard"},
+     CopySelection,
+     When<HasSelection>},
+    {{kDelete, "delete", "&Delete", "Del", "Block Delete ..."}, DeleteSelection, When<CanRemove>},
+    {{kPaste, "paste", "Pa&ste", "Ctrl+V", "Insert the clipboard at the cursor"},
+     Paste,
+     When<CanPaste>},
+    {{kPasteOverwrite, "paste-overwrite", "Paste overwrite..", "",
+      "Write the clipboard over the selection once"},
+     PasteOverwrite,
+     When<CanOverwrite>},
+    {{kPasteBlockOverwrite, "paste-block-overwrite", "Paste Block Overwrite", "",
+      "Fill the selection with the clipboard"},
+     PasteBlockOverwrite,
+     When<CanOverwrite>},
+    {{kPasteBlockCopy, "paste-block-copy", "Paste Block Copy", "",
+      "Write as many whole copies of the clipboard over the selection as fit"},
+     PasteBlockCopy,
+     When<CanOverwrite>},
+    {{kPasteReplicate, "", "Paste Rep&licate", "Ctrl+L", "Insert the clipboard several times"},
+     PasteReplicate,
+     When<CanPaste>},
+    {{kPasteNew, "paste-new", "Paste N&ew", "Ctrl+E",
+      "Open the selection or the clipboard as a new document"},
+     PasteNew,
+     When<CanPasteNew>},
+    {{kMix, "", "Mix...", "Ctrl+M", "Insert Mix Clipboard contents"}, MixClipboard, When<CanPaste>},
+    {{kCrossfadeMix, "", "Crosfade Mix...", "Ctrl+S", "Mix the clipboard in with fading levels"},
+     CrossfadeMixClipboard,
+     When<CanPaste>},
+    {{kClipboardContents, "", "Clipboard C&ontents...", "", "Show what the clipboard holds"},
+     ShowClipboardContents,
+     When<HasClip>},
+
+    // Zoom
+    {{kZoomTimeIn, "zoom-time-in", "Zoom In\tUp", "Up", "Show less time, larger"},
+     Zoomed<&CSoundView::ZoomTimeIn>},
+    {{kZoomTimeOut, "zoom-time-out", "Zoom Out\tDown", "Down", "Show more time"},
+     Zoomed<&CSoundView::ZoomTimeOut>},
+    {{kZoomTimeFull, "zoom-time-full", "Zoom In Full", "", "Show every frame as a pixel"},
+     Zoomed<&CSoundView::ZoomTimeFull>},
+    {{kZoomLevelIn, "zoom-level-in", "Zoom In\tShift+Up", "Shift+Up", "Show levels larger"},
+     Zoomed<&CSoundView::ZoomLevelIn>},
+    {{kZoomLevelOut, "zoom-level-out", "Zoom Out\tShift+Down", "Shift+Down", "Show levels smaller"},
+     Zoomed<&CSoundView::ZoomLevelOut>},
+    {{kZoomLevelFull, "zoom-level-full", "Zoom In Full", "", "Show levels as large as possible"},
+     Zoomed<&CSoundView::ZoomLevelFull>},
+    {{kZoomSelection, "zoom-selection", "Zoom In Selection", "",
+      "Fill the window with the selection"},
+     ZoomSelection,
+     When<HasSelection>},
+    {{kZoomUser, "", "Zoom User Define", "", "Choose what to show in numbers"},
+     AskUserZoom,
+     When<HasSound>},
+    {{kZoomDefault, "zoom-default", "Zoom Default\tCtrl+0", "Ctrl+0", "Go back to the first zoom"},
+     Zoomed<&CSoundView::ZoomDefault>},
+
+    // Status format
+    {{kStatusSample, "", "&Sample", "", "Show positions as sample numbers"},
+     Format<StatusFormat::kSample>,
+     Shows<StatusFormat::kSample>},
+    {{kStatusTime, "", "&Time", "", "Show positions as hours, minutes and seconds"},
+     Format<StatusFormat::kTime>,
+     Shows<StatusFormat::kTime>},
+    {{kStatusSecond, "", "Se&cond", "", "Show positions in seconds"},
+     Format<StatusFormat::kSecond>,
+     Shows<StatusFormat::kSecond>},
+};
+
+const Row* FindRow(int id) {
+    for (const Row& row : kTable)
+        if (row.info.id == id) return &row;
+    return nullptr;
+}
+
+}  // namespace
+
+std::span<const Command<CSoundView>> ViewCommands() {
+    return kTable;
+}
+
+SoundViewCommands::SoundViewCommands(CSoundView& view)
+    : TableCommandTarget<CSoundView>(view, kTable), view_(view) {}
+
+bool SoundViewCommands::RunCommand(int id) {
+    view_.ClearError();
+    const std::string reason = ReasonDisabled(id);
+    if (!reason.empty()) return view_.Refuse(reason);
+    return TableCommandTarget<CSoundView>::RunCommand(id);
+}
+
+std::string SoundViewCommands::ReasonDisabled(int id) const {
+    const Row* row = FindRow(id);
+    if (!row || !row->state) return {};
+    for (const NamedCondition& named : kConditions) {
+        if (named.state != row->state) continue;
+        const char* reason = named.condition(view_);
+        return reason ? reason : "";
+    }
+    return {};
+}
+
+}  // namespace sonavel

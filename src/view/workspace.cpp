@@ -1,0 +1,183 @@
+#include "view/workspace.h"
+
+#include <algorithm>
+
+#include "document/edit_operations.h"
+
+namespace sonavel {
+namespace {
+
+constexpr std::string_view kNewTitle = "Sound";
+
+}  // namespace
+
+Workspace::Workspace(const HostServices& services, DocumentDialogs& documentDialogs,
+                     ViewDialogs& viewDialogs)
+    : services_(services), documentDialogs_(documentDialogs), viewDialogs_(viewDialogs) {}
+
+Workspace::~Workspace() = default;
+
+void Workspace::SetInitialViewSize(int width, int height) {
+    viewWidth_ = width;
+    viewHeight_ = height;
+}
+
+// --- Looking up
+
+OpenSound* Workspace::Active() {
+    return activationOrder_.empty() ? nullptr : activationOrder_.back();
+}
+
+std::optional<std::size_t> Workspace::ActiveIndex() const {
+    if (activationOrder_.empty()) return std::nullopt;
+    return IndexOf(*activationOrder_.back()->document);
+}
+
+std::optional<std::size_t> Workspace::IndexOf(const CSoundDoc& document) const {
+    for (std::size_t index = 0; index < sounds_.size(); ++index)
+        if (sounds_[index]->document.get() == &document) return index;
+    return std::nullopt;
+}
+
+std::optional<std::size_t> Workspace::IndexOfPath(const std::filesystem::path& path) const {
+    const std::filesystem::path wanted = path.lexically_normal();
+    for (std::size_t index = 0; index < sounds_.size(); ++index) {
+        const std::filesystem::path& open = sounds_[index]->document->Path();
+        if (!open.empty() && open.lexically_normal() == wanted) return index;
+    }
+    return std::nullopt;
+}
+
+// --- Opening
+
+bool Workspace::Fail(std::string_view reason) {
+    lastError_ = reason;
+    return false;
+}
+
+std::unique_ptr<OpenSound> Workspace::MakeSound() {
+    auto sound = std::make_unique<OpenSound>();
+    sound->document = std::make_unique<CSoundDoc>(services_, documentDialogs_);
+    sound->view = std::make_unique<CSoundView>(*sound->document, viewDialogs_, *this);
+    sound->commands = std::make_unique<SoundViewCommands>(*sound->view);
+    return sound;
+}
+
+OpenSound& Workspace::Add(std::unique_ptr<OpenSound> sound) {
+    OpenSound& added = *sound;
+    sounds_.push_back(std::move(sound));
+    if (viewWidth_ > 0) added.view->Show(viewWidth_, viewHeight_);
+    if (observer_) observer_->OnDocumentAdded(added);
+    Activate(sounds_.size() - 1);
+    return added;
+}
+
+bool Workspace::NewDocument() {
+    std::unique_ptr<OpenSound> sound = MakeSound();
+    if (!sound->document->NewDocument()) return Fail("Cancelled.");
+    sound->document->SetTitle(titles_.Next(kNewTitle));
+    Add(std::move(sound));
+    return true;
+}
+
+bool Workspace::NewDocument(const NewSoundChoice& format) {
+    return NewTitledDocument(format, kNewTitle);
+}
+
+bool Workspace::NewTitledDocument(const NewSoundChoice& format, std::string_view titlePrefix) {
+    std::unique_ptr<OpenSound> sound = MakeSound();
+    if (!sound->document->NewDocument(format)) return Fail(sound->document->LastError());
+    sound->document->SetTitle(titles_.Next(titlePrefix));
+    Add(std::move(sound));
+    return true;
+}
+
+bool Workspace::OpenDocument(const std::filesystem::path& path) {
+    std::unique_ptr<OpenSound> sound = MakeSound();
+    if (!sound->document->OpenDocument(path)) return Fail(sound->document->LastError());
+    Add(std::move(sound));
+    return true;
+}
+
+bool Workspace::NewDocumentFromSound(SoundCopy&& copy, std::string_view titlePrefix) {
+    std::unique_ptr<OpenSound> sound = MakeSound();
+    sound->document->Sound().Adopt(std::move(copy));
+    sound->document->SetTitle(titles_.Next(titlePrefix));
+    sound->document->NotifyChanged(0);
+    Add(std::move(sound));
+    return true;
+}
+
+bool Workspace::NewDocumentFromClip() {
+    std::unique_ptr<OpenSound> sound = MakeSound();
+    if (!edit::ReplaceWithClip(*sound->document, clip_)) return Fail(sound->document->LastError());
+    sound->document->SetTitle(titles_.Next(untitled_prefix::kPaste));
+    Add(std::move(sound));
+    return true;
+}
+
+// --- Activating and closing
+
+void Workspace::Activate(std::size_t index) {
+    OpenSound* sound = sounds_[index].get();
+    if (Active() == sound) return;
+    std::erase(activationOrder_, sound);
+    activationOrder_.push_back(sound);
+    if (observer_) observer_->OnActivated(sound);
+}
+
+void Workspace::StopActivity(std::size_t index) {
+    OpenSound& sound = *sounds_[index];
+    CWavePlayer& player = sound.document->Sound();
+    if (player.IsRecording()) {
+        sound.document->StopRecording(sound.view->Cursor());
+        sound.view->ResetTimeZoom();
+        sound.view->NoteTransportState();
+    }
+    player.Stop(CWavePlayer::StopReport::kShow);
+    sound.document->Preview().Stop(CWavePlayer::StopReport::kSilent);
+}
+
+void Workspace::Close(std::size_t index) {
+    StopActivity(index);
+    OpenSound* sound = sounds_[index].get();
+    const bool wasActive = Active() == sound;
+    if (observer_) observer_->OnDocumentClosing(*sound);
+    sound->view->SetObserver(nullptr);
+    std::erase(activationOrder_, sound);
+    sounds_.erase(sounds_.begin() + static_cast<std::ptrdiff_t>(index));
+    if (wasActive && observer_) observer_->OnActivated(Active());
+}
+
+// --- Recording
+
+bool Workspace::Record() {
+    RecordRequest request;
+    request.initial = recordSettings_;
+    if (const OpenSound* active = Active()) {
+        const CWavePlayer& sound = active->document->Sound();
+        if (sound.IsRecording()) return Fail("The sound is being recorded.");
+        request.documentFormat =
+            NewSoundChoice{sound.GetSamplesPerSecond(), sound.GetChannels(), sound.GetBits()};
+        request.initial.target = RecordChoice::Target::kActiveDocument;
+        request.initial.format = *request.documentFormat;
+    } else {
+        request.initial.target = RecordChoice::Target::kNewDocument;
+    }
+    const std::optional<RecordChoice> choice = viewDialogs_.AskRecord(request);
+    if (!choice) return Fail("Cancelled.");
+    recordSettings_.waiting = choice->waiting;
+    recordSettings_.waitingTenths = std::clamp(choice->waitingTenths, 0, kHighestWaitingTenths);
+    return StartRecording(*choice);
+}
+
+bool Workspace::StartRecording(const RecordChoice& choice) {
+    const bool needsNew = !Active() || choice.target == RecordChoice::Target::kNewDocument;
+    if (needsNew && !NewTitledDocument(choice.format, untitled_prefix::kRecorder)) return false;
+    OpenSound& sound = *Active();
+    if (!sound.document->StartRecording()) return Fail(sound.document->LastError());
+    sound.view->NoteTransportState();
+    return true;
+}
+
+}  // namespace sonavel
