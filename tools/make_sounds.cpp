@@ -84,6 +84,19 @@ void Pad(StereoTrack& track, const Note& note, double seconds) {
     }
 }
 
+// Rounds off what is louder than the rest, so that the quiet passages need not be inaudible, and
+// closes with a short fade.
+void Finish(StereoTrack& track) {
+    const auto fade = static_cast<std::size_t>(kRate / 2);
+    const std::size_t frames = track.left.size();
+    for (auto* channel : {&track.left, &track.right}) {
+        for (std::size_t i = 0; i < frames; ++i) {
+            const double left = static_cast<double>(frames - i) / static_cast<double>(fade);
+            (*channel)[i] = std::tanh(1.2 * (*channel)[i]) * std::min(1.0, left);
+        }
+    }
+}
+
 void ScaleTo(StereoTrack& track, double peakWanted) {
     double peak = 0;
     for (std::size_t i = 0; i < track.left.size(); ++i)
@@ -106,14 +119,14 @@ StereoTrack MakePiece() {
     StereoTrack piece(9.0);
     constexpr int kQuiet[] = {64, 67, 71, 76, 74, 71, 67, 71};
     for (int i = 0; i < 8; ++i)
-        Pluck(piece, {0.15 + 0.3 * i, kQuiet[i], 0.10 + 0.015 * i, i % 2 ? 0.5 : -0.5}, 0.996);
-    Pad(piece, {2.0, 52, 0.25, 0}, 2.4);
-    Pad(piece, {2.0, 59, 0.18, 0}, 2.4);
+        Pluck(piece, {0.15 + 0.3 * i, kQuiet[i], 0.3 + 0.05 * i, i % 2 ? 0.5 : -0.5}, 0.996);
+    Pad(piece, {2.0, 52, 0.2, 0}, 2.4);
+    Pad(piece, {2.0, 59, 0.15, 0}, 2.4);
     constexpr int kLoud[] = {76, 79, 83, 88, 86, 83, 79, 83, 81, 84, 88, 91};
     for (int i = 0; i < 12; ++i)
-        Pluck(piece, {4.2 + 0.2 * i, kLoud[i], 0.75, std::sin(i * 0.9) * 0.8}, 0.994);
-    for (int i = 0; i < 4; ++i) Pluck(piece, {4.2 + 0.6 * i, 40 + (i % 2) * 7, 0.9, 0}, 0.998);
-    for (int note : {64, 71, 76, 80}) Bell(piece, {6.7, note, 0.4, (note - 72) / 16.0}, 2.2);
+        Pluck(piece, {4.2 + 0.2 * i, kLoud[i], 1.6, std::sin(i * 0.9) * 0.8}, 0.994);
+    for (int i = 0; i < 4; ++i) Pluck(piece, {4.2 + 0.6 * i, 40 + (i % 2) * 7, 1.1, 0}, 0.99);
+    for (int note : {64, 71, 76, 80}) Bell(piece, {6.7, note, 0.3, (note - 72) / 16.0}, 2.2);
     return piece;
 }
 
@@ -136,6 +149,7 @@ int main(int argc, char** argv) {
     sonavel::CWave wave(prompts, progress);
 
     StereoTrack piece = MakePiece();
+    Finish(piece);
     ScaleTo(piece, 30000);
     if (!Fill(wave, piece)) return 1;
     // Names of even length: a reader of such files loses the labels behind an odd one.
