@@ -92,9 +92,7 @@ bool CSoundDoc::WriteFile(const std::filesystem::path& path, std::string_view ex
         case FileKind::kWav:
             return WriteWav(path);
         case FileKind::kNextSun:
-            if (!WriteAu(path, sound_)) return FailAsSound(kUnwritten);
-            sound_.SetModified(false);
-            return true;
+            return WriteAu(path, sound_) || FailAsSound(kUnwritten);
         case FileKind::kAiff:
             // The sound stays modified, because the file may hold less than the sound.
             return WriteAiff(path, sound_) || FailAsSound(kUnwritten);

@@ -1,0 +1,112 @@
+#include "document/clip_image.h"
+
+#include "document_fixture.h"
+#include "sound/byte_order.h"
+
+namespace sonavel::testing {
+namespace {
+
+Bytes ImageOf(const Format& format, const Bytes& samples) {
+    return *WriteClipImage(MakePcmFormat(format.channels, format.bits, format.rate), samples);
+}
+
+void Put32(Bytes& image, std::size_t offset, std::uint32_t value) {
+    for (unsigned i = 0; i < 4; ++i) image[offset + i] = static_cast<std::uint8_t>(value >> 8 * i);
+}
+
+void Put16(Bytes& image, std::size_t offset, unsigned value) {
+    image[offset] = static_cast<std::uint8_t>(value);
+    image[offset + 1] = static_cast<std::uint8_t>(value >> 8);
+}
+
+TEST(ClipImage, IsACompleteRiffWaveFile) {
+    ByteBuilder expected;
+    expected.Text("RIFF").Little32(42).Text("WAVEfmt ").Little32(16);
+    expected.Little16(1).Little16(1).Little32(22050).Little32(44100).Little16(2).Little16(16);
+    expected.Text("data").Little32(6).Text("abcdef");
+    EXPECT_EQ(ImageOf({1, 16, 22050}, {'a', 'b', 'c', 'd', 'e', 'f'}), expected.Bytes());
+}
+
+TEST(ClipImage, ReadsBackWhatWasWrittenInAnyCaseOfTheTags) {
+    for (const Format& format : kFormats) {
+        const Bytes samples = PatternBytes(24, 3);
+        Bytes image = ImageOf(format, samples);
+        std::copy_n("riff", 4, image.begin());
+        std::copy_n("WaveFMT ", 8, image.begin() + 8);
+        ClipRecord clip;
+        ASSERT_TRUE(ReadClipImage(image, clip)) << NameOf(format);
+        EXPECT_TRUE(clip.present);
+        EXPECT_EQ(clip.format, MakePcmFormat(format.channels, format.bits, format.rate));
+        EXPECT_EQ(Bytes(clip.Bytes().begin(), clip.Bytes().end()), samples);
+    }
+}
+
+TEST(ClipImage, LongerFormatChunkMovesTheSamplesButNotTheSize) {
+    Bytes image = ImageOf({1, 8}, PatternBytes(10, 1));
+    Put32(image, 16, 18);
+    Put32(image, 40, 8);
+    ClipRecord clip;
+    ASSERT_TRUE(ReadClipImage(image, clip));
+    EXPECT_EQ(Bytes(clip.Bytes().begin(), clip.Bytes().end()),
+              Bytes(image.begin() + 46, image.begin() + 54));
+}
+
+TEST(ClipImage, HostileImagesFailAndLeaveTheRecordAlone) {
+    const Bytes good = ImageOf({2, 16}, PatternBytes(40, 1));
+    struct Case {
+        const char* name;
+        void (*spoil)(Bytes&);
+    };
+    const Case cases[] = {
+        {"no RIFF", [](Bytes& image) { image[0] = 'X'; }},
+        {"no WAVE", [](Bytes& image) { image[11] = 'X'; }},
+        {"no fmt", [](Bytes& image) { image[15] = 'X'; }},
+        {"a blank for a zero", [](Bytes& image) { image[15] = 0; }},
+        {"not PCM", [](Bytes& image) { Put16(image, 20, 3); }},
+        {"no channels", [](Bytes& image) { Put16(image, 22, 0); }},
+        {"65535 channels", [](Bytes& image) { Put16(image, 22, 65535); }},
+        {"rate 0", [](Bytes& image) { Put32(image, 24, 0); }},
+        {"block align 0", [](Bytes& image) { Put16(image, 32, 0); }},
+        {"block align of another format", [](Bytes& image) { Put16(image, 32, 2); }},
+        {"24 bits", [](Bytes& image) { Put16(image, 34, 24); }},
+        {"format chunk of 17", [](Bytes& image) { Put32(image, 16, 17); }},
+        {"format chunk of 4 GB", [](Bytes& image) { Put32(image, 16, 0xFFFFFFFF); }},
+        {"one byte more than there is", [](Bytes& image) { Put32(image, 40, 41); }},
+        {"two bytes too few behind 18", [](Bytes& image) { Put32(image, 16, 18); }},
+        {"2 GB announced", [](Bytes& image) { Put32(image, 40, 0x7FFFFFFF); }},
+    };
+    for (const Case& c : cases) {
+        Bytes image = good;
+        c.spoil(image);
+        ClipRecord clip = MakeClip({1, 8}, {1, 2, 3});
+        EXPECT_FALSE(ReadClipImage(image, clip)) << c.name;
+        EXPECT_EQ(clip.DataSize(), 3u) << c.name;
+        EXPECT_EQ(clip.format.channels, 1u) << c.name;
+    }
+    for (std::size_t size = 0; size < good.size(); ++size) {
+        // A block of its own, so that a read behind its end is seen.
+        const Bytes cut(good.begin(), good.begin() + static_cast<std::ptrdiff_t>(size));
+        ClipRecord clip;
+        EXPECT_FALSE(ReadClipImage(cut, clip)) << size;
+    }
+}
+
+TEST(ClipImage, AnImageWithoutSamplesKeepsTheClipBefore) {
+    for (const std::uint32_t size : {0u, 0x80000000u, 0xFFFFFFFFu}) {
+        Bytes image = ImageOf({2, 16}, PatternBytes(8, 1));
+        Put32(image, 40, size);
+        ClipRecord clip = MakeClip({1, 8}, {1, 2, 3});
+        EXPECT_TRUE(ReadClipImage(image, clip)) << size;
+        EXPECT_EQ(clip.DataSize(), 3u) << size;
+    }
+}
+
+TEST(ClipImage, OnlyWholeFramesAreTaken) {
+    ClipRecord clip;
+    ASSERT_TRUE(ReadClipImage(ImageOf({2, 16}, PatternBytes(11, 1)), clip));
+    EXPECT_EQ(clip.DataSize(), 8u);
+    EXPECT_EQ(clip.GetFrameCount(), 2u);
+}
+
+}  // namespace
+}  // namespace sonavel::testing

@@ -1,0 +1,127 @@
+// A document on fakes, and sounds whose every frame tells its place.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "document/edit_operations.h"
+#include "document/sound_doc.h"
+#include "platform/headless/memory_clipboard.h"
+#include "support/fake_progress.h"
+#include "support/fake_wave_devices.h"
+#include "support/recording_prompts.h"
+
+namespace sonavel::testing {
+
+using Bytes = std::vector<std::uint8_t>;
+
+struct Format {
+    unsigned channels = 1;
+    unsigned bits = 16;
+    std::uint32_t rate = 8000;
+};
+
+inline constexpr Format kFormats[] = {{1, 8}, {2, 8}, {1, 16}, {2, 16}};
+
+inline std::string NameOf(const Format& format) {
+    return std::to_string(format.bits) + " bits, " + std::to_string(format.channels) + " channels";
+}
+
+inline Bytes BytesOf(const CWave& sound) {
+    return {sound.Bytes().begin(), sound.Bytes().end()};
+}
+
+// Bytes that differ from place to place and, by the seed, from sound to sound.
+inline Bytes PatternBytes(std::size_t count, unsigned seed) {
+    Bytes bytes(count);
+    for (std::size_t i = 0; i < count; ++i)
+        bytes[i] = static_cast<std::uint8_t>((i * 37 + seed * 101) ^ (i >> 3));
+    return bytes;
+}
+
+inline SoundCopy MakeSound(const Format& format, const Bytes& bytes) {
+    SoundCopy sound{MakePcmFormat(format.channels, format.bits, format.rate), {}, {}};
+    EXPECT_TRUE(sound.buffer.Allocate(bytes.size()));
+    std::copy(bytes.begin(), bytes.end(), sound.buffer.Data());
+    return sound;
+}
+
+inline ClipRecord MakeClip(const Format& format, const Bytes& bytes) {
+    SoundCopy sound = MakeSound(format, bytes);
+    return {.present = true, .format = sound.format, .buffer = std::move(sound.buffer)};
+}
+
+struct ScriptedDialogs : DocumentDialogs {
+    std::optional<NewSoundChoice> newAnswer;
+    std::optional<SaveAsChoice> saveAnswer;
+    SaveAsRequest saveRequest;
+
+    std::optional<NewSoundChoice> AskNewSound(const NewSoundChoice&) override { return newAnswer; }
+    std::optional<SaveAsChoice> AskSaveAs(const SaveAsRequest& request) override {
+        saveRequest = request;
+        return saveAnswer;
+    }
+};
+
+struct NotingObserver : DocumentObserver {
+    std::vector<std::uint32_t> changes;
+    int titles = 0;
+    int maximized = 0;
+    int played = 0;
+
+    void OnSoundChanged(std::uint32_t frame) override { changes.push_back(frame); }
+    void OnTitleOrModifiedChanged() override { ++titles; }
+    void MaximizeFrame() override { ++maximized; }
+    void PlayFromStart() override { ++played; }
+};
+
+// A clipboard that some other program may be holding.
+struct TestClipboard : MemoryClipboard {
+    bool taken = false;
+    bool SetImage(std::vector<std::uint8_t> image) override {
+        return !taken && MemoryClipboard::SetImage(std::move(image));
+    }
+};
+
+class DocumentTest : public ::testing::Test {
+  protected:
+    DocumentTest()
+        : folder_(std::filesystem::temp_directory_path() /
+                  ("sonavel_document_" + std::to_string(getpid()))),
+          programFolder_(folder_) {
+        std::filesystem::create_directories(folder_);
+        WriteOptions("SAVE UNDO REDO INFOMATION=1\n");
+    }
+    ~DocumentTest() override { std::filesystem::remove_all(folder_); }
+
+    void WriteOptions(const std::string& general, const std::string& wave = {}) {
+        std::ofstream(folder_ / "Options.ini") << "[__SOUND_GENERAL_OPTIONS]\n"
+                                               << general << "[__SOUND_WAVE_OPTIONS]\n"
+                                               << wave;
+    }
+    HostServices Services() { return {prompts_, progress_, clipboard_, devices_, programFolder_}; }
+    std::unique_ptr<CSoundDoc> MakeDocument() {
+        return std::make_unique<CSoundDoc>(Services(), dialogs_);
+    }
+    std::unique_ptr<CSoundDoc> MakeDocument(const Format& format, const Bytes& bytes) {
+        auto document = MakeDocument();
+        document->Sound().Adopt(MakeSound(format, bytes));
+        return document;
+    }
+
+    std::filesystem::path folder_;
+    ProgramFolder programFolder_;
+    RecordingPrompts prompts_;
+    FakeProgress progress_;
+    TestClipboard clipboard_;
+    FakeWaveDevices devices_;
+    ScriptedDialogs dialogs_;
+};
+
+}  // namespace sonavel::testing

@@ -1,0 +1,249 @@
+#include "document/edit_operations.h"
+
+#include "document/clip_image.h"
+#include "document_fixture.h"
+
+namespace sonavel::testing {
+namespace {
+
+constexpr std::uint32_t kFrames = 12;
+constexpr std::uint32_t kClipFrames = 5;
+
+// A sound as a row of frames, edited in the plainest way.
+struct PlainSound {
+    std::vector<Bytes> frames;
+    std::vector<std::uint32_t> markers;
+
+    static PlainSound Of(const CWave& sound) {
+        PlainSound plain;
+        const unsigned align = sound.GetBlockAlign();
+        for (std::size_t at = 0; at < sound.GetDataSize(); at += align)
+            plain.frames.emplace_back(
+                sound.Bytes().begin() + static_cast<std::ptrdiff_t>(at),
+                sound.Bytes().begin() + static_cast<std::ptrdiff_t>(at + align));
+        for (const Marker& marker : sound.Markers().All()) plain.markers.push_back(marker.position);
+        return plain;
+    }
+    void Remove(std::uint32_t start, std::uint32_t end) {
+        frames.erase(frames.begin() + start, frames.begin() + end);
+        std::erase_if(markers, [&](std::uint32_t m) { return m >= start && m < end; });
+        for (std::uint32_t& m : markers)
+            if (m >= end) m -= end - start;
+    }
+    void Insert(std::uint32_t at, const std::vector<Bytes>& more) {
+        frames.insert(frames.begin() + at, more.begin(), more.end());
+        for (std::uint32_t& m : markers)
+            if (m >= at) m += static_cast<std::uint32_t>(more.size());
+    }
+    bool operator==(const PlainSound&) const = default;
+};
+
+// Every format with every place that a selection and a cursor can have.
+class EveryState : public DocumentTest {
+  protected:
+    template <class Check>
+    void ForEach(Check check) {
+        const EditSelection places[] = {
+            {0, 0, 0},       {0, 0, 6},        {0, 0, kFrames}, {0, 4, 9},       {4, 8, 0},
+            {8, kFrames, 3}, {0, kFrames, 12}, {7, 8, 7},       {5, 5, kFrames},
+        };
+        for (const Format& format : kFormats) {
+            for (const EditSelection& at : places) {
+                SCOPED_TRACE(NameOf(format) + ", " + std::to_string(at.startFrame) + ".." +
+                             std::to_string(at.endFrame) + " at " + std::to_string(at.cursorFrame));
+                const unsigned align = format.channels * format.bits / 8;
+                auto document = MakeDocument(format, PatternBytes(kFrames * align, 1));
+                for (const std::uint32_t position : {0u, 3u, 4u, 7u, 8u, 11u, 12u})
+                    document->Sound().Markers().Add(position, "", 0);
+                const ClipRecord clip = MakeClip(format, PatternBytes(kClipFrames * align, 2));
+                check(*document, clip, at);
+            }
+        }
+    }
+    static std::vector<Bytes> FramesOf(const ClipRecord& clip, unsigned count = 1) {
+        std::vector<Bytes> frames;
+        const unsigned align = clip.format.blockAlign;
+        for (unsigned i = 0; i < count; ++i)
+            for (std::size_t at = 0; at < clip.DataSize(); at += align)
+                frames.emplace_back(clip.buffer.Data() + at, clip.buffer.Data() + at + align);
+        return frames;
+    }
+};
+
+TEST_F(EveryState, CutTakesTheSelectionToTheClipboard) {
+    ForEach([&](CSoundDoc& document, const ClipRecord&, const EditSelection& at) {
+        PlainSound expected = PlainSound::Of(document.Sound());
+        const Bytes before = BytesOf(document.Sound());
+        NotingObserver observer;
+        document.AddObserver(&observer);
+        const EditResult result = edit::Cut(document, at);
+        ASSERT_EQ(result.done, !at.IsEmpty());
+        if (!result.done) {
+            EXPECT_EQ(result.selection, at);
+            EXPECT_EQ(BytesOf(document.Sound()), before);
+            EXPECT_EQ(document.History().Count(), 0u);
+            return;
+        }
+        expected.Remove(at.startFrame, at.endFrame);
+        EXPECT_EQ(PlainSound::Of(document.Sound()), expected);
+        EXPECT_EQ(result.selection, (EditSelection{0, 0, at.startFrame}));
+        EXPECT_EQ(observer.changes, std::vector<std::uint32_t>{at.startFrame});
+        EXPECT_TRUE(document.IsModified());
+        EXPECT_EQ(document.History().StepAt(0).name, "Source Sample");
+        ClipRecord clip;
+        ASSERT_TRUE(ReadClipboard(clipboard_, clip));
+        EXPECT_EQ(clip.GetFrameCount(), at.Frames());
+        ASSERT_TRUE(document.Undo());
+        EXPECT_EQ(BytesOf(document.Sound()), before);
+        EXPECT_EQ(document.Sound().Markers().Count(), 7u);
+    });
+}
+
+TEST_F(EveryState, DeleteRemovesAndLeavesTheClipboardAlone) {
+    ForEach([&](CSoundDoc& document, const ClipRecord&, const EditSelection& at) {
+        PlainSound expected = PlainSound::Of(document.Sound());
+        if (!at.IsEmpty()) expected.Remove(at.startFrame, at.endFrame);
+        EXPECT_EQ(edit::Delete(document, at).done, !at.IsEmpty());
+        EXPECT_EQ(PlainSound::Of(document.Sound()), expected);
+        EXPECT_FALSE(clipboard_.OffersWave());
+    });
+}
+
+TEST_F(EveryState, PasteInsertsAtTheCursorOrInPlaceOfTheSelection) {
+    for (const unsigned count : {1u, 3u}) {
+        ForEach([&](CSoundDoc& document, const ClipRecord& clip, const EditSelection& at) {
+            PlainSound expected = PlainSound::Of(document.Sound());
+            const std::uint32_t point = at.IsEmpty() ? at.cursorFrame : at.startFrame;
+            const std::uint32_t inserted = kClipFrames * count;
+            if (!at.IsEmpty()) expected.Remove(at.startFrame, at.endFrame);
+            expected.Insert(point, FramesOf(clip, count));
+            const EditResult result = edit::Paste(document, clip, at, count);
+            ASSERT_TRUE(result.done);
+            EXPECT_EQ(PlainSound::Of(document.Sound()), expected);
+            EXPECT_EQ(result.firstChangedFrame, point);
+            EXPECT_EQ(document.History().Count(), 1u);
+            EXPECT_EQ(document.History().StepAt(0).name, "Copy Sample");
+            if (at.IsEmpty()) {
+                EXPECT_TRUE(result.selection.IsEmpty());
+                EXPECT_EQ(result.selection.cursorFrame, point + inserted);
+            } else {
+                EXPECT_EQ(result.selection, (EditSelection{point, point + inserted, point}));
+            }
+        });
+    }
+}
+
+TEST_F(EveryState, OverwritingCommandsFillTheSelectionAndStoreNoStep) {
+    using Overwrite = EditResult (*)(CSoundDoc&, const ClipRecord&, const EditSelection&);
+    struct Case {
+        Overwrite command;
+        std::uint32_t (*framesWritten)(std::uint32_t selected);
+    };
+    const Case cases[] = {
+        {edit::PasteOverwrite, [](std::uint32_t s) { return std::min(s, kClipFrames); }},
+        {edit::PasteBlockOverwrite, [](std::uint32_t s) { return s; }},
+        {edit::PasteBlockCopy, [](std::uint32_t s) { return s / kClipFrames * kClipFrames; }},
+    };
+    for (const Case& c : cases) {
+        ForEach([&](CSoundDoc& document, const ClipRecord& clip, const EditSelection& at) {
+            PlainSound expected = PlainSound::Of(document.Sound());
+            const auto pattern = FramesOf(clip);
+            const std::uint32_t written = c.framesWritten(at.Frames());
+            for (std::uint32_t i = 0; i < written; ++i)
+                expected.frames[at.startFrame + i] = pattern[i % kClipFrames];
+            const EditResult result = c.command(document, clip, at);
+            EXPECT_EQ(result.done, written > 0);
+            EXPECT_EQ(result.selection, at);
+            EXPECT_EQ(PlainSound::Of(document.Sound()), expected);
+            EXPECT_EQ(document.IsModified(), written > 0);
+            EXPECT_EQ(document.History().Count(), 0u);
+        });
+    }
+}
+
+class EditOperationsTest : public DocumentTest {};
+
+TEST_F(EditOperationsTest, BlockCopyLeavesTheRestAndNamesATooSmallSelection) {
+    auto document = MakeDocument({1, 8}, PatternBytes(20, 1));
+    const ClipRecord clip = MakeClip({1, 8}, {1, 2, 3, 4});
+    ASSERT_TRUE(edit::PasteBlockCopy(*document, clip, {2, 12, 0}).done);
+    Bytes expected = PatternBytes(20, 1);
+    for (std::size_t i = 0; i < 8; ++i) expected[2 + i] = static_cast<std::uint8_t>(1 + i % 4);
+    EXPECT_EQ(BytesOf(document->Sound()), expected);
+    EXPECT_FALSE(edit::PasteBlockCopy(*document, clip, {2, 5, 0}).done);
+    EXPECT_EQ(prompts_.messages, std::vector<std::string>{"Too small block.................."});
+    EXPECT_EQ(BytesOf(document->Sound()), expected);
+}
+
+TEST_F(EditOperationsTest, CutChangesNothingWhenTheClipboardIsTaken) {
+    auto document = MakeDocument({1, 16}, PatternBytes(20, 1));
+    clipboard_.taken = true;
+    EXPECT_FALSE(edit::Cut(*document, {2, 5, 0}).done);
+    EXPECT_EQ(document->Sound().GetFrameCount(), 10u);
+    EXPECT_EQ(document->History().Count(), 0u);
+    EXPECT_FALSE(document->LastError().empty());
+    EXPECT_TRUE(edit::CopyRange(*document, 5, 5)) << "an empty range needs no clipboard";
+}
+
+TEST_F(EditOperationsTest, SelectionsBehindTheEndAreClamped) {
+    auto document = MakeDocument({1, 8}, PatternBytes(10, 1));
+    const EditResult result = edit::Delete(*document, {7, 0xFFFFFFFF, 0});
+    EXPECT_TRUE(result.done);
+    EXPECT_EQ(document->Sound().GetFrameCount(), 7u);
+    const EditResult pasted = edit::Paste(*document, MakeClip({1, 8}, {9}), {0, 0, 0xFFFFFFFF});
+    EXPECT_EQ(pasted.selection.cursorFrame, 8u);
+    EXPECT_EQ(BytesOf(document->Sound()).back(), 9);
+}
+
+TEST_F(EditOperationsTest, PasteIntoAnEmptySoundCanBeUndone) {
+    auto document = MakeDocument({2, 16}, {});
+    ASSERT_TRUE(edit::Paste(*document, MakeClip({2, 16}, PatternBytes(12, 2)), {0, 0, 5}).done);
+    EXPECT_EQ(BytesOf(document->Sound()), PatternBytes(12, 2));
+    ASSERT_TRUE(document->Undo());
+    EXPECT_FALSE(document->Sound().HasData());
+    ASSERT_TRUE(document->Redo());
+    EXPECT_EQ(document->Sound().GetFrameCount(), 3u);
+}
+
+TEST_F(EditOperationsTest, AClipThatDoesNotFitIsRefused) {
+    auto document = MakeDocument({2, 16}, PatternBytes(16, 1));
+    const ClipRecord none;
+    const ClipRecord narrow = MakeClip({2, 8}, PatternBytes(8, 2));
+    for (const ClipRecord* clip : {&none, &narrow}) {
+        EXPECT_FALSE(edit::Paste(*document, *clip, {0, 2, 0}).done);
+        EXPECT_FALSE(edit::PasteBlockOverwrite(*document, *clip, {0, 2, 0}).done);
+        EXPECT_FALSE(edit::Mix(*document, *clip, {0, 2, 0}, {}).done);
+    }
+    const ClipRecord good = MakeClip({2, 16}, PatternBytes(8, 2));
+    EXPECT_FALSE(edit::Paste(*document, good, {}, 0).done);
+    EXPECT_FALSE(edit::Paste(*document, good, {}, 1001).done);
+    EXPECT_EQ(BytesOf(document->Sound()), PatternBytes(16, 1));
+    EXPECT_EQ(document->History().Count(), 0u);
+}
+
+TEST_F(EditOperationsTest, APasteBeyondTwoGigabytesChangesNothing) {
+    auto document = MakeDocument({2, 16}, PatternBytes(16, 1));
+    const ClipRecord clip = MakeClip({2, 16}, Bytes(4'000'000));
+    EXPECT_FALSE(edit::Paste(*document, clip, {0, 2, 0}, 1000).done);
+    EXPECT_EQ(BytesOf(document->Sound()), PatternBytes(16, 1));
+    EXPECT_FALSE(document->CanUndo());
+}
+
+TEST_F(EditOperationsTest, ReplaceTakesTheClipsFormatAndData) {
+    auto document = MakeDocument({1, 8, 8000}, PatternBytes(10, 1));
+    ASSERT_TRUE(edit::ReplaceWithClip(*document, MakeClip({2, 16, 44100}, PatternBytes(8, 2))));
+    EXPECT_EQ(document->Sound().GetFormat(), MakePcmFormat(2, 16, 44100));
+    EXPECT_EQ(BytesOf(document->Sound()), PatternBytes(8, 2));
+    EXPECT_TRUE(document->IsModified());
+    EXPECT_FALSE(edit::ReplaceWithClip(*document, {}));
+}
+
+TEST_F(EditOperationsTest, AnEditStopsPlaying) {
+    auto document = MakeDocument({1, 16}, PatternBytes(60000, 1));
+    ASSERT_TRUE(document->Sound().Play(0));
+    ASSERT_TRUE(edit::Delete(*document, {0, 20000, 0}).done);
+    EXPECT_TRUE(document->Sound().IsStopped());
+}
+
+}  // namespace
+}  // namespace sonavel::testing

@@ -1,0 +1,117 @@
+#include <cmath>
+
+#include "document_fixture.h"
+
+namespace sonavel::testing {
+namespace {
+
+class MixTest : public DocumentTest {
+  protected:
+    static double Raw(const Format& format, const Bytes& bytes, std::size_t sample) {
+        if (format.bits == 8) return bytes[sample];
+        return static_cast<std::int16_t>(bytes[2 * sample] | bytes[2 * sample + 1] << 8);
+    }
+    static void Put(const Format& format, Bytes& bytes, std::size_t sample, double value) {
+        const auto low = static_cast<std::uint32_t>(static_cast<std::int64_t>(value));
+        const std::size_t width = format.bits / 8;
+        for (std::size_t i = 0; i < width; ++i)
+            bytes[width * sample + i] = static_cast<std::uint8_t>(low >> 8 * i);
+    }
+    // The mix written down sample by sample; `gainsAt` by frame of the processed range.
+    template <class GainsAt>
+    static Bytes Expected(const Format& format, const Bytes& sound, const Bytes& clip,
+                          const EditSelection& at, GainsAt gainsAt) {
+        const std::size_t width = format.bits / 8, align = width * format.channels;
+        const std::size_t start = (at.IsEmpty() ? at.cursorFrame : at.startFrame) * align;
+        const std::size_t length = at.IsEmpty() ? clip.size() : at.Frames() * align;
+        Bytes result = sound;
+        if (result.size() < start + length) result.resize(start + length);
+        for (std::size_t i = 0; i < length / width; ++i) {
+            const edit::MixGains gains = gainsAt(i / format.channels, length / align);
+            const std::size_t place = start / width + i;
+            double value = 0;
+            if (i < clip.size() / width) value += Raw(format, clip, i) * gains.clip;
+            if (place < sound.size() / width) value += Raw(format, sound, place) * gains.sound;
+            Put(format, result, place, value);
+        }
+        return result;
+    }
+};
+
+constexpr EditSelection kPlaces[] = {{0, 0, 0},  {0, 0, 17},  {0, 0, 20}, {2, 8, 0},
+                                     {1, 19, 5}, {15, 20, 0}, {7, 8, 0}};
+
+TEST_F(MixTest, AddsBothProductsOverTheRange) {
+    const edit::MixGains gainPairs[] = {{1, 1}, {0.5, 0.25}, {0, 1}, {2, 2}, {1, 0}};
+    for (const Format& format : kFormats) {
+        const unsigned align = format.channels * format.bits / 8;
+        const Bytes sound = PatternBytes(20 * align, 1), clip = PatternBytes(9 * align, 2);
+        for (const EditSelection& at : kPlaces) {
+            for (const edit::MixGains& gains : gainPairs) {
+                SCOPED_TRACE(NameOf(format) + " at " + std::to_string(at.startFrame) + ", " +
+                             std::to_string(at.cursorFrame));
+                auto document = MakeDocument(format, sound);
+                const EditResult result = edit::Mix(*document, MakeClip(format, clip), at, gains);
+                ASSERT_TRUE(result.done);
+                EXPECT_EQ(BytesOf(document->Sound()),
+                          Expected(format, sound, clip, at,
+                                   [&](std::size_t, std::size_t) { return gains; }));
+                EXPECT_EQ(result.selection.cursorFrame,
+                          at.IsEmpty() ? at.cursorFrame : at.startFrame);
+                EXPECT_EQ(document->History().StepAt(0).name, "Copy Sample");
+                ASSERT_TRUE(document->Undo());
+                EXPECT_EQ(BytesOf(document->Sound()), sound);
+            }
+        }
+    }
+}
+
+TEST_F(MixTest, CrossfadeRunsFromTheStartLevelsToTheEndLevels) {
+    const edit::CrossfadeGains gains{{0.25, 1}, {1, 0.5}};
+    const auto gainsAt = [&](std::size_t frame, std::size_t frames) -> edit::MixGains {
+        const double last = frames > 1 ? static_cast<double>(frames - 1) : 1;
+        const double t = static_cast<double>(frame) / last;
+        return {0.25 * (1 - t) + t, (1 - t) + 0.5 * t};
+    };
+    for (const Format& format : kFormats) {
+        const unsigned align = format.channels * format.bits / 8;
+        const Bytes sound = PatternBytes(20 * align, 1), clip = PatternBytes(9 * align, 2);
+        for (const EditSelection& at : kPlaces) {
+            auto document = MakeDocument(format, sound);
+            ASSERT_TRUE(edit::CrossfadeMix(*document, MakeClip(format, clip), at, gains).done);
+            EXPECT_EQ(BytesOf(document->Sound()), Expected(format, sound, clip, at, gainsAt))
+                << NameOf(format) << " at " << at.startFrame << ", " << at.cursorFrame;
+        }
+    }
+}
+
+TEST_F(MixTest, ResultsWrapAndEightBitSilenceIsScaled) {
+    auto words = MakeDocument({1, 16}, {0xFF, 0x7F});  // 32767
+    ASSERT_TRUE(edit::Mix(*words, MakeClip({1, 16}, {1, 0}), {0, 1, 0}, {1, 1}).done);
+    EXPECT_EQ(words->Sound().GetSample(0, 0), -32768);
+    auto bytes = MakeDocument({1, 8}, {128});
+    ASSERT_TRUE(edit::Mix(*bytes, MakeClip({1, 8}, {128}), {0, 1, 0}, {1, 1}).done);
+    EXPECT_EQ(BytesOf(bytes->Sound()), Bytes{0});
+}
+
+TEST_F(MixTest, TheSumIsTruncatedOnce) {
+    // 0.5 * 3 + 0.5 * 3 is 3, not 1 + 1; and -1.5 goes to -1.
+    auto document = MakeDocument({1, 16}, {3, 0, 0xFD, 0xFF});
+    const ClipRecord clip = MakeClip({1, 16}, {3, 0, 0, 0});
+    ASSERT_TRUE(edit::Mix(*document, clip, {0, 2, 0}, {0.5, 0.5}).done);
+    EXPECT_EQ(document->Sound().GetSample(0, 0), 3);
+    EXPECT_EQ(document->Sound().GetSample(0, 1), -1);
+}
+
+TEST_F(MixTest, SenselessGainsDoNoHarm) {
+    for (const double gain : {double{NAN}, double{INFINITY}, -double{INFINITY}, 1e300}) {
+        auto document = MakeDocument({2, 16}, PatternBytes(16, 1));
+        const ClipRecord clip = MakeClip({2, 16}, PatternBytes(16, 2));
+        EXPECT_TRUE(edit::Mix(*document, clip, {}, {gain, gain}).done);
+        EXPECT_TRUE(edit::CrossfadeMix(*document, clip, {}, {{gain, 1}, {1, gain}}).done);
+        EXPECT_EQ(document->Sound().GetFrameCount(), 4u);
+    }
+}
+
+}  // namespace
+}  // namespace sonavel::testing

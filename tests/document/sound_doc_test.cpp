@@ -1,0 +1,256 @@
+#include "document/sound_doc.h"
+
+#include <cmath>
+
+#include "document/untitled_titles.h"
+#include "document_fixture.h"
+
+namespace sonavel::testing {
+namespace {
+
+class SoundDocTest : public DocumentTest {
+  protected:
+    void SetMarkerSaving(bool on) {
+        WriteOptions(std::string("SAVE UNDO REDO INFOMATION=1\n마커 저장=") + (on ? "1\n" : "0\n"));
+    }
+    // The temporary folder's path holds no dot.
+    std::filesystem::path At(const std::string& name) { return folder_ / name; }
+    void WriteWavFile(const std::string& name, const Format& format, const Bytes& bytes) {
+        auto document = MakeDocument(format, bytes);
+        document->SetSaveMarkers(true);
+        ASSERT_TRUE(document->SaveDocument(At(name))) << document->LastError();
+    }
+};
+
+TEST_F(SoundDocTest, NewMakesAnEmptySoundOfTheChosenFormat) {
+    auto document = MakeDocument();
+    EXPECT_FALSE(document->NewDocument()) << "cancelled";
+    dialogs_.newAnswer = {.samplesPerSecond = 22050, .channels = 2, .bits = 16};
+    ASSERT_TRUE(document->NewDocument());
+    EXPECT_EQ(document->Sound().GetFormat(), MakePcmFormat(2, 16, 22050));
+    EXPECT_FALSE(document->Sound().HasData());
+    EXPECT_FALSE(document->IsModified());
+    EXPECT_FALSE(document->NewDocument({.samplesPerSecond = 0, .channels = 2, .bits = 16}));
+}
+
+TEST_F(SoundDocTest, SavedSoundsOpenAgainByTheirExtension) {
+    SetMarkerSaving(true);
+    struct Case {
+        const char* name;
+        bool modifiedAfterSave;
+    };
+    const Case cases[] = {{"a.wav", false}, {"b.WAV", false}, {"c.au", false},
+                          {"d.Snd", false}, {"e.aiff", true}, {"f.AIF", true}};
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        auto document = MakeDocument({2, 16, 10}, PatternBytes(40, 1));
+        document->SetModified(true);
+        ASSERT_TRUE(document->SaveDocument(At(c.name))) << document->LastError();
+        EXPECT_EQ(document->IsModified(), c.modifiedAfterSave);
+        EXPECT_EQ(document->Title(), c.name);
+        auto again = MakeDocument();
+        ASSERT_TRUE(again->OpenDocument(At(c.name))) << again->LastError();
+        EXPECT_EQ(BytesOf(again->Sound()), PatternBytes(40, 1));
+        EXPECT_EQ(again->Path(), At(c.name));
+        EXPECT_FALSE(again->IsModified());
+    }
+}
+
+TEST_F(SoundDocTest, FailuresLeaveTheDocumentAndSayWhyInTheStatusBar) {
+    WriteWavFile("good.wav", {1, 8}, PatternBytes(10, 1));
+    std::filesystem::create_directories(folder_ / "my.sounds");
+    std::filesystem::copy_file(At("good.wav"), folder_ / "my.sounds" / "good.wav");
+    std::ofstream(At("text.wav")) << "no sound at all, only text";
+    Bytes alaw = {'R', 'I', 'F', 'F', 38,  0,   0, 0, 'W', 'A', 'V', 'E', 'f', 'm', 't', ' ',
+                  14,  0,   0,   0,   6,   0,   1, 0, 64,  31,  0,   0,   64,  31,  0,   0,
+                  1,   0,   'd', 'a', 't', 'a', 4, 0, 0,   0,   1,   2,   3,   4};
+    std::ofstream(At("alaw.wav"), std::ios::binary)
+        .write(reinterpret_cast<const char*>(alaw.data()), static_cast<long>(alaw.size()));
+    for (const char* name : {"absent.wav", "text.wav", "alaw.wav", "good.xyz", "noextension",
+                             "my.sounds/good.wav", "absent.au", "absent.aiff"}) {
+        SCOPED_TRACE(name);
+        auto document = MakeDocument({2, 16}, PatternBytes(8, 7));
+        prompts_.statusTexts.clear();
+        EXPECT_FALSE(document->OpenDocument(At(name)));
+        ASSERT_FALSE(prompts_.statusTexts.empty());
+        EXPECT_EQ(prompts_.statusTexts.back(), document->LastError());
+        EXPECT_FALSE(document->LastError().empty());
+        EXPECT_EQ(BytesOf(document->Sound()), PatternBytes(8, 7));
+        EXPECT_TRUE(document->Path().empty());
+    }
+}
+
+TEST_F(SoundDocTest, OpeningMaximizesAndPlaysAlsoWhenReadingFailed) {
+    WriteOptions("OPEN AND MAXIMIZE=1\nOPEN AND PLAY=1\n");
+    auto document = MakeDocument();
+    NotingObserver observer;
+    document->AddObserver(&observer);
+    EXPECT_FALSE(document->OpenDocument(At("absent.wav")));
+    EXPECT_EQ(observer.maximized, 1);
+    EXPECT_EQ(observer.played, 1);
+    EXPECT_FALSE(document->OpenDocument(At("noextension")));
+    EXPECT_EQ(observer.played, 1);
+}
+
+TEST_F(SoundDocTest, SaveWithMarkersOffWritesTheFileAndFails) {
+    SetMarkerSaving(false);
+    auto document = MakeDocument({1, 16}, PatternBytes(20, 1));
+    document->SetModified(true);
+    EXPECT_FALSE(document->SaveWarning(At("a.wav")).empty());
+    EXPECT_FALSE(document->SaveDocument(At("a.wav")));
+    EXPECT_FALSE(document->LastError().empty());
+    EXPECT_TRUE(document->IsModified());
+    EXPECT_EQ(std::filesystem::file_size(At("a.wav")), 64u);
+    EXPECT_FALSE(document->SaveDocument(At("a.mp3")));
+    EXPECT_FALSE(document->SaveDocument(".wav"));
+    EXPECT_FALSE(std::filesystem::exists(At("a.mp3")));
+}
+
+TEST_F(SoundDocTest, SaveAsConvertsAndAppendsTheExtension) {
+    auto document = MakeDocument({2, 16}, PatternBytes(40, 1));
+    document->SetTitle("Paste_1");
+    EXPECT_FALSE(document->SaveAs()) << "cancelled";
+    dialogs_.saveAnswer = {.path = At("mono"), .channels = 1, .bits = 8, .saveMarkers = true};
+    ASSERT_TRUE(document->SaveAs()) << document->LastError();
+    EXPECT_EQ(dialogs_.saveRequest.proposedName, "Paste_1");
+    EXPECT_FALSE(dialogs_.saveRequest.saveMarkers);
+    EXPECT_TRUE(std::filesystem::exists(At("mono.WAV")));
+    EXPECT_EQ(document->Title(), "mono.WAV");
+    EXPECT_EQ(document->Options().saveMarkers, 1);
+    EXPECT_EQ(document->Sound().GetFormat(), MakePcmFormat(1, 8, 8000));
+    ASSERT_TRUE(document->Undo());
+    EXPECT_EQ(BytesOf(document->Sound()), PatternBytes(40, 1));
+}
+
+TEST_F(SoundDocTest, SaveWarnsOfWhatTheFileWouldLose) {
+    struct Case {
+        const char* file;
+        Format format;
+        std::size_t frames;
+        std::vector<std::string> markers;
+        std::uint32_t markerLength;
+        bool warns;
+    };
+    const Case cases[] = {
+        {"a.wav", {2, 16, 10}, 50, {"even", "even"}, 0, false},
+        {"a.wav", {2, 16, 10}, 50, {"even", "odd"}, 0, false},
+        {"a.wav", {2, 16, 10}, 50, {"odd", "even"}, 0, true},
+        {"a.wav", {2, 16, 10}, 50, {"even"}, 5, true},
+        {"a.wav", {1, 8, 10}, 51, {"even"}, 0, true},
+        {"a.wav", {1, 8, 10}, 51, {}, 0, false},
+        {"a.aiff", {2, 16, 10}, 10, {}, 0, false},
+        {"a.aiff", {2, 16, 10}, 11, {}, 0, true},
+        {"a.aif", {2, 8, 10}, 11, {}, 0, false},
+        {"a.aif", {2, 8, 10}, 11, {"even"}, 0, true},
+        {"a.au", {2, 16, 10}, 11, {}, 0, false},
+        {"a.snd", {2, 16, 10}, 11, {"even"}, 0, true},
+    };
+    for (const Case& c : cases) {
+        const unsigned align = c.format.channels * c.format.bits / 8;
+        auto document = MakeDocument(c.format, PatternBytes(c.frames * align, 1));
+        document->SetSaveMarkers(true);
+        for (const std::string& name : c.markers)
+            document->Sound().Markers().Add(1, name, c.markerLength);
+        EXPECT_EQ(!document->SaveWarning(At(c.file)).empty(), c.warns)
+            << c.file << ": " << document->SaveWarning(At(c.file));
+    }
+}
+
+// The warnings are worth their words only when the reader loses exactly that.
+TEST_F(SoundDocTest, WhatTheSaveWarnsOfIsLost) {
+    auto document = MakeDocument({2, 16}, PatternBytes(80, 1));
+    document->SetSaveMarkers(true);
+    document->Sound().Markers().Add(1, "odd", 0);
+    document->Sound().Markers().Add(2, "even", 3);
+    ASSERT_TRUE(document->SaveDocument(At("m.wav")));
+    auto again = MakeDocument();
+    ASSERT_TRUE(again->OpenDocument(At("m.wav")));
+    ASSERT_EQ(again->Sound().Markers().Count(), 2u);
+    EXPECT_EQ(again->Sound().Markers().All()[0].name, "odd");
+    EXPECT_EQ(again->Sound().Markers().All()[1].name, "");
+    EXPECT_EQ(again->Sound().Markers().All()[1].length, 0u);
+}
+
+TEST_F(SoundDocTest, MissingOptionsReadAsZero) {
+    std::filesystem::remove(folder_ / "Options.ini");
+    auto document = MakeDocument();
+    EXPECT_EQ(document->Options().saveUndo, 0);
+    EXPECT_EQ(document->Options().displaySampleData, 0);
+    EXPECT_EQ(document->Options().playScrolling, 0);
+    document->Sound().Adopt(MakeSound({1, 16}, PatternBytes(100000, 1)));
+    ASSERT_TRUE(document->Sound().Play(0));
+    EXPECT_EQ(devices_.Out().deviceId, 0);
+    EXPECT_EQ(devices_.Out().queue.front()->data.size(), 2048u) << "the default block, 1024 frames";
+}
+
+TEST_F(SoundDocTest, BlockSizesOutsideTheirRangeAreIgnored) {
+    for (const char* size : {"100", "127", "32768", "-5"}) {
+        WriteOptions("", std::string("PLAYBACK DEVICE ID=3\nPLAYBACK BUFFER SIZE=") + size + "\n");
+        auto document = MakeDocument({1, 8}, PatternBytes(100000, 1));
+        ASSERT_TRUE(document->Sound().Play(0));
+        EXPECT_EQ(devices_.Out().queue.front()->data.size(), 1024u) << size;
+        EXPECT_EQ(devices_.Out().deviceId, 3);
+    }
+}
+
+TEST_F(SoundDocTest, PreviewTruncatesSamplesIntoItsFormat) {
+    auto document = MakeDocument({1, 8}, PatternBytes(4, 1));
+    const float samples[] = {1.9f, -1.9f, 100, NAN};
+    ASSERT_TRUE(document->MakePreview(samples, CSoundDoc::PreviewPlay::kNo, 0,
+                                      CSoundDoc::PreviewFormat::kOfTheSound));
+    EXPECT_EQ(BytesOf(document->Preview()), (Bytes{127, 129, 28, 128}));
+    // Two channels halve the length, whatever the sound has.
+    ASSERT_TRUE(document->MakePreview(samples, CSoundDoc::PreviewPlay::kYes, 5,
+                                      CSoundDoc::PreviewFormat::kStereo16));
+    EXPECT_EQ(document->Preview().GetFormat(), MakePcmFormat(2, 16, 8000));
+    EXPECT_EQ(document->Preview().GetFrameCount(), 2u);
+    EXPECT_EQ(document->Preview().GetSample(1, 0), -1);
+    EXPECT_EQ(document->Preview().GetSample(0, 1), 100);
+    EXPECT_TRUE(document->Preview().IsPlaying());
+}
+
+TEST_F(SoundDocTest, RecordingGoesInAtTheCursorAsOneUndoStep) {
+    auto document = MakeDocument({1, 8}, PatternBytes(10, 1));
+    document->Sound().Markers().Add(7, "stays", 0);
+    ASSERT_TRUE(document->StartRecording());
+    EXPECT_FALSE(edit::Delete(*document, {0, 5, 0}).done) << "no edits while recording";
+    EXPECT_FALSE(document->Undo());
+    devices_.In().Arrive(Bytes{1, 2, 3});
+    NotingObserver observer;
+    document->AddObserver(&observer);
+    ASSERT_TRUE(document->StopRecording(4));
+    Bytes expected = PatternBytes(10, 1);
+    expected.insert(expected.begin() + 4, {1, 2, 3});
+    EXPECT_EQ(BytesOf(document->Sound()), expected);
+    EXPECT_EQ(observer.changes, std::vector<std::uint32_t>{4});
+    EXPECT_EQ(document->Sound().Markers().All()[0].position, 7u);
+    ASSERT_TRUE(document->Undo());
+    EXPECT_EQ(BytesOf(document->Sound()), PatternBytes(10, 1));
+}
+
+TEST_F(SoundDocTest, RecordingNothingLeavesNoStep) {
+    auto document = MakeDocument({1, 8}, PatternBytes(10, 1));
+    ASSERT_TRUE(document->StartRecording());
+    EXPECT_FALSE(document->StopRecording(4));
+    EXPECT_FALSE(document->CanUndo());
+    EXPECT_FALSE(document->StopRecording(0)) << "nothing is being recorded any more";
+    document->Sound().SetRecordDevice(kNoWaveDevice);
+    EXPECT_FALSE(document->StartRecording());
+    EXPECT_FALSE(document->CanUndo());
+    auto empty = MakeDocument({1, 8}, {});
+    ASSERT_TRUE(empty->StartRecording());
+    devices_.In().Arrive(Bytes{1, 2, 3});
+    ASSERT_TRUE(empty->StopRecording(0));
+    EXPECT_EQ(empty->Sound().GetFrameCount(), 3u);
+    EXPECT_EQ(empty->History().Count(), 0u) << "an empty sound is no state to go back to";
+}
+
+TEST(UntitledTitles, CountPerPrefix) {
+    UntitledTitles titles;
+    EXPECT_EQ(titles.Next(untitled_prefix::kRecorder), "Recorder_1");
+    EXPECT_EQ(titles.Next(untitled_prefix::kRecorder), "Recorder_2");
+    EXPECT_EQ(titles.Next(untitled_prefix::kPaste), "Paste_1");
+}
+
+}  // namespace
+}  // namespace sonavel::testing

@@ -1,0 +1,240 @@
+#include "document/undo_history.h"
+
+#include <sys/resource.h>
+
+#include <fstream>
+#include <random>
+
+#include "document_fixture.h"
+
+namespace sonavel::testing {
+namespace {
+
+class UndoHistoryTest : public DocumentTest {
+  protected:
+    // One 8-bit frame that holds the number of edits made.
+    static SoundCopy State(std::uint8_t edits) { return MakeSound({1, 8}, {edits}); }
+    void Edit(UndoHistory& history, std::string name, std::uint8_t after) {
+        history.Add({.name = std::move(name), .sound = *sound_.CopySound()});
+        sound_.Adopt(State(after));
+    }
+    unsigned Shown() const { return sound_.Bytes()[0]; }
+
+    CWave sound_{prompts_, progress_};
+};
+
+TEST_F(UndoHistoryTest, MenuTextsNameTheEditThatWouldBeUndoneAndTheOneThatWouldBeRedone) {
+    using enum UndoHistory::MenuPass;
+    UndoHistory history;
+    const auto texts = [&] { return history.UndoMenuText(kFirst) + "|" + history.RedoMenuText(); };
+    sound_.Adopt(State(0));
+    EXPECT_EQ(texts(), "&Undo|&Redo");
+    Edit(history, "A", 1);
+    Edit(history, "B", 2);
+    EXPECT_EQ(texts(), "&UndoB|&Redo");
+    ASSERT_TRUE(history.Undo(sound_));
+    EXPECT_EQ(texts(), "&UndoA|&RedoB");
+    ASSERT_TRUE(history.Undo(sound_));
+    EXPECT_EQ(texts(), "&Undo|&RedoA");
+    EXPECT_FALSE(history.CurrentPosition().has_value());
+    ASSERT_TRUE(history.Redo(sound_));
+    ASSERT_TRUE(history.Redo(sound_));
+    EXPECT_EQ(texts(), "&UndoB|&Redo");
+}
+
+TEST_F(UndoHistoryTest, AStepThatCannotBeUndoneSaysSoInBothSpellings) {
+    UndoHistory history;
+    history.Add({.name = "Copy Sample", .sound = State(0), .canUndo = false});
+    EXPECT_EQ(history.UndoMenuText(UndoHistory::MenuPass::kFirst), "Cant't &UndoCopy Sample");
+    EXPECT_EQ(history.UndoMenuText(UndoHistory::MenuPass::kSecond), "Can't &UndoCopy Sample");
+    EXPECT_FALSE(history.Undo(sound_));
+}
+
+TEST_F(UndoHistoryTest, ThePresentIsStoredOncePerRunAndCountsAmongTheSteps) {
+    UndoHistory history;
+    sound_.Adopt(State(0));
+    for (std::uint8_t i = 1; i <= 3; ++i) Edit(history, "E", i);
+    ASSERT_TRUE(history.Undo(sound_));
+    EXPECT_EQ(history.Count(), 4u);
+    EXPECT_EQ(history.CurrentPosition(), 1u);
+    ASSERT_TRUE(history.Undo(sound_));
+    EXPECT_EQ(history.Count(), 4u);
+    EXPECT_FALSE(history.IsCurrentLast());
+    ASSERT_TRUE(history.Redo(sound_));
+    ASSERT_TRUE(history.Redo(sound_));
+    EXPECT_EQ(Shown(), 3u);
+    EXPECT_EQ(history.Count(), 3u);
+    EXPECT_TRUE(history.IsCurrentLast());
+    EXPECT_FALSE(history.Redo(sound_));
+}
+
+TEST_F(UndoHistoryTest, TheThousandAndFirstStepPushesTheOldestOut) {
+    UndoHistory history;
+    for (std::size_t i = 0; i <= UndoHistory::kCapacity; ++i)
+        history.Add({.name = std::to_string(i), .sound = {}});
+    EXPECT_EQ(history.Count(), UndoHistory::kCapacity);
+    EXPECT_EQ(history.StepAt(0).name, "1");
+    EXPECT_TRUE(history.Undo(sound_));
+    EXPECT_EQ(history.Count(), UndoHistory::kCapacity);
+    EXPECT_EQ(history.StepAt(0).name, "2");
+    int undone = 1;
+    while (history.Undo(sound_)) ++undone;
+    EXPECT_EQ(undone, 999);
+}
+
+// What a history means: a row of states with a place in it.
+struct PlainHistory {
+    std::vector<Bytes> states;
+    std::size_t place = 0;
+
+    void Edit(Bytes state, bool recorded) {
+        states.resize(place + 1);
+        if (recorded) {
+            states.push_back(std::move(state));
+            ++place;
+        } else {
+            states[place] = std::move(state);
+        }
+    }
+};
+
+class HistoryWalk : public DocumentTest, public ::testing::WithParamInterface<unsigned> {
+  protected:
+    EditSelection RandomSelection(std::uint32_t frames) {
+        std::uint32_t a = random_() % (frames + 1), b = random_() % (frames + 1);
+        return {std::min(a, b), std::max(a, b),
+                static_cast<std::uint32_t>(random_() % (frames + 1))};
+    }
+    EditResult RandomEdit(CSoundDoc& document, bool& recorded) {
+        const EditSelection at = RandomSelection(document.Sound().GetFrameCount());
+        const ClipRecord clip = MakeClip({2, 16}, PatternBytes(4 * (1 + random_() % 9), random_()));
+        const unsigned kind = random_() % 6;
+        recorded = kind < 5;
+        switch (kind) {
+            case 0:
+                return edit::Cut(document, at);
+            case 1:
+                return edit::Delete(document, at);
+            case 2:
+                return edit::Paste(document, clip, at);
+            case 3:
+                return edit::Paste(document, clip, at, 3);
+            case 4:
+                return edit::Mix(document, clip, at, {0.5, 0.5});
+            default:
+                return edit::PasteBlockOverwrite(document, clip, at);
+        }
+    }
+
+    std::mt19937 random_{GetParam()};
+};
+
+TEST_P(HistoryWalk, AgreesWithARowOfStates) {
+    auto document = MakeDocument({2, 16}, PatternBytes(80, 1));
+    PlainHistory model{{BytesOf(document->Sound())}};
+    for (int step = 0; step < 400; ++step) {
+        SCOPED_TRACE(step);
+        const unsigned choice = random_() % 3;
+        if (choice == 0) {
+            const bool can = model.place > 0;
+            ASSERT_EQ(document->Undo(), can);
+            if (can) --model.place;
+        } else if (choice == 1) {
+            const bool can = model.place + 1 < model.states.size();
+            ASSERT_EQ(document->Redo(), can);
+            if (can) ++model.place;
+        } else {
+            bool recorded = false;
+            if (RandomEdit(*document, recorded).done)
+                model.Edit(BytesOf(document->Sound()), recorded);
+        }
+        ASSERT_EQ(BytesOf(document->Sound()), model.states[model.place]);
+        ASSERT_EQ(document->CanUndo(), model.place > 0);
+        ASSERT_EQ(document->CanRedo(), model.place + 1 < model.states.size());
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, HistoryWalk, ::testing::Range(1u, 9u));
+
+TEST_F(UndoHistoryTest, UndoBringsBackFormatAndMarkersAndMarksModified) {
+    auto document = MakeDocument({2, 16}, PatternBytes(40, 1));
+    document->Sound().Markers().Add(3, "three", 2);
+    const MarkerList markers = document->Sound().Markers();
+    ASSERT_TRUE(document->PushUndoStep("Copy Sample"));
+    ASSERT_TRUE(document->Sound().ConvertChannels(1, ChannelChoice::kLeft));
+    document->Sound().SetRate(11025);
+    document->Sound().Markers().Clear();
+    document->SetModified(false);
+    NotingObserver observer;
+    document->AddObserver(&observer);
+    ASSERT_TRUE(document->Undo());
+    EXPECT_EQ(document->Sound().GetFormat(), MakePcmFormat(2, 16, 8000));
+    EXPECT_EQ(document->Sound().Markers(), markers);
+    EXPECT_TRUE(document->IsModified());
+    EXPECT_EQ(observer.changes, std::vector<std::uint32_t>{0});
+    ASSERT_TRUE(document->Redo());
+    EXPECT_EQ(document->Sound().GetFormat(), MakePcmFormat(1, 16, 11025));
+    EXPECT_TRUE(document->Sound().Markers().Empty());
+}
+
+TEST_F(UndoHistoryTest, WithUndoOffEditsStoreNothingAndUndoDoesNothing) {
+    WriteOptions("");
+    auto document = MakeDocument({1, 8}, PatternBytes(10, 1));
+    ASSERT_TRUE(edit::Delete(*document, {2, 4, 0}).done);
+    EXPECT_EQ(document->History().Count(), 0u);
+    EXPECT_FALSE(document->Undo());
+    EXPECT_EQ(document->Sound().GetFrameCount(), 8u);
+}
+
+TEST_F(UndoHistoryTest, UndoneStatesAreMovedAndNotCopied) {
+    auto document = MakeDocument({1, 8}, PatternBytes(10, 1));
+    ASSERT_TRUE(edit::Paste(*document, MakeClip({1, 8}, PatternBytes(4, 2)), {}).done);
+    const std::uint8_t* const present = document->Sound().Bytes().data();
+    ASSERT_TRUE(document->Undo());
+    EXPECT_NE(document->Sound().Bytes().data(), present);
+    ASSERT_TRUE(document->Redo());
+    EXPECT_EQ(document->Sound().Bytes().data(), present);
+}
+
+#ifndef __SANITIZE_ADDRESS__  // it takes more address space than any limit would leave
+
+// Leaves the process room for about so many bytes more.
+class AddressSpaceLimit {
+  public:
+    explicit AddressSpaceLimit(std::uint64_t moreBytes) {
+        std::uint64_t pages = 0;
+        std::ifstream("/proc/self/statm") >> pages;
+        getrlimit(RLIMIT_AS, &before_);
+        const rlimit limit{pages * static_cast<rlim_t>(getpagesize()) + moreBytes,
+                           before_.rlim_max};
+        setrlimit(RLIMIT_AS, &limit);
+    }
+    ~AddressSpaceLimit() { setrlimit(RLIMIT_AS, &before_); }
+
+  private:
+    rlimit before_{};
+};
+
+TEST_F(UndoHistoryTest, WithoutMemoryForAStepThePersonDecides) {
+    constexpr std::size_t kBytes = 64 << 20;
+    for (const bool goOn : {false, true}) {
+        auto document = MakeDocument({1, 8}, PatternBytes(kBytes, 1));
+        ASSERT_TRUE(edit::Delete(*document, {0, 10, 0}).done);
+        ASSERT_TRUE(document->Undo());
+        prompts_.questions.clear();
+        prompts_.answers = {goOn};
+        {
+            const AddressSpaceLimit limit(kBytes / 2);
+            EXPECT_EQ(edit::Delete(*document, {0, 100, 0}).done, goOn);
+        }
+        EXPECT_EQ(prompts_.questions.size(), 1u);
+        EXPECT_EQ(document->Sound().GetFrameCount(), kBytes - (goOn ? 100 : 0));
+        EXPECT_EQ(document->CanRedo(), !goOn) << "an edit that was given up keeps the history";
+        EXPECT_FALSE(document->CanUndo());
+    }
+}
+
+#endif
+
+}  // namespace
+}  // namespace sonavel::testing
