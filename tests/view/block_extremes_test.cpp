@@ -1,0 +1,121 @@
+#include "view/block_extremes.h"
+
+#include <gtest/gtest.h>
+
+#include "view/random_sound.h"
+
+namespace sonavel {
+namespace {
+
+struct Format {
+    unsigned channels;
+    unsigned bits;
+};
+
+constexpr Format kFormats[] = {{1, 8}, {2, 8}, {1, 16}, {2, 16}};
+
+SampleExtremes BlockByAccessor(const CWave& wave, unsigned channel, std::uint32_t block) {
+    SampleExtremes extremes{-999999, 999999};
+    const std::uint32_t end = std::min(wave.GetFrameCount(), (block + 1) * 256);
+    for (std::uint32_t frame = block * 256; frame < end; ++frame) {
+        extremes.maximum = std::max(extremes.maximum, wave.GetSample(channel, frame));
+        extremes.minimum = std::min(extremes.minimum, wave.GetSample(channel, frame));
+    }
+    return extremes;
+}
+
+void ExpectTrueExtremes(const CWave& wave, const BlockExtremes& extremes) {
+    ASSERT_EQ(extremes.BlockCount(), (wave.GetFrameCount() + 255) / 256);
+    for (unsigned channel = 0; channel < wave.GetChannels(); ++channel) {
+        for (std::uint32_t block = 0; block < extremes.BlockCount(); ++block) {
+            const SampleExtremes found{extremes.Maxima(channel)[block],
+                                       extremes.Minima(channel)[block]};
+            ASSERT_EQ(found, BlockByAccessor(wave, channel, block))
+                << "channel " << channel << " block " << block;
+        }
+    }
+}
+
+TEST(BlockExtremes, HoldTheExtremesOfEveryBlockAndThePartialLast) {
+    for (const Format format : kFormats) {
+        for (const std::uint32_t frames : {0u, 1u, 7u, 255u, 256u, 257u, 5000u}) {
+            RandomSound sound(format.channels, format.bits, frames, frames + 3);
+            sound.Quieten();
+            BlockExtremes extremes;
+            extremes.Rebuild(sound.wave, 0);
+            SCOPED_TRACE(testing::Message() << format.channels << " channels, " << format.bits
+                                            << " bits, " << frames << " frames");
+            ExpectTrueExtremes(sound.wave, extremes);
+        }
+    }
+}
+
+TEST(BlockExtremes, FindEverySampleValueInEveryPlaceOfABlock) {
+    for (const Format format : kFormats) {
+        RandomSound sound(format.channels, format.bits, 256);
+        for (unsigned i = 0; i < 256; ++i) {
+            for (auto& byte : sound.wave.MutableBytes()) byte = format.bits == 8 ? 128 : 0;
+            const unsigned channel = i % format.channels;
+            sound.wave.SetSample(channel, i, 100);
+            sound.wave.SetSample(channel, 255 - i, -99);
+            BlockExtremes extremes;
+            extremes.Rebuild(sound.wave, 0);
+            ExpectTrueExtremes(sound.wave, extremes);
+        }
+    }
+}
+
+TEST(BlockExtremes, RebuildReadsFromTheChangedFrameOn) {
+    RandomSound sound(2, 16, 3000);
+    BlockExtremes extremes;
+    extremes.Rebuild(sound.wave, 0);
+    sound.Scramble(1000, 3000, 9);
+    extremes.Rebuild(sound.wave, 1000);
+    ExpectTrueExtremes(sound.wave, extremes);
+    ASSERT_TRUE(sound.wave.GrowWithSilence(4000));
+    extremes.Rebuild(sound.wave, 3000);
+    ExpectTrueExtremes(sound.wave, extremes);
+    ASSERT_TRUE(sound.wave.RemoveFrames(1500, 4000));
+    extremes.Rebuild(sound.wave, 1500);
+    ExpectTrueExtremes(sound.wave, extremes);
+}
+
+TEST(BlockExtremes, AnotherFormatIsReadFromTheStart) {
+    RandomSound sound(2, 16, 3000);
+    BlockExtremes extremes;
+    extremes.Rebuild(sound.wave, 0);
+    ASSERT_TRUE(sound.wave.ConvertChannels(1, ChannelChoice::kLeft));
+    extremes.Rebuild(sound.wave, 2999);
+    ExpectTrueExtremes(sound.wave, extremes);
+    EXPECT_TRUE(extremes.Maxima(1).empty());
+    ASSERT_TRUE(sound.wave.ConvertBits(8));
+    extremes.Rebuild(sound.wave, 2999);
+    ExpectTrueExtremes(sound.wave, extremes);
+}
+
+TEST(BlockExtremes, ARunVisitsTheBlocksOfEvery256thFrame) {
+    RandomSound sound(1, 16, 2000);
+    for (std::uint32_t frame = 0; frame < 2000; ++frame) {
+        sound.wave.SetSample(0, frame, static_cast<std::int32_t>(frame / 256 * 10 + 5));
+    }
+    BlockExtremes extremes;
+    extremes.Rebuild(sound.wave, 0);
+    struct Case {
+        std::int64_t start, end;
+        SampleExtremes expected;
+    };
+    const Case cases[] = {
+        {0, 256, {5, 5}},        // block 0 alone
+        {200, 456, {5, 5}},      // ends in block 1 without a visit there
+        {200, 457, {15, 5}},     // frame 456 lies in block 1
+        {1792, 2048, {75, 75}},  // the partial last block
+        {1792, 2049, {75, 0}},   // and the silence behind it
+        {2048, 4000, {0, 0}},   {90000, 90256, {0, 0}},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(extremes.Over(0, c.start, c.end), c.expected) << c.start << ".." << c.end;
+    }
+}
+
+}  // namespace
+}  // namespace sonavel

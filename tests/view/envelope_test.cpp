@@ -1,0 +1,225 @@
+#include "view/envelope.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "view/random_sound.h"
+#include "view/zoom.h"
+
+namespace sonavel {
+namespace {
+
+// The drawing of a lane told step by step, with a state carried from column to column.
+class ReferenceLane {
+  public:
+    explicit ReferenceLane(const EnvelopeRequest& request) : r_(request) {}
+
+    std::vector<EnvelopeColumn> Columns() {
+        std::vector<EnvelopeColumn> columns;
+        const std::int64_t frames = r_.wave.GetFrameCount();
+        const std::int64_t width = r_.horizontal.maximum;
+        if (frames < 1 || width <= 0) return columns;
+        const std::int64_t count = r_.lane.Width() <= frames ? r_.lane.Width() : frames;
+        for (std::int64_t x = 0; x < count; ++x) {
+            const std::int64_t s0 = (x + r_.horizontal.position) * frames / width;
+            std::int64_t s1 = (x + r_.horizontal.position + 1) * frames / width;
+            while (s0 == s1) {
+                if (++x >= count) return columns;
+                s1 = (x + r_.horizontal.position + 1) * frames / width;
+            }
+            Read(s0, s1);
+            const bool normal = r_.selection.start == r_.selection.end || s0 < r_.selection.start ||
+                                s1 > r_.selection.end;
+            columns.push_back({static_cast<int>(x), r_.lane.top + Y(max_), r_.lane.top + Y(min_),
+                               normal ? ColumnPen::kNormal : ColumnPen::kSelected});
+        }
+        return columns;
+    }
+
+  private:
+    void Read(std::int64_t s0, std::int64_t s1) {
+        max_ = -999999;
+        min_ = 999999;
+        const int half = (r_.wave.GetBits() == 8 ? 256 : 65536) / 2 - 1;
+        if (s1 - s0 < 256) {
+            for (std::int64_t s = s0; s < s1; ++s) {
+                Take(r_.wave.GetSample(r_.channel, static_cast<std::uint32_t>(s)),
+                     r_.wave.GetSample(r_.channel, static_cast<std::uint32_t>(s)));
+                if (max_ >= half && -min_ >= half) return;
+            }
+            return;
+        }
+        for (std::int64_t s = s0; s < s1; s += 256) {
+            const auto block = static_cast<std::size_t>(s / 256);
+            const bool inside = block < r_.extremes.BlockCount();
+            Take(inside ? r_.extremes.Maxima(r_.channel)[block] : 0,
+                 inside ? r_.extremes.Minima(r_.channel)[block] : 0);
+        }
+    }
+
+    void Take(int maximum, int minimum) {
+        if (maximum > max_) max_ = maximum;
+        if (minimum < min_) min_ = minimum;
+    }
+
+    int Y(int v) const {
+        const int h = r_.lane.Height();
+        const int range = static_cast<int>(r_.vertical.maximum - r_.vertical.minimum);
+        const int page = std::min(static_cast<int>(r_.vertical.page), range);
+        const double k = double(range) / page;
+        const float product = static_cast<float>(-v * k);
+        const int full = r_.wave.GetBits() == 8 ? 256 : 65536;
+        const int y = static_cast<int>((product / full + 0.5) * h) -
+                      static_cast<int>(r_.vertical.position) + (range - page) / 2;
+        if (y < 0) return -2;
+        return y > h ? h : y;
+    }
+
+    const EnvelopeRequest& r_;
+    int max_ = 0;
+    int min_ = 0;
+};
+
+struct Scene {
+    RandomSound sound;
+    BlockExtremes extremes;
+    ZoomContext context;
+    ZoomState zoom;
+    Selection selection;
+
+    Scene(unsigned channels, unsigned bits, std::uint32_t frames, int width, int height)
+        : sound(channels, bits, frames, frames * 3 + bits) {
+        sound.Quieten();
+        extremes.Rebuild(sound.wave, 0);
+        context = ZoomContext::Of(sound.wave, width, height, frames / 3);
+        zoom = FitZoom(context);
+        selection = {frames / 4, frames / 2};
+    }
+
+    EnvelopeRequest Request(unsigned channel) const {
+        Rectangle lane{0, 0, context.waveformWidth, context.waveformHeight};
+        if (channel == 1) lane.top = 11;
+        return {sound.wave, extremes, channel, lane, zoom.horizontal, zoom.vertical, selection};
+    }
+};
+
+void ExpectAsReference(const Scene& scene) {
+    for (unsigned channel = 0; channel < scene.sound.wave.GetChannels(); ++channel) {
+        const EnvelopeRequest request = scene.Request(channel);
+        const auto expected = ReferenceLane(request).Columns();
+        ASSERT_EQ(EnvelopeColumns(request).size(), expected.size());
+        EXPECT_EQ(EnvelopeColumns(request), expected);
+    }
+}
+
+TEST(Envelope, DrawsAsTheRulesSayAtEveryZoom) {
+    for (const unsigned channels : {1u, 2u}) {
+        for (const unsigned bits : {8u, 16u}) {
+            for (const std::uint32_t frames : {1u, 50u, 99u, 100u, 101u, 25599u, 25600u, 90001u}) {
+                Scene scene(channels, bits, frames, 100, 83);
+                SCOPED_TRACE(testing::Message() << channels << "x" << bits << "x" << frames);
+                ExpectAsReference(scene);
+                for (int step = 0; step < 12; ++step) {
+                    scene.zoom = TimeZoomIn(scene.zoom, scene.context);
+                    if (step % 2 == 0) scene.zoom = LevelZoomIn(scene.zoom, scene.context);
+                    ExpectAsReference(scene);
+                }
+                scene.zoom.horizontal = scene.zoom.horizontal.Stepped(ScrollStep::kToEnd);
+                scene.zoom.vertical = scene.zoom.vertical.Stepped(ScrollStep::kToStart);
+                ExpectAsReference(scene);
+            }
+        }
+    }
+}
+
+TEST(Envelope, SkipsPixelsBetweenFramesWhenTheWidthExceedsTheSound) {
+    Scene scene(1, 16, 40, 100, 80);
+    scene.zoom = TimeZoomOut(scene.zoom, scene.context);
+    ASSERT_EQ(scene.zoom.horizontal.maximum, 100);
+    ExpectAsReference(scene);
+    EXPECT_EQ(EnvelopeColumns(scene.Request(0)).size(), 16u);  // 40 columns of 100 for 40 frames
+}
+
+TEST(Envelope, AStripHasItsColumnsAndOneNeighbourOnEachSide) {
+    for (const std::uint32_t frames : {40u, 25000u}) {
+        Scene scene(2, 16, frames, 100, 80);
+        scene.zoom = TimeZoomOut(scene.zoom, scene.context);
+        const auto all = EnvelopeColumns(scene.Request(1));
+        for (int first = 0; first < 100; first += 7) {
+            const int last = first + 13;
+            // From the last column before the strip to the first one behind it.
+            const auto isBefore = [&](const EnvelopeColumn& column) { return column.x < first; };
+            const auto isInside = [&](const EnvelopeColumn& column) { return column.x < last; };
+            auto begin = std::partition_point(all.begin(), all.end(), isBefore);
+            auto end = std::partition_point(all.begin(), all.end(), isInside);
+            if (begin != all.begin()) --begin;
+            if (end != all.end()) ++end;
+            EXPECT_EQ(EnvelopeColumns(scene.Request(1), {first, last}),
+                      std::vector<EnvelopeColumn>(begin, end))
+                << frames << " frames, strip from " << first;
+        }
+    }
+}
+
+TEST(Envelope, ReadingStopsAtFullScaleOnBothSides) {
+    RandomSound sound(1, 16, 300);
+    for (std::uint32_t frame = 0; frame < 300; ++frame) sound.wave.SetSample(0, frame, 0);
+    sound.wave.SetSample(0, 10, 32767);
+    sound.wave.SetSample(0, 20, -32767);
+    sound.wave.SetSample(0, 30, -32768);
+    EXPECT_EQ(ReadExtremes(sound.wave, 0, 0, 200), (SampleExtremes{32767, -32767}));
+    EXPECT_EQ(ReadExtremes(sound.wave, 0, 11, 200), (SampleExtremes{0, -32768}));
+    EXPECT_EQ(ReadExtremes(sound.wave, 0, 290, 400), (SampleExtremes{0, 0}));
+    EXPECT_EQ(ReadExtremes(sound.wave, 0, 400, 410), (SampleExtremes{0, 0}));
+}
+
+TEST(Envelope, EightBitSoundsAreDrawnUpsideDown) {
+    for (const unsigned bits : {8u, 16u}) {
+        Scene scene(1, bits, 100, 100, 100);
+        for (std::uint32_t frame = 0; frame < 100; ++frame) {
+            scene.sound.wave.SetSample(0, frame, bits == 8 ? -127 : 32767);
+        }
+        const EnvelopeColumn first = EnvelopeColumns(scene.Request(0)).front();
+        EXPECT_EQ(first.yMax, bits == 8 ? 99 : 0);  // the byte 255, the word 32767
+        EXPECT_EQ(first.yMin, first.yMax);
+    }
+}
+
+TEST(Envelope, PeaksOutsideTheLaneAreHeldAtItsEdges) {
+    Scene scene(1, 16, 2, 2, 100);
+    scene.sound.wave.SetSample(0, 0, 32767);
+    scene.sound.wave.SetSample(0, 1, -32768);
+    scene.zoom = LevelZoomFull(scene.zoom, scene.context);
+    const auto columns = EnvelopeColumns(scene.Request(0));
+    ASSERT_EQ(columns.size(), 2u);
+    EXPECT_EQ(columns[0].yMax, -2);
+    EXPECT_EQ(columns[1].yMax, 100);
+}
+
+TEST(Envelope, LinesOfALane) {
+    struct Case {
+        std::uint32_t frames;
+        int count;
+        std::optional<int> endX;
+    };
+    for (const Case& c :
+         {Case{0, 0, {}}, Case{60, 60, 60}, Case{100, 100, {}}, Case{500, 100, {}}}) {
+        Scene scene(1, 16, c.frames, 100, 81);
+        const LaneLines lines = LinesOfLane(scene.Request(0), LineVisibility::kShown);
+        EXPECT_EQ(lines.columnCount, c.count);
+        EXPECT_EQ(lines.endOfSoundX, c.endX);
+        if (c.frames == 0) continue;
+        EXPECT_EQ(lines.centreY, 40);
+        EXPECT_EQ(lines.startY, 40);
+        EXPECT_EQ(lines.centreRight, c.count);
+        scene.zoom = LevelZoomIn(scene.zoom, scene.context);
+        scene.zoom.vertical = scene.zoom.vertical.WithPosition(0);
+        EXPECT_EQ(LinesOfLane(scene.Request(0), LineVisibility::kShown).centreY,
+                  40 + (121 - 82) / 2);
+        EXPECT_FALSE(LinesOfLane(scene.Request(0), LineVisibility::kHidden).centreY);
+    }
+}
+
+}  // namespace
+}  // namespace sonavel
