@@ -1,5 +1,5 @@
-// Commands as rows of a table. Each class that handles commands has one table; menus, tool bars, context
-// menus, shortcuts and scripts are made from the tables.
+// Commands as rows of a table. Each class that handles commands has one table; menus, tool bars,
+// context menus, shortcuts and scripts are made from the tables.
 #pragma once
 
 #include <span>

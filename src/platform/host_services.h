@@ -1,5 +1,5 @@
-// The services that a host hands to the engine, in one bundle. The host owns them and keeps them alive
-// longer than every document.
+// The services that a host hands to the engine, in one bundle. The host owns them and keeps them
+// alive longer than every document.
 #pragma once
 
 #include "platform/program_folder.h"

@@ -1,5 +1,5 @@
-// Initialisation files: sections of key/value text in file order. Text is UTF-8 here; on disk a file may
-// hold UTF-8 or code page 949, and keeps the encoding it had.
+// Initialisation files: sections of key/value text in file order. Text is UTF-8 here; on disk a
+// file may hold UTF-8 or code page 949, and keeps the encoding it had.
 #pragma once
 
 #include <filesystem>

@@ -13,8 +13,8 @@ class ProgramFolder {
     explicit ProgramFolder(std::filesystem::path path) : path_(std::move(path)) {}
 
     // The folder of the running program when it can be written, else the person's own
-    // configuration folder ($XDG_CONFIG_HOME or ~/.config, "sonavel"), which is made and seeded with
-    // the program folder's initialisation files at the first start.
+    // configuration folder ($XDG_CONFIG_HOME or ~/.config, "sonavel"), which is made and seeded
+    // with the program folder's initialisation files at the first start.
     static ProgramFolder OfThisProgram();
     // The folder in which the running program's executable lies.
     static std::filesystem::path ExecutableFolder();

@@ -1,5 +1,5 @@
-// The questions and messages that the engine puts to the person. The desktop program shows boxes, the
-// batch tool prints and answers from a queue. All texts are UTF-8.
+// The questions and messages that the engine puts to the person. The desktop program shows boxes,
+// the batch tool prints and answers from a queue. All texts are UTF-8.
 #pragma once
 
 #include <optional>

@@ -1,5 +1,5 @@
-// Wave-audio devices as the player and the recorder see them: a device takes prepared blocks one after
-// another, and marks each as done when it has played or filled it.
+// Wave-audio devices as the player and the recorder see them: a device takes prepared blocks one
+// after another, and marks each as done when it has played or filled it.
 #pragma once
 
 #include <atomic>
@@ -14,8 +14,8 @@ namespace sonavel {
 inline constexpr int kDefaultWaveDevice = -1;
 inline constexpr int kNoWaveDevice = -2;
 
-// 8-bit samples are unsigned bytes around 128, 16-bit samples little-endian signed words; frames are
-// interleaved, left first.
+// 8-bit samples are unsigned bytes around 128, 16-bit samples little-endian signed words; frames
+// are interleaved, left first.
 struct WaveFormat {
     std::uint16_t channels = 1;
     std::uint32_t samplesPerSecond = 44100;

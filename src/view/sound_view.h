@@ -57,6 +57,8 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
     // Of the host's own scroll bars, in pixels; to be set before Show.
     void SetScrollBarWidth(int width) { scrollBarWidth_ = width; }
     bool IsShown() const { return shown_; }
+    // The client area, from 0, 0.
+    const Rectangle& Client() const { return client_; }
     const ViewGeometry& Geometry() const { return geometry_; }
     int WaveformWidth() const;
     int WaveformHeight() const;

@@ -58,10 +58,6 @@ std::string OnOneLine(std::string_view text) {
     return line;
 }
 
-bool ScriptedPrompts::TakeDeclined() {
-    return std::exchange(declined_, false);
-}
-
 void ScriptedPrompts::ShowMessage(std::string_view text) {
     out_ << "message: " << OnOneLine(text) << '\n';
 }
@@ -80,7 +76,6 @@ std::optional<ChannelChoice> ScriptedPrompts::AskChannelConversion(ChannelConver
     const std::optional<ChannelChoice> choice = ChoiceFrom(NextAnswer());
     const bool toStereo = conversion == ChannelConversion::kMonoToStereo;
     PrintQuestion(toStereo ? "Convert to stereo" : "Convert to mono", WordOf(choice, conversion));
-    if (!choice) declined_ = true;
     return choice;
 }
 
@@ -99,7 +94,6 @@ bool ScriptedPrompts::Ask(std::string_view text, std::string_view affirmative,
                           std::string_view negative) {
     const bool affirmed = IsAffirmative(NextAnswer());
     PrintQuestion(text, affirmed ? affirmative : negative);
-    if (!affirmed) declined_ = true;
     return affirmed;
 }
 

@@ -25,8 +25,6 @@ class ScriptedPrompts : public UserPrompts {
     explicit ScriptedPrompts(std::ostream& out) : out_(out) {}
 
     void QueueAnswer(PromptAnswer answer) { answers_.push_back(answer); }
-    // True when a question was declined since the last call.
-    bool TakeDeclined();
 
     void ShowMessage(std::string_view text) override;
     void ShowStatus(std::string_view text) override;
@@ -41,7 +39,6 @@ class ScriptedPrompts : public UserPrompts {
 
     std::ostream& out_;
     std::deque<PromptAnswer> answers_;
-    bool declined_ = false;
 };
 
 }  // namespace sonavel
