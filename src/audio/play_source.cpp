@@ -35,7 +35,7 @@ std::optional<std::uint32_t> PlaySource::FillBlock(std::span<const std::uint8_t>
                 static_cast<std::uint32_t>(std::min<std::size_t>(block.size(), end_ - position_));
             return blockStart;
         }
-        if (!looping_) break;
+        if (!looping_ || attempt > 0) break;
         position_ = loop_.start;
         end_ = loop_.end;
     }

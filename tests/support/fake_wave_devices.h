@@ -12,7 +12,7 @@
 
 #include "platform/wave_device.h"
 
-namespace sonavel::testing {
+namespace sonavel {
 
 // What both directions keep. A call named in `failures` returns that code and does nothing.
 class FakeWaveDevice {
@@ -229,4 +229,4 @@ inline std::unique_ptr<WaveIn> FakeWaveDevices::CreateIn() {
     return std::make_unique<FakeWaveInHandle>(NextOf(ins_, insMade_));
 }
 
-}  // namespace sonavel::testing
+}  // namespace sonavel

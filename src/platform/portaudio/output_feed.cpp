@@ -74,7 +74,6 @@ void OutputFeed::ReturnHeardTail(std::uint64_t latencyFrames) {
     if (!tail_ || rendered_ < tailEnd_ + latencyFrames * frameBytes_) return;
     Return(*tail_);
     tail_ = nullptr;
-    silentSinceTail_ = false;
 }
 
 }  // namespace sonavel

@@ -1,0 +1,92 @@
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+
+#include "audio/player_fixture.h"
+#include "platform/headless/headless_wave_devices.h"
+
+namespace sonavel {
+namespace {
+
+class HeadlessWaveTest : public PlayerTest {
+  protected:
+    using Clock = std::chrono::steady_clock;
+
+    void FillWithPattern(CWave& wave) {
+        const Bytes bytes = Pattern(wave.GetDataSize());
+        std::copy(bytes.begin(), bytes.end(), wave.MutableBytes().begin());
+    }
+};
+
+TEST_F(HeadlessWaveTest, WhatIsPlayedCanBeOpenedAsAFile) {
+    const auto path = std::filesystem::path(::testing::TempDir()) / "sonavel_played.wav";
+    HeadlessWaveDevices headless(WavePace::kAsFastAsAsked, path);
+    CWavePlayer source(prompts, progress, headless);
+    source.SetPlaybackBlockFrames(128);
+    for (const unsigned bits : {8u, 16u}) {
+        ASSERT_TRUE(source.Create(2, bits, 22050, 128 * 40));
+        FillWithPattern(source);
+        ASSERT_TRUE(source.Play(0));
+        headless.PumpUntilIdle();
+        EXPECT_TRUE(source.IsStopped());
+        CWave played(prompts, progress);
+        ASSERT_TRUE(played.Open(path, WavOpenMode::kReadAll));
+        EXPECT_EQ(played.GetFormat(), source.GetFormat());
+        EXPECT_TRUE(std::ranges::equal(played.Bytes(), source.Bytes()));
+    }
+    std::filesystem::remove(path);
+}
+
+TEST_F(HeadlessWaveTest, AFileThatCannotBeWrittenIsADeviceError) {
+    HeadlessWaveDevices headless(WavePace::kAsFastAsAsked, "/nonexistent/played.wav");
+    CWavePlayer source(prompts, progress, headless);
+    ASSERT_TRUE(source.Create(1, 8, 8000, 1000));
+    EXPECT_FALSE(source.Play(0));
+    EXPECT_EQ(prompts.messages.size(), 1u);
+}
+
+TEST_F(HeadlessWaveTest, RealTimeTakesTheSoundsOwnTime) {
+    HeadlessWaveDevices headless(WavePace::kRealTime);
+    CWavePlayer source(prompts, progress, headless);
+    source.SetPlaybackBlockFrames(128);
+    ASSERT_TRUE(source.Create(1, 8, 12800, 1280));
+    const auto begin = Clock::now();
+    ASSERT_TRUE(source.Play(0));
+    ASSERT_TRUE(source.Pause());
+    EXPECT_FALSE(headless.Pump());
+    ASSERT_TRUE(source.Pause());
+    headless.PumpUntilIdle();
+    EXPECT_TRUE(source.IsStopped());
+    EXPECT_GE(Clock::now() - begin, std::chrono::milliseconds(100));
+}
+
+TEST_F(HeadlessWaveTest, InputsHearSilence) {
+    HeadlessWaveDevices headless(WavePace::kAsFastAsAsked);
+    CWavePlayer target(prompts, progress, headless);
+    target.SetRecordBlockFrames(128);
+    for (const unsigned bits : {8u, 16u}) {
+        ASSERT_TRUE(target.Create(1, bits, 8000, 0));
+        ASSERT_TRUE(target.StartRecording());
+        for (int i = 0; i < 25; ++i) EXPECT_TRUE(headless.Pump());
+        ASSERT_TRUE(target.StopRecording(0));
+        EXPECT_FALSE(headless.Pump());
+        ASSERT_EQ(target.GetFrameCount(), 25u * 128);
+        for (std::uint32_t i = 0; i < target.GetFrameCount(); ++i)
+            ASSERT_EQ(target.GetSample(0, i), 0);
+    }
+}
+
+TEST_F(HeadlessWaveTest, APlayerMayGoWhileItPlays) {
+    HeadlessWaveDevices headless(WavePace::kAsFastAsAsked);
+    {
+        CWavePlayer source(prompts, progress, headless);
+        ASSERT_TRUE(source.Create(1, 8, 8000, 100000));
+        ASSERT_TRUE(source.Play(0));
+        EXPECT_TRUE(headless.Pump());
+    }
+    EXPECT_FALSE(headless.Pump());
+}
+
+}  // namespace
+}  // namespace sonavel

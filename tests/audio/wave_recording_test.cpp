@@ -1,0 +1,151 @@
+#include "audio/player_fixture.h"
+
+namespace sonavel {
+namespace {
+
+class RecordingTest : public PlayerTest {
+  protected:
+    Bytes SoundBytes() const { return {player.Bytes().begin(), player.Bytes().end()}; }
+
+    static Bytes Joined(Bytes first, const Bytes& second, const Bytes& third) {
+        first.insert(first.end(), second.begin(), second.end());
+        first.insert(first.end(), third.begin(), third.end());
+        return first;
+    }
+};
+
+TEST_F(RecordingTest, IntoAnEmptySoundYieldsExactlyWhatCame) {
+    const struct {
+        unsigned channels, bits;
+        std::size_t frames;
+    } cases[] = {{1, 8, 128 * 25}, {2, 8, 1000}, {1, 16, 127}, {2, 16, 128 * 30 + 77}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.frames);
+        ASSERT_TRUE(player.Create(c.channels, c.bits, 44100, 0));
+        player.SetModified(false);
+        ASSERT_TRUE(player.StartRecording());
+        EXPECT_TRUE(player.IsRecording());
+        EXPECT_EQ(in.format.channels, c.channels);
+        EXPECT_EQ(in.format.bitsPerSample, c.bits);
+        const Bytes arriving = Pattern(c.frames * c.channels * c.bits / 8, 7);
+        // In portions that do not match the blocks.
+        for (std::size_t i = 0; i < arriving.size(); i += 500 * c.channels)
+            in.Arrive(std::span(arriving).subspan(
+                i, std::min<std::size_t>(500 * c.channels, arriving.size() - i)));
+        EXPECT_TRUE(player.Bytes().empty());
+        EXPECT_TRUE(player.StopRecording(0));
+        EXPECT_EQ(SoundBytes(), arriving);
+        EXPECT_TRUE(player.IsStopped());
+        EXPECT_TRUE(player.GetModified());
+        EXPECT_FALSE(in.open);
+    }
+}
+
+TEST_F(RecordingTest, IsInsertedAtTheCursorAndLeavesTheMarkersAlone) {
+    const Bytes arriving = Pattern(128 * 4 * 3, 99);
+    for (const std::uint32_t cursor : {0u, 333u, 1000u, 5000u}) {
+        SCOPED_TRACE(cursor);
+        MakeSound(2, 16, 1000);
+        player.Markers().Add(0, "start", 0);
+        player.Markers().Add(333, "here", 10);
+        player.Markers().Add(999, "end", 0);
+        const MarkerList markers = player.Markers();
+        ASSERT_TRUE(player.StartRecording());
+        in.Arrive(arriving);
+        ASSERT_TRUE(player.StopRecording(cursor));
+        const auto at = sound.begin() + std::min(cursor, 1000u) * 4;
+        EXPECT_EQ(SoundBytes(), Joined({sound.begin(), at}, arriving, {at, sound.end()}));
+        EXPECT_EQ(player.Markers(), markers);
+    }
+}
+
+TEST_F(RecordingTest, WithNothingRecordedChangesNothing) {
+    MakeSound(1, 8, 1000);
+    player.SetModified(false);
+    EXPECT_FALSE(player.StopRecording(5));
+    ASSERT_TRUE(player.StartRecording());
+    EXPECT_FALSE(player.StopRecording(5));
+    EXPECT_EQ(SoundBytes(), sound);
+    EXPECT_FALSE(player.GetModified());
+    EXPECT_FALSE(in.open);
+    EXPECT_TRUE(progress.titles.empty());
+}
+
+TEST_F(RecordingTest, ReportsTimeCountsAndPeaksForEveryBlock) {
+    ASSERT_TRUE(player.Create(2, 16, 128, 0));
+    ASSERT_TRUE(player.StartRecording());
+    Bytes arriving(128 * 4 * 2);
+    arriving[1] = 0x80;           // left -32768 in the first block
+    arriving[128 * 4 + 6] = 100;  // right 100 in the second
+    in.Arrive(arriving);
+    EXPECT_EQ(observer.recordTexts,
+              (std::vector<std::string>{"(Recording)00:00:01.000 / 128 Samples / 512 Bytes",
+                                        "(Recording)00:00:02.000 / 256 Samples / 1024 Bytes"}));
+    EXPECT_EQ(observer.peaks,
+              (std::vector<std::pair<std::int32_t, std::int32_t>>{{32768, 0}, {0, 100}}));
+    EXPECT_EQ(player.GetRecordedFrames(), 256u);
+    ASSERT_TRUE(player.StopRecording(0));
+    EXPECT_EQ(observer.states.back(), "(Stopped) ");
+    EXPECT_EQ(observer.peaks.back(), std::pair(0, 0));
+}
+
+TEST_F(RecordingTest, ShowsItsProgress) {
+    ASSERT_TRUE(player.Create(1, 8, 8000, 0));
+    ASSERT_TRUE(player.StartRecording());
+    in.Arrive(Pattern(128 * 3));
+    ASSERT_TRUE(player.StopRecording(0));
+    EXPECT_EQ(progress.titles, std::vector<std::string>{"Recorded data ready"});
+    EXPECT_EQ(progress.positions, (std::vector<int>{0, 33, 67, 100}));
+    EXPECT_EQ(progress.openWindows, 0);
+}
+
+TEST_F(RecordingTest, TheRingStaysFullForAsLongAsItTakes) {
+    ASSERT_TRUE(player.Create(1, 8, 8000, 0));
+    ASSERT_TRUE(player.StartRecording());
+    Bytes all;
+    for (unsigned i = 0; i < 500; ++i) {
+        const Bytes arriving = Pattern(128 * 7, i);
+        in.Arrive(arriving);
+        all.insert(all.end(), arriving.begin(), arriving.end());
+        ASSERT_EQ(in.queue.size(), 10u);
+    }
+    ASSERT_TRUE(player.StopRecording(0));
+    EXPECT_EQ(SoundBytes(), all);
+}
+
+TEST_F(RecordingTest, DeviceErrorsAreShownAndLeaveThePlayerStopped) {
+    MakeSound(1, 8, 1000);
+    player.SetRecordDevice(kNoWaveDevice);
+    EXPECT_FALSE(player.StartRecording());
+    EXPECT_TRUE(prompts.messages.empty());
+    EXPECT_TRUE(in.calls.empty());
+    player.SetRecordDevice(kDefaultWaveDevice);
+    for (const char* call : {"open", "prepare", "add", "start"}) {
+        SCOPED_TRACE(call);
+        prompts.messages.clear();
+        in.failures = {{call, 6}};
+        EXPECT_FALSE(player.StartRecording());
+        EXPECT_TRUE(player.IsStopped());
+        EXPECT_FALSE(in.open);
+        EXPECT_EQ(prompts.messages, std::vector<std::string>{"no device driver present"});
+    }
+}
+
+TEST_F(RecordingTest, PlayingAndRecordingExcludeEachOther) {
+    MakeSound(1, 8, 5000);
+    ASSERT_TRUE(player.Play(0));
+    ASSERT_TRUE(player.StartRecording());
+    EXPECT_FALSE(out.open);
+    out.calls.clear();
+    EXPECT_FALSE(player.StartRecording());
+    EXPECT_FALSE(player.Play(0));
+    EXPECT_FALSE(player.PlayRange(0, 100));
+    EXPECT_FALSE(player.PlaySkip(0, 1000, 10, 20));
+    EXPECT_FALSE(player.Pause());
+    player.Stop(CWavePlayer::StopReport::kShow);
+    EXPECT_TRUE(player.IsRecording());
+    EXPECT_TRUE(out.calls.empty());
+}
+
+}  // namespace
+}  // namespace sonavel
