@@ -1,0 +1,91 @@
+#include "view/view_geometry.h"
+
+#include <gtest/gtest.h>
+
+#include "view/view_printers.h"
+
+namespace sonavel {
+namespace {
+
+ViewGeometry LayoutOf(int width, int height, RulerVisibility horizontal, RulerVisibility vertical) {
+    return ViewGeometry::Layout({{0, 0, width, height}, horizontal, vertical, 16});
+}
+
+TEST(ViewGeometry, PartsAroundTheWaveform) {
+    constexpr auto kShown = RulerVisibility::kShown;
+    constexpr auto kHidden = RulerVisibility::kHidden;
+    const ViewGeometry both = LayoutOf(640, 320, kShown, kShown);
+    EXPECT_EQ(both.waveform, (Rectangle{0, 0, 620, 268}));
+    EXPECT_EQ(both.verticalRuler, (Rectangle{620, 0, 640, 268}));
+    EXPECT_EQ(both.markerStrip, (Rectangle{0, 268, 640, 278}));
+    EXPECT_EQ(both.horizontalRuler, (Rectangle{0, 278, 640, 298}));
+    EXPECT_EQ(both.horizontalScrollBar, (Rectangle{44, 298, 620, 320}));
+    EXPECT_EQ(both.verticalScrollBar, (Rectangle{624, 0, 640, 320}));
+    EXPECT_EQ(both.timeZoomButton, (Rectangle{0, 298, 22, 320}));
+    EXPECT_EQ(both.levelZoomButton, (Rectangle{22, 298, 44, 320}));
+    EXPECT_EQ(both.zoomerButton, (Rectangle{620, 298, 640, 320}));
+
+    EXPECT_EQ(LayoutOf(640, 320, kHidden, kShown).waveform, (Rectangle{0, 0, 620, 288}));
+    EXPECT_TRUE(LayoutOf(640, 320, kHidden, kShown).horizontalRuler.Empty());
+    EXPECT_EQ(LayoutOf(640, 320, kShown, kHidden).waveform, (Rectangle{0, 0, 640, 268}));
+    EXPECT_TRUE(LayoutOf(640, 320, kShown, kHidden).verticalRuler.Empty());
+}
+
+TEST(ViewGeometry, AWindowTooSmallHasNoNegativeParts) {
+    for (int size = 0; size < 70; ++size) {
+        const ViewGeometry g =
+            LayoutOf(size, size, RulerVisibility::kShown, RulerVisibility::kShown);
+        for (const Rectangle& part :
+             {g.waveform, g.verticalRuler, g.markerStrip, g.horizontalRuler, g.verticalScrollBar,
+              g.horizontalScrollBar, g.Lane(0, 2), g.Lane(1, 2)}) {
+            EXPECT_GE(part.Width(), 0) << size;
+            EXPECT_GE(part.Height(), 0) << size;
+        }
+    }
+}
+
+TEST(ViewGeometry, StereoLanesLeaveRoomForTheirSeparator) {
+    const ViewGeometry g = LayoutOf(640, 321, RulerVisibility::kShown, RulerVisibility::kShown);
+    ASSERT_EQ(g.waveform.Height(), 269);
+    EXPECT_EQ(g.Lane(0, 1), g.waveform);
+    EXPECT_EQ(g.Lane(0, 2), (Rectangle{0, 0, 620, 132}));
+    EXPECT_EQ(g.Lane(1, 2), (Rectangle{0, 135, 620, 269}));
+}
+
+TEST(ViewGeometry, SelectionBackground) {
+    const Rectangle waveform{0, 0, 100, 50};
+    const PixelMap map(4000, {0, 400, 101, 150});  // ten frames a pixel, frames 1500 to 2500
+    struct Case {
+        Selection selection;
+        int left, right;  // equal: nothing
+    };
+    const Case cases[] = {
+        {{1600, 1700}, 11, 21}, {{1600, 1609}, 0, 0},    {{1609, 1610}, 11, 12},
+        {{0, 1700}, 1, 21},     {{1600, 4000}, 11, 100}, {{0, 4000}, 1, 100},
+        {{0, 1000}, 0, 0},      {{3000, 4000}, 0, 0},    {{1700, 1600}, 11, 21},
+    };
+    for (const Case& c : cases) {
+        const Rectangle expected =
+            c.left == c.right ? Rectangle{} : Rectangle{c.left, 0, c.right, 50};
+        EXPECT_EQ(SelectionRect(waveform, map, c.selection).Empty(), expected.Empty());
+        if (!expected.Empty()) {
+            EXPECT_EQ(SelectionRect(waveform, map, c.selection), expected)
+                << c.selection.start << ".." << c.selection.end;
+        }
+    }
+}
+
+TEST(ViewGeometry, CursorColumn) {
+    const Rectangle waveform{0, 0, 100, 50};
+    const PixelMap map(4000, {0, 400, 101, 150});
+    EXPECT_EQ(CursorRect(waveform, map, 1500), (Rectangle{1, 0, 2, 50}));
+    EXPECT_EQ(CursorRect(waveform, map, 1600), (Rectangle{11, 0, 12, 50}));
+    EXPECT_EQ(CursorRect(waveform, map, 2500), (Rectangle{99, 0, 100, 50}));
+    EXPECT_EQ(CursorRect(waveform, map, 4000), (Rectangle{99, 0, 100, 50}));
+    EXPECT_EQ(CursorRect(waveform, map, 1490), (Rectangle{0, 0, 1, 50}));
+    EXPECT_TRUE(CursorRect(waveform, map, 1480).Empty());
+    EXPECT_TRUE(CursorRect(waveform, PixelMap(), 0).Empty());
+}
+
+}  // namespace
+}  // namespace sonavel

@@ -1,0 +1,93 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "view/colour_table.h"
+#include "view/display_settings.h"
+
+namespace sonavel {
+namespace {
+
+class ViewSettings : public testing::Test {
+  protected:
+    ~ViewSettings() override { std::filesystem::remove(path_); }
+
+    ProfileFile FileWith(const std::string& text) const {
+        std::ofstream(path_, std::ios::binary) << text;
+        return ProfileFile(path_);
+    }
+
+    const std::filesystem::path path_ =
+        std::filesystem::path(testing::TempDir()) /
+        (std::string(testing::UnitTest::GetInstance()->current_test_info()->name()) + ".ini");
+};
+
+TEST_F(ViewSettings, ColoursFillTheSlotsInFileOrder) {
+    const ProfileFile file = FileWith(
+        "[__SOUND_UPDATE_SECTION]\n"
+        "Z=1,2,3,\n"
+        "whatever=4,5,6\n"  // the blue part has no comma
+        "A=7,\n"
+        "B=\n"
+        "C= 10 , 11 , 12 ,\n"
+        "[__SOUND_OTHER]\n"
+        "X=99,99,99,\n");
+    ColourTable table;
+    table.Load(file);
+    EXPECT_EQ(table.At(0), (Rgb{1, 2, 3}));
+    EXPECT_EQ(table.At(1), (Rgb{4, 5, 0}));
+    EXPECT_EQ(table.At(2), (Rgb{7, 255, 0}));
+    EXPECT_EQ(table.At(3), (Rgb{192, 192, 192}));
+    EXPECT_EQ(table.At(4), (Rgb{10, 11, 12}));
+    EXPECT_EQ(table.At(5), (Rgb{255, 0, 0}));
+    table.Load(file, "__SOUND_OTHER");
+    EXPECT_EQ(table[ColourSlot::kWaveform], (Rgb{99, 99, 99}));
+}
+
+TEST_F(ViewSettings, MoreColoursThanSlotsAndNoFileAtAll) {
+    std::string text = "[__SOUND_UPDATE_SECTION]\n";
+    for (int i = 0; i < 40; ++i)
+        text += "K" + std::to_string(i) + "=" + std::to_string(i) + ",0,0,\n";
+    ColourTable table;
+    table.Load(FileWith(text));
+    EXPECT_EQ(table.At(15), (Rgb{15, 0, 0}));
+    ColourTable untouched;
+    untouched.Load(ProfileFile("/nowhere/Display.ini"));
+    EXPECT_EQ(untouched, ColourTable());
+}
+
+TEST_F(ViewSettings, ReadTheDisplayAndGridKeys) {
+    const ProfileFile file = FileWith(
+        "[__SOUND_DISPLAY_ITEMS]\nHORIZONTAL RULER=1\nCENTER LINE=1\n"
+        "[__SOUND_GRID_DISPLAY_ITEMS]\nWIDTH GRID=1\nHEIGHT GRID=2\nPRESENT LOCATION=3\n"
+        "[__SOUND_GRID_OPTIONS]\nGRID TYPE=1\nGRID LOCATION=2\nGRID WIDTH SPACING=250\n"
+        "GRID HEIGHT SPACING=25\n"
+        "[__SOUND_OPTIONS]\nStatus Format=2\n");
+    const DisplaySettings display = DisplaySettings::Read(file);
+    EXPECT_EQ(display.horizontalRuler, 1);
+    EXPECT_EQ(display.verticalRuler, 0);  // missing
+    EXPECT_EQ(display.centreLine, 1);
+    const GridSettings grid = GridSettings::Read(file);
+    EXPECT_EQ(grid.timeGrid, 1);
+    EXPECT_EQ(grid.levelGrid, 2);
+    EXPECT_EQ(grid.timeLabels, 3);
+    EXPECT_EQ(grid.type, 1);
+    EXPECT_EQ(grid.widthSpacingMs, 250);
+    EXPECT_EQ(grid.heightSpacingPercent, 25);
+    EXPECT_EQ(grid.Place(), GridPlace::kNowhere);
+    EXPECT_EQ(ReadStatusFormat(file), StatusFormat::kSecond);
+}
+
+TEST_F(ViewSettings, StatusFormatIsStored) {
+    ProfileFile file = FileWith("[__SOUND_OPTIONS]\nStatus Format=7\n");
+    EXPECT_EQ(ReadStatusFormat(file), StatusFormat::kTime);
+    for (const auto format : {StatusFormat::kSample, StatusFormat::kTime, StatusFormat::kSecond}) {
+        ASSERT_TRUE(WriteStatusFormat(file, format));
+        EXPECT_EQ(ReadStatusFormat(file), format);
+    }
+    EXPECT_EQ(file.GetString("__SOUND_OPTIONS", "Status Format"), "2");
+}
+
+}  // namespace
+}  // namespace sonavel
