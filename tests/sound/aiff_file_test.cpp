@@ -1,0 +1,162 @@
+#include "sound/aiff_file.h"
+
+#include "sound/extended_float.h"
+#include "wave_fixture.h"
+
+namespace sonavel {
+namespace {
+
+class AiffFileTest : public WaveTest {
+  protected:
+    bool ReadBytes(const FileBytes& bytes) {
+        WriteFileBytes(folder / "in.aiff", bytes);
+        return ReadAiff(folder / "in.aiff", wave);
+    }
+    FileBytes WrittenBytes() {
+        EXPECT_TRUE(WriteAiff(folder / "out.aiff", wave));
+        return ReadFileBytes(folder / "out.aiff");
+    }
+};
+
+FileBytes SoundHeader(std::uint32_t size, std::uint32_t offset, std::uint32_t blockSize) {
+    return ByteBuilder().Text("SSND").Big32(size).Big32(offset).Big32(blockSize).Bytes();
+}
+
+TEST(ExtendedFloatTest, HoldsEveryKindOfRate) {
+    struct Case {
+        std::uint32_t value;
+        ExtendedFloat bytes;
+    };
+    for (const Case& row : {Case{0, {}},
+                            {1, {0x3F, 0xFF, 0x80}},
+                            {8000, {0x40, 0x0B, 0xFA}},
+                            {44100, {0x40, 0x0E, 0xAC, 0x44}},
+                            {0xFFFFFFFF, {0x40, 0x1E, 0xFF, 0xFF, 0xFF, 0xFF}}}) {
+        EXPECT_EQ(ExtendedFromInteger(row.value), row.bytes) << row.value;
+        EXPECT_EQ(DoubleFromExtended(row.bytes), row.value);
+    }
+    EXPECT_EQ(DoubleFromExtended({0xC0, 0x00, 0xC0}), -3);
+    EXPECT_EQ(DoubleFromExtended({0x3F, 0xFE, 0x80}), 0.5);
+}
+
+TEST_F(AiffFileTest, WritesItsHeaderAndSamples) {
+    Fill(2, 8, 8000, {0, 1, 128, 255});
+    wave.SetModified(true);
+    AiffParts parts;
+    parts.channels = 2;
+    parts.frames = 2;
+    parts.bits = 8;
+    parts.data = {128, 129, 0, 127};
+    EXPECT_EQ(WrittenBytes(), AiffBytes(parts));
+    EXPECT_EQ(LoadBig32(&AiffBytes(parts)[4]), 2u * 2 + 46);
+    EXPECT_TRUE(wave.GetModified());
+}
+
+TEST_F(AiffFileTest, EightBitSoundsComeBackTurnedRound) {
+    FileBytes all(256), turned(256);
+    for (unsigned byte = 0; byte < 256; ++byte) {
+        all[byte] = static_cast<std::uint8_t>(byte);
+        turned[byte] = static_cast<std::uint8_t>(256 - byte);
+    }
+    Fill(1, 8, 22050, all);
+    ASSERT_TRUE(WriteAiff(folder / "a.aiff", wave));
+    ASSERT_TRUE(ReadAiff(folder / "a.aiff", wave));
+    EXPECT_EQ(SoundBytes(wave), turned);
+    EXPECT_EQ(wave.GetFormat(), MakePcmFormat(1, 8, 22050));
+}
+
+TEST_F(AiffFileTest, SixteenBitSoundsAreWrittenAsOneSecond) {
+    for (const unsigned channels : {1u, 2u}) {
+        const std::size_t second = 8000 * 2 * channels;
+        for (const std::size_t size : {2 * second, second, second / 4}) {
+            Fill(channels, 16, 8000, Pattern(size));
+            const FileBytes file = WrittenBytes();
+            ASSERT_EQ(file.size(), 54 + second);
+            EXPECT_EQ(LoadBig32(&file[22]), size / (2 * channels));
+            EXPECT_EQ(LoadBig32(&file[42]), size + 8);
+            FileBytes swapped = Pattern(size);
+            swapped.resize(second);
+            for (std::size_t i = 0; i < second; i += 2) std::swap(swapped[i], swapped[i + 1]);
+            EXPECT_EQ(FileBytes(file.begin() + 54, file.end()), swapped);
+        }
+    }
+}
+
+TEST_F(AiffFileTest, ReadsBothWidthsBehindUnknownChunksAndOffsets) {
+    for (const unsigned bits : {8u, 16u}) {
+        AiffParts parts;
+        parts.channels = 2;
+        parts.frames = 3;
+        parts.bits = bits;
+        const FileBytes data = Pattern(6 * bits / 8);
+        const FileBytes unknown = ByteBuilder().Text("NAME").Big32(3).Text("abc").Bytes();
+        const FileBytes file =
+            AiffFormBytes(unknown + AiffCommonBytes(parts) + unknown + SoundHeader(0, 5, 0) +
+                          FileBytes(5, 99) + data + BytesOf("behind"));
+        ASSERT_TRUE(ReadBytes(file));
+        FileBytes expected = data;
+        for (std::size_t i = 0; i < expected.size(); ++i)
+            expected[i] = bits == 16 ? data[i ^ 1] : static_cast<std::uint8_t>(128 - data[i]);
+        EXPECT_EQ(SoundBytes(wave), expected);
+        EXPECT_EQ(wave.GetFormat(), MakePcmFormat(2, bits, 8000));
+        EXPECT_FALSE(wave.GetModified());
+        EXPECT_TRUE(prompts.messages.empty());
+    }
+}
+
+TEST_F(AiffFileTest, WarnsAndReadsOn) {
+    AiffParts parts;
+    parts.frames = 4;
+    const FileBytes common = AiffCommonBytes(parts);
+    FileBytes badSize = common;
+    badSize[7] = 17;
+    const FileBytes data = Pattern(8);
+    const std::string missing = "Missing SSND chunk in AIFF file";
+    const std::string cut = "unexpected EOF in AIFF chunk";
+    struct Case {
+        FileBytes chunks;
+        std::vector<std::string> messages;
+        std::size_t soundBytes;  // the rest of the four frames is silence
+    };
+    const std::vector<Case> cases = {
+        {badSize + SoundHeader(16, 0, 0) + data, {"AIFF COMM chunk has bad size"}, 8},
+        {common + SoundHeader(16, 0, 9) + data, {"AIFF header specifies nonzero blocksize?"}, 8},
+        {common, {missing}, 0},
+        {common + BytesOf("SS"), {missing}, 0},
+        {common + ByteBuilder().Text("NAME").Big32(99).Text("abc").Bytes(), {cut, missing}, 0},
+        {common + BytesOf("NAME12"), {cut, missing}, 0},
+        {common + SoundHeader(16, 0x7FFFFFFF, 0) + data,
+         {"unexpected EOF while skipping AIFF offset"},
+         0},
+        {common + SoundHeader(16, 0, 0) + FileBytes(data.begin(), data.begin() + 5), {}, 5},
+    };
+    for (const Case& row : cases) {
+        prompts.messages.clear();
+        ASSERT_TRUE(ReadBytes(AiffFormBytes(row.chunks)));
+        EXPECT_EQ(prompts.messages, row.messages);
+        FileBytes expected = data;
+        expected.resize(row.soundBytes);
+        expected.resize(8);
+        for (std::size_t i = 0; i < 8; i += 2) std::swap(expected[i], expected[i + 1]);
+        EXPECT_EQ(SoundBytes(wave), expected);
+    }
+}
+
+TEST_F(AiffFileTest, LackingEightBitSoundIsSilence) {
+    AiffParts parts;
+    parts.frames = 3;
+    parts.bits = 8;
+    parts.data = {1};
+    ASSERT_TRUE(ReadBytes(AiffBytes(parts)));
+    EXPECT_EQ(SoundBytes(wave), (FileBytes{127, 128, 128}));
+}
+
+TEST_F(AiffFileTest, ASoundWithoutAFormatIsRefused) {
+    EXPECT_FALSE(WriteAiff(folder / "out.aiff", wave));
+    EXPECT_EQ(prompts.messages,
+              std::vector<std::string>{"unsupported output style/size for AIFF header"});
+    EXPECT_EQ(folder.FileCount(), 0u);
+}
+
+}  // namespace
+}  // namespace sonavel

@@ -1,0 +1,281 @@
+#include <tuple>
+
+#include "wave_fixture.h"
+
+namespace sonavel {
+namespace {
+
+class WavFileTest : public WaveTest {
+  protected:
+    bool OpenBytes(const FileBytes& bytes) {
+        WriteFileBytes(folder / "in.wav", bytes);
+        return wave.Open(folder / "in.wav", WavOpenMode::kReadAll);
+    }
+    FileBytes SavedBytes() {
+        EXPECT_TRUE(wave.Save(folder / "out.wav", MarkerSaving::kOn));
+        return ReadFileBytes(folder / "out.wav");
+    }
+    FileBytes FormatBytes() const {
+        const PcmFormat& format = wave.GetFormat();
+        return WavFormatBytes({format.formatTag,
+                               format.channels,
+                               format.samplesPerSecond,
+                               format.bitsPerSample,
+                               format.blockAlign,
+                               {},
+                               {},
+                               {}});
+    }
+    std::vector<std::tuple<std::uint32_t, std::string, std::uint32_t>> MarkerRows() const {
+        std::vector<std::tuple<std::uint32_t, std::string, std::uint32_t>> rows;
+        for (const Marker& marker : wave.Markers().All())
+            rows.emplace_back(marker.position, marker.name, marker.length);
+        return rows;
+    }
+
+    static constexpr const char* kMarkerMessage = "마커 읽기 실패...";
+};
+
+FileBytes CuePoint(std::uint32_t id, std::uint32_t position) {
+    return ByteBuilder()
+        .Little32(id)
+        .Little32(position)
+        .Text("data")
+        .Little32(0)
+        .Little32(0)
+        .Little32(position)
+        .Bytes();
+}
+
+FileBytes CueChunk(const std::vector<FileBytes>& points) {
+    FileBytes content = ByteBuilder().Little32(static_cast<std::uint32_t>(points.size())).Bytes();
+    for (const FileBytes& point : points) content = content + point;
+    return RiffChunkBytes("cue ", content);
+}
+
+FileBytes Label(std::uint32_t id, std::string_view text) {
+    return RiffChunkBytes("labl", ByteBuilder().Little32(id).Text(text).Bytes());
+}
+
+FileBytes LabeledText(std::uint32_t id, std::uint32_t length) {
+    return RiffChunkBytes("ltxt", ByteBuilder()
+                                      .Little32(id)
+                                      .Little32(length)
+                                      .Text("rgn ")
+                                      .Little32(82)
+                                      .Little32(949)
+                                      .Bytes());
+}
+
+FileBytes AssociatedData(const FileBytes& chunks) {
+    return RiffChunkBytes("LIST", BytesOf("adtl") + chunks);
+}
+
+TEST_F(WavFileTest, WritesTheHeaderAndTheDataWithoutAPadByte) {
+    Fill(1, 8, 11025, {1, 2, 3});
+    wave.SetModified(true);
+    const FileBytes expected = {'R',  'I',  'F', 'F', 39,   0,    0, 0, 'W', 'A', 'V', 'E',
+                                'f',  'm',  't', ' ', 16,   0,    0, 0, 1,   0,   1,   0,
+                                0x11, 0x2B, 0,   0,   0x11, 0x2B, 0, 0, 1,   0,   8,   0,
+                                'd',  'a',  't', 'a', 3,    0,    0, 0, 1,   2,   3};
+    EXPECT_EQ(SavedBytes(), expected);
+    EXPECT_FALSE(wave.GetModified());
+    EXPECT_EQ(progress.titles, std::vector<std::string>{"Write sound file"});
+    EXPECT_EQ(progress.openWindows, 0);
+}
+
+TEST_F(WavFileTest, WritesMarkersWithTheSizesThatFilesAlwaysHad) {
+    Fill(2, 16, 8000, Pattern(8));
+    wave.Markers().Add(1, "ab", 0);
+    wave.Markers().Add(2, "xyz", 7);
+    const FileBytes file = SavedBytes();
+    const FileBytes cue = ByteBuilder().Text("cue ").Little32(48).Little32(2).Bytes() +
+                          CuePoint(1, 1) + CuePoint(2, 2);
+    const auto text = [](std::uint32_t id, std::uint32_t length) {
+        ByteBuilder record;
+        record.Text("ltxt").Little32(20).Little32(id).Little32(length).Text("rgn ");
+        return record.Little32(0).Little32(0).Bytes();
+    };
+    const FileBytes list =
+        ByteBuilder().Text("LIST").Little32(4 + 2 * 28 + 14 + 15 + 1).Text("adtl").Bytes() +
+        text(1, 0) + text(2, 7) +
+        ByteBuilder().Text("labl").Little32(6).Little32(1).Text("ab").Bytes() +
+        ByteBuilder().Text("labl").Little32(7).Little32(2).Text("xyz").Byte(0).Bytes();
+    EXPECT_EQ(FileBytes(file.begin() + 52, file.end()), cue + list);
+    EXPECT_EQ(LoadLittle32(&file[4]), 44 + 8 + 12 + 2 * 24 - 8u);
+}
+
+TEST_F(WavFileTest, ReadsBackWhatItWroteExceptTheLengths) {
+    Fill(2, 16, 44100, Pattern(5000 * 4));
+    wave.Markers().Add(17, "first!", 9);
+    wave.Markers().Add(4000, "odd", 0);
+    const FileBytes sound = SoundBytes(wave);
+    ASSERT_TRUE(wave.Save(folder / "a.wav", MarkerSaving::kOn));
+    CWave other(prompts, progress);
+    ASSERT_TRUE(other.Open(folder / "a.wav", WavOpenMode::kReadAll));
+    EXPECT_EQ(SoundBytes(other), sound);
+    EXPECT_EQ(other.GetFormat(), wave.GetFormat());
+    EXPECT_TRUE(prompts.messages.empty());
+    // The texts lie before the labels, behind which they are looked for.
+    ASSERT_EQ(other.Markers().Count(), 2u);
+    EXPECT_EQ(other.Markers().All()[0].name, "first!");
+    EXPECT_EQ(other.Markers().All()[0].length, 0u);
+    EXPECT_EQ(other.Markers().All()[0].purpose, 0u);
+    EXPECT_EQ(other.Markers().All()[1].name, "odd");
+    EXPECT_EQ(other.Markers().All()[1].position, 4000u);
+}
+
+TEST_F(WavFileTest, ALabelOfOddLengthHidesTheLabelsBehindIt) {
+    Fill(1, 16, 8000, Pattern(200));
+    for (const char* name : {"even", "odd", "lost"}) wave.Markers().Add(5, name, 0);
+    ASSERT_TRUE(wave.Save(folder / "a.wav", MarkerSaving::kOn));
+    ASSERT_TRUE(wave.Open(folder / "a.wav", WavOpenMode::kReadAll));
+    EXPECT_EQ(prompts.messages, std::vector<std::string>{kMarkerMessage});
+    using Row = std::tuple<std::uint32_t, std::string, std::uint32_t>;
+    EXPECT_EQ(MarkerRows(), (std::vector<Row>{{5, "even", 0}, {5, "odd", 0}, {5, "", 0}}));
+}
+
+TEST_F(WavFileTest, AnOddNumberOfDataBytesHidesTheMarkers) {
+    Fill(1, 8, 8000, Pattern(7));
+    wave.Markers().Add(5, "gone", 0);
+    ASSERT_TRUE(wave.Save(folder / "a.wav", MarkerSaving::kOn));
+    ASSERT_TRUE(wave.Open(folder / "a.wav", WavOpenMode::kReadAll));
+    EXPECT_TRUE(wave.Markers().Empty());
+    EXPECT_TRUE(prompts.messages.empty());
+    EXPECT_EQ(SoundBytes(wave), Pattern(7));
+}
+
+TEST_F(WavFileTest, ReadsMarkersOfOtherPrograms) {
+    WavParts parts;
+    parts.beforeData = RiffChunkBytes("LIST", BytesOf("INFOISFT") + FileBytes{1, 0, 0, 0, 'x', 0});
+    parts.data = Pattern(200);
+    const std::string korean = "\xB8\xB6\xC4\xBF";  // code page 949
+    parts.behindData = CueChunk({CuePoint(7, 10), CuePoint(9, 20), CuePoint(11, 30)}) +
+                       RiffChunkBytes("junk", {1}) +
+                       AssociatedData(Label(7, std::string("null\0tail", 9)) + Label(99, korean) +
+                                      RiffChunkBytes("note", {1, 2, 3}) + Label(11, "") +
+                                      LabeledText(1, 100) + LabeledText(3, 300));
+    ASSERT_TRUE(OpenBytes(WavBytes(parts)));
+    using Row = std::tuple<std::uint32_t, std::string, std::uint32_t>;
+    EXPECT_EQ(MarkerRows(), (std::vector<Row>{{10, "null", 100}, {20, korean, 0}, {30, "", 300}}));
+    const Marker& last = wave.Markers().All()[2];
+    EXPECT_EQ(last.countryAndLanguage, 82u);
+    EXPECT_EQ(last.dialectAndCodePage, 949u);
+    EXPECT_EQ(wave.Markers().All()[1].labelId, 99u) << "labels go by order, not by id";
+    EXPECT_EQ(wave.Markers().All()[1].textId, 2u);
+    EXPECT_TRUE(prompts.messages.empty());
+    EXPECT_FALSE(wave.GetModified());
+}
+
+TEST_F(WavFileTest, TextRecordsMustAscendWithinTheMarkers) {
+    for (const std::vector<std::uint32_t>& ids :
+         {std::vector<std::uint32_t>{2, 1}, {2, 2}, {2, 0}, {2, 3}, {2, 0xFFFFFFFF}}) {
+        WavParts parts;
+        FileBytes texts;
+        for (std::uint32_t id : ids) texts = texts + LabeledText(id, 10 + id % 16);
+        parts.behindData = CueChunk({CuePoint(1, 10), CuePoint(2, 20)}) +
+                           AssociatedData(Label(1, "a ") + Label(2, "b ") + texts);
+        ASSERT_TRUE(OpenBytes(WavBytes(parts)));
+        EXPECT_EQ(wave.Markers().All()[0].length, 0u);
+        EXPECT_EQ(wave.Markers().All()[1].length, 12u);
+    }
+}
+
+TEST_F(WavFileTest, MissingListsAndLabelsAreToldAndTheSoundOpens) {
+    const FileBytes cue = CueChunk({CuePoint(1, 10), CuePoint(2, 20)});
+    for (const FileBytes& behind :
+         {cue, AssociatedData(Label(1, "a")) + cue, cue + AssociatedData(Label(1, "a")),
+          cue + RiffChunkBytes("LIST", BytesOf("INFO")),
+          // The search for labels ends with their list.
+          cue + AssociatedData({}) + Label(1, "a") + Label(2, "b")}) {
+        prompts.messages.clear();
+        WavParts parts;
+        parts.data = Pattern(10);
+        parts.behindData = behind;
+        EXPECT_TRUE(OpenBytes(WavBytes(parts)));
+        EXPECT_EQ(prompts.messages, std::vector<std::string>{kMarkerMessage});
+        EXPECT_EQ(wave.Markers().Count(), 2u);
+        EXPECT_EQ(wave.Markers().All()[1].name, "");
+        EXPECT_EQ(SoundBytes(wave), Pattern(10));
+    }
+}
+
+TEST_F(WavFileTest, ProgressFollowsTheRuleOfSmallBlocks) {
+    struct Case {
+        std::size_t bytes;
+        std::vector<int> positions;
+    };
+    // One piece of 1 MiB at a time; the position is that before the last whole block.
+    const std::size_t piece = std::size_t{1} << 20;
+    for (const Case& row : {Case{100, {}},
+                            {2048, {0}},
+                            {4096, {50}},
+                            {6000, {34}},
+                            {3 * piece, {33, 67, 100}},
+                            {2 * piece + 100, {50, 100, 100}}}) {
+        WavParts parts;
+        parts.data = FileBytes(row.bytes);
+        progress.positions.clear();
+        ASSERT_TRUE(OpenBytes(WavBytes(parts)));
+        EXPECT_EQ(progress.positions, row.positions) << row.bytes;
+        EXPECT_EQ(progress.titles.back(), "Read sound file");
+        progress.positions.clear();
+        ASSERT_TRUE(wave.Save(folder / "out.wav", MarkerSaving::kOn));
+        EXPECT_EQ(progress.positions, row.positions) << row.bytes;
+    }
+}
+
+TEST_F(WavFileTest, CancellingLeavesSoundAndFileAsTheyWere) {
+    Fill(1, 16, 8000, Pattern(5 << 20));
+    ASSERT_TRUE(wave.Save(folder / "big.wav", MarkerSaving::kOn));
+    Fill(1, 16, 8000, Pattern(3 << 20));
+    wave.SetModified(true);
+    progress.cancelAtPoll = progress.polls + 1;
+    EXPECT_FALSE(wave.Open(folder / "big.wav", WavOpenMode::kReadAll));
+    EXPECT_FALSE(wave.Save(folder / "big.wav", MarkerSaving::kOn));
+    EXPECT_EQ(wave.GetDataSize(), 3u << 20);
+    EXPECT_TRUE(wave.GetModified());
+    EXPECT_EQ(std::filesystem::file_size(folder / "big.wav"), 44u + (5 << 20));
+    EXPECT_EQ(folder.FileCount(), 1u);
+    EXPECT_TRUE(prompts.messages.empty());
+    EXPECT_EQ(progress.openWindows, 0);
+}
+
+TEST_F(WavFileTest, ASaveWithoutMarkersWritesTheFileAndFails) {
+    Fill(1, 8, 8000, Pattern(4));
+    wave.Markers().Add(1, "m", 0);
+    wave.SetModified(true);
+    EXPECT_FALSE(wave.Save(folder / "out.wav", MarkerSaving::kOff));
+    EXPECT_TRUE(wave.GetModified());
+    EXPECT_TRUE(prompts.messages.empty());
+    const FileBytes file = ReadFileBytes(folder / "out.wav");
+    EXPECT_EQ(file.size(), 48u);
+    EXPECT_EQ(LoadLittle32(&file[4]), 40u);
+}
+
+TEST_F(WavFileTest, AnEmptySoundIsAFileToo) {
+    Fill(2, 16, 44100, {});
+    EXPECT_EQ(SavedBytes().size(), 44u);
+    EXPECT_TRUE(wave.Open(folder / "out.wav", WavOpenMode::kReadAll));
+    EXPECT_FALSE(wave.HasData());
+    EXPECT_EQ(wave.GetChannels(), 2u);
+}
+
+TEST_F(WavFileTest, ProbingTellsPcmAndLeavesTheSoundAlone) {
+    Fill(1, 8, 8000, Pattern(4));
+    WavParts parts;
+    parts.channels = 2;
+    WriteFileBytes(folder / "pcm.wav", WavBytes(parts));
+    parts.tag = 65534;
+    WriteFileBytes(folder / "extensible.wav", WavBytes(parts));
+    EXPECT_TRUE(wave.IsPCM(folder / "pcm.wav"));
+    EXPECT_TRUE(wave.Open(folder / "extensible.wav", WavOpenMode::kProbe));
+    EXPECT_FALSE(wave.IsPCM(folder / "extensible.wav"));
+    EXPECT_EQ(wave.LastError(), "This format cannot be edited: [65534] (unknown)");
+    EXPECT_TRUE(prompts.messages.empty());
+    EXPECT_EQ(wave.GetFormat(), MakePcmFormat(1, 8, 8000));
+    EXPECT_EQ(SoundBytes(wave), Pattern(4));
+}
+
+}  // namespace
+}  // namespace sonavel
