@@ -1,0 +1,75 @@
+"""Times sonavel-batch beside other tools on the same work and prints a table of ratios.
+
+Usage: compare_runs.py SONAVEL_BATCH FOLDER (holding in.wav, ten minutes of 16-bit stereo, and mono.wav)
+"""
+
+import json
+import pathlib
+import resource
+import subprocess
+import sys
+import tempfile
+
+SOFA = "/usr/share/libmysofa/MIT_KEMAR_normal_pinna.sofa"
+FFMPEG_BANDS = ",".join(
+    f"equalizer=f={f}:t=q:w=1.67:g=6" for f in (60, 150, 400, 1000, 2400, 6000, 15000)
+)
+SOX_BANDS = " ".join(f"equalizer {f} 1.67q 6" for f in (60, 150, 400, 1000, 2400, 6000, 15000))
+
+# name, least ratio wanted, script, commands of the others; {in}, {mono} and {out} are files.
+WORK = [
+    ("copy", 2, 'save "{out}"', ["sox {in} {out}"]),
+    ("volume", 3, 'volume percent=80; save "{out}"',
+     ["sox {in} {out} vol 0.8", "ffmpeg -v error -y -i {in} -af volume=0.8 {out}"]),
+    ("pan", 3, 'pan value=300; save "{out}"', ["sox {in} {out} remix 1v0.7 2"]),
+    ("crossfade", 3, 'crossfade from=-1000 to=1000; save "{out}"', ["sox {in} {out} remix 1v0.7 2v0.9"]),
+    ("dynamics", 3, 'dynamics threshold=50 below=1 above=4; save "{out}"',
+     ["sox {in} {out} compand 0.01,0.1 -60,-60,-6,-6,0,-4"]),
+    ("modulator", 3, 'modulator frequency1=100 amplitude1=80; save "{out}"',
+     ["sox {in} {out} tremolo 5 80"]),
+    ("flanger", 2, 'flanger delay=5 modulation=0.5; save "{out}"',
+     ["sox {in} {out} flanger 0 5 0 71 0.5", "ffmpeg -v error -y -i {in} -af flanger=depth=5:speed=0.5 {out}"]),
+    ("equalizer", 2, 'preview equalizer gains=6,6,6,6,6,6,6; preview-save "{out}"',
+     ["sox {in} {out} " + SOX_BANDS, "ffmpeg -v error -y -i {in} -af " + FFMPEG_BANDS + " {out}"]),
+    ("reverb", 2, 'reverb; save "{out}"', ["sox {in} {out} reverb"]),
+    ("positional", 3, 'positional 1 0 0; save "{out}"',
+     ["ffmpeg -v error -y -i {mono} -af sofalizer=sofa=" + SOFA + ":type=freq:speakers=FC -ac 2 {out}"]),
+    ("moving", 2, 'moving -1 0.5 0 1 0.5 0; save "{out}"',
+     ["ffmpeg -v error -y -i {mono} -af sofalizer=sofa=" + SOFA + ":type=freq:speakers=FC -ac 2 {out}"]),
+]
+
+
+def seconds(commands):
+    """The least time of several runs of each command, all measured in one run of the timer."""
+    with tempfile.NamedTemporaryFile(suffix=".json") as report:
+        subprocess.run(
+            ["hyperfine", "--style", "none", "--warmup", "1", "--runs", "4", "--export-json", report.name, *commands],
+            check=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+        )
+        return [result["min"] for result in json.load(report)["results"]]
+
+
+def peak_megabytes(command):
+    before = resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss
+    subprocess.run(command, check=True)
+    after = resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss
+    return max(before, after) / 1024
+
+
+def main():
+    batch, folder = pathlib.Path(sys.argv[1]).resolve(), pathlib.Path(sys.argv[2])
+    files = {"in": folder / "in.wav", "mono": folder / "mono.wav", "out": folder / "out.wav"}
+    megabytes = files["in"].stat().st_size / 2**20
+    peak = peak_megabytes([batch, "-c", f'open "{files["in"]}"; save "{files["out"]}"'])
+    print(f"peak memory of a copy: {peak:.0f} MB for {megabytes:.0f} MB of sound")
+    print(f"{'work':12}{'ours s':>8}{'fastest other s':>17}{'ratio':>7}{'wanted':>8}")
+    for name, wanted, script, others in WORK:
+        source = "mono" if name in ("positional", "moving") else "in"
+        ours = f"{batch} -c 'open \"{files[source]}\"; {script.format(**files)}'"
+        times = seconds([ours] + [other.format(**files) for other in others])
+        fastest = min(times[1:])
+        print(f"{name:12}{times[0]:8.3f}{fastest:17.3f}{fastest / times[0]:7.1f}{wanted:8}")
+
+
+if __name__ == "__main__":
+    main()
