@@ -69,6 +69,45 @@ std::string WithSingleBlankLines(std::string_view text) {
     return result;
 }
 
+// The parser drops the blanks at both ends of a value; in a file they are part of it, as columns of
+// numbers need them. While a text is parsed, bytes that UTF-8 never has stand for them.
+constexpr char kKeptSpace = '\xFF';
+constexpr char kKeptTab = '\xFE';
+
+void KeepBlanks(std::string& text, std::size_t first, std::size_t last) {
+    for (std::size_t i = first; i < last; ++i) {
+        if (text[i] == ' ') text[i] = kKeptSpace;
+        if (text[i] == '\t') text[i] = kKeptTab;
+    }
+}
+
+void KeepBlanksOfLine(std::string& text, std::size_t start, std::size_t end) {
+    const std::string_view line = Trimmed(std::string_view(text).substr(start, end - start));
+    if (IsComment(line) || line.starts_with('[')) return;
+    const std::size_t equals = text.find('=', start);
+    if (equals >= end) return;
+    const std::size_t first = std::min(text.find_first_not_of(" \t", equals + 1), end);
+    KeepBlanks(text, equals + 1, first);
+    std::size_t last = text[end - 1] == '\r' ? end - 1 : end;
+    const std::size_t lineEnd = last;
+    while (last > first && (text[last - 1] == ' ' || text[last - 1] == '\t')) --last;
+    KeepBlanks(text, last, lineEnd);
+}
+
+void KeepBlanksOfValues(std::string& text) {
+    for (std::size_t start = 0; start < text.size();) {
+        const std::size_t end = std::min(text.find('\n', start), text.size());
+        if (end > start) KeepBlanksOfLine(text, start, end);
+        start = end + 1;
+    }
+}
+
+std::string WithBlanks(std::string text) {
+    std::replace(text.begin(), text.end(), kKeptSpace, ' ');
+    std::replace(text.begin(), text.end(), kKeptTab, '\t');
+    return text;
+}
+
 class IniFile {
   public:
     // False when the file is there but cannot be an initialisation file.
@@ -80,18 +119,20 @@ class IniFile {
         if (!std::filesystem::exists(path, error)) return true;
         const auto bytes = ReadSmallFile(path, kMostBytes);
         if (!bytes || bytes->find('\0') != std::string::npos) return false;
-        const auto text = Decode(*bytes, purpose);
+        auto text = Decode(*bytes, purpose);
         if (!text) return false;
         form_.carriageReturns = text->find("\r\n") != std::string::npos;
         const std::size_t end = EndOfEntries(*text);
         std::string& comments = end == 0 ? form_.leadingComments : form_.trailingComments;
         comments = Trimmed(std::string_view(*text).substr(end));
+        KeepBlanksOfValues(*text);
         return ini_.LoadData(text->data(), end) >= 0;
     }
 
     bool Save(const std::filesystem::path& path) {
         std::string text;
         if (ini_.Save(text, false) < 0) return false;
+        text = WithBlanks(std::move(text));
         if (!form_.leadingComments.empty()) text = form_.leadingComments + "\n\n" + text;
         if (!form_.trailingComments.empty()) text += "\n" + form_.trailingComments + "\n";
         return ReplaceFile(path, Encode(WithLineEnds(WithSingleBlankLines(text))));
@@ -152,14 +193,15 @@ bool IsQuoted(std::string_view value) {
            (value.front() == '"' || value.front() == '\'');
 }
 
-// One pair of quotes round a value keeps its blanks, and is no part of it.
-std::string Unquoted(std::string_view value) {
+// The blanks round a value, and one pair of quotes inside them, are no part of it.
+std::string ValueFrom(const char* text) {
+    const std::string restored = WithBlanks(text);
+    const std::string_view value = Trimmed(restored);
     return std::string(IsQuoted(value) ? value.substr(1, value.size() - 2) : value);
 }
 
-std::string QuotedWhereNeeded(std::string_view value) {
-    if (Trimmed(value) == value && !IsQuoted(value)) return std::string(value);
-    return '"' + std::string(value) + '"';
+std::string QuotedWhereNeeded(const std::string& value) {
+    return IsQuoted(Trimmed(value)) ? '"' + value + '"' : value;
 }
 
 void EmptySection(IniText& ini, const std::string& section) {
@@ -192,8 +234,8 @@ ProfileFile::ProfileFile(std::filesystem::path path) : path_(std::move(path)) {}
 std::string ProfileFile::GetString(std::string_view section, std::string_view key) const {
     IniFile file;
     if (!file.Load(path_, Purpose::kRead)) return {};
-    return Unquoted(file.Ini().GetValue(std::string(Trimmed(section)).c_str(),
-                                        std::string(Trimmed(key)).c_str(), ""));
+    return ValueFrom(file.Ini().GetValue(std::string(Trimmed(section)).c_str(),
+                                         std::string(Trimmed(key)).c_str(), ""));
 }
 
 int ProfileFile::GetInteger(std::string_view section, std::string_view key) const {
@@ -225,7 +267,7 @@ std::vector<NamedValue> ProfileFile::Entries(std::string_view section) const {
     if (!values) return {};
     std::vector<std::pair<int, NamedValue>> inOrder;
     for (const auto& [key, value] : *values)
-        inOrder.push_back({key.nOrder, {key.pItem, Unquoted(value)}});
+        inOrder.push_back({key.nOrder, {key.pItem, ValueFrom(value)}});
     std::sort(inOrder.begin(), inOrder.end());
     std::vector<NamedValue> result;
     for (auto& [order, entry] : inOrder) result.push_back(std::move(entry));

@@ -18,7 +18,8 @@ class ProfileFile {
 
     const std::filesystem::path& Path() const { return path_; }
 
-    // Empty for a missing file, section or key.
+    // Empty for a missing file, section or key. Blanks round a value, and one pair of quotes, are
+    // no part of it.
     std::string GetString(std::string_view section, std::string_view key) const;
     // The decimal number at the start of the value, 0 when there is none.
     int GetInteger(std::string_view section, std::string_view key) const;

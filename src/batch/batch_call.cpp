@@ -1,0 +1,134 @@
+#include "batch/batch_call.h"
+
+#include <istream>
+#include <iterator>
+#include <ostream>
+
+#include "batch/batch_session.h"
+#include "batch/help_text.h"
+#include "batch/script_runner.h"
+#include "platform/replace_file.h"
+
+namespace sonavel::batch {
+namespace {
+
+class CallParser {
+  public:
+    CallParser(const std::vector<std::string>& words, std::string& mistake)
+        : words_(words), mistake_(mistake) {}
+
+    std::optional<BatchCall> Parse() {
+        for (next_ = 0; next_ < words_.size();)
+            if (!TakeWord(words_[next_++])) return std::nullopt;
+        if (call_.task == BatchCall::Task::kRun && !hasScript_) return Expected("a script");
+        return call_;
+    }
+
+  private:
+    bool TakeWord(const std::string& word) {
+        if (word == "--help") return SetTask(BatchCall::Task::kHelp);
+        if (word == "--version") return SetTask(BatchCall::Task::kVersion);
+        if (word == "--progress") return call_.showsProgress = true;
+        if (word == "--folder") return TakeFolder();
+        if (word == "-c") return TakeText();
+        if (word == "-") return TakeScript(BatchCall::Source::kStandardInput, word);
+        if (word.starts_with('-')) {
+            Expected("an option or a script, not \"" + word + '"');
+            return false;
+        }
+        return TakeScript(BatchCall::Source::kFile, word);
+    }
+
+    bool SetTask(BatchCall::Task task) {
+        call_.task = task;
+        return true;
+    }
+
+    bool TakeFolder() {
+        if (next_ == words_.size()) {
+            Expected("a folder behind --folder");
+            return false;
+        }
+        call_.folder = words_[next_++];
+        return true;
+    }
+
+    bool TakeText() {
+        if (next_ == words_.size()) {
+            Expected("the text of a script behind -c");
+            return false;
+        }
+        return TakeScript(BatchCall::Source::kText, words_[next_++]);
+    }
+
+    bool TakeScript(BatchCall::Source source, const std::string& script) {
+        if (hasScript_) {
+            Expected("one script, not also \"" + script + '"');
+            return false;
+        }
+        hasScript_ = true;
+        call_.source = source;
+        call_.script = script;
+        return true;
+    }
+
+    std::nullopt_t Expected(const std::string& what) {
+        mistake_ = "expected " + what;
+        return std::nullopt;
+    }
+
+    const std::vector<std::string>& words_;
+    std::string& mistake_;
+    std::size_t next_ = 0;
+    bool hasScript_ = false;
+    BatchCall call_;
+};
+
+std::optional<std::string> ReadScript(const BatchCall& call, std::istream& in) {
+    if (call.source == BatchCall::Source::kText) return call.script;
+    if (call.source == BatchCall::Source::kFile) return ReadSmallFile(call.script, SIZE_MAX);
+    return std::string(std::istreambuf_iterator<char>(in), {});
+}
+
+int Mistake(const BatchStreams& streams, std::string_view text) {
+    streams.errors << "sonavel-batch: " << text << '\n';
+    return kGrammarMistake;
+}
+
+int Run(const BatchCall& call, const BatchStreams& streams) {
+    const auto script = ReadScript(call, streams.in);
+    if (!script) return Mistake(streams, "cannot read the script \"" + call.script + '"');
+    std::error_code error;
+    if (call.folder && !std::filesystem::is_directory(*call.folder, error))
+        return Mistake(streams, '"' + call.folder->string() + "\" is not a folder");
+    const ProgramFolder folder =
+        call.folder ? ProgramFolder(*call.folder) : ProgramFolder::OfThisProgram();
+    BatchSession session(folder, streams.out, call.showsProgress ? &streams.errors : nullptr);
+    const bool isText = call.source == BatchCall::Source::kText;
+    return RunScript(isText ? "-c" : call.script, *script, session, streams.errors);
+}
+
+}  // namespace
+
+std::optional<BatchCall> ParseCall(const std::vector<std::string>& words, std::string& mistake) {
+    return CallParser(words, mistake).Parse();
+}
+
+int RunBatchTool(const std::vector<std::string>& words, const BatchStreams& streams) {
+    std::string mistake;
+    const auto call = ParseCall(words, mistake);
+    if (!call) return Mistake(streams, mistake + "\n" + UsageText());
+    switch (call->task) {
+        case BatchCall::Task::kHelp:
+            streams.out << HelpText();
+            return kSucceeded;
+        case BatchCall::Task::kVersion:
+            streams.out << "sonavel-batch " SONAVEL_VERSION "\n";
+            return kSucceeded;
+        case BatchCall::Task::kRun:
+            break;
+    }
+    return Run(*call, streams);
+}
+
+}  // namespace sonavel::batch

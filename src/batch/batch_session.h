@@ -1,0 +1,73 @@
+// Everything that a script works on while it runs: the open documents and the headless services.
+#pragma once
+
+#include <filesystem>
+#include <iosfwd>
+#include <map>
+#include <string>
+#include <string_view>
+
+#include "batch/command_row.h"
+#include "batch/scripted_dialogs.h"
+#include "effects/effect_table.h"
+#include "platform/headless/headless_progress.h"
+#include "platform/headless/headless_wave_devices.h"
+#include "platform/headless/memory_clipboard.h"
+#include "platform/headless/scripted_prompts.h"
+#include "platform/program_folder.h"
+#include "view/workspace.h"
+
+namespace sonavel::batch {
+
+inline constexpr int kInitialViewWidth = 640;
+inline constexpr int kInitialViewHeight = 320;
+
+class BatchSession {
+  public:
+    // Reports, messages and questions go to `out`; the percentages of long operations to
+    // `progressOut`, null for nowhere.
+    BatchSession(const ProgramFolder& folder, std::ostream& out, std::ostream* progressOut);
+
+    std::ostream& Out() { return out_; }
+    Workspace& Sounds() { return workspace_; }
+    ScriptedPrompts& Prompts() { return prompts_; }
+    DialogWords& Dialogs() { return dialogs_.Words(); }
+    MemoryClipboard& Clipboard() { return clipboard_; }
+    EffectState& Effects() { return effectState_; }
+
+    bool HasActive() { return workspace_.Active() != nullptr; }
+    // These need an active document.
+    CSoundDoc& Document() { return *workspace_.Active()->document; }
+    CSoundView& View() { return *workspace_.Active()->view; }
+    SoundViewCommands& Commands() { return *workspace_.Active()->commands; }
+
+    // Forgets what earlier commands left as last errors and in dialogs, so that a failure gives its
+    // own reason.
+    void PrepareCommand();
+    // The outcome of an engine call on the active document: done, or failed with the last error
+    // that it left.
+    Outcome OutcomeOf(bool done);
+
+    // The title prefix of documents made from a document's preview sound.
+    void SetPreviewPrefix(const CSoundDoc& document, std::string_view prefix);
+    std::string PreviewPrefix(const CSoundDoc& document) const;
+    void ForgetPreview(const CSoundDoc& document) { previewPrefixes_.erase(&document); }
+
+  private:
+    std::ostream& out_;
+    ProgramFolder folder_;
+    ScriptedPrompts prompts_;
+    HeadlessProgress progress_;
+    MemoryClipboard clipboard_;
+    HeadlessWaveDevices devices_;
+    ScriptedDialogs dialogs_;
+    EffectState effectState_;
+    Workspace workspace_;
+    std::map<const CSoundDoc*, std::string> previewPrefixes_;
+};
+
+// The path that a document is handed for a word: absolute, because a document takes its extension
+// from the first "." of its path.
+std::filesystem::path AbsolutePath(const std::string& word);
+
+}  // namespace sonavel::batch

@@ -1,0 +1,23 @@
+// The table of all commands, one part for each group.
+#pragma once
+
+#include <vector>
+
+#include "batch/command_row.h"
+
+namespace sonavel::batch {
+
+std::vector<CommandRow> DocumentCommandRows();
+std::vector<CommandRow> ReportCommandRows();
+std::vector<CommandRow> EditCommandRows();
+std::vector<CommandRow> FormatCommandRows();
+std::vector<CommandRow> EffectCommandRows();  // with those of 3D sound
+std::vector<CommandRow> SpatialCommandRows();
+std::vector<CommandRow> ViewCommandRows();
+std::vector<CommandRow> ScriptCommandRows();  // answer, try
+
+const std::vector<CommandRow>& AllCommandRows();
+// Null when there is none of that name.
+const CommandRow* FindCommandRow(const std::vector<CommandRow>& rows, std::string_view name);
+
+}  // namespace sonavel::batch

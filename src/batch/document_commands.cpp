@@ -1,0 +1,108 @@
+// The commands that make, open, save, close and activate documents.
+#include <optional>
+
+#include "batch/batch_session.h"
+#include "batch/command_rows.h"
+
+namespace sonavel::batch {
+namespace {
+
+constexpr std::int64_t kHighestRate = 0x7FFFFFFF;
+
+template <class Number>
+std::optional<Number> NumberIfGiven(const Arguments& words, std::string_view key) {
+    if (!words.Has(key)) return std::nullopt;
+    return static_cast<Number>(std::stoul(words.Text(key)));
+}
+
+Outcome OutcomeOfWorkspace(const Workspace& workspace, bool done) {
+    if (done) return Done();
+    return Failed(workspace.LastError().empty() ? "The document could not be made."
+                                                : workspace.LastError());
+}
+
+Outcome New(BatchSession& session, const Arguments& words) {
+    const NewSoundChoice format = {
+        .samplesPerSecond = static_cast<std::uint32_t>(words.Whole("rate")),
+        .channels = NumberIfGiven<unsigned>(words, "channels").value(),
+        .bits = NumberIfGiven<unsigned>(words, "bits").value()};
+    return OutcomeOfWorkspace(session.Sounds(), session.Sounds().NewDocument(format));
+}
+
+Outcome Open(BatchSession& session, const Arguments& words) {
+    const std::filesystem::path path = AbsolutePath(words.Text("PATH"));
+    return OutcomeOfWorkspace(session.Sounds(), session.Sounds().OpenDocument(path));
+}
+
+Outcome Save(BatchSession& session, const Arguments& words) {
+    CSoundDoc& document = session.Document();
+    if (words.Has("PATH"))
+        return session.OutcomeOf(document.SaveDocument(AbsolutePath(words.Text("PATH"))));
+    if (document.Path().empty()) return Failed("The document has no file yet.");
+    return session.OutcomeOf(document.SaveDocument(document.Path()));
+}
+
+Outcome SaveAs(BatchSession& session, const Arguments& words) {
+    SaveAsWords choice{.path = AbsolutePath(words.Text("PATH")),
+                       .channels = NumberIfGiven<unsigned>(words, "channels"),
+                       .bits = NumberIfGiven<unsigned>(words, "bits")};
+    if (words.Has("markers")) choice.saveMarkers = words.Switch("markers");
+    session.Dialogs().saveAs = choice;
+    return session.OutcomeOf(session.Document().SaveAs());
+}
+
+Outcome Close(BatchSession& session, const Arguments&) {
+    Workspace& sounds = session.Sounds();
+    session.ForgetPreview(session.Document());
+    const std::size_t index = sounds.ActiveIndex().value();
+    sounds.StopActivity(index);
+    sounds.Close(index);
+    return Done();
+}
+
+Outcome Activate(BatchSession& session, const Arguments& words) {
+    const std::int64_t number = words.Whole("N");
+    if (number > static_cast<std::int64_t>(session.Sounds().Count()))
+        return Failed("There is no document " + std::to_string(number) + ".");
+    session.Sounds().Activate(static_cast<std::size_t>(number - 1));
+    return Done();
+}
+
+const ValueRule kRate = ValueRule::Whole(1, kHighestRate);
+const ValueRule kChannels = ValueRule::OneOf({"1", "2"});
+const ValueRule kBits = ValueRule::OneOf({"8", "16"});
+
+}  // namespace
+
+std::vector<CommandRow> DocumentCommandRows() {
+    return {
+        {.name = "new",
+         .does = "Make an empty document",
+         .keys = {{"rate", kRate, "44100"}, {"channels", kChannels, "1"}, {"bits", kBits, "8"}},
+         .needs = Needs::kNothing,
+         .run = New},
+        {.name = "open",
+         .does = "Open a file",
+         .positional = {{"PATH", ValueRule::Text()}},
+         .needs = Needs::kNothing,
+         .run = Open},
+        {.name = "save",
+         .does = "Save, under PATH by its extension",
+         .positional = {{"PATH", ValueRule::Text()}},
+         .firstOptional = 0,
+         .run = Save},
+        {.name = "save-as",
+         .does = "Convert channels and bits, then save under PATH by its extension",
+         .positional = {{"PATH", ValueRule::Text()}},
+         .keys = {{"channels", kChannels}, {"bits", kBits}, {"markers", ValueRule::Switch()}},
+         .run = SaveAs},
+        {.name = "close", .does = "Close the active document without saving", .run = Close},
+        {.name = "activate",
+         .does = "Make the N-th open document active",
+         .positional = {{"N", ValueRule::Whole(1, kHighestRate)}},
+         .needs = Needs::kNothing,
+         .run = Activate},
+    };
+}
+
+}  // namespace sonavel::batch

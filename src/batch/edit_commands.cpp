@@ -1,0 +1,186 @@
+// The commands of selection, clipboard, mixing and markers that take words of their own.
+#include <algorithm>
+
+#include "batch/batch_session.h"
+#include "batch/command_rows.h"
+#include "platform/replace_file.h"
+#include "view/marker_commands.h"
+#include "view/view_commands.h"
+
+namespace sonavel::batch {
+namespace {
+
+// The edit operations clamp to this themselves.
+constexpr std::int64_t kGreatestPercent = 100000;
+
+std::uint32_t Frame(const CSoundView& view, std::int64_t position) {
+    return static_cast<std::uint32_t>(
+        std::clamp<std::int64_t>(position, 0, std::int64_t{view.FrameCount()}));
+}
+
+Outcome RunMenuCommand(BatchSession& session, int id) {
+    return session.OutcomeOf(session.Commands().RunCommand(id));
+}
+
+// --- Selection
+
+Outcome Select(BatchSession& session, const Arguments& words) {
+    CSoundView& view = session.View();
+    view.SetSelection(Frame(view, words.Whole("START")), Frame(view, words.Whole("END")));
+    return Done();
+}
+
+Outcome SetCursor(BatchSession& session, const Arguments& words) {
+    CSoundView& view = session.View();
+    view.SetCursor(Frame(view, words.Whole("FRAME")));
+    return Done();
+}
+
+// --- Pasting and mixing
+
+int Percent(const Arguments& words, std::string_view key) {
+    return static_cast<int>(words.Whole(key));
+}
+
+Outcome PasteReplicate(BatchSession& session, const Arguments& words) {
+    session.Dialogs().replicateCount = static_cast<int>(words.Whole("COUNT"));
+    return RunMenuCommand(session, view_command::kPasteReplicate);
+}
+
+Outcome Mix(BatchSession& session, const Arguments& words) {
+    session.Dialogs().mix = {Percent(words, "clipboard"), Percent(words, "destination")};
+    return RunMenuCommand(session, view_command::kMix);
+}
+
+Outcome CrossfadeMix(BatchSession& session, const Arguments& words) {
+    session.Dialogs().crossfade = {
+        Percent(words, "clipboard-start"), Percent(words, "clipboard-end"),
+        Percent(words, "destination-start"), Percent(words, "destination-end")};
+    return RunMenuCommand(session, view_command::kCrossfadeMix);
+}
+
+// --- The clipboard's bytes
+
+Outcome LoadClipboard(BatchSession& session, const Arguments& words) {
+    const auto bytes = ReadSmallFile(AbsolutePath(words.Text("PATH")), SIZE_MAX);
+    if (!bytes) return Failed("The file could not be read.");
+    session.Clipboard().SetImage({bytes->begin(), bytes->end()});
+    return Done();
+}
+
+Outcome SaveClipboard(BatchSession& session, const Arguments& words) {
+    const auto image = session.Clipboard().GetImage();
+    if (!image) return Failed("The clipboard is empty.");
+    const std::string_view bytes(reinterpret_cast<const char*>(image->data()), image->size());
+    if (!ReplaceFile(AbsolutePath(words.Text("PATH")), bytes))
+        return Failed("The file could not be written.");
+    return Done();
+}
+
+// --- Markers
+
+struct MarkerWords {
+    std::uint32_t position;
+    std::string name;
+    std::uint32_t length;
+};
+
+MarkerWords ReadMarkerWords(const CSoundView& view, const Arguments& words) {
+    return {Frame(view, words.Whole("POSITION")), words.Has("name") ? words.Text("name") : "",
+            Frame(view, words.Whole("length"))};
+}
+
+Outcome AddMarker(BatchSession& session, const Arguments& words) {
+    CSoundView& view = session.View();
+    if (view.FrameCount() == 0) return Failed("The document has no sound.");
+    const MarkerWords marker = ReadMarkerWords(view, words);
+    return session.OutcomeOf(
+        sonavel::AddMarker(view, marker.position, marker.name, marker.length) != 0);
+}
+
+Outcome SetMarker(BatchSession& session, const Arguments& words) {
+    CSoundView& view = session.View();
+    const MarkerWords marker = ReadMarkerWords(view, words);
+    const auto id = static_cast<std::uint32_t>(words.Whole("ID"));
+    return session.OutcomeOf(
+        sonavel::SetMarker(view, id, marker.position, marker.name, marker.length));
+}
+
+Outcome DeleteMarker(BatchSession& session, const Arguments& words) {
+    const auto id = static_cast<std::uint32_t>(words.Whole("ID"));
+    return session.OutcomeOf(sonavel::DeleteMarker(session.View(), id));
+}
+
+// --- Rows
+
+const PositionalRule kPath = {"PATH", ValueRule::Text()};
+const PositionalRule kPosition = {"POSITION", ValueRule::Position()};
+const PositionalRule kMarkerId = {"ID", ValueRule::Whole(0, 0xFFFFFFFF)};
+const std::vector<KeyRule> kMarkerKeys = {{"name", ValueRule::Text()},
+                                          {"length", ValueRule::Position(), "0"}};
+
+KeyRule PercentKey(std::string name, std::string defaultText) {
+    return {std::move(name), ValueRule::Whole(-kGreatestPercent, kGreatestPercent),
+            std::move(defaultText)};
+}
+
+std::vector<CommandRow> MarkerRows() {
+    return {
+        {.name = "marker-add",
+         .does = "Add a marker",
+         .positional = {kPosition},
+         .keys = kMarkerKeys,
+         .run = AddMarker},
+        {.name = "marker-set",
+         .does = "Change the marker of that number; without a name the old one stays",
+         .positional = {kMarkerId, kPosition},
+         .keys = kMarkerKeys,
+         .run = SetMarker},
+        {.name = "marker-delete",
+         .does = "Delete the marker of that number",
+         .positional = {kMarkerId},
+         .run = DeleteMarker},
+    };
+}
+
+}  // namespace
+
+std::vector<CommandRow> EditCommandRows() {
+    std::vector<CommandRow> rows = {
+        {.name = "select",
+         .does = "Select the frames from START up to END",
+         .positional = {{"START", ValueRule::Position()}, {"END", ValueRule::Position()}},
+         .run = Select},
+        {.name = "cursor",
+         .does = "Set the cursor",
+         .positional = {{"FRAME", ValueRule::Position()}},
+         .run = SetCursor},
+        {.name = "paste-replicate",
+         .does = "Insert the clipboard several times",
+         .positional = {{"COUNT", ValueRule::Whole(1, kHighestReplicateCount)}},
+         .run = PasteReplicate},
+        {.name = "mix",
+         .does = "Mix the clipboard in, levels in percent",
+         .keys = {PercentKey("clipboard", "100"), PercentKey("destination", "100")},
+         .run = Mix},
+        {.name = "crossfade-mix",
+         .does = "Mix the clipboard in with fading levels, in percent",
+         .keys = {PercentKey("clipboard-start", "0"), PercentKey("clipboard-end", "100"),
+                  PercentKey("destination-start", "100"), PercentKey("destination-end", "0")},
+         .run = CrossfadeMix},
+        {.name = "clipboard-load",
+         .does = "Put a file's bytes on the clipboard as they are",
+         .positional = {kPath},
+         .needs = Needs::kNothing,
+         .run = LoadClipboard},
+        {.name = "clipboard-save",
+         .does = "Write the clipboard's bytes to a file",
+         .positional = {kPath},
+         .needs = Needs::kNothing,
+         .run = SaveClipboard},
+    };
+    for (CommandRow& row : MarkerRows()) rows.push_back(std::move(row));
+    return rows;
+}
+
+}  // namespace sonavel::batch

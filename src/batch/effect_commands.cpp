@@ -1,0 +1,161 @@
+// The effects as commands, made from the engine's effect table, and what becomes of previews.
+#include <cmath>
+#include <cstdio>
+#include <span>
+
+#include "batch/batch_session.h"
+#include "batch/command_rows.h"
+#include "effects/effect_table.h"
+
+namespace sonavel::batch {
+namespace {
+
+constexpr std::string_view kRightSuffix = "-right";
+
+std::string NumberText(double value, int decimals) {
+    char text[64];
+    std::snprintf(text, sizeof text, "%.*f", decimals, value);
+    std::string result = text;
+    if (result.find('.') == std::string::npos) return result;
+    result.erase(result.find_last_not_of('0') + 1);
+    if (result.ends_with('.')) result.pop_back();
+    return result;
+}
+
+// Neighbours of the same key are one word: a list with a value for each of them.
+std::span<const EffectParameter> GroupAt(std::span<const EffectParameter> parameters,
+                                         std::size_t index) {
+    const std::string_view key = parameters[index].key;
+    std::size_t end = index + 1;
+    while (end < parameters.size() && parameters[end].key == key) ++end;
+    return parameters.subspan(index, end - index);
+}
+
+ValueRule RuleOf(std::span<const EffectParameter> group) {
+    const EffectParameter& first = group.front();
+    if (first.decimals == kSwitch) return ValueRule::Switch();
+    if (group.size() > 1)
+        return ValueRule::DecimalList(group.size(), first.least, first.greatest, first.decimals);
+    if (first.decimals == 0)
+        return ValueRule::Whole(std::llround(first.least), std::llround(first.greatest));
+    return ValueRule::Decimal(first.least, first.greatest, first.decimals);
+}
+
+std::string DefaultOf(std::span<const EffectParameter> group) {
+    if (group.front().decimals == kSwitch) return group.front().start != 0 ? "on" : "off";
+    std::string text;
+    for (const EffectParameter& parameter : group)
+        text += (text.empty() ? "" : ",") + NumberText(parameter.start, parameter.decimals);
+    return text;
+}
+
+// The right channel's values default to the left's, so they have no default of their own.
+bool TakesLeftValue(std::string_view key) {
+    return key.ends_with(kRightSuffix);
+}
+
+std::vector<KeyRule> KeysOf(const Effect& effect) {
+    std::vector<KeyRule> keys;
+    for (std::size_t i = 0; i < effect.parameters.size();) {
+        const auto group = GroupAt(effect.parameters, i);
+        const std::string key = group.front().key;
+        keys.push_back({key, RuleOf(group), TakesLeftValue(key) ? "" : DefaultOf(group)});
+        i += group.size();
+    }
+    return keys;
+}
+
+void AppendValues(const Value& value, std::vector<double>& values) {
+    if (const bool* on = std::get_if<bool>(&value)) values.push_back(*on ? 1 : 0);
+    if (const double* number = std::get_if<double>(&value)) values.push_back(*number);
+    if (const std::int64_t* whole = std::get_if<std::int64_t>(&value))
+        values.push_back(static_cast<double>(*whole));
+    if (const auto* list = std::get_if<std::vector<double>>(&value))
+        values.insert(values.end(), list->begin(), list->end());
+}
+
+std::vector<double> ValuesFor(const Effect& effect, const Arguments& words) {
+    std::vector<double> values;
+    for (std::size_t i = 0; i < effect.parameters.size();) {
+        const auto group = GroupAt(effect.parameters, i);
+        std::string_view key = group.front().key;
+        if (!words.Has(key)) key.remove_suffix(kRightSuffix.size());
+        AppendValues(words.Any(key), values);
+        i += group.size();
+    }
+    return values;
+}
+
+EffectTarget TargetOf(BatchSession& session) {
+    const Selection& selection = session.View().GetSelection();
+    return {session.Document(), selection.start, selection.end, session.Effects()};
+}
+
+Outcome Apply(BatchSession& session, const Arguments& words, const Effect& effect) {
+    return session.OutcomeOf(effect.apply(TargetOf(session), ValuesFor(effect, words)));
+}
+
+Outcome Preview(BatchSession& session, const Arguments& words, const Effect& effect) {
+    const std::vector<double> values = ValuesFor(effect, words);
+    if (!effect.preview(TargetOf(session), values, PreviewPlay::kSilently))
+        return session.OutcomeOf(false);
+    session.SetPreviewPrefix(session.Document(), effect.titlePrefix);
+    return Done();
+}
+
+CommandRow RowOf(const Effect& effect) {
+    CommandRow row = {.name = effect.name, .does = effect.prompt, .keys = KeysOf(effect)};
+    row.run = [&effect](BatchSession& session, const Arguments& words) {
+        return Apply(session, words, effect);
+    };
+    if (effect.preview)
+        row.preview = [&effect](BatchSession& session, const Arguments& words) {
+            return Preview(session, words, effect);
+        };
+    return row;
+}
+
+// --- What becomes of a preview
+
+constexpr std::string_view kNoPreview = "There is no preview sound.";
+
+Outcome SavePreview(BatchSession& session, const Arguments& words) {
+    CWavePlayer& preview = session.Document().Preview();
+    if (!preview.HasData()) return Failed(kNoPreview);
+    preview.Markers().Clear();
+    preview.SetLastError("");
+    if (preview.Save(AbsolutePath(words.Text("PATH")), MarkerSaving::kOn)) return Done();
+    return Failed(preview.LastError().empty() ? "The file could not be written."
+                                              : preview.LastError());
+}
+
+Outcome NewFromPreview(BatchSession& session, const Arguments&) {
+    const CSoundDoc& document = session.Document();
+    if (!document.Preview().HasData()) return Failed(kNoPreview);
+    std::optional<SoundCopy> copy = document.Preview().CopySound();
+    if (!copy) return Failed("Memory Allocation Failure.");
+    if (session.Sounds().NewDocumentFromSound(std::move(*copy), session.PreviewPrefix(document)))
+        return Done();
+    return Failed(session.Sounds().LastError());
+}
+
+}  // namespace
+
+std::vector<CommandRow> EffectCommandRows() {
+    std::vector<CommandRow> rows;
+    for (const Effect& effect : Effects()) rows.push_back(RowOf(effect));
+    for (CommandRow& row : SpatialCommandRows()) rows.push_back(std::move(row));
+    rows.push_back({.name = "preview",
+                    .does = "Render an effect into the document's preview sound",
+                    .prefix = Prefix::kPreview});
+    rows.push_back({.name = "preview-save",
+                    .does = "Write the preview sound as a WAV file without markers",
+                    .positional = {{"PATH", ValueRule::Text()}},
+                    .run = SavePreview});
+    rows.push_back({.name = "preview-new",
+                    .does = "Open a copy of the preview sound as a new document",
+                    .run = NewFromPreview});
+    return rows;
+}
+
+}  // namespace sonavel::batch

@@ -1,0 +1,56 @@
+#include "batch/help_text.h"
+
+#include "batch/command_rows.h"
+
+namespace sonavel::batch {
+namespace {
+
+constexpr const char* kGrammar = R"(
+The editor's commands from a script, without a display or a sound device.
+
+  --folder DIR   the program folder, where Options.ini and Display.ini lie
+  --progress     show the percentage of long operations on standard error
+
+Commands end at a line break or ";". Words are separated by blanks; "..." quotes
+a word or a part of one, with \" and \\ inside it; # starts a comment.
+Words in capitals come first, then key=value words in any order.
+
+Exit status: 0 every command succeeded, 1 a command failed, 2 a mistake in the
+call or in the grammar of the script.
+)";
+
+struct Group {
+    const char* title;
+    std::vector<CommandRow> (*rows)();
+};
+
+constexpr Group kGroups[] = {
+    {"Documents", DocumentCommandRows},
+    {"Reports", ReportCommandRows},
+    {"Selection, clipboard, markers", EditCommandRows},
+    {"Format of the sound", FormatCommandRows},
+    {"View and menu commands", ViewCommandRows},
+    {"Effects, on the selection or on the whole sound without one", EffectCommandRows},
+    {"Script", ScriptCommandRows},
+};
+
+}  // namespace
+
+std::string UsageText() {
+    return "usage: sonavel-batch [--folder DIR] [--progress] SCRIPT\n"
+           "       sonavel-batch [--folder DIR] [--progress] -c TEXT\n"
+           "       sonavel-batch --help | --version\n"
+           "SCRIPT \"-\" reads standard input.";
+}
+
+std::string HelpText() {
+    std::string text = UsageText() + "\n" + kGrammar;
+    for (const Group& group : kGroups) {
+        text += '\n' + std::string(group.title) + "\n\n";
+        for (const CommandRow& row : group.rows())
+            text += "  " + SignatureOf(row) + "\n      " + row.does + '\n';
+    }
+    return text;
+}
+
+}  // namespace sonavel::batch

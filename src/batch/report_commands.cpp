@@ -1,0 +1,73 @@
+// The commands that print what a document holds.
+#include <algorithm>
+#include <ostream>
+
+#include "batch/batch_session.h"
+#include "batch/command_rows.h"
+#include "batch/report_text.h"
+
+namespace sonavel::batch {
+namespace {
+
+Outcome Info(BatchSession& session, const Arguments&) {
+    const CSoundDoc& document = session.Document();
+    const CWave& sound = document.Sound();
+    const CSoundView& view = session.View();
+    session.Out() << "document " << session.Sounds().ActiveIndex().value() + 1
+                  << " title=" << QuotedText(document.Title())
+                  << " rate=" << sound.GetSamplesPerSecond() << " channels=" << sound.GetChannels()
+                  << " bits=" << sound.GetBits() << " frames=" << sound.GetFrameCount()
+                  << " bytes=" << sound.GetDataSize()
+                  << " duration=" << FixedText(sound.GetDuration(), 6)
+                  << " modified=" << (document.IsModified() ? 1 : 0)
+                  << " selection=" << view.GetSelection().start << ".." << view.GetSelection().end
+                  << " cursor=" << view.Cursor() << " markers=" << sound.Markers().Count() << '\n';
+    return Done();
+}
+
+Outcome Markers(BatchSession& session, const Arguments&) {
+    for (const Marker& marker : session.Document().Sound().Markers().All())
+        session.Out() << "marker " << marker.id << " position=" << marker.position
+                      << " length=" << marker.length << " name=" << QuotedText(marker.name) << '\n';
+    return Done();
+}
+
+Outcome Samples(BatchSession& session, const Arguments& words) {
+    const CWave& sound = session.Document().Sound();
+    const std::int64_t frames = sound.GetFrameCount();
+    const std::int64_t start = std::min(words.Whole("START"), frames);
+    const std::int64_t count = std::min(words.Whole("COUNT"), frames - std::max(start, -frames));
+    for (std::int64_t frame = std::max<std::int64_t>(start, 0); frame < start + count; ++frame) {
+        session.Out() << frame;
+        for (unsigned channel = 0; channel < sound.GetChannels(); ++channel)
+            session.Out() << ' ' << sound.GetSample(channel, static_cast<std::uint32_t>(frame));
+        session.Out() << '\n';
+    }
+    return Done();
+}
+
+Outcome History(BatchSession& session, const Arguments&) {
+    const UndoHistory& history = session.Document().History();
+    for (std::size_t i = 0; i < history.Count(); ++i) {
+        const UndoStep& step = history.StepAt(i);
+        session.Out() << "step " << i << " kind=" << step.kind << " name=" << QuotedText(step.name)
+                      << (history.CurrentPosition() == i ? " *" : "") << '\n';
+    }
+    return Done();
+}
+
+}  // namespace
+
+std::vector<CommandRow> ReportCommandRows() {
+    return {
+        {.name = "info", .does = "Print a line about the active document", .run = Info},
+        {.name = "markers", .does = "Print a line for each marker", .run = Markers},
+        {.name = "samples",
+         .does = "Print a line for each of COUNT frames from START on",
+         .positional = {{"START", ValueRule::Position()}, {"COUNT", ValueRule::Position()}},
+         .run = Samples},
+        {.name = "history", .does = "Print a line for each undo step", .run = History},
+    };
+}
+
+}  // namespace sonavel::batch
