@@ -1,0 +1,353 @@
+#include "view/edit_commands.h"
+
+#include <random>
+
+#include "view/marker_commands.h"
+#include "view/view_commands.h"
+#include "view_fixture.h"
+
+namespace sonavel {
+namespace {
+
+using namespace view_command;
+
+class EditCommandsTest : public ViewTest {
+  protected:
+    // Puts frames of the ramp on the clipboard.
+    void CopyFrames(std::uint32_t start, std::uint32_t end) {
+        View().SetSelection(start, end);
+        ASSERT_TRUE(Run(kCopy));
+        View().SetSelection(0, 0);
+    }
+
+    std::vector<std::uint8_t> Bytes() {
+        const auto bytes = Sound().Bytes();
+        return {bytes.begin(), bytes.end()};
+    }
+};
+
+TEST_F(EditCommandsTest, EveryCommandLeavesSelectionCursorAndLengthAsStated) {
+    const struct {
+        const char* name;
+        int command;
+        Selection selection;
+        std::uint32_t cursor;
+        std::uint32_t frames;  // afterwards, of 5000 with a clip of 1000
+        Selection newSelection;
+        std::uint32_t newCursor;
+    } cases[] = {
+        {"cut", kCut, {100, 400}, 4000, 4700, {0, 0}, 100},
+        {"copy", kCopy, {100, 400}, 4000, 5000, {100, 400}, 4000},
+        {"delete", kDelete, {100, 400}, 4000, 4700, {0, 0}, 100},
+        {"paste at the cursor", kPaste, {0, 0}, 700, 6000, {1700, 1700}, 1700},
+        {"paste over a selection", kPaste, {100, 400}, 4000, 5700, {100, 1100}, 100},
+        {"replicate", kPasteReplicate, {0, 0}, 700, 8000, {3700, 3700}, 3700},
+        {"replicate over", kPasteReplicate, {100, 400}, 9, 7700, {100, 3100}, 100},
+        {"overwrite", kPasteOverwrite, {100, 400}, 4000, 5000, {100, 400}, 4000},
+        {"block overwrite", kPasteBlockOverwrite, {100, 2600}, 9, 5000, {100, 2600}, 9},
+        {"block copy", kPasteBlockCopy, {100, 2600}, 9, 5000, {100, 2600}, 9},
+        {"mix a selection", kMix, {100, 400}, 4000, 5000, {100, 400}, 100},
+        {"mix at the cursor", kMix, {0, 0}, 4500, 5500, {0, 0}, 4500},
+        {"crossfade", kCrossfadeMix, {100, 400}, 4000, 5000, {100, 400}, 100},
+    };
+    OpenRamp(5000);
+    CopyFrames(0, 1000);
+    const auto clip = clipboard.GetImage();
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        OpenRamp(5000);
+        ASSERT_TRUE(clipboard.SetImage(*clip));
+        dialogs.replicateCount = 3;
+        dialogs.mix = MixChoice{};
+        dialogs.crossfade = CrossfadeChoice{};
+        View().ZoomTimeIn();
+        const ScrollState zoom = View().Horizontal();
+        View().SetCursor(c.cursor);
+        View().SetSelection(c.selection.start, c.selection.end);
+        EXPECT_TRUE(Run(c.command)) << View().LastError();
+        EXPECT_EQ(View().FrameCount(), c.frames);
+        EXPECT_EQ(View().GetSelection(), c.newSelection);
+        EXPECT_EQ(View().Cursor(), c.newCursor);
+        EXPECT_EQ(View().Horizontal().maximum, zoom.maximum);
+        EXPECT_EQ(Document().IsModified(), c.command != kCopy);
+        EXPECT_TRUE(prompts.questions.empty());
+    }
+}
+
+TEST_F(EditCommandsTest, CutOfTheWholeSoundLeavesNothingAndAFittedWindow) {
+    OpenRamp(5000);
+    View().ZoomTimeFull();
+    View().SetSelection(0, 5000);
+    EXPECT_TRUE(Run(kCut));
+    EXPECT_EQ(View().FrameCount(), 0u);
+    EXPECT_EQ(View().Cursor(), 0u);
+    EXPECT_EQ(View().Horizontal().maximum, 0);
+    // Pasted back, the sound fills the window again.
+    EXPECT_TRUE(Run(kPaste));
+    EXPECT_EQ(View().FrameCount(), 5000u);
+    EXPECT_EQ(View().Horizontal().maximum, kWidth);
+    EXPECT_EQ(View().TimePercent(), 100.0);
+}
+
+TEST_F(EditCommandsTest, ASoundShorterThanTheWindowAfterACutIsFitted) {
+    OpenRamp(700);
+    View().ZoomTimeFull();
+    View().SetSelection(100, 200);
+    EXPECT_TRUE(Run(kDelete));
+    EXPECT_EQ(View().Horizontal().maximum, 600);
+    EXPECT_EQ(View().Horizontal().position, 0);
+}
+
+TEST_F(EditCommandsTest, APixelNeverStandsForLessThanAFrameAfterARemoval) {
+    OpenRamp(5000);
+    View().ZoomTimeFull();
+    View().SetSelection(1000, 3000);
+    EXPECT_TRUE(Run(kDelete));
+    EXPECT_EQ(View().Horizontal().maximum, 3000);
+    EXPECT_EQ(View().TimeRatio(), 1);
+}
+
+TEST_F(EditCommandsTest, TheExtremesFollowAnEdit) {
+    OpenRamp(2560);
+    View().SetSelection(512, 1024);
+    EXPECT_TRUE(Run(kDelete));
+    EXPECT_EQ(View().Extremes().Over(0, 256, 512), (SampleExtremes{511, 256}));
+    EXPECT_EQ(View().Extremes().Over(0, 512, 768), (SampleExtremes{1279, 1024}));
+    EXPECT_EQ(View().Extremes().BlockCount(), 8u);
+}
+
+TEST_F(EditCommandsTest, CommandsSayWhyTheyAreNotOffered) {
+    OpenRamp(5000);
+    const auto reason = [&](int command) {
+        return workspace.Active()->commands->ReasonDisabled(command);
+    };
+    for (const int command : {kCut, kCopy, kDelete, kZoomSelection, kPasteOverwrite})
+        EXPECT_EQ(reason(command), "Nothing is selected.");
+    for (const int command : {kPaste, kPasteNew, kMix, kPasteReplicate, kClipboardContents})
+        EXPECT_EQ(reason(command), "The clipboard holds no wave data.");
+    EXPECT_EQ(reason(kUndo), "There is nothing to undo.");
+    EXPECT_EQ(reason(kRedo), "There is nothing to redo.");
+    View().SetSelection(10, 20);
+    EXPECT_EQ(reason(kPasteNew), "") << "a selection alone is enough";
+    EXPECT_EQ(reason(kPasteBlockCopy), "The clipboard holds no wave data.");
+    EXPECT_EQ(reason(kCut), "");
+    EXPECT_FALSE(Run(kUndo));
+    EXPECT_EQ(View().LastError(), "There is nothing to undo.");
+}
+
+TEST_F(EditCommandsTest, ACancelledDialogChangesNothingAndStoresNoStep) {
+    OpenRamp(5000);
+    CopyFrames(0, 100);
+    const std::vector<std::uint8_t> before = Bytes();
+    for (const int command : {kMix, kCrossfadeMix, kPasteReplicate}) {
+        EXPECT_FALSE(Run(command));
+        EXPECT_EQ(Bytes(), before);
+        EXPECT_EQ(Document().History().Count(), 0u);
+        EXPECT_EQ(View().LastError(), "Cancelled.");
+    }
+    dialogs.replicateCount = 1001;
+    EXPECT_FALSE(Run(kPasteReplicate));
+    EXPECT_EQ(Bytes(), before);
+}
+
+TEST_F(EditCommandsTest, TheMixDialogsShowTheirRangeAndGiveGainsInPercent) {
+    OpenRamp(5000);
+    CopyFrames(1000, 1100);
+    View().SetCursor(200);
+    dialogs.mix = MixChoice{50, 200};
+    EXPECT_TRUE(Run(kMix));
+    EXPECT_EQ(dialogs.shownRange.startFrame, 200u);
+    EXPECT_EQ(dialogs.shownRange.endFrame, 299u);
+    EXPECT_EQ(Samples(199, 3), (std::vector<int>{199, 500 + 400, 500 + 402}));
+    View().SetSelection(3000, 3002);
+    dialogs.crossfade = CrossfadeChoice{100, 0, 0, 100};
+    EXPECT_TRUE(Run(kCrossfadeMix));
+    EXPECT_EQ(dialogs.shownRange.startFrame, 3000u);
+    EXPECT_EQ(dialogs.shownRange.endFrame, 3002u);
+    EXPECT_EQ(Samples(3000, 2), (std::vector<int>{1000, 3001}));
+}
+
+TEST_F(EditCommandsTest, PasteNewOpensTheSelectionAsADocumentOfItsOwn) {
+    OpenRamp(5000, 2);
+    View().SetSelection(100, 110);
+    EXPECT_TRUE(Run(kPasteNew));
+    EXPECT_EQ(workspace.Count(), 2u);
+    EXPECT_EQ(workspace.ActiveIndex(), 1u);
+    EXPECT_EQ(Document().Title(), "Paste_1");
+    EXPECT_EQ(Sound().GetChannels(), 2u);
+    EXPECT_EQ(Samples(0, 3), (std::vector<int>{100, 101, 102}));
+    EXPECT_EQ(View().FrameCount(), 10u);
+    EXPECT_EQ(View().Horizontal().maximum, 10);
+    // Without a selection, the clipboard as it is.
+    EXPECT_TRUE(Run(kPasteNew));
+    EXPECT_EQ(Document().Title(), "Paste_2");
+    EXPECT_EQ(View().FrameCount(), 10u);
+}
+
+TEST_F(EditCommandsTest, ClipboardContentsShowsAndPlaysTheClip) {
+    OpenRamp(5000, 2, 16, 44100);
+    CopyFrames(0, 441);
+    bool played = false;
+    dialogs.onClipboardContents = [&](ClipboardPreview& preview) {
+        preview.Play();
+        played = devices.Out().open;
+        preview.Stop();
+    };
+    EXPECT_TRUE(Run(kClipboardContents));
+    EXPECT_EQ(dialogs.clipboardContents.attributes, "44,100 Hz, 16-bit, Stereo");
+    EXPECT_EQ(dialogs.clipboardContents.totalBytes, 441u * 4);
+    EXPECT_EQ(dialogs.clipboardContents.samples, 441u);
+    EXPECT_DOUBLE_EQ(dialogs.clipboardContents.seconds, 0.01);
+    EXPECT_TRUE(played);
+    EXPECT_FALSE(devices.Out().open);
+}
+
+TEST_F(EditCommandsTest, UndoFitsTheWindowAndRedoKeepsTheZoom) {
+    OpenRamp(6400);
+    View().SetSelection(3000, 3100);
+    EXPECT_TRUE(Run(kDelete));
+    View().ZoomTimeFull();
+    EXPECT_TRUE(Run(kUndo));
+    EXPECT_EQ(View().Horizontal().maximum, kWidth);
+    EXPECT_EQ(View().FrameCount(), 6400u);
+
+    View().ZoomTimeFull();
+    View().ScrollHorizontallyTo(2900);
+    EXPECT_TRUE(Run(kRedo));
+    EXPECT_EQ(View().FrameCount(), 6300u);
+    EXPECT_EQ(View().Horizontal().maximum, 6300) << "a frame a pixel, as before";
+    EXPECT_EQ(View().Horizontal().position, 2900) << "the edit is in sight";
+
+    EXPECT_TRUE(Run(kUndo));
+    View().ZoomTimeFull();
+    View().ScrollHorizontallyTo(0);
+    EXPECT_TRUE(Run(kRedo));
+    EXPECT_EQ(View().Horizontal().position, 3000 - kWidth / 2) << "the edit is brought into sight";
+}
+
+TEST_F(EditCommandsTest, UndoClampsSelectionAndCursorToTheShorterSound) {
+    OpenRamp(1000);
+    CopyFrames(0, 1000);
+    View().SetCursor(1000);
+    EXPECT_TRUE(Run(kPaste));
+    EXPECT_EQ(View().Cursor(), 2000u);
+    View().SetSelection(500, 1900);
+    EXPECT_TRUE(Run(kUndo));
+    EXPECT_EQ(View().Cursor(), 1000u);
+    EXPECT_EQ(View().GetSelection(), (Selection{500, 1000}));
+}
+
+TEST_F(EditCommandsTest, UndoRestoresMarkersAndFormat) {
+    OpenRamp(6400, 2);
+    Sound().Markers().Add(5000, "behind", 10);
+    const auto before = Bytes();
+    View().SetSelection(1000, 2000);
+    EXPECT_TRUE(Run(kCut));
+    EXPECT_EQ(Sound().Markers().All()[0].position, 4000u);
+    EXPECT_TRUE(Run(kUndo));
+    EXPECT_EQ(Sound().Markers().All()[0].position, 5000u);
+    EXPECT_EQ(Bytes(), before);
+}
+
+TEST_F(EditCommandsTest, WithUndoOffNothingIsStoredOrUndone) {
+    SetOption("__SOUND_GENERAL_OPTIONS", "SAVE UNDO REDO INFOMATION", 0);
+    OpenRamp(5000);
+    View().SetSelection(0, 100);
+    EXPECT_TRUE(Run(kDelete));
+    EXPECT_EQ(Document().History().Count(), 0u);
+    EXPECT_FALSE(Run(kUndo));
+    EXPECT_EQ(View().FrameCount(), 4900u);
+}
+
+// Random edits, undos and redos against a list of states.
+TEST_F(EditCommandsTest, AnyWalkThroughTheHistoryShowsTheStateThatBelongsThere) {
+    OpenRamp(2000);
+    CopyFrames(0, 37);
+    dialogs.mix = MixChoice{};
+    std::minstd_rand random(7);
+    std::vector<std::vector<std::uint8_t>> states = {Bytes()};
+    std::size_t present = 0;
+    for (int turn = 0; turn < 300; ++turn) {
+        SCOPED_TRACE(turn);
+        const unsigned kind = random() % 6;
+        if (kind < 2) {
+            EXPECT_EQ(Run(kUndo), present > 0);
+            if (present > 0) --present;
+        } else if (kind < 4) {
+            EXPECT_EQ(Run(kRedo), present + 1 < states.size());
+            if (present + 1 < states.size()) ++present;
+        } else {
+            const std::uint32_t frame = random() % 1500;
+            View().SetSelection(frame, frame + (kind == 4 ? 1 + random() % 20 : 0));
+            View().SetCursor(frame);
+            const int command = kind == 4 ? kDelete : random() % 2 == 0 ? kPaste : kMix;
+            ASSERT_TRUE(Run(command)) << View().LastError();
+            states.resize(++present);
+            states.push_back(Bytes());
+        }
+        ASSERT_EQ(Bytes(), states[present]);
+        ASSERT_EQ(View().Extremes().BlockCount(), (View().FrameCount() + 255) / 256);
+    }
+}
+
+TEST_F(EditCommandsTest, TheMenuNamesTheStepsThatUndoAndRedoWouldTake) {
+    OpenRamp(5000);
+    const auto text = [&](int command) {
+        return workspace.Active()->commands->MenuTextOfCommand(command);
+    };
+    EXPECT_EQ(text(kUndo), "&Undo");
+    View().SetSelection(0, 100);
+    Run(kCut);
+    Run(kPaste);
+    EXPECT_EQ(text(kUndo), "&UndoCopy Sample");
+    EXPECT_EQ(text(kRedo), "&Redo");
+    Run(kUndo);
+    EXPECT_EQ(text(kUndo), "&UndoSource Sample");
+}
+
+TEST_F(EditCommandsTest, MarkerCommandsClampMarkModifiedAndReportWhatIsMissing) {
+    OpenRamp(1000);
+    View().SetCursor(300);
+    EXPECT_TRUE(Run(kDropMarker));
+    ASSERT_EQ(Sound().Markers().Count(), 1u);
+    EXPECT_EQ(Sound().Markers().All()[0].position, 300u);
+    EXPECT_EQ(Sound().Markers().All()[0].name, "Marker 1");
+    EXPECT_TRUE(Document().IsModified());
+
+    const std::uint32_t id = AddMarker(View(), 5000, "end", 10);
+    EXPECT_EQ(Sound().Markers().Find(id)->position, 1000u);
+    EXPECT_EQ(Sound().Markers().Find(id)->length, 0u);
+    EXPECT_TRUE(SetMarker(View(), id, 900, "", 500));
+    EXPECT_EQ(Sound().Markers().Find(id)->length, 100u);
+    EXPECT_EQ(Sound().Markers().Find(id)->name, "end");
+    EXPECT_FALSE(SetMarker(View(), 99, 1, "", 0));
+    EXPECT_FALSE(DeleteMarker(View(), 99));
+    EXPECT_EQ(View().LastError(), "There is no such marker.");
+    EXPECT_EQ(NearestMarkerId(View(), 500), 1u);
+    EXPECT_EQ(NearestMarkerId(View(), 601), id);
+}
+
+TEST_F(EditCommandsTest, TheMarkerDialogProposesTheSelectionAndItsEditsAreCarriedOut) {
+    OpenRamp(1000);
+    AddMarker(View(), 100, "a", 0);
+    AddMarker(View(), 200, "b", 0);
+    View().SetSelection(400, 450);
+    dialogs.markerEdits = {{MarkerEdit::Kind::kDelete, 1, 0, "", 0},
+                           {MarkerEdit::Kind::kSet, 2, 250, "c", 5},
+                           {MarkerEdit::Kind::kAdd, 0, 400, "d", 50}};
+    EXPECT_TRUE(Run(kMarkerAdd));
+    EXPECT_EQ(dialogs.markerRequest.start, MarkerDialogRequest::Start::kAdd);
+    EXPECT_EQ(dialogs.markerRequest.newPosition, 400u);
+    EXPECT_EQ(dialogs.markerRequest.newLength, 50u);
+    const auto& markers = Sound().Markers().All();
+    ASSERT_EQ(markers.size(), 2u);
+    EXPECT_EQ(markers[0].position, 250u);
+    EXPECT_EQ(markers[0].name, "c");
+    EXPECT_EQ(markers[1].name, "d");
+    dialogs.markerEdits.reset();
+    EXPECT_FALSE(Run(kMarkerEdit));
+    EXPECT_EQ(dialogs.markerRequest.start, MarkerDialogRequest::Start::kEdit);
+}
+
+}  // namespace
+}  // namespace sonavel

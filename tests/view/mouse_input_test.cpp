@@ -1,0 +1,228 @@
+#include "view/mouse_input.h"
+
+#include "view/marker_strip.h"
+#include "view_fixture.h"
+
+namespace sonavel {
+namespace {
+
+class MouseInputTest : public ViewTest {
+  protected:
+    void SetUp() override { OpenRamp(6400); }  // ten frames a pixel
+
+    MouseInput Mouse() { return MouseInput(View()); }
+    static PointerEvent At(int x, int y = 100) { return {x, y, false, false}; }
+    static PointerEvent ShiftAt(int x) { return {x, 100, true, false}; }
+    static PointerEvent ControlAt(int x) { return {x, 100, false, true}; }
+};
+
+TEST_F(MouseInputTest, ClickDragShiftAndEdgesSelect) {
+    MouseInput mouse = Mouse();
+    View().SetSelection(10, 20);
+    mouse.Press(MouseButton::kLeft, At(100));
+    EXPECT_EQ(View().Cursor(), 1000u);
+    EXPECT_FALSE(View().HasSelection());
+    mouse.Move(At(200));
+    EXPECT_EQ(View().GetSelection(), (Selection{1000, 2000}));
+    mouse.Release(At(210));
+    EXPECT_EQ(View().GetSelection(), (Selection{1000, 2100}));
+    EXPECT_EQ(View().Cursor(), 1000u);
+    mouse.Move(At(300));
+    EXPECT_EQ(View().GetSelection(), (Selection{1000, 2100})) << "no button is down";
+
+    mouse.Press(MouseButton::kLeft, ShiftAt(110));
+    mouse.Release(ShiftAt(110));
+    EXPECT_EQ(View().GetSelection(), (Selection{1100, 2100}));
+
+    ASSERT_EQ(mouse.TargetAt(212, 100), MouseTarget::kSelectionEnd);
+    mouse.Press(MouseButton::kLeft, At(212));
+    EXPECT_EQ(View().GetSelection(), (Selection{1100, 2100})) << "a press on an edge moves nothing";
+    mouse.Move(At(50));
+    mouse.Release(At(50));
+    EXPECT_EQ(View().GetSelection(), (Selection{500, 1100}));
+    EXPECT_EQ(View().Cursor(), 1000u);
+}
+
+TEST_F(MouseInputTest, ThePointerFindsWhatLiesUnderIt) {
+    ProfileFile display = folder.Display();
+    for (const char* key : {"HORIZONTAL RULER", "VERTICAL RULER"})
+        ASSERT_TRUE(display.SetInteger("__SOUND_DISPLAY_ITEMS", key, 1));
+    View().ReloadSettings();
+    View().SetSelection(1000, 1020);
+    Sound().Markers().Add(3000, "", 0);
+    const ViewGeometry& g = View().Geometry();
+    const int flag = static_cast<int>(View().Pixels().X(3000));
+    const int start = static_cast<int>(View().Pixels().X(1000)) + 1;
+    const struct {
+        int x, y;
+        MouseTarget target;
+    } cases[] = {
+        {10, 10, MouseTarget::kWaveform},
+        {start, 10, MouseTarget::kSelectionStart},
+        {start - 3, 10, MouseTarget::kSelectionStart},
+        {start - 4, 10, MouseTarget::kWaveform},
+        {start + 5, 10, MouseTarget::kSelectionEnd},
+        {flag, g.markerStrip.top, MouseTarget::kMarkerFlag},
+        {flag + kMarkerFlagWidth, g.markerStrip.top, MouseTarget::kMarkerStrip},
+        {10, g.horizontalRuler.top, MouseTarget::kHorizontalRuler},
+        {g.verticalRuler.left, 10, MouseTarget::kVerticalRuler},
+        {5, kHeight - 5, MouseTarget::kTimeZoomButton},
+        {27, kHeight - 5, MouseTarget::kLevelZoomButton},
+        {kWidth - 5, kHeight - 5, MouseTarget::kZoomerButton},
+        {-5, -5, MouseTarget::kNothing},
+    };
+    const MouseInput mouse = Mouse();
+    for (const auto& c : cases) EXPECT_EQ(mouse.TargetAt(c.x, c.y), c.target) << c.x << "," << c.y;
+}
+
+TEST_F(MouseInputTest, DraggingPastAnEdgeScrollsOnAndSelectsOn) {
+    View().ZoomTimeFull();
+    View().ScrollHorizontallyTo(1000);
+    MouseInput mouse = Mouse();
+    mouse.Press(MouseButton::kLeft, At(600));
+    mouse.Move(At(kWidth + 30));
+    EXPECT_EQ(View().GetSelection(), (Selection{1600, 1640}));
+    mouse.Tick();
+    EXPECT_EQ(View().Horizontal().position, 1030);
+    EXPECT_EQ(View().GetSelection(), (Selection{1600, 1670}));
+    mouse.Move(At(-500));
+    mouse.Tick();
+    EXPECT_EQ(View().Horizontal().position, 970) << "no faster than 60 pixels";
+    EXPECT_EQ(View().GetSelection(), (Selection{970, 1600}));
+    mouse.Cancel();
+    mouse.Tick();
+    EXPECT_EQ(View().Horizontal().position, 970);
+}
+
+TEST_F(MouseInputTest, RightClickAsksForTheMenuThatFits) {
+    MouseInput mouse = Mouse();
+    EXPECT_EQ(mouse.Press(MouseButton::kRight, At(10)), MouseRequest::kContextMenuNormal);
+    View().SetSelection(3000, 4000);
+    EXPECT_EQ(mouse.Press(MouseButton::kRight, At(10)), MouseRequest::kContextMenuSelection);
+    EXPECT_EQ(View().GetSelection(), (Selection{3000, 4000}));
+}
+
+TEST_F(MouseInputTest, ZoomButtonsZoomInOutAndAsk) {
+    MouseInput mouse = Mouse();
+    mouse.Press(MouseButton::kLeft, At(5, kHeight - 5));
+    EXPECT_EQ(View().Horizontal().maximum, 2 * kWidth);
+    mouse.Press(MouseButton::kRight, At(5, kHeight - 5));
+    EXPECT_EQ(View().Horizontal().maximum, kWidth);
+    const std::int64_t height = View().Vertical().maximum;
+    mouse.Press(MouseButton::kLeft, At(27, kHeight - 5));
+    EXPECT_EQ(View().Vertical().maximum, height * 3 / 2);
+    UserZoom zoom;
+    zoom.type = UserZoom::Type::kSample;
+    zoom.startSample = 1000;
+    zoom.endSample = 2000;
+    dialogs.userZoom = zoom;
+    mouse.Press(MouseButton::kLeft, At(kWidth - 5, kHeight - 5));
+    EXPECT_EQ(View().Horizontal().maximum, 4096);
+    EXPECT_EQ(dialogs.shownUserZoom.endSample, 6400);
+}
+
+TEST_F(MouseInputTest, AMarkerIsDraggedByItsFlagAndEditedByADoubleClick) {
+    Sound().Markers().Add(3000, "m", 77);
+    MouseInput mouse = Mouse();
+    const int y = View().Geometry().markerStrip.top + 2;
+    mouse.Press(MouseButton::kLeft, At(302, y));
+    mouse.Move(At(352, y));
+    mouse.Release(At(352, y));
+    EXPECT_EQ(Sound().Markers().Find(1)->position, 3500u);
+    EXPECT_EQ(Sound().Markers().Find(1)->length, 77u);
+    EXPECT_EQ(Sound().Markers().Find(1)->name, "m");
+    EXPECT_TRUE(Document().IsModified());
+    EXPECT_EQ(View().Cursor(), 0u);
+    mouse.DoubleClick(At(352, y));
+    EXPECT_EQ(dialogs.markerRequest.markerId, 1u);
+    EXPECT_EQ(dialogs.markerRequest.start, MarkerDialogRequest::Start::kEdit);
+    mouse.DoubleClick(At(100));
+    EXPECT_EQ(View().GetSelection(), (Selection{0, 3500}));
+    EXPECT_FALSE(mouse.IsDragging());
+}
+
+TEST_F(MouseInputTest, TheWheelZoomsAroundTheFrameUnderThePointer) {
+    MouseInput mouse = Mouse();
+    for (const int x : {1, 200, 320, 639}) {
+        View().ZoomDefault();
+        View().SetSelection(5000, 5001);  // which a menu zoom would centre on
+        const std::int64_t frame = View().Pixels().NearestFrameAt(x);
+        for (int notch = 0; notch < 3; ++notch) mouse.Wheel(ControlAt(x), 1);
+        EXPECT_EQ(View().Horizontal().maximum, 8 * kWidth);
+        EXPECT_EQ(View().Pixels().X(frame), x);
+        for (int notch = 0; notch < 2; ++notch) mouse.Wheel(ControlAt(x), -1);
+        EXPECT_EQ(View().Pixels().X(frame), x);
+    }
+}
+
+TEST_F(MouseInputTest, TheWheelScrollsTimeAndZoomsLevel) {
+    MouseInput mouse = Mouse();
+    View().ZoomTimeFull();
+    View().ScrollHorizontallyTo(1000);
+    mouse.Wheel(At(100), -1);
+    EXPECT_EQ(View().Horizontal().position, 1064);
+    mouse.Wheel(At(100), 0.5);
+    EXPECT_EQ(View().Horizontal().position, 1032);
+    const std::int64_t height = View().Vertical().maximum;
+    mouse.Wheel({100, 100, true, true}, 0.5);
+    EXPECT_EQ(View().Vertical().maximum, height) << "half a notch is no step";
+    mouse.Wheel({100, 100, true, true}, 0.5);
+    EXPECT_EQ(View().Vertical().maximum, height * 3 / 2);
+    EXPECT_TRUE(View().ShowsVerticalScrollBar());
+}
+
+TEST_F(MouseInputTest, TheMiddleButtonPans) {
+    View().ZoomTimeFull();
+    View().ScrollHorizontallyTo(1000);
+    MouseInput mouse = Mouse();
+    mouse.Press(MouseButton::kMiddle, At(300));
+    mouse.Move(At(250));
+    EXPECT_EQ(View().Horizontal().position, 1050);
+    mouse.Move(At(310));
+    EXPECT_EQ(View().Horizontal().position, 990);
+    mouse.Release(At(310));
+    mouse.Move(At(0));
+    EXPECT_EQ(View().Horizontal().position, 990);
+}
+
+TEST_F(MouseInputTest, SampleValuesShowUnlessTheSoundPlays) {
+    FakeWindow window;
+    View().SetObserver(&window);
+    MouseInput mouse = Mouse();
+    mouse.Move(At(12));
+    ASSERT_EQ(window.texts.size(), 1u);
+    EXPECT_EQ(window.texts[0], "(Sample Value) Left,Right : 120");
+    ASSERT_TRUE(Sound().Play(0));
+    window.texts.clear();
+    mouse.Move(At(13));
+    EXPECT_TRUE(window.texts.empty());
+    Sound().Stop(CWavePlayer::StopReport::kSilent);
+    View().SetObserver(nullptr);
+}
+
+TEST(MarkerStrip, LabelsNeverTouchAndRegionsReachAcrossTheEdges) {
+    MarkerList markers;
+    markers.Add(100, "first", 0);    // flag at x 0
+    markers.Add(300, "near", 0);     // 20 pixels on: inside the first label
+    markers.Add(600, "far", 1000);   // with a region that leaves the strip
+    markers.Add(0, "outside", 250);  // left of the strip, its region reaches in
+    const PixelMap map(2000, ScrollState{0, 200, 100, 10});
+    const Rectangle strip = {0, 50, 100, 60};
+    const auto places = LayOutMarkerStrip(strip, map, markers, [](std::string_view text) {
+        return static_cast<int>(text.size()) * 6;
+    });
+    ASSERT_EQ(places.size(), 4u);
+    EXPECT_EQ(places[0].flag, (Rectangle{0, 50, 6, 60}));
+    EXPECT_EQ(places[0].label, "first");
+    EXPECT_EQ(places[1].flag.left, 20);
+    EXPECT_EQ(places[1].label, "");
+    EXPECT_EQ(places[2].label, "far");
+    EXPECT_EQ(places[2].region.left, 50);
+    EXPECT_EQ(places[2].region.right, 100);
+    EXPECT_TRUE(places[3].flag.Empty());
+    EXPECT_EQ(places[3].region.left, 0);
+    EXPECT_EQ(places[3].region.right, 15);
+}
+
+}  // namespace
+}  // namespace sonavel

@@ -1,0 +1,123 @@
+#include "view/sound_view.h"
+
+#include <algorithm>
+
+#include "view/view_commands.h"
+#include "view_fixture.h"
+
+namespace sonavel {
+namespace {
+
+using SoundViewTest = ViewTest;
+
+TEST_F(SoundViewTest, AChangeOfTheChannelCountFitsTheLevelsAgain) {
+    OpenRamp(6400, 2);
+    const std::int64_t stereoLane = View().Vertical().maximum;
+    View().ZoomLevelFull();
+    ASSERT_TRUE(View().ShowsVerticalScrollBar());
+    ASSERT_TRUE(Sound().ConvertChannels(1, ChannelChoice::kLeft));
+    Document().NotifyChanged(0);
+    EXPECT_EQ(View().Vertical().maximum, 2 * stereoLane);
+    EXPECT_FALSE(View().ShowsVerticalScrollBar());
+    EXPECT_EQ(View().Extremes().Channels(), 1u);
+}
+
+TEST_F(SoundViewTest, ResizingKeepsBothZoomsAndSurvivesAWindowOfNothing) {
+    OpenRamp(64000);
+    View().ZoomTimeIn();
+    View().ZoomLevelIn();
+    View().ScrollHorizontallyTo(400);
+    const double time = View().TimePercent();
+    View().Resize(1280, 640);
+    EXPECT_EQ(View().TimePercent(), time);
+    EXPECT_NEAR(View().LevelPercent(), 150, 1);
+    EXPECT_EQ(View().Horizontal().position, 800);
+    View().Resize(0, 0);
+    View().Resize(10, 10);
+    View().Resize(kWidth, kHeight);
+    EXPECT_EQ(View().TimePercent(), time);
+    EXPECT_NEAR(View().LevelPercent(), 150, 1);
+}
+
+TEST_F(SoundViewTest, AWindowThatBeginsAsNothingFitsOnceItHasASize) {
+    workspace.SetInitialViewSize(1, 1);
+    OpenRamp(6400, 2);
+    View().Resize(kWidth, kHeight);
+    EXPECT_EQ(View().Horizontal().maximum, kWidth);
+    EXPECT_EQ(View().Vertical().maximum, View().WaveformHeight() / 2);
+}
+
+TEST_F(SoundViewTest, RulersTakeTheirRoomWhenTheSettingsChange) {
+    OpenRamp(6400);
+    EXPECT_EQ(View().WaveformWidth(), kWidth);
+    ProfileFile display = folder.Display();
+    ASSERT_TRUE(display.SetInteger("__SOUND_DISPLAY_ITEMS", "VERTICAL RULER", 1));
+    ASSERT_TRUE(display.SetString("__SOUND_UPDATE_SECTION", "any name", "1,2,3,"));
+    View().ReloadSettings();
+    EXPECT_EQ(View().WaveformWidth(), kWidth - 20);
+    EXPECT_EQ(View().Horizontal().maximum, kWidth - 20) << "still fitted";
+    EXPECT_EQ(View().Colours().At(0), (Rgb{1, 2, 3}));
+}
+
+TEST_F(SoundViewTest, ACursorMoveRepaintsItsStripsAlone) {
+    OpenRamp(6400);
+    FakeWindow window;
+    View().SetObserver(&window);
+    View().SetCursor(3000);
+    EXPECT_TRUE(window.areas.empty());
+    ASSERT_FALSE(window.rectangles.empty());
+    int width = 0;
+    for (const Rectangle& strip : window.rectangles) width += strip.Width();
+    EXPECT_LT(width, 80);
+    const Rectangle cursor = CursorRect(View().Geometry().waveform, View().Pixels(), 3000);
+    EXPECT_TRUE(std::ranges::any_of(window.rectangles, [&](const Rectangle& strip) {
+        return strip.Intersected(cursor) == cursor;
+    }));
+    View().SetObserver(nullptr);
+}
+
+TEST_F(SoundViewTest, ASelectionChangeRepaintsEveryColumnThatLooksDifferent) {
+    const Selection selections[] = {{0, 0},       {1000, 2000}, {1000, 2500}, {900, 2500},
+                                    {3000, 4000}, {5000, 5000}, {0, 6400},    {6400, 6400}};
+    OpenRamp(6400);
+    FakeWindow window;
+    View().SetObserver(&window);
+    const auto shown = [&](const Selection& s) {
+        return SelectionRect(View().Geometry().waveform, View().Pixels(), s);
+    };
+    for (const Selection& next : selections) {
+        const Rectangle before = shown(View().GetSelection());
+        window.rectangles.clear();
+        View().SetSelection(next.start, next.end);
+        const Rectangle after = shown(next);
+        for (int x = 0; x < kWidth; ++x) {
+            if (before.Contains(x, 5) == after.Contains(x, 5)) continue;
+            EXPECT_TRUE(std::ranges::any_of(
+                window.rectangles, [&](const Rectangle& strip) { return strip.Contains(x, 5); }))
+                << "column " << x << " towards " << next.start << ".." << next.end;
+        }
+    }
+    View().SetObserver(nullptr);
+}
+
+TEST_F(SoundViewTest, TheStatusFormatIsStoredAndChecked) {
+    OpenRamp(100);
+    const auto checked = [&](int id) {
+        return workspace.Active()->commands->StateOfCommand(id).checked;
+    };
+    EXPECT_TRUE(Run(view_command::kStatusSecond));
+    EXPECT_EQ(folder.Options().GetString("__SOUND_OPTIONS", "Status Format"), "2");
+    EXPECT_TRUE(checked(view_command::kStatusSecond));
+    EXPECT_FALSE(checked(view_command::kStatusTime));
+    OpenRamp(100);
+    EXPECT_EQ(View().GetStatusFormat(), StatusFormat::kSecond);
+}
+
+TEST_F(SoundViewTest, PercentTextsAreReadUpToTheSign) {
+    const std::pair<const char*, double> cases[] = {
+        {"150%", 150}, {" 12.5 % of it", 12.5}, {"75", 75}, {"%", 0}, {"", 0}, {"abc", 0}};
+    for (const auto& [text, percent] : cases) EXPECT_EQ(PercentFromText(text), percent) << text;
+}
+
+}  // namespace
+}  // namespace sonavel

@@ -1,0 +1,209 @@
+#include "view/transport.h"
+
+#include <numeric>
+
+#include "view/view_commands.h"
+#include "view_fixture.h"
+
+namespace sonavel {
+namespace {
+
+using namespace view_command;
+
+class TransportTest : public ViewTest {
+  protected:
+    // The samples heard until playing ends, as frame numbers of the ramp, without the repetitions
+    // of the last one that fill the last block.
+    std::vector<int> Heard() {
+        FakeWaveOut& out = devices.Out();
+        for (int turn = 0; turn < 100 && Sound().IsPlaying(); ++turn) out.Hear();
+        const std::vector<std::uint8_t> bytes = out.AllPlayed();
+        out.played.clear();
+        std::vector<int> frames;
+        for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
+            const int value = bytes[i] | bytes[i + 1] << 8;
+            if (frames.empty() || frames.back() != value) frames.push_back(value);
+        }
+        return frames;
+    }
+
+    static std::vector<int> Frames(int start, int end) {
+        std::vector<int> frames(static_cast<std::size_t>(end - start));
+        std::iota(frames.begin(), frames.end(), start);
+        return frames;
+    }
+};
+
+TEST_F(TransportTest, EveryCommandPlaysItsRange) {
+    const struct {
+        const char* name;
+        int command;
+        std::uint32_t cursor;
+        Selection selection;
+        int start;
+        int end;
+    } cases[] = {
+        {"from the cursor", kPlay, 300, {300, 300}, 300, 2000},
+        {"at the end from the start", kPlay, 2000, {0, 0}, 0, 2000},
+        {"the selection", kPlay, 1900, {100, 130}, 100, 130},
+        {"a passed selection is none", kPlay, 1500, {0, 0}, 1500, 2000},
+        {"to the end, whatever is selected", kPlayToEnd, 700, {100, 200}, 0, 2000},
+        {"pre-roll", kPreRoll, 1000, {0, 0}, 850, 1000},
+        {"pre-roll near the start", kPreRoll, 60, {500, 600}, 0, 60},
+        {"preview around the cursor", kPreviewCut, 1000, {0, 0}, 850, 1150},
+        {"preview around the cursor at the end", kPreviewCut, 2000, {0, 0}, 1850, 2000},
+        {"preview of a cut at the start", kPreviewCut, 9, {0, 500}, 500, 650},
+        {"preview of a cut at the end", kPreviewCut, 9, {1600, 2000}, 1450, 1600},
+    };
+    OpenRamp(2000, 1, 16, 100);
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        View().SetCursor(c.cursor);
+        View().SetSelection(c.selection.start, c.selection.end);
+        EXPECT_TRUE(Run(c.command));
+        EXPECT_EQ(Heard(), Frames(c.start, c.end));
+        EXPECT_TRUE(Sound().IsStopped());
+        EXPECT_EQ(View().Cursor(), c.cursor);
+    }
+}
+
+TEST_F(TransportTest, PreviewOfACutLeavesTheSelectionOut) {
+    // The margin is a multiple of the block, so that the skip begins where a block begins.
+    OpenRamp(4000, 1, 16, 171);
+    View().SetSelection(1024, 2048);
+    EXPECT_TRUE(Run(kPreviewCut));
+    const std::vector<int> heard = Heard();
+    std::vector<int> expected = Frames(1024 - 256, 1024);
+    // The engine goes on one sample behind the end of what it leaves out.
+    const std::vector<int> behind = Frames(2049, 2048 + 256);
+    expected.insert(expected.end(), behind.begin(), behind.end());
+    EXPECT_EQ(heard, expected);
+}
+
+TEST_F(TransportTest, PreviewOfNothingIsRefused) {
+    OpenRamp(1000);
+    View().SetSelection(0, 1000);
+    EXPECT_FALSE(Run(kPreviewCut));
+    View().SetSelection(0, 0);
+    View().SetCursor(0);
+    EXPECT_FALSE(Run(kPreRoll));
+    EXPECT_FALSE(devices.Out().open);
+}
+
+TEST_F(TransportTest, LoopedPlayingRepeatsTheSelectionUntilStop) {
+    OpenRamp(2000, 1, 16, 100);
+    View().SetSelection(256, 512);
+    EXPECT_TRUE(Run(kPlayLooped));
+    devices.Out().Hear(8);
+    EXPECT_TRUE(Sound().IsPlaying());
+    std::vector<int> heard;
+    const std::vector<std::uint8_t> bytes = devices.Out().AllPlayed();
+    for (std::size_t i = 0; i + 1 < bytes.size(); i += 2)
+        heard.push_back(bytes[i] | bytes[i + 1] << 8);
+    ASSERT_EQ(heard.size(), 1024u);
+    for (std::size_t i = 0; i < heard.size(); ++i)
+        ASSERT_EQ(heard[i], 256 + static_cast<int>(i % 256));
+    EXPECT_TRUE(Run(kStop));
+    EXPECT_TRUE(Sound().IsStopped());
+    EXPECT_FALSE(Sound().IsLooping());
+    // Playback after a loop does not loop.
+    EXPECT_TRUE(Run(kPlay));
+    EXPECT_FALSE(Sound().IsLooping());
+}
+
+TEST_F(TransportTest, SpacePlaysAndStopsAndEnterPauses) {
+    OpenRamp(2000, 1, 16, 100);
+    EXPECT_TRUE(Run(kSpaceKey));
+    EXPECT_TRUE(Sound().IsPlaying());
+    EXPECT_TRUE(Run(kPause));
+    EXPECT_TRUE(Sound().IsPaused());
+    EXPECT_FALSE(Run(kStop)) << "Stop works on what plays; a pause is left by playing on";
+    EXPECT_TRUE(Run(kSpaceKey));
+    EXPECT_TRUE(Sound().IsPlaying());
+    EXPECT_TRUE(Run(kSpaceKey));
+    EXPECT_TRUE(Sound().IsStopped());
+    EXPECT_FALSE(Run(kPause));
+    EXPECT_EQ(View().LastError(), "Nothing is playing.");
+}
+
+TEST_F(TransportTest, TheFlagsTellHowPlayingStarted) {
+    OpenRamp(2000);
+    View().SetSelection(10, 20);
+    Run(kPlay);
+    EXPECT_TRUE(View().Transport().playingSelection);
+    Run(kPlayToEnd);
+    EXPECT_TRUE(View().Transport().playToEnd);
+    View().SetSelection(0, 0);
+    Run(kPlay);
+    EXPECT_FALSE(View().Transport().playingSelection);
+    EXPECT_FALSE(View().Transport().playToEnd);
+}
+
+TEST_F(TransportTest, TheViewShowsPositionAndStateOfThePlayer) {
+    OpenRamp(6400);
+    FakeWindow window;
+    View().SetObserver(&window);
+    Run(kPlay);
+    EXPECT_EQ(window.transportChanges, 1);
+    devices.Out().Hear(5);  // 640 frames are 64 pixels
+    ASSERT_TRUE(View().PlayPosition());
+    EXPECT_EQ(*View().PlayPosition(), (Rectangle{64, 0, 65, View().Geometry().waveform.bottom}));
+    EXPECT_EQ(window.texts.back().rfind("(Playing) ", 0), 0u);
+    // Paused, the column stays.
+    Run(kPause);
+    EXPECT_TRUE(View().PlayPosition());
+    EXPECT_EQ(window.texts.back().rfind("(Pausing) ", 0), 0u);
+    Run(kPause);
+    Run(kStop);
+    EXPECT_FALSE(View().PlayPosition());
+    EXPECT_EQ(window.texts.back().rfind("(Stopped) ", 0), 0u);
+    EXPECT_EQ(window.transportChanges, 4);
+    View().SetObserver(nullptr);
+}
+
+TEST_F(TransportTest, PlayScrollingKeepsThePositionInTheMiddleOfAZoomedWindow) {
+    SetOption("__SOUND_GENERAL_OPTIONS", "PLAY SCROLLING", 1);
+    OpenRamp(64000);
+    View().ZoomTimeFull();
+    View().SetCursor(0);
+    Run(kPlay);
+    for (int report = 0; report < 60; ++report) devices.Out().Hear();
+    ASSERT_TRUE(View().PlayPosition());
+    // It follows every third report, so up to two blocks behind.
+    EXPECT_GE(View().PlayPosition()->left, kWidth / 2);
+    EXPECT_LE(View().PlayPosition()->left, kWidth / 2 + 2 * 128);
+    EXPECT_GT(View().Horizontal().position, 5000);
+}
+
+TEST_F(TransportTest, PlayScrollingDriftsToTheMiddleAboveEightFramesAPixel) {
+    SetOption("__SOUND_GENERAL_OPTIONS", "PLAY SCROLLING", 1);
+    OpenRamp(64000);
+    View().ZoomTimeIn();
+    View().ZoomTimeIn();
+    ASSERT_EQ(View().TimeRatio(), 25);
+    View().SetCursor(16000);
+    View().ScrollHorizontallyTo(640);  // the cursor stands at the left edge
+    Run(kPlay);
+    std::vector<std::int64_t> scrolled;
+    for (int report = 0; report < 30; ++report) {
+        devices.Out().Hear();
+        scrolled.push_back(View().Horizontal().position);
+    }
+    // The sound moves by 5.12 pixels a report, its place in the window by 2.
+    EXPECT_NEAR(static_cast<double>(scrolled.back()), 640 + 30 * 3.12, 12);
+    EXPECT_NE(scrolled[9], scrolled[6]);
+    int moves = 0;
+    for (std::size_t i = 1; i < scrolled.size(); ++i) moves += scrolled[i] != scrolled[i - 1];
+    EXPECT_LE(moves, 10) << "only every third report scrolls";
+}
+
+TEST_F(TransportTest, WithoutSoundNothingPlays) {
+    ASSERT_TRUE(workspace.NewDocument(NewSoundChoice{}));
+    for (const int command : {kPlay, kPlayLooped, kPlayToEnd, kPreviewCut, kPreRoll, kSpaceKey}) {
+        EXPECT_FALSE(Run(command));
+        EXPECT_EQ(View().LastError(), "The document has no sound.");
+    }
+}
+
+}  // namespace
+}  // namespace sonavel

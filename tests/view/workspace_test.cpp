@@ -1,0 +1,166 @@
+#include "view/workspace.h"
+
+#include <set>
+
+#include "view/transport.h"
+#include "view_fixture.h"
+
+namespace sonavel {
+namespace {
+
+class WorkspaceTest : public ViewTest {
+  protected:
+    struct Log : WorkspaceObserver {
+        std::vector<std::string> events;
+        void OnDocumentAdded(OpenSound& s) override { Note("added", &s); }
+        void OnDocumentClosing(OpenSound& s) override { Note("closing", &s); }
+        void OnActivated(OpenSound* s) override { Note("active", s); }
+        void Note(const std::string& event, OpenSound* s) {
+            events.push_back(event + " " + (s ? s->document->Title() : "none"));
+        }
+    };
+
+    std::vector<std::string> Titles() {
+        std::vector<std::string> titles;
+        for (std::size_t i = 0; i < workspace.Count(); ++i)
+            titles.push_back(workspace.At(i).document->Title());
+        return titles;
+    }
+
+    void Arrive(std::size_t bytes, std::uint8_t value) {
+        const std::vector<std::uint8_t> sound(bytes, value);
+        devices.In().Arrive(sound);
+    }
+};
+
+TEST_F(WorkspaceTest, ClosingActivatesTheOneActiveBeforeAndMovesTheOthersUp) {
+    Log log;
+    workspace.SetObserver(&log);
+    for (int i = 0; i < 4; ++i) ASSERT_TRUE(workspace.NewDocument(NewSoundChoice{}));
+    EXPECT_EQ(workspace.ActiveIndex(), 3u);
+    workspace.Activate(1);
+    workspace.Activate(2);
+    log.events.clear();
+    workspace.Close(2);
+    EXPECT_EQ(workspace.ActiveIndex(), 1u);
+    EXPECT_EQ(Titles(), (std::vector<std::string>{"Sound1", "Sound2", "Sound4"}));
+    workspace.Close(0);  // not the active one
+    EXPECT_EQ(workspace.ActiveIndex(), 0u);
+    workspace.Close(0);
+    EXPECT_EQ(workspace.ActiveIndex(), 0u);
+    workspace.Close(0);
+    EXPECT_FALSE(workspace.ActiveIndex());
+    EXPECT_EQ(workspace.Active(), nullptr);
+    EXPECT_EQ(log.events, (std::vector<std::string>{
+                              "closing Sound3", "active Sound2", "closing Sound1", "closing Sound2",
+                              "active Sound4", "closing Sound4", "active none"}));
+    // Numbers are never given twice.
+    ASSERT_TRUE(workspace.NewDocument(NewSoundChoice{}));
+    EXPECT_EQ(Titles(), (std::vector<std::string>{"Sound5"}));
+    workspace.SetObserver(nullptr);
+}
+
+TEST_F(WorkspaceTest, ACancelledOrFailedDocumentLeavesTheOthersAlone) {
+    OpenRamp(100);
+    EXPECT_FALSE(workspace.NewDocument());
+    EXPECT_FALSE(workspace.OpenDocument(temporary.Path() / "missing.wav"));
+    EXPECT_FALSE(workspace.LastError().empty());
+    EXPECT_EQ(workspace.Count(), 1u);
+    EXPECT_EQ(workspace.ActiveIndex(), 0u);
+    dialogs.newSound = NewSoundChoice{8000, 2, 16};
+    EXPECT_TRUE(workspace.NewDocument());
+    EXPECT_EQ(Sound().GetSamplesPerSecond(), 8000u);
+}
+
+TEST_F(WorkspaceTest, AnOpenedFileIsShownFittedAndMaximizedOnceItHasAWindow) {
+    SetOption("__SOUND_GENERAL_OPTIONS", "OPEN AND MAXIMIZE", 1);
+    OpenRamp(6400);
+    const auto path = temporary.Path() / "a.wav";
+    Document().SetSaveMarkers(true);
+    ASSERT_TRUE(Document().SaveDocument(path));
+    ASSERT_TRUE(workspace.OpenDocument(path));
+    EXPECT_EQ(workspace.IndexOfPath(path), 0u) << "the saved document took the path first";
+    EXPECT_EQ(View().Horizontal().maximum, kWidth);
+    EXPECT_EQ(View().Extremes().BlockCount(), 25u);
+    FakeWindow window;
+    View().SetObserver(&window);
+    EXPECT_EQ(window.maximized, 1);
+    View().SetObserver(nullptr);
+}
+
+TEST_F(WorkspaceTest, OpenAndFullTimeZoomShowsAFrameAPixel) {
+    SetOption("__SOUND_GENERAL_OPTIONS", "OPEN AND FULL TIME ZOOM", 1);
+    OpenRamp(6400);
+    EXPECT_EQ(View().TimeRatio(), 1);
+}
+
+TEST_F(WorkspaceTest, RecordingIntoNewDocumentsCountsTheirTitles) {
+    dialogs.record = RecordChoice{RecordChoice::Target::kNewDocument, {8000, 1, 8}, false, 40000};
+    for (const char* title : {"Recorder_1", "Recorder_2"}) {
+        ASSERT_TRUE(workspace.Record()) << workspace.LastError();
+        EXPECT_EQ(Document().Title(), title);
+        EXPECT_TRUE(Sound().IsRecording());
+        Arrive(300, 77);
+        EXPECT_NE(View().StatusText().find("(Recording)"), std::string::npos);
+        EXPECT_TRUE(StopTransport(View()));
+        EXPECT_EQ(View().FrameCount(), 300u);
+        EXPECT_EQ(Sound().Bytes()[299], 77);
+        EXPECT_EQ(View().Horizontal().maximum, 300) << "fitted";
+        EXPECT_EQ(Document().History().Count(), 0u);
+    }
+    // The waiting setting is kept, within its bounds, for the next time.
+    EXPECT_FALSE(dialogs.recordRequest.initial.waiting);
+    EXPECT_EQ(dialogs.recordRequest.initial.waitingTenths, kHighestWaitingTenths);
+}
+
+TEST_F(WorkspaceTest, RecordingIntoTheActiveDocumentInsertsAtTheCursor) {
+    OpenRamp(1000, 1, 16, 8000);
+    Sound().Markers().Add(900, "stays", 0);
+    View().SetCursor(500);
+    dialogs.record = RecordChoice{RecordChoice::Target::kActiveDocument, {11025, 2, 8}, true, 5};
+    ASSERT_TRUE(workspace.Record());
+    ASSERT_TRUE(dialogs.recordRequest.documentFormat);
+    EXPECT_EQ(dialogs.recordRequest.documentFormat->samplesPerSecond, 8000u);
+    EXPECT_EQ(dialogs.recordRequest.initial.target, RecordChoice::Target::kActiveDocument);
+    EXPECT_FALSE(workspace.Record()) << "already recording";
+    EXPECT_FALSE(Run(view_command::kPlay));
+    EXPECT_FALSE(Run(view_command::kUndo));
+    Arrive(400, 0);
+    EXPECT_TRUE(Run(view_command::kSpaceKey));
+    EXPECT_EQ(View().FrameCount(), 1200u);
+    EXPECT_EQ(Samples(499, 3), (std::vector<int>{499, 0, 0}));
+    EXPECT_EQ(Samples(700, 1), (std::vector<int>{500}));
+    EXPECT_EQ(Sound().Markers().All()[0].position, 900u);
+    EXPECT_EQ(View().Extremes().BlockCount(), 5u);
+    EXPECT_TRUE(Run(view_command::kUndo));
+    EXPECT_EQ(View().FrameCount(), 1000u);
+}
+
+TEST_F(WorkspaceTest, ClosingKeepsWhatWasRecorded) {
+    dialogs.record = RecordChoice{RecordChoice::Target::kNewDocument, {8000, 1, 8}, true, 0};
+    ASSERT_TRUE(workspace.Record());
+    Arrive(256, 5);
+    workspace.StopActivity(0);
+    EXPECT_EQ(View().FrameCount(), 256u);
+    EXPECT_TRUE(Document().IsModified()) << "so that closing asks";
+    ASSERT_TRUE(Sound().Play(0));
+    workspace.Close(0);
+    EXPECT_FALSE(devices.Out().open);
+}
+
+TEST_F(WorkspaceTest, CommandIdsAndKeysAreUniqueButForTheSpaceBar) {
+    std::set<int> ids;
+    std::set<std::string> names;
+    std::multiset<std::string> keys;
+    for (const auto& row : ViewCommands()) {
+        EXPECT_TRUE(ids.insert(row.info.id).second) << row.info.id;
+        const bool newName = !*row.info.name || names.insert(row.info.name).second;
+        EXPECT_TRUE(newName) << row.info.name;
+        if (*row.info.shortcut) keys.insert(row.info.shortcut);
+        EXPECT_NE(*row.info.prompt, '\0') << row.info.id;
+    }
+    for (const std::string& key : keys) EXPECT_EQ(keys.count(key), key == "Space" ? 3u : 1u) << key;
+}
+
+}  // namespace
+}  // namespace sonavel
