@@ -25,14 +25,15 @@ void Append(std::string& text, std::string_view sentence) {
     text += sentence;
 }
 
-std::string WavWarning(const CWave& sound, bool saveMarkers) {
-    if (!saveMarkers)
+std::string WavWarning(const CWave& sound, const SaveAsChoice& choice) {
+    if (!choice.saveMarkers)
         return "Saving markers is off: the file gets the sound alone, and the sound still counts "
                "as "
                "not saved.";
     const MarkerList& markers = sound.Markers();
     if (markers.Empty()) return {};
-    if (sound.GetDataSize() % 2 != 0)
+    const std::uint64_t frameBytes = choice.channels * (choice.bits / 8);
+    if (sound.GetFrameCount() * frameBytes % 2 != 0)
         return "The markers will not be found when the file is opened, because its number of bytes "
                "is odd.";
     std::string text;
@@ -42,9 +43,9 @@ std::string WavWarning(const CWave& sound, bool saveMarkers) {
     return text;
 }
 
-std::string AiffWarning(const CWave& sound) {
+std::string AiffWarning(const CWave& sound, const SaveAsChoice& choice) {
     std::string text;
-    if (sound.GetBits() == 16 && sound.GetFrameCount() > sound.GetRate())
+    if (choice.bits == 16 && sound.GetFrameCount() > sound.GetRate())
         Append(text, "Only the first second of a 16-bit sound is written to an AIFF file.");
     if (!sound.Markers().Empty()) Append(text, "An AIFF file holds no markers.");
     return text;
@@ -53,11 +54,15 @@ std::string AiffWarning(const CWave& sound) {
 }  // namespace
 
 std::string CSoundDoc::SaveWarning(const std::filesystem::path& path) const {
-    switch (FileKindOfExtension(ExtensionFromFirstDot(path))) {
+    return SaveWarning({path, sound_.GetChannels(), sound_.GetBits(), options_.saveMarkers != 0});
+}
+
+std::string CSoundDoc::SaveWarning(const SaveAsChoice& choice) const {
+    switch (FileKindOfExtension(ExtensionFromFirstDot(choice.path))) {
         case FileKind::kWav:
-            return WavWarning(sound_, options_.saveMarkers != 0);
+            return WavWarning(sound_, choice);
         case FileKind::kAiff:
-            return AiffWarning(sound_);
+            return AiffWarning(sound_, choice);
         case FileKind::kNextSun:
             return sound_.Markers().Empty() ? "" : "A Next/Sun file holds no markers.";
         case FileKind::kUnknown:

@@ -56,6 +56,8 @@ class CSoundDoc {
     // What of the sound a save under that path would leave out, or lose when the file is read
     // again; empty for nothing.
     std::string SaveWarning(const std::filesystem::path& path) const;
+    // Likewise of a save in another format, as the Save As dialog offers it.
+    std::string SaveWarning(const SaveAsChoice& choice) const;
     // The extended dialog, the conversions chosen there as one undo step, then SaveDocument.
     bool SaveAs();
 

@@ -141,6 +141,8 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
     const TransportFlags& Transport() const { return transport_; }
     // The column of the play position in client pixels while playing or paused, else nothing.
     std::optional<Rectangle> PlayPosition() const;
+    // Its frame, likewise.
+    std::optional<std::uint32_t> PlayFrame() const { return playFrame_; }
     void ClearPlayPosition();
     // Tells the window when the player is in another state than before; recording has no reports of
     // its own for its start and its end.

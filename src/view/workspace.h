@@ -50,6 +50,7 @@ class Workspace : public ViewHost {
 
     std::size_t Count() const { return sounds_.size(); }
     OpenSound& At(std::size_t index) { return *sounds_[index]; }
+    const OpenSound& At(std::size_t index) const { return *sounds_[index]; }
     // Null when nothing is open.
     OpenSound* Active();
     std::optional<std::size_t> ActiveIndex() const;
