@@ -1,7 +1,6 @@
 #include "view/grid.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstdio>
 
 namespace sonavel {
@@ -99,7 +98,7 @@ void VisitSpacedLines(const GridRequest& request, double step, Visit visit) {
     const auto endFrame = static_cast<double>(FirstFrameAt(map.VirtualWidth() + 1, map));
     float seconds = 0;
     for (std::int64_t index = 0;; ++index) {
-        const double frame = std::trunc(request.rate * static_cast<double>(seconds));
+        const double frame = request.rate * static_cast<double>(seconds);
         if (frame >= endFrame) return;
         // An hour of milliseconds may lie left of the waveform, so only what is behind that is
         // worth a division.

@@ -1,0 +1,172 @@
+#include "view/rulers.h"
+
+#include <gtest/gtest.h>
+
+#include "view/random_sound.h"
+#include "view/zoom.h"
+
+namespace sonavel {
+namespace {
+
+// Digits of equal width, as most fonts have them.
+int SevenPixelsEach(std::string_view text) {
+    return static_cast<int>(text.size()) * 7;
+}
+// The widest digits are other ones than those of the longest label.
+int Proportional(std::string_view text) {
+    int width = 0;
+    for (const char c : text) width += c == '1' || c == '.' ? 3 : 8;
+    return width;
+}
+
+HorizontalRulerRequest RequestFor(std::int64_t frames, const ScrollState& horizontal,
+                                  StatusFormat format) {
+    return {{0, 278, 640, 298}, PixelMap(frames, horizontal), 44100, format, 0, {}};
+}
+
+void ExpectSoundRuler(const HorizontalRulerRequest& request, const TextWidth& textWidth) {
+    const HorizontalRuler ruler = LayOutHorizontalRuler(request, textWidth);
+    ASSERT_FALSE(ruler.ticks.empty());
+    int lastX = -1;
+    for (const TimeTick& tick : ruler.ticks) {
+        ASSERT_GE(tick.x, 0);
+        ASSERT_GT(tick.x, lastX);
+        ASSERT_LT(tick.x, 640);
+        ASSERT_LE(tick.frame, request.map.FrameCount());
+        ASSERT_EQ(tick.x, request.map.X(tick.frame));
+        lastX = tick.x;
+    }
+    int lastEnd = -1000;
+    for (const TimeLabel& label : ruler.labels) {
+        EXPECT_GT(label.x, lastEnd);
+        lastEnd = label.x + textWidth(label.text);
+        EXPECT_EQ(label.x, request.map.X(label.frame) + 3);
+    }
+    // No label was left out for want of room: every major tick in sight has one.
+    std::size_t majors = 0;
+    for (const TimeTick& tick : ruler.ticks) majors += tick.size == TickSize::kMajor;
+    EXPECT_GE(ruler.labels.size(), majors);
+}
+
+TEST(HorizontalRuler, LabelsNeverTouchAtAnyZoomInAnyFormat) {
+    for (const TextWidth& textWidth : {TextWidth(SevenPixelsEach), TextWidth(Proportional)}) {
+        for (const std::int64_t frames : {30LL, 5000LL, 44100LL, 158'760'000LL, 2'000'000'000LL}) {
+            ZoomContext context;
+            context.frameCount = frames;
+            context.waveformWidth = 620;
+            context.waveformHeight = 268;
+            context.selectionStart = frames / 3;
+            ZoomState state = FitZoom(context);
+            for (int step = 0; step < 24; ++step) {
+                for (const auto format :
+                     {StatusFormat::kSample, StatusFormat::kTime, StatusFormat::kSecond}) {
+                    SCOPED_TRACE(testing::Message() << frames << " frames, step " << step
+                                                    << ", format " << static_cast<int>(format));
+                    ExpectSoundRuler(RequestFor(frames, state.horizontal, format), textWidth);
+                }
+                state = TimeZoomIn(state, context);
+            }
+        }
+    }
+}
+
+TEST(HorizontalRuler, LeastStepsOfTheFormats) {
+    struct Case {
+        std::int64_t frames, width;
+        StatusFormat format;
+        std::int64_t step;  // frames between labels
+        const char* second;
+    };
+    const Case cases[] = {
+        {44100, 620, StatusFormat::kSample, 5000, "5000"},
+        {44100, 44100, StatusFormat::kSample, 50, "50"},
+        {44100, 620, StatusFormat::kSecond, 4410, "0.100"},
+        {44100 * 10, 620, StatusFormat::kSecond, 44100, "1.000"},
+        {44100 * 60, 620, StatusFormat::kTime, 44100 * 10, "00:00:10.000"},
+        {44100 * 110, 620, StatusFormat::kTime, 44100 * 30, "00:00:30.000"},
+        {44100 * 60, 620, StatusFormat::kSecond, 44100 * 5, "5.000"},
+        {44100LL * 3600, 620, StatusFormat::kTime, 44100LL * 600, "00:10:00.000"},
+        {44100LL * 36000, 620, StatusFormat::kTime, 44100LL * 7200, "02:00:00.000"},
+    };
+    for (const Case& c : cases) {
+        const auto ruler = LayOutHorizontalRuler(
+            RequestFor(c.frames, {0, c.width, 621, 0}, c.format), SevenPixelsEach);
+        ASSERT_GE(ruler.labels.size(), 2u);
+        EXPECT_EQ(ruler.labels[0].frame, 0);
+        EXPECT_EQ(ruler.labels[1].frame, c.step) << c.second;
+        EXPECT_EQ(ruler.labels[1].text, c.second);
+    }
+}
+
+TEST(HorizontalRuler, SubdividesByRoundSteps) {
+    // Thirty seconds between the labels; six times five between the ticks.
+    const auto ruler = LayOutHorizontalRuler(
+        RequestFor(44100 * 110, {0, 620, 621, 0}, StatusFormat::kTime), SevenPixelsEach);
+    ASSERT_GT(ruler.ticks.size(), 7u);
+    EXPECT_EQ(ruler.ticks[0].size, TickSize::kMajor);
+    for (int i = 1; i < 6; ++i) EXPECT_EQ(ruler.ticks[i].size, TickSize::kMinor);
+    EXPECT_EQ(ruler.ticks[6].size, TickSize::kMajor);
+    EXPECT_EQ(ruler.ticks[1].frame, 44100 * 5);
+}
+
+TEST(HorizontalRuler, ShowsALabelWhoseTickIsScrolledOut) {
+    const auto ruler = LayOutHorizontalRuler(
+        RequestFor(44100, {0, 4410, 621, 1005}, StatusFormat::kSample), SevenPixelsEach);
+    ASSERT_FALSE(ruler.labels.empty());
+    EXPECT_EQ(ruler.labels[0].text, "10000");
+    EXPECT_EQ(ruler.labels[0].x, -2);
+    EXPECT_GT(ruler.ticks[0].frame, 10000);
+}
+
+TEST(HorizontalRuler, MarksCursorAndSelectionInSight) {
+    auto request = RequestFor(44100, {0, 4410, 621, 1000}, StatusFormat::kTime);
+    request.cursor = 12000;
+    request.selection = {9000, 16000};
+    const auto ruler = LayOutHorizontalRuler(request, SevenPixelsEach);
+    EXPECT_EQ(ruler.cursorX, 200);
+    EXPECT_FALSE(ruler.selectionStartX);
+    EXPECT_EQ(ruler.selectionEndX, 600);
+    request.selection = {12000, 12000};
+    EXPECT_FALSE(LayOutHorizontalRuler(request, SevenPixelsEach).selectionEndX);
+}
+
+TEST(HorizontalRuler, IsEmptyWithoutSound) {
+    EXPECT_TRUE(
+        LayOutHorizontalRuler(RequestFor(0, {0, 0, 1, 0}, StatusFormat::kTime), SevenPixelsEach)
+            .ticks.empty());
+}
+
+TEST(VerticalRuler, TicksEveryTenPercentWithoutZoom) {
+    const LevelMap levels({0, 200, 201, 0}, 65536, 200);
+    const auto ticks = LayOutVerticalRuler({620, 30, 640, 230}, levels);
+    ASSERT_EQ(ticks.size(), 20u);  // that of -100 % would lie below the ruler
+    EXPECT_EQ(ticks[0].y, 30);
+    EXPECT_EQ(ticks[0].label, "100");
+    EXPECT_EQ(ticks[0].labelX, 625);
+    EXPECT_EQ(ticks[0].labelY, 24);
+    EXPECT_EQ(ticks[1].label, "");
+    EXPECT_EQ(ticks[5].y, 80);  // 16384 of 65536 above the centre
+    EXPECT_EQ(ticks[10].y, 130);
+    EXPECT_EQ(ticks[10].label, "0");
+    EXPECT_EQ(ticks[12].label, "-20");
+}
+
+TEST(VerticalRuler, DivisionsGrowWithTheZoom) {
+    struct Case {
+        std::int64_t range;
+        int percentBetweenTicks;
+    };
+    for (const Case& c : {Case{200, 10}, Case{999, 10}, Case{1000, 5}, Case{2000, 2}, Case{2999, 2},
+                          Case{3000, 1}, Case{4000, 1}}) {
+        const LevelMap levels({0, c.range, 200, (c.range - 200) / 2}, 256, 200);
+        const auto ticks = LayOutVerticalRuler({0, 0, 20, 200}, levels);
+        ASSERT_GE(ticks.size(), 2u);
+        EXPECT_EQ(ticks[0].percent - ticks[1].percent, c.percentBetweenTicks) << c.range;
+        for (const LevelTick& tick : ticks) {
+            EXPECT_EQ(tick.label.empty(), tick.percent / c.percentBetweenTicks % 2 != 0);
+        }
+    }
+}
+
+}  // namespace
+}  // namespace sonavel
