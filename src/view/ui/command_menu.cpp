@@ -40,8 +40,7 @@ QAction* CommandActions::Add(const CommandInfo& info) {
     QAction*& action = actions_[info.id];
     if (action) return action;
     action = new QAction(WithoutKeyText(QString::fromUtf8(info.menuText)), this);
-    action->setShortcuts(ShortcutsFromText(info.shortcut));
-    AddPlainKeys(info);
+    AddKeys(info);
     action->setStatusTip(QString::fromUtf8(info.prompt));
     action->setMenuRole(QAction::NoRole);
     connect(action, &QAction::triggered, this, [this, id = info.id] { Run(id); });
@@ -67,15 +66,22 @@ void CommandActions::Refresh() {
     }
 }
 
-void CommandActions::AddPlainKeys(const CommandInfo& info) {
+void CommandActions::AddKeys(const CommandInfo& info) {
     const bool keyAlone = *info.menuText == '\0';
-    for (const QKeySequence& key : ShortcutsFromText(info.shortcut)) {
-        if (!IsPlainKey(key)) continue;
-        // The key is shown beside the menu text and works only where the widget asks for it.
-        actions_[info.id]->setShortcutContext(Qt::WidgetShortcut);
+    const QList<QKeySequence> all = ShortcutsFromText(info.shortcut);
+    QList<QKeySequence> ofWindow;
+    for (const QKeySequence& key : all) {
+        if (!IsPlainKey(key)) {
+            ofWindow << key;
+            continue;
+        }
         if (keyAlone) plainKeys_[key] = info.id;
         plainKeys_.try_emplace(key, info.id);
     }
+    QAction* action = actions_[info.id];
+    action->setShortcuts(ofWindow.isEmpty() ? all : ofWindow);
+    // The key is shown beside the menu text and works only where the widget asks for it.
+    if (ofWindow.isEmpty()) action->setShortcutContext(Qt::WidgetShortcut);
 }
 
 int CommandActions::CommandOfPlainKey(const QKeySequence& key) const {

@@ -63,7 +63,7 @@ class CommandActions : public QObject {
     void PromptChanged(const QString& prompt);
 
   private:
-    void AddPlainKeys(const CommandInfo& info);
+    void AddKeys(const CommandInfo& info);
 
     CommandRoute route_;
     std::map<QKeySequence, int> plainKeys_;
