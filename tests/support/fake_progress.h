@@ -33,9 +33,9 @@ class FakeProgress : public ProgressFactory {
         explicit Window(FakeProgress& owner) : owner_(owner) {}
         ~Window() override { --owner_.openWindows; }
 
-        void SetRange(int lowest, int highest) override {
-            owner_.lowest = lowest;
-            owner_.highest = highest;
+        void SetRange(int from, int to) override {
+            owner_.lowest = from;
+            owner_.highest = to;
         }
         void SetPosition(int position) override { owner_.positions.push_back(position); }
         bool Poll() override {

@@ -1,0 +1,83 @@
+// Writes small sound files of every kind that the readers take into the subfolders wav, aiff and au
+// of a folder, for the fuzzers to start from.
+#include <algorithm>
+#include <cstdio>
+
+#include "sound/aiff_file.h"
+#include "sound/au_file.h"
+#include "support/fake_progress.h"
+#include "support/recording_prompts.h"
+#include "support/sound_files.h"
+
+namespace sonavel {
+namespace {
+
+namespace fs = std::filesystem;
+
+FileBytes Ramp() {
+    FileBytes bytes(64);
+    for (std::size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<std::uint8_t>(i * 4);
+    return bytes;
+}
+
+// Markers as other programs write them: labels before texts, a list of other things before the
+// data.
+FileBytes WavWithTexts() {
+    WavParts parts;
+    parts.data = Ramp();
+    parts.beforeData = RiffChunkBytes("LIST", BytesOf("INFOISFT") + FileBytes{2, 0, 0, 0, 'x', 0});
+    const FileBytes point = ByteBuilder()
+                                .Little32(1)
+                                .Little32(1)
+                                .Little32(9)
+                                .Text("data")
+                                .Little32(0)
+                                .Little32(0)
+                                .Little32(9)
+                                .Bytes();
+    const FileBytes text =
+        ByteBuilder().Little32(1).Little32(5).Text("rgn ").Little32(0).Little32(0).Bytes();
+    parts.behindData =
+        RiffChunkBytes("cue ", point) +
+        RiffChunkBytes("LIST", BytesOf("adtl") + RiffChunkBytes("labl", {1, 0, 0, 0, 'a', 'b'}) +
+                                   RiffChunkBytes("ltxt", text));
+    return WavBytes(parts);
+}
+
+bool WriteSeeds(const fs::path& folder) {
+    RecordingPrompts prompts;
+    FakeProgress progress;
+    CWave wave(prompts, progress);
+    bool written = true;
+    for (const unsigned bits : {8u, 16u}) {
+        for (const unsigned channels : {1u, 2u}) {
+            // A rate of 5, because an AIFF file gets one second of sound.
+            written = written && wave.Create(channels, bits, 5, 8);
+            std::ranges::copy_n(Ramp().begin(), wave.GetDataSize(), wave.MutableBytes().begin());
+            wave.Markers().Add(3, "", 2);
+            const std::string name = std::to_string(bits) + "-" + std::to_string(channels);
+            written = written && wave.Save(folder / "wav" / name, MarkerSaving::kOn) &&
+                      WriteAiff(folder / "aiff" / name, wave) &&
+                      WriteAu(folder / "au" / name, wave);
+        }
+    }
+    WriteFileBytes(folder / "wav" / "texts", WavWithTexts());
+    for (const std::uint32_t encoding : {1u, 27u})
+        WriteFileBytes(folder / "au" / ("code-" + std::to_string(encoding)),
+                       AuBytes({24, 0xFFFFFFFF, encoding, 8000, 1, Ramp()}));
+    return written;
+}
+
+}  // namespace
+}  // namespace sonavel
+
+int main(int count, char** arguments) {
+    if (count != 2) {
+        std::fprintf(stderr, "usage: fuzz_seeds FOLDER\n");
+        return 2;
+    }
+    const std::filesystem::path folder = arguments[1];
+    for (const char* kind : {"wav", "aiff", "au"})
+        std::filesystem::create_directories(folder / kind);
+    return sonavel::WriteSeeds(folder) ? 0 : 1;
+}
