@@ -13,6 +13,8 @@
 #include "view/ui/waveform_canvas.h"
 #include "view/ui/zoom_button.h"
 
+class QSinglePointEvent;
+
 namespace sonavel {
 
 class SoundViewWidget : public QWidget, private SoundViewObserver {
@@ -77,7 +79,6 @@ class SoundViewWidget : public QWidget, private SoundViewObserver {
     void ScrollWaveform(const WaveformCanvas::Update& change);
     void PaintWaveform(QPainter& painter, const QRect& area);
     void PaintColumns(QPainter& painter);
-    void PaintMarkers(QPainter& painter);
 
     PointerEvent PointerOf(const QSinglePointEvent& event) const;
     void FollowDrag();

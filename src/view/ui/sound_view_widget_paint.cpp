@@ -3,7 +3,7 @@
 #include <QPaintEvent>
 #include <QPainter>
 
-#include "view/ui/marker_strip.h"
+#include "view/ui/marker_painter.h"
 #include "view/ui/qt_values.h"
 #include "view/ui/ruler_painter.h"
 #include "view/ui/sound_view_widget.h"
@@ -53,7 +53,7 @@ void SoundViewWidget::paintEvent(QPaintEvent* event) {
     for (const QRect& part : waveform) PaintWaveform(painter, part);
     if (!waveform.isEmpty()) PaintColumns(painter);
     if (region.intersects(ToQRect(geometry.verticalRuler))) PaintVerticalRuler(painter, view_);
-    if (region.intersects(ToQRect(geometry.markerStrip))) PaintMarkers(painter);
+    if (region.intersects(ToQRect(geometry.markerStrip))) PaintMarkerStrip(painter, view_);
     if (region.intersects(ToQRect(geometry.horizontalRuler))) PaintHorizontalRuler(painter, view_);
 }
 
@@ -73,15 +73,6 @@ void SoundViewWidget::PaintColumns(QPainter& painter) {
     painter.setCompositionMode(QPainter::CompositionMode_Difference);
     painter.fillRect(ToQRect(*play), Qt::white);
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-}
-
-void SoundViewWidget::PaintMarkers(QPainter& painter) {
-    const Rectangle& area = view_.Geometry().markerStrip;
-    if (area.Empty()) return;
-    PaintMarkerStrip(
-        painter, area,
-        LayOutMarkers(area, view_.Pixels(), view_.Sound().Markers(), WidthIn(MarkerFont())),
-        view_.Colours());
 }
 
 }  // namespace sonavel

@@ -33,12 +33,12 @@ UserZoomDialog::UserZoomDialog(const UserZoom& initial, QWidget* parent)
     auto* group = new QGroupBox(tr("Zoom Type"), this);
     auto* grid = new QGridLayout(group);
     grid->setHorizontalSpacing(12);
-    const QString order = tr("The end must lie after the start.");
+    const QString order = tr("Must lie after the start");
     AddSection(*grid, UserZoom::Type::kPercent,
                {tr("&Percent"),
                 {tr("Zoom &Level(%)"), tr("&Zoom Time(%)")},
                 {levelPercent_, timePercent_},
-                tr("Numbers above 0 are needed.")});
+                tr("Must be above 0")});
     AddSection(*grid, UserZoom::Type::kSample,
                {tr("&Sample"),
                 {tr("Start S&ample"), tr("&End Sample")},

@@ -1,0 +1,309 @@
+// The window of a sound view: what it paints, how mouse, keys and scroll bars reach the view.
+#include <QScreen>
+#include <QSignalSpy>
+#include <QWheelEvent>
+
+#include "ui/view_fixture.h"
+#include "view/envelope.h"
+#include "view/ui/qt_values.h"
+
+namespace sonavel {
+namespace {
+
+// Collects what a widget is asked to paint.
+class PaintWatch : public QObject {
+  public:
+    explicit PaintWatch(QWidget& widget) : widget_(widget) {
+        QApplication::processEvents();
+        widget.installEventFilter(this);
+    }
+    QRegion Painted() {
+        QApplication::processEvents();
+        return painted_;
+    }
+    bool eventFilter(QObject* object, QEvent* event) override {
+        if (object == &widget_ && event->type() == QEvent::Paint)
+            painted_ += static_cast<QPaintEvent*>(event)->region();
+        return false;
+    }
+
+  private:
+    QWidget& widget_;
+    QRegion painted_;
+};
+
+int WidthOf(const QRegion& region) {
+    int width = 0;
+    for (const QRect& rect : region) width += rect.width();
+    return width;
+}
+
+class SoundViewWidgetTest : public ViewFixture {
+  protected:
+    void Wheel(QPoint position, int angle, Qt::KeyboardModifiers modifiers) {
+        QWheelEvent event(position, widget_->mapToGlobal(position), {}, {0, angle}, Qt::NoButton,
+                          modifiers, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(widget_.get(), &event);
+    }
+    void Drag(QPoint from, QPoint to, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::mousePress(widget_.get(), Qt::LeftButton, modifiers, from);
+        QTest::mouseMove(widget_.get(), (from + to) / 2);
+        QTest::mouseMove(widget_.get(), to);
+        QTest::mouseRelease(widget_.get(), Qt::LeftButton, modifiers, to);
+    }
+    // What stands on the screen, against everything painted anew.
+    void ExpectScreenIsUpToDate() {
+        QApplication::processEvents();
+        const QImage screen = widget_->screen()
+                                  ->grabWindow(widget_->winId())
+                                  .toImage()
+                                  .convertToFormat(QImage::Format_RGB32);
+        const QRect waveform = ToQRect(widget_->View().Geometry().waveform);
+        EXPECT_EQ(screen.copy(waveform), Grab().copy(waveform));
+    }
+    QScrollBar* Bar(Qt::Orientation orientation) const {
+        for (QScrollBar* bar : widget_->findChildren<QScrollBar*>())
+            if (bar->orientation() == orientation) return bar;
+        return nullptr;
+    }
+};
+
+TEST_F(SoundViewWidgetTest, PaintsEveryColumnWhereTheEnvelopeHasIt) {
+    CSoundView& view = Open({2, 60000, BeatingTone, {}});
+    view.SetSelection(20000, 40000);
+    const QImage image = Grab();
+    for (unsigned channel : {0u, 1u}) {
+        const Rectangle lane = view.Geometry().Lane(channel, 2);
+        int selected = 0;
+        for (const EnvelopeColumn& column :
+             EnvelopeColumns({view.Sound(), view.Extremes(), channel, lane, view.Horizontal(),
+                              view.Vertical(), view.GetSelection()})) {
+            const bool inSelection = column.pen == ColumnPen::kSelected;
+            selected += inSelection;
+            const QRgb pen = ToQColor(view.Colours()[inSelection ? ColourSlot::kSelectedWaveform
+                                                                 : ColourSlot::kWaveform])
+                                 .rgb();
+            if (column.x < 2) continue;  // the cursor stands there
+            ASSERT_EQ(image.pixel(column.x, column.yMax), pen) << channel << " " << column.x;
+            ASSERT_EQ(image.pixel(column.x, column.yMin), pen) << channel << " " << column.x;
+            ASSERT_NE(image.pixel(column.x, lane.top), pen) << channel << " " << column.x;
+        }
+        EXPECT_GT(selected, 150);
+    }
+}
+
+TEST_F(SoundViewWidgetTest, ACursorMoveAndAScrollStepPaintOnlyTheirStrips) {
+    CSoundView& view = Open({2, 200000, BeatingTone, {}});
+    view.ZoomTimeIn();
+    view.ZoomTimeIn();
+    view.ScrollHorizontallyTo(400);
+    const QRect waveform = ToQRect(view.Geometry().waveform);
+
+    PaintWatch cursorWatch(*widget_);
+    view.SetCursor(static_cast<std::uint32_t>(FrameAt(200)));
+    const QRegion cursor = cursorWatch.Painted() & waveform;
+    EXPECT_FALSE(cursor.isEmpty());
+    EXPECT_LT(WidthOf(cursor), 20);
+    ExpectScreenIsUpToDate();
+
+    PaintWatch scrollWatch(*widget_);
+    view.ScrollHorizontally(ScrollStep::kPageForward);
+    const QRegion scrolled = scrollWatch.Painted() & waveform;
+    EXPECT_FALSE(scrolled.isEmpty());
+    EXPECT_LT(WidthOf(scrolled), 40);
+    ExpectScreenIsUpToDate();
+
+    PaintWatch selectionWatch(*widget_);
+    view.SetSelection(static_cast<std::uint32_t>(FrameAt(300)),
+                      static_cast<std::uint32_t>(FrameAt(340)));
+    EXPECT_LT(WidthOf(selectionWatch.Painted() & waveform), 60);
+    ExpectScreenIsUpToDate();
+}
+
+TEST_F(SoundViewWidgetTest, ShowsEveryChangeOfTheSound) {
+    CSoundView& view = Open({1, 5000, BeatingTone, {}});
+    std::ranges::fill(view.Sound().MutableBytes(), std::uint8_t{0});
+    view.Document().NotifyChanged(0);
+    ExpectScreenIsUpToDate();
+    const Rectangle& waveform = view.Geometry().waveform;
+    const QRgb pen = ToQColor(view.Colours()[ColourSlot::kWaveform]).rgb();
+    const QImage image = Grab();
+    for (int y = waveform.top; y < waveform.bottom; ++y)
+        EXPECT_EQ(image.pixel(100, y) == pen, y == waveform.top + waveform.Height() / 2) << y;
+}
+
+TEST_F(SoundViewWidgetTest, ADragSelectsAndAClickSetsTheCursor) {
+    CSoundView& view = Open({1, 64000, BeatingTone, {}});
+    QSignalSpy changes(widget_.get(), &SoundViewWidget::SelectionChanged);
+    Drag(Waveform(100, 50), Waveform(300, 60));
+    EXPECT_EQ(view.GetSelection(), (Selection{static_cast<std::uint32_t>(FrameAt(100)),
+                                              static_cast<std::uint32_t>(FrameAt(300))}));
+    EXPECT_GE(changes.count(), 1);
+
+    QTest::mouseMove(widget_.get(), Waveform(301, 20));
+    EXPECT_EQ(widget_->cursor().shape(), Qt::SplitHCursor);
+    Drag(Waveform(301, 20), Waveform(401, 20));
+    EXPECT_EQ(view.GetSelection().start, FrameAt(100));
+    EXPECT_NEAR(view.GetSelection().end, FrameAt(400), FrameAt(2));
+
+    Drag(Waveform(450, 20), Waveform(450, 20), Qt::ShiftModifier);
+    EXPECT_EQ(view.GetSelection().end, FrameAt(450));
+
+    QTest::mouseClick(widget_.get(), Qt::LeftButton, {}, Waveform(500, 20));
+    EXPECT_FALSE(view.HasSelection());
+    EXPECT_EQ(view.Cursor(), FrameAt(500));
+    QTest::mouseMove(widget_.get(), Waveform(200, 20));
+    EXPECT_EQ(widget_->cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST_F(SoundViewWidgetTest, ADragPastTheEdgeScrollsOn) {
+    CSoundView& view = Open({1, 64000, BeatingTone, {}});
+    view.ZoomTimeIn();
+    view.ZoomTimeIn();
+    QTest::mousePress(widget_.get(), Qt::LeftButton, {}, Waveform(300, 20));
+    const auto anchor = static_cast<std::uint32_t>(FrameAt(300));
+    QTest::mouseMove(widget_.get(), Waveform(view.WaveformWidth() + 15, 20));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return view.Horizontal().position >= 60; }, 5000));
+    QTest::mouseRelease(widget_.get(), Qt::LeftButton, {}, Waveform(view.WaveformWidth() + 15, 20));
+    EXPECT_EQ(view.GetSelection().start, anchor);
+    EXPECT_GE(view.GetSelection().end, FrameAt(view.WaveformWidth() - 1));
+    const std::int64_t position = view.Horizontal().position;
+    QTest::qWait(80);
+    EXPECT_EQ(view.Horizontal().position, position);
+}
+
+TEST_F(SoundViewWidgetTest, TheWheelZoomsAroundThePointer) {
+    CSoundView& view = Open({1, 1000000, BeatingTone, {}});
+    const QPoint pointer = Waveform(400, 100);
+    const std::int64_t frame = FrameAt(400);
+    for (int notch = 0; notch < 4; ++notch) {
+        Wheel(pointer, 120, Qt::ControlModifier);
+        EXPECT_NEAR(static_cast<double>(FrameAt(400)), static_cast<double>(frame),
+                    static_cast<double>(2 * view.TimeRatio() + 2));
+    }
+    EXPECT_EQ(view.Horizontal().maximum, 16 * view.WaveformWidth());
+    const std::int64_t position = view.Horizontal().position;
+    Wheel(pointer, -120, {});
+    EXPECT_GT(view.Horizontal().position, position);
+    Wheel(pointer, 120, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_TRUE(view.ShowsVerticalScrollBar());
+    EXPECT_TRUE(Bar(Qt::Vertical)->isVisible());
+}
+
+TEST_F(SoundViewWidgetTest, ScrollBarsAndViewStayInStep) {
+    CSoundView& view = Open({1, 64000, BeatingTone, {}});
+    QScrollBar* const bar = Bar(Qt::Horizontal);
+    EXPECT_FALSE(Bar(Qt::Vertical)->isVisible());
+    EXPECT_EQ(bar->maximum(), 0);
+    view.ZoomTimeIn();
+    view.ZoomTimeIn();
+    EXPECT_EQ(bar->maximum(), view.Horizontal().LastPosition());
+    EXPECT_EQ(bar->pageStep(), view.Horizontal().page);
+
+    struct Step {
+        QAbstractSlider::SliderAction action;
+        std::int64_t expected;
+    };
+    view.ScrollHorizontallyTo(100);
+    EXPECT_EQ(bar->value(), 100);
+    for (const Step& step :
+         {Step{QAbstractSlider::SliderSingleStepAdd, 101},
+          Step{QAbstractSlider::SliderPageStepAdd, 111},
+          Step{QAbstractSlider::SliderSingleStepSub, 110},
+          Step{QAbstractSlider::SliderPageStepSub, 100},
+          Step{QAbstractSlider::SliderToMaximum, view.Horizontal().LastPosition()},
+          Step{QAbstractSlider::SliderToMinimum, 0}}) {
+        bar->triggerAction(step.action);
+        EXPECT_EQ(view.Horizontal().position, step.expected) << step.action;
+        EXPECT_EQ(bar->value(), step.expected) << step.action;
+    }
+    bar->setValue(250);
+    EXPECT_EQ(view.Horizontal().position, 250);
+
+    view.ZoomLevelIn();
+    EXPECT_TRUE(Bar(Qt::Vertical)->isVisible());
+    Bar(Qt::Vertical)->setValue(3);
+    EXPECT_EQ(view.Vertical().position, 3);
+    view.ZoomDefault();
+    EXPECT_FALSE(Bar(Qt::Vertical)->isVisible());
+}
+
+TEST_F(SoundViewWidgetTest, TheZoomButtonsTakeEitherButton) {
+    CSoundView& view = Open({1, 64000, BeatingTone, {}});
+    const auto press = [&](const Rectangle& area, Qt::MouseButton button) {
+        QWidget* child = widget_->childAt(ToQRect(area).center());
+        ASSERT_NE(child, nullptr);
+        QTest::mouseClick(child, button);
+    };
+    const std::int64_t width = view.Horizontal().maximum;
+    press(view.Geometry().timeZoomButton, Qt::LeftButton);
+    EXPECT_EQ(view.Horizontal().maximum, 2 * width);
+    press(view.Geometry().timeZoomButton, Qt::RightButton);
+    EXPECT_EQ(view.Horizontal().maximum, width);
+    press(view.Geometry().levelZoomButton, Qt::LeftButton);
+    EXPECT_TRUE(view.ShowsVerticalScrollBar());
+    press(view.Geometry().levelZoomButton, Qt::RightButton);
+    EXPECT_FALSE(view.ShowsVerticalScrollBar());
+    press(view.Geometry().zoomerButton, Qt::LeftButton);
+    EXPECT_EQ(viewDialogs_.asked, std::vector<std::string>{"zoom"});
+}
+
+TEST_F(SoundViewWidgetTest, PlainKeysRunTheirCommands) {
+    CSoundView& view = Open({1, 64000, BeatingTone, {}});
+    QTest::keyClick(widget_.get(), Qt::Key_Up);
+    EXPECT_EQ(view.Horizontal().maximum, 2 * view.WaveformWidth());
+    view.SetCursor(1000);
+    QTest::keyClick(widget_.get(), Qt::Key_Right);
+    EXPECT_EQ(view.Cursor(), 1000 + view.Pixels().FramesIn(1));
+    QTest::keyClick(widget_.get(), Qt::Key_M);
+    EXPECT_EQ(view.Sound().Markers().Count(), 1u);
+    QTest::keyClick(widget_.get(), Qt::Key_End, Qt::ShiftModifier);
+    EXPECT_EQ(view.GetSelection().end, 64000u);
+    QTest::keyClick(widget_.get(), Qt::Key_Space);
+    EXPECT_TRUE(view.Sound().IsPlaying());
+    QTest::keyClick(widget_.get(), Qt::Key_Return);
+    EXPECT_TRUE(view.Sound().IsPaused());
+    QTest::keyClick(widget_.get(), Qt::Key_Return);
+    QTest::keyClick(widget_.get(), Qt::Key_Space);
+    EXPECT_TRUE(view.Sound().IsStopped());
+}
+
+TEST_F(SoundViewWidgetTest, TheRightButtonOpensTheMenuForTheSelection) {
+    CSoundView& view = Open({1, 64000, BeatingTone, {}});
+    for (const bool selected : {false, true}) {
+        if (selected) view.SetSelection(1000, 30000);
+        QTest::mousePress(widget_.get(), Qt::RightButton, {}, Waveform(400, 40));
+        QTest::mouseRelease(widget_.get(), Qt::RightButton, {}, Waveform(400, 40));
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_NE(menu, nullptr);
+        EXPECT_EQ(menu->objectName(), selected ? "Sound View Selection" : "Sound View Normal");
+        const QAction* cut = actions_->Action(view_command::kCut);
+        EXPECT_EQ(menu->actions().contains(cut), selected);
+        EXPECT_EQ(cut->isEnabled(), selected);
+        menu->close();
+        QApplication::processEvents();
+    }
+}
+
+TEST_F(SoundViewWidgetTest, AFlagIsDraggedAndAPlainPointerReadsTheSamples) {
+    TestSound sound{1, 64000, [](unsigned, std::uint32_t frame) { return int(frame % 100); }, {}};
+    sound.markers.Add(32000, "Here", 0);
+    SetOption("__SOUND_GENERAL_OPTIONS", "DISPLAY SAMPLE DATA", 1);
+    CSoundView& view = Open(sound);
+    const auto x = static_cast<int>(view.Pixels().X(32000)) + 2;
+    const int y = view.Geometry().markerStrip.top + 4;
+    QTest::mouseMove(widget_.get(), {x, y});
+    EXPECT_EQ(widget_->cursor().shape(), Qt::PointingHandCursor);
+    Drag({x, y}, {x + 100, y});
+    EXPECT_EQ(view.Sound().Markers().All()[0].position,
+              32000 + static_cast<std::uint32_t>(FrameAt(x + 100) - FrameAt(x)));
+
+    QSignalSpy texts(widget_.get(), &SoundViewWidget::StatusTextChanged);
+    QTest::mouseMove(widget_.get(), Waveform(123, 20));
+    ASSERT_GE(texts.count(), 1);
+    EXPECT_EQ(texts.last()[0].toString(),
+              QStringLiteral("(Sample Value) Left,Right : %1").arg(FrameAt(123) % 100));
+}
+
+}  // namespace
+}  // namespace sonavel
