@@ -97,7 +97,7 @@ Outcome Apply(BatchSession& session, const Arguments& words, const Effect& effec
 
 Outcome Preview(BatchSession& session, const Arguments& words, const Effect& effect) {
     const std::vector<double> values = ValuesFor(effect, words);
-    if (!effect.preview(TargetOf(session), values, PreviewPlay::kSilently))
+    if (!effect.preview(TargetOf(session), values, PreviewPlay::kNo))
         return session.OutcomeOf(false);
     session.SetPreviewPrefix(session.Document(), effect.titlePrefix);
     return Done();

@@ -1,0 +1,361 @@
+// Whole runs of the tool against files of a temporary folder: script in, exact output out.
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "batch/batch_call.h"
+#include "platform/replace_file.h"
+
+namespace sonavel::batch {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct ToolResult {
+    int status = 0;
+    std::string out;
+    std::string errors;
+};
+
+class BatchToolTest : public testing::Test {
+  protected:
+    BatchToolTest() {
+        std::string name = (fs::temp_directory_path() / "batch_XXXXXX").string();
+        folder_ = mkdtemp(name.data());
+        Write("Options.ini",
+              "[__SOUND_GENERAL_OPTIONS]\nSAVE UNDO REDO INFOMATION=1\n마커 저장=1\n");
+    }
+    ~BatchToolTest() override { fs::remove_all(folder_); }
+
+    void Write(const char* name, std::string_view bytes) const {
+        std::ofstream(folder_ / name, std::ios::binary).write(bytes.data(), std::ssize(bytes));
+    }
+
+    std::string Bytes(const char* name) const {
+        return ReadSmallFile(folder_ / name, 1 << 20).value_or("(none)");
+    }
+
+    // A mono 16-bit WAV file at 8000 Hz whose samples are 1, 2, 3, ...
+    void WriteRamp(const char* name, int frames) const {
+        const auto word = [](unsigned value, int bytes) {
+            std::string text;
+            for (; bytes > 0; --bytes, value >>= 8) text += static_cast<char>(value & 0xFF);
+            return text;
+        };
+        std::string data;
+        for (int i = 1; i <= frames; ++i) data += word(static_cast<unsigned>(i), 2);
+        const auto size = static_cast<unsigned>(data.size());
+        Write(name, "RIFF" + word(36 + size, 4) + "WAVEfmt " + word(16, 4) + word(1, 2) +
+                        word(1, 2) + word(8000, 4) + word(16000, 4) + word(2, 2) + word(16, 2) +
+                        "data" + word(size, 4) + data);
+    }
+
+    // "@" in a script or in what was printed stands for the temporary folder.
+    ToolResult Call(std::vector<std::string> words, const std::string& input = "") const {
+        for (std::string& word : words) Replace(word, "@", folder_.string());
+        std::istringstream in(input);
+        std::ostringstream out, errors;
+        const int status = RunBatchTool(words, {in, out, errors});
+        ToolResult result{status, out.str(), errors.str()};
+        Replace(result.out, folder_.string(), "@");
+        Replace(result.errors, folder_.string(), "@");
+        return result;
+    }
+
+    ToolResult Run(const std::string& script) const {
+        return Call({"--folder", folder_.string(), "-c", script});
+    }
+
+    void ExpectOutput(const std::string& script, const std::string& expected) const {
+        const ToolResult result = Run(script);
+        EXPECT_EQ(result.out, expected) << script;
+        EXPECT_EQ(result.errors, "") << script;
+        EXPECT_EQ(result.status, 0) << script;
+    }
+
+    fs::path folder_;
+
+  private:
+    static void Replace(std::string& text, const std::string& from, const std::string& to) {
+        for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, at)) {
+            text.replace(at, from.size(), to);
+            at += to.size();
+        }
+    }
+};
+
+// --- The call
+
+TEST_F(BatchToolTest, ReadsScriptsFromFilesInputAndWords) {
+    Write("s.txt", "new\nactivate 7");
+    struct Case {
+        std::vector<std::string> words;
+        std::string input;
+        std::string errors;
+        int status;
+    };
+    const std::string reason = "activate: failed: There is no document 7.\n";
+    const Case cases[] = {
+        {{"--folder", "@", "@/s.txt"}, "", "@/s.txt:2: " + reason, 1},
+        {{"--folder", "@", "-"}, "\n\nactivate 7", "-:3: " + reason, 1},
+        {{"-c", "activate 7", "--folder", "@"}, "", "-c:1: " + reason, 1},
+        {{"--folder", "@", "-c", "new; activate x"},
+         "",
+         "-c:1: expected a whole number from 1 to 2147483647 for N, not \"x\"\n",
+         2},
+        {{"--folder", "@/none", "-c", "new"}, "", "sonavel-batch: \"@/none\" is not a folder\n", 2},
+        {{"@/none"}, "", "sonavel-batch: cannot read the script \"@/none\"\n", 2},
+    };
+    for (const Case& c : cases) {
+        const ToolResult result = Call(c.words, c.input);
+        EXPECT_EQ(result.errors, c.errors);
+        EXPECT_EQ(result.out, "");
+        EXPECT_EQ(result.status, c.status) << c.errors;
+    }
+}
+
+TEST_F(BatchToolTest, RefusesOtherCalls) {
+    const std::pair<std::vector<std::string>, std::string> cases[] = {
+        {{}, "expected a script"},
+        {{"-c"}, "expected the text of a script behind -c"},
+        {{"--folder"}, "expected a folder behind --folder"},
+        {{"--fast", "x"}, "expected an option or a script, not \"--fast\""},
+        {{"-", "x"}, "expected one script, not also \"x\""},
+    };
+    for (const auto& [words, mistake] : cases) {
+        const ToolResult result = Call(words);
+        EXPECT_EQ(result.errors.substr(0, result.errors.find('\n')), "sonavel-batch: " + mistake);
+        EXPECT_NE(result.errors.find("\nusage: "), std::string::npos);
+        EXPECT_EQ(result.status, 2);
+    }
+    const ToolResult help = Call({"--help"});
+    EXPECT_EQ(help.status, 0);
+    EXPECT_NE(help.out.find("\n  crossfade [from=0] [to=0] [nonlinear=off]\n"), std::string::npos);
+    EXPECT_EQ(Call({"--version"}).out.rfind("sonavel-batch 1.", 0), 0u);
+}
+
+TEST_F(BatchToolTest, RunsNothingWhenALineIsWrong) {
+    const ToolResult result = Run("new; save @/new.wav\nnew bits=9");
+    EXPECT_EQ(result.status, 2);
+    EXPECT_FALSE(fs::exists(folder_ / "new.wav"));
+}
+
+TEST_F(BatchToolTest, ShowsProgressOnRequest) {
+    WriteRamp("r.wav", 10);
+    const std::string script = "open @/r.wav; volume percent=50";
+    EXPECT_EQ(Run(script).errors, "");
+    const ToolResult result = Call({"--progress", "--folder", "@", "-c", script});
+    EXPECT_NE(result.errors.find("Volume: 0%\n"), std::string::npos) << result.errors;
+    EXPECT_EQ(result.status, 0);
+}
+
+// --- Failures
+
+TEST_F(BatchToolTest, StopsAtTheFirstFailureUnlessItIsTried) {
+    Write("bad.wav", "RIFF");
+    const ToolResult result =
+        Run("try cut; try info\nnew; try cut\ntry undo; try zoom-selection; try paste\n"
+            "try preview-save @/p.wav; try envelope channel=1; try marker-set 3 0\n"
+            "try zoom-range 0 1; try save; info; paste; info");
+    EXPECT_EQ(result.out,
+              "failed: No document is open.\nfailed: No document is open.\n"
+              "failed: Nothing is selected.\nfailed: There is nothing to undo.\n"
+              "failed: Nothing is selected.\nfailed: The clipboard holds no wave data.\n"
+              "failed: There is no preview sound.\nfailed: The sound has no channel 1.\n"
+              "failed: There is no such marker.\n"
+              "failed: The range does not lie within the sound.\n"
+              "failed: The document has no file yet.\n"
+              "document 1 title=\"Sound1\" rate=44100 channels=1 bits=8 frames=0 bytes=0 "
+              "duration=0.000000 modified=0 selection=0..0 cursor=0 markers=0\n");
+    EXPECT_EQ(result.errors, "-c:5: paste: failed: The clipboard holds no wave data.\n");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(Run("open @/none.wav").status, 1);
+    EXPECT_EQ(Run("open @/bad.wav; info").status, 1);
+    EXPECT_EQ(Run("preview volume").errors, "-c:1: preview: failed: No document is open.\n");
+}
+
+// --- Documents
+
+TEST_F(BatchToolTest, OpensSavesAndReports) {
+    WriteRamp("r.wav", 4);
+    ExpectOutput(
+        "open @/r.wav; info; samples 2 9; samples -1 2\n"
+        "marker-add 1 name=\"say \\\"hi\\\"\"; marker-add 9; marker-set 2 2 length=9; markers; "
+        "info",
+        "document 1 title=\"r.wav\" rate=8000 channels=1 bits=16 frames=4 bytes=8 "
+        "duration=0.000500 modified=0 selection=0..0 cursor=0 markers=0\n"
+        "2 3\n3 4\n0 1\n"
+        "marker 1 position=1 length=0 name=\"say \\\"hi\\\"\"\n"
+        "marker 2 position=2 length=2 name=\"Marker 2\"\n"
+        "document 1 title=\"r.wav\" rate=8000 channels=1 bits=16 frames=4 bytes=8 "
+        "duration=0.000500 modified=1 selection=0..0 cursor=0 markers=2\n");
+}
+
+TEST_F(BatchToolTest, SavesUnderOtherFormats) {
+    WriteRamp("r.wav", 4);
+    const std::string format = "rate=8000 channels=2 bits=8 frames=4 bytes=8 duration=0.000500 ";
+    ExpectOutput(
+        "open @/r.wav; marker-add 1; try save-as @/stereo channels=2 bits=8 markers=off\n"
+        "save @/x.au; info; open @/stereo.WAV; info; samples 3 1; try save @/none/x.wav",
+        "failed: The sound was written without its markers.\n"
+        "document 1 title=\"x.au\" " +
+            format + "modified=0 selection=0..0 cursor=0 markers=1\n" +
+            "document 2 title=\"stereo.WAV\" " + format +
+            "modified=0 selection=0..0 cursor=0 markers=0\n3 0 0\n"
+            "message: File Open Failure.\nfailed: File Open Failure.\n");
+}
+
+TEST_F(BatchToolTest, ConvertsAsOneUndoableEdit) {
+    WriteRamp("r.wav", 2);
+    ExpectOutput(
+        "open @/r.wav; convert-channels 2 mode=1; samples 0 2; convert-channels 2; set-rate 11025\n"
+        "history; undo; undo; samples 0 1; save-as @/out channels=2; samples 0 1; history\n"
+        "open @/out.WAV; convert-bits 8; samples 0 1",
+        "0 0 1\n1 0 2\n"
+        "step 0 kind=2 name=\"Copy Sample\"\nstep 1 kind=2 name=\"Copy Sample\" *\n"
+        "0 1\n0 1 1\nstep 0 kind=2 name=\"Copy Sample\" *\n"
+        "0 0 0\n");
+}
+
+TEST_F(BatchToolTest, CountsOpenDocumentsInTheOrderOfCreation) {
+    WriteRamp("r.wav", 4);
+    const ToolResult result =
+        Run("new; open @/r.wav; new; activate 2; info; close; info; close; info; close; try info");
+    std::string titles;
+    std::istringstream lines(result.out);
+    for (std::string line; std::getline(lines, line);)
+        titles += line.substr(0, line.find(" rate")) + '\n';
+    EXPECT_EQ(titles,
+              "document 2 title=\"r.wav\"\ndocument 2 title=\"Sound2\"\n"
+              "document 1 title=\"Sound1\"\nfailed: No document is open.\n");
+}
+
+// --- Questions
+
+TEST_F(BatchToolTest, AnswersQuestionsFromTheQueue) {
+    WriteRamp("r.wav", 2);
+    const std::string warning = "question: 원본 포맷과 같지 않습니다... -> ";
+    ExpectOutput(
+        "open @/r.wav; select-all; copy\n"
+        "new rate=8000 channels=2 bits=16; answer cancel; try paste\n"
+        "answer ok left; paste; samples 0 1; answer yes cancel; try paste; paste; samples 0 1",
+        warning + "cancel\nfailed: Cancelled.\n" +                          //
+            warning + "ok\nquestion: Convert to stereo -> left\n0 1 0\n" +  //
+            warning + "ok\nquestion: Convert to stereo -> cancel\nfailed: Cancelled.\n" + warning +
+            "ok\nquestion: Convert to stereo -> both\n0 1 0\n");
+}
+
+TEST_F(BatchToolTest, PrintsMessagesOnOneLine) {
+    WriteRamp("r.wav", 4);
+    const ToolResult result = Run("open @/r.wav; pan value=3");
+    EXPECT_EQ(result.out, "message: Can not use Panpot/Crossfade in Mono File.\n");
+    EXPECT_EQ(result.errors, "-c:1: pan: failed: Can not use Panpot/Crossfade in Mono File.\n");
+}
+
+// --- Editing
+
+TEST_F(BatchToolTest, EditsThroughTheClipboard) {
+    WriteRamp("r.wav", 6);
+    ExpectOutput(
+        "open @/r.wav; select 1 3; cut; samples 0 9; cursor 99; paste; samples 3 9\n"
+        "select 0 1; paste-replicate 2; samples 0 4; clipboard-save @/clip.bin\n"
+        "undo; undo; undo; samples 0 9; redo; samples 0 9; history",
+        "0 1\n1 4\n2 5\n3 6\n"
+        "3 6\n4 2\n5 3\n"
+        "0 2\n1 3\n2 2\n3 3\n"
+        "0 1\n1 2\n2 3\n3 4\n4 5\n5 6\n"
+        "0 1\n1 4\n2 5\n3 6\n"
+        "step 0 kind=2 name=\"Source Sample\" *\nstep 1 kind=2 name=\"Copy Sample\"\n"
+        "step 2 kind=2 name=\"Copy Sample\"\nstep 3 kind=2 name=\"Copy Sample\"\n");
+    EXPECT_EQ(Bytes("clip.bin").size(), 48u);
+    ExpectOutput(
+        "clipboard-load @/clip.bin; open @/r.wav; mix clipboard=200 destination=-100\n"
+        "samples 0 3; select 0 4; crossfade-mix clipboard-end=0 destination-end=100\n"
+        "paste-new; info",
+        "0 3\n1 4\n2 3\n"
+        "document 2 title=\"Paste_1\" rate=8000 channels=1 bits=16 frames=4 bytes=8 "
+        "duration=0.000500 modified=1 selection=0..0 cursor=0 markers=0\n");
+}
+
+// --- Effects
+
+TEST_F(BatchToolTest, AppliesAndPreviewsEffects) {
+    WriteRamp("r.wav", 4);
+    ExpectOutput(
+        "open @/r.wav; select 1 3; volume percent=300; samples 0 9; history\n"
+        "convert-channels 2; preview volume percent=200; samples 1 1\n"
+        "preview-save @/p.wav; preview-new; info; samples 0 9; open @/p.wav; samples 0 1",
+        "0 1\n1 6\n2 9\n3 4\nstep 0 kind=2 name=\"Copy Sample\" *\n"
+        "1 6 6\n"
+        "document 2 title=\"Volume_1\" rate=8000 channels=2 bits=16 frames=2 bytes=8 "
+        "duration=0.000250 modified=1 selection=0..0 cursor=0 markers=0\n"
+        "0 12 12\n1 18 18\n0 12 12\n");
+}
+
+TEST_F(BatchToolTest, GivesTheRightChannelTheLeftOnesDynamics) {
+    WriteRamp("r.wav", 4);
+    ExpectOutput(
+        "open @/r.wav; convert-channels 2; dynamics below=0.5; samples 3 1\n"
+        "dynamics below=0.5 below-right=1; samples 3 1",
+        "3 8 8\n3 16 8\n");
+}
+
+TEST_F(BatchToolTest, PlacesSoundsInSpace) {
+    WriteRamp("r.wav", 4);
+    const ToolResult result =
+        Run("open @/r.wav; preview moving 1 0 0 0 1 0 -1 0 0; preview-new; info; activate 1\n"
+            "positional 1 0 0; info");
+    EXPECT_EQ(result.status, 0) << result.errors;
+    EXPECT_NE(result.out.find("title=\"User_Sound_1\" rate=8000 channels=2 bits=16 frames=4 "),
+              std::string::npos);
+    EXPECT_NE(result.out.find("title=\"r.wav\" rate=8000 channels=2 bits=16 frames=4 "),
+              std::string::npos);
+}
+
+// --- The view
+
+TEST_F(BatchToolTest, ShowsTheView) {
+    WriteRamp("r.wav", 2000);
+    Write("Display.ini", "[__SOUND_DISPLAY_ITEMS]\nVERTICAL RULER=1\nHORIZONTAL RULER=1\n");
+    ExpectOutput(
+        "open @/r.wav; view; zoom-range 500 1500; scroll-to 9999; view 340 180\n"
+        "zoom-time-full; zoom-level-in; view; select 500 1500; zoom-selection; zoom-time-out; view",
+        "view width=640 height=320 waveform=0,0,620,268 h-max=620 h-page=621 h-position=0 "
+        "v-max=268 v-page=269 v-position=0 ratio=3 time-percent=100.000 level-percent=100.000\n"
+        "view width=340 height=180 waveform=0,0,320,128 h-max=640 h-page=320 h-position=320 "
+        "v-max=128 v-page=129 v-position=0 ratio=3 time-percent=200.000 level-percent=100.000\n"
+        "view width=340 height=180 waveform=0,0,320,128 h-max=2000 h-page=320 h-position=0 "
+        "v-max=192 v-page=129 v-position=32 ratio=1 time-percent=625.000 level-percent=150.000\n"
+        "view width=340 height=180 waveform=0,0,320,128 h-max=320 h-page=320 h-position=0 "
+        "v-max=192 v-page=129 v-position=32 ratio=6 time-percent=100.000 level-percent=150.000\n");
+}
+
+TEST_F(BatchToolTest, MovesTheCursorByPixels) {
+    WriteRamp("r.wav", 2000);
+    Write("Display.ini", "[__SOUND_DISPLAY_ITEMS]\nVERTICAL RULER=1\n");
+    const ToolResult result = Run(
+        "open @/r.wav; zoom-time-full; cursor-right 10; info; cursor-left 4; info; cursor-left 9\n"
+        "info; select 50 90; cursor 60; cursor-left 30 extend=on; info; cursor-end; info");
+    std::string places;
+    std::istringstream lines(result.out);
+    for (std::string line; std::getline(lines, line);)
+        places +=
+            line.substr(line.find("selection="), line.find(" markers") - line.find("selection=")) +
+            '\n';
+    EXPECT_EQ(places,
+              "selection=10..10 cursor=10\nselection=6..6 cursor=6\nselection=1..1 cursor=1\n"
+              "selection=30..90 cursor=30\nselection=0..0 cursor=2000\n");
+}
+
+TEST_F(BatchToolTest, PrintsTheEnvelope) {
+    WriteRamp("r.wav", 4);
+    ExpectOutput("open @/r.wav; view 24 80; zoom-default; volume percent=0; select 1 3; envelope",
+                 "view width=24 height=80 waveform=0,0,24,48 h-max=0 h-page=1 h-position=0 "
+                 "v-max=48 v-page=49 v-position=0 ratio=0 time-percent=0.000 "
+                 "level-percent=100.000\n"
+                 "0 24 24 normal\n1 24 24 selected\n2 24 24 selected\n3 24 24 normal\n");
+}
+
+}  // namespace
+}  // namespace sonavel::batch
