@@ -30,6 +30,7 @@ SampleExtremes ExtremesOfBlocks(std::span<const std::int16_t> maxima,
 }  // namespace
 
 void BlockExtremes::Rebuild(const CWave& wave, std::int64_t firstChangedFrame) {
+    ++revision_;
     const unsigned channels = std::clamp(wave.GetChannels(), 1u, 2u);
     if (channels != channels_ || wave.GetBits() != bits_) firstChangedFrame = 0;
     channels_ = channels;

@@ -27,6 +27,7 @@ struct GridSettings {
 
     static GridSettings Read(const ProfileFile& options);
     GridPlace Place() const;
+    bool operator==(const GridSettings&) const = default;
 };
 
 enum class StatusFormat { kSample = 0, kTime = 1, kSecond = 2 };
