@@ -18,7 +18,7 @@ using ChunkId = std::array<std::uint8_t, 4>;
 
 // Silence that may stand for sound which the file lacks: this much in any file, in larger ones a
 // multiple of the sound that is there. More of it is a header that lies.
-constexpr std::uint64_t kMostSilenceBytes = std::uint64_t{16} << 20;
+constexpr std::uint64_t kMostSilenceBytes = std::uint64_t{1} << 20;
 constexpr std::uint64_t kMostSilenceFactor = 16;
 
 bool Is(const ChunkId& id, const char* text) {
