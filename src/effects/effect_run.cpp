@@ -63,9 +63,7 @@ std::unique_ptr<ProgressWindow> ShowProgress(const CSoundDoc& document, std::str
 
 bool SetPreviewResult(CSoundDoc& document, std::span<const float> pairs, std::uint32_t count,
                       PreviewPlay play) {
-    const auto playing =
-        play == PreviewPlay::kPlay ? CSoundDoc::PreviewPlay::kYes : CSoundDoc::PreviewPlay::kNo;
-    return document.MakePreview(pairs, playing, count, CSoundDoc::PreviewFormat::kStereo16);
+    return document.MakePreview(pairs, play, count, CSoundDoc::PreviewFormat::kStereo16);
 }
 
 void ApplyEffectResult(CSoundDoc& document, EffectRange range, std::span<const float> pairs,

@@ -39,7 +39,7 @@ struct EffectTarget {
     EffectState& state;
 };
 
-enum class PreviewPlay { kSilently, kPlay };
+using PreviewPlay = CSoundDoc::PreviewPlay;
 
 namespace effect_command {
 enum Id : int {

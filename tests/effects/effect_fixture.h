@@ -1,0 +1,59 @@
+// Documents with random sounds, and the plain formulas' view of them: one value for each sample.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <random>
+#include <vector>
+
+#include "document/document_fixture.h"
+#include "effects/effect_commands.h"
+
+namespace sonavel::testing {
+
+using Channel = std::vector<float>;
+
+inline Channel ValuesOf(const CWave& sound, unsigned channel) {
+    Channel values(sound.GetFrameCount());
+    for (std::uint32_t i = 0; i < values.size(); ++i)
+        values[i] = static_cast<float>(sound.GetSample(channel, i));
+    return values;
+}
+
+// What SetSample makes of a value.
+inline int Stored(double value, unsigned bits) {
+    const auto whole = static_cast<std::int64_t>(value);
+    if (bits == 16) return static_cast<std::int16_t>(whole);
+    return 128 - static_cast<std::uint8_t>(128 - whole);
+}
+
+inline int QuantizedLiterally(double x) {
+    const double t = std::trunc(x);
+    if (x - t <= 0.5) return static_cast<int>(t);
+    const double sign = x > 0 ? 1 : -1;
+    return static_cast<int>(std::trunc(sign * (std::abs(x) + 1.0) + 127.0));
+}
+
+class EffectTest : public DocumentTest {
+  protected:
+    std::unique_ptr<CSoundDoc> MakeNoise(const Format& format, std::uint32_t frames,
+                                         int greatest = 32767) {
+        std::mt19937 random(frames + format.bits + format.channels);
+        std::uniform_int_distribution<int> word(-greatest, greatest);
+        auto document = MakeDocument(format, Bytes(frames * format.channels * format.bits / 8));
+        CWave& sound = document->Sound();
+        for (std::uint32_t i = 0; i < frames; ++i)
+            for (unsigned channel = 0; channel < format.channels; ++channel)
+                sound.SetSample(channel, i, format.bits == 16 ? word(random) : word(random) >> 8);
+        return document;
+    }
+
+    EffectTarget Target(CSoundDoc& document, std::uint32_t start = 0, std::uint32_t end = 0) {
+        return {document, start, end, state_};
+    }
+
+    EffectState state_;
+};
+
+}  // namespace sonavel::testing

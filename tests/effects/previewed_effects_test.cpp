@@ -1,0 +1,266 @@
+// The effects that compute a whole result first, against their formulas written out literally.
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "effect_fixture.h"
+
+namespace sonavel::testing {
+namespace {
+
+// A ring that is walked backwards, as the formulas describe it.
+Channel FlangedLiterally(const Channel& in, double rate, int delayTenths, int modulationTenths) {
+    const double delayMs = static_cast<float>(delayTenths * 0.1);
+    const double omega = static_cast<float>(modulationTenths * 0.1) / rate;
+    const auto n = static_cast<std::size_t>(rate * delayMs * 0.001);
+    Channel ring(n + 1), out(in.size());
+    std::size_t w = 0;
+    for (std::size_t i = 0; i < in.size(); ++i) {
+        const double d = (1 - std::cos(2.0 * static_cast<double>(i) * 3.141592502593994 * omega)) *
+                         static_cast<double>(n) * 0.5;
+        const auto k = static_cast<std::size_t>(d);
+        const double a = ring[(w + k) % (n + 1)];
+        const double b = ring[((k + 1) % (n + 1) + w) % (n + 1)];
+        out[i] = static_cast<float>(((b - a) * (d - static_cast<double>(k)) + a + in[i]) * 0.5);
+        ring[w] = in[i];
+        w = w ? w - 1 : n;
+    }
+    return out;
+}
+
+class PreviewedEffectTest : public EffectTest {
+  protected:
+    static void ExpectNear(const CWave& sound, unsigned channel, std::uint32_t start,
+                           const Channel& wanted) {
+        for (std::uint32_t i = 0; i < wanted.size(); ++i)
+            ASSERT_NEAR(sound.GetSample(channel, start + i), wanted[i], 1.01)
+                << "channel " << channel << " frame " << i;
+    }
+};
+
+TEST_F(PreviewedEffectTest, FlangerSweepsItsDelay) {
+    for (const auto& [delay, modulation] : {std::pair{0, 5}, {10, 100}, {150, 3}}) {
+        const auto document = MakeNoise({2, 16, 8000}, 20000);
+        const Channel left = ValuesOf(document->Sound(), 0);
+        const Channel right = ValuesOf(document->Sound(), 1);
+        ASSERT_TRUE(ApplyFlanger(Target(*document), {delay, modulation}));
+        ExpectNear(document->Sound(), 0, 0, FlangedLiterally(left, 8000, delay, modulation));
+        ExpectNear(document->Sound(), 1, 0, FlangedLiterally(right, 8000, delay, modulation));
+    }
+}
+
+TEST_F(PreviewedEffectTest, AMonoRangeIsPreviewedByHalfAndNotApplied) {
+    const auto document = MakeNoise({1, 16, 8000}, 9000);
+    const Channel before = ValuesOf(document->Sound(), 0);
+    ASSERT_TRUE(ApplyFlanger(Target(*document), {50, 10}));
+    EXPECT_EQ(ValuesOf(document->Sound(), 0), before);
+
+    ASSERT_TRUE(PreviewFlanger(Target(*document), {50, 10}, PreviewPlay::kNo));
+    const CWave& preview = document->Preview();
+    EXPECT_EQ(preview.GetChannels(), 2u);
+    EXPECT_EQ(preview.GetBits(), 16u);
+    ASSERT_EQ(preview.GetFrameCount(), 4500u);
+    Channel wanted = FlangedLiterally(before, 8000, 50, 10);
+    wanted.resize(4500);
+    ExpectNear(preview, 0, 0, wanted);
+    EXPECT_EQ(ValuesOf(preview, 1), Channel(4500));
+}
+
+TEST_F(PreviewedEffectTest, CancelHandsNothingOver) {
+    for (const char* name : {"flanger", "reverb"}) {
+        const auto document = MakeNoise({2, 16, 8000}, 200000);
+        const Bytes before = BytesOf(document->Sound());
+        progress_.polls = 0;
+        progress_.cancelAtPoll = 30;
+        const Effect& effect = *FindEffect(name);
+        std::vector<double> values;
+        for (const EffectParameter& parameter : effect.parameters)
+            values.push_back(parameter.start);
+        EXPECT_FALSE(effect.apply(Target(*document), values)) << name;
+        EXPECT_EQ(BytesOf(document->Sound()), before) << name;
+        EXPECT_FALSE(effect.preview(Target(*document), values, PreviewPlay::kNo)) << name;
+        EXPECT_EQ(document->Preview().GetFrameCount(), 0u) << name;
+        EXPECT_EQ(progress_.openWindows, 0);
+    }
+}
+
+TEST(ReverbTapsTest, PairsSortedGainsWithMidpoints) {
+    const ReverbTaps none = MakeReverbTaps({.reflections = 0}, 44100);
+    EXPECT_EQ(none.longest, 1u);
+    EXPECT_EQ(none.lateStart, 1u);
+    for (int k = 0; k < 6; ++k) EXPECT_EQ(none.taps[k].gain, 0);
+    EXPECT_EQ(none.taps[6].delay, 1u);
+    EXPECT_EQ(none.taps[6].gain, 1);
+    EXPECT_EQ(none.taps[7].gain, 0.5f);
+    for (int k = 7; k < 13; ++k) EXPECT_EQ(none.taps[k].delay, 0u);
+    for (int k = 8; k < 13; ++k) EXPECT_EQ(none.taps[k].gain, 0);
+
+    const ReverbTaps all = MakeReverbTaps({.earlyMs = 120}, 1000);
+    const std::uint32_t delays[] = {12, 15, 30, 40, 80, 100, 6, 9, 13, 22, 35, 60, 90};
+    for (int k = 0; k < 13; ++k) EXPECT_EQ(all.taps[k].delay, delays[k]) << k;
+    EXPECT_FLOAT_EQ(all.taps[7].gain, 0.975f);
+    EXPECT_FLOAT_EQ(all.taps[12].gain, 0.58f);
+    EXPECT_EQ(all.longest, 100u);
+    EXPECT_EQ(all.lateStart, 50u);
+}
+
+// The late part sample by sample: six combs with damped feedback, then the all-passes.
+Channel LateLiterally(const Channel& in, const ReverbParameters& parameters, double rate) {
+    constexpr double kDelays[] = {0.05, 0.065, 0.075, 0.085, 0.095, 0.12};
+    constexpr double kDecays[] = {0.07, 0.065, 0.6, 0.055, 0.05, 0.045};
+    constexpr double kTaps[3][4] = {{0.0014, -0.0319, 0.0481, 0.4824},
+                                    {0.006, 0.0429, 0.1627, 0.2884},
+                                    {0.0083, 0.0472, 0.1638, 0.2806}};
+    const double* taps = kTaps[parameters.timeMs < 2000 ? 0 : parameters.timeMs < 4000 ? 1 : 2];
+    std::vector<double> sum(in.size());
+    for (int c = 0; c < 6; ++c) {
+        const auto delay = static_cast<std::size_t>(rate * kDelays[c]);
+        const double gain = std::pow(0.001, kDecays[c] / (parameters.timeMs * 0.001));
+        std::vector<double> ring(delay);
+        std::array<double, 8> history{};
+        for (std::size_t i = 0; i < in.size(); ++i) {
+            const double delayed = ring[i % delay];
+            std::copy_backward(history.begin(), history.end() - 1, history.end());
+            history[0] = delayed;
+            double damped = 0;
+            for (int k = 0; k < 8; ++k) damped += history[k] * taps[k < 4 ? k : 7 - k];
+            sum[i] += delayed;
+            ring[i % delay] = in[i] + damped * gain;
+        }
+    }
+    constexpr double kStages[4][2] = {
+        {0.006, 0.7}, {0.0091, 0.683}, {0.0099, 0.678}, {0.0107, 0.671}};
+    for (const auto& [seconds, gain] : kStages) {
+        if (parameters.timeMs <= 1700) break;
+        std::vector<double> ring(static_cast<std::size_t>(rate * seconds));
+        for (std::size_t i = 0; i < sum.size(); ++i) {
+            double& slot = ring[i % ring.size()];
+            const double out = -gain * sum[i] + slot;
+            slot = out * gain + sum[i];
+            sum[i] = out;
+        }
+    }
+    return Channel(sum.begin(), sum.end());
+}
+
+Channel ReverbLiterally(const Channel& in, const ReverbParameters& parameters, double rate) {
+    constexpr std::size_t kBlock = 32768;
+    const ReverbTaps taps = MakeReverbTaps(parameters, static_cast<std::uint32_t>(rate));
+    const Channel late = LateLiterally(in, parameters, rate);
+    Channel out(in.size());
+    for (std::size_t i = 0; i < in.size(); ++i) {
+        double wet = i >= taps.lateStart ? late[i - taps.lateStart] : 0;
+        for (const ReverbTap& tap : taps.taps) {
+            if (i < tap.delay) continue;
+            // What crosses a block's end changes its sign.
+            const double polarity = i / kBlock == (i - tap.delay) / kBlock ? 1 : -1;
+            wet += polarity * in[i - tap.delay] * tap.gain;
+        }
+        out[i] = static_cast<float>(
+            (parameters.dryPercent * in[i] + parameters.wetPercent * wet / 4) * 0.01);
+    }
+    return out;
+}
+
+TEST_F(PreviewedEffectTest, ReverbAddsEarlyAndLateSound) {
+    for (const ReverbParameters& parameters :
+         {ReverbParameters{}, ReverbParameters{200, 1701, 6, 50, 50},
+          ReverbParameters{7, 2500, 3, 0, 100}, ReverbParameters{100, 6000, 0, 20, 80}}) {
+        SCOPED_TRACE(parameters.timeMs);
+        for (const unsigned channels : {1u, 2u}) {
+            const auto document = MakeNoise({channels, 16, 11025}, 70000, 3000);
+            const Channel before = ValuesOf(document->Sound(), channels - 1);
+            ASSERT_TRUE(ApplyReverb(Target(*document, 500, 70000), parameters));
+            const Channel range(before.begin() + 500, before.end());
+            ExpectNear(document->Sound(), channels - 1, 500,
+                       ReverbLiterally(range, parameters, 11025));
+        }
+    }
+}
+
+TEST_F(PreviewedEffectTest, ReverbBringsPeaksAndEightBitPreviewsTo16Bits) {
+    const auto loud = MakeNoise({2, 16, 8000}, 40000);
+    ASSERT_TRUE(ApplyReverb(Target(*loud), {50, 3000, 6, 100, 100}));
+    int peak = 0;
+    for (std::uint32_t i = 0; i < 40000; ++i)
+        for (const unsigned channel : {0u, 1u})
+            peak = std::max(peak, std::abs(loud->Sound().GetSample(channel, i)));
+    EXPECT_NEAR(peak, 32767, 1);
+
+    const auto quiet = MakeNoise({1, 8, 8000}, 4000);
+    ASSERT_TRUE(PreviewReverb(Target(*quiet), {50, 1500, 6, 100, 0}, PreviewPlay::kNo));
+    // The value 128 passes full scale and wraps.
+    for (std::uint32_t i = 0; i < 2000; ++i)
+        ASSERT_NEAR(quiet->Preview().GetSample(0, i),
+                    Stored(quiet->Sound().GetSample(0, i) * 258.00787, 16), 1.01);
+}
+
+// Seven sections whose memory goes on from one channel, and one run, to the next.
+struct LiteralEqualizer {
+    std::array<double, 7> w1{}, w2{};
+
+    Channel Run(const Channel& in, const std::array<int, 7>& positions) {
+        Channel out(in.size());
+        for (std::size_t i = 0; i < in.size(); ++i) {
+            double y = in[i];
+            for (int k = 0; k < 7; ++k) {
+                const EqualizerSection& s = kEqualizerSections[k];
+                const double w = s.g * in[i] - s.a1 * w1[k] - s.a2 * w2[k];
+                y += std::pow(10.0, -positions[k] * 0.005) * (w - w2[k]);
+                w2[k] = w1[k];
+                w1[k] = w;
+            }
+            out[i] = static_cast<float>(y);
+        }
+        const auto peak = [](const Channel& values) {
+            float greatest = 0;
+            for (const float value : values) greatest = std::max(greatest, std::abs(value));
+            return greatest;
+        };
+        const float factor = peak(in) / peak(out);
+        for (float& value : out) value *= factor;
+        return out;
+    }
+};
+
+TEST_F(PreviewedEffectTest, EqualizerFiltersOnlyItsPreviewAndKeepsItsStates) {
+    const EqualizerParameters parameters{{-60, 100, 0, -30, 40, -120, 20}};
+    LiteralEqualizer literal;
+    for (int run = 0; run < 2; ++run) {
+        const auto document = MakeNoise({2, 16}, 30000, 12000);
+        const Bytes before = BytesOf(document->Sound());
+        ASSERT_TRUE(PreviewEqualizer(Target(*document), parameters, PreviewPlay::kNo));
+        for (const unsigned channel : {0u, 1u}) {
+            const Channel wanted =
+                literal.Run(ValuesOf(document->Sound(), channel), parameters.positions);
+            for (std::uint32_t i = 0; i < wanted.size(); ++i)
+                ASSERT_NEAR(document->Preview().GetSample(channel, i), wanted[i], 3)
+                    << "channel " << channel << " frame " << i;
+        }
+        EXPECT_EQ(BytesOf(document->Sound()), before);
+        EXPECT_FALSE(document->CanUndo());
+    }
+}
+
+TEST_F(PreviewedEffectTest, EqualizerLeavesSilenceSilent) {
+    const auto document = MakeDocument({2, 16}, Bytes(4000));
+    ASSERT_TRUE(PreviewEqualizer(Target(*document), {}, PreviewPlay::kNo));
+    EXPECT_EQ(BytesOf(document->Preview()), Bytes(4000));
+}
+
+TEST(EqualizerTest, SectionsAreTheirDesignFormulas) {
+    constexpr double kCentres[] = {60, 150, 400, 1000, 2400, 6000, 15000};
+    for (int k = 0; k < 7; ++k) {
+        const double w0 = 2 * M_PI * kCentres[k] / 44100;
+        const double alpha = std::sin(w0) / (2 * (k == 6 ? 0.7 : 5.0 / 3));
+        EXPECT_NEAR(kEqualizerSections[k].g, alpha / (1 + alpha), 1e-6) << k;
+        EXPECT_NEAR(kEqualizerSections[k].a1, -2 * std::cos(w0) / (1 + alpha), 1e-6) << k;
+        EXPECT_NEAR(kEqualizerSections[k].a2, (1 - alpha) / (1 + alpha), 1e-6) << k;
+    }
+    EXPECT_NEAR(EqualizerWeight(-400), 100, 1e-4);
+    EXPECT_STREQ(EqualizerLabels(48000)[0], "");
+    EXPECT_STREQ(EqualizerLabels(22050)[6], "7.5kHz");
+}
+
+}  // namespace
+}  // namespace sonavel::testing

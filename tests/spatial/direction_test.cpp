@@ -1,0 +1,79 @@
+#include "spatial/direction.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "spatial/block_filter.h"
+#include "spatial/source_path.h"
+
+namespace sonavel {
+namespace {
+
+TEST(DirectionTest, MapsPositionsToTheResponsesOfBothEars) {
+    struct Case {
+        SourcePosition position;
+        int left, right;
+    };
+    const Case cases[] = {
+        {{0, 1, 0}, 132, 132},      {{1, 0, 0}, 141, 159},      {{-1, 0, 0}, 159, 141},
+        {{0, -1, 0}, 150, 150},     {{0, 0, 3}, 360, 360},      {{0, 0, -3}, 360, 360},
+        {{0, 0, 0}, 360, 360},      {{1, 0, -0.84f}, 360, 360},  // below -40 degrees
+        {{0, 1, 11.5f}, 360, 360},                               // above 85 degrees
+        {{0, 1, 1}, 300, 300},       // 45 rounds up to the 50 degree ring
+        {{0, 1, -0.8f}, 0, 0},       // just above -40
+        {{-0.05f, 1, 0}, 168, 132},  // 357 degrees reads the next ring's first response
+    };
+    for (const Case& c : cases) {
+        const SourceDirection direction = PositionToDirection(c.position);
+        EXPECT_EQ(direction.leftIndex, c.left) << c.position.x << ' ' << c.position.z;
+        EXPECT_EQ(direction.rightIndex, c.right) << c.position.x << ' ' << c.position.z;
+    }
+}
+
+TEST(DirectionTest, RunsOverTheEndOfARingWithoutWrapping) {
+    EXPECT_EQ(DirectionToIndex(0, 356), 168);
+    EXPECT_EQ(DirectionToIndex(0, 354), 167);
+    EXPECT_EQ(DirectionToIndex(80, 350), 360);
+    EXPECT_EQ(DirectionToIndex(90, 0), 360);
+    EXPECT_EQ(DirectionToIndex(-40, 0), 0);
+}
+
+TEST(DirectionTest, GainFallsWithDistanceBeyondTheReference) {
+    EXPECT_FLOAT_EQ(DistanceGain({0, 0.3f, 0}), 1);
+    EXPECT_FLOAT_EQ(DistanceGain({1.2f, 0, 0}), 0.5f);
+    EXPECT_FLOAT_EQ(DistanceGain({0, 0, 6}), 0.1f);
+}
+
+SourceDirection Facing(float azimuth, float elevation = 0) {
+    return {static_cast<int>(azimuth), 0, azimuth, elevation};
+}
+
+TEST(DirectionTest, ResponsesChangeOnlyBehindTenDegrees) {
+    EXPECT_TRUE(KeepsResponses(Facing(20), Facing(30)));
+    EXPECT_FALSE(KeepsResponses(Facing(20), Facing(30.5f)));
+    EXPECT_TRUE(KeepsResponses(Facing(355), Facing(5)));
+    EXPECT_FALSE(KeepsResponses(Facing(350), Facing(10)));
+    EXPECT_FALSE(KeepsResponses(Facing(20), Facing(21, 10.5f)));
+}
+
+TEST(SourcePathTest, RunsThroughItsLegsAtConstantSpeed) {
+    const SourcePosition points[] = {{0, 0, 0}, {3, 0, 0}, {3, 1, 0}};
+    const SourcePath path(points);
+    const auto expect = [&](float t, SourcePosition wanted) {
+        const SourcePosition got = path.At(t);
+        EXPECT_NEAR(got.x, wanted.x, 1e-6) << t;
+        EXPECT_NEAR(got.y, wanted.y, 1e-6) << t;
+    };
+    expect(0, {0, 0, 0});
+    expect(0.5f, {2, 0, 0});
+    expect(0.75f, {3, 0, 0});
+    expect(0.875f, {3, 0.5f, 0});
+    expect(1, {3, 1, 0});
+
+    const SourcePosition still[] = {{1, 2, 3}, {1, 2, 3}};
+    EXPECT_EQ(SourcePath(still).At(0.7f), (SourcePosition{1, 2, 3}));
+}
+
+}  // namespace
+}  // namespace sonavel
