@@ -32,7 +32,7 @@ def functions(lines):
         if match and not NOT_A_FUNCTION.match(line) and (")" in line or "noexcept" in line):
             indent = len(line) - len(line.lstrip())
             start = index
-            if indent not in (0, 4) or line.lstrip().startswith("}"):
+            if indent not in (0, 4) or line.lstrip().startswith(("}", ":")):
                 index += 1
                 continue
             end = next(
