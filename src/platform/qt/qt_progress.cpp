@@ -5,7 +5,7 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
-#include "platform/qt/qt_prompts.h"
+#include "platform/qt/utf8_text.h"
 
 namespace sonavel {
 
@@ -35,7 +35,7 @@ ProgressDialog::ProgressDialog(const QString& caption, QWidget* parent)
 }
 
 QString ProgressCaption(std::string_view title) {
-    const QString text = ToQString(title);
+    const QString text = Utf8Text(title);
     if (text.isEmpty() || text.startsWith(u' ')) return QStringLiteral("Progress") + text;
     return text;
 }

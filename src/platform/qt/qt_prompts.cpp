@@ -4,6 +4,7 @@
 #include <QMessageBox>
 
 #include "platform/qt/channel_conversion_dialog.h"
+#include "platform/qt/utf8_text.h"
 
 namespace sonavel {
 
@@ -11,15 +12,11 @@ namespace {
 
 QMessageBox::StandardButton Ask(QWidget* parent, std::string_view text, std::string_view caption,
                                 QMessageBox::StandardButtons buttons) {
-    const QString title = caption.empty() ? QStringLiteral("Sonavel") : ToQString(caption);
-    return QMessageBox::question(parent, title, ToQString(text), buttons);
+    const QString title = caption.empty() ? QStringLiteral("Sonavel") : Utf8Text(caption);
+    return QMessageBox::question(parent, title, Utf8Text(text), buttons);
 }
 
 }  // namespace
-
-QString ToQString(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 QStringList QtPrompts::TakeHeldMessages() {
     holding_ = false;
@@ -34,15 +31,15 @@ QWidget* QtPrompts::ParentForBox() const {
 
 void QtPrompts::ShowMessage(std::string_view text) {
     if (holding_) {
-        held_ << ToQString(text);
+        held_ << Utf8Text(text);
         return;
     }
-    QMessageBox::warning(ParentForBox(), QStringLiteral("Sonavel"), ToQString(text));
+    QMessageBox::warning(ParentForBox(), QStringLiteral("Sonavel"), Utf8Text(text));
 }
 
 void QtPrompts::ShowStatus(std::string_view text) {
-    if (holding_) held_ << ToQString(text);
-    if (statusSink_) statusSink_(ToQString(text));
+    if (holding_) held_ << Utf8Text(text);
+    if (statusSink_) statusSink_(Utf8Text(text));
 }
 
 bool QtPrompts::AskOkCancel(std::string_view text, std::string_view caption) {

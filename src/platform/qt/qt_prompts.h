@@ -40,6 +40,4 @@ class QtPrompts : public UserPrompts {
     QStringList held_;
 };
 
-QString ToQString(std::string_view text);
-
 }  // namespace sonavel

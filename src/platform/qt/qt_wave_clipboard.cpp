@@ -2,6 +2,7 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <algorithm>
 
 namespace sonavel {
 
@@ -17,12 +18,25 @@ QVariant WaveMimeData::retrieveData(const QString& name, QMetaType type) const {
                       static_cast<qsizetype>(image_.size()));
 }
 
-bool QtWaveClipboard::OffersWave() const {
-    const QMimeData* offered = QGuiApplication::clipboard()->mimeData();
+namespace {
+
+bool HasWaveName(const QMimeData* offered) {
     if (!offered) return false;
     const QStringList names = offered->formats();
     return std::any_of(names.begin(), names.end(),
                        [](const QString& name) { return WaveMimeData::Names().contains(name); });
+}
+
+}  // namespace
+
+QtWaveClipboard::QtWaveClipboard() {
+    connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this,
+            [this] { offersWave_.reset(); });
+}
+
+bool QtWaveClipboard::OffersWave() const {
+    if (!offersWave_) offersWave_ = HasWaveName(QGuiApplication::clipboard()->mimeData());
+    return *offersWave_;
 }
 
 std::optional<std::vector<std::uint8_t>> QtWaveClipboard::GetImage() const {
@@ -42,6 +56,7 @@ bool QtWaveClipboard::SetImage(std::vector<std::uint8_t> image) {
     QClipboard* clipboard = QGuiApplication::clipboard();
     auto* offered = new WaveMimeData(std::move(image));
     clipboard->setMimeData(offered);  // takes it over
+    offersWave_.reset();
     return clipboard->mimeData() == offered;
 }
 

@@ -2,7 +2,8 @@
 #pragma once
 
 #include <QMimeData>
-#include <memory>
+#include <QObject>
+#include <optional>
 
 #include "platform/wave_clipboard.h"
 
@@ -28,11 +29,20 @@ class WaveMimeData : public QMimeData {
     std::vector<std::uint8_t> image_;
 };
 
-class QtWaveClipboard : public WaveClipboard {
+class QtWaveClipboard : public QObject, public WaveClipboard {
+    Q_OBJECT
+
   public:
+    QtWaveClipboard();
+
+    // Asks the owner of the clipboard once for each of its contents: the menus want to know often,
+    // and the owner may be slow to answer.
     bool OffersWave() const override;
     std::optional<std::vector<std::uint8_t>> GetImage() const override;
     bool SetImage(std::vector<std::uint8_t> image) override;
+
+  private:
+    mutable std::optional<bool> offersWave_;
 };
 
 }  // namespace sonavel

@@ -1,0 +1,26 @@
+// The About box: picture, names, the machine's memory and disk, the legal notice.
+#pragma once
+
+#include <QDialog>
+#include <QGridLayout>
+#include <QLabel>
+#include <functional>
+
+namespace sonavel {
+
+class AboutDialog : public QDialog {
+    Q_OBJECT
+
+  public:
+    // `runLogo` shows the logo until it is clicked away.
+    explicit AboutDialog(std::function<void()> runLogo, QWidget* parent = nullptr);
+
+  private:
+    QLabel* TextLabel(const QString& text);
+    void AddNames(QGridLayout& grid);
+    void AddMachine(QGridLayout& grid);
+    void AddNotice(QGridLayout& grid);
+    void AddButtons(QGridLayout& grid, std::function<void()> runLogo);
+};
+
+}  // namespace sonavel

@@ -1,0 +1,153 @@
+#include "app/application.h"
+
+#include <QFileDialog>
+#include <QTimer>
+
+#include "app/about_dialog.h"
+#include "app/application_commands.h"
+#include "app/command_icons.h"
+#include "app/document_commands.h"
+#include "app/person_settings.h"
+#include "app/save_warning_text.h"
+#include "platform/qt/utf8_text.h"
+
+namespace sonavel {
+
+namespace {
+
+constexpr const char* kOpenFolderKey = "Main Frame/OpenFolder";
+
+QString OpenFilters() {
+    return QStringList{
+        QObject::tr("Audio Files (*.wav *.au *.snd *.aiff *.aif)"),
+        QObject::tr("Wave Files (*.wav)"),
+        QObject::tr("Next/Sun audio files (*.au *.snd)"),
+        QObject::tr("Apple audio files (*.aiff *.aif)"),
+        QObject::tr("All Files (*)"),
+    }
+        .join(QStringLiteral(";;"));
+}
+
+}  // namespace
+
+Application::Application(WaveDevices& devices, const ProgramFolder& folder)
+    : logoSound_(devices, folder),
+      documentDialogs_(&frame_, folder),
+      viewDialogs_(&frame_),
+      workspace_({prompts_, progress_, clipboard_, devices, folder}, documentDialogs_,
+                 viewDialogs_),
+      commands_(std::make_unique<TableCommandTarget<Application>>(*this, ApplicationCommands())) {
+    frame_.ShowStartUpLogo();
+    logoSound_.Play();
+    for (const Command<Application>& row : ApplicationCommands())
+        frame_.Actions().Add(row.info)->setIcon(CommandIcon(row.info.id));
+    frame_.Build(workspace_, *commands_);
+    ConnectFrame();
+}
+
+Application::~Application() {
+    // The child windows show sounds that the workspace owns.
+    while (workspace_.Count() > 0) workspace_.Close(workspace_.Count() - 1);
+    workspace_.SetObserver(nullptr);
+}
+
+void Application::ConnectFrame() {
+    prompts_.SetMainWindow(&frame_);
+    prompts_.SetStatusSink([this](const QString& text) { frame_.Status().ShowNote(text); });
+    progress_.SetMainWindow(&frame_);
+    documentDialogs_.SetSaveWarning([this](const SaveAsChoice& choice) {
+        const OpenSound* active = workspace_.Active();
+        return active ? SaveWarningText(*active->document, choice) : std::string();
+    });
+    const auto open = [this](const QString& path) { OpenFile(path); };
+    QObject::connect(&frame_.Recent(), &RecentFiles::Chosen, &frame_, open);
+    QObject::connect(&frame_, &MainFrame::FilesDropped, &frame_, [this](const QStringList& paths) {
+        for (const QString& path : paths) OpenFile(path);
+    });
+}
+
+std::optional<QString> Application::OpenAtStart(const QString& absolutePath) {
+    prompts_.HoldMessages();
+    const bool opened = OpenFile(absolutePath);
+    heldMessages_ = prompts_.TakeHeldMessages();
+    if (opened) return std::nullopt;
+    QString reason = Utf8Text(workspace_.LastError());
+    if (reason.isEmpty()) reason = heldMessages_.join(u' ');
+    return reason.isEmpty() ? QStringLiteral("cannot be opened") : reason;
+}
+
+void Application::Show() {
+    frame_.show();
+    QTimer::singleShot(0, &frame_, [this] {
+        for (const QString& text : std::exchange(heldMessages_, {}))
+            prompts_.ShowMessage(text.toStdString());
+    });
+}
+
+bool Application::OpenFile(const QString& absolutePath) {
+    const std::filesystem::path path = QFile::encodeName(absolutePath).toStdString();
+    if (const auto index = workspace_.IndexOfPath(path)) {
+        workspace_.Activate(*index);
+        return true;
+    }
+    if (workspace_.OpenDocument(path)) {
+        frame_.Recent().Add(absolutePath);
+        return true;
+    }
+    const QString name = QFileInfo(absolutePath).fileName();
+    frame_.Status().ShowNote(name + QStringLiteral(": ") + Utf8Text(workspace_.LastError()));
+    if (!QFileInfo::exists(absolutePath)) frame_.Recent().Remove(absolutePath);
+    return false;
+}
+
+bool Application::NewSound() {
+    return workspace_.NewDocument();
+}
+
+QString Application::FolderToOpen() {
+    return PersonSettings().value(kOpenFolderKey, QDir::currentPath()).toString();
+}
+
+bool Application::OpenFiles() {
+    const QStringList paths =
+        QFileDialog::getOpenFileNames(&frame_, QObject::tr("Open"), FolderToOpen(), OpenFilters());
+    if (paths.isEmpty()) return false;
+    PersonSettings().setValue(kOpenFolderKey, QFileInfo(paths.front()).absolutePath());
+    bool allOpened = true;
+    for (const QString& path : paths) allOpened = OpenFile(QDir::cleanPath(path)) && allOpened;
+    return allOpened;
+}
+
+bool Application::HasModifiedSounds() const {
+    for (std::size_t i = 0; i < workspace_.Count(); ++i)
+        if (workspace_.At(i).document->IsModified()) return true;
+    return false;
+}
+
+bool Application::SaveAll() {
+    bool allSaved = true;
+    for (std::size_t i = 0; i < workspace_.Count(); ++i) {
+        CSoundDoc& document = *workspace_.At(i).document;
+        if (!document.IsModified()) continue;
+        workspace_.Activate(i);
+        allSaved = SaveUnderOwnPath(document) && allSaved;
+    }
+    return allSaved;
+}
+
+void Application::RunLogo() {
+    LogoWindow logo(QApplication::activeModalWidget());
+    logoSound_.Play();
+    logo.exec();
+}
+
+bool Application::ShowAbout() {
+    AboutDialog([this] { RunLogo(); }, &frame_).exec();
+    return true;
+}
+
+bool Application::Exit() {
+    return frame_.close();
+}
+
+}  // namespace sonavel

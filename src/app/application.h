@@ -1,0 +1,63 @@
+// The application: the services that the engine asks of its host, the open sounds, the main frame,
+// and the commands that concern the program as a whole.
+#pragma once
+
+#include <QStringList>
+
+#include "app/logo_sound.h"
+#include "app/main_frame.h"
+#include "app/qt_document_dialogs.h"
+#include "platform/qt/qt_progress.h"
+#include "platform/qt/qt_prompts.h"
+#include "platform/qt/qt_wave_clipboard.h"
+#include "view/ui/qt_view_dialogs.h"
+#include "view/workspace.h"
+
+namespace sonavel {
+
+class Application {
+  public:
+    // Makes the main frame, under the logo; nothing is shown of it yet.
+    Application(WaveDevices& devices, const ProgramFolder& folder);
+    ~Application();
+    Application(const Application&) = delete;
+    Application& operator=(const Application&) = delete;
+
+    MainFrame& Frame() { return frame_; }
+    Workspace& Sounds() { return workspace_; }
+
+    // The file of the command line. What went wrong, when it cannot be opened; messages of a file
+    // that can are shown once the frame is.
+    std::optional<QString> OpenAtStart(const QString& absolutePath);
+    void Show();
+
+    // A file that is open already is brought to the front.
+    bool OpenFile(const QString& absolutePath);
+
+    // --- What the application's commands do -----------------------------------------------------
+
+    bool NewSound();
+    bool OpenFiles();  // those chosen in a dialog
+    bool HasModifiedSounds() const;
+    bool SaveAll();
+    bool ShowAbout();
+    bool Exit();
+
+  private:
+    void ConnectFrame();
+    void RunLogo();
+    QString FolderToOpen();
+
+    LogoSound logoSound_;
+    QtPrompts prompts_;
+    QtProgressFactory progress_;
+    QtWaveClipboard clipboard_;
+    MainFrame frame_;
+    QtDocumentDialogs documentDialogs_;
+    QtViewDialogs viewDialogs_;
+    Workspace workspace_;
+    std::unique_ptr<CommandTarget> commands_;
+    QStringList heldMessages_;
+};
+
+}  // namespace sonavel

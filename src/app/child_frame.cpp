@@ -1,0 +1,64 @@
+#include "app/child_frame.h"
+
+#include <QCloseEvent>
+#include <QMenu>
+
+#include "app/command_icons.h"
+#include "platform/qt/utf8_text.h"
+#include "view/ui/sound_view_widget.h"
+
+namespace sonavel {
+
+ChildFrame::ChildFrame(OpenSound& sound, CommandActions& actions, QWidget* parent)
+    : QMdiSubWindow(parent), sound_(&sound), view_(new SoundViewWidget(*sound.view, actions)) {
+    setWidget(view_);
+    setWindowIcon(ProgramIcon());
+    setFocusProxy(view_);
+    // Its Close has the key of the frame's command of that name, which does the same.
+    for (QAction* action : systemMenu()->actions()) action->setShortcuts(QList<QKeySequence>());
+    sound.document->AddObserver(this);
+    connect(view_, &SoundViewWidget::SelectionChanged, this, &ChildFrame::StateChanged);
+    connect(view_, &SoundViewWidget::ScrollChanged, this, &ChildFrame::StateChanged);
+    connect(view_, &SoundViewWidget::TransportChanged, this, &ChildFrame::StateChanged);
+    connect(view_, &SoundViewWidget::StatusTextChanged, this, &ChildFrame::StateChanged);
+    connect(view_, &SoundViewWidget::MaximizeRequested, this, &ChildFrame::showMaximized);
+    ShowTitle();
+}
+
+ChildFrame::~ChildFrame() {
+    LetGo();
+}
+
+void ChildFrame::LetGo() {
+    if (!sound_) return;
+    sound_->document->RemoveObserver(this);
+    delete view_;
+    view_ = nullptr;
+    sound_ = nullptr;
+}
+
+void ChildFrame::OnSoundChanged(std::uint32_t) {
+    ShowTitle();
+    Q_EMIT StateChanged();
+}
+
+void ChildFrame::OnTitleOrModifiedChanged() {
+    ShowTitle();
+    Q_EMIT TitleChanged();
+}
+
+void ChildFrame::MaximizeFrame() {
+    showMaximized();
+}
+
+void ChildFrame::ShowTitle() {
+    setWindowTitle(Utf8Text(sound_->document->Title()) + QStringLiteral("[*]"));
+    setWindowModified(sound_->document->IsModified());
+}
+
+void ChildFrame::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    if (sound_) Q_EMIT CloseRequested();
+}
+
+}  // namespace sonavel

@@ -1,0 +1,48 @@
+// The window of one open sound inside the main frame.
+#pragma once
+
+#include <QMdiSubWindow>
+
+#include "document/sound_doc.h"
+#include "view/ui/command_menu.h"
+#include "view/workspace.h"
+
+namespace sonavel {
+
+class SoundViewWidget;
+
+class ChildFrame : public QMdiSubWindow, public DocumentObserver {
+    Q_OBJECT
+
+  public:
+    ChildFrame(OpenSound& sound, CommandActions& actions, QWidget* parent = nullptr);
+    ~ChildFrame() override;
+
+    OpenSound& Sound() { return *sound_; }
+    SoundViewWidget& View() { return *view_; }
+    // Drops the view, whose sound is about to go.
+    void LetGo();
+
+    void OnSoundChanged(std::uint32_t firstChangedFrame) override;
+    void OnTitleOrModifiedChanged() override;
+    void MaximizeFrame() override;
+    void PlayFromStart() override {}
+
+  Q_SIGNALS:
+    // The person closes the window; whether it may go is the receiver's to find out.
+    void CloseRequested();
+    void TitleChanged();
+    // Anything that the panes, the bars or the menus show.
+    void StateChanged();
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    void ShowTitle();
+
+    OpenSound* sound_;
+    SoundViewWidget* view_;
+};
+
+}  // namespace sonavel

@@ -1,0 +1,43 @@
+// A tool bar of commands, and the transport bar with its time read-out.
+#pragma once
+
+#include <QLabel>
+#include <QToolBar>
+#include <span>
+
+#include "view/ui/command_menu.h"
+
+namespace sonavel {
+
+// A gap between the buttons of a bar.
+inline constexpr int kBarGap = 0;
+
+class CommandBar : public QToolBar {
+    Q_OBJECT
+
+  public:
+    // The name is that of the View menu and, without blanks, the key under which the bar's place is
+    // kept. Commands without an action are left out.
+    CommandBar(const QString& name, const CommandActions& actions, std::span<const int> commandIds,
+               QWidget* parent = nullptr);
+};
+
+// The bar "Remocon".
+class TransportBar : public CommandBar {
+    Q_OBJECT
+
+  public:
+    explicit TransportBar(const CommandActions& actions, QWidget* parent = nullptr);
+
+    // The place of the cursor or of what plays, in the status format.
+    void ShowTime(const QString& text);
+
+  private:
+    QLabel* readOut_;
+};
+
+std::span<const int> FileBarCommands();
+std::span<const int> ZoomBarCommands();
+std::span<const int> TransportBarCommands();
+
+}  // namespace sonavel

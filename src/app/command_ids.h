@@ -1,0 +1,27 @@
+// The numbers of the commands that the application, the frame and the document handle.
+#pragma once
+
+namespace sonavel::app_command {
+
+enum Id : int {
+    kRecord = 32779,
+    kSaveAll = 32844,
+    // Without an old number.
+    kCloseAll = 33101,
+    kTabs = 33102,
+    kStatusBar = 59393,
+    kNew = 57600,
+    kOpen = 57601,
+    kClose = 57602,
+    kSave = 57603,
+    kSaveAs = 57604,
+    kCascade = 57650,
+    kTileHorizontally = 57651,
+    kTileVertically = 57652,
+    kAbout = 57664,
+    kExit = 57665,
+    kNextWindow = 61504,
+    kPreviousWindow = 61520,
+};
+
+}  // namespace sonavel::app_command

@@ -1,0 +1,62 @@
+#include "app/look.h"
+
+#include <QFont>
+#include <QFontDatabase>
+#include <QPalette>
+#include <QStyleFactory>
+
+namespace sonavel {
+
+namespace {
+
+struct PaletteColours {
+    QRgb window, base, alternate, button, text, faint, accent, onAccent, toolTip;
+};
+
+constexpr PaletteColours kLight{0xfff1f2f4, 0xffffffff, 0xfff6f7f9, 0xfff7f8fa, 0xff20262e,
+                                0xff8d949e, 0xff1f6fd0, 0xffffffff, 0xfffffbe6};
+constexpr PaletteColours kDark{0xff2a2e34, 0xff1f2227, 0xff262a30, 0xff363b43, 0xffe6e9ee,
+                               0xff7c838d, 0xff3d8be8, 0xffffffff, 0xff3c3a2c};
+
+QPalette PaletteFrom(const PaletteColours& colours) {
+    QPalette palette;
+    palette.setColor(QPalette::Window, colours.window);
+    palette.setColor(QPalette::Base, colours.base);
+    palette.setColor(QPalette::AlternateBase, colours.alternate);
+    palette.setColor(QPalette::Button, colours.button);
+    palette.setColor(QPalette::ToolTipBase, colours.toolTip);
+    palette.setColor(QPalette::Highlight, colours.accent);
+    palette.setColor(QPalette::HighlightedText, colours.onAccent);
+    palette.setColor(QPalette::Link, colours.accent);
+    palette.setColor(QPalette::PlaceholderText, colours.faint);
+    for (const auto role :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
+        palette.setColor(role, colours.text);
+        palette.setColor(QPalette::Disabled, role, colours.faint);
+    }
+    palette.setColor(QPalette::Disabled, QPalette::Highlight, colours.faint);
+    return palette;
+}
+
+bool DesktopIsDark(const QApplication& application) {
+    const QPalette own = application.palette();
+    return own.color(QPalette::Window).lightness() < own.color(QPalette::WindowText).lightness();
+}
+
+// A bitmap-era face that texts ask for, and what stands in for it where it is not installed.
+void SubstituteKoreanFonts() {
+    const QStringList korean{QStringLiteral("NanumGothic"), QStringLiteral("Noto Sans CJK KR")};
+    QFont::insertSubstitutions(QStringLiteral("굴림"), korean);
+    QFont::insertSubstitutions(QApplication::font().family(), korean);
+}
+
+}  // namespace
+
+void ApplyLook(QApplication& application) {
+    const bool dark = DesktopIsDark(application);
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setPalette(PaletteFrom(dark ? kDark : kLight));
+    SubstituteKoreanFonts();
+}
+
+}  // namespace sonavel

@@ -1,0 +1,224 @@
+#include "app/main_frame.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QMenuBar>
+#include <QScreen>
+
+#include "app/command_icons.h"
+#include "app/command_ids.h"
+#include "app/document_commands.h"
+#include "app/frame_commands.h"
+#include "app/main_menu.h"
+#include "app/person_settings.h"
+#include "platform/qt/utf8_text.h"
+#include "view/status_texts.h"
+#include "view/ui/sound_view_widget.h"
+
+namespace sonavel {
+
+namespace {
+
+constexpr int kPlayRefreshMs = 40;
+constexpr QSize kFirstSize{1200, 760};
+// Of the kept places of the bars; another number forgets them.
+constexpr int kBarsVersion = 1;
+
+template <class Target>
+std::unique_ptr<CommandTarget> TargetOf(Target& target, std::span<const Command<Target>> table) {
+    return std::make_unique<TableCommandTarget<Target>>(target, table);
+}
+
+template <class Target>
+void AddTable(CommandActions& actions, std::span<const Command<Target>> table) {
+    for (const Command<Target>& row : table)
+        actions.Add(row.info)->setIcon(CommandIcon(row.info.id));
+}
+
+}  // namespace
+
+MainFrame::MainFrame()
+    : area_(new QMdiArea(this)),
+      status_(new StatusPanes(this)),
+      actions_([this](int id) { return Route(id); }) {
+    setWindowTitle(QStringLiteral("Sonavel"));
+    setWindowIcon(ProgramIcon());
+    setCentralWidget(area_);
+    setStatusBar(status_);
+    setAcceptDrops(true);
+    area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    area_->setBackground(palette().brush(QPalette::Mid));
+    area_->setTabsClosable(true);
+    area_->setTabsMovable(true);
+    area_->setDocumentMode(true);
+    resize(kFirstSize.boundedTo(screen()->availableSize() * 9 / 10));
+    refreshTimer_.setSingleShot(true);
+    playTimer_.setInterval(kPlayRefreshMs);
+    connect(&refreshTimer_, &QTimer::timeout, this, &MainFrame::Refresh);
+    connect(&playTimer_, &QTimer::timeout, this, &MainFrame::UpdatePanes);
+}
+
+MainFrame::~MainFrame() {
+    delete logo_.data();
+}
+
+void MainFrame::ShowStartUpLogo() {
+    logo_ = new LogoWindow;
+    logo_->setAttribute(Qt::WA_QuitOnClose, false);
+    logo_->show();
+    QTimer::singleShot(LogoWindow::kStartUpMs, logo_, &QObject::deleteLater);
+}
+
+void MainFrame::Build(Workspace& workspace, CommandTarget& application) {
+    workspace_ = &workspace;
+    application_ = &application;
+    frameCommands_ = TargetOf<MainFrame>(*this, FrameCommands());
+    AddActions();
+    AddMenus();
+    AddBars();
+    RestorePlaces();
+    workspace.SetObserver(this);
+    connect(area_, &QMdiArea::subWindowActivated, this, &MainFrame::ActivateChild);
+    connect(&actions_, &CommandActions::CommandRun, this, &MainFrame::AfterCommand);
+    connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this,
+            &MainFrame::ScheduleRefresh);
+    Refresh();
+}
+
+CommandTarget* MainFrame::Route(int commandId) {
+    OpenSound* active = workspace_ ? workspace_->Active() : nullptr;
+    CommandTarget* const chain[] = {active ? active->commands.get() : nullptr,
+                                    documentCommands_.get(), frameCommands_.get(), application_};
+    for (CommandTarget* target : chain)
+        if (target && target->HandlesCommand(commandId)) return target;
+    return nullptr;
+}
+
+void MainFrame::AddActions() {
+    AddTable(actions_, ViewCommands());
+    AddTable(actions_, DocumentCommands());
+    AddTable(actions_, FrameCommands());
+}
+
+void MainFrame::AddMenus() {
+    for (const MenuLayout& layout : MainMenuLayout()) {
+        QMenu* menu = menuBar()->addMenu(QString::fromUtf8(layout.title));
+        menu->setObjectName(QString::fromUtf8(layout.title).remove(u'&'));
+        actions_.FillMenu(*menu, layout.entries);
+    }
+    // The keys of commands that no menu shows.
+    for (const auto& [id, action] : actions_.All())
+        if (action->shortcutContext() != Qt::WidgetShortcut) addAction(action);
+
+    auto* recentMenu = new QMenu(tr("Recent &Files"), this);
+    recent_.ShowIn(*recentMenu);
+    auto* fileMenu = menuBar()->findChild<QMenu*>(QStringLiteral("File"));
+    fileMenu->insertMenu(actions_.Action(app_command::kClose), recentMenu);
+    auto* windowMenu = menuBar()->findChild<QMenu*>(QStringLiteral("Window"));
+    auto* listStart = windowMenu->addSeparator();
+    connect(windowMenu, &QMenu::aboutToShow, this, [this, windowMenu, listStart] {
+        const QList<QAction*> all = windowMenu->actions();
+        for (QAction* action : all.mid(all.indexOf(listStart) + 1)) delete action;
+        FillWindowList(*windowMenu);
+    });
+}
+
+void MainFrame::AddBars() {
+    auto* file = new CommandBar(tr("File and Edit"), actions_, FileBarCommands(), this);
+    transport_ = new TransportBar(actions_, this);
+    auto* zoom = new CommandBar(tr("Zoom"), actions_, ZoomBarCommands(), this);
+    QMenu* view = menuBar()->findChild<QMenu*>(QStringLiteral("View"));
+    for (CommandBar* bar : {file, static_cast<CommandBar*>(transport_), zoom}) {
+        addToolBar(bar);
+        QAction* toggle = bar->toggleViewAction();
+        toggle->setText(bar->windowTitle() + tr(" Bar"));
+        toggle->setStatusTip(tr("Show or hide this bar"));
+        view->insertAction(actions_.Action(app_command::kStatusBar), toggle);
+    }
+    insertToolBarBreak(transport_);
+}
+
+void MainFrame::FillWindowList(QMenu& menu) {
+    const QList<QMdiSubWindow*> windows = area_->subWindowList();
+    for (qsizetype i = 0; i < windows.size(); ++i) {
+        QString title = windows[i]->windowTitle();
+        title.replace(QStringLiteral("[*]"), windows[i]->isWindowModified() ? "*" : "");
+        title.replace(u'&', QStringLiteral("&&"));
+        const QString key = i < 9 ? QStringLiteral("&%1  ").arg(i + 1) : QString();
+        QAction* action = menu.addAction(key + title);
+        action->setCheckable(true);
+        action->setChecked(windows[i] == area_->activeSubWindow());
+        connect(action, &QAction::triggered, this,
+                [this, window = QPointer(windows[i])] { area_->setActiveSubWindow(window); });
+    }
+}
+
+void MainFrame::RestorePlaces() {
+    PersonSettings settings;
+    settings.beginGroup(QStringLiteral("Main Frame"));
+    restoreGeometry(settings.value(QStringLiteral("Geometry")).toByteArray());
+    restoreState(settings.value(QStringLiteral("Bars")).toByteArray(), kBarsVersion);
+    status_->setVisible(settings.value(QStringLiteral("StatusBar"), true).toBool());
+    if (settings.value(QStringLiteral("Tabs")).toBool()) SwitchTabs();
+}
+
+void MainFrame::StorePlaces() const {
+    PersonSettings settings;
+    settings.beginGroup(QStringLiteral("Main Frame"));
+    settings.setValue(QStringLiteral("Geometry"), saveGeometry());
+    settings.setValue(QStringLiteral("Bars"), saveState(kBarsVersion));
+    settings.setValue(QStringLiteral("StatusBar"), ShowsStatusBar());
+    settings.setValue(QStringLiteral("Tabs"), ShowsTabs());
+}
+
+void MainFrame::Refresh() {
+    UpdateTitle();
+    UpdatePanes();
+    actions_.Refresh();
+}
+
+void MainFrame::UpdateTitle() {
+    const OpenSound* active = workspace_->Active();
+    title_ = QStringLiteral("Sonavel");
+    if (active) title_ += QStringLiteral(" - ") + Utf8Text(active->document->Title()) + "[*]";
+    setWindowTitle(title_);
+    setWindowModified(active && active->document->IsModified());
+}
+
+void MainFrame::UpdatePanes() {
+    OpenSound* active = workspace_->Active();
+    const CSoundView* view = active ? active->view.get() : nullptr;
+    const bool busy = view && (view->Sound().IsPlaying() || view->Sound().IsRecording());
+    if (busy != playTimer_.isActive()) busy ? playTimer_.start() : playTimer_.stop();
+    if (!view) {
+        for (const auto show :
+             {&StatusPanes::ShowState, &StatusPanes::ShowSelection, &StatusPanes::ShowZoom})
+            (status_->*show)({});
+        transport_->ShowTime({});
+        return;
+    }
+    const auto format = view->GetStatusFormat();
+    const std::uint32_t rate = view->Sound().GetSamplesPerSecond();
+    const std::string place =
+        PositionText(format, view->PlayFrame().value_or(view->Cursor()), rate);
+    const std::string selection = SelectionText(format, view->GetSelection(), rate);
+    status_->ShowState(Utf8Text(view->StatusText()));
+    status_->ShowSelection(Utf8Text(selection.empty() ? place : selection));
+    status_->ShowZoom(Utf8Text(ZoomText(view->TimeRatio(), view->TimePercent())));
+    transport_->ShowTime(Utf8Text(place));
+}
+
+void MainFrame::AfterCommand(int commandId, bool succeeded) {
+    OpenSound* active = workspace_->Active();
+    if (!succeeded && active && active->commands->HandlesCommand(commandId)) {
+        const std::string& reason = active->view->LastError();
+        if (!reason.empty() && reason != "Cancelled.") status_->ShowNote(Utf8Text(reason));
+    }
+    const bool saved = commandId == app_command::kSave || commandId == app_command::kSaveAs;
+    if (saved && succeeded && active)
+        recent_.Add(QFile::decodeName(active->document->Path().c_str()));
+    ScheduleRefresh();
+}
+
+}  // namespace sonavel

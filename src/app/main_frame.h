@@ -1,0 +1,106 @@
+// The main frame: the open sounds as child windows, menus and bars made from the command tables,
+// the status bar.
+#pragma once
+
+#include <QMainWindow>
+#include <QMdiArea>
+#include <QPointer>
+#include <QTimer>
+#include <optional>
+
+#include "app/child_frame.h"
+#include "app/command_bar.h"
+#include "app/logo_window.h"
+#include "app/recent_files.h"
+#include "app/status_panes.h"
+
+namespace sonavel {
+
+class MainFrame : public QMainWindow, public WorkspaceObserver {
+    Q_OBJECT
+
+  public:
+    MainFrame();
+    ~MainFrame() override;
+
+    // Makes menus and bars; both arguments must live as long as the frame shows anything.
+    void Build(Workspace& workspace, CommandTarget& application);
+    // Stands over the frame for some seconds; the frame's own bars come after it.
+    void ShowStartUpLogo();
+
+    StatusPanes& Status() { return *status_; }
+    RecentFiles& Recent() { return recent_; }
+    CommandActions& Actions() { return actions_; }
+    QMdiArea& Area() { return *area_; }
+    ChildFrame* FrameOf(const OpenSound& sound) const;
+
+    // --- What the frame's commands do -----------------------------------------------------------
+
+    bool HasChildren() const { return !area_->subWindowList().isEmpty(); }
+    bool Cascade();
+    bool TileHorizontally();
+    bool TileVertically();
+    bool ShowsTabs() const { return area_->viewMode() == QMdiArea::TabbedView; }
+    bool SwitchTabs();
+    bool NextWindow();
+    bool PreviousWindow();
+    // Asks whether to save what is modified. False when that was cancelled.
+    bool CloseActive();
+    // Likewise; nothing is closed before everything was asked.
+    bool CloseAll();
+    bool ShowsStatusBar() const;
+    bool SwitchStatusBar();
+    bool Record();
+
+    void OnDocumentAdded(OpenSound& sound) override;
+    void OnDocumentClosing(OpenSound& sound) override;
+    void OnActivated(OpenSound* sound) override;
+
+  Q_SIGNALS:
+    void FilesDropped(const QStringList& absolutePaths);
+
+  protected:
+    bool event(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+  private:
+    enum class Tiling { kRows, kColumns };
+
+    CommandTarget* Route(int commandId);
+    void AddActions();
+    void AddMenus();
+    void AddBars();
+    void FillWindowList(QMenu& menu);
+    void RestorePlaces();
+    void StorePlaces() const;
+
+    void Tile(Tiling tiling);
+    bool MayClose(std::size_t index);
+    void ActivateChild(QMdiSubWindow* window);
+
+    // The title, the panes and the states of all commands, once for many changes.
+    void ScheduleRefresh() { refreshTimer_.start(); }
+    void Refresh();
+    void UpdateTitle();
+    void UpdatePanes();
+    void AfterCommand(int commandId, bool succeeded);
+
+    QMdiArea* area_;
+    StatusPanes* status_;
+    TransportBar* transport_ = nullptr;
+    QPointer<LogoWindow> logo_;
+    RecentFiles recent_;
+    CommandActions actions_;
+    Workspace* workspace_ = nullptr;
+    CommandTarget* application_ = nullptr;
+    std::unique_ptr<CommandTarget> frameCommands_;
+    std::unique_ptr<CommandTarget> documentCommands_;  // of the active document
+    QTimer refreshTimer_;
+    QTimer playTimer_;
+    QString title_;
+    int dropping_ = 0;  // documents that are being closed
+};
+
+}  // namespace sonavel

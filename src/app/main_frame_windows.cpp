@@ -1,0 +1,201 @@
+// The main frame's child windows: how they come, are arranged and go.
+#include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QStatusTipEvent>
+#include <QUrl>
+
+#include "app/document_commands.h"
+#include "app/main_frame.h"
+#include "platform/qt/utf8_text.h"
+
+namespace sonavel {
+
+namespace {
+
+QStringList LocalFiles(const QMimeData& data) {
+    QStringList files;
+    for (const QUrl& url : data.urls())
+        if (url.isLocalFile()) files << QDir::cleanPath(url.toLocalFile());
+    return files;
+}
+
+}  // namespace
+
+ChildFrame* MainFrame::FrameOf(const OpenSound& sound) const {
+    for (QMdiSubWindow* window : area_->subWindowList()) {
+        auto* frame = qobject_cast<ChildFrame*>(window);
+        if (frame && &frame->Sound() == &sound) return frame;
+    }
+    return nullptr;
+}
+
+void MainFrame::OnDocumentAdded(OpenSound& sound) {
+    auto* frame = new ChildFrame(sound, actions_, area_);
+    area_->addSubWindow(frame);
+    connect(frame, &ChildFrame::CloseRequested, this, [this, frame] {
+        const auto index = workspace_->IndexOf(*frame->Sound().document);
+        if (index && MayClose(*index)) workspace_->Close(*index);
+    });
+    connect(frame, &ChildFrame::TitleChanged, this, &MainFrame::ScheduleRefresh);
+    connect(frame, &ChildFrame::StateChanged, this, [this] {
+        UpdatePanes();
+        ScheduleRefresh();
+    });
+    frame->resize(area_->viewport()->size() * 4 / 5);
+    frame->show();
+}
+
+void MainFrame::OnDocumentClosing(OpenSound& sound) {
+    ChildFrame* frame = FrameOf(sound);
+    if (!frame) return;
+    documentCommands_.reset();
+    ++dropping_;
+    frame->LetGo();
+    area_->removeSubWindow(frame);
+    --dropping_;
+    frame->deleteLater();
+}
+
+void MainFrame::OnActivated(OpenSound* sound) {
+    documentCommands_.reset();
+    if (sound) {
+        documentCommands_ =
+            std::make_unique<TableCommandTarget<CSoundDoc>>(*sound->document, DocumentCommands());
+        area_->setActiveSubWindow(FrameOf(*sound));
+    }
+    ScheduleRefresh();
+}
+
+void MainFrame::ActivateChild(QMdiSubWindow* window) {
+    auto* frame = qobject_cast<ChildFrame*>(window);
+    if (!frame || dropping_ > 0) return;
+    if (const auto index = workspace_->IndexOf(*frame->Sound().document))
+        workspace_->Activate(*index);
+}
+
+bool MainFrame::Cascade() {
+    area_->cascadeSubWindows();
+    return true;
+}
+
+bool MainFrame::TileHorizontally() {
+    Tile(Tiling::kRows);
+    return true;
+}
+
+bool MainFrame::TileVertically() {
+    Tile(Tiling::kColumns);
+    return true;
+}
+
+void MainFrame::Tile(Tiling tiling) {
+    QList<QMdiSubWindow*> windows = area_->subWindowList();
+    windows.removeIf([](const QMdiSubWindow* window) { return window->isMinimized(); });
+    const QSize area = area_->viewport()->size();
+    const auto count = static_cast<int>(windows.size());
+    for (int i = 0; i < count; ++i) {
+        windows[i]->showNormal();
+        const int width = area.width(), height = area.height();
+        if (tiling == Tiling::kRows)
+            windows[i]->setGeometry(0, height * i / count, width,
+                                    height * (i + 1) / count - height * i / count);
+        else
+            windows[i]->setGeometry(width * i / count, 0,
+                                    width * (i + 1) / count - width * i / count, height);
+    }
+}
+
+bool MainFrame::SwitchTabs() {
+    area_->setViewMode(ShowsTabs() ? QMdiArea::SubWindowView : QMdiArea::TabbedView);
+    return true;
+}
+
+bool MainFrame::NextWindow() {
+    area_->activateNextSubWindow();
+    return true;
+}
+
+bool MainFrame::PreviousWindow() {
+    area_->activatePreviousSubWindow();
+    return true;
+}
+
+bool MainFrame::MayClose(std::size_t index) {
+    workspace_->StopActivity(index);
+    CSoundDoc& document = *workspace_->At(index).document;
+    if (!document.IsModified()) return true;
+    workspace_->Activate(index);
+    const QString question = tr("Save changes to %1?").arg(Utf8Text(document.Title()));
+    switch (QMessageBox::question(this, QStringLiteral("Sonavel"), question,
+                                  QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel,
+                                  QMessageBox::Save)) {
+        case QMessageBox::Save:
+            return SaveUnderOwnPath(document);
+        case QMessageBox::Discard:
+            return true;
+        default:
+            return false;
+    }
+}
+
+bool MainFrame::CloseActive() {
+    const auto index = workspace_->ActiveIndex();
+    if (!index || !MayClose(*index)) return false;
+    workspace_->Close(*index);
+    return true;
+}
+
+bool MainFrame::CloseAll() {
+    for (std::size_t i = 0; i < workspace_->Count(); ++i)
+        if (!MayClose(i)) return false;
+    while (workspace_->Count() > 0) workspace_->Close(workspace_->Count() - 1);
+    return true;
+}
+
+bool MainFrame::ShowsStatusBar() const {
+    return !status_->isHidden();
+}
+
+bool MainFrame::SwitchStatusBar() {
+    status_->setVisible(!ShowsStatusBar());
+    return true;
+}
+
+bool MainFrame::Record() {
+    return workspace_->Record();
+}
+
+bool MainFrame::event(QEvent* event) {
+    if (event->type() == QEvent::StatusTip) {
+        status_->ShowPrompt(static_cast<QStatusTipEvent*>(event)->tip());
+        return true;
+    }
+    // A maximised child writes its own name into the frame's title.
+    if (event->type() == QEvent::WindowTitleChange && windowTitle() != title_ && !title_.isEmpty())
+        ScheduleRefresh();
+    return QMainWindow::event(event);
+}
+
+void MainFrame::closeEvent(QCloseEvent* event) {
+    if (!CloseAll()) {
+        event->ignore();
+        return;
+    }
+    StorePlaces();
+    delete logo_.data();
+    event->accept();
+}
+
+void MainFrame::dragEnterEvent(QDragEnterEvent* event) {
+    if (!LocalFiles(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+}
+
+void MainFrame::dropEvent(QDropEvent* event) {
+    event->acceptProposedAction();
+    Q_EMIT FilesDropped(LocalFiles(*event->mimeData()));
+}
+
+}  // namespace sonavel

@@ -1,0 +1,121 @@
+#include "app/main_menu.h"
+
+#include "app/command_ids.h"
+#include "view/view_commands.h"
+
+namespace sonavel {
+
+namespace {
+
+constexpr MenuEntry C(int id) {
+    return MenuEntry::Command(id);
+}
+constexpr MenuEntry kLine = MenuEntry::Separator();
+constexpr MenuEntry Sub(const char* title) {
+    return MenuEntry::Begin(title);
+}
+constexpr MenuEntry kBack = MenuEntry::End();
+
+constexpr MenuEntry kFile[] = {
+    C(app_command::kNew),  C(app_command::kOpen),   C(app_command::kClose),   kLine,
+    C(app_command::kSave), C(app_command::kSaveAs), C(app_command::kSaveAll), kLine,
+    C(app_command::kExit),
+};
+
+constexpr MenuEntry kEdit[] = {
+    C(view_command::kUndo),
+    C(view_command::kRedo),
+    kLine,
+    C(view_command::kCut),
+    C(view_command::kCopy),
+    C(view_command::kPaste),
+    Sub("Paste Sp&ecial"),
+    C(view_command::kPasteOverwrite),
+    C(view_command::kPasteBlockOverwrite),
+    C(view_command::kPasteBlockCopy),
+    C(view_command::kPasteReplicate),
+    C(view_command::kPasteNew),
+    kBack,
+    C(view_command::kDelete),
+    kLine,
+    C(view_command::kMix),
+    C(view_command::kCrossfadeMix),
+    kLine,
+    C(view_command::kSelectAll),
+    C(view_command::kGoToCursor),
+    Sub("Mar&ker"),
+    C(view_command::kDropMarker),
+    C(view_command::kMarkerAdd),
+    C(view_command::kMarkerEdit),
+    C(view_command::kMarkerDelete),
+    kBack,
+    kLine,
+    C(view_command::kClipboardContents),
+};
+
+constexpr MenuEntry kView[] = {
+    Sub("Zoom &Time"),
+    C(view_command::kZoomTimeIn),
+    C(view_command::kZoomTimeOut),
+    C(view_command::kZoomTimeFull),
+    kBack,
+    Sub("Zoom &Level"),
+    C(view_command::kZoomLevelIn),
+    C(view_command::kZoomLevelOut),
+    C(view_command::kZoomLevelFull),
+    kBack,
+    C(view_command::kZoomSelection),
+    C(view_command::kZoomUser),
+    C(view_command::kZoomDefault),
+    kLine,
+    Sub("Status &Format"),
+    C(view_command::kStatusSample),
+    C(view_command::kStatusTime),
+    C(view_command::kStatusSecond),
+    kBack,
+    kLine,
+    C(app_command::kStatusBar),
+};
+
+constexpr MenuEntry kControl[] = {
+    C(view_command::kPlay),
+    C(view_command::kPlayLooped),
+    C(view_command::kPlayToEnd),
+    C(view_command::kPause),
+    C(view_command::kStop),
+    C(app_command::kRecord),
+    kLine,
+    C(view_command::kStart),
+    C(view_command::kRewind),
+    C(view_command::kForward),
+    C(view_command::kEnd),
+    kLine,
+    C(view_command::kPreviewCut),
+    C(view_command::kPreRoll),
+};
+
+constexpr MenuEntry kWindow[] = {
+    C(app_command::kCascade),
+    C(app_command::kTileHorizontally),
+    C(app_command::kTileVertically),
+    C(app_command::kTabs),
+    kLine,
+    C(app_command::kNextWindow),
+    C(app_command::kPreviousWindow),
+    C(app_command::kCloseAll),
+};
+
+constexpr MenuEntry kHelp[] = {C(app_command::kAbout)};
+
+constexpr MenuLayout kMenus[] = {
+    {"&File", kFile},       {"&Edit", kEdit},     {"&View", kView},
+    {"&Control", kControl}, {"&Window", kWindow}, {"&Help", kHelp},
+};
+
+}  // namespace
+
+std::span<const MenuLayout> MainMenuLayout() {
+    return kMenus;
+}
+
+}  // namespace sonavel

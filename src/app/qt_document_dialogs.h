@@ -1,0 +1,29 @@
+// The document's dialogs as Qt windows.
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+#include "app/save_as_dialog.h"
+#include "platform/program_folder.h"
+
+namespace sonavel {
+
+class QtDocumentDialogs : public DocumentDialogs {
+  public:
+    QtDocumentDialogs(QWidget* parent, const ProgramFolder& folder)
+        : parent_(parent), folder_(folder) {}
+
+    // Asked while the Save As dialog is open, about what it shows.
+    void SetSaveWarning(SaveWarningSource warning) { warning_ = std::move(warning); }
+
+    std::optional<NewSoundChoice> AskNewSound(const NewSoundChoice& initial) override;
+    std::optional<SaveAsChoice> AskSaveAs(const SaveAsRequest& request) override;
+
+  private:
+    QPointer<QWidget> parent_;
+    const ProgramFolder& folder_;
+    SaveWarningSource warning_;
+};
+
+}  // namespace sonavel

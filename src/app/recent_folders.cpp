@@ -1,0 +1,39 @@
+#include "app/recent_folders.h"
+
+#include <algorithm>
+
+namespace sonavel {
+
+namespace {
+
+constexpr const char* kSection = "__SOUND_USED_FOLDER";
+
+// "Used Folder" is the newest; "Used Folder 2" and so on stand behind it.
+std::string KeyOf(std::size_t index) {
+    return index == 0 ? "Used Folder" : "Used Folder " + std::to_string(index + 1);
+}
+
+}  // namespace
+
+std::vector<std::string> RecentFolders::Paths() const {
+    std::vector<std::string> paths;
+    for (std::size_t i = 0; i < kMostFolders; ++i) {
+        std::string path = options_.GetString(kSection, KeyOf(i));
+        if (!path.empty() && std::find(paths.begin(), paths.end(), path) == paths.end())
+            paths.push_back(std::move(path));
+    }
+    return paths;
+}
+
+bool RecentFolders::Add(const std::string& absolutePath) {
+    std::vector<std::string> paths = Paths();
+    if (!paths.empty() && paths.front() == absolutePath) return true;
+    std::erase(paths, absolutePath);
+    paths.insert(paths.begin(), absolutePath);
+    if (paths.size() > kMostFolders) paths.resize(kMostFolders);
+    std::vector<std::pair<std::string, std::string>> entries;
+    for (std::size_t i = 0; i < paths.size(); ++i) entries.emplace_back(KeyOf(i), paths[i]);
+    return options_.SetEntries(kSection, entries);
+}
+
+}  // namespace sonavel

@@ -1,0 +1,181 @@
+// The document's dialogs, the About box and the logo.
+#include <gtest/gtest.h>
+
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTest>
+#include <QTimer>
+
+#include "app/about_dialog.h"
+#include "app/logo_window.h"
+#include "app/new_sound_dialog.h"
+#include "app/save_as_dialog.h"
+#include "app/system_texts.h"
+#include "support/qt_test_application.h"
+#include "support/sound_files.h"
+
+namespace sonavel {
+namespace {
+
+template <class Button>
+Button* ButtonOf(const QWidget& dialog, const QString& text) {
+    for (Button* button : dialog.findChildren<Button*>())
+        if (button->text() == text) return button;
+    ADD_FAILURE() << "no button " << text.toStdString();
+    return nullptr;
+}
+
+template <class Field>
+QString FieldText(const QWidget& dialog, const char* name) {
+    const auto* field = dialog.findChild<Field*>(QLatin1String(name));
+    return field ? field->text() : QStringLiteral("(no field)");
+}
+
+class AppDialogsTest : public ::testing::Test {
+  protected:
+    AppDialogsTest() { TestApplication(); }
+};
+
+TEST_F(AppDialogsTest, NewOffersElevenRatesAndStartsWithCdRateMonoEightBit) {
+    NewSoundDialog dialog(NewSoundChoice{});
+    auto* rate = dialog.findChild<QComboBox*>();
+    ASSERT_EQ(rate->count(), 11);
+    EXPECT_EQ(rate->itemText(0), "6000");
+    EXPECT_EQ(rate->itemText(10), "60000");
+    const NewSoundChoice first = dialog.Choice();
+    EXPECT_EQ(first.samplesPerSecond, 44100u);
+    EXPECT_EQ(first.channels, 1u);
+    EXPECT_EQ(first.bits, 8u);
+
+    rate->setCurrentText("60000");
+    ButtonOf<QRadioButton>(dialog, "&Stereo")->click();
+    ButtonOf<QRadioButton>(dialog, "&16bit Data")->click();
+    const NewSoundChoice second = dialog.Choice();
+    EXPECT_EQ(second.samplesPerSecond, 60000u);
+    EXPECT_EQ(second.channels, 2u);
+    EXPECT_EQ(second.bits, 16u);
+}
+
+class SaveAsDialogTest : public AppDialogsTest {
+  protected:
+    SaveAsDialogTest() {
+        request_.proposedName = "Sound1";
+        request_.filter =
+            "Audio Files (*.wav;*.au;*.aiff) |*.wav;*.au;*.aiff;*.mp3|Wave File (*.wav)|*.wav|"
+            "Next/Sun audio file (*.au)|*.au|All Files (*.*)|*.*||";
+        request_.samplesPerSecond = 44100;
+        request_.channels = 2;
+        request_.bits = 16;
+        request_.durationSeconds = 2;
+    }
+    std::unique_ptr<SaveAsDialog> Open() {
+        auto dialog = std::make_unique<SaveAsDialog>(
+            request_, QStringList{FolderText()}, [this](const SaveAsChoice& choice) {
+                asked_ = choice;
+                return choice.saveMarkers ? std::string() : std::string("markers are lost");
+            });
+        dialog->setDirectory(FolderText());
+        return dialog;
+    }
+    QString FolderText() const { return QString::fromStdString(folder_.Path().string()); }
+
+    TemporaryFolder folder_;
+    SaveAsRequest request_;
+    SaveAsChoice asked_;
+};
+
+TEST_F(SaveAsDialogTest, TheChosenKindOfFileCompletesTheName) {
+    const struct {
+        const char* filter;
+        const char* typed;
+        const char* saved;
+    } cases[] = {
+        {"Audio Files (*.wav *.au *.aiff *.mp3)", "Sound1", "Sound1.WAV"},
+        {"Wave File (*.wav)", "a", "a.wav"},
+        {"Next/Sun audio file (*.au)", "a", "a.au"},
+        {"Next/Sun audio file (*.au)", "a.aiff", "a.aiff"},
+        {"All Files (*)", "b", "b.WAV"},
+    };
+    for (const auto& c : cases) {
+        const auto dialog = Open();
+        dialog->selectNameFilter(c.filter);
+        Q_EMIT dialog->filterSelected(c.filter);
+        dialog->findChild<QLineEdit*>("fileNameEdit")->setText(c.typed);
+        EXPECT_EQ(dialog->Choice().path, folder_ / c.saved);
+        EXPECT_EQ(FieldText<QLineEdit>(*dialog, "fullPath").toStdString(),
+                  (folder_ / c.saved).string());
+    }
+}
+
+TEST_F(SaveAsDialogTest, TheFileTypesReadAsTheyAreGiven) {
+    const auto dialog = Open();
+    const auto* types = dialog->findChild<QComboBox*>("fileTypeCombo");
+    ASSERT_TRUE(types);
+    EXPECT_EQ(types->itemText(0), "Audio Files (*.wav;*.au;*.aiff) ");
+    EXPECT_EQ(types->itemText(3), "All Files (*.*)");
+}
+
+TEST_F(SaveAsDialogTest, TextsAndWarningFollowTheChoice) {
+    const auto dialog = Open();
+    EXPECT_EQ(FieldText<QLineEdit>(*dialog, "original"), "44,100 Hz, 16-bit, Stereo");
+    EXPECT_EQ(FieldText<QLineEdit>(*dialog, "update"), "44,100 Hz, 16-bit, Stereo");
+    EXPECT_EQ(FieldText<QLabel>(*dialog, "saveWarning"), "");
+
+    ButtonOf<QRadioButton>(*dialog, "&Mono Channel")->click();
+    ButtonOf<QRadioButton>(*dialog, "&8 Bit Data")->click();
+    EXPECT_EQ(FieldText<QLineEdit>(*dialog, "update"), "44,100 Hz, 8-bit, Mono");
+    EXPECT_EQ(asked_.channels, 1u);
+    EXPECT_EQ(asked_.bits, 8u);
+
+    auto* noMarkers = ButtonOf<QCheckBox>(*dialog, "Not Save Marker");
+    EXPECT_FALSE(noMarkers->isChecked());
+    noMarkers->click();
+    EXPECT_FALSE(dialog->Choice().saveMarkers);
+    EXPECT_EQ(FieldText<QLabel>(*dialog, "saveWarning"), "markers are lost");
+    noMarkers->click();
+    EXPECT_TRUE(dialog->Choice().saveMarkers);
+    EXPECT_EQ(FieldText<QLabel>(*dialog, "saveWarning"), "");
+}
+
+TEST_F(SaveAsDialogTest, ARecentFolderKeepsTheTypedName) {
+    const auto dialog = Open();
+    dialog->setDirectory("/");
+    dialog->findChild<QLineEdit*>("fileNameEdit")->setText("kept.wav");
+    auto* recent = dialog->findChild<QComboBox*>("recentFolders");
+    Q_EMIT recent->textActivated(recent->itemText(0));
+    EXPECT_EQ(dialog->Choice().path, folder_ / "kept.wav");
+}
+
+TEST_F(AppDialogsTest, AboutShowsItsTextsAndRunsTheLogo) {
+    int runs = 0;
+    AboutDialog about([&] { ++runs; });
+    QStringList texts;
+    for (const QLabel* label : about.findChildren<QLabel*>()) texts << label->text();
+    for (const char* text :
+         {"Sonavel", "Version 1.2 Beta", "Phsycal Memory", "Available Disk Space"})
+        EXPECT_TRUE(texts.contains(QLatin1String(text))) << text;
+    EXPECT_TRUE(texts.contains(QString::fromStdString(PhysicalMemoryText())));
+    ButtonOf<QPushButton>(about, "&Logo")->click();
+    EXPECT_EQ(runs, 1);
+}
+
+TEST_F(AppDialogsTest, TheLogoRunsToItsLastPictureAndStays) {
+    LogoWindow logo;
+    logo.show();
+    EXPECT_EQ(logo.Picture(), 0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return logo.Picture() == 10; }, 5000));
+    QTest::qWait(2 * LogoWindow::kPictureMs);
+    EXPECT_EQ(logo.Picture(), 10);
+    EXPECT_TRUE(logo.isVisible());
+    QTest::mouseClick(&logo, Qt::LeftButton);
+    EXPECT_FALSE(logo.isVisible());
+}
+
+TEST_F(AppDialogsTest, AClickEndsAModalLogo) {
+    LogoWindow logo;
+    QTimer::singleShot(20, [&] { QTest::mouseClick(&logo, Qt::LeftButton); });
+    EXPECT_EQ(logo.exec(), QDialog::Accepted);
+}
+
+}  // namespace
+}  // namespace sonavel

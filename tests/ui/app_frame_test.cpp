@@ -1,0 +1,243 @@
+// The main frame: titles, menus, opening, saving and closing.
+#include <QDropEvent>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QUrl>
+#include <set>
+
+#include "app/command_ids.h"
+#include "app/main_menu.h"
+#include "app_fixture.h"
+#include "view/view_commands.h"
+
+namespace sonavel {
+namespace {
+
+TEST_F(AppFixture, AnEmptyFrameHasNoSoundAndOffersLittle) {
+    EXPECT_EQ(Frame().windowTitle(), "Sonavel");
+    EXPECT_FALSE(Frame().HasChildren());
+    Frame().Actions().Refresh();
+    for (const int id : {57602, 57603, 57604, 32844, 32771, 57635, 57650})
+        EXPECT_FALSE(Frame().Actions().Action(id)->isEnabled()) << id;
+    for (const int id : {57600, 57601, 57664, 32779})
+        EXPECT_TRUE(Frame().Actions().Action(id)->isEnabled()) << id;
+}
+
+TEST_F(AppFixture, EveryCommandOfAMenuHasAnActionATextAndAPrompt) {
+    App();
+    std::set<int> seen;
+    for (const MenuLayout& menu : MainMenuLayout()) {
+        for (const MenuEntry& entry : menu.entries) {
+            if (entry.kind != MenuEntry::Kind::kCommand) continue;
+            EXPECT_TRUE(seen.insert(entry.commandId).second) << entry.commandId;
+            const QAction* action = Frame().Actions().Action(entry.commandId);
+            ASSERT_TRUE(action) << entry.commandId;
+            EXPECT_FALSE(action->text().isEmpty()) << entry.commandId;
+            EXPECT_FALSE(action->statusTip().isEmpty()) << entry.commandId;
+        }
+    }
+}
+
+TEST_F(AppFixture, NoKeyOfTheWindowStandsForTwoCommands) {
+    std::map<QString, int> owners;
+    for (const auto& [id, action] : (App(), Frame().Actions().All())) {
+        if (action->shortcutContext() == Qt::WidgetShortcut) continue;
+        for (const QKeySequence& key : action->shortcuts()) {
+            const auto [owner, fresh] = owners.emplace(key.toString(), id);
+            EXPECT_TRUE(fresh) << key.toString().toStdString() << ": " << owner->second << " and "
+                               << id;
+        }
+    }
+}
+
+TEST_F(AppFixture, TheTitleNamesTheActiveSoundWithAStarWhileModified) {
+    OpenModified("a.wav");
+    QApplication::processEvents();
+    EXPECT_EQ(Frame().windowTitle(), "Sonavel - a.wav[*]");
+    EXPECT_TRUE(Frame().isWindowModified());
+    ASSERT_TRUE(App().OpenFile(WavFile("b.wav")));
+    QApplication::processEvents();
+    EXPECT_EQ(Frame().windowTitle(), "Sonavel - b.wav[*]");
+    EXPECT_FALSE(Frame().isWindowModified());
+    Frame().Area().activeSubWindow()->showMaximized();
+    QTest::qWait(20);
+    EXPECT_EQ(Frame().windowTitle(), "Sonavel - b.wav[*]");
+    Run(app_command::kNextWindow);
+    EXPECT_EQ(Frame().windowTitle(), "Sonavel - a.wav[*]");
+    EXPECT_EQ(Active().Title(), "a.wav");
+}
+
+TEST_F(AppFixture, AFileThatIsOpenComesToTheFront) {
+    const QString first = WavFile("a.wav");
+    ASSERT_TRUE(App().OpenFile(first));
+    ASSERT_TRUE(App().OpenFile(WavFile("b.wav")));
+    ASSERT_TRUE(App().OpenFile(first));
+    EXPECT_EQ(Sounds().Count(), 2u);
+    EXPECT_EQ(Active().Title(), "a.wav");
+    EXPECT_EQ(Frame().Area().activeSubWindow(), Frame().FrameOf(*Sounds().Active()));
+}
+
+TEST_F(AppFixture, WhatCannotBeOpenedSaysSoInTheStatusBar) {
+    App();
+    WriteFileBytes(folder_ / "a.txt", {1, 2, 3});
+    EXPECT_FALSE(App().OpenFile(QString::fromStdString((folder_ / "a.txt").string())));
+    EXPECT_TRUE(StatusText().startsWith("a.txt: ")) << StatusText().toStdString();
+    EXPECT_GT(StatusText().size(), 8);
+    EXPECT_FALSE(Frame().HasChildren());
+    EXPECT_TRUE(Frame().Recent().Paths().isEmpty());
+}
+
+TEST_F(AppFixture, AFailingFileOfTheCommandLineGivesItsReasonWithoutABox) {
+    Application app(devices_, programFolder_);
+    WriteFileBytes(folder_ / "broken.aiff", {'F', 'O', 'R', 'M', 0, 0, 0, 4, 'X', 'X', 'X', 'X'});
+    const auto reason = app.OpenAtStart(QString::fromStdString((folder_ / "broken.aiff").string()));
+    ASSERT_TRUE(reason);
+    EXPECT_EQ(*reason, "AIFF 'FORM' chunk does specify 'AIFF' as type");
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+}
+
+TEST_F(AppFixture, OpenedFilesAreTheRecentOnes) {
+    const QString first = WavFile("a.wav");
+    const QString second = WavFile("b.wav");
+    App().OpenFile(first);
+    App().OpenFile(second);
+    EXPECT_EQ(Frame().Recent().Paths(), (QStringList{second, first}));
+    std::filesystem::remove(first.toStdString());
+    Sounds().Close(0);
+    EXPECT_FALSE(App().OpenFile(first));
+    EXPECT_EQ(Frame().Recent().Paths(), QStringList{second});
+}
+
+TEST_F(AppFixture, DroppedFilesOpen) {
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(WavFile("a.wav")), QUrl::fromLocalFile(WavFile("b.wav"))});
+    QDropEvent drop(QPointF(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&Frame(), &drop);
+    EXPECT_EQ(Sounds().Count(), 2u);
+}
+
+TEST_F(AppFixture, ClosingAsksOnlyForModifiedSounds) {
+    ASSERT_TRUE(App().OpenFile(WavFile("a.wav")));
+    Run(app_command::kClose);
+    EXPECT_EQ(Sounds().Count(), 0u);
+
+    const struct {
+        QMessageBox::StandardButton button;
+        std::size_t left;
+        bool saved;
+    } cases[] = {
+        {QMessageBox::Cancel, 1, false},
+        {QMessageBox::Discard, 0, false},
+        {QMessageBox::Save, 0, true},
+    };
+    for (const auto& c : cases) {
+        OpenModified("b.wav");
+        const FileBytes before = ReadFileBytes(folder_ / "b.wav");
+        BoxAnswer answer(c.button);
+        Frame().FrameOf(*Sounds().Active())->close();
+        EXPECT_EQ(answer.Text(), "Save changes to b.wav?");
+        EXPECT_EQ(Sounds().Count(), c.left);
+        EXPECT_EQ(ReadFileBytes(folder_ / "b.wav") != before, c.saved);
+        while (Sounds().Count() > 0) Sounds().Close(0);
+    }
+}
+
+TEST_F(AppFixture, CancelledExitClosesNothing) {
+    ASSERT_TRUE(App().OpenFile(WavFile("a.wav")));
+    OpenModified("b.wav");
+    {
+        BoxAnswer answer(QMessageBox::Cancel);
+        Run(app_command::kExit);
+    }
+    EXPECT_EQ(Sounds().Count(), 2u);
+    EXPECT_TRUE(Frame().isVisible());
+    BoxAnswer answer(QMessageBox::Discard);
+    Run(app_command::kExit);
+    EXPECT_EQ(Sounds().Count(), 0u);
+    EXPECT_FALSE(Frame().isVisible());
+}
+
+TEST_F(AppFixture, SaveAllSavesWhatIsModified) {
+    OpenModified("a.wav");
+    OpenModified("b.wav");
+    ASSERT_TRUE(App().OpenFile(WavFile("c.wav")));
+    const auto untouched = std::filesystem::last_write_time(folder_ / "c.wav");
+    Run(app_command::kSaveAll);
+    for (std::size_t i = 0; i < 3; ++i) EXPECT_FALSE(Sounds().At(i).document->IsModified()) << i;
+    EXPECT_EQ(std::filesystem::last_write_time(folder_ / "c.wav"), untouched);
+    EXPECT_FALSE(Frame().Actions().Action(app_command::kSaveAll)->isEnabled());
+}
+
+TEST_F(AppFixture, ASaveThatLosesSomethingWarnsInTheStatusBar) {
+    OpenModified("a.wav");
+    Active().SetSaveMarkers(false);
+    Run(app_command::kSave);
+    EXPECT_FALSE(StatusText().isEmpty());
+    EXPECT_NE(StatusText(), "Ready");
+}
+
+TEST_F(AppFixture, TilingFillsTheAreaAndTabsShowOneAtATime) {
+    for (const char* name : {"a.wav", "b.wav", "c.wav"}) ASSERT_TRUE(App().OpenFile(WavFile(name)));
+    const QSize area = Frame().Area().viewport()->size();
+    for (const int command : {app_command::kTileHorizontally, app_command::kTileVertically}) {
+        Run(command);
+        QRegion covered;
+        for (const QMdiSubWindow* window : Frame().Area().subWindowList()) {
+            EXPECT_TRUE(covered.intersected(window->geometry()).isEmpty());
+            covered += window->geometry();
+        }
+        EXPECT_EQ(covered, QRegion(QRect(QPoint(), area)));
+    }
+    Run(app_command::kTabs);
+    EXPECT_TRUE(Frame().Actions().Action(app_command::kTabs)->isChecked());
+    EXPECT_FALSE(Frame().Actions().Action(app_command::kCascade)->isEnabled());
+    int visible = 0;
+    for (const QMdiSubWindow* window : Frame().Area().subWindowList())
+        visible += window->isVisible();
+    EXPECT_EQ(visible, 1);
+}
+
+TEST_F(AppFixture, PanesFollowTheView) {
+    ASSERT_TRUE(App().OpenFile(WavFile("a.wav")));
+    CSoundView& view = *Sounds().Active()->view;
+    view.SetStatusFormat(StatusFormat::kSecond);
+    view.SetSelection(4000, 6000);
+    QApplication::processEvents();
+    const auto pane = [this](const char* name) {
+        return Frame().findChild<QLabel*>(QLatin1String(name))->text();
+    };
+    EXPECT_TRUE(pane("selection").contains("0.500")) << pane("selection").toStdString();
+    EXPECT_TRUE(pane("zoom").startsWith("Zoom (1 : "));
+    view.SetCursor(2000);
+    QApplication::processEvents();
+    EXPECT_EQ(pane("readOut"), "0.250");
+    Run(app_command::kClose);
+    EXPECT_EQ(pane("zoom"), "");
+}
+
+TEST_F(AppFixture, HoveredCommandsShowTheirPrompts) {
+    App();
+    QStatusTipEvent hover("Open sound files");
+    QApplication::sendEvent(&Frame(), &hover);
+    EXPECT_EQ(StatusText(), "Open sound files");
+    QStatusTipEvent leave{QString()};
+    QApplication::sendEvent(&Frame(), &leave);
+    EXPECT_EQ(StatusText(), "Ready");
+}
+
+TEST_F(AppFixture, BarsKeepTheirPlaces) {
+    auto* bar = Frame().findChild<QToolBar*>("Zoom");
+    ASSERT_TRUE(bar);
+    bar->hide();
+    Frame().addToolBar(Qt::LeftToolBarArea, Frame().findChild<QToolBar*>("Remocon"));
+    Run(app_command::kStatusBar);
+    Frame().close();
+    app_.reset();
+
+    EXPECT_TRUE(Frame().findChild<QToolBar*>("Zoom")->isHidden());
+    EXPECT_EQ(Frame().toolBarArea(Frame().findChild<QToolBar*>("Remocon")), Qt::LeftToolBarArea);
+    EXPECT_FALSE(Frame().ShowsStatusBar());
+}
+
+}  // namespace
+}  // namespace sonavel
