@@ -86,7 +86,7 @@ TEST_F(ReplacingFileTest, FollowsSymbolicLinksToTheirFile) {
 }
 
 TEST_F(ReplacingFileTest, TargetsThatCannotBeFilesFailToOpen) {
-    const fs::path longName = folder / (std::string(252, 'n') + ".wav");
+    const fs::path longName = folder / std::string(256, 'n');
     for (const Writer write : kWriters) {
         for (const fs::path& path :
              {folder.Path(), folder / "no folder" / "a.wav", fs::path("/dev/full"), fs::path()}) {
