@@ -1,5 +1,6 @@
 // The recording side of CWavePlayer.
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <limits>
@@ -30,7 +31,7 @@ class CopyProgress {
 
     void AfterBlock(std::size_t index) {
         const double share = index == 0 ? 0.0 : 100.0 / (static_cast<double>(blocks_) / index);
-        Show(static_cast<int>(share + 0.5));
+        Show(static_cast<int>(std::lround(share)));
     }
     void Finish() { Show(100); }
 
