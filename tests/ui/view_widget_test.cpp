@@ -10,15 +10,18 @@
 namespace sonavel {
 namespace {
 
+// Long enough for what was asked for to be painted.
+constexpr int kPaintMs = 50;
+
 // Collects what a widget is asked to paint.
 class PaintWatch : public QObject {
   public:
     explicit PaintWatch(QWidget& widget) : widget_(widget) {
-        QApplication::processEvents();
+        QTest::qWait(kPaintMs);
         widget.installEventFilter(this);
     }
     QRegion Painted() {
-        QApplication::processEvents();
+        QTest::qWait(kPaintMs);
         return painted_;
     }
     bool eventFilter(QObject* object, QEvent* event) override {
@@ -53,7 +56,7 @@ class SoundViewWidgetTest : public ViewFixture {
     }
     // What stands on the screen, against everything painted anew.
     void ExpectScreenIsUpToDate() {
-        QApplication::processEvents();
+        QTest::qWait(kPaintMs);
         const QImage screen = widget_->screen()
                                   ->grabWindow(widget_->winId())
                                   .toImage()

@@ -2,19 +2,71 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <limits>
 
 namespace sonavel {
 
 namespace {
 
-// A cache line of pixels: what one row costs at least.
-constexpr int kBlockColumns = 16;
+// Columns filled together: enough to make a row of them worth its memory page, few enough to be
+// alike.
+constexpr int kBlockColumns = 32;
 
 // The row of a line at `halves` half columns from its start.
 int RowAt(int y0, int y1, int columns, std::int64_t halves) {
     const std::int64_t clamped = std::clamp<std::int64_t>(halves, 0, 2 * std::int64_t{columns});
     return y0 + static_cast<int>((std::int64_t{y1} - y0) * clamped / (2 * std::int64_t{columns}));
 }
+
+// The runs of a few columns side by side.
+class ColumnBlock {
+  public:
+    explicit ColumnBlock(int count) : count_(count) {}
+
+    void Set(int column, int top, int bottom, QRgb colour) {
+        tops_[column] = top;
+        heights_[column] = static_cast<unsigned>(std::max(0, bottom - top));
+        colours_[column] = colour;
+        top_ = std::min(top_, top);
+        bottom_ = std::max(bottom_, bottom);
+        innerTop_ = std::max(innerTop_, top);
+        innerBottom_ = std::min(innerBottom_, bottom);
+    }
+
+    // `pixels`: row 0 of the first column; `stride` pixels a row.
+    void Fill(QRgb* pixels, qsizetype stride) const {
+        const bool hasInner = innerTop_ < innerBottom_;
+        const int firstInner = hasInner ? innerTop_ : bottom_;
+        const int lastInner = hasInner ? innerBottom_ : bottom_;
+        for (int row = top_; row < firstInner; ++row) FillRow(pixels + row * stride, row);
+        // Where every column has a run there is nothing to choose.
+        for (int row = firstInner; row < lastInner; ++row)
+            std::copy_n(colours_, count_, pixels + row * stride);
+        for (int row = lastInner; row < bottom_; ++row) FillRow(pixels + row * stride, row);
+    }
+
+  private:
+    void FillRow(QRgb* pixels, int row) const {
+        // A whole block has a length that the compiler knows.
+        if (count_ == kBlockColumns)
+            for (int i = 0; i < kBlockColumns; ++i) pixels[i] = Choose(i, row, pixels[i]);
+        else
+            for (int i = 0; i < count_; ++i) pixels[i] = Choose(i, row, pixels[i]);
+    }
+    QRgb Choose(int column, int row, QRgb behind) const {
+        const bool inside = static_cast<unsigned>(row - tops_[column]) < heights_[column];
+        return inside ? colours_[column] : behind;
+    }
+
+    int count_;
+    int tops_[kBlockColumns] = {};
+    unsigned heights_[kBlockColumns] = {};
+    QRgb colours_[kBlockColumns] = {};
+    int top_ = std::numeric_limits<int>::max();
+    int bottom_ = 0;
+    int innerTop_ = 0;
+    int innerBottom_ = std::numeric_limits<int>::max();
+};
 
 }  // namespace
 
@@ -65,31 +117,13 @@ void ColumnRaster::Fill(QImage& image) const {
 }
 
 void ColumnRaster::FillBlock(QImage& image, int firstColumn, int count) const {
-    int tops[kBlockColumns];
-    unsigned heights[kBlockColumns] = {};
-    QRgb colours[kBlockColumns] = {};
-    int top = clip_.bottom;
-    int bottom = clip_.top;
+    ColumnBlock block(count);
     for (int i = 0; i < count; ++i) {
         const auto column = static_cast<std::size_t>(firstColumn + i);
-        tops[i] = tops_[column];
-        heights[i] = static_cast<unsigned>(std::max(0, bottoms_[column] - tops_[column]));
-        colours[i] = colours_[column];
-        top = std::min(top, tops[i]);
-        bottom = std::max(bottom, bottoms_[column]);
+        block.Set(i, tops_[column], bottoms_[column], colours_[column]);
     }
     const qsizetype stride = image.bytesPerLine() / qsizetype{sizeof(QRgb)};
-    QRgb* pixels = reinterpret_cast<QRgb*>(image.bits()) + top * stride + clip_.left + firstColumn;
-    for (int row = top; row < bottom; ++row, pixels += stride) {
-        if (count == kBlockColumns) {
-            for (int i = 0; i < kBlockColumns; ++i)
-                pixels[i] =
-                    static_cast<unsigned>(row - tops[i]) < heights[i] ? colours[i] : pixels[i];
-        } else {
-            for (int i = 0; i < count; ++i)
-                if (static_cast<unsigned>(row - tops[i]) < heights[i]) pixels[i] = colours[i];
-        }
-    }
+    block.Fill(reinterpret_cast<QRgb*>(image.bits()) + clip_.left + firstColumn, stride);
 }
 
 }  // namespace sonavel
