@@ -44,7 +44,7 @@ void SetHandlers(CommandRow& row, Run run) {
         return run(session, words, SpatialOutcome::kApply);
     };
     row.preview = [run](BatchSession& session, const Arguments& words) {
-        const Outcome outcome = run(session, words, SpatialOutcome::kPreview);
+        Outcome outcome = run(session, words, SpatialOutcome::kPreview);
         if (outcome.done) session.SetPreviewPrefix(session.Document(), untitled_prefix::kUserSound);
         return outcome;
     };
@@ -54,6 +54,7 @@ std::vector<PositionalRule> Coordinates(const std::vector<std::string>& names) {
     const ValueRule rule =
         ValueRule::Decimal(-kGreatestCoordinate, kGreatestCoordinate, kCoordinateDecimals);
     std::vector<PositionalRule> rules;
+    rules.reserve(names.size());
     for (const std::string& name : names) rules.push_back({name, rule});
     return rules;
 }

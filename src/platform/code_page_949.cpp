@@ -3,6 +3,7 @@
 #include <iconv.h>
 
 #include <algorithm>
+#include <bit>
 #include <cstdint>
 
 namespace sonavel {
@@ -34,7 +35,7 @@ class Converter {
     }
 
   private:
-    bool IsOpen() const { return handle_ != reinterpret_cast<iconv_t>(-1); }
+    bool IsOpen() const { return std::bit_cast<std::intptr_t>(handle_) != -1; }
 
     iconv_t handle_;
 };

@@ -270,6 +270,7 @@ std::vector<NamedValue> ProfileFile::Entries(std::string_view section) const {
         inOrder.push_back({key.nOrder, {key.pItem, ValueFrom(value)}});
     std::sort(inOrder.begin(), inOrder.end());
     std::vector<NamedValue> result;
+    result.reserve(inOrder.size());
     for (auto& [order, entry] : inOrder) result.push_back(std::move(entry));
     return result;
 }

@@ -66,7 +66,7 @@ TEST_F(ProfileFileTest, KeepsOrderAndCommentsOnRewriting) {
     for (const char* part : {"; the head\n", "[B]\n\n; about z\nz=3\na=2\nnew=-4\n",
                              "; about A\n[A]\nk=\"v\"\n", "# the tail\n"}) {
         at = once.find(part, at);
-        ASSERT_NE(at, std::string::npos) << part << "\nin\n" << once;
+        ASSERT_NE(at, std::string::npos) << part << once;
     }
     ASSERT_TRUE(file.SetInteger("B", "new", -4));
     EXPECT_EQ(Bytes(), once);
