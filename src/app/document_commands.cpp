@@ -10,9 +10,11 @@ bool SaveAs(CSoundDoc& document) {
     return document.SaveAs();
 }
 
+// Ctrl+S belongs to the crossfading mix, as it always has.
 constexpr Command<CSoundDoc> kCommands[] = {
-    {{app_command::kSave, "save", "&Save", "Ctrl+S", "Save the active sound"}, SaveUnderOwnPath},
-    {{app_command::kSaveAs, "save-as", "Save &As...", "Ctrl+Shift+S",
+    {{app_command::kSave, "save", "&Save", "Ctrl+Shift+S", "Save the active sound"},
+     SaveUnderOwnPath},
+    {{app_command::kSaveAs, "save-as", "Sa&ve As...", "F12",
       "Save the active sound under a new name or in another format"},
      SaveAs},
 };

@@ -1,9 +1,10 @@
 #include "app/look.h"
 
 #include <QFont>
-#include <QFontDatabase>
+#include <QFontInfo>
 #include <QPalette>
-#include <QStyleFactory>
+#include <QProxyStyle>
+#include <QStyleOptionToolButton>
 
 namespace sonavel {
 
@@ -43,20 +44,46 @@ bool DesktopIsDark(const QApplication& application) {
     return own.color(QPalette::Window).lightness() < own.color(QPalette::WindowText).lightness();
 }
 
-// A bitmap-era face that texts ask for, and what stands in for it where it is not installed.
-void SubstituteKoreanFonts() {
+class ProgramStyle : public QProxyStyle {
+  public:
+    ProgramStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* result) const override {
+        if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
+        return QProxyStyle::styleHint(hint, option, widget, result);
+    }
+
+    // The icons' active colours are those of a highlighted menu item; a button under the pointer is
+    // not highlighted.
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+        const auto* button = qstyleoption_cast<const QStyleOptionToolButton*>(option);
+        if (element != CE_ToolButtonLabel || !button)
+            return QProxyStyle::drawControl(element, option, painter, widget);
+        QStyleOptionToolButton calm = *button;
+        calm.state.setFlag(State_MouseOver, false);
+        QProxyStyle::drawControl(element, &calm, painter, widget);
+    }
+};
+
+// The desktop's face first; the Korean letters that it lacks come from the next that has them.
+void SetFonts() {
     const QStringList korean{QStringLiteral("NanumGothic"), QStringLiteral("Noto Sans CJK KR")};
+    // A face that texts ask for, and what stands in for it where it is not installed.
     QFont::insertSubstitutions(QStringLiteral("굴림"), korean);
-    QFont::insertSubstitutions(QApplication::font().family(), korean);
+    QFont font = QApplication::font();
+    font.setFamilies(QStringList{QFontInfo(font).family()} + korean);
+    QApplication::setFont(font);
 }
 
 }  // namespace
 
 void ApplyLook(QApplication& application) {
     const bool dark = DesktopIsDark(application);
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(new ProgramStyle);
     QApplication::setPalette(PaletteFrom(dark ? kDark : kLight));
-    SubstituteKoreanFonts();
+    SetFonts();
 }
 
 }  // namespace sonavel

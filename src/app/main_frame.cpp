@@ -182,6 +182,8 @@ void MainFrame::UpdateTitle() {
     const OpenSound* active = workspace_->Active();
     title_ = QStringLiteral("Sonavel");
     if (active) title_ += QStringLiteral(" - ") + Utf8Text(active->document->Title()) + "[*]";
+    // A maximised child would add its own name to whatever title it sees.
+    for (QMdiSubWindow* window : area_->subWindowList()) removeEventFilter(window);
     setWindowTitle(title_);
     setWindowModified(active && active->document->IsModified());
 }

@@ -15,6 +15,10 @@ namespace sonavel {
 
 namespace {
 
+// New windows come a title bar below and beside the one before, then from the corner again.
+constexpr int kCascadeStep = 30;
+constexpr int kCascadeSteps = 5;
+
 QStringList LocalFiles(const QMimeData& data) {
     QStringList files;
     for (const QUrl& url : data.urls())
@@ -44,7 +48,11 @@ void MainFrame::OnDocumentAdded(OpenSound& sound) {
         UpdatePanes();
         ScheduleRefresh();
     });
-    frame->resize(area_->viewport()->size() * 4 / 5);
+    layout()->activate();  // the first comes before the frame is shown
+    frame->resize(area_->size() * 4 / 5);
+    const auto others = static_cast<int>(area_->subWindowList().size()) - 1;
+    const int step = kCascadeStep * (others % kCascadeSteps);
+    frame->move(step, step);
     frame->show();
 }
 

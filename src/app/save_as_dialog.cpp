@@ -77,7 +77,7 @@ SaveAsDialog::SaveAsDialog(const SaveAsRequest& request, const QStringList& rece
     AddWarningRow(*grid);
     ConnectUpdates();
     UpdateTexts();
-    resize(sizeHint().expandedTo(QSize(720, 640)));
+    resize(sizeHint().expandedTo(QSize(860, 680)));
 }
 
 void SaveAsDialog::SetUpFileList() {

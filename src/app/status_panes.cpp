@@ -29,6 +29,7 @@ QLabel* StatusPanes::AddPane(const QString& widestText) {
     auto* pane = new QLabel(this);
     pane->setMinimumWidth(fontMetrics().horizontalAdvance(widestText) + 8);
     pane->setIndent(4);
+    pane->setFrameStyle(QFrame::Panel | QFrame::Sunken);
     addPermanentWidget(pane);
     return pane;
 }

@@ -2,6 +2,7 @@
 #include <QDropEvent>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QTabBar>
 #include <QUrl>
 #include <set>
 
@@ -104,13 +105,18 @@ TEST_F(AppFixture, OpenedFilesAreTheRecentOnes) {
     EXPECT_EQ(Frame().Recent().Paths(), (QStringList{second, first}));
     std::filesystem::remove(first.toStdString());
     Sounds().Close(0);
+    BoxAnswer answer(QMessageBox::Ok);
     EXPECT_FALSE(App().OpenFile(first));
+    EXPECT_EQ(answer.Text(), "File Open Failure.");
     EXPECT_EQ(Frame().Recent().Paths(), QStringList{second});
 }
 
 TEST_F(AppFixture, DroppedFilesOpen) {
     QMimeData data;
     data.setUrls({QUrl::fromLocalFile(WavFile("a.wav")), QUrl::fromLocalFile(WavFile("b.wav"))});
+    QDragEnterEvent enter(QPoint(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&Frame(), &enter);
+    EXPECT_TRUE(enter.isAccepted());
     QDropEvent drop(QPointF(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(&Frame(), &drop);
     EXPECT_EQ(Sounds().Count(), 2u);
@@ -191,10 +197,8 @@ TEST_F(AppFixture, TilingFillsTheAreaAndTabsShowOneAtATime) {
     Run(app_command::kTabs);
     EXPECT_TRUE(Frame().Actions().Action(app_command::kTabs)->isChecked());
     EXPECT_FALSE(Frame().Actions().Action(app_command::kCascade)->isEnabled());
-    int visible = 0;
-    for (const QMdiSubWindow* window : Frame().Area().subWindowList())
-        visible += window->isVisible();
-    EXPECT_EQ(visible, 1);
+    EXPECT_EQ(Frame().Area().findChild<QTabBar*>()->count(), 3);
+    EXPECT_EQ(Frame().Area().activeSubWindow()->size(), Frame().Area().viewport()->size());
 }
 
 TEST_F(AppFixture, PanesFollowTheView) {

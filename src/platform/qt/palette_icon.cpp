@@ -31,6 +31,10 @@ IconColours ColoursFor(QIcon::Mode mode) {
         const QColor faint = palette.color(QPalette::Disabled, QPalette::WindowText);
         return {faint, faint};
     }
+    if (mode == QIcon::Active || mode == QIcon::Selected) {
+        const QColor onAccent = palette.color(QPalette::HighlightedText);
+        return {onAccent, onAccent};
+    }
     // The highlight of a light palette is too dim on a dark one.
     const QColor accent = IsDark(palette) ? QColor(0x6c, 0xb2, 0xff) : QColor(kAccentColour);
     return {palette.color(QPalette::Active, QPalette::WindowText), accent};
