@@ -59,6 +59,11 @@ void Application::ConnectFrame() {
         const OpenSound* active = workspace_.Active();
         return active ? SaveWarningText(*active->document, choice) : std::string();
     });
+    documentDialogs_.SetDocumentFolder([this] {
+        const OpenSound* active = workspace_.Active();
+        if (!active) return QString();
+        return QFile::decodeName(active->document->Path().parent_path().c_str());
+    });
     const auto open = [this](const QString& path) { OpenFile(path); };
     QObject::connect(&frame_.Recent(), &RecentFiles::Chosen, &frame_, open);
     QObject::connect(&frame_, &MainFrame::FilesDropped, &frame_, [this](const QStringList& paths) {

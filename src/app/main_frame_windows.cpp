@@ -5,6 +5,7 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QStatusTipEvent>
+#include <QTabBar>
 #include <QUrl>
 
 #include "app/document_commands.h"
@@ -118,6 +119,7 @@ void MainFrame::Tile(Tiling tiling) {
 
 bool MainFrame::SwitchTabs() {
     area_->setViewMode(ShowsTabs() ? QMdiArea::SubWindowView : QMdiArea::TabbedView);
+    if (auto* tabs = area_->findChild<QTabBar*>()) tabs->setExpanding(false);
     return true;
 }
 

@@ -1,5 +1,7 @@
 #include "app/qt_document_dialogs.h"
 
+#include <QFileInfo>
+
 #include "app/new_sound_dialog.h"
 #include "app/recent_folders.h"
 
@@ -16,6 +18,9 @@ std::optional<SaveAsChoice> QtDocumentDialogs::AskSaveAs(const SaveAsRequest& re
     QStringList folders;
     for (const std::string& path : recent.Paths()) folders << QString::fromStdString(path);
     SaveAsDialog dialog(request, folders, warning_, parent_);
+    QString folder = documentFolder_ ? documentFolder_() : QString();
+    if (folder.isEmpty() && !folders.isEmpty()) folder = folders.front();
+    if (QFileInfo(folder).isDir()) dialog.ShowFolder(folder);
     if (dialog.exec() != QDialog::Accepted) return std::nullopt;
     SaveAsChoice choice = dialog.Choice();
     recent.Add(choice.path.parent_path().string());

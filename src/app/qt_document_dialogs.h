@@ -16,6 +16,9 @@ class QtDocumentDialogs : public DocumentDialogs {
 
     // Asked while the Save As dialog is open, about what it shows.
     void SetSaveWarning(SaveWarningSource warning) { warning_ = std::move(warning); }
+    // The folder of the document that is saved; empty while it has none, and the one used last then
+    // comes first.
+    void SetDocumentFolder(std::function<QString()> folder) { documentFolder_ = std::move(folder); }
 
     std::optional<NewSoundChoice> AskNewSound(const NewSoundChoice& initial) override;
     std::optional<SaveAsChoice> AskSaveAs(const SaveAsRequest& request) override;
@@ -24,6 +27,7 @@ class QtDocumentDialogs : public DocumentDialogs {
     QPointer<QWidget> parent_;
     const ProgramFolder& folder_;
     SaveWarningSource warning_;
+    std::function<QString()> documentFolder_;
 };
 
 }  // namespace sonavel

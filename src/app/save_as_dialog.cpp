@@ -3,7 +3,7 @@
 #include <QDialogButtonBox>
 #include <QPushButton>
 #include <QRadioButton>
-#include <cmath>
+#include <QScreen>
 
 #include "app/save_details_dialog.h"
 
@@ -12,6 +12,7 @@ namespace sonavel {
 namespace {
 
 constexpr int kFirstOwnRow = 4;
+constexpr QSize kFirstSize{860, 680};
 
 QLineEdit* ReadOnlyEdit(QWidget* parent) {
     auto* edit = new QLineEdit(parent);
@@ -77,7 +78,7 @@ SaveAsDialog::SaveAsDialog(const SaveAsRequest& request, const QStringList& rece
     AddWarningRow(*grid);
     ConnectUpdates();
     UpdateTexts();
-    resize(sizeHint().expandedTo(QSize(860, 680)));
+    resize(kFirstSize.boundedTo(screen()->availableSize() * 9 / 10));
 }
 
 void SaveAsDialog::SetUpFileList() {
@@ -101,14 +102,17 @@ void SaveAsDialog::AddRecentRow(QGridLayout& grid, const QStringList& recentFold
     recent->addItems(recentFolders);
     recent->setCurrentIndex(-1);
     recent->setEnabled(!recentFolders.isEmpty());
-    connect(recent, &QComboBox::textActivated, this, [this](const QString& folder) {
-        const QString name = fileName_->text();
-        setDirectory(folder);
-        fileName_->setText(name);
-        UpdateTexts();
-    });
+    connect(recent, &QComboBox::textActivated, this, &SaveAsDialog::ShowFolder);
     grid.addWidget(LabelFor(QStringLiteral("Recent(&M):"), recent, this), kFirstOwnRow, 0);
     grid.addWidget(recent, kFirstOwnRow, 1);
+}
+
+void SaveAsDialog::ShowFolder(const QString& folder) {
+    const QString name = fileName_->text();
+    setDirectory(folder);
+    fileName_->setText(name);
+    fileName_->selectAll();
+    UpdateTexts();
 }
 
 void SaveAsDialog::AddPathRow(QGridLayout& grid) {

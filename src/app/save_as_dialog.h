@@ -27,6 +27,8 @@ class SaveAsDialog : public QFileDialog {
     SaveAsDialog(const SaveAsRequest& request, const QStringList& recentFolders,
                  SaveWarningSource warning, QWidget* parent = nullptr);
     SaveAsChoice Choice() const;
+    // Goes to the folder; the typed name stays.
+    void ShowFolder(const QString& folder);
 
   private:
     void SetUpFileList();

@@ -1,12 +1,16 @@
 #include "app/status_panes.h"
 
 #include <QTimer>
+#include <algorithm>
 
 namespace sonavel {
 
 namespace {
 
 constexpr int kNoteMs = 8000;
+constexpr int kPanePadding = 10;
+// In a narrow window the panes leave the rest to the prompt.
+constexpr int kShareOfPanes = 85;
 
 }  // namespace
 
@@ -16,22 +20,34 @@ StatusPanes::StatusPanes(QWidget* parent) : QStatusBar(parent), prompt_(new QLab
     prompt_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     prompt_->setIndent(4);
     addWidget(prompt_, 1);
-    state_ = AddPane(QStringLiteral("(Sample Value) Left,Right : -32768, -32768"));
-    state_->setObjectName(QStringLiteral("state"));
-    selection_ = AddPane(QStringLiteral("00:00:00.000 - 00:00:00.000 (00:00:00.000)"));
-    selection_->setObjectName(QStringLiteral("selection"));
-    zoom_ = AddPane(QStringLiteral("Zoom (1 : 88888) 88888.888%"));
-    zoom_->setObjectName(QStringLiteral("zoom"));
+    state_ = AddPane(QStringLiteral("state"),
+                     QStringLiteral("(Sample Value) Left,Right : -32768, -32768"));
+    selection_ = AddPane(QStringLiteral("selection"),
+                         QStringLiteral("00:00:00.000 - 00:00:00.000 (00:00:00.000)"));
+    zoom_ = AddPane(QStringLiteral("zoom"), QStringLiteral("Zoom (1 : 8888) 8888.888%"));
     Update();
 }
 
-QLabel* StatusPanes::AddPane(const QString& widestText) {
+QLabel* StatusPanes::AddPane(const QString& name, const QString& widestText) {
     auto* pane = new QLabel(this);
-    pane->setMinimumWidth(fontMetrics().horizontalAdvance(widestText) + 8);
+    pane->setObjectName(name);
     pane->setIndent(4);
     pane->setFrameStyle(QFrame::Panel | QFrame::Sunken);
+    panes_.push_back({pane, fontMetrics().horizontalAdvance(widestText) + kPanePadding});
     addPermanentWidget(pane);
     return pane;
+}
+
+void StatusPanes::resizeEvent(QResizeEvent* event) {
+    // The zoom has one short text; the others are cut off first.
+    const int zoomWidth = panes_.back().fullWidth;
+    int wanted = 0;
+    for (const Pane& pane : panes_) wanted += pane.fullWidth;
+    wanted -= zoomWidth;
+    const int room = std::clamp(width() * kShareOfPanes / 100 - zoomWidth, 0, wanted);
+    for (const Pane& pane : panes_) pane.label->setFixedWidth(pane.fullWidth * room / wanted);
+    zoom_->setFixedWidth(zoomWidth);
+    QStatusBar::resizeEvent(event);
 }
 
 void StatusPanes::ShowPrompt(const QString& text) {

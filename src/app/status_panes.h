@@ -4,6 +4,7 @@
 
 #include <QLabel>
 #include <QStatusBar>
+#include <vector>
 
 namespace sonavel {
 
@@ -23,18 +24,26 @@ class StatusPanes : public QStatusBar {
 
     QString Shown() const { return prompt_->text(); }
 
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+
   private:
-    QLabel* AddPane(const QString& widestText);
+    struct Pane {
+        QLabel* label;
+        int fullWidth;
+    };
+
+    QLabel* AddPane(const QString& name, const QString& widestText);
+    void Update();
 
     QLabel* prompt_;
+    std::vector<Pane> panes_;
     QLabel* state_;
     QLabel* selection_;
     QLabel* zoom_;
     QString note_;
     QString hovered_;
     int noteNumber_ = 0;
-
-    void Update();
 };
 
 }  // namespace sonavel
