@@ -8,7 +8,7 @@
 
 namespace sonavel {
 
-// Ends the application before main returns: Qt's own statics do not outlive it well.
+// Ends the application before main returns: Qt's own static objects do not outlive it well.
 class QtTestEnvironment : public ::testing::Environment {
   public:
     void SetUp() override {
