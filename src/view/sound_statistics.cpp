@@ -1,0 +1,163 @@
+#include "view/sound_statistics.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+#include <span>
+
+#include "sound/typed_samples.h"
+#include "view/sample_scan.h"
+
+namespace sonavel {
+namespace {
+
+// Values of one run: small enough for the first-level cache, since each run is passed over twice,
+// and for sums of samples in 32 bits.
+constexpr std::size_t kRunValues = 8192;
+constexpr std::size_t kRunsPerPoll = 64;
+// Values of even lanes belong to the left channel, those of odd lanes to the right one.
+constexpr std::size_t kLanes = 8;
+
+struct RunSums {
+    std::array<std::int64_t, 2> sum{};
+    std::array<std::int64_t, 2> squares{};
+};
+
+template <typename Stored>
+RunSums SumRun(std::span<const Stored> values) {
+    std::int32_t sums[kLanes] = {};
+    std::int64_t squares[kLanes] = {};
+    const std::size_t whole = values.size() / kLanes * kLanes;
+    for (std::size_t i = 0; i < whole; i += kLanes) {
+        for (std::size_t lane = 0; lane < kLanes; ++lane) {
+            const std::int32_t value = SampleValue(values[i + lane]);
+            sums[lane] += value;
+            squares[lane] += value * value;
+        }
+    }
+    for (std::size_t i = whole; i < values.size(); ++i) {
+        const std::int32_t value = SampleValue(values[i]);
+        sums[i % kLanes] += value;
+        squares[i % kLanes] += value * value;
+    }
+    RunSums result;
+    for (std::size_t lane = 0; lane < kLanes; ++lane) {
+        result.sum[lane % 2] += sums[lane];
+        result.squares[lane % 2] += squares[lane];
+    }
+    return result;
+}
+
+template <typename Stored>
+class Measurement {
+  public:
+    explicit Measurement(unsigned channels) : channels_(channels) {
+        result_.channels = channels;
+        result_.reference = sizeof(Stored) == 1 ? 128 : 32768;
+    }
+
+    // A run of whole frames.
+    void Add(std::span<const Stored> values) {
+        const auto extremes = ScanStored(values.data(), values.size(), channels_);
+        const RunSums sums = SumRun(values);
+        for (std::size_t lane = 0; lane < 2; ++lane) {
+            sums_[lane % channels_] += sums.sum[lane];
+            squares_[lane % channels_] += sums.squares[lane];
+        }
+        for (unsigned channel = 0; channel < channels_; ++channel) {
+            FindPeak(values, channel, extremes);
+            CountClipped(values, channel, extremes);
+        }
+        result_.frames += static_cast<std::int64_t>(values.size() / channels_);
+    }
+
+    SoundStatistics Result() {
+        const double frames = static_cast<double>(std::max<std::int64_t>(result_.frames, 1));
+        for (unsigned channel = 0; channel < channels_; ++channel) {
+            result_.channel[channel].rms =
+                std::sqrt(static_cast<double>(squares_[channel]) / frames);
+            result_.channel[channel].offset = static_cast<double>(sums_[channel]) / frames;
+        }
+        return result_;
+    }
+
+  private:
+    using Limits = std::numeric_limits<Stored>;
+
+    void FindPeak(std::span<const Stored> values, unsigned channel,
+                  const StoredExtremes<Stored>& extremes) {
+        ChannelStatistics& found = result_.channel[channel];
+        const std::int32_t magnitude = std::max(std::abs(SampleValue(extremes.maximum[channel])),
+                                                std::abs(SampleValue(extremes.minimum[channel])));
+        if (magnitude <= std::abs(found.peak)) return;
+        std::size_t i = channel;
+        while (std::abs(SampleValue(values[i])) != magnitude) i += channels_;
+        found.peak = SampleValue(values[i]);
+        found.peakFrame = result_.frames + static_cast<std::int64_t>(i / channels_);
+    }
+
+    void CountClipped(std::span<const Stored> values, unsigned channel,
+                      const StoredExtremes<Stored>& extremes) {
+        if (extremes.maximum[channel] != Limits::max() &&
+            extremes.minimum[channel] != Limits::min())
+            return;
+        std::int64_t clipped = 0;
+        for (std::size_t i = channel; i < values.size(); i += channels_)
+            clipped += values[i] == Limits::max() || values[i] == Limits::min();
+        result_.channel[channel].clippedSamples += clipped;
+    }
+
+    unsigned channels_;
+    SoundStatistics result_;
+    std::array<std::int64_t, 2> sums_{};
+    std::array<std::int64_t, 2> squares_{};  // 2^30 samples of 2^30 at the most
+};
+
+std::span<const std::uint8_t> Samples(const CWave& wave, std::uint8_t) {
+    return wave.Bytes();
+}
+std::span<const std::int16_t> Samples(const CWave& wave, std::int16_t) {
+    return Words(wave.Bytes());
+}
+
+bool Continues(ProgressWindow& window, std::uint64_t doneBytes, std::uint64_t totalBytes) {
+    if (totalBytes > 0) window.SetPosition(static_cast<int>(doneBytes * 100 / totalBytes));
+    return !window.Poll();
+}
+
+template <typename Stored>
+std::optional<SoundStatistics> Measure(const CWave& wave, ProgressWindow& window) {
+    const PcmFormat format = wave.GetFormat();
+    Measurement<Stored> measurement(format.channels);
+    std::size_t done = 0;
+    for (std::size_t run = 0;; ++run) {
+        if (run % kRunsPerPoll == 0 &&
+            !Continues(window, done * sizeof(Stored), wave.GetDataSize()))
+            return std::nullopt;
+        // Taken anew for every run, and the format with it.
+        const std::span<const Stored> all = Samples(wave, Stored{});
+        const std::size_t total = all.size() / format.channels * format.channels;
+        if (done >= total || wave.GetFormat() != format) break;
+        const std::size_t count = std::min(kRunValues, total - done);
+        measurement.Add(all.subspan(done, count));
+        done += count;
+    }
+    return measurement.Result();
+}
+
+}  // namespace
+
+std::optional<SoundStatistics> MeasureSound(const CWave& wave, ProgressFactory& progress) {
+    if (!IsEditable(wave.GetFormat())) return SoundStatistics{};
+    const auto window = progress.CreateProgress(" Statistics");
+    return wave.GetBits() == 8 ? Measure<std::uint8_t>(wave, *window)
+                               : Measure<std::int16_t>(wave, *window);
+}
+
+std::optional<double> LevelInDecibels(double value, std::int32_t reference) {
+    if (value == 0 || reference <= 0) return std::nullopt;
+    return 20 * std::log10(std::abs(value) / reference);
+}
+
+}  // namespace sonavel
