@@ -1,0 +1,111 @@
+#include "effects/ui/effect_command_target.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "effects/ui/dynamics_dialog.h"
+#include "effects/ui/equalizer_dialog.h"
+#include "effects/ui/flanger_dialog.h"
+#include "effects/ui/modulator_dialog.h"
+#include "effects/ui/panpot_dialog.h"
+#include "effects/ui/reverb_dialog.h"
+#include "effects/ui/volume_dialog.h"
+
+namespace sonavel {
+
+namespace {
+
+constexpr CommandInfo kOpenPreviewRow{effect_command::kOpenPreview, "",
+                                      "&Open Preview as New Document", "",
+                                      "Open a copy of what was last previewed as a new sound"};
+
+// Rows that share a command make one of it. Scripts run effects by name and values instead.
+std::vector<CommandInfo> MakeRows() {
+    std::vector<CommandInfo> rows;
+    for (const Effect& effect : Effects())
+        if (rows.empty() || rows.back().id != effect.commandId)
+            rows.push_back({effect.commandId, "", effect.menuText, "", effect.prompt});
+    rows.push_back(kOpenPreviewRow);
+    return rows;
+}
+
+const CommandInfo* Find(int id) {
+    const auto rows = EffectCommands::Rows();
+    const auto row = std::ranges::find(rows, id, &CommandInfo::id);
+    return row == rows.end() ? nullptr : &*row;
+}
+
+}  // namespace
+
+std::unique_ptr<EffectDialog> MakeEffectDialog(int commandId, const EffectDialogContext& context,
+                                               QWidget* parent) {
+    switch (commandId) {
+        case effect_command::kVolume:
+            return std::make_unique<VolumeDialog>(context, parent);
+        case effect_command::kPanpot:
+            return std::make_unique<PanpotDialog>(context, parent);
+        case effect_command::kReverb:
+            return std::make_unique<ReverbDialog>(context, parent);
+        case effect_command::kFlanger:
+            return std::make_unique<FlangerDialog>(context, parent);
+        case effect_command::kModulator:
+            return std::make_unique<ModulatorDialog>(context, parent);
+        case effect_command::kDynamics:
+            return std::make_unique<DynamicsDialog>(context, parent);
+        case effect_command::kEqualizer:
+            return std::make_unique<EqualizerDialog>(context, parent);
+        default:
+            return nullptr;
+    }
+}
+
+std::span<const CommandInfo> EffectCommands::Rows() {
+    static const std::vector<CommandInfo> kRows = MakeRows();
+    return kRows;
+}
+
+bool EffectCommands::HandlesCommand(int id) const {
+    return Find(id) != nullptr;
+}
+
+CommandState EffectCommands::StateOfCommand(int id) const {
+    const CSoundView* view = host_.activeView();
+    if (!view || view->Sound().IsRecording()) return {false, false};
+    const CSoundDoc& document = view->Document();
+    if (id == effect_command::kOpenPreview) return {document.Preview().HasData(), false};
+    return {HandlesCommand(id) && document.Sound().HasData(), false};
+}
+
+std::string EffectCommands::MenuTextOfCommand(int id) const {
+    const CommandInfo* row = Find(id);
+    return row ? row->menuText : "";
+}
+
+bool EffectCommands::RunCommand(int id) {
+    if (!StateOfCommand(id).enabled) return false;
+    CSoundView& view = *host_.activeView();
+    return id == effect_command::kOpenPreview ? OpenPreview(view.Document()) : RunEffect(id, view);
+}
+
+bool EffectCommands::RunEffect(int id, CSoundView& view) {
+    const auto dialog = MakeEffectDialog(id, {view, host_.state, host_.memory}, host_.window);
+    if (dialog->exec() != QDialog::Accepted) return false;
+    if (dialog->Apply()) return true;
+    CSoundDoc& document = view.Document();
+    if (!document.LastError().empty()) document.Services().prompts.ShowStatus(document.LastError());
+    return false;
+}
+
+bool EffectCommands::OpenPreview(CSoundDoc& document) {
+    std::optional<SoundCopy> copy = document.Preview().CopySound();
+    if (!copy) {
+        document.SetLastError("Memory Allocation Failure.");
+        document.Services().prompts.ShowStatus(document.LastError());
+        return false;
+    }
+    const auto prefix = host_.memory.previewPrefixes.find(&document);
+    const bool known = prefix != host_.memory.previewPrefixes.end();
+    return host_.openSound(std::move(*copy), known ? prefix->second : "Preview_");
+}
+
+}  // namespace sonavel

@@ -1,0 +1,106 @@
+#include "effects/ui/effect_look.h"
+
+#include <QApplication>
+#include <QPainter>
+#include <QVBoxLayout>
+#include <algorithm>
+
+namespace sonavel {
+
+namespace {
+
+constexpr QRgb kLabelText = qRgb(0x18, 0x22, 0x22);
+constexpr QRgb kDisabledText = qRgb(0x80, 0x8F, 0x8F);
+
+QPalette HeaderPalette() {
+    QPalette palette = ProgramPalette();
+    for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+        palette.setColor(group, QPalette::Window, QColor(kEffectHeader));
+        palette.setColor(group, QPalette::WindowText, QColor(kEffectHeaderText));
+    }
+    return palette;
+}
+
+}  // namespace
+
+QPalette EffectPalette() {
+    QPalette palette = QApplication::palette();
+    palette.setColor(QPalette::Window, QColor(kEffectBackground));
+    palette.setColor(QPalette::WindowText, QColor(kLabelText));
+    palette.setColor(QPalette::Disabled, QPalette::WindowText, QColor(kDisabledText));
+    return palette;
+}
+
+QPalette ProgramPalette() {
+    QPalette palette = QApplication::palette();
+    // Every colour counts as set, so that none comes from the dialog around.
+    palette.setResolveMask(~QPalette::ResolveMask{0});
+    return palette;
+}
+
+ValueLabel::ValueLabel(QWidget* parent) : QLabel(parent) {
+    setPalette(ProgramPalette());
+    setAutoFillBackground(true);
+    setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    setMargin(2);
+}
+
+void ValueLabel::ReserveFor(const QStringList& texts) {
+    int width = minimumWidth();
+    for (const QString& text : texts)
+        width = std::max(width, fontMetrics().horizontalAdvance(text) + 2 * margin() + 6);
+    setMinimumWidth(width);
+}
+
+EffectHeader::EffectHeader(QWidget* parent)
+    : QFrame(parent), status_(new QLabel(this)), notes_(new QLabel(this)) {
+    setPalette(HeaderPalette());
+    setAutoFillBackground(true);
+    QFont bold = font();
+    bold.setBold(true);
+    bold.setPointSizeF(bold.pointSizeF() * 1.15);
+    status_->setFont(bold);
+    status_->setObjectName(QStringLiteral("header"));
+    // The line keeps its place while its text is empty.
+    status_->setMinimumHeight(QFontMetrics(bold).height());
+    status_->setTextFormat(Qt::PlainText);
+    notes_->setObjectName(QStringLiteral("headerNotes"));
+    notes_->setWordWrap(true);
+    notes_->hide();
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(12, 8, 12, 8);
+    column->setSpacing(4);
+    column->addWidget(status_);
+    column->addWidget(notes_);
+}
+
+void EffectHeader::SetNotes(const QStringList& notes) {
+    notes_->setText(notes.join(u'\n'));
+    notes_->setVisible(!notes.isEmpty());
+}
+
+FocusScrollBar::FocusScrollBar(QWidget* parent) : QScrollBar(Qt::Horizontal, parent) {
+    setFocusPolicy(Qt::StrongFocus);
+    setPalette(ProgramPalette());
+    setMinimumWidth(240);
+}
+
+void FocusScrollBar::paintEvent(QPaintEvent* event) {
+    QScrollBar::paintEvent(event);
+    if (!hasFocus()) return;
+    QPainter painter(this);
+    painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
+    painter.drawRect(QRectF(rect()).adjusted(1, 1, -1, -1));
+}
+
+void FocusScrollBar::focusInEvent(QFocusEvent* event) {
+    QScrollBar::focusInEvent(event);
+    update();
+}
+
+void FocusScrollBar::focusOutEvent(QFocusEvent* event) {
+    QScrollBar::focusOutEvent(event);
+    update();
+}
+
+}  // namespace sonavel

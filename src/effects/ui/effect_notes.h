@@ -1,0 +1,17 @@
+// What a person should know before pressing a button of an effect dialog: where OK will change
+// nothing, and where a preview plays something other than what OK would leave.
+#pragma once
+
+#include <QStringList>
+
+namespace sonavel {
+
+struct NotedSound {
+    unsigned channels = 2;
+    unsigned bits = 16;
+};
+
+// One sentence a line; empty when there is nothing to say.
+QStringList EffectNotes(int commandId, const NotedSound& sound);
+
+}  // namespace sonavel

@@ -1,0 +1,24 @@
+// The dialog "Graphic EQ".
+#pragma once
+
+#include <QGridLayout>
+
+#include "effects/ui/effect_dialog.h"
+#include "effects/ui/equalizer_picture.h"
+
+namespace sonavel {
+
+class EqualizerDialog : public EffectDialog {
+    Q_OBJECT
+
+  public:
+    explicit EqualizerDialog(const EffectDialogContext& context, QWidget* parent = nullptr);
+
+  private:
+    QSlider* AddBand(QGridLayout& grid, int band, const char* frequency);
+    void ShowResponse();
+
+    EqualizerPicture* picture_;
+};
+
+}  // namespace sonavel

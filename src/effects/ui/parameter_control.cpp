@@ -1,0 +1,106 @@
+#include "effects/ui/parameter_control.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace sonavel {
+
+ParameterControl::ParameterControl(const EffectParameter& parameter, Direction direction,
+                                   QWidget* dialog)
+    : QObject(dialog),
+      parameter_(parameter),
+      direction_(direction),
+      dialog_(dialog),
+      scale_(std::pow(10.0, std::max(parameter.decimals, 0))),
+      units_(UnitsOf(parameter.start)) {}
+
+int ParameterControl::UnitsOf(double value) const {
+    return static_cast<int>(std::lround(value * scale_));
+}
+
+void ParameterControl::TakeUnits(double units) {
+    const double least = UnitsOf(parameter_.least);
+    const double greatest = UnitsOf(parameter_.greatest);
+    const auto taken = static_cast<int>(std::lround(std::clamp(units, least, greatest)));
+    if (taken == units_) return;
+    units_ = taken;
+    Q_EMIT Changed();
+}
+
+int ParameterControl::PositionOf(int units) const {
+    if (direction_ == Direction::kWithValue) return units;
+    return UnitsOf(parameter_.least) + UnitsOf(parameter_.greatest) - units;
+}
+
+void ParameterControl::Bind(QAbstractSlider& slider) {
+    slider.setRange(UnitsOf(parameter_.least), UnitsOf(parameter_.greatest));
+    slider.setSingleStep(UnitsOf(parameter_.step));
+    slider.setPageStep(10 * slider.singleStep());
+    slider.setAccessibleName(QString::fromUtf8(parameter_.label));
+    if (direction_ == Direction::kAgainstValue) {
+        slider.setInvertedAppearance(true);
+        slider.setInvertedControls(true);
+    }
+    slider.setValue(PositionOf(units_));
+    // A position is its own mirror image.
+    connect(&slider, &QAbstractSlider::valueChanged, this,
+            [this](int position) { TakeUnits(PositionOf(position)); });
+    connect(this, &ParameterControl::Changed, &slider,
+            [this, &slider] { slider.setValue(PositionOf(units_)); });
+}
+
+QSlider* ParameterControl::MakeSlider(Qt::Orientation orientation) {
+    auto* slider = new QSlider(orientation, dialog_);
+    slider->setPalette(ProgramPalette());
+    Bind(*slider);
+    return slider;
+}
+
+FocusScrollBar* ParameterControl::MakeScrollBar() {
+    auto* bar = new FocusScrollBar(dialog_);
+    Bind(*bar);
+    return bar;
+}
+
+QDoubleSpinBox* ParameterControl::MakeSpinBox() {
+    auto* box = new QDoubleSpinBox(dialog_);
+    box->setPalette(ProgramPalette());
+    box->setLocale(QLocale::c());
+    box->setAlignment(Qt::AlignRight);
+    box->setDecimals(parameter_.decimals);
+    box->setRange(parameter_.least, parameter_.greatest);
+    box->setSingleStep(parameter_.step);
+    box->setValue(Value());
+    connect(box, &QDoubleSpinBox::valueChanged, this, &ParameterControl::SetValue);
+    connect(this, &ParameterControl::Changed, box, [this, box] { box->setValue(Value()); });
+    return box;
+}
+
+QCheckBox* ParameterControl::MakeCheckBox(const QString& text) {
+    auto* box = new QCheckBox(text, dialog_);
+    box->setChecked(units_ != 0);
+    connect(box, &QCheckBox::toggled, this, [this](bool on) { SetValue(on ? 1 : 0); });
+    connect(this, &ParameterControl::Changed, box, [this, box] { box->setChecked(units_ != 0); });
+    return box;
+}
+
+ValueLabel* ParameterControl::MakeValueLabel(const Format& format) {
+    auto* label = new ValueLabel(dialog_);
+    label->setText(format(Value()));
+    label->ReserveFor({format(parameter_.least), format(parameter_.greatest)});
+    connect(this, &ParameterControl::Changed, label,
+            [this, label, format] { label->setText(format(Value())); });
+    return label;
+}
+
+QLabel* ParameterControl::MakeNameLabel(QWidget* buddy) {
+    auto* label = new QLabel(QString::fromUtf8(parameter_.label), dialog_);
+    label->setBuddy(buddy);
+    return label;
+}
+
+QLabel* ParameterControl::MakeUnitLabel() {
+    return new QLabel(QString::fromUtf8(parameter_.unit), dialog_);
+}
+
+}  // namespace sonavel

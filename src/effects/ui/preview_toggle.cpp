@@ -1,0 +1,93 @@
+#include "effects/ui/preview_toggle.h"
+
+#include "effects/ui/effect_look.h"
+#include "platform/qt/utf8_text.h"
+
+namespace sonavel {
+
+namespace {
+
+void KeepPlaceWhileHidden(QWidget& widget) {
+    QSizePolicy policy = widget.sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget.setSizePolicy(policy);
+    widget.hide();
+}
+
+}  // namespace
+
+PreviewToggle::PreviewToggle(CSoundDoc& document, Render render, QWidget* dialog)
+    : QObject(dialog),
+      document_(document),
+      render_(std::move(render)),
+      button_(new QPushButton(QStringLiteral("&Preview"), dialog)),
+      bar_(new QProgressBar(dialog)),
+      percent_(new ValueLabel(dialog)) {
+    button_->setAutoDefault(false);
+    bar_->setRange(0, 100);
+    bar_->setTextVisible(false);
+    bar_->setPalette(ProgramPalette());
+    bar_->setValue(0);
+    percent_->setText(QStringLiteral("0%"));
+    percent_->setObjectName(QStringLiteral("percent"));
+    percent_->setMinimumWidth(percent_->fontMetrics().horizontalAdvance(QStringLiteral("100%")) +
+                              12);
+    KeepPlaceWhileHidden(*bar_);
+    KeepPlaceWhileHidden(*percent_);
+    connect(button_, &QPushButton::clicked, this, &PreviewToggle::Toggle);
+    document_.Sound().SetPositionObserver(this);
+    document_.Preview().SetPositionObserver(this);
+}
+
+PreviewToggle::~PreviewToggle() {
+    document_.Sound().SetPositionObserver(nullptr);
+    document_.Preview().SetPositionObserver(nullptr);
+}
+
+void PreviewToggle::Toggle() {
+    if (document_.Preview().IsPlaying()) {
+        Stop();
+        return;
+    }
+    // The two would be heard over each other.
+    document_.Sound().Stop(CWavePlayer::StopReport::kShow);
+    Q_EMIT Rendering();
+    ShowBar(0);
+    bar_->show();
+    percent_->show();
+    document_.SetLastError("");
+    if (render_() && document_.Preview().IsPlaying())
+        button_->setText(QStringLiteral("&Stop"));
+    else
+        ShowSilent(Utf8Text(document_.LastError()));
+}
+
+void PreviewToggle::Stop() {
+    document_.Preview().Stop(CWavePlayer::StopReport::kSilent);
+    ShowSilent();
+}
+
+void PreviewToggle::OnPlayPosition(std::uint32_t positionBytes, std::uint32_t totalBytes) {
+    constexpr int kPercentOfTheEnd = 99;
+    const std::uint64_t total = totalBytes ? totalBytes : 1;
+    const auto percent = static_cast<int>(std::uint64_t{positionBytes} * 100 / total);
+    ShowBar(percent);
+    Q_EMIT Heard(static_cast<double>(positionBytes) / static_cast<double>(total));
+    const bool heard = document_.Preview().IsPlaying() || document_.Sound().IsPlaying();
+    if (percent > kPercentOfTheEnd || !heard) ShowSilent();
+}
+
+void PreviewToggle::ShowBar(int percent) {
+    bar_->setValue(percent);
+    percent_->setText(QString::asprintf("%3d%%", percent));
+}
+
+void PreviewToggle::ShowSilent(const QString& reason) {
+    button_->setText(QStringLiteral("&Preview"));
+    bar_->hide();
+    percent_->hide();
+    bar_->setValue(0);
+    Q_EMIT Silent(reason);
+}
+
+}  // namespace sonavel
