@@ -1,6 +1,9 @@
 #include "effects/dynamics.h"
 
+#include <algorithm>
 #include <cmath>
+
+#include "platform/vector_clones.h"
 
 namespace sonavel {
 
@@ -10,6 +13,7 @@ DynamicsCurve DynamicsCurve::FromDialog(double thresholdPercent, double belowRat
             static_cast<float>(1 / aboveRatio)};
 }
 
+SONAVEL_VECTOR_CLONES
 void ApplyCurve(std::span<float> samples, const DynamicsCurve& curve) {
     constexpr float kPerFullScale = 3.0517578125e-05f;
     constexpr float kLimit = 32767.0f;
@@ -19,10 +23,10 @@ void ApplyCurve(std::span<float> samples, const DynamicsCurve& curve) {
     const float knee = below - above;
     for (float& sample : samples) {
         const float x = sample;
-        const float sign = x < 0 ? -1.0f : 1.0f;
-        const float bent = knee * sign * threshold * 32768 + above * x;
+        const float bent = knee * std::copysign(1.0f, x) * threshold * 32768 + above * x;
         const float y = std::abs(x) * kPerFullScale > threshold ? bent : below * x;
-        sample = std::abs(y) > kLimit ? sign * kLimit : y;
+        // The curve never changes a sample's sign, so this is the sign times the limit.
+        sample = std::min(std::max(y, -kLimit), kLimit);
     }
 }
 

@@ -1,9 +1,11 @@
 #include "effects/effect_run.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <string>
 
+#include "platform/vector_clones.h"
 #include "sound/sample_io.h"
 
 namespace sonavel {
@@ -14,35 +16,41 @@ constexpr const char* kEmptySound = "The sound is empty.";
 }  // namespace
 
 void PairBuffer::Put(unsigned slot, std::uint32_t firstFrame, std::span<const float> values) {
-    float* to = floats_.get() + std::size_t{2} * firstFrame + slot;
+    float* to = Pairs().data() + std::size_t{2} * firstFrame + slot;
     for (std::size_t i = 0; i < values.size(); ++i) to[2 * i] = values[i];
 }
 
 void PairBuffer::CopyLeftToRight() {
-    for (std::size_t i = 0; i < frames_; ++i) floats_[2 * i + 1] = floats_[2 * i];
+    const std::span<float> pairs = Pairs();
+    for (std::size_t i = 0; i < pairs.size(); i += 2) pairs[i + 1] = pairs[i];
 }
 
+SONAVEL_VECTOR_CLONES
 float PairBuffer::Peak(unsigned slot) const {
-    float peak = 0;
-    for (std::size_t i = 0; i < frames_; ++i)
-        peak = std::max(peak, std::abs(floats_[2 * i + slot]));
-    return peak;
+    const std::span<const float> pairs = block_.Floats();
+    // Several maxima at once: one alone would wait for itself at every value.
+    std::array<float, 16> peaks{};
+    std::size_t i = slot;
+    for (; i + 32 <= pairs.size(); i += 32)
+        for (std::size_t k = 0; k < 16; ++k)
+            peaks[k] = std::max(peaks[k], std::abs(pairs[i + 2 * k]));
+    for (; i < pairs.size(); i += 2) peaks[0] = std::max(peaks[0], std::abs(pairs[i]));
+    return *std::max_element(peaks.begin(), peaks.end());
 }
 
 void PairBuffer::Scale(unsigned slot, float factor) {
-    for (std::size_t i = 0; i < frames_; ++i) floats_[2 * i + slot] *= factor;
+    const std::span<float> pairs = Pairs();
+    for (std::size_t i = slot; i < pairs.size(); i += 2) pairs[i] *= factor;
 }
 
 void PairBuffer::Rescale(unsigned slot, float from, float to) {
-    for (std::size_t i = 0; i < frames_; ++i) {
-        float& value = floats_[2 * i + slot];
-        value = value / from * to;
-    }
+    const std::span<float> pairs = Pairs();
+    for (std::size_t i = slot; i < pairs.size(); i += 2) pairs[i] = pairs[i] / from * to;
 }
 
 bool CheckMemory(CSoundDoc& document, const PairBuffer& pairs) {
-    if (pairs.Frames() != 0 && pairs.HasMemory()) return true;
-    document.SetLastError(pairs.Frames() ? "Memory Allocation Failure." : kEmptySound);
+    if (!pairs.IsEmpty() && pairs.HasMemory()) return true;
+    document.SetLastError(pairs.IsEmpty() ? kEmptySound : "Memory Allocation Failure.");
     return false;
 }
 

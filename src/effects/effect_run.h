@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <cstdlib>
 #include <memory>
 #include <span>
 #include <string_view>
@@ -12,18 +11,18 @@
 #include "effects/effect_table.h"
 #include "effects/run_end.h"
 #include "platform/progress_window.h"
+#include "sound/float_block.h"
 
 namespace sonavel {
 
 // Zeroed float pairs of a range, one for each frame whatever the sound's channel count.
 class PairBuffer {
   public:
-    explicit PairBuffer(std::uint32_t frames)
-        : frames_(frames), floats_(static_cast<float*>(std::calloc(frames, 2 * sizeof(float)))) {}
+    explicit PairBuffer(std::uint32_t frames) : block_(std::size_t{2} * frames) {}
 
-    std::uint32_t Frames() const { return frames_; }
-    bool HasMemory() const { return floats_ != nullptr; }
-    std::span<float> Pairs() { return {floats_.get(), std::size_t{2} * frames_}; }
+    bool IsEmpty() const { return block_.Floats().empty(); }
+    bool HasMemory() const { return block_.HasMemory(); }
+    std::span<float> Pairs() { return block_.Floats(); }
     // Stores values into one slot (0 left, 1 right) of consecutive pairs.
     void Put(unsigned slot, std::uint32_t firstFrame, std::span<const float> values);
     // The right slot of every pair becomes its left one.
@@ -34,11 +33,7 @@ class PairBuffer {
     void Rescale(unsigned slot, float from, float to);
 
   private:
-    struct Free {
-        void operator()(float* floats) const { std::free(floats); }
-    };
-    std::uint32_t frames_;
-    std::unique_ptr<float[], Free> floats_;
+    FloatBlock block_;
 };
 
 // False when the range is empty or the memory could not be had; the last error then says which.

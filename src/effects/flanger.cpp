@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "effects/fast_trigonometry.h"
+#include "platform/vector_clones.h"
 
 namespace sonavel {
 namespace {
@@ -19,30 +20,34 @@ FlangerSweep::FlangerSweep(const FlangerParameters& parameters, std::uint32_t sa
     radiansPerFrame_ = 2 * kPi * (static_cast<double>(modulationHz) / samplesPerSecond);
 }
 
-void FlangerSweep::Delays(std::uint32_t firstFrame, std::span<double> delays) const {
+SONAVEL_VECTOR_CLONES
+void FlangerSweep::Delays(std::uint32_t firstFrame, std::span<FlangerDelay> delays) const {
     const double range = maxDelay_;
-    for (std::size_t i = 0; i < delays.size(); ++i) {
-        const double angle = static_cast<double>(firstFrame + i) * radiansPerFrame_;
-        delays[i] = std::clamp((1 - FastCos(angle)) * range * 0.5, 0.0, range);
+    const double step = radiansPerFrame_;
+    double angle = firstFrame;
+    for (FlangerDelay& delay : delays) {
+        const double swept = (1 - FastCos(angle * step)) * range * 0.5;
+        const double inRange = std::min(std::max(swept, 0.0), range);
+        const auto whole = static_cast<std::int32_t>(inRange);
+        delay = {static_cast<std::uint32_t>(whole), static_cast<float>(inRange - whole)};
+        angle += 1;
     }
 }
 
 FlangerChannel::FlangerChannel(std::uint32_t maxDelay)
     : maxDelay_(maxDelay), line_(std::size_t{maxDelay} + 1) {}
 
-void FlangerChannel::Process(std::span<const double> delays, std::span<float> samples) {
+void FlangerChannel::Process(std::span<const FlangerDelay> delays, std::span<float> samples) {
     const std::size_t history = std::size_t{maxDelay_} + 1;
     line_.resize(history + samples.size());
     std::copy(samples.begin(), samples.end(), line_.begin() + static_cast<std::ptrdiff_t>(history));
-    const float* now = line_.data() + history;
-    for (std::size_t i = 0; i < samples.size(); ++i) {
-        const auto whole = static_cast<std::size_t>(delays[i]);
+    const float* here = line_.data() + history;
+    for (std::size_t i = 0; i < samples.size(); ++i, ++here) {
+        const std::size_t whole = delays[i].whole;
         // A delay of 0 reads the oldest input of the line, one frame beyond the longest delay.
-        const float* here = now + i;
-        const double a = *(here - (whole ? whole : history));
-        const double b = *(here - (whole + 1));
-        const double fraction = delays[i] - static_cast<double>(whole);
-        samples[i] = static_cast<float>(((b - a) * fraction + a + *here) * 0.5);
+        const float a = *(here - (whole ? whole : history));
+        const float b = *(here - (whole + 1));
+        samples[i] = ((b - a) * delays[i].fraction + a + *here) * 0.5f;
     }
     std::copy(line_.end() - static_cast<std::ptrdiff_t>(history), line_.end(), line_.begin());
 }

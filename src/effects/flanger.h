@@ -12,14 +12,20 @@ struct FlangerParameters {
     int modulationTenths = 1;  // of a hertz, 0 to 100
 };
 
+// A delay between two whole frames: `whole` of them and a fraction.
+struct FlangerDelay {
+    std::uint32_t whole;
+    float fraction;
+};
+
 // The swept delay of each frame of a run, the same for both channels.
 class FlangerSweep {
   public:
     FlangerSweep(const FlangerParameters& parameters, std::uint32_t samplesPerSecond);
 
     std::uint32_t MaxDelay() const { return maxDelay_; }  // frames
-    // The delays, in frames from 0 to MaxDelay(), of the frames firstFrame, firstFrame + 1, ...
-    void Delays(std::uint32_t firstFrame, std::span<double> delays) const;
+    // The delays, from 0 to MaxDelay(), of the frames firstFrame, firstFrame + 1, ...
+    void Delays(std::uint32_t firstFrame, std::span<FlangerDelay> delays) const;
 
   private:
     std::uint32_t maxDelay_;
@@ -32,7 +38,7 @@ class FlangerChannel {
     explicit FlangerChannel(std::uint32_t maxDelay);
 
     // In place; `delays` holds one value for each sample.
-    void Process(std::span<const double> delays, std::span<float> samples);
+    void Process(std::span<const FlangerDelay> delays, std::span<float> samples);
 
   private:
     std::uint32_t maxDelay_;

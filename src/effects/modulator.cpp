@@ -5,6 +5,7 @@
 
 #include "effects/effect_buffer.h"
 #include "effects/fast_trigonometry.h"
+#include "platform/vector_clones.h"
 
 namespace sonavel {
 
@@ -19,6 +20,7 @@ CModOscillator::CModOscillator(const OscillatorParameters& parameters,
     step_ = active_ ? static_cast<double>(frequency) * 6.283184 / fiftieth : 0;
 }
 
+SONAVEL_VECTOR_CLONES
 void CModOscillator::Run(std::span<float> gains) {
     if (!active_) return;
     std::array<float, kMaxPieceFrames> phases;

@@ -49,32 +49,27 @@ void WriteLeftSlots(CWave& sound, EffectRange range, PairBuffer& pairs) {
     WriteTruncated(sound, 0, range.start, left);
 }
 
-RunEnd RunFlangerChannel(const CWave& sound, unsigned channel, EffectRange range,
-                         const FlangerSweep& sweep, PairBuffer& pairs, ProgressWindow& progress) {
-    FlangerChannel flanger(sweep.MaxDelay());
-    std::array<float, kMaxPieceFrames> samples;
-    std::array<double, kMaxPieceFrames> delays;
-    for (std::uint32_t done = 0; done < range.length; done += kMaxPieceFrames) {
-        if (progress.Poll()) return RunEnd::kCancelled;
-        progress.SetPosition(PercentDone(done, range.length));
-        const std::size_t frames = std::min(range.length - done, kMaxPieceFrames);
-        const auto piece = std::span(samples).first(frames);
-        ReadChannel(sound, channel, range.start + done, piece, EightBitReading::kFull);
-        sweep.Delays(done, std::span(delays).first(frames));
-        flanger.Process(std::span(delays).first(frames), piece);
-        pairs.Put(channel, done, piece);
-    }
-    return RunEnd::kFinished;
-}
-
+// Both channels share the sweep, so they run side by side.
 RunEnd RunFlanger(CSoundDoc& document, EffectRange range, const FlangerParameters& parameters,
                   PairBuffer& pairs) {
     const auto progress = ShowProgress(document, " Flanger");
     const CWave& sound = document.Sound();
     const FlangerSweep sweep(parameters, sound.GetSamplesPerSecond());
-    for (unsigned channel = 0; channel < sound.GetChannels(); ++channel)
-        if (RunFlangerChannel(sound, channel, range, sweep, pairs, *progress) == RunEnd::kCancelled)
-            return RunEnd::kCancelled;
+    std::vector<FlangerChannel> channels(sound.GetChannels(), FlangerChannel(sweep.MaxDelay()));
+    std::array<float, kMaxPieceFrames> samples;
+    std::array<FlangerDelay, kMaxPieceFrames> delays;
+    for (std::uint32_t done = 0; done < range.length; done += kMaxPieceFrames) {
+        if (progress->Poll()) return RunEnd::kCancelled;
+        progress->SetPosition(PercentDone(done, range.length));
+        const std::size_t frames = std::min(range.length - done, kMaxPieceFrames);
+        const auto piece = std::span(samples).first(frames);
+        sweep.Delays(done, std::span(delays).first(frames));
+        for (unsigned channel = 0; channel < channels.size(); ++channel) {
+            ReadChannel(sound, channel, range.start + done, piece, EightBitReading::kFull);
+            channels[channel].Process(std::span(delays).first(frames), piece);
+            pairs.Put(channel, done, piece);
+        }
+    }
     progress->SetPosition(100);
     return RunEnd::kFinished;
 }

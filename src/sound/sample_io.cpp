@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <type_traits>
 
+#include "platform/vector_clones.h"
+
 namespace sonavel {
 namespace {
 
@@ -35,6 +37,7 @@ void WithConstantStride(std::size_t stride, const Loop& loop) {
         loop(std::integral_constant<std::size_t, 2>{});
 }
 
+SONAVEL_VECTOR_CLONES
 void Read(const CWave& sound, SampleRun run, std::span<float> out, int valueOfByte0) {
     float* to = out.data();
     const std::uint8_t* bytes = sound.Bytes().data();
@@ -57,6 +60,7 @@ std::int32_t Truncate(float value) {
     return static_cast<std::int32_t>(value);
 }
 
+SONAVEL_VECTOR_CLONES
 void Write(CWave& sound, SampleRun run, std::span<const float> values) {
     const float* in = values.data();
     std::uint8_t* bytes = sound.MutableBytes().data();

@@ -1,31 +1,13 @@
 #include "sound/sound_buffer.h"
 
-#include <sys/mman.h>
-#include <unistd.h>
-
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <utility>
 
+#include "sound/huge_pages.h"
+
 namespace sonavel {
-namespace {
-
-constexpr std::size_t kLargeBytes = std::size_t{4} << 20;
-
-// Large blocks are filled from end to end at once; in huge pages that costs a fraction of the page
-// faults. Only advice: where the system declines, nothing else changes. The page that the block
-// begins in is advised too, because realloc remaps only a mapping whose pages are all alike and
-// copies the block otherwise.
-void AdviseHugePages(std::uint8_t* block, std::size_t bytes) {
-    if (bytes < kLargeBytes) return;
-    const auto page = static_cast<std::uintptr_t>(sysconf(_SC_PAGESIZE));
-    const std::uintptr_t inPage = reinterpret_cast<std::uintptr_t>(block) % page;
-    madvise(block - inPage, bytes + inPage, MADV_HUGEPAGE);
-}
-
-}  // namespace
-
 SoundBuffer::~SoundBuffer() {
     Free();
 }

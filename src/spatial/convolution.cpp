@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/vector_clones.h"
 #include "spatial/hrir_table.h"
 
 namespace sonavel {
@@ -10,6 +11,7 @@ namespace {
 // Replaces x by (x * left + i * x * right) / 1024, with real and imaginary parts exchanged. Both
 // products belong to real signals, so one inverse transform serves both ears; exchanging the parts
 // before and after a forward transform makes it the inverse one.
+SONAVEL_VECTOR_CLONES
 void MultiplyBothEars(Spectrum& x, const Spectrum& left, const Spectrum& right) {
     constexpr float kScale = 0.0009765625f;
     for (int k = 0; k < kFftSize; ++k) {

@@ -4,19 +4,33 @@
 #include <numbers>
 #include <utility>
 
+#include "platform/vector_clones.h"
+
 namespace sonavel {
 namespace {
 
+struct ComplexTable {
+    std::array<float, kFftSize> real;
+    std::array<float, kFftSize> imaginary;
+};
+
+// e^(-2 pi i k / 1024), and for the first stage of 1024 points its powers for k, 2k and 3k side by
+// side.
 struct Twiddles {
     Twiddles() {
         for (int k = 0; k < kFftSize; ++k) {
             const double angle = -2 * std::numbers::pi * k / kFftSize;
-            real[k] = static_cast<float>(std::cos(angle));
-            imaginary[k] = static_cast<float>(std::sin(angle));
+            all.real[k] = static_cast<float>(std::cos(angle));
+            all.imaginary[k] = static_cast<float>(std::sin(angle));
         }
+        for (int power = 1; power <= 3; ++power)
+            for (int k = 0; k < kFftSize / 4; ++k) {
+                first[power - 1].real[k] = all.real[power * k];
+                first[power - 1].imaginary[k] = all.imaginary[power * k];
+            }
     }
-    std::array<float, kFftSize> real;
-    std::array<float, kFftSize> imaginary;
+    ComplexTable all;
+    ComplexTable first[3];
 };
 
 const Twiddles& TwiddleTable() {
@@ -29,61 +43,90 @@ struct Complex {
     float imaginary;
 };
 
-Complex Twiddle(int index) {
-    const Twiddles& table = TwiddleTable();
-    return {table.real[index], table.imaginary[index]};
+inline Complex operator+(Complex a, Complex b) {
+    return {a.real + b.real, a.imaginary + b.imaginary};
+}
+inline Complex operator-(Complex a, Complex b) {
+    return {a.real - b.real, a.imaginary - b.imaginary};
+}
+inline Complex operator*(Complex a, Complex b) {
+    return {a.real * b.real - a.imaginary * b.imaginary,
+            a.real * b.imaginary + a.imaginary * b.real};
+}
+inline Complex TimesMinusI(Complex a) {
+    return {a.imaginary, -a.real};
 }
 
-// One stage of radix 4: `stride` transforms of `length` points lie interleaved in `in`; the stage
-// leaves 4 * stride transforms of length / 4 points interleaved in `out`.
-void Stage(int length, int stride, const float* inReal, const float* inImaginary, float* outReal,
-           float* outImaginary) {
+inline Complex At(const Spectrum& data, int index) {
+    return {data.real[index], data.imaginary[index]};
+}
+inline Complex At(const ComplexTable& table, int index) {
+    return {table.real[index], table.imaginary[index]};
+}
+inline void Put(Spectrum& data, int index, Complex value) {
+    data.real[index] = value.real;
+    data.imaginary[index] = value.imaginary;
+}
+
+// The four results of one butterfly of radix 4 go to out, out + step, ...
+inline void Butterfly(const Spectrum& __restrict in, int at, int leg, Complex w1, Complex w2,
+                      Complex w3, Spectrum& __restrict out, int to, int step) {
+    const Complex a = At(in, at), b = At(in, at + leg);
+    const Complex c = At(in, at + 2 * leg), d = At(in, at + 3 * leg);
+    const Complex turned = TimesMinusI(b - d);
+    Put(out, to, (a + c) + (b + d));
+    Put(out, to + step, w1 * ((a - c) + turned));
+    Put(out, to + 2 * step, w2 * ((a + c) - (b + d)));
+    Put(out, to + 3 * step, w3 * ((a - c) - turned));
+}
+
+// The first stage: one transform of `length` points, its butterflies side by side.
+inline void FirstStage(int length, const Spectrum& __restrict in, Spectrum& __restrict out) {
+    const Twiddles& table = TwiddleTable();
     const int quarter = length / 4;
-    const int step = kFftSize / length;
-    const int leg = stride * quarter;
+    const int spread = kFftSize / length;
+    for (int p = 0; p < quarter; ++p)
+        Butterfly(in, p, quarter, At(table.first[0], spread * p), At(table.first[1], spread * p),
+                  At(table.first[2], spread * p), out, 4 * p, 1);
+}
+
+// A later stage: `stride` transforms of `length` points lie interleaved in `in`, and 4 * stride
+// transforms of length / 4 points in `out`. Every butterfly of the inner loop has the same
+// twiddles.
+inline void LaterStage(int length, int stride, const Spectrum& __restrict in,
+                       Spectrum& __restrict out) {
+    const ComplexTable& table = TwiddleTable().all;
+    const int quarter = length / 4;
+    const int spread = kFftSize / length;
     for (int p = 0; p < quarter; ++p) {
-        const Complex w1 = Twiddle(p * step);
-        const Complex w2 = Twiddle(2 * p * step);
-        const Complex w3 = Twiddle(3 * p * step);
-        const float* ar = inReal + stride * p;
-        const float* ai = inImaginary + stride * p;
-        float* yr = outReal + stride * 4 * p;
-        float* yi = outImaginary + stride * 4 * p;
-        for (int q = 0; q < stride; ++q) {
-            const float sum02r = ar[q] + ar[q + 2 * leg], sum02i = ai[q] + ai[q + 2 * leg];
-            const float dif02r = ar[q] - ar[q + 2 * leg], dif02i = ai[q] - ai[q + 2 * leg];
-            const float sum13r = ar[q + leg] + ar[q + 3 * leg];
-            const float sum13i = ai[q + leg] + ai[q + 3 * leg];
-            const float dif13r = ar[q + leg] - ar[q + 3 * leg];
-            const float dif13i = ai[q + leg] - ai[q + 3 * leg];
-            yr[q] = sum02r + sum13r;
-            yi[q] = sum02i + sum13i;
-            const float r1 = dif02r + dif13i, i1 = dif02i - dif13r;
-            yr[q + stride] = w1.real * r1 - w1.imaginary * i1;
-            yi[q + stride] = w1.real * i1 + w1.imaginary * r1;
-            const float r2 = sum02r - sum13r, i2 = sum02i - sum13i;
-            yr[q + 2 * stride] = w2.real * r2 - w2.imaginary * i2;
-            yi[q + 2 * stride] = w2.real * i2 + w2.imaginary * r2;
-            const float r3 = dif02r - dif13i, i3 = dif02i + dif13r;
-            yr[q + 3 * stride] = w3.real * r3 - w3.imaginary * i3;
-            yi[q + 3 * stride] = w3.real * i3 + w3.imaginary * r3;
-        }
+        const Complex w1 = At(table, p * spread);
+        const Complex w2 = At(table, 2 * p * spread);
+        const Complex w3 = At(table, 3 * p * spread);
+        for (int q = 0; q < stride; ++q)
+            Butterfly(in, stride * p + q, stride * quarter, w1, w2, w3, out, stride * 4 * p + q,
+                      stride);
     }
 }
 
 }  // namespace
 
+SONAVEL_VECTOR_CLONES
 void Fft(Spectrum& data, int log2Size) {
-    alignas(32) Spectrum scratch;
+    Spectrum scratch;
     Spectrum* from = &data;
     Spectrum* to = &scratch;
-    int stride = 1;
-    for (int length = 1 << log2Size; length > 1; length /= 4, stride *= 4) {
-        Stage(length, stride, from->real.data(), from->imaginary.data(), to->real.data(),
-              to->imaginary.data());
+    int length = 1 << log2Size;
+    FirstStage(length, *from, *to);
+    for (int stride = 4; stride < 1 << log2Size; stride *= 4) {
         std::swap(from, to);
+        length /= 4;
+        // Said with the constant, so that the shortest inner loop becomes one vector.
+        if (stride == 4)
+            LaterStage(length, 4, *from, *to);
+        else
+            LaterStage(length, stride, *from, *to);
     }
-    if (from != &data) data = *from;
+    if (to != &data) data = *to;
 }
 
 }  // namespace sonavel

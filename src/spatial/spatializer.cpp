@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdlib>
-#include <memory>
 #include <string>
 
+#include "platform/vector_clones.h"
+#include "sound/float_block.h"
 #include "sound/sample_io.h"
 #include "spatial/block_filter.h"
 
@@ -27,11 +27,6 @@ Range RangeOf(const SpatialTarget& target) {
     const std::uint32_t start = std::min(first, frames);
     return {start, std::min(last, frames) - start};
 }
-
-struct Free {
-    void operator()(float* floats) const { std::free(floats); }
-};
-using Floats = std::unique_ptr<float[], Free>;
 
 // Hands out the blocks of a range, each with the 256 samples before it.
 class BlockReader {
@@ -75,6 +70,7 @@ void RunFilter(const CWave& sound, Range range, BlockFilter& filter, std::span<f
 }
 
 // Peaks beyond 16 bits are brought down first; 8-bit sounds are brought up afterwards.
+SONAVEL_VECTOR_CLONES
 void FitInto16Bits(std::span<float> output, unsigned bits) {
     constexpr float kLimit = 32767;
     float peak = 0;
@@ -114,12 +110,12 @@ bool Spatialize(const SpatialTarget& target, BlockFilter& filter) {
         document.SetLastError("The sound is empty.");
         return false;
     }
-    const Floats floats(static_cast<float*>(std::calloc(range.frames, 2 * sizeof(float))));
-    if (!floats) {
+    FloatBlock block(std::size_t{2} * range.frames);
+    if (!block.HasMemory()) {
         document.SetLastError("Memory Allocation Failure.");
         return false;
     }
-    const std::span<float> output(floats.get(), std::size_t{2} * range.frames);
+    const std::span<float> output = block.Floats();
     {
         const auto progress =
             document.Services().progress.CreateProgress("Progress" + std::string(target.title));
