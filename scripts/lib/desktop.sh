@@ -1,46 +1,101 @@
-# Sourced: a private X display with a window manager and a PulseAudio null sink, for scripts and tests
-# that drive the real program. start_desktop sets DISPLAY and PULSE_SERVER; stop_desktop ends it all.
+# Sourced: a private X display with a window manager, a sound server with a null sink, and a home folder,
+# for scripts and tests that drive the real program. start_desktop sets the environment, copy_program the
+# program to drive; stop_desktop, called from an EXIT trap that was set before, ends and removes it all.
+
+desktop_pids=()
 
 start_desktop() {
-  desktop_dir=$(mktemp -d)
-  export XDG_RUNTIME_DIR="$desktop_dir/runtime" HOME="$desktop_dir/home"
-  mkdir -p "$XDG_RUNTIME_DIR" "$HOME"
-  chmod 700 "$XDG_RUNTIME_DIR"
-  Xvfb -displayfd 3 -screen 0 "${DESKTOP_SCREEN:-1600x1000x24}" -nolisten tcp \
-    3>"$desktop_dir/display" >/dev/null 2>&1 &
-  xvfb_pid=$!
-  for _ in $(seq 100); do [ -s "$desktop_dir/display" ] && break; sleep 0.1; done
-  DISPLAY=":$(cat "$desktop_dir/display")"
-  export DISPLAY
-  openbox >/dev/null 2>&1 &
-  openbox_pid=$!
+  desktop_dir=$(mktemp -d "${TMPDIR:-/tmp}/sonavel-desktop-XXXXXX")
+  set_private_environment
+  start_display
+  start_window_manager
   start_null_sink
 }
 
+set_private_environment() {
+  unset WAYLAND_DISPLAY XAUTHORITY DBUS_SESSION_BUS_ADDRESS SESSION_MANAGER PULSE_SINK PULSE_SOURCE
+  unset "${!QT_@}"
+  export HOME="$desktop_dir/home" XDG_RUNTIME_DIR="$desktop_dir/runtime" TMPDIR="$desktop_dir/tmp"
+  export XDG_CONFIG_HOME="$HOME/.config" XDG_CACHE_HOME="$HOME/.cache" XDG_DATA_HOME="$HOME/.local/share"
+  export LC_ALL=C.UTF-8 QT_QPA_PLATFORM=xcb
+  mkdir -p "$XDG_CONFIG_HOME" "$XDG_CACHE_HOME" "$XDG_DATA_HOME" "$XDG_RUNTIME_DIR" "$TMPDIR"
+  chmod 700 "$XDG_RUNTIME_DIR"
+}
+
+# in_background COMMAND...: also ends when this shell is killed and no trap runs.
+in_background() {
+  setpriv --pdeathsig TERM "$@" >>"$desktop_dir/log" 2>&1 &
+  desktop_pids+=("$!")
+}
+
+# poll SECONDS COMMAND...: until the command succeeds.
+poll() {
+  local tries=$(($1 * 20))
+  shift
+  while ! "$@" >/dev/null 2>&1; do
+    tries=$((tries - 1))
+    [ "$tries" -gt 0 ] || return 1
+    sleep 0.05
+  done
+}
+
+desktop_failed() {
+  echo "desktop: $1" >&2
+  cat "$desktop_dir/log" >&2
+  return 1
+}
+
+start_display() {
+  local number=$desktop_dir/display
+  in_background Xvfb -displayfd 3 -screen 0 "${DESKTOP_SCREEN:-1600x1000x24}" -nolisten tcp -noreset \
+    3>"$number"
+  poll 30 has_a_line "$number" || desktop_failed "no X display came up"
+  export DISPLAY=":$(cat "$number")"
+}
+
+start_window_manager() {
+  in_background openbox --sm-disable
+  poll 30 window_manager_runs || desktop_failed "no window manager came up"
+}
+
+has_a_line() { [ "$(wc -l <"$1")" -gt 0 ]; }
+
+window_manager_runs() { xprop -root _NET_SUPPORTING_WM_CHECK | grep -q 'window id'; }
+
+# Every sound of the session goes there, 16-bit stereo at 44.1 kHz, and comes from its monitor.
 start_null_sink() {
   cat >"$HOME/.asoundrc" <<'ASOUND'
 pcm.!default { type pulse }
 ctl.!default { type pulse }
 ASOUND
-  export PULSE_SERVER="unix:$desktop_dir/pulse"
-  pulseaudio -n --daemonize=no --exit-idle-time=-1 --use-pid-file=no --log-target="file:$desktop_dir/pulse.log" \
-    -L "module-native-protocol-unix socket=$desktop_dir/pulse auth-anonymous=1" \
-    -L "module-null-sink sink_name=sonavel" >/dev/null 2>&1 &
-  pulse_pid=$!
-  for _ in $(seq 100); do pactl info >/dev/null 2>&1 && break; sleep 0.1; done
+  local socket=$desktop_dir/pulse
+  export PULSE_SERVER="unix:$socket" PULSE_COOKIE="$HOME/pulse-cookie"
+  in_background pulseaudio -n --daemonize=no --exit-idle-time=-1 --use-pid-file=no --high-priority=no \
+    --realtime=no --disallow-exit --log-level=error \
+    -L "module-native-protocol-unix socket=$socket auth-anonymous=1" \
+    -L "module-null-sink sink_name=sonavel rate=44100 format=s16le channels=2"
+  poll 30 pactl info || desktop_failed "no sound server came up"
   pactl set-default-sink sonavel
   pactl set-default-source sonavel.monitor
 }
 
-stop_desktop() {
-  for pid in "${openbox_pid:-}" "${pulse_pid:-}" "${xvfb_pid:-}"; do
-    [ -n "$pid" ] && kill "$pid" 2>/dev/null
-  done
-  wait 2>/dev/null || true
-  rm -rf "$desktop_dir"
+# copy_program BIN-FOLDER: a program folder of the session's own, with the settings as delivered. Without
+# logo.wav, so that nothing sounds but what the session plays.
+copy_program() {
+  export SONAVEL_BIN="$desktop_dir/program"
+  mkdir "$SONAVEL_BIN"
+  cp -- "$1/sonavel" "$1/sonavel-batch" "$SONAVEL_BIN/"
+  cp -- "$(dirname "${BASH_SOURCE[0]}")"/../../packaging/defaults/*.ini "$SONAVEL_BIN/"
 }
 
-# wait_for_window NAME-PATTERN: the id of the first visible window of that name.
-wait_for_window() {
-  timeout 20 xdotool search --sync --onlyvisible --name "$1" | head -n 1
+stop_desktop() {
+  local i pid
+  for ((i = ${#desktop_pids[@]} - 1; i >= 0; i--)); do
+    pid=${desktop_pids[i]}
+    kill "$pid" 2>/dev/null || continue
+    poll 5 sh -c "! kill -0 $pid" || kill -KILL "$pid" 2>/dev/null || true
+    wait "$pid" 2>/dev/null || true
+  done
+  desktop_pids=()
+  [ -z "${desktop_dir:-}" ] || rm -rf "$desktop_dir"
 }

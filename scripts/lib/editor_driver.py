@@ -1,0 +1,245 @@
+"""Drives the real editor by keys and mouse on the display that scripts/lib/desktop.sh started.
+
+Everything waits by polling for what a person would see (windows, titles, pictures), with a limit.
+"""
+
+import contextlib
+import os
+import pathlib
+import re
+import subprocess
+import time
+
+WAIT_SECONDS = 20.0
+
+
+class DriveError(Exception):
+    """Something that was waited for did not come."""
+
+
+def wait_for(what, condition, seconds=WAIT_SECONDS):
+    """The first true value of condition(), asked again and again; DriveError after the limit."""
+    end = time.monotonic() + seconds
+    while True:
+        value = condition()
+        if value:
+            return value
+        if time.monotonic() > end:
+            raise DriveError(f"waited {seconds:g} s in vain for {what}")
+        time.sleep(0.03)
+
+
+def bounded(*command):
+    """A command that ends with this process, however that ends."""
+    return ["setpriv", "--pdeathsig", "KILL", *map(str, command)]
+
+
+def xdotool(*words):
+    """What xdotool prints; nothing when it fails, as it does when a window has just gone."""
+    done = subprocess.run(
+        ["xdotool", *map(str, words)], capture_output=True, text=True, check=False, timeout=30
+    )
+    return done.stdout.strip() if done.returncode == 0 else ""
+
+
+def key(*keys):
+    """Presses keys one after the other, in the window that has the focus."""
+    xdotool("key", "--delay", "30", "--clearmodifiers", *keys)
+
+
+def type_text(text):
+    xdotool("type", "--delay", "8", "--clearmodifiers", text)
+
+
+def title_of(window):
+    return xdotool("getwindowname", window)
+
+
+def place_of(window):
+    """x, y, width and height of a window's inside, in device pixels of the screen."""
+    shell = xdotool("getwindowgeometry", "--shell", window)
+    values = dict(line.split("=", 1) for line in shell.splitlines())
+    return tuple(int(values[name]) for name in ("X", "Y", "WIDTH", "HEIGHT"))
+
+
+def drag(start, end):
+    """A drag with the left button between two places of the screen, with steps between."""
+    xdotool("mousemove", "--sync", *start, "mousedown", 1)
+    for step in range(1, 9):
+        place = [round(a + (b - a) * step / 8) for a, b in zip(start, end)]
+        xdotool("mousemove", *place)
+        time.sleep(0.02)
+    xdotool("mouseup", 1)
+
+
+def pixels_of(window, area=None):
+    """The window as it stands on the screen: raw RGB bytes, of an area "WxH+X+Y" when given."""
+    crop = ["-crop", area, "+repage"] if area else []
+    done = subprocess.run(
+        ["import", "-silent", "-window", str(window), *crop, "-depth", "8", "rgb:-"],
+        capture_output=True, check=False, timeout=30,
+    )
+    return done.stdout
+
+
+def settled_pixels(window, area=None):
+    """The window's pixels once two pictures in a row are the same."""
+    last = b""
+
+    def settled():
+        nonlocal last
+        before, last = last, pixels_of(window, area)
+        return last if last and last == before else None
+
+    return wait_for("the window to come to rest", settled)
+
+
+class Editor:
+    """One running program. Used in a with statement, it is ended whatever happens."""
+
+    def __init__(self, *files, environment=None):
+        program = pathlib.Path(os.environ["SONAVEL_BIN"]) / "sonavel"
+        self.process = subprocess.Popen(
+            bounded(program, *files), env={**os.environ, **(environment or {})}
+        )
+        self.window = None
+
+    def __enter__(self):
+        try:
+            self._wait_until_shown()
+        except BaseException:
+            self.kill()
+            raise
+        return self
+
+    def __exit__(self, *_):
+        self.kill()
+
+    def _wait_until_shown(self):
+        logo, frame = wait_for("the main frame", self._logo_and_frame)
+        if logo:
+            # A click hides the logo before its time is over.
+            x, y, width, height = place_of(logo)
+            xdotool("mousemove", x + width // 2, y + height // 2, "click", 1)
+            wait_for("the logo to go", lambda: self.windows() == [frame])
+        self.window = frame
+        self.activate()
+
+    def _logo_and_frame(self):
+        if self.process.poll() is not None:
+            raise DriveError(f"the editor ended with status {self.process.returncode}")
+        frames = [window for window in self.windows() if self._has_frame(window)]
+        others = [window for window in self.windows() if window not in frames]
+        return (others[0] if others else None, frames[0]) if frames else None
+
+    @staticmethod
+    def _has_frame(window):
+        # The window manager puts no frame around the logo.
+        shown = subprocess.run(
+            ["xprop", "-id", window, "_NET_FRAME_EXTENTS"], capture_output=True, text=True, check=False
+        ).stdout
+        return bool(re.search(r"= .*[1-9]", shown))
+
+    def windows(self, name="."):
+        """The editor's visible windows whose titles match."""
+        return xdotool(
+            "search", "--all", "--onlyvisible", "--pid", self.process.pid, "--name", name
+        ).split()
+
+    def activate(self, window=None):
+        window = window or self.window
+
+        def active():
+            if xdotool("getactivewindow") == window and xdotool("getwindowfocus") == window:
+                return True
+            xdotool("windowactivate", window)
+            return False
+
+        wait_for("the window to have the focus", active)
+
+    def title(self):
+        return title_of(self.window)
+
+    def wait_title(self, wanted):
+        wait_for(f"the title {wanted!r} (it is {self.title()!r})", lambda: self.title() == wanted)
+
+    def wait_dialog(self, name):
+        """The window of that title once it has the focus."""
+
+        def shown():
+            found = [window for window in self.windows(name) if window != self.window]
+            return found[0] if found and xdotool("getactivewindow") == found[0] else None
+
+        return wait_for(f"a window named {name!r}", shown)
+
+    def wait_dialog_gone(self, window):
+        wait_for("a dialog to close", lambda: window not in self.windows())
+        self.activate()
+
+    def save_as(self, path):
+        """Saves the active document under a path typed into the dialog."""
+        key("F12")
+        dialog = self.wait_dialog("^Save As$")
+        key("ctrl+a")
+        type_text(str(path))
+        key("Return")
+        self.wait_dialog_gone(dialog)
+        self.wait_title(f"Sonavel - {pathlib.Path(path).name}")
+
+    def open(self, path):
+        """Opens a file through the Open dialog; says nothing on whether it could be opened."""
+        key("ctrl+o")
+        dialog = self.wait_dialog("^Open$")
+        type_text(str(path))
+        key("Return")
+        wait_for("the Open dialog to close", lambda: dialog not in self.windows())
+
+    def quit(self):
+        """Leaves by key, without saving, and gives the exit status."""
+        self.activate()
+        key("ctrl+q")
+
+        def ended():
+            if self.process.poll() is not None:
+                return True
+            asking = [window for window in self.windows("^Sonavel$") if window != self.window]
+            if asking and xdotool("getactivewindow") == asking[0]:
+                key("alt+d")  # Discard
+            return False
+
+        wait_for("the editor to end", ended)
+        return self.process.returncode
+
+    def kill(self):
+        if self.process.poll() is None:
+            self.process.kill()
+        with contextlib.suppress(subprocess.TimeoutExpired):
+            self.process.wait(timeout=10)
+
+
+class Monitor:
+    """Records what the null sink plays while it is open: 16-bit stereo at 44.1 kHz."""
+
+    def __init__(self, path):
+        self.path = pathlib.Path(path)
+        self.path.write_bytes(b"")
+
+    def __enter__(self):
+        with self.path.open("wb") as file:
+            self._process = subprocess.Popen(
+                bounded("parec", "--raw", "--rate=44100", "--channels=2", "--format=s16le",
+                        "--latency-msec=20", "--device=sonavel.monitor"),
+                stdout=file,
+            )
+        wait_for("the monitor's first bytes", lambda: self.size() > 0)
+        return self
+
+    def __exit__(self, *_):
+        self._process.terminate()
+        self._process.wait(timeout=10)
+
+    def size(self):
+        return self.path.stat().st_size
+
+    def heard(self):
+        return self.path.read_bytes()

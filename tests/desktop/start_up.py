@@ -1,0 +1,87 @@
+"""What the program shows at its start, with and without a file, and how it bears files that are none."""
+
+import os
+import pathlib
+import subprocess
+
+import sounds
+from editor_driver import Editor, bounded, key, pixels_of, place_of, settled_pixels, wait_for
+
+STATUS_BAR_PIXELS = 24
+
+
+def status_bar(editor):
+    x, y, width, height = place_of(editor.window)
+    return f"{width // 3}x{STATUS_BAR_PIXELS}+0+{height - STATUS_BAR_PIXELS}"
+
+
+def start_without_a_file():
+    with Editor() as editor:
+        assert editor.title() == "Sonavel", editor.title()
+        key("ctrl+w")  # nothing to close
+        assert editor.title() == "Sonavel", editor.title()
+        assert editor.quit() == 0
+
+
+def start_with_a_file():
+    os.makedirs("elsewhere", exist_ok=True)
+    path = sounds.write_wav("elsewhere/one.wav", sounds.noise(1000, seed=7))
+    with Editor("./elsewhere/one.wav") as editor:
+        assert editor.title() == "Sonavel - one.wav", editor.title()
+        key("ctrl+w")
+        editor.wait_title("Sonavel")
+        assert editor.quit() == 0
+    assert path.exists()
+
+
+def fail_on(path):
+    program = pathlib.Path(os.environ["SONAVEL_BIN"]) / "sonavel"
+    done = subprocess.run(bounded(program, path), capture_output=True, text=True, check=False,
+                          timeout=20)
+    assert done.returncode != 0, f"{path} let the program start"
+    assert str(path) in done.stderr and done.stderr.strip()[-1] != ":", done.stderr
+    print(done.stderr.strip())
+
+
+def keep_documents_when_a_file_fails(name, content):
+    sound = sounds.noise(1000, seed=8)
+    bad = pathlib.Path(name).absolute()
+    bad.write_bytes(content)
+    with Editor(sounds.write_wav("good.wav", sound)) as editor:
+        area = status_bar(editor)
+        before = settled_pixels(editor.window, area)
+        editor.open(bad)
+        close_message(editor)
+        wait_for("a note in the status bar", lambda: pixels_of(editor.window, area) != before)
+        assert editor.title() == "Sonavel - good.wav", editor.title()
+        saved = pathlib.Path(f"kept-{name}").absolute()
+        editor.save_as(saved)
+        assert sounds.read_data(saved) == sound, "the open document changed"
+        key("ctrl+w")
+        editor.wait_title("Sonavel")
+        assert editor.quit() == 0
+
+
+def close_message(editor):
+    """Closes the box that some failures bring."""
+    def quiet():
+        boxes = [window for window in editor.windows() if window != editor.window]
+        if boxes:
+            key("Return")
+        return not boxes
+    wait_for("the message to close", quiet)
+    editor.activate()
+
+
+def main():
+    start_without_a_file()
+    start_with_a_file()
+    fail_on(pathlib.Path("missing.wav").absolute())
+    good = sounds.wav(sounds.noise(1000, seed=9))
+    no_channels = good[:22] + b"\0\0" + good[24:]
+    for name, content in {"text.wav": b"not a sound\n" * 50, "cut.wav": good[:30],
+                          "no-channels.wav": no_channels}.items():
+        keep_documents_when_a_file_fails(name, content)
+
+
+main()
