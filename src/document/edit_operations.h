@@ -15,7 +15,6 @@ namespace sonavel::edit {
 inline constexpr std::uint32_t kHighestReplicateCount = 1000;
 
 // --- The clipboard
-// --------------------------------------------------------------------------------
 
 // Puts the frames [startFrame, endFrame) on the clipboard. An empty range does nothing and
 // succeeds; false when the clipboard cannot be taken.
@@ -27,7 +26,6 @@ bool CopyRange(CSoundDoc& document, std::uint32_t startFrame, std::uint32_t endF
 bool PrepareClip(CSoundDoc& document, ClipRecord& clip);
 
 // --- Removing
-// -------------------------------------------------------------------------------------
 
 // Both need a selection; the cursor moves to its start, and the selection becomes 0..0. Cut changes
 // nothing when the clipboard cannot be taken.
@@ -35,7 +33,6 @@ EditResult Cut(CSoundDoc& document, const EditSelection& at);
 EditResult Delete(CSoundDoc& document, const EditSelection& at);
 
 // --- Pasting a prepared clip
-// ----------------------------------------------------------------------
 
 // Inserts the clip `count` times (1 to kHighestReplicateCount), one behind the other, as one undo
 // step: at the cursor, which moves behind them, or in place of the selection, which then covers
@@ -55,7 +52,6 @@ EditResult PasteBlockCopy(CSoundDoc& document, const ClipRecord& clip, const Edi
 bool ReplaceWithClip(CSoundDoc& document, const ClipRecord& clip);
 
 // --- Mixing a prepared clip
-// -----------------------------------------------------------------------
 
 // Gains are factors (1 is 100 percent), clamped to +-1000. With a selection the mix covers it and
 // moves the cursor to its start; without one it runs from the cursor over the whole clip, and the

@@ -41,7 +41,7 @@ class CSoundDoc {
     void AddObserver(DocumentObserver* observer);
     void RemoveObserver(DocumentObserver* observer);
 
-    // --- Life cycle -----------------------------------------------------------------------------
+    // --- Life cycle
 
     // Asks for the format and makes an empty sound of it; false when the dialog was cancelled.
     bool NewDocument();
@@ -61,7 +61,7 @@ class CSoundDoc {
     // The extended dialog, the conversions chosen there as one undo step, then SaveDocument.
     bool SaveAs();
 
-    // --- Identity -------------------------------------------------------------------------------
+    // --- Identity
 
     const std::filesystem::path& Path() const { return path_; }  // empty while untitled
     const std::string& Title() const { return title_; }
@@ -72,7 +72,7 @@ class CSoundDoc {
     const std::string& LastError() const { return lastError_; }
     void SetLastError(std::string_view text) { lastError_ = text; }
 
-    // --- Contents -------------------------------------------------------------------------------
+    // --- Contents
 
     CWavePlayer& Sound() { return sound_; }
     const CWavePlayer& Sound() const { return sound_; }
@@ -87,7 +87,7 @@ class CSoundDoc {
     const HostServices& Services() const { return services_; }
     DocumentDialogs& Dialogs() { return dialogs_; }
 
-    // --- Edits ----------------------------------------------------------------------------------
+    // --- Edits
 
     // To be called before every edit: stops playing, discards what could be redone, and pushes a
     // copy of the sound as an undo step when undo is on. False, with nothing changed, while
@@ -107,7 +107,7 @@ class CSoundDoc {
     bool CanUndo() const;
     bool CanRedo() const;
 
-    // --- Recording ------------------------------------------------------------------------------
+    // --- Recording
 
     // Stops playing, pushes an undo step when the sound has data, and starts the input device.
     bool StartRecording();
@@ -115,7 +115,7 @@ class CSoundDoc {
     // sound and the history unchanged, when nothing was recorded.
     bool StopRecording(std::uint32_t cursorFrame);
 
-    // --- Preview --------------------------------------------------------------------------------
+    // --- Preview
 
     // Fills the preview sound from floating-point samples, one a frame for mono and left/right
     // pairs for stereo; `lengthBytes` divided by the preview's channel count gives the frames, 0

@@ -41,7 +41,7 @@ class CWave {
     CWave(const CWave&) = delete;
     CWave& operator=(const CWave&) = delete;
 
-    // --- The sound as a whole -------------------------------------------------------------------
+    // --- The sound as a whole
 
     // Replaces the sound by `frames` frames of unspecified content without markers. False when the
     // memory cannot be had or would pass 2^31 - 1 bytes; the old sound is then kept.
@@ -78,7 +78,7 @@ class CWave {
     // frame x data size / frame count, a 64-bit product; 0 for an empty sound.
     std::uint32_t ByteOffset(std::uint32_t frame) const;
 
-    // --- Samples --------------------------------------------------------------------------------
+    // --- Samples
 
     // Signed; 16-bit as stored, 8-bit as 128 - byte (-127..128). 0 at or beyond the end of the
     // data.
@@ -89,7 +89,7 @@ class CWave {
     // bits 0 stands for the sound's own.
     std::uint32_t GetMaxValue(unsigned bits = 0) const;
 
-    // --- Changes of format; each marks the sound modified where it changes it --------------------
+    // --- Changes of format; each marks the sound modified where it changes it
 
     // Only the rate: the frames are kept and play faster or slower.
     void SetRate(std::uint32_t samplesPerSecond);
@@ -99,7 +99,6 @@ class CWave {
     bool ConvertChannels(unsigned channels, ChannelChoice choice);
 
     // --- Changes of content; each marks the sound modified and moves the markers
-    // --------------------
 
     // Inserts whole frames of the sound's own format, which must not lie in this sound's own block.
     // False when the memory cannot be had.
@@ -109,14 +108,14 @@ class CWave {
     // Makes the sound longer by silence (8-bit 128, 16-bit 0) up to `frames`; never shorter.
     bool GrowWithSilence(std::uint32_t frames);
 
-    // --- Markers --------------------------------------------------------------------------------
+    // --- Markers
 
     MarkerList& Markers() { return markers_; }
     const MarkerList& Markers() const { return markers_; }
     std::uint32_t GetMarkerBefore(std::uint32_t frame) const { return markers_.Before(frame); }
     std::uint32_t GetMarkerAfter(std::uint32_t frame) const;
 
-    // --- Files ----------------------------------------------------------------------------------
+    // --- Files
 
     // Reads a RIFF WAVE file, or with kProbe its format and sizes alone, which leaves the sound as
     // it is. On failure the sound is unchanged and LastError() says why.

@@ -47,7 +47,6 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
     void ClearError() { lastError_.clear(); }
 
     // --- Sizes
-    // ------------------------------------------------------------------------------------
 
     // The first show in a client area of this size: reads the settings, loads the colours, fits the
     // sound into the window and applies the default zoom.
@@ -64,7 +63,6 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
     int WaveformHeight() const;
 
     // --- Settings
-    // ---------------------------------------------------------------------------------
 
     // Reads Display.ini and Options.ini anew, as after a change of the preferences.
     void ReloadSettings();
@@ -76,7 +74,6 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
     bool SetStatusFormat(StatusFormat format);
 
     // --- Scrolling and zoom
-    // -----------------------------------------------------------------------
 
     const ScrollState& Horizontal() const { return zoom_.horizontal; }
     const ScrollState& Vertical() const { return zoom_.vertical; }
@@ -115,7 +112,6 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
     double LevelPercent() const;
 
     // --- Selection and cursor
-    // ---------------------------------------------------------------------
 
     const Selection& GetSelection() const { return selection_; }
     bool HasSelection() const { return !selection_.IsEmpty(); }
@@ -130,7 +126,6 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
     Selection SelectionOrAll() const;
 
     // --- Playing
-    // ----------------------------------------------------------------------------------
 
     // The flags that the transport commands leave for each other and for the window's buttons.
     struct TransportFlags {
@@ -153,7 +148,6 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
     void ShowSampleValues(int x, int y);
 
     // --- Repainting
-    // -------------------------------------------------------------------------------
 
     void Invalidate(ViewArea area);
     // The waveform, the horizontal ruler and the marker strip.
@@ -162,7 +156,6 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
     void OnSoundChanged(std::uint32_t firstChangedFrame) override;
 
     // --- From the document and the player
-    // -------------------------------------------------------------
 
     void OnTitleOrModifiedChanged() override {}
     void MaximizeFrame() override;
