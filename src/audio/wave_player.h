@@ -40,7 +40,7 @@ class CWavePlayer : public CWave {
     void SetRecordDevice(int id);
     void SetRecordBlockFrames(int frames);
 
-    // --- Playing --------------------------------------------------------------------------------
+    // --- Playing
 
     // Byte offsets into the sound, cut off at its end. Each returns false when nothing was started
     // or resumed.
@@ -66,7 +66,7 @@ class CWavePlayer : public CWave {
     // device's notification calls it.
     void Refill();
 
-    // --- Recording ------------------------------------------------------------------------------
+    // --- Recording
 
     // Records in the sound's own format until StopRecording. Playing stops first. False when the
     // device cannot be had, which is shown unless the device id is -2.

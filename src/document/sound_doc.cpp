@@ -72,7 +72,7 @@ void CSoundDoc::NotifyChanged(std::uint32_t firstChangedFrame) {
     TellTitleOrModified();
 }
 
-// --- Edits --------------------------------------------------------------------------------------
+// --- Edits
 
 bool CSoundDoc::PushUndoStep(std::string_view name) {
     stepPushed_ = false;
@@ -132,7 +132,7 @@ void CSoundDoc::AfterHistoryStep() {
     NotifyChanged(0);
 }
 
-// --- Recording ----------------------------------------------------------------------------------
+// --- Recording
 
 bool CSoundDoc::StartRecording() {
     if (sound_.IsRecording()) return Refuse("Recording is under way.");

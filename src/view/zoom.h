@@ -62,7 +62,6 @@ ZoomState ScrollToPlayPosition(const ZoomState& state, const ZoomContext& contex
                                std::int64_t positionBytes);
 
 // --- The dialog "User Defined Zoom"
-// ---------------------------------------------------------------
 
 // What the dialog shows at first.
 UserZoom InitialUserZoom(const ZoomState& state, const ZoomContext& context);
