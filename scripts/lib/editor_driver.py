@@ -57,9 +57,10 @@ def title_of(window):
 
 def place_of(window):
     """x, y, width and height of a window's inside, in device pixels of the screen."""
-    shell = xdotool("getwindowgeometry", "--shell", window)
-    values = dict(line.split("=", 1) for line in shell.splitlines())
-    return tuple(int(values[name]) for name in ("X", "Y", "WIDTH", "HEIGHT"))
+    shown = subprocess.run(["xwininfo", "-id", str(window)], capture_output=True, text=True,
+                           check=True).stdout
+    fields = ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")
+    return tuple(int(re.search(rf"{field}: +(-?\d+)", shown)[1]) for field in fields)
 
 
 def drag(start, end):
@@ -94,6 +95,14 @@ def settled_pixels(window, area=None):
     return wait_for("the window to come to rest", settled)
 
 
+def keep_failure_picture():
+    """The screen as it stands, where SONAVEL_FAILURE_PICTURE asks for it."""
+    path = os.environ.get("SONAVEL_FAILURE_PICTURE")
+    if path:
+        subprocess.run(["import", "-silent", "-window", "root", path], check=False, timeout=30)
+        print(f"the screen at the failure: {path}")
+
+
 class Editor:
     """One running program. Used in a with statement, it is ended whatever happens."""
 
@@ -108,11 +117,14 @@ class Editor:
         try:
             self._wait_until_shown()
         except BaseException:
+            keep_failure_picture()
             self.kill()
             raise
         return self
 
-    def __exit__(self, *_):
+    def __exit__(self, failure, *_):
+        if failure:
+            keep_failure_picture()
         self.kill()
 
     def _wait_until_shown(self):

@@ -1,0 +1,113 @@
+"""Takes the pictures of the real program that PICTURES lists. Usage: take_screenshots.py OUT-FOLDER SCALE
+
+Run by scripts/screenshots on a private desktop.
+"""
+
+import dataclasses
+import os
+import pathlib
+import subprocess
+import sys
+import time
+
+from editor_driver import Editor, drag, key, place_of, settled_pixels, wait_for, xdotool
+
+SAMPLES = pathlib.Path(__file__).resolve().parents[2] / "samples"
+EDITOR_SIZE = (1200, 800)
+
+WHOLE = ""  # the main frame with whatever lies over it
+
+
+@dataclasses.dataclass(frozen=True)
+class Picture:
+    """What to press before a window is taken, and after it, in the same running program."""
+
+    name: str
+    keys: str
+    window: str = WHOLE  # a pattern of the window's title
+    after: str = "Escape"
+
+
+PICTURES = [
+    Picture("editor", "", after=""),
+    Picture("menu-file", "alt+f", after="Escape Escape"),
+    Picture("menu-edit", "alt+e", after="Escape Escape"),
+    Picture("menu-view", "alt+v", after="Escape Escape"),
+    Picture("menu-control", "alt+c", after="Escape Escape"),
+    Picture("menu-window", "alt+w", after="Escape Escape"),
+    Picture("new", "ctrl+n", "^New$"),
+    Picture("save-as", "F12", "^Save As$"),
+    Picture("about", "alt+h a", "^About"),
+    Picture("go-to-cursor", "ctrl+g", "Go"),
+    Picture("marker-add", "alt+e k Down Return", "^Marker"),
+    Picture("marker-list", "alt+e k Down Down Down Return", "^Marker"),
+    Picture("mix", "ctrl+c ctrl+m", "Mix"),
+    Picture("crossfade-mix", "ctrl+s", "Crossfade"),
+    Picture("paste-replicate", "ctrl+l", "Replicate"),
+    Picture("clipboard-contents", "alt+e o", "Clipboard"),
+    Picture("record", "ctrl+r", "^Record$"),
+    Picture("zoom-user", "alt+v Down Down Down Return", "Zoom"),
+    Picture("zoomed-level", "Home shift+Up shift+Up", after="ctrl+0"),
+    Picture("tabs", "alt+w t", after=""),
+    Picture("zoomed-time", "ctrl+Home ctrl+Right Up Up Up Up Up Up Up Up", after="ctrl+0"),
+    Picture("save-changes", "ctrl+a Delete ctrl+w", "^Sonavel$"),
+]
+
+
+class Photographer:
+    def __init__(self, editor, folder, scale):
+        self.editor, self.folder, self.scale = editor, folder, scale
+
+    def lay_out(self):
+        """Two sounds, one above the other; the upper one with a selection between its markers."""
+        size = [side * self.scale for side in EDITOR_SIZE]
+        xdotool("windowsize", "--sync", self.editor.window, *size)
+        self.editor.open(SAMPLES / "logo.wav")
+        self.editor.wait_title("Sonavel - logo.wav")
+        key("alt+w", "h")
+        settled_pixels(self.editor.window)
+        key("Up", "Up", "ctrl+F6")
+        self.editor.wait_title("Sonavel - welcome.wav")
+        self.select_by_double_click()
+
+    def select_by_double_click(self):
+        x, y, width, height = place_of(self.editor.window)
+        xdotool("mousemove", x + round(width * 0.35), y + height // 3, "click", "--repeat", 2,
+                "--delay", 60, 1)
+        xdotool("mousemove", x + width // 2, y + height - 4)
+
+    def take(self, picture):
+        if picture.keys:
+            key(*picture.keys.split())
+        window = self.editor.wait_dialog(picture.window) if picture.window else self.editor.window
+        settled_pixels(window)
+        time.sleep(0.2)
+        path = self.folder / f"{picture.name}@{self.scale}x.png"
+        if picture.window:
+            self._import(path, "-frame", "-window", window)
+        else:
+            x, y, width, height = place_of(window)
+            self._import(path, "-window", "root", "-crop", f"{width}x{height}+{x}+{y}", "+repage")
+        print(path)
+        if picture.after:
+            key(*picture.after.split())
+        if picture.window:
+            self.editor.wait_dialog_gone(window)
+
+    @staticmethod
+    def _import(path, *words):
+        subprocess.run(["import", "-silent", *words, str(path)], check=True, timeout=30)
+
+
+def main():
+    folder, scale = pathlib.Path(sys.argv[1]), int(sys.argv[2])
+    wanted = set(sys.argv[3:])
+    with Editor(SAMPLES / "welcome.wav", environment={"QT_SCALE_FACTOR": str(scale)}) as editor:
+        photographer = Photographer(editor, folder, scale)
+        photographer.lay_out()
+        for picture in PICTURES:
+            if not wanted or picture.name in wanted:
+                photographer.take(picture)
+
+
+main()
