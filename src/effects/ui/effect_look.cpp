@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QPainter>
+#include <QStyleOptionSlider>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -81,6 +82,8 @@ void EffectHeader::SetNotes(const QStringList& notes) {
 
 FocusScrollBar::FocusScrollBar(QWidget* parent) : QScrollBar(Qt::Horizontal, parent) {
     setFocusPolicy(Qt::StrongFocus);
+    // Right, Up and the wheel away from the person raise the value, as they do on a slider.
+    setInvertedControls(false);
     setPalette(ProgramPalette());
     setMinimumWidth(240);
 }
@@ -101,6 +104,26 @@ void FocusScrollBar::focusInEvent(QFocusEvent* event) {
 void FocusScrollBar::focusOutEvent(QFocusEvent* event) {
     QScrollBar::focusOutEvent(event);
     update();
+}
+
+EffectSlider::EffectSlider(Qt::Orientation orientation, QWidget* parent)
+    : QSlider(orientation, parent) {
+    setPalette(ProgramPalette());
+}
+
+void EffectSlider::paintEvent(QPaintEvent* event) {
+    painting_ = true;
+    QSlider::paintEvent(event);
+    painting_ = false;
+}
+
+// Only for painting: what the mouse does must go on following the true positions.
+void EffectSlider::initStyleOption(QStyleOptionSlider* option) const {
+    QSlider::initStyleOption(option);
+    if (!painting_ || !invertedAppearance()) return;
+    option->upsideDown = !option->upsideDown;
+    option->sliderPosition = minimum() + maximum() - option->sliderPosition;
+    option->sliderValue = minimum() + maximum() - option->sliderValue;
 }
 
 }  // namespace sonavel

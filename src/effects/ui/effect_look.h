@@ -1,11 +1,12 @@
-// The look that the effect dialogs share: their colours, the header line, and bars that show the
-// keyboard focus.
+// The look that the effect dialogs share: their colours, the header line, and how values,
+// sliders and bars are drawn in them.
 #pragma once
 
 #include <QFrame>
 #include <QLabel>
 #include <QPalette>
 #include <QScrollBar>
+#include <QSlider>
 #include <QStringList>
 
 namespace sonavel {
@@ -51,6 +52,19 @@ class FocusScrollBar : public QScrollBar {
     void paintEvent(QPaintEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+};
+
+// A slider that is filled from the bottom or the left, also where its positions count down.
+class EffectSlider : public QSlider {
+  public:
+    EffectSlider(Qt::Orientation orientation, QWidget* parent);
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void initStyleOption(QStyleOptionSlider* option) const override;
+
+  private:
+    bool painting_ = false;
 };
 
 }  // namespace sonavel

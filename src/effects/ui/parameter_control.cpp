@@ -50,8 +50,7 @@ void ParameterControl::Bind(QAbstractSlider& slider) {
 }
 
 QSlider* ParameterControl::MakeSlider(Qt::Orientation orientation) {
-    auto* slider = new QSlider(orientation, dialog_);
-    slider->setPalette(ProgramPalette());
+    auto* slider = new EffectSlider(orientation, dialog_);
     Bind(*slider);
     return slider;
 }

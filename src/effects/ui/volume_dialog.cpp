@@ -26,9 +26,10 @@ VolumeDialog::VolumeDialog(const EffectDialogContext& context, QWidget* parent)
     auto* grid = new QGridLayout;
     grid->setColumnStretch(0, 1);
     grid->setColumnStretch(4, 1);
-    grid->addWidget(Control(0).MakeNameLabel(slider), 0, 1, Qt::AlignTop);
+    grid->addWidget(Control(0).MakeNameLabel(slider), 0, 1, Qt::AlignVCenter);
     grid->addWidget(slider, 0, 2);
     auto* value = new QHBoxLayout;
+    value->setSpacing(6);
     value->addWidget(Control(0).MakeValueLabel(PercentText));
     value->addWidget(Control(0).MakeUnitLabel());
     grid->addLayout(value, 0, 3, Qt::AlignVCenter);
