@@ -3,10 +3,16 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 
+#include "sound/sound_file_info.h"
 #include "sound/wave.h"
 
 namespace sonavel {
+
+// Looks at the header alone. Its format need not be editable. Failures are reported through the
+// sound, which is otherwise left as it is.
+std::optional<SoundFileInfo> ProbeAiff(const std::filesystem::path& path, CWave& wave);
 
 // Replaces the sound by the file's. Sound that the file announces and lacks becomes silence. On
 // failure the sound is unchanged.

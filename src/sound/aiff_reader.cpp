@@ -30,6 +30,7 @@ class AiffReader {
     explicit AiffReader(CWave& wave) : wave_(wave), cursor_(file_) {}
 
     bool Read(const std::filesystem::path& path);
+    std::optional<SoundFileInfo> Probe(const std::filesystem::path& path);
 
   private:
     // What the chunk COMM says; a number that cannot be one of the editor's is 0.
@@ -165,7 +166,18 @@ bool AiffReader::Read(const std::filesystem::path& path) {
     return true;
 }
 
+std::optional<SoundFileInfo> AiffReader::Probe(const std::filesystem::path& path) {
+    const bool found = file_.Open(path) ? ReadForm() && FindSound() : Fail("File Open Failure.");
+    if (!found || (!common_ && !Fail("Missing COMM chunk in AIFF file"))) return std::nullopt;
+    return SoundFileInfo{MakePcmFormat(common_->channels, common_->bits, common_->rate),
+                         common_->frames};
+}
+
 }  // namespace
+
+std::optional<SoundFileInfo> ProbeAiff(const std::filesystem::path& path, CWave& wave) {
+    return AiffReader(wave).Probe(path);
+}
 
 bool ReadAiff(const std::filesystem::path& path, CWave& wave) try {
     return AiffReader(wave).Read(path);

@@ -2,6 +2,7 @@
 #include <array>
 #include <limits>
 #include <new>
+#include <optional>
 #include <string>
 
 #include "sound/au_file.h"
@@ -28,6 +29,7 @@ class AuReader {
     explicit AuReader(CWave& wave) : wave_(wave), cursor_(file_) {}
 
     bool Read(const std::filesystem::path& path);
+    std::optional<SoundFileInfo> Probe(const std::filesystem::path& path);
 
   private:
     bool Fail(std::string_view text);
@@ -134,7 +136,18 @@ bool AuReader::Read(const std::filesystem::path& path) {
     return true;
 }
 
+std::optional<SoundFileInfo> AuReader::Probe(const std::filesystem::path& path) {
+    const bool found = file_.Open(path) ? ReadHeader() && CheckFormat() && CheckSize()
+                                        : Fail("File Open Failure.");
+    if (!found) return std::nullopt;
+    return SoundFileInfo{sound_.format, frames_};
+}
+
 }  // namespace
+
+std::optional<SoundFileInfo> ProbeAu(const std::filesystem::path& path, CWave& wave) {
+    return AuReader(wave).Probe(path);
+}
 
 bool ReadAu(const std::filesystem::path& path, CWave& wave) try {
     return AuReader(wave).Read(path);
