@@ -10,6 +10,7 @@ LEVELS = {
     "audio": 2,
     "document": 3,
     "view": 4,
+    "app/catalogue/model": 4,
     "effects": 5,
     "spatial": 5,
     "view/ui": 6,

@@ -1,0 +1,169 @@
+#include "app/catalogue/model/sample_files.h"
+
+#include <gmock/gmock.h>
+
+#include "app/catalogue/model/sample_preview.h"
+#include "catalogue_fixture.h"
+#include "support/fake_wave_devices.h"
+
+namespace sonavel {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+namespace fs = std::filesystem;
+
+using SampleFilesTest = CatalogueFixture;
+
+TEST_F(SampleFilesTest, ProbingReadsFormatAndLengthOfEveryKind) {
+    WavParts plain;
+    plain.data = FileBytes(200);
+    WavParts compressed;
+    compressed.tag = 17;
+    compressed.blockAlign = 512;
+    compressed.rate = 8;
+    compressed.data = FileBytes(8192);
+    AiffParts aiff;
+    aiff.channels = 2;
+    aiff.frames = 5;
+    aiff.bits = 24;
+    aiff.data = FileBytes(30);
+    AuParts muLaw;
+    muLaw.encoding = 1;
+    muLaw.behindHeader = FileBytes(4 + 100);
+    const struct {
+        const char* name;
+        FileBytes bytes;
+        SampleFacts facts;
+    } cases[] = {
+        {"a.WAV", WavBytes(plain), {8000, 100, 1, 16}},
+        // 4096 bytes a second: 2 seconds.
+        {"b.wav", WavBytes(compressed), {8, 16, 1, 0}},
+        {"c.aif", AiffBytes(aiff), {8000, 5, 2, 24}},
+        {"d.x.snd", AuBytes(muLaw), {8000, 100, 1, 16}},
+    };
+    for (const auto& c : cases) {
+        WriteFileBytes(folder / c.name, c.bytes);
+        const auto facts = ProbeSample(folder / c.name, wave);
+        ASSERT_TRUE(facts) << c.name << ": " << wave.LastError();
+        EXPECT_EQ(facts->samplesPerSecond, c.facts.samplesPerSecond) << c.name;
+        EXPECT_EQ(facts->channels, c.facts.channels) << c.name;
+        EXPECT_EQ(facts->bits, c.facts.bits) << c.name;
+        EXPECT_EQ(facts->frames, c.facts.frames) << c.name;
+        EXPECT_EQ(facts->fileBytes, c.bytes.size()) << c.name;
+    }
+    for (const char* name : {"empty.wav", "empty.au", "empty.aiff", "text.txt"}) {
+        WriteFileBytes(folder / name, {});
+        EXPECT_FALSE(ProbeSample(folder / name, wave)) << name;
+    }
+    EXPECT_FALSE(wave.HasData());
+}
+
+TEST_F(SampleFilesTest, FoldersAreAddedWithWhatLiesBelowThem) {
+    WriteWav("in/한글 폴더/소리.wav", 10);
+    WriteWav("in/v1.2/b.WAV", 10);
+    WriteWav("in/a.wav", 10);
+    WriteFileBytes(folder / "in/broken.aiff", BytesOf("FORM"));
+    WriteFileBytes(folder / "in/read me.txt", BytesOf("text"));
+    fs::create_directory_symlink(folder / "in", folder / "in/loop");
+    const AddedSamples first = Add({folder / "in", folder / "in/../in/a.wav"});
+    EXPECT_EQ(first.added, 3u);
+    EXPECT_EQ(first.known, 1u);
+    EXPECT_EQ(first.unreadable, 1u);
+    EXPECT_THAT(first.firstFailure, ::testing::StartsWith("broken.aiff: "));
+    std::vector<std::string> names;
+    for (std::size_t i = 0; i < catalogue.Count(); ++i) {
+        names.emplace_back(catalogue.At(i).FileName());
+        EXPECT_EQ(catalogue.At(i).presence, FilePresence::kThere);
+    }
+    EXPECT_THAT(names, ElementsAre("a.wav", "b.WAV", "소리.wav"));
+    EXPECT_EQ(Add({folder / "in"}).known, 3u);
+    EXPECT_EQ(Add({folder / "none.wav", folder / "in/read me.txt"}).unreadable, 2u);
+    EXPECT_EQ(catalogue.Count(), 3u);
+}
+
+TEST_F(SampleFilesTest, RemovingKeepsTheOthersInOrder) {
+    AddNames({"a", "b", "c", "d"});
+    catalogue.Remove(std::vector<std::size_t>{3, 1});
+    ASSERT_EQ(catalogue.Count(), 2u);
+    EXPECT_EQ(catalogue.At(1).path, "/s/c");
+    EXPECT_FALSE(catalogue.Contains("/s/b"));
+    EXPECT_TRUE(catalogue.Add({"/s/b", {}}));
+}
+
+TEST_F(SampleFilesTest, CheckingMarksMissingFilesAndReadsChangedOnes) {
+    const fs::path path = WriteWav("a.wav", 10);
+    Add({path});
+    EXPECT_EQ(CheckSample(catalogue, 0, Probing::kWhenSizeChanged, wave), CheckResult::kSame);
+    WriteWav("a.wav", 20);
+    EXPECT_EQ(CheckSample(catalogue, 0, Probing::kWhenSizeChanged, wave),
+              CheckResult::kFactsChanged);
+    EXPECT_EQ(catalogue.At(0).facts.frames, 20u);
+    fs::remove(path);
+    EXPECT_EQ(CheckSample(catalogue, 0, Probing::kAlways, wave), CheckResult::kPresenceChanged);
+    EXPECT_EQ(catalogue.MissingCount(), 1u);
+    EXPECT_EQ(catalogue.At(0).facts.frames, 20u);
+    fs::create_directory(path);
+    EXPECT_EQ(CheckSample(catalogue, 0, Probing::kAlways, wave), CheckResult::kSame);
+}
+
+class LocateTest : public SampleFilesTest {
+  protected:
+    LocateTest() {
+        Add({WriteWav("old/kits/a/1.wav", 1), WriteWav("old/kits/a/2.wav", 2),
+             WriteWav("old/kits/b/3.wav", 3), WriteWav("other/4.wav", 4)});
+    }
+    void CheckAll() {
+        for (std::size_t i = 0; i < catalogue.Count(); ++i)
+            CheckSample(catalogue, i, Probing::kWhenSizeChanged, wave);
+    }
+};
+
+TEST_F(LocateTest, OneFoundFileBringsBackWhatMovedWithIt) {
+    fs::create_directories(folder / "disk");
+    fs::rename(folder / "old", folder / "disk/new");
+    fs::rename(folder / "other/4.wav", folder / "disk/4.wav");
+    CheckAll();
+    EXPECT_EQ(catalogue.MissingCount(), 4u);
+    EXPECT_EQ(LocateSample(catalogue, 1, folder / "disk/new/kits/a/2.wav", wave), 3u);
+    EXPECT_EQ(catalogue.At(2).path, (folder / "disk/new/kits/b/3.wav").string());
+    EXPECT_EQ(catalogue.MissingCount(), 1u);
+    CheckAll();
+    EXPECT_EQ(catalogue.MissingCount(), 1u);
+}
+
+TEST_F(LocateTest, ARenamedFileIsTakenAndOthersAreNotGuessed) {
+    fs::rename(folder / "old/kits/a/1.wav", folder / "old/kits/a/one.wav");
+    fs::remove(folder / "old/kits/a/2.wav");
+    CheckAll();
+    EXPECT_EQ(LocateSample(catalogue, 0, folder / "old/kits/a/one.wav", wave), 1u);
+    EXPECT_EQ(catalogue.At(0).FileName(), "one.wav");
+    EXPECT_EQ(LocateSample(catalogue, 1, folder / "old/kits/b/3.wav", wave), 0u);
+    EXPECT_EQ(wave.LastError(), "The file is in the catalogue already.");
+    EXPECT_EQ(LocateSample(catalogue, 1, folder / "nowhere.wav", wave), 0u);
+    EXPECT_EQ(catalogue.At(1).FileName(), "2.wav");
+    EXPECT_EQ(catalogue.MissingCount(), 1u);
+}
+
+TEST_F(SampleFilesTest, ThePreviewPlaysAFileToItsEnd) {
+    FakeWaveDevices devices;
+    SamplePreview preview(prompts, progress, devices);
+    int stops = 0;
+    preview.SetOnStopped([&] { ++stops; });
+    const ProgramFolder options(folder.Path());
+    EXPECT_FALSE(preview.Play(folder / "none.wav", options));
+    EXPECT_NE(preview.LastError(), "");
+    EXPECT_FALSE(preview.Play(WriteWav("empty.wav", 0), options));
+    EXPECT_NE(preview.LastError(), "");
+    ASSERT_TRUE(preview.Play(WriteWav("v1.2/a.wav", 500), options));
+    EXPECT_TRUE(preview.IsPlaying());
+    for (int i = 0; i < 30 && preview.IsPlaying(); ++i) devices.Out().Hear();
+    EXPECT_FALSE(preview.IsPlaying());
+    EXPECT_EQ(stops, 1);
+    ASSERT_TRUE(preview.Play(folder / "v1.2/a.wav", options));
+    preview.Stop();
+    EXPECT_EQ(stops, 2);
+}
+
+}  // namespace
+}  // namespace sonavel
