@@ -1,0 +1,42 @@
+// The commands of the menu "3D Sound": each opens its editor over a document and its view.
+#pragma once
+
+#include <span>
+
+#include "platform/command_table.h"
+#include "view/sound_view.h"
+
+namespace sonavel {
+
+namespace spatial_command {
+enum Id : int {
+    kSystemPositional = 32890,
+    kUserPositional = 32891,
+    kSystemMoving = 32892,
+    kUserMoving = 32893,
+};
+}  // namespace spatial_command
+
+struct SpatialCommandTarget {
+    CSoundDoc& document;
+    CSoundView& view;
+};
+
+// Offered while there is sound and it is not being recorded.
+std::span<const Command<SpatialCommandTarget>> SpatialCommandTable();
+
+class SpatialCommands : public CommandTarget {
+  public:
+    SpatialCommands(CSoundDoc& document, CSoundView& view);
+
+    bool HandlesCommand(int id) const override { return commands_.HandlesCommand(id); }
+    CommandState StateOfCommand(int id) const override { return commands_.StateOfCommand(id); }
+    std::string MenuTextOfCommand(int id) const override { return commands_.MenuTextOfCommand(id); }
+    bool RunCommand(int id) override { return commands_.RunCommand(id); }
+
+  private:
+    SpatialCommandTarget target_;
+    TableCommandTarget<SpatialCommandTarget> commands_;
+};
+
+}  // namespace sonavel

@@ -1,0 +1,93 @@
+// What the 3D editors have in common: the scene, the numbers of the selected point, the presets,
+// the preview with its moving ball, OK and Cancel. An editor adds how its points are chosen.
+#pragma once
+
+#include <QDialog>
+#include <QElapsedTimer>
+#include <QPushButton>
+#include <QTimer>
+#include <memory>
+#include <vector>
+
+#include "effects/ui/effect_look.h"
+#include "effects/ui/preview_toggle.h"
+#include "spatial/spatializer.h"
+#include "spatial/ui/point_numbers.h"
+#include "spatial/ui/preset_bar.h"
+#include "spatial/ui/scene_widget.h"
+#include "view/sound_view.h"
+
+namespace sonavel {
+
+enum class SourceMotion { kPositional, kMoving };
+
+class SpatialDialog : public QDialog {
+    Q_OBJECT
+
+  public:
+    struct Texts {
+        QString title;
+        QString instruction;             // the header line
+        std::string_view progressTitle;  // one of spatial_title
+    };
+
+    ~SpatialDialog() override;
+
+    // Where the source is: its one point, or the corners of its path. Empty while no point is
+    // there.
+    virtual std::vector<SourcePosition> Path() const = 0;
+    // Places the sound; to be called after the dialog has ended with OK. False when nothing was
+    // done; the document's last error says why.
+    bool Apply();
+
+    SceneWidget& Scene() { return *scene_; }
+    PointNumbers& Numbers() { return *numbers_; }
+
+    // Ends the preview, whichever way the dialog ends.
+    void done(int result) override;
+
+  protected:
+    SpatialDialog(CSoundView& view, SourceMotion motion, const Texts& texts,
+                  PointNumbers::Editing editing, QWidget* parent);
+
+    // The last step of an editor's constructor: puts its chooser, and its presets, beside the
+    // scene.
+    PresetBar& Begin(QWidget& chooser, PresetStore store);
+    // To be called whenever the points change; `selected` is the index of the point whose numbers
+    // are shown, -1 for none.
+    void ShowPoints(SceneContent content, int selected);
+
+    SourceMotion Motion() const { return motion_; }
+    const ProgramFolder& Folder() const { return Document().Services().folder; }
+
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    CSoundDoc& Document() const { return view_.Document(); }
+    QLayout* MakeButtons();
+    void MakePreview(const QString& instruction);
+    QStringList Notes() const;
+    bool Run(SpatialOutcome outcome);
+    bool RunPreview();
+    void FollowPreview(double share);
+    void MoveBall();
+    void HideBall();
+
+    CSoundView& view_;
+    SourceMotion motion_;
+    std::string_view progressTitle_;
+    EffectHeader* header_;
+    SceneWidget* scene_;
+    PointNumbers* numbers_;
+    PresetBar* presets_ = nullptr;
+    QVBoxLayout* side_;
+    QPushButton* ok_ = nullptr;
+    std::unique_ptr<PreviewToggle> preview_;
+    bool running_ = false;
+    std::vector<SourcePosition> previewedPath_;
+    double heardShare_ = 0;  // as the player told last
+    QElapsedTimer sinceHeard_;
+    QTimer ballTimer_;
+};
+
+}  // namespace sonavel

@@ -1,0 +1,56 @@
+// The list "Ball ID", x, y, z of a person's points, in hundredths of a scene unit, in the order in
+// which a moving source passes them.
+#pragma once
+
+#include <QPushButton>
+#include <QTableWidget>
+#include <vector>
+
+#include "spatial/scene_points.h"
+
+namespace sonavel {
+
+class UserPointList : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit UserPointList(QWidget* parent = nullptr);
+
+    const std::vector<UserPoint>& Points() const { return points_; }
+    // The index of the selected point, -1 when the list is empty.
+    int Current() const { return current_; }
+
+    // Takes the points and selects the first.
+    void SetPoints(std::vector<UserPoint> points);
+    void SetPoint(int index, const UserPoint& point);
+    void Select(int index);
+
+  Q_SIGNALS:
+    // The points, their order or the selection changed.
+    void Changed();
+
+  private:
+    QLayout* MakeButtons();
+    QPushButton* AddButton(QLayout& column, const QString& text, void (UserPointList::*act)());
+    void Show();
+    void ShowRow(int row);
+    void ShowButtons();
+    void TakeCell(int row, int column);
+    void TakeCurrent(int row);
+    void Add();
+    void Remove();
+    void MoveUp() { Move(-1); }
+    void MoveDown() { Move(1); }
+    void Move(int by);
+
+    std::vector<UserPoint> points_;
+    int current_ = -1;
+    bool showing_ = false;  // the table is being filled, not edited
+    QTableWidget* table_;
+    QPushButton* add_;
+    QPushButton* remove_;
+    QPushButton* up_;
+    QPushButton* down_;
+};
+
+}  // namespace sonavel
