@@ -22,6 +22,15 @@ QPalette HeaderPalette() {
     return palette;
 }
 
+// The program's style shows the focus of sliders and bars only faintly, or not at all.
+void DrawFocus(QWidget& widget) {
+    if (!widget.hasFocus()) return;
+    QPainter painter(&widget);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(widget.palette().color(QPalette::Highlight), 1.5));
+    painter.drawRoundedRect(QRectF(widget.rect()).adjusted(1, 1, -1, -1), 2, 2);
+}
+
 }  // namespace
 
 QPalette EffectPalette() {
@@ -90,20 +99,7 @@ FocusScrollBar::FocusScrollBar(QWidget* parent) : QScrollBar(Qt::Horizontal, par
 
 void FocusScrollBar::paintEvent(QPaintEvent* event) {
     QScrollBar::paintEvent(event);
-    if (!hasFocus()) return;
-    QPainter painter(this);
-    painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
-    painter.drawRect(QRectF(rect()).adjusted(1, 1, -1, -1));
-}
-
-void FocusScrollBar::focusInEvent(QFocusEvent* event) {
-    QScrollBar::focusInEvent(event);
-    update();
-}
-
-void FocusScrollBar::focusOutEvent(QFocusEvent* event) {
-    QScrollBar::focusOutEvent(event);
-    update();
+    DrawFocus(*this);
 }
 
 EffectSlider::EffectSlider(Qt::Orientation orientation, QWidget* parent)
@@ -115,6 +111,7 @@ void EffectSlider::paintEvent(QPaintEvent* event) {
     painting_ = true;
     QSlider::paintEvent(event);
     painting_ = false;
+    DrawFocus(*this);
 }
 
 // Only for painting: what the mouse does must go on following the true positions.

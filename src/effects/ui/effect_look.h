@@ -50,8 +50,6 @@ class FocusScrollBar : public QScrollBar {
 
   protected:
     void paintEvent(QPaintEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
 };
 
 // A slider that is filled from the bottom or the left, also where its positions count down.

@@ -27,7 +27,7 @@ void ParameterControl::TakeUnits(double units) {
     Q_EMIT Changed();
 }
 
-int ParameterControl::PositionOf(int units) const {
+int ParameterControl::SliderPosition(int units) const {
     if (direction_ == Direction::kWithValue) return units;
     return UnitsOf(parameter_.least) + UnitsOf(parameter_.greatest) - units;
 }
@@ -41,12 +41,12 @@ void ParameterControl::Bind(QAbstractSlider& slider) {
         slider.setInvertedAppearance(true);
         slider.setInvertedControls(true);
     }
-    slider.setValue(PositionOf(units_));
+    slider.setValue(SliderPosition(units_));
     // A position is its own mirror image.
     connect(&slider, &QAbstractSlider::valueChanged, this,
-            [this](int position) { TakeUnits(PositionOf(position)); });
+            [this](int position) { TakeUnits(SliderPosition(position)); });
     connect(this, &ParameterControl::Changed, &slider,
-            [this, &slider] { slider.setValue(PositionOf(units_)); });
+            [this, &slider] { slider.setValue(SliderPosition(units_)); });
 }
 
 QSlider* ParameterControl::MakeSlider(Qt::Orientation orientation) {

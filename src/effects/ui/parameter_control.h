@@ -47,7 +47,7 @@ class ParameterControl : public QObject {
 
   private:
     void Bind(QAbstractSlider& slider);
-    int PositionOf(int units) const;
+    int SliderPosition(int units) const;
     int UnitsOf(double value) const;
     void TakeUnits(double units);
 
