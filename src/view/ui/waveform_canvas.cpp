@@ -31,6 +31,10 @@ bool HasGridLabels(const WaveformLook& look) {
     return look.grid.timeGrid && look.grid.timeLabels && look.grid.Place() != GridPlace::kNowhere;
 }
 
+WaveformSource SourceOf(const CSoundView& view) {
+    return {view.Sound(), view.Extremes()};
+}
+
 }  // namespace
 
 WaveformCanvas::Update WaveformCanvas::Follow(const CSoundView& view, double pixelRatio) {
@@ -62,7 +66,7 @@ WaveformCanvas::Update WaveformCanvas::Scroll(const CSoundView& view, std::int64
     const int pixels = static_cast<int>(distance);
     ScrollRows(image_, static_cast<int>(deviceDistance));
     Update update{Update::Kind::kScrolled, pixels, {}};
-    WaveformRenderer renderer(image_, look_, view);
+    WaveformRenderer renderer(image_, look_, SourceOf(view));
     const auto show = [&](int first, int last) {
         renderer.RenderStrip({first, last});
         update.parts += QRect(first, 0, last - first, look_.waveform.Height());
@@ -91,7 +95,7 @@ WaveformCanvas::Update WaveformCanvas::Reselect(const CSoundView& view, const Se
         change(old.left, now.left);
         change(old.right, now.right);
     }
-    WaveformRenderer renderer(image_, look_, view);
+    WaveformRenderer renderer(image_, look_, SourceOf(view));
     for (const QRect& part : update.parts)
         renderer.RenderStrip({part.left(), part.left() + part.width()});
     return update;
@@ -103,7 +107,7 @@ void WaveformCanvas::RenderAll(const CSoundView& view) {
     if (image_.size() != size) image_ = QImage(size, QImage::Format_RGB32);
     complete_ = true;
     if (!image_.isNull())
-        WaveformRenderer(image_, look_, view).RenderStrip({0, look_.waveform.Width()});
+        WaveformRenderer(image_, look_, SourceOf(view)).RenderStrip({0, look_.waveform.Width()});
 }
 
 void WaveformCanvas::Draw(QPainter& painter, const QRect& source, const CSoundView& view) {

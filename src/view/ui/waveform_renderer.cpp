@@ -26,8 +26,9 @@ void FillRect(QPainter& painter, const Rectangle& area, Rgb colour) {
 
 }  // namespace
 
-WaveformRenderer::WaveformRenderer(QImage& image, const WaveformLook& look, const CSoundView& view)
-    : image_(image), look_(look), view_(view) {}
+WaveformRenderer::WaveformRenderer(QImage& image, const WaveformLook& look,
+                                   const WaveformSource& source)
+    : image_(image), look_(look), source_(source) {}
 
 void WaveformRenderer::RenderStrip(ColumnRange strip) {
     strip.first = std::max(strip.first, 0);
@@ -132,7 +133,7 @@ bool WaveformRenderer::IsWiderThanSound() const {
 }
 
 EnvelopeRequest WaveformRenderer::PixelRequest(unsigned channel) const {
-    return {view_.Sound(),    view_.Extremes(), channel,        Local(look_.lanes[channel]),
+    return {source_.wave,     source_.extremes, channel,        Local(look_.lanes[channel]),
             look_.horizontal, look_.vertical,   look_.selection};
 }
 

@@ -10,9 +10,14 @@
 
 namespace sonavel {
 
+struct WaveformSource {
+    const CWave& wave;
+    const BlockExtremes& extremes;  // of that sound
+};
+
 class WaveformRenderer {
   public:
-    WaveformRenderer(QImage& image, const WaveformLook& look, const CSoundView& view);
+    WaveformRenderer(QImage& image, const WaveformLook& look, const WaveformSource& source);
 
     // Columns [first, last) in pixels from the waveform's left edge, full height.
     void RenderStrip(ColumnRange strip);
@@ -31,7 +36,7 @@ class WaveformRenderer {
 
     QImage& image_;
     const WaveformLook& look_;
-    const CSoundView& view_;
+    WaveformSource source_;
 };
 
 }  // namespace sonavel

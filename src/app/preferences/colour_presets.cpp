@@ -1,0 +1,71 @@
+#include "app/preferences/colour_presets.h"
+
+#include <algorithm>
+#include <cctype>
+
+#include "app/preferences/preferences.h"
+
+namespace sonavel {
+namespace {
+
+constexpr std::string_view kPrefix = "__SOUND_";
+constexpr std::string_view kDefaultSection = "__SOUND_DEFAULT_SECTION";
+constexpr std::string_view kDisplayItems = "__SOUND_DISPLAY_ITEMS";
+
+// Section names are the same in any case.
+bool EqualNames(std::string_view a, std::string_view b) {
+    return std::ranges::equal(a, b, [](unsigned char left, unsigned char right) {
+        return std::toupper(left) == std::toupper(right);
+    });
+}
+
+bool IsReserved(std::string_view section) {
+    return EqualNames(section, kColourSection) || EqualNames(section, kDefaultSection) ||
+           EqualNames(section, kDisplayItems);
+}
+
+std::string SectionOf(std::string_view name) {
+    return std::string(kPrefix) + std::string(name);
+}
+
+}  // namespace
+
+std::vector<std::string> ColourPresets::Names() const {
+    std::vector<std::string> names;
+    for (const std::string& section : display_.SectionNames()) {
+        const std::string_view start = std::string_view(section).substr(0, kPrefix.size());
+        if (!EqualNames(start, kPrefix) || section.size() == kPrefix.size()) continue;
+        if (!IsReserved(section)) names.push_back(section.substr(kPrefix.size()));
+    }
+    return names;
+}
+
+ColourTable ColourPresets::Load(std::string_view name) const {
+    ColourTable colours = Defaults();
+    colours.Load(display_, SectionOf(name));
+    return colours;
+}
+
+bool ColourPresets::Save(std::string_view name, const ColourTable& colours) {
+    return NameProblem(name).empty() && WriteColours(display_, SectionOf(name), colours);
+}
+
+bool ColourPresets::Delete(std::string_view name) {
+    return NameProblem(name).empty() && display_.DeleteSection(SectionOf(name));
+}
+
+ColourTable ColourPresets::Defaults() const {
+    ColourTable colours;
+    colours.Load(display_, kDefaultSection);
+    return colours;
+}
+
+std::string ColourPresets::NameProblem(std::string_view name) {
+    if (name.empty()) return "Needs a name";
+    if (name.front() == ' ' || name.back() == ' ') return "No blanks at its ends";
+    if (name.find_first_of("[]\r\n\t") != std::string_view::npos) return "Has brackets";
+    if (IsReserved(SectionOf(name))) return "Name is taken";
+    return {};
+}
+
+}  // namespace sonavel

@@ -1,0 +1,39 @@
+// The sheet "Preference Setting": four pages over the initialisation files, with OK, Cancel and
+// Apply.
+#pragma once
+
+#include <QTabWidget>
+
+#include "app/preferences/option_page.h"
+#include "platform/wave_device.h"
+
+namespace sonavel {
+
+class COptionSheet : public FormDialog {
+    Q_OBJECT
+
+  public:
+    COptionSheet(const ProgramFolder& folder, WaveDevices& devices, QWidget* parent = nullptr);
+
+    void accept() override;
+
+  Q_SIGNALS:
+    // The files hold other settings than before; open documents, views and the meter read them
+    // anew.
+    void Changed();
+
+  private:
+    void AddPage(OptionPage* page, const QString& title);
+    // False when the files cannot be written; the sheet then says so.
+    bool Apply();
+    Preferences Edited() const;
+    void TakeEdit();
+
+    ProgramFolder folder_;
+    QTabWidget* tabs_;
+    std::vector<OptionPage*> pages_;
+    QLabel* problem_;
+    Preferences stored_;
+};
+
+}  // namespace sonavel

@@ -1,0 +1,161 @@
+#include "app/preferences/sound_preview.h"
+
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+#include "view/marker_strip.h"
+#include "view/rulers.h"
+#include "view/ui/qt_values.h"
+#include "view/ui/waveform_renderer.h"
+
+namespace sonavel {
+
+namespace {
+
+constexpr QSize kSize{420, 240};
+// Of the row of scroll bars below a view, which the preview has not.
+constexpr int kBottomRow = 22;
+// Fewer frames than the waveform has pixels, so that the end of the sound is to be seen.
+constexpr std::uint32_t kFrames = 372;
+constexpr std::uint32_t kRate = 125;
+constexpr Selection kSelection{130, 215};
+constexpr std::uint32_t kCursor = 250;
+constexpr int kMarkerPixels = 10;
+constexpr int kMajorTick = 6;
+constexpr int kMinorTick = 3;
+
+RulerVisibility Visibility(int shown) {
+    return shown ? RulerVisibility::kShown : RulerVisibility::kHidden;
+}
+
+int PreviewSample(unsigned channel, std::uint32_t frame) {
+    const double place = static_cast<double>(frame) / kFrames;
+    const double swell = std::sin(std::numbers::pi * place) * (0.6 + 0.4 * std::sin(19 * place));
+    const double wave = std::sin(frame * (channel == 0 ? 0.9 : 0.55) + 8 * place * place);
+    return static_cast<int>(std::lround(115 * swell * wave));
+}
+
+}  // namespace
+
+SoundPreview::SoundPreview(QWidget* parent) : QWidget(parent) {
+    setFixedSize(kSize);
+    setAccessibleName(tr("Preview"));
+    MakeSound();
+}
+
+void SoundPreview::MakeSound() {
+    if (!sound_.Create(2, 8, kRate, kFrames)) return;
+    for (std::uint32_t frame = 0; frame < kFrames; ++frame)
+        for (unsigned channel = 0; channel < 2; ++channel)
+            sound_.SetSample(channel, frame, PreviewSample(channel, frame));
+    sound_.Markers().Add(60, "Intro", 0);
+    sound_.Markers().Add(280, "마커", 50);
+    extremes_.Rebuild(sound_, 0);
+}
+
+void SoundPreview::ShowPreferences(const Preferences& preferences) {
+    preferences_ = preferences;
+    update();
+}
+
+QColor SoundPreview::Colour(ColourSlot slot) const {
+    return ToQColor(preferences_.colours[slot]);
+}
+
+WaveformLook SoundPreview::Look(const ViewGeometry& geometry) const {
+    WaveformLook look;
+    look.waveform = geometry.waveform;
+    look.channels = sound_.GetChannels();
+    for (unsigned channel = 0; channel < 2; ++channel)
+        look.lanes[channel] = geometry.Lane(channel, 2);
+    look.frameCount = sound_.GetFrameCount();
+    look.rate = sound_.GetRate();
+    const std::int64_t width = std::min<std::int64_t>(look.frameCount, look.waveform.Width());
+    look.horizontal = ScrollState{0, width, kWholeRangePage, 0}.Clamped();
+    look.vertical = ScrollState{0, look.waveform.Height() / 2, kWholeRangePage, 0}.Clamped();
+    look.selection = kSelection;
+    look.colours = preferences_.colours;
+    look.centreLine = preferences_.display.centreLine;
+    look.grid = preferences_.grid;
+    look.statusFormat = static_cast<StatusFormat>(preferences_.statusFormat);
+    look.pixelRatio = devicePixelRatioF();
+    return look;
+}
+
+void SoundPreview::paintEvent(QPaintEvent*) {
+    const DisplaySettings& display = preferences_.display;
+    const ViewGeometry geometry = ViewGeometry::Layout({{0, 0, width(), height() + kBottomRow},
+                                                        Visibility(display.horizontalRuler),
+                                                        Visibility(display.verticalRuler)});
+    const WaveformLook look = Look(geometry);
+    const PixelMap map(look.frameCount, look.horizontal);
+    QPainter painter(this);
+    PaintWaveform(painter, look);
+    painter.fillRect(ToQRect(CursorRect(look.waveform, map, kCursor)), Colour(ColourSlot::kCursor));
+    PaintMarkers(painter, geometry.markerStrip, map);
+    if (display.horizontalRuler) PaintTimeRuler(painter, geometry.horizontalRuler, map);
+    if (display.verticalRuler) PaintLevelRuler(painter, geometry, look);
+}
+
+void SoundPreview::PaintWaveform(QPainter& painter, const WaveformLook& look) const {
+    const QSize size = ToQRect(look.waveform).size() * look.pixelRatio;
+    QImage image(size, QImage::Format_RGB32);
+    WaveformRenderer(image, look, {sound_, extremes_}).RenderStrip({0, look.waveform.Width()});
+    painter.drawImage(QRectF(ToQRect(look.waveform)), image);
+}
+
+void SoundPreview::PaintMarkers(QPainter& painter, const Rectangle& strip,
+                                const PixelMap& map) const {
+    QFont font = painter.font();
+    font.setPixelSize(kMarkerPixels);
+    painter.setFont(font);
+    painter.setPen(Colour(ColourSlot::kMarkerLabel));
+    painter.fillRect(ToQRect(strip), Colour(ColourSlot::kMarkerStrip));
+    for (const MarkerFlag& marker :
+         LayOutMarkerStrip(strip, map, sound_.Markers(), WidthIn(font))) {
+        painter.fillRect(ToQRect(marker.flag), Colour(ColourSlot::kEndOfSound));
+        painter.drawText(QRect(marker.labelX, strip.top, strip.Width(), strip.Height()),
+                         Qt::AlignLeft | Qt::AlignVCenter | Qt::TextDontClip,
+                         ToQString(marker.label));
+    }
+}
+
+void SoundPreview::PaintTimeRuler(QPainter& painter, const Rectangle& area,
+                                  const PixelMap& map) const {
+    const QFont font = RulerFont(kRulerFontPixels);
+    const StatusFormat format = static_cast<StatusFormat>(preferences_.statusFormat);
+    const HorizontalRuler ruler =
+        LayOutHorizontalRuler({area, map, kRate, format, kCursor, kSelection}, WidthIn(font));
+    painter.fillRect(ToQRect(area), Colour(ColourSlot::kRulerBackground));
+    painter.setFont(font);
+    painter.setPen(Colour(ColourSlot::kRulerText));
+    for (const TimeTick& tick : ruler.ticks)
+        painter.fillRect(tick.x, area.top, 1,
+                         tick.size == TickSize::kMajor ? kMajorTick : kMinorTick,
+                         Colour(ColourSlot::kRulerText));
+    for (const TimeLabel& label : ruler.labels)
+        painter.drawText(QPoint(label.x, area.bottom - painter.fontMetrics().descent() - 1),
+                         ToQString(label.text));
+}
+
+void SoundPreview::PaintLevelRuler(QPainter& painter, const ViewGeometry& geometry,
+                                   const WaveformLook& look) const {
+    const Rectangle& area = geometry.verticalRuler;
+    painter.fillRect(ToQRect(area), Colour(ColourSlot::kRulerBackground));
+    painter.fillRect(area.left, area.top, 1, area.Height(), Colour(ColourSlot::kRulerText));
+    painter.setFont(RulerFont(kRulerFontPixels - 1));
+    painter.setPen(Colour(ColourSlot::kRulerText));
+    for (const Rectangle& lane : look.lanes) {
+        const LevelMap levels(look.vertical, FullScaleOf(sound_.GetBits()), lane.Height());
+        for (const LevelTick& tick :
+             LayOutVerticalRuler({area.left, lane.top, area.right, lane.bottom}, levels)) {
+            painter.fillRect(area.left, tick.y, 3, 1, Colour(ColourSlot::kRulerText));
+            painter.drawText(QPoint(tick.labelX, tick.labelY + painter.fontMetrics().ascent()),
+                             ToQString(tick.label));
+        }
+    }
+}
+
+}  // namespace sonavel

@@ -1,0 +1,43 @@
+// A small waveform that shows what colours, rulers and grid will look like.
+#pragma once
+
+#include <QWidget>
+
+#include "app/preferences/preferences.h"
+#include "platform/headless/headless_progress.h"
+#include "platform/headless/silent_prompts.h"
+#include "sound/wave.h"
+#include "view/block_extremes.h"
+#include "view/ui/waveform_look.h"
+
+namespace sonavel {
+
+class SoundPreview : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit SoundPreview(QWidget* parent = nullptr);
+
+    void ShowPreferences(const Preferences& preferences);
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+
+  private:
+    void MakeSound();
+    WaveformLook Look(const ViewGeometry& geometry) const;
+    void PaintWaveform(QPainter& painter, const WaveformLook& look) const;
+    void PaintMarkers(QPainter& painter, const Rectangle& strip, const PixelMap& map) const;
+    void PaintTimeRuler(QPainter& painter, const Rectangle& area, const PixelMap& map) const;
+    void PaintLevelRuler(QPainter& painter, const ViewGeometry& geometry,
+                         const WaveformLook& look) const;
+    QColor Colour(ColourSlot slot) const;
+
+    SilentPrompts prompts_;
+    HeadlessProgress progress_;
+    CWave sound_{prompts_, progress_};
+    BlockExtremes extremes_;
+    Preferences preferences_;
+};
+
+}  // namespace sonavel
