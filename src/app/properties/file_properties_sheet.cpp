@@ -1,0 +1,136 @@
+#include "app/properties/file_properties_sheet.h"
+
+#include <QGridLayout>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QTreeWidget>
+
+#include "app/properties/property_texts.h"
+#include "platform/qt/utf8_text.h"
+
+namespace sonavel {
+
+namespace {
+
+constexpr QSize kSize{520, 380};
+constexpr Qt::TextInteractionFlags kSelectable =
+    Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard;
+
+QLabel* ValueLabel(const QString& text) {
+    auto* label = new QLabel(text);
+    label->setTextFormat(Qt::PlainText);
+    label->setTextInteractionFlags(kSelectable);
+    return label;
+}
+
+// A field without a frame: it scrolls where a long path has no room.
+QLineEdit* ValueField(const QString& text) {
+    auto* field = new QLineEdit(text);
+    field->setReadOnly(true);
+    field->setFrame(false);
+    field->setCursorPosition(0);
+    field->setToolTip(text);
+    QPalette palette = field->palette();
+    palette.setColor(QPalette::Base, Qt::transparent);
+    field->setPalette(palette);
+    return field;
+}
+
+QWidget* PageOf(const QList<PropertyRow>& rows) {
+    auto* page = new QWidget;
+    auto* form = new QFormLayout(page);
+    form->setHorizontalSpacing(20);
+    form->setVerticalSpacing(6);
+    for (const PropertyRow& row : rows) form->addRow(row.name, ValueField(row.value));
+    return page;
+}
+
+QStringList ChannelNames(unsigned channels) {
+    if (channels == 1) return {QObject::tr("Mono")};
+    return {QObject::tr("Left"), QObject::tr("Right")};
+}
+
+void FillStatistics(QGridLayout& grid, const SoundStatistics& statistics, std::uint32_t rate) {
+    const QStringList names = ChannelNames(statistics.channels);
+    for (int i = 0; i < names.size(); ++i)
+        grid.addWidget(new QLabel(QStringLiteral("<b>%1</b>").arg(names[i])), 0, i + 1,
+                       Qt::AlignRight);
+    int row = 0;
+    for (const StatisticsRow& entry : StatisticsRows(statistics, rate)) {
+        grid.addWidget(new QLabel(entry.name), ++row, 0);
+        for (int i = 0; i < entry.values.size(); ++i)
+            grid.addWidget(ValueLabel(entry.values[i]), row, i + 1, Qt::AlignRight);
+    }
+    grid.setColumnStretch(static_cast<int>(names.size()) + 1, 1);
+}
+
+}  // namespace
+
+CFilePropertiesSheet::CFilePropertiesSheet(const CSoundDoc& document, ProgressFactory& progress,
+                                           QWidget* parent)
+    : FormDialog(tr("Properties - %1").arg(Utf8Text(document.Title())), parent,
+                 QDialogButtonBox::Close),
+      document_(document),
+      progress_(progress),
+      tabs_(new QTabWidget(this)) {
+    SetSizing(Sizing::kFree);
+    tabs_->addTab(PageOf(FileRows(document)), tr("General"));
+    tabs_->addTab(PageOf(FormatRows(document.Sound())), tr("Format"));
+    tabs_->addTab(MakeStatistics(), tr("Statistics"));
+    tabs_->addTab(MakeMarkers(), tr("Markers"));
+    Body().addWidget(tabs_);
+    resize(kSize);
+    connect(tabs_, &QTabWidget::currentChanged, this, [this](int index) {
+        if (tabs_->widget(index) == statisticsPage_ && !statistics_) ShowStatistics();
+    });
+    tabs_->setFocus();
+}
+
+QWidget* CFilePropertiesSheet::MakeStatistics() {
+    statisticsPage_ = new QWidget;
+    auto* column = new QVBoxLayout(statisticsPage_);
+    note_ = new QLabel(statisticsPage_);
+    again_ = new QPushButton(tr("&Compute"), statisticsPage_);
+    again_->setAutoDefault(false);
+    column->addWidget(note_);
+    column->addWidget(again_, 0, Qt::AlignLeft);
+    column->addStretch(1);
+    connect(again_, &QPushButton::clicked, this, &CFilePropertiesSheet::ShowStatistics);
+    return statisticsPage_;
+}
+
+void CFilePropertiesSheet::ShowStatistics() {
+    if (measuring_ || statistics_) return;
+    measuring_ = true;
+    note_->setText(tr("Computing..."));
+    const auto found = MeasureSound(document_.Sound(), progress_);
+    measuring_ = false;
+    note_->setText(found ? QString() : tr("Cancelled."));
+    note_->setVisible(!found);
+    again_->setVisible(!found);
+    if (!found) return;
+    statistics_ = new QWidget(statisticsPage_);
+    auto* grid = new QGridLayout(statistics_);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setHorizontalSpacing(28);
+    grid->setVerticalSpacing(8);
+    FillStatistics(*grid, *found, document_.Sound().GetSamplesPerSecond());
+    static_cast<QVBoxLayout*>(statisticsPage_->layout())->insertWidget(0, statistics_);
+}
+
+QWidget* CFilePropertiesSheet::MakeMarkers() {
+    auto* list = new QTreeWidget;
+    list->setRootIsDecorated(false);
+    list->setUniformRowHeights(true);
+    list->setAlternatingRowColors(true);
+    list->setHeaderLabels({tr("No."), tr("Position"), tr("Frame"), tr("Length"), tr("Name")});
+    constexpr int kNameColumn = 4;
+    for (const QStringList& row : MarkerRows(document_.Sound())) {
+        auto* item = new QTreeWidgetItem(list, row);
+        for (int i = 0; i < kNameColumn; ++i) item->setTextAlignment(i, Qt::AlignRight);
+    }
+    for (int i = 0; i < kNameColumn; ++i) list->header()->resizeSection(i, i == 0 ? 50 : 95);
+    return list;
+}
+
+}  // namespace sonavel

@@ -1,0 +1,125 @@
+#include "app/properties/property_texts.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QFile>
+#include <QFileInfo>
+#include <QLocale>
+
+#include "document/file_kind.h"
+#include "platform/code_page_949.h"
+#include "platform/qt/utf8_text.h"
+#include "sound/sound_texts.h"
+
+namespace sonavel {
+
+namespace {
+
+QString Tr(const char* text) {
+    return QCoreApplication::translate("CFilePropertiesSheet", text);
+}
+
+QString Counted(qint64 count) {
+    return QLocale::c().toString(count);
+}
+
+QString DateText(const QDateTime& date) {
+    return date.isValid() ? QLocale().toString(date, QStringLiteral("yyyy-MM-dd HH:mm:ss"))
+                          : Tr("unknown");
+}
+
+QString TypeText(const std::filesystem::path& path) {
+    switch (FileKindOfExtension(ExtensionFromFirstDot(path))) {
+        case FileKind::kWav:
+            return Tr("Wave File (*.wav)");
+        case FileKind::kNextSun:
+            return Tr("Next/Sun audio file (*.au)");
+        case FileKind::kAiff:
+            return Tr("Apple audio files (*.aiff)");
+        case FileKind::kUnknown:
+            break;
+    }
+    return Tr("unknown");
+}
+
+double SecondsOf(qint64 frames, std::uint32_t samplesPerSecond) {
+    return samplesPerSecond > 0 ? static_cast<double>(frames) / samplesPerSecond : 0;
+}
+
+QString DecibelText(double value, std::int32_t reference) {
+    const auto decibels = LevelInDecibels(value, reference);
+    return decibels ? QStringLiteral("%1 dB").arg(*decibels, 0, 'f', 2) : Tr("-Inf. dB");
+}
+
+QString PercentText(double value, std::int32_t reference) {
+    const double percent = reference > 0 ? value * 100 / reference : 0;
+    return QStringLiteral("%1 %").arg(percent, 0, 'f', 3);
+}
+
+}  // namespace
+
+QList<PropertyRow> FileRows(const CSoundDoc& document) {
+    const QString title = Utf8Text(document.Title());
+    if (document.Path().empty()) return {{Tr("Name:"), title}, {Tr("Path:"), Tr("not saved yet")}};
+    const QFileInfo file(QFile::decodeName(document.Path().c_str()));
+    if (!file.exists())
+        return {{Tr("Name:"), title},
+                {Tr("Path:"), file.absoluteFilePath()},
+                {Tr("Size:"), Tr("The file is not there any more")}};
+    return {
+        {Tr("Name:"), title},
+        {Tr("Path:"), file.absoluteFilePath()},
+        {Tr("File type:"), TypeText(document.Path())},
+        {Tr("Size:"), Tr("%1 Bytes").arg(Counted(file.size()))},
+        {Tr("Created:"), DateText(file.birthTime())},
+        {Tr("Modified:"), DateText(file.lastModified())},
+        {Tr("Accessed:"), DateText(file.lastRead())},
+        {Tr("Unsaved changes:"), document.IsModified() ? Tr("yes") : Tr("no")},
+    };
+}
+
+QList<PropertyRow> FormatRows(const CWave& sound) {
+    return {
+        {Tr("Format:"), Utf8Text(FormatTagName(sound.GetFormat().formatTag))},
+        {Tr("Sampling rate:"), Utf8Text(RateText(sound.GetSamplesPerSecond()))},
+        {Tr("Sample size:"), Utf8Text(BitsText(sound.GetBits()))},
+        {Tr("Channels:"), Utf8Text(ChannelsText(sound.GetChannels()))},
+        {Tr("Frames:"), Utf8Text(FrameCountText(sound.GetFrameCount()))},
+        {Tr("Duration:"), Utf8Text(TimeText(sound.GetDuration()))},
+        {Tr("Bytes of sound:"), Utf8Text(ByteCountText(sound.GetDataSize()))},
+        {Tr("Bytes a second:"), Utf8Text(ByteCountText(sound.GetFormat().averageBytesPerSecond))},
+    };
+}
+
+QList<StatisticsRow> StatisticsRows(const SoundStatistics& statistics,
+                                    std::uint32_t samplesPerSecond) {
+    const std::int32_t reference = statistics.reference;
+    QList<StatisticsRow> rows{
+        {Tr("Peak:"), {}},           {Tr("Peak value:"), {}}, {Tr("Peak position:"), {}},
+        {Tr("Peak frame:"), {}},     {Tr("RMS:"), {}},        {Tr("DC offset:"), {}},
+        {Tr("Clipped samples:"), {}}};
+    for (unsigned i = 0; i < statistics.channels; ++i) {
+        const ChannelStatistics& channel = statistics.channel[i];
+        const double seconds = SecondsOf(channel.peakFrame, samplesPerSecond);
+        const QStringList values{
+            DecibelText(channel.peak, reference), QString::number(channel.peak),
+            Utf8Text(TimeText(seconds)),          Counted(channel.peakFrame),
+            DecibelText(channel.rms, reference),  PercentText(channel.offset, reference),
+            Counted(channel.clippedSamples)};
+        for (qsizetype row = 0; row < rows.size(); ++row) rows[row].values << values[row];
+    }
+    return rows;
+}
+
+QList<QStringList> MarkerRows(const CWave& sound) {
+    QList<QStringList> rows;
+    const std::uint32_t rate = sound.GetSamplesPerSecond();
+    for (const Marker& marker : sound.Markers().All())
+        rows << QStringList{
+            QString::number(marker.id), Utf8Text(TimeText(SecondsOf(marker.position, rate))),
+            Counted(marker.position), marker.length > 0 ? Counted(marker.length) : QString(),
+            Utf8Text(DisplayText(marker.name))};
+    return rows;
+}
+
+}  // namespace sonavel
