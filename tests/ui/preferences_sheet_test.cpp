@@ -1,0 +1,214 @@
+// The sheet "Preference Setting" and its pages as a person uses them.
+#include <gtest/gtest.h>
+
+#include <QDialogButtonBox>
+#include <QLineEdit>
+#include <QTest>
+
+#include "app/preferences/option_display.h"
+#include "app/preferences/option_sheet.h"
+#include "app/preferences/option_wave.h"
+#include "support/fake_wave_devices.h"
+#include "support/qt_test_application.h"
+#include "support/sound_files.h"
+
+namespace sonavel {
+namespace {
+
+class PreferencesSheetTest : public testing::Test {
+  protected:
+    PreferencesSheetTest() { TestApplication(); }
+
+    COptionSheet& Sheet() {
+        if (!sheet_) {
+            sheet_ = std::make_unique<COptionSheet>(folder_, devices_);
+            QObject::connect(sheet_.get(), &COptionSheet::Changed, [this] { ++changes_; });
+            sheet_->show();
+        }
+        return *sheet_;
+    }
+    QWidget& Page(int index) {
+        auto* tabs = Sheet().findChild<QTabWidget*>();
+        tabs->setCurrentIndex(index);
+        return *tabs->widget(index);
+    }
+    QPushButton& Button(QDialogButtonBox::StandardButton which) {
+        return *Sheet().findChild<QDialogButtonBox*>()->button(which);
+    }
+    template <class Widget>
+    Widget& Nth(QWidget& page, int index) {
+        return *page.findChildren<Widget*>().at(index);
+    }
+    // A number box of the page, typed into.
+    QSpinBox& Type(QWidget& page, int index, const char* text) {
+        auto& box = Nth<QSpinBox>(page, index);
+        box.selectAll();
+        QTest::keyClicks(&box, text);
+        return box;
+    }
+    QStringList ShownHints(QWidget& page) {
+        QStringList shown;
+        for (const FieldHint* hint : page.findChildren<FieldHint*>())
+            if (hint->isVisible()) shown << hint->text();
+        return shown;
+    }
+
+    enum { kDisplay, kGeneral, kGrid, kWave };
+
+    TemporaryFolder files_;
+    ProgramFolder folder_{files_.Path()};
+    FakeWaveDevices devices_;
+    std::unique_ptr<COptionSheet> sheet_;
+    int changes_ = 0;
+};
+
+TEST_F(PreferencesSheetTest, ApplyWritesOnceAndCancelWritesNothing) {
+    EXPECT_FALSE(Button(QDialogButtonBox::Apply).isEnabled());
+    Nth<QCheckBox>(Page(kGeneral), 0).click();
+    Button(QDialogButtonBox::Apply).click();
+    EXPECT_EQ(changes_, 1);
+    EXPECT_EQ(DocumentOptions::Read(folder_).openAndPlay, 1);
+    EXPECT_FALSE(Button(QDialogButtonBox::Apply).isEnabled());
+
+    Nth<QCheckBox>(Page(kGeneral), 1).click();
+    EXPECT_TRUE(Button(QDialogButtonBox::Apply).isEnabled());
+    Button(QDialogButtonBox::Cancel).click();
+    EXPECT_EQ(changes_, 1);
+    EXPECT_EQ(DocumentOptions::Read(folder_).openAndMaximize, 0);
+}
+
+TEST_F(PreferencesSheetTest, OkWithoutAnEditChangesNothing) {
+    Button(QDialogButtonBox::Ok).click();
+    EXPECT_FALSE(Sheet().isVisible());
+    EXPECT_EQ(changes_, 0);
+    EXPECT_EQ(files_.FileCount(), 0u);
+}
+
+TEST_F(PreferencesSheetTest, NumbersOutOfRangeAreRefusedBesideTheirField) {
+    const struct {
+        int page, field;
+        const char* typed;
+        const char* hint;
+    } cases[] = {
+        {kGrid, 0, "3600001", "Only 0 to 3600000"}, {kGrid, 0, "-1", "Only 0 to 3600000"},
+        {kGrid, 1, "201", "Only 0 to 200"},         {kWave, 0, "127", "Only 128 to 32767"},
+        {kWave, 1, "32768", "Only 128 to 32767"},
+    };
+    for (const auto& c : cases) {
+        QWidget& page = Page(c.page);
+        const int before = Nth<QSpinBox>(page, c.field).value();
+        QSpinBox& box = Type(page, c.field, c.typed);
+        EXPECT_EQ(box.text(), c.typed);
+        EXPECT_EQ(ShownHints(page), QStringList{c.hint});
+        EXPECT_FALSE(Button(QDialogButtonBox::Ok).isEnabled());
+        EXPECT_FALSE(Button(QDialogButtonBox::Apply).isEnabled());
+        EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+        box.setValue(before);
+        EXPECT_EQ(ShownHints(page), QStringList());
+        EXPECT_TRUE(Button(QDialogButtonBox::Ok).isEnabled());
+    }
+}
+
+TEST_F(PreferencesSheetTest, FilesThatCannotBeWrittenKeepTheSheetOpen) {
+    folder_ = ProgramFolder("/nowhere/at all");
+    Nth<QCheckBox>(Page(kGeneral), 0).click();
+    Button(QDialogButtonBox::Ok).click();
+    EXPECT_TRUE(Sheet().isVisible());
+    EXPECT_EQ(ShownHints(Sheet()),
+              QStringList{"The settings cannot be written to /nowhere/at all"});
+}
+
+TEST_F(PreferencesSheetTest, ThePreviewFollowsColoursRulersAndGrid) {
+    auto& display = static_cast<COptionDisplay&>(Page(kDisplay));
+    auto& preview = *display.findChild<SoundPreview*>();
+    const auto corner = [&] { return preview.grab().toImage().pixelColor(1, 1); };
+    EXPECT_EQ(corner(), QColor(0, 0, 0));
+    display.SetColour(1, {12, 34, 56});
+    EXPECT_EQ(corner(), QColor(12, 34, 56));
+
+    display.SetColour(13, {98, 76, 54});
+    const auto ruler = [&] { return preview.grab().toImage().pixelColor(5, preview.height() - 2); };
+    EXPECT_NE(ruler(), QColor(98, 76, 54));
+    Nth<QCheckBox>(display, 0).click();
+    EXPECT_EQ(ruler(), QColor(98, 76, 54));
+
+    QWidget& grid = Page(kGrid);
+    auto& gridPreview = *grid.findChild<SoundPreview*>();
+    Nth<QSpinBox>(grid, 1).setValue(50);
+    const QImage noLines = gridPreview.grab().toImage();
+    Nth<QCheckBox>(grid, 1).click();
+    EXPECT_NE(gridPreview.grab().toImage(), noLines);
+    EXPECT_EQ(noLines.pixelColor(1, 1), QColor(12, 34, 56));
+}
+
+TEST_F(PreferencesSheetTest, SetsOfColoursByName) {
+    auto& display = static_cast<COptionDisplay&>(Page(kDisplay));
+    auto& name = *display.findChild<QComboBox*>();
+    const auto button = [&](const char* text) -> QPushButton& {
+        for (QPushButton* found : display.findChildren<QPushButton*>())
+            if (found->text() == QLatin1String(text)) return *found;
+        throw std::runtime_error(text);
+    };
+    display.SetColour(4, {1, 2, 3});
+    name.setEditText(QStringLiteral("밤하늘"));
+    EXPECT_FALSE(button("&Load").isEnabled());
+    button("&Save").click();
+    EXPECT_EQ(ColourPresets(folder_.Display()).Names(), std::vector<std::string>{"밤하늘"});
+    Preferences taken;
+    button("De&faults").click();
+    display.TakeInto(taken);
+    EXPECT_EQ(taken.colours, ColourTable());
+    button("&Load").click();
+    display.TakeInto(taken);
+    EXPECT_EQ(taken.colours.At(4), (Rgb{1, 2, 3}));
+    button("&Delete").click();
+    EXPECT_TRUE(ColourPresets(folder_.Display()).Names().empty());
+    name.setEditText(QStringLiteral("a]"));
+    EXPECT_FALSE(button("&Save").isEnabled());
+}
+
+TEST_F(PreferencesSheetTest, DevicesByNameAndOneThatIsNotThere) {
+    folder_.Options().SetInteger("__SOUND_WAVE_OPTIONS", "PLAYBACK DEVICE ID", 7);
+    QWidget& page = Page(kWave);
+    auto& outputs = Nth<QComboBox>(page, 0);
+    QStringList names;
+    for (int i = 0; i < outputs.count(); ++i) names << outputs.itemText(i);
+    EXPECT_EQ(names,
+              (QStringList{"(Default)", "(None)", "Test output", "Device 7 (not there now)"}));
+    EXPECT_EQ(outputs.currentIndex(), 3);
+    auto& inputs = Nth<QComboBox>(page, 1);
+    EXPECT_EQ(inputs.currentText(), "Test input");  // a missing key is device 0
+    inputs.setCurrentIndex(1);
+    Button(QDialogButtonBox::Apply).click();
+    EXPECT_EQ(DocumentOptions::Read(folder_).recordDeviceId, kNoWaveDevice);
+    EXPECT_EQ(DocumentOptions::Read(folder_).playbackDeviceId, 7);
+}
+
+TEST_F(PreferencesSheetTest, TheTestPlaysAToneOnTheChosenDevice) {
+    QWidget& page = Page(kWave);
+    auto& test = *page.findChild<QPushButton*>("test");
+    auto& note = *page.findChild<QLabel*>("testNote");
+    Type(page, 0, "2048");
+    test.click();
+    EXPECT_EQ(devices_.Out().deviceId, 0);
+    EXPECT_EQ(test.text(), "S&top");
+    ASSERT_FALSE(devices_.Out().queue.empty());
+    EXPECT_EQ(devices_.Out().queue.front()->data.size(), 2048u * 4);
+    for (int i = 0; i < 40; ++i) devices_.Out().Hear();
+    EXPECT_EQ(test.text(), "&Test");
+    const auto heard = devices_.Out().AllPlayed();
+    EXPECT_GT(std::count_if(heard.begin(), heard.end(), [](auto byte) { return byte != 0; }),
+              80000);
+
+    Nth<QComboBox>(page, 0).setCurrentIndex(1);
+    EXPECT_FALSE(test.isEnabled());
+    Nth<QComboBox>(page, 0).setCurrentIndex(0);
+    devices_.Out().failures["open"] = kWaveAllocated;
+    test.click();
+    EXPECT_FALSE(note.text().isEmpty());
+    EXPECT_EQ(test.text(), "&Test");
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+}
+
+}  // namespace
+}  // namespace sonavel

@@ -1,0 +1,123 @@
+// The properties of a sound and its file.
+#include <gtest/gtest.h>
+
+#include <QLineEdit>
+#include <QTest>
+#include <QTreeWidget>
+
+#include "app/properties/file_properties_sheet.h"
+#include "app/properties/property_texts.h"
+#include "platform/headless/memory_clipboard.h"
+#include "platform/headless/silent_prompts.h"
+#include "support/fake_progress.h"
+#include "support/fake_wave_devices.h"
+#include "support/qt_test_application.h"
+#include "support/sound_files.h"
+
+namespace sonavel {
+namespace {
+
+struct NoDialogs : DocumentDialogs {
+    std::optional<NewSoundChoice> AskNewSound(const NewSoundChoice&) override { return {}; }
+    std::optional<SaveAsChoice> AskSaveAs(const SaveAsRequest&) override { return {}; }
+};
+
+class PropertiesTest : public testing::Test {
+  protected:
+    PropertiesTest() {
+        TestApplication();
+        CWave& sound = document_.Sound();
+        EXPECT_TRUE(sound.Create(2, 16, 8000, 12000));
+        for (std::uint32_t frame = 0; frame < 12000; ++frame) {
+            sound.SetSample(0, frame, frame == 4000 ? -16384 : 0);
+            sound.SetSample(1, frame, frame % 2 == 0 ? 32767 : -32768);
+        }
+        document_.SetSaveMarkers(true);
+    }
+    QStringList Values(const QList<PropertyRow>& rows) {
+        QStringList values;
+        for (const PropertyRow& row : rows) values << row.name + row.value;
+        return values;
+    }
+
+    TemporaryFolder files_;
+    ProgramFolder folder_{files_.Path()};
+    SilentPrompts prompts_;
+    FakeProgress progress_;
+    MemoryClipboard clipboard_;
+    FakeWaveDevices devices_;
+    NoDialogs dialogs_;
+    CSoundDoc document_{{prompts_, progress_, clipboard_, devices_, folder_}, dialogs_};
+};
+
+TEST_F(PropertiesTest, FormatOfASound) {
+    EXPECT_EQ(Values(FormatRows(document_.Sound())),
+              (QStringList{"Format:PCM", "Sampling rate:8,000 Hz", "Sample size:16-bit",
+                           "Channels:Stereo", "Frames:12000 Counts", "Duration:00:00:01.500",
+                           "Bytes of sound:48000 Bytes", "Bytes a second:32000 Bytes"}));
+}
+
+TEST_F(PropertiesTest, FileOfASoundSavedAndGone) {
+    EXPECT_TRUE(Values(FileRows(document_)).contains("Path:not saved yet"));
+    const std::filesystem::path path = files_ / "소리.wav";
+    ASSERT_TRUE(document_.SaveDocument(path));
+    const QStringList values = Values(FileRows(document_));
+    EXPECT_TRUE(values.contains("Path:" + QString::fromStdString(path.string())));
+    EXPECT_TRUE(values.contains("File type:Wave File (*.wav)"));
+    EXPECT_TRUE(
+        values.contains(QStringLiteral("Size:%1 Bytes").arg(std::filesystem::file_size(path))));
+    EXPECT_TRUE(values.contains("Unsaved changes:no"));
+    std::filesystem::remove(path);
+    EXPECT_TRUE(Values(FileRows(document_)).contains("Size:The file is not there any more"));
+}
+
+TEST_F(PropertiesTest, StatisticsAreComputedWhenTheirPageComesUp) {
+    CFilePropertiesSheet sheet(document_, progress_);
+    EXPECT_TRUE(progress_.titles.empty());
+    sheet.findChild<QTabWidget*>()->setCurrentIndex(2);
+    QStringList texts;
+    for (const QLabel* label : sheet.findChildren<QLabel*>()) texts << label->text();
+    for (const char* text : {"-6.02 dB", "-16384", "00:00:00.500", "4000", "0.00 dB", "12000"})
+        EXPECT_TRUE(texts.contains(QLatin1String(text))) << text;
+    sheet.findChild<QTabWidget*>()->setCurrentIndex(0);
+    sheet.findChild<QTabWidget*>()->setCurrentIndex(2);
+    EXPECT_EQ(progress_.titles.size(), 1u);
+}
+
+TEST_F(PropertiesTest, StatisticsThatWereCancelledCanBeComputedAgain) {
+    progress_.cancelAtPoll = 0;
+    CFilePropertiesSheet sheet(document_, progress_);
+    auto* tabs = sheet.findChild<QTabWidget*>();
+    sheet.show();
+    tabs->setCurrentIndex(2);
+    auto* again = tabs->currentWidget()->findChild<QPushButton*>();
+    ASSERT_TRUE(again->isVisible());
+    progress_.cancelAtPoll.reset();
+    again->click();
+    EXPECT_FALSE(again->isVisible());
+    EXPECT_GT(tabs->currentWidget()->findChildren<QLabel*>().size(), 10);
+}
+
+TEST_F(PropertiesTest, MarkersOfAnyCodePage) {
+    document_.Sound().Markers().Add(4000, "\xC3\xB9", 0);  // bytes of code page 949
+    document_.Sound().Markers().Add(8000, "후렴", 400);
+    document_.Sound().Markers().Add(9000, "bad \x80 byte", 0);
+    const QList<QStringList> rows = MarkerRows(document_.Sound());
+    ASSERT_EQ(rows.size(), 3);
+    EXPECT_EQ(rows[1], (QStringList{"2", "00:00:01.000", "8000", "400", "후렴"}));
+    EXPECT_EQ(rows[2][4], "bad ? byte");
+    CFilePropertiesSheet sheet(document_, progress_);
+    EXPECT_EQ(sheet.findChild<QTreeWidget*>()->topLevelItem(1)->text(4), "후렴");
+}
+
+TEST_F(PropertiesTest, SilenceHasNoDecibels) {
+    SoundStatistics silence;
+    silence.channels = 1;
+    silence.reference = 128;
+    const auto rows = StatisticsRows(silence, 8000);
+    EXPECT_EQ(rows[0].values, QStringList{"-Inf. dB"});
+    EXPECT_EQ(rows[5].values, QStringList{"0.000 %"});
+}
+
+}  // namespace
+}  // namespace sonavel
