@@ -4,13 +4,12 @@ Run by scripts/screenshots on a private desktop.
 """
 
 import dataclasses
-import os
 import pathlib
 import subprocess
 import sys
 import time
 
-from editor_driver import Editor, drag, key, place_of, settled_pixels, wait_for, xdotool
+from editor_driver import Editor, key, place_of, settled_pixels, xdotool
 
 SAMPLES = pathlib.Path(__file__).resolve().parents[2] / "samples"
 EDITOR_SIZE = (1200, 800)
@@ -23,7 +22,7 @@ class Picture:
     """What to press before a window is taken, and after it, in the same running program."""
 
     name: str
-    keys: str
+    keys: str  # "?Title" waits for the dialog of that title
     window: str = WHOLE  # a pattern of the window's title
     after: str = "Escape"
 
@@ -48,8 +47,21 @@ PICTURES = [
     Picture("record", "ctrl+r", "^Record$"),
     Picture("zoom-user", "alt+v Down Down Down Return", "Zoom"),
     Picture("zoomed-level", "Home shift+Up shift+Up", after="ctrl+0"),
-    Picture("tabs", "alt+w t", after=""),
     Picture("zoomed-time", "ctrl+Home ctrl+Right Up Up Up Up Up Up Up Up", after="ctrl+0"),
+    Picture("convert-channels", "ctrl+n ?New Return ctrl+v ?경고 Return", "^Convert", after="Escape ctrl+w"),
+    Picture("menu-effects", "alt+c Right", after="Escape Escape"),
+    Picture("volume", "alt+c Right v", "^Volume"),
+    Picture("panpot", "alt+c Right p", "^Panpot"),
+    Picture("dynamics", "alt+c Right d", "^Dynamics"),
+    Picture("equalizer", "alt+c Right g", "^Graphic EQ"),
+    Picture("reverb", "alt+c Right r", "^Reverb"),
+    Picture("flanger", "alt+c Right f", "^Flanger"),
+    Picture("modulator", "alt+c Right Down Down Down Down Down Down Return", "^Modulator"),
+    Picture("menu-3d", "alt+d", after="Escape Escape"),
+    Picture("3d-positional-system", "alt+d s", "Positional"),
+    Picture("3d-positional-user", "alt+d u", "Positional"),
+    Picture("3d-moving-system", "alt+d y", "Moving"),
+    Picture("tabs", "alt+w t", after="alt+w t"),
     Picture("save-changes", "ctrl+a Delete ctrl+w", "^Sonavel$"),
 ]
 
@@ -77,8 +89,7 @@ class Photographer:
         xdotool("mousemove", x + width // 2, y + height - 4)
 
     def take(self, picture):
-        if picture.keys:
-            key(*picture.keys.split())
+        self.press(picture.keys)
         window = self.editor.wait_dialog(picture.window) if picture.window else self.editor.window
         settled_pixels(window)
         time.sleep(0.2)
@@ -89,10 +100,16 @@ class Photographer:
             x, y, width, height = place_of(window)
             self._import(path, "-window", "root", "-crop", f"{width}x{height}+{x}+{y}", "+repage")
         print(path)
-        if picture.after:
-            key(*picture.after.split())
+        self.press(picture.after)
         if picture.window:
             self.editor.wait_dialog_gone(window)
+
+    def press(self, keys):
+        for word in keys.split():
+            if word.startswith("?"):
+                self.editor.wait_dialog(f"^{word[1:]}")
+            else:
+                key(word)
 
     @staticmethod
     def _import(path, *words):
