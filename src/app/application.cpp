@@ -36,12 +36,12 @@ Application::Application(WaveDevices& devices, const ProgramFolder& folder)
       viewDialogs_(&frame_),
       workspace_({prompts_, progress_, clipboard_, devices, folder}, documentDialogs_,
                  viewDialogs_),
+      effectCommands_(MakeEffectHost()),
       commands_(std::make_unique<TableCommandTarget<Application>>(*this, ApplicationCommands())) {
     frame_.ShowStartUpLogo();
     logoSound_.Play();
-    for (const Command<Application>& row : ApplicationCommands())
-        frame_.Actions().Add(row.info)->setIcon(CommandIcon(row.info.id));
-    frame_.Build(workspace_, *commands_);
+    AddActions();
+    frame_.Build(workspace_, {&effectCommands_, commands_.get()});
     ConnectFrame();
 }
 
@@ -49,6 +49,31 @@ Application::~Application() {
     // The child windows show sounds that the workspace owns.
     while (workspace_.Count() > 0) workspace_.Close(workspace_.Count() - 1);
     workspace_.SetObserver(nullptr);
+}
+
+EffectHost Application::MakeEffectHost() {
+    return {
+        .activeView =
+            [this] {
+                const OpenSound* active = workspace_.Active();
+                return active ? active->view.get() : nullptr;
+            },
+        .openSound =
+            [this](SoundCopy&& sound, std::string_view titlePrefix) {
+                return workspace_.NewDocumentFromSound(std::move(sound), titlePrefix);
+            },
+        .state = effectState_,
+        .memory = effectMemory_,
+        .window = &frame_,
+    };
+}
+
+void Application::AddActions() {
+    const auto add = [this](const CommandInfo& info) {
+        frame_.Actions().Add(info)->setIcon(CommandIcon(info.id));
+    };
+    for (const CommandInfo& info : EffectCommands::Rows()) add(info);
+    for (const Command<Application>& row : ApplicationCommands()) add(row.info);
 }
 
 void Application::ConnectFrame() {

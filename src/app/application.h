@@ -7,6 +7,7 @@
 #include "app/logo_sound.h"
 #include "app/main_frame.h"
 #include "app/qt_document_dialogs.h"
+#include "effects/ui/effect_command_target.h"
 #include "platform/qt/qt_progress.h"
 #include "platform/qt/qt_prompts.h"
 #include "platform/qt/qt_wave_clipboard.h"
@@ -34,7 +35,7 @@ class Application {
     // A file that is open already is brought to the front.
     bool OpenFile(const QString& absolutePath);
 
-    // --- What the application's commands do -----------------------------------------------------
+    // --- What the application's commands do
 
     bool NewSound();
     bool OpenFiles();  // those chosen in a dialog
@@ -44,6 +45,8 @@ class Application {
     bool Exit();
 
   private:
+    EffectHost MakeEffectHost();
+    void AddActions();
     void ConnectFrame();
     void RunLogo();
     QString FolderToOpen();
@@ -56,6 +59,9 @@ class Application {
     QtDocumentDialogs documentDialogs_;
     QtViewDialogs viewDialogs_;
     Workspace workspace_;
+    EffectState effectState_;
+    EffectMemory effectMemory_;
+    EffectCommands effectCommands_;
     std::unique_ptr<CommandTarget> commands_;
     QStringList heldMessages_;
 };

@@ -12,6 +12,7 @@
 #include "app/main_menu.h"
 #include "app/person_settings.h"
 #include "platform/qt/utf8_text.h"
+#include "spatial/ui/spatial_commands.h"
 #include "view/status_texts.h"
 #include "view/ui/sound_view_widget.h"
 
@@ -70,9 +71,9 @@ void MainFrame::ShowStartUpLogo() {
     QTimer::singleShot(LogoWindow::kStartUpMs, logo_, &QObject::deleteLater);
 }
 
-void MainFrame::Build(Workspace& workspace, CommandTarget& application) {
+void MainFrame::Build(Workspace& workspace, std::vector<CommandTarget*> program) {
     workspace_ = &workspace;
-    application_ = &application;
+    program_ = std::move(program);
     frameCommands_ = TargetOf<MainFrame>(*this, FrameCommands());
     AddActions();
     AddMenus();
@@ -89,15 +90,19 @@ void MainFrame::Build(Workspace& workspace, CommandTarget& application) {
 CommandTarget* MainFrame::Route(int commandId) {
     OpenSound* active = workspace_ ? workspace_->Active() : nullptr;
     CommandTarget* const chain[] = {active ? active->commands.get() : nullptr,
-                                    documentCommands_.get(), frameCommands_.get(), application_};
+                                    documentCommands_.get(), spatialCommands_.get(),
+                                    frameCommands_.get()};
     for (CommandTarget* target : chain)
         if (target && target->HandlesCommand(commandId)) return target;
+    for (CommandTarget* target : program_)
+        if (target->HandlesCommand(commandId)) return target;
     return nullptr;
 }
 
 void MainFrame::AddActions() {
     AddTable(actions_, ViewCommands());
     AddTable(actions_, DocumentCommands());
+    AddTable(actions_, SpatialCommandTable());
     AddTable(actions_, FrameCommands());
 }
 

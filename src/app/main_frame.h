@@ -23,8 +23,9 @@ class MainFrame : public QMainWindow, public WorkspaceObserver {
     MainFrame();
     ~MainFrame() override;
 
-    // Makes menus and bars; both arguments must live as long as the frame shows anything.
-    void Build(Workspace& workspace, CommandTarget& application);
+    // Makes menus and bars. `program` handles what neither the active sound nor the frame does,
+    // first come first served. All must live as long as the frame shows anything.
+    void Build(Workspace& workspace, std::vector<CommandTarget*> program);
     // Stands over the frame for some seconds; the frame's own bars come after it.
     void ShowStartUpLogo();
 
@@ -34,7 +35,7 @@ class MainFrame : public QMainWindow, public WorkspaceObserver {
     QMdiArea& Area() { return *area_; }
     ChildFrame* FrameOf(const OpenSound& sound) const;
 
-    // --- What the frame's commands do -----------------------------------------------------------
+    // --- What the frame's commands do
 
     bool HasChildren() const { return !area_->subWindowList().isEmpty(); }
     bool Cascade();
@@ -94,9 +95,11 @@ class MainFrame : public QMainWindow, public WorkspaceObserver {
     RecentFiles recent_;
     CommandActions actions_;
     Workspace* workspace_ = nullptr;
-    CommandTarget* application_ = nullptr;
+    std::vector<CommandTarget*> program_;
     std::unique_ptr<CommandTarget> frameCommands_;
-    std::unique_ptr<CommandTarget> documentCommands_;  // of the active document
+    // Of the active sound.
+    std::unique_ptr<CommandTarget> documentCommands_;
+    std::unique_ptr<CommandTarget> spatialCommands_;
     QTimer refreshTimer_;
     QTimer playTimer_;
     QString title_;

@@ -11,6 +11,7 @@
 #include "app/document_commands.h"
 #include "app/main_frame.h"
 #include "platform/qt/utf8_text.h"
+#include "spatial/ui/spatial_commands.h"
 
 namespace sonavel {
 
@@ -61,6 +62,7 @@ void MainFrame::OnDocumentClosing(OpenSound& sound) {
     ChildFrame* frame = FrameOf(sound);
     if (!frame) return;
     documentCommands_.reset();
+    spatialCommands_.reset();
     ++dropping_;
     frame->LetGo();
     area_->removeSubWindow(frame);
@@ -70,7 +72,9 @@ void MainFrame::OnDocumentClosing(OpenSound& sound) {
 
 void MainFrame::OnActivated(OpenSound* sound) {
     documentCommands_.reset();
+    spatialCommands_.reset();
     if (sound) {
+        spatialCommands_ = std::make_unique<SpatialCommands>(*sound->document, *sound->view);
         documentCommands_ =
             std::make_unique<TableCommandTarget<CSoundDoc>>(*sound->document, DocumentCommands());
         area_->setActiveSubWindow(FrameOf(*sound));

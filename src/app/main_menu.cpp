@@ -1,6 +1,8 @@
 #include "app/main_menu.h"
 
 #include "app/command_ids.h"
+#include "effects/ui/effect_command_target.h"
+#include "spatial/ui/spatial_commands.h"
 #include "view/view_commands.h"
 
 namespace sonavel {
@@ -94,6 +96,24 @@ constexpr MenuEntry kControl[] = {
     C(view_command::kPreRoll),
 };
 
+constexpr MenuEntry kEffects[] = {
+    C(effect_command::kVolume),
+    C(effect_command::kPanpot),
+    C(effect_command::kDynamics),
+    C(effect_command::kEqualizer),
+    kLine,
+    C(effect_command::kReverb),
+    C(effect_command::kFlanger),
+    C(effect_command::kModulator),
+    kLine,
+    C(effect_command::kOpenPreview),
+};
+
+constexpr MenuEntry kSpatial[] = {
+    C(spatial_command::kSystemPositional), C(spatial_command::kUserPositional), kLine,
+    C(spatial_command::kSystemMoving),     C(spatial_command::kUserMoving),
+};
+
 constexpr MenuEntry kWindow[] = {
     C(app_command::kCascade),
     C(app_command::kTileHorizontally),
@@ -108,8 +128,8 @@ constexpr MenuEntry kWindow[] = {
 constexpr MenuEntry kHelp[] = {C(app_command::kAbout)};
 
 constexpr MenuLayout kMenus[] = {
-    {"&File", kFile},       {"&Edit", kEdit},     {"&View", kView},
-    {"&Control", kControl}, {"&Window", kWindow}, {"&Help", kHelp},
+    {"&File", kFile},       {"&Edit", kEdit},        {"&View", kView},     {"&Control", kControl},
+    {"E&ffects", kEffects}, {"3&D Sound", kSpatial}, {"&Window", kWindow}, {"&Help", kHelp},
 };
 
 }  // namespace
