@@ -63,6 +63,14 @@ def place_of(window):
     return tuple(int(re.search(rf"{field}: +(-?\d+)", shown)[1]) for field in fields)
 
 
+def frame_extents(window):
+    """What the window manager's frame adds at the left, the right, the top and the bottom."""
+    shown = subprocess.run(["xprop", "-id", str(window), "_NET_FRAME_EXTENTS"], capture_output=True,
+                           text=True, check=False).stdout
+    numbers = re.findall(r"\d+", shown.partition("=")[2])
+    return tuple(map(int, numbers)) if len(numbers) == 4 else (0, 0, 0, 0)
+
+
 def drag(start, end):
     """A drag with the left button between two places of the screen, with steps between."""
     xdotool("mousemove", "--sync", *start, "mousedown", 1)
@@ -140,17 +148,10 @@ class Editor:
     def _logo_and_frame(self):
         if self.process.poll() is not None:
             raise DriveError(f"the editor ended with status {self.process.returncode}")
-        frames = [window for window in self.windows() if self._has_frame(window)]
+        frames = [window for window in self.windows() if any(frame_extents(window))]
+        # The window manager puts no frame around the logo.
         others = [window for window in self.windows() if window not in frames]
         return (others[0] if others else None, frames[0]) if frames else None
-
-    @staticmethod
-    def _has_frame(window):
-        # The window manager puts no frame around the logo.
-        shown = subprocess.run(
-            ["xprop", "-id", window, "_NET_FRAME_EXTENTS"], capture_output=True, text=True, check=False
-        ).stdout
-        return bool(re.search(r"= .*[1-9]", shown))
 
     def windows(self, name="."):
         """The editor's visible windows whose titles match."""

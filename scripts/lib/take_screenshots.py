@@ -9,7 +9,7 @@ import subprocess
 import sys
 import time
 
-from editor_driver import Editor, key, place_of, settled_pixels, xdotool
+from editor_driver import Editor, frame_extents, key, place_of, settled_pixels, xdotool
 
 SAMPLES = pathlib.Path(__file__).resolve().parents[2] / "samples"
 EDITOR_SIZE = (1200, 800)
@@ -66,6 +66,13 @@ PICTURES = [
 ]
 
 
+def place_with_frame(window):
+    """Where the window and the window manager's frame lie on the screen: "WxH+X+Y"."""
+    x, y, width, height = place_of(window)
+    left, right, top, bottom = frame_extents(window)
+    return f"{width + left + right}x{height + top + bottom}+{x - left}+{y - top}"
+
+
 class Photographer:
     def __init__(self, editor, folder, scale):
         self.editor, self.folder, self.scale = editor, folder, scale
@@ -97,8 +104,7 @@ class Photographer:
         if picture.window:
             self._import(path, "-frame", "-window", window)
         else:
-            x, y, width, height = place_of(window)
-            self._import(path, "-window", "root", "-crop", f"{width}x{height}+{x}+{y}", "+repage")
+            self._import(path, "-window", "root", "-crop", place_with_frame(window), "+repage")
         print(path)
         self.press(picture.after)
         if picture.window:

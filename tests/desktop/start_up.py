@@ -84,4 +84,5 @@ def main():
         keep_documents_when_a_file_fails(name, content)
 
 
-main()
+if __name__ == "__main__":
+    main()
