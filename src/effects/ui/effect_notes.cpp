@@ -1,5 +1,7 @@
 #include "effects/ui/effect_notes.h"
 
+#include <QObject>
+
 #include "effects/effect_table.h"
 
 namespace sonavel {

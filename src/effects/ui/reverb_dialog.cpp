@@ -118,8 +118,8 @@ void ReverbDialog::ShowRoom() {
     const ReverbParameters room{Control(kEarly).WholeValue(), Control(kTime).WholeValue(),
                                 Control(kReflections).WholeValue(), Control(kDry).WholeValue(),
                                 Control(kWet).WholeValue()};
-    earlyDecay_->setText(WholeText(room.earlyMs + room.timeMs / 6));
-    fullDecay_->setText(WholeText(room.timeMs));
+    earlyDecay_->setText(QString::number(room.earlyMs + room.timeMs / 6));
+    fullDecay_->setText(QString::number(room.timeMs));
     picture_->SetParameters(room);
 }
 
