@@ -26,6 +26,7 @@ class SceneWidget : public QOpenGLWidget {
     void SetContent(SceneContent content);
     // The source while it plays.
     void SetBall(std::optional<SourcePosition> position);
+    const std::optional<SourcePosition>& Ball() const { return ball_; }
     // From behind and above, with everything in sight.
     void ShowAll();
 
