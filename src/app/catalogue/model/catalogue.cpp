@@ -38,6 +38,7 @@ bool Catalogue::Add(CatalogueEntry entry) {
     if (entries_.size() >= kMostEntries || !IsFilePath(entry.path)) return false;
     if (!paths_.insert(entry.path).second) return false;
     if (entry.values.size() > fields_.size()) entry.values.resize(fields_.size());
+    for (std::string& value : entry.values) value.resize(CutToBytes(value, kMostValueBytes).size());
     DropEmptyAtEnd(entry.values);
     entries_.push_back(std::move(entry));
     return true;

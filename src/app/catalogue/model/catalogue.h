@@ -29,7 +29,7 @@ class Catalogue {
   public:
     static constexpr std::size_t kMostEntries = 1'000'000;
     static constexpr std::size_t kMostFields = 256;
-    static constexpr std::size_t kMostValueBytes = std::size_t{1} << 16;
+    static constexpr std::size_t kMostValueBytes = 32767;
 
     std::size_t Count() const { return entries_.size(); }
     const CatalogueEntry& At(std::size_t entry) const { return entries_[entry]; }

@@ -88,7 +88,7 @@ void CatalogueRows::Filter() {
 void CatalogueRows::Sort() {
     const SortKeys keys(catalogue_, column_);
     const int direction = order_ == SortOrder::kAscending ? 1 : -1;
-    sorted_.resize(catalogue_.Count());
+    sorted_.resize(searchTexts_.size());
     std::iota(sorted_.begin(), sorted_.end(), 0u);
     std::ranges::sort(sorted_, [&](std::uint32_t a, std::uint32_t b) {
         const int order = keys.Compare(a, b) * direction;
@@ -122,7 +122,8 @@ void CatalogueRows::Rebuild() {
 }
 
 void CatalogueRows::Refresh(std::size_t entry) {
-    searchTexts_[entry] = SearchText(entry);
+    // What came after the last rebuilding has no row yet.
+    if (entry < searchTexts_.size()) searchTexts_[entry] = SearchText(entry);
 }
 
 }  // namespace sonavel
