@@ -134,6 +134,37 @@ TEST_F(SpatialEditors, AClickInTheSceneFindsThePointUnderIt) {
     EXPECT_EQ(dialog.Chooser().Chosen().start, 45);
 }
 
+TEST_F(SpatialEditors, APointIsDraggedAndTheSceneTurnedWithTheMouse) {
+    UserSoundDialog dialog(View(), SourceMotion::kPositional);
+    SceneWidget& scene = dialog.Scene();
+    scene.resize(600, 500);
+    QResizeEvent resized(scene.size(), {});
+    QApplication::sendEvent(&scene, &resized);
+    const auto drag = [&](const QPoint& from, const QPoint& way) {
+        QTest::mousePress(&scene, Qt::LeftButton, Qt::NoModifier, from);
+        for (int step = 1; step <= 4; ++step) QTest::mouseMove(&scene, from + way * step / 4);
+        QTest::mouseRelease(&scene, Qt::LeftButton, Qt::NoModifier, from + way);
+    };
+    const UserPoint before = dialog.Points().Points()[0];
+    const auto seen = [&] {
+        return *scene.Camera().Project(ToVector(PositionOf(dialog.Points().Points()[0])));
+    };
+    const QPoint grabbed = seen().toPoint();
+    drag(grabbed, {60, 30});
+    const UserPoint after = dialog.Points().Points()[0];
+    EXPECT_NE(after, before);
+    EXPECT_EQ(after.z, before.z);
+    EXPECT_NEAR(seen().x(), grabbed.x() + 60, 3);
+    EXPECT_NEAR(seen().y(), grabbed.y() + 30, 3);
+
+    const QVector3D eye = scene.Camera().Eye();
+    drag({20, 20}, {100, 0});
+    EXPECT_EQ(dialog.Points().Points()[0], after);
+    EXPECT_GT((scene.Camera().Eye() - eye).length(), 0.5f);
+    QTest::keyClick(&scene, Qt::Key_T);
+    EXPECT_EQ(scene.Camera().ElevationDegrees(), 90);
+}
+
 TEST_F(SpatialEditors, UserPointsAreAddedEditedOrderedAndRemoved) {
     UserSoundDialog dialog(View(), SourceMotion::kMoving);
     UserPointList& list = dialog.Points();
