@@ -8,6 +8,8 @@
 #include "app/command_icons.h"
 #include "app/document_commands.h"
 #include "app/person_settings.h"
+#include "app/preferences/option_sheet.h"
+#include "app/properties/file_properties_sheet.h"
 #include "app/save_warning_text.h"
 #include "platform/qt/utf8_text.h"
 
@@ -163,6 +165,39 @@ bool Application::SaveAll() {
         allSaved = SaveUnderOwnPath(document) && allSaved;
     }
     return allSaved;
+}
+
+bool Application::ShowFileProperties() {
+    OpenSound* active = workspace_.Active();
+    if (!active) return false;
+    CFilePropertiesSheet(*active->document, progress_, &frame_).exec();
+    return true;
+}
+
+bool Application::EditPreferences() {
+    const HostServices& services = workspace_.Services();
+    COptionSheet sheet(services.folder, services.devices, &frame_);
+    QObject::connect(&sheet, &COptionSheet::Changed, &frame_, [this] { TakeSettings(); });
+    sheet.exec();
+    return true;
+}
+
+void Application::TakeSettings() {
+    for (std::size_t i = 0; i < workspace_.Count(); ++i) {
+        workspace_.At(i).document->ReloadOptions();
+        workspace_.At(i).view->ReloadSettings();
+    }
+    frame_.TakeSettings();
+}
+
+bool Application::ShowSampleDatabase() {
+    if (!catalogue_) {
+        const auto open = [this](const QString& path) { return OpenFile(path); };
+        catalogue_ = std::make_unique<CatalogueWindow>(workspace_.Services(), open);
+        catalogue_->setAttribute(Qt::WA_QuitOnClose, false);
+    }
+    catalogue_->Present();
+    return true;
 }
 
 void Application::RunLogo() {

@@ -4,6 +4,7 @@
 
 #include <QStringList>
 
+#include "app/catalogue/catalogue_window.h"
 #include "app/logo_sound.h"
 #include "app/main_frame.h"
 #include "app/qt_document_dialogs.h"
@@ -26,6 +27,7 @@ class Application {
 
     MainFrame& Frame() { return frame_; }
     Workspace& Sounds() { return workspace_; }
+    const Workspace& Sounds() const { return workspace_; }
 
     // The file of the command line. What went wrong, when it cannot be opened; messages of a file
     // that can are shown once the frame is.
@@ -41,6 +43,9 @@ class Application {
     bool OpenFiles();  // those chosen in a dialog
     bool HasModifiedSounds() const;
     bool SaveAll();
+    bool ShowFileProperties();
+    bool EditPreferences();
+    bool ShowSampleDatabase();
     bool ShowAbout();
     bool Exit();
 
@@ -48,6 +53,7 @@ class Application {
     EffectHost MakeEffectHost();
     void AddActions();
     void ConnectFrame();
+    void TakeSettings();
     void RunLogo();
     QString FolderToOpen();
 
@@ -63,6 +69,7 @@ class Application {
     EffectMemory effectMemory_;
     EffectCommands effectCommands_;
     std::unique_ptr<CommandTarget> commands_;
+    std::unique_ptr<CatalogueWindow> catalogue_;
     QStringList heldMessages_;
 };
 

@@ -5,10 +5,13 @@ namespace sonavel::app_command {
 
 enum Id : int {
     kRecord = 32779,
+    kPreferences = 32830,
     kSaveAll = 32844,
+    kSampleDatabase = 32878,
     // Without an old number.
     kCloseAll = 33101,
     kTabs = 33102,
+    kFileProperties = 33104,
     kStatusBar = 59393,
     kNew = 57600,
     kOpen = 57601,

@@ -75,9 +75,12 @@ void MainFrame::Build(Workspace& workspace, std::vector<CommandTarget*> program)
     workspace_ = &workspace;
     program_ = std::move(program);
     frameCommands_ = TargetOf<MainFrame>(*this, FrameCommands());
+    meter_ = new PlayMeterBar(workspace.Services().folder.Options(), this);
+    program_.push_back(&meter_->Commands());
     AddActions();
     AddMenus();
     AddBars();
+    AddMeter();
     RestorePlaces();
     workspace.SetObserver(this);
     connect(area_, &QMdiArea::subWindowActivated, this, &MainFrame::ActivateChild);
@@ -102,6 +105,7 @@ CommandTarget* MainFrame::Route(int commandId) {
 void MainFrame::AddActions() {
     AddTable(actions_, ViewCommands());
     AddTable(actions_, DocumentCommands());
+    AddTable(actions_, MeterCommands());
     AddTable(actions_, SpatialCommandTable());
     AddTable(actions_, FrameCommands());
 }
@@ -142,6 +146,43 @@ void MainFrame::AddBars() {
         view->insertAction(actions_.Action(app_command::kStatusBar), toggle);
     }
     insertToolBarBreak(transport_);
+}
+
+void MainFrame::AddMeter() {
+    meter_->setObjectName(QStringLiteral("PlayMeter"));
+    addDockWidget(Qt::RightDockWidgetArea, meter_);
+    QAction* toggle = meter_->toggleViewAction();
+    toggle->setText(tr("&Playmeter Bar"));
+    toggle->setStatusTip(tr("Show or hide this bar"));
+    menuBar()
+        ->findChild<QMenu*>(QStringLiteral("View"))
+        ->insertAction(actions_.Action(app_command::kStatusBar), toggle);
+}
+
+void MainFrame::ConnectMeter(ChildFrame& frame) {
+    SoundViewWidget& view = frame.View();
+    const auto isActive = [this, &frame] { return &frame.Sound() == workspace_->Active(); };
+    connect(&view, &SoundViewWidget::PeaksChanged, meter_, [this, isActive](int left, int right) {
+        if (isActive()) meter_->SetLevels(left, right);
+    });
+    connect(&view, &SoundViewWidget::ColoursChanged, meter_, [this, isActive] {
+        if (isActive()) FitMeter();
+    });
+}
+
+void MainFrame::FitMeter() {
+    const OpenSound* active = workspace_->Active();
+    meter_->SetLevels(0, 0);
+    if (!active) return;
+    const CWave& sound = active->document->Sound();
+    meter_->SetReference(static_cast<std::int32_t>(sound.GetMaxValue() + 1));
+    meter_->SetColours(active->view->Colours());
+}
+
+void MainFrame::TakeSettings() {
+    meter_->ReloadSettings();
+    FitMeter();
+    ScheduleRefresh();
 }
 
 void MainFrame::FillWindowList(QMenu& menu) {

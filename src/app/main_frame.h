@@ -11,6 +11,7 @@
 #include "app/child_frame.h"
 #include "app/command_bar.h"
 #include "app/logo_window.h"
+#include "app/meter/play_meter_bar.h"
 #include "app/recent_files.h"
 #include "app/status_panes.h"
 
@@ -34,6 +35,8 @@ class MainFrame : public QMainWindow, public WorkspaceObserver {
     CommandActions& Actions() { return actions_; }
     QMdiArea& Area() { return *area_; }
     ChildFrame* FrameOf(const OpenSound& sound) const;
+    // The preferences changed.
+    void TakeSettings();
 
     // --- What the frame's commands do
 
@@ -73,6 +76,10 @@ class MainFrame : public QMainWindow, public WorkspaceObserver {
     void AddActions();
     void AddMenus();
     void AddBars();
+    void AddMeter();
+    // The meter follows the active sound.
+    void ConnectMeter(ChildFrame& frame);
+    void FitMeter();
     void FillWindowList(QMenu& menu);
     void RestorePlaces();
     void StorePlaces() const;
@@ -91,6 +98,7 @@ class MainFrame : public QMainWindow, public WorkspaceObserver {
     QMdiArea* area_;
     StatusPanes* status_;
     TransportBar* transport_ = nullptr;
+    PlayMeterBar* meter_ = nullptr;
     QPointer<LogoWindow> logo_;
     RecentFiles recent_;
     CommandActions actions_;

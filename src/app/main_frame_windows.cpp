@@ -45,6 +45,7 @@ void MainFrame::OnDocumentAdded(OpenSound& sound) {
         const auto index = workspace_->IndexOf(*frame->Sound().document);
         if (index && MayClose(*index)) workspace_->Close(*index);
     });
+    ConnectMeter(*frame);
     connect(frame, &ChildFrame::TitleChanged, this, &MainFrame::ScheduleRefresh);
     connect(frame, &ChildFrame::StateChanged, this, [this] {
         UpdatePanes();
@@ -79,6 +80,7 @@ void MainFrame::OnActivated(OpenSound* sound) {
             std::make_unique<TableCommandTarget<CSoundDoc>>(*sound->document, DocumentCommands());
         area_->setActiveSubWindow(FrameOf(*sound));
     }
+    FitMeter();
     ScheduleRefresh();
 }
 

@@ -1,6 +1,7 @@
 #include "app/main_menu.h"
 
 #include "app/command_ids.h"
+#include "app/meter/play_meter_bar.h"
 #include "effects/ui/effect_command_target.h"
 #include "spatial/ui/spatial_commands.h"
 #include "view/view_commands.h"
@@ -19,8 +20,16 @@ constexpr MenuEntry Sub(const char* title) {
 constexpr MenuEntry kBack = MenuEntry::End();
 
 constexpr MenuEntry kFile[] = {
-    C(app_command::kNew),  C(app_command::kOpen),   C(app_command::kClose),   kLine,
-    C(app_command::kSave), C(app_command::kSaveAs), C(app_command::kSaveAll), kLine,
+    C(app_command::kNew),
+    C(app_command::kOpen),
+    C(app_command::kClose),
+    kLine,
+    C(app_command::kSave),
+    C(app_command::kSaveAs),
+    C(app_command::kSaveAll),
+    kLine,
+    C(app_command::kFileProperties),
+    kLine,
     C(app_command::kExit),
 };
 
@@ -53,6 +62,8 @@ constexpr MenuEntry kEdit[] = {
     kBack,
     kLine,
     C(view_command::kClipboardContents),
+    kLine,
+    C(app_command::kPreferences),
 };
 
 constexpr MenuEntry kView[] = {
@@ -74,6 +85,14 @@ constexpr MenuEntry kView[] = {
     C(view_command::kStatusSample),
     C(view_command::kStatusTime),
     C(view_command::kStatusSecond),
+    kBack,
+    Sub("Play &Meter"),
+    C(meter_command::kThirtyDb),
+    C(meter_command::kSixtyDb),
+    C(meter_command::kNinetyDb),
+    C(meter_command::kAbsolute),
+    kLine,
+    C(meter_command::kShowLevel),
     kBack,
     kLine,
     C(app_command::kStatusBar),
@@ -123,6 +142,8 @@ constexpr MenuEntry kWindow[] = {
     C(app_command::kNextWindow),
     C(app_command::kPreviousWindow),
     C(app_command::kCloseAll),
+    kLine,
+    C(app_command::kSampleDatabase),
 };
 
 constexpr MenuEntry kHelp[] = {C(app_command::kAbout)};
