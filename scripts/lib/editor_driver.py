@@ -11,6 +11,8 @@ import subprocess
 import time
 
 WAIT_SECONDS = 20.0
+# The logo goes by itself after 3 s.
+LOGO_SAFE_SECONDS = 1.5
 
 
 class DriveError(Exception):
@@ -63,11 +65,19 @@ def place_of(window):
     return tuple(int(re.search(rf"{field}: +(-?\d+)", shown)[1]) for field in fields)
 
 
+def property_of(window, name):
+    shown = subprocess.run(["xprop", "-id", str(window), name], capture_output=True, text=True,
+                           check=False, timeout=30).stdout
+    return shown.partition("=")[2].strip()
+
+
+def is_dialog(window):
+    return "_NET_WM_WINDOW_TYPE_DIALOG" in property_of(window, "_NET_WM_WINDOW_TYPE")
+
+
 def frame_extents(window):
     """What the window manager's frame adds at the left, the right, the top and the bottom."""
-    shown = subprocess.run(["xprop", "-id", str(window), "_NET_FRAME_EXTENTS"], capture_output=True,
-                           text=True, check=False).stdout
-    numbers = re.findall(r"\d+", shown.partition("=")[2])
+    numbers = re.findall(r"\d+", property_of(window, "_NET_FRAME_EXTENTS"))
     return tuple(map(int, numbers)) if len(numbers) == 4 else (0, 0, 0, 0)
 
 
@@ -116,6 +126,7 @@ class Editor:
 
     def __init__(self, *files, environment=None):
         program = pathlib.Path(os.environ["SONAVEL_BIN"]) / "sonavel"
+        self._started = time.monotonic()
         self.process = subprocess.Popen(
             bounded(program, *files), env={**os.environ, **(environment or {})}
         )
@@ -138,9 +149,10 @@ class Editor:
     def _wait_until_shown(self):
         logo, frame = wait_for("the main frame", self._logo_and_frame)
         if logo:
-            # A click hides the logo before its time is over.
-            x, y, width, height = place_of(logo)
-            xdotool("mousemove", x + width // 2, y + height // 2, "click", 1)
+            # A click hides the logo, but a late one would hit what lies under it.
+            if time.monotonic() - self._started < LOGO_SAFE_SECONDS:
+                x, y, width, height = place_of(logo)
+                xdotool("mousemove", x + width // 2, y + height // 2, "click", 1)
             wait_for("the logo to go", lambda: self.windows() == [frame])
         self.window = frame
         self.activate()
@@ -148,10 +160,10 @@ class Editor:
     def _logo_and_frame(self):
         if self.process.poll() is not None:
             raise DriveError(f"the editor ended with status {self.process.returncode}")
-        frames = [window for window in self.windows() if any(frame_extents(window))]
-        # The window manager puts no frame around the logo.
-        others = [window for window in self.windows() if window not in frames]
-        return (others[0] if others else None, frames[0]) if frames else None
+        windows = self.windows()
+        logos = [window for window in windows if is_dialog(window)]
+        frames = [window for window in windows if window not in logos and any(frame_extents(window))]
+        return (logos[0] if logos else None, frames[0]) if frames else None
 
     def windows(self, name="."):
         """The editor's visible windows whose titles match."""
