@@ -1,6 +1,5 @@
 """Space plays the sound that was opened, sample for sample, and Space again stops it."""
 
-import pathlib
 import time
 
 import sounds
