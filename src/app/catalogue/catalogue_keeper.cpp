@@ -33,13 +33,12 @@ void CatalogueKeeper::Close() {
     changed_ = false;
 }
 
-bool CatalogueKeeper::Open(const std::string& name) {
+bool CatalogueKeeper::Open(std::string name) {
     if (!Save()) return false;
-    const std::string opened = name;  // may be the name that closing clears
     Close();
-    std::optional<LoadedCatalogue> loaded = store_.Load(opened);
+    std::optional<LoadedCatalogue> loaded = store_.Load(name);
     if (!loaded) return false;
-    name_ = opened;
+    name_ = std::move(name);
     loaded_ = std::make_unique<LoadedCatalogue>(*std::move(loaded));
     CheckFiles(Probing::kWhenSizeChanged);
     return true;

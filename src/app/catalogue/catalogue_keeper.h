@@ -35,7 +35,7 @@ class CatalogueKeeper : public QObject {
 
     // Saves and closes the one before. When that cannot be saved it stays open; when the new one
     // cannot be read none is open.
-    bool Open(const std::string& name);
+    bool Open(std::string name);
     // Of the one that is open.
     bool Rename(const std::string& name);
     bool Delete();

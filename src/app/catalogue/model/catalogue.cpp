@@ -104,12 +104,14 @@ std::vector<std::size_t> Catalogue::NewOrder(const std::vector<std::string>& nam
 
 void Catalogue::Reorder(const std::vector<std::size_t>& order) {
     std::vector<std::string> fields;
+    fields.reserve(order.size());
     for (const std::size_t from : order) fields.push_back(std::move(fields_[from]));
     fields_ = std::move(fields);
     for (CatalogueEntry& entry : entries_) {
         if (entry.values.empty()) continue;
         entry.values.resize(order.size());
         std::vector<std::string> values;
+        values.reserve(order.size());
         for (const std::size_t from : order) values.push_back(std::move(entry.values[from]));
         DropEmptyAtEnd(values);
         entry.values = std::move(values);
