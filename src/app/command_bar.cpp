@@ -33,9 +33,11 @@ constexpr int kTransportBar[] = {
 };
 
 QString ToolTip(const QAction& action) {
-    QString text = action.text();
+    // Behind a tab stands the key of a command that has no shortcut of the window.
+    QString text = action.text().section(u'\t', 0, 0);
     text.remove(u'&').remove(QStringLiteral("..."));
-    const QString key = action.shortcut().toString(QKeySequence::NativeText);
+    QString key = action.text().section(u'\t', 1);
+    if (key.isEmpty()) key = action.shortcut().toString(QKeySequence::NativeText);
     return key.isEmpty() ? text : QStringLiteral("%1 (%2)").arg(text, key);
 }
 

@@ -117,8 +117,7 @@ void MainFrame::AddMenus() {
         actions_.FillMenu(*menu, layout.entries);
     }
     // The keys of commands that no menu shows.
-    for (const auto& [id, action] : actions_.All())
-        if (action->shortcutContext() != Qt::WidgetShortcut) addAction(action);
+    for (const auto& [id, action] : actions_.All()) addAction(action);
 
     auto* recentMenu = new QMenu(tr("Recent &Files"), this);
     recent_.ShowIn(*recentMenu);

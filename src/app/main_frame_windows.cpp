@@ -68,6 +68,8 @@ void MainFrame::OnDocumentClosing(OpenSound& sound) {
     frame->LetGo();
     area_->removeSubWindow(frame);
     --dropping_;
+    // Taking a window away restores the one behind it, which has to fill the page of its tab.
+    if (ShowsTabs() && area_->activeSubWindow()) area_->activeSubWindow()->showMaximized();
     frame->deleteLater();
 }
 
@@ -211,7 +213,10 @@ void MainFrame::dragEnterEvent(QDragEnterEvent* event) {
 
 void MainFrame::dropEvent(QDropEvent* event) {
     event->acceptProposedAction();
-    Q_EMIT FilesDropped(LocalFiles(*event->mimeData()));
+    // Later, so that a box about a file does not hold up the program that the files come from.
+    QMetaObject::invokeMethod(
+        this, [this, files = LocalFiles(*event->mimeData())] { Q_EMIT FilesDropped(files); },
+        Qt::QueuedConnection);
 }
 
 }  // namespace sonavel

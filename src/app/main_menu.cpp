@@ -150,7 +150,7 @@ constexpr MenuEntry kHelp[] = {C(app_command::kAbout)};
 
 constexpr MenuLayout kMenus[] = {
     {"&File", kFile},       {"&Edit", kEdit},        {"&View", kView},     {"&Control", kControl},
-    {"E&ffects", kEffects}, {"3&D Sound", kSpatial}, {"&Window", kWindow}, {"&Help", kHelp},
+    {"Effec&ts", kEffects}, {"3&D Sound", kSpatial}, {"&Window", kWindow}, {"&Help", kHelp},
 };
 
 }  // namespace

@@ -37,7 +37,8 @@ class LinearGain {
         : gains_(gains), last_(std::max(frames - 1, 1)) {}
 
     MixGains At(std::int32_t sample) const {
-        const double t = sample / kChannels / last_;
+        const std::int32_t frame = sample / kChannels;
+        const double t = static_cast<double>(frame) / last_;
         return {gains_.start.clip * (1 - t) + gains_.end.clip * t,
                 gains_.start.sound * (1 - t) + gains_.end.sound * t};
     }

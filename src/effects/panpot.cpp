@@ -41,10 +41,10 @@ void ApplyExponential(std::span<const float> positions, float* left, float* righ
 Panpot::Panpot(const PanpotParameters& parameters, std::uint32_t rangeFrames)
     : parameters_(parameters) {
     // Positions below ten units count as the centre: the division is one of integers.
-    const auto from = static_cast<float>(parameters.from / 10);
-    const auto to = static_cast<float>(parameters.to / 10);
-    position_ = parameters.mode == PanMode::kPan ? static_cast<float>(parameters.pan / 10) : from;
-    step_ = rangeFrames ? (from - to) / static_cast<float>(rangeFrames) : 0;
+    const int start = parameters.mode == PanMode::kPan ? parameters.pan / 10 : parameters.from / 10;
+    const int end = parameters.to / 10;
+    position_ = static_cast<float>(start);
+    step_ = rangeFrames ? static_cast<float>(start - end) / static_cast<float>(rangeFrames) : 0;
 }
 
 void Panpot::Process(std::span<float> left, std::span<float> right) {

@@ -113,8 +113,8 @@ bool AiffReader::ReadCommon() {
     Common common{LoadBig16(fields), LoadBig32(fields + 2), LoadBig16(fields + 6), 0};
     const double value = DoubleFromExtended(rate);
     // Both comparisons are false for NaN.
-    if (value >= 1 && value <= std::numeric_limits<std::uint32_t>::max() / 4)
-        common.rate = static_cast<std::uint32_t>(value);
+    constexpr std::uint32_t kGreatestRate = std::numeric_limits<std::uint32_t>::max() / 4;
+    if (value >= 1 && value <= kGreatestRate) common.rate = static_cast<std::uint32_t>(value);
     common_ = common;
     return true;
 }

@@ -44,8 +44,9 @@ SourcePosition SystemPoint(int number) {
     const float radius = nearest < kSpherePoints ? kInnerRadius : kOuterRadius;
     const int place = nearest % kSpherePoints;
     if (place >= kUpNumber) return {0, 0, place == kUpNumber ? radius : -radius};
+    const int level = place / kAzimuths - 1;
     const double azimuth = 360.0 / kAzimuths * (place % kAzimuths);
-    const double elevation = kElevationStep * (place / kAzimuths - 1);
+    const double elevation = kElevationStep * level;
     return PositionOf(PolarPosition{azimuth, elevation, radius});
 }
 

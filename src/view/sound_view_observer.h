@@ -8,7 +8,7 @@
 
 namespace sonavel {
 
-class ClipRecord;
+struct ClipRecord;
 
 enum class ViewArea { kWaveform, kHorizontalRuler, kVerticalRuler, kMarkerStrip, kAll };
 

@@ -39,8 +39,9 @@ CommandActions::CommandActions(CommandRoute route, QObject* parent)
 QAction* CommandActions::Add(const CommandInfo& info) {
     QAction*& action = actions_[info.id];
     if (action) return action;
-    action = new QAction(WithoutKeyText(QString::fromUtf8(info.menuText)), this);
+    action = new QAction(this);
     AddKeys(info);
+    ShowText(*action, info.id, QString::fromUtf8(info.menuText));
     action->setStatusTip(QString::fromUtf8(info.prompt));
     action->setMenuRole(QAction::NoRole);
     connect(action, &QAction::triggered, this, [this, id = info.id] { Run(id); });
@@ -58,8 +59,7 @@ void CommandActions::Refresh() {
     for (auto& [id, action] : actions_) {
         CommandTarget* target = route_(id);
         const CommandState state = target ? target->StateOfCommand(id) : CommandState{false, false};
-        if (target)
-            action->setText(WithoutKeyText(QString::fromStdString(target->MenuTextOfCommand(id))));
+        if (target) ShowText(*action, id, QString::fromStdString(target->MenuTextOfCommand(id)));
         action->setEnabled(state.enabled);
         if (state.checked) action->setCheckable(true);
         action->setChecked(state.checked);
@@ -78,10 +78,17 @@ void CommandActions::AddKeys(const CommandInfo& info) {
         if (keyAlone) plainKeys_[key] = info.id;
         plainKeys_.try_emplace(key, info.id);
     }
-    QAction* action = actions_[info.id];
-    action->setShortcuts(ofWindow.isEmpty() ? all : ofWindow);
-    // The key is shown beside the menu text and works only where the widget asks for it.
-    if (ofWindow.isEmpty()) action->setShortcutContext(Qt::WidgetShortcut);
+    actions_[info.id]->setShortcuts(ofWindow);
+    // As a mere text the key is shown beside the menu text, and works only where the widget asks
+    // for it; a shortcut would also work behind an open menu.
+    if (ofWindow.isEmpty() && !all.isEmpty())
+        keyTexts_[info.id] = u'\t' + all.front().toString(QKeySequence::NativeText);
+}
+
+void CommandActions::ShowText(QAction& action, int id, const QString& menuText) const {
+    const auto keyText = keyTexts_.find(id);
+    action.setText(WithoutKeyText(menuText) +
+                   (keyText == keyTexts_.end() ? QString() : keyText->second));
 }
 
 int CommandActions::CommandOfPlainKey(const QKeySequence& key) const {

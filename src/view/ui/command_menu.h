@@ -64,9 +64,11 @@ class CommandActions : public QObject {
 
   private:
     void AddKeys(const CommandInfo& info);
+    void ShowText(QAction& action, int id, const QString& menuText) const;
 
     CommandRoute route_;
     std::map<QKeySequence, int> plainKeys_;
+    std::unordered_map<int, QString> keyTexts_;  // of commands with nothing but plain keys
     std::unordered_map<int, QAction*> actions_;
 };
 
