@@ -1,6 +1,7 @@
 #include "view/ui/ruler_painter.h"
 
 #include <QPolygon>
+#include <algorithm>
 
 #include "view/rulers.h"
 #include "view/ui/qt_values.h"
@@ -75,9 +76,12 @@ void PaintHorizontalRuler(QPainter& painter, const CSoundView& view) {
                          tick.size == TickSize::kMajor ? kMajorTick : kMinorTick, colour);
     painter.setFont(font);
     painter.setPen(colour);
-    for (const TimeLabel& label : ruler.labels)
-        painter.drawText(QPoint(label.x, area.bottom - painter.fontMetrics().descent() - 1),
-                         ToQString(label.text));
+    for (const TimeLabel& label : ruler.labels) {
+        const QString text = ToQString(label.text);
+        // A label that would be cut at the right is not worth its place.
+        if (label.x + painter.fontMetrics().horizontalAdvance(text) > area.right) continue;
+        painter.drawText(QPoint(label.x, area.bottom - painter.fontMetrics().descent() - 1), text);
+    }
     PaintMarks(painter, ruler, area.top, view.Colours());
     painter.restore();
 }
@@ -99,7 +103,9 @@ void PaintVerticalRuler(QPainter& painter, const CSoundView& view) {
         for (const LevelTick& tick :
              LayOutVerticalRuler({area.left, lane.top, area.right, lane.bottom}, levels)) {
             painter.fillRect(area.left, tick.y, kLevelTick, 1, colour);
-            painter.drawText(QPoint(tick.labelX, tick.labelY + painter.fontMetrics().ascent()),
+            // The topmost label stands inside the ruler, beside its tick instead of across it.
+            const int labelTop = std::max(tick.labelY, lane.top - 1);
+            painter.drawText(QPoint(tick.labelX, labelTop + painter.fontMetrics().ascent()),
                              ToQString(tick.label));
         }
     }
