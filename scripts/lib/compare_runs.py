@@ -40,10 +40,15 @@ WORK = [
 
 
 def seconds(commands):
-    """The least time of several runs of each command, all measured in one run of the timer."""
+    """The least time of several runs of each command, all measured in one run of the timer.
+
+    Each run begins with nothing waiting to be written: ours ends with its sound on the disk, the others end
+    before theirs is, and would leave the wait to whoever runs next.
+    """
     with tempfile.NamedTemporaryFile(suffix=".json") as report:
         subprocess.run(
-            ["hyperfine", "--style", "none", "--warmup", "1", "--runs", "4", "--export-json", report.name, *commands],
+            ["hyperfine", "--style", "none", "--warmup", "1", "--runs", "5", "--prepare", "sync",
+             "--export-json", report.name, *commands],
             check=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
         )
         return [result["min"] for result in json.load(report)["results"]]
