@@ -1,9 +1,11 @@
-// Flanger: each sample mixed with a copy whose delay sweeps up and down.
+// Flanger: each frame mixed with a copy whose delay sweeps up and down.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <span>
-#include <vector>
+
+#include "effects/delay_filters.h"
 
 namespace sonavel {
 
@@ -12,10 +14,15 @@ struct FlangerParameters {
     int modulationTenths = 1;  // of a hertz, 0 to 100
 };
 
-// A delay between two whole frames: `whole` of them and a fraction.
-struct FlangerDelay {
-    std::uint32_t whole;
-    float fraction;
+// The greatest delay of the sweep, in frames.
+std::uint32_t FlangerMaxDelay(const FlangerParameters& parameters, std::uint32_t samplesPerSecond);
+
+// Delays between two whole frames, one for each frame of a piece.
+struct FlangerDelays {
+    static constexpr std::size_t kMostFrames = 4096;
+
+    std::array<std::uint32_t, kMostFrames> whole;  // frames
+    std::array<float, kMostFrames> fraction;
 };
 
 // The swept delay of each frame of a run, the same for both channels.
@@ -23,26 +30,33 @@ class FlangerSweep {
   public:
     FlangerSweep(const FlangerParameters& parameters, std::uint32_t samplesPerSecond);
 
-    std::uint32_t MaxDelay() const { return maxDelay_; }  // frames
-    // The delays, from 0 to MaxDelay(), of the frames firstFrame, firstFrame + 1, ...
-    void Delays(std::uint32_t firstFrame, std::span<FlangerDelay> delays) const;
+    // The delays, from 0 to FlangerMaxDelay(), of at most kMostFrames frames from firstFrame on.
+    void Delays(std::uint32_t firstFrame, std::size_t frames, FlangerDelays& delays) const;
 
   private:
-    std::uint32_t maxDelay_;
+    static constexpr std::size_t kBlockFrames = 256;
+
+    double middle_;  // of the delays
     double radiansPerFrame_;
+    // Of the angles of the first frames of a run; those of later blocks are turned from there.
+    std::array<double, kBlockFrames> cosines_;
+    std::array<double, kBlockFrames> sines_;
 };
 
-// The delay line of one channel, silent at the start of a run.
-class FlangerChannel {
+// The past frames of a run, silent at its start, as pairs of left and right.
+class FlangerLine {
   public:
-    explicit FlangerChannel(std::uint32_t maxDelay);
+    explicit FlangerLine(std::uint32_t maxDelay);
 
-    // In place; `delays` holds one value for each sample.
-    void Process(std::span<const FlangerDelay> delays, std::span<float> samples);
+    // Where to put the pairs of the next frames, to be mixed then.
+    std::span<float> NextPairs(std::size_t frames);
+    // Mixes them into `pairs`; `delays` holds one delay for each of the frames.
+    void Mix(const FlangerDelays& delays, std::span<float> pairs);
 
   private:
-    std::uint32_t maxDelay_;
-    std::vector<float> line_;  // the last maxDelay + 1 inputs, then the piece's own
+    std::size_t history_;  // frames
+    DelayLine line_;
+    float* next_ = nullptr;
 };
 
 }  // namespace sonavel

@@ -49,26 +49,34 @@ void WriteLeftSlots(CWave& sound, EffectRange range, PairBuffer& pairs) {
     WriteTruncated(sound, 0, range.start, left);
 }
 
-// Both channels share the sweep, so they run side by side.
+// A mono sound's samples go to the left slots, and the right ones stay silent.
+void ReadPairs(const CWave& sound, std::uint32_t startFrame, std::span<float> pairs) {
+    if (sound.GetChannels() == 2) {
+        ReadInterleaved(sound, startFrame, pairs);
+        return;
+    }
+    std::array<float, kMaxPieceFrames> samples;
+    const auto left = std::span(samples).first(pairs.size() / 2);
+    ReadChannel(sound, 0, startFrame, left, EightBitReading::kFull);
+    std::fill(pairs.begin(), pairs.end(), 0.0f);
+    for (std::size_t i = 0; i < left.size(); ++i) pairs[2 * i] = left[i];
+}
+
 RunEnd RunFlanger(CSoundDoc& document, EffectRange range, const FlangerParameters& parameters,
                   PairBuffer& pairs) {
+    static_assert(kMaxPieceFrames <= FlangerDelays::kMostFrames);
     const auto progress = ShowProgress(document, " Flanger");
     const CWave& sound = document.Sound();
     const FlangerSweep sweep(parameters, sound.GetSamplesPerSecond());
-    std::vector<FlangerChannel> channels(sound.GetChannels(), FlangerChannel(sweep.MaxDelay()));
-    std::array<float, kMaxPieceFrames> samples;
-    std::array<FlangerDelay, kMaxPieceFrames> delays;
+    FlangerLine line(FlangerMaxDelay(parameters, sound.GetSamplesPerSecond()));
+    FlangerDelays delays;
     for (std::uint32_t done = 0; done < range.length; done += kMaxPieceFrames) {
         if (progress->Poll()) return RunEnd::kCancelled;
         progress->SetPosition(PercentDone(done, range.length));
         const std::size_t frames = std::min(range.length - done, kMaxPieceFrames);
-        const auto piece = std::span(samples).first(frames);
-        sweep.Delays(done, std::span(delays).first(frames));
-        for (unsigned channel = 0; channel < channels.size(); ++channel) {
-            ReadChannel(sound, channel, range.start + done, piece, EightBitReading::kFull);
-            channels[channel].Process(std::span(delays).first(frames), piece);
-            pairs.Put(channel, done, piece);
-        }
+        sweep.Delays(done, frames, delays);
+        ReadPairs(sound, range.start + done, line.NextPairs(frames));
+        line.Mix(delays, pairs.Pairs().subspan(std::size_t{2} * done, 2 * frames));
     }
     progress->SetPosition(100);
     return RunEnd::kFinished;

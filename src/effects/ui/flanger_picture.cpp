@@ -26,7 +26,7 @@ void FlangerPicture::SetParameters(const FlangerParameters& parameters) {
 
 double FlangerPicture::DelayMsAt(double seconds) const {
     // The sweep's greatest delay is a whole number of frames.
-    const double frames = FlangerSweep(parameters_, samplesPerSecond_).MaxDelay();
+    const double frames = FlangerMaxDelay(parameters_, samplesPerSecond_);
     const double turns = seconds * parameters_.modulationTenths * 0.1;
     const double share = (1 - std::cos(2 * std::numbers::pi * turns)) / 2;
     return share * frames * 1000 / samplesPerSecond_;
