@@ -6,34 +6,22 @@
 namespace sonavel {
 namespace {
 
-class AiffFileTest : public WaveTest {
-  protected:
-    bool ReadBytes(const FileBytes& bytes) {
-        WriteFileBytes(folder / "in.aiff", bytes);
-        return ReadAiff(folder / "in.aiff", wave);
-    }
-    FileBytes WrittenBytes() {
-        EXPECT_TRUE(WriteAiff(folder / "out.aiff", wave));
-        return ReadFileBytes(folder / "out.aiff");
-    }
-};
+using AiffFileTest = WaveTest;
 
 FileBytes SoundHeader(std::uint32_t size, std::uint32_t offset, std::uint32_t blockSize) {
     return ByteBuilder().Text("SSND").Big32(size).Big32(offset).Big32(blockSize).Bytes();
 }
 
 TEST(ExtendedFloatTest, HoldsEveryKindOfRate) {
-    struct Case {
-        std::uint32_t value;
-        ExtendedFloat bytes;
-    };
-    for (const Case& row : {Case{0, {}},
-                            {1, {0x3F, 0xFF, 0x80}},
-                            {8000, {0x40, 0x0B, 0xFA}},
-                            {44100, {0x40, 0x0E, 0xAC, 0x44}},
-                            {0xFFFFFFFF, {0x40, 0x1E, 0xFF, 0xFF, 0xFF, 0xFF}}}) {
-        EXPECT_EQ(ExtendedFromInteger(row.value), row.bytes) << row.value;
-        EXPECT_EQ(DoubleFromExtended(row.bytes), row.value);
+    const std::pair<std::uint32_t, ExtendedFloat> cases[] = {
+        {0, {}},
+        {1, {0x3F, 0xFF, 0x80}},
+        {8000, {0x40, 0x0B, 0xFA}},
+        {44100, {0x40, 0x0E, 0xAC, 0x44}},
+        {0xFFFFFFFF, {0x40, 0x1E, 0xFF, 0xFF, 0xFF, 0xFF}}};
+    for (const auto& [value, bytes] : cases) {
+        EXPECT_EQ(ExtendedFromInteger(value), bytes) << value;
+        EXPECT_EQ(DoubleFromExtended(bytes), value);
     }
     EXPECT_EQ(DoubleFromExtended({0xC0, 0x00, 0xC0}), -3);
     EXPECT_EQ(DoubleFromExtended({0x3F, 0xFE, 0x80}), 0.5);
@@ -47,20 +35,16 @@ TEST_F(AiffFileTest, WritesItsHeaderAndSamples) {
     parts.frames = 2;
     parts.bits = 8;
     parts.data = {128, 129, 0, 127};
-    EXPECT_EQ(WrittenBytes(), AiffBytes(parts));
+    EXPECT_EQ(WrittenBy(WriteAiff), AiffBytes(parts));
     EXPECT_EQ(LoadBig32(&AiffBytes(parts)[4]), 2u * 2 + 46);
     EXPECT_TRUE(wave.GetModified());
 }
 
 TEST_F(AiffFileTest, EightBitSoundsComeBackTurnedRound) {
-    FileBytes all(256), turned(256);
-    for (unsigned byte = 0; byte < 256; ++byte) {
-        all[byte] = static_cast<std::uint8_t>(byte);
-        turned[byte] = static_cast<std::uint8_t>(256 - byte);
-    }
-    Fill(1, 8, 22050, all);
-    ASSERT_TRUE(WriteAiff(folder / "a.aiff", wave));
-    ASSERT_TRUE(ReadAiff(folder / "a.aiff", wave));
+    FileBytes turned = EveryByte();
+    for (std::uint8_t& byte : turned) byte = static_cast<std::uint8_t>(256 - byte);
+    Fill(1, 8, 22050, EveryByte());
+    ASSERT_TRUE(Reads(ReadAiff, WrittenBy(WriteAiff)));
     EXPECT_EQ(SoundBytes(wave), turned);
     EXPECT_EQ(wave.GetFormat(), MakePcmFormat(1, 8, 22050));
 }
@@ -70,7 +54,7 @@ TEST_F(AiffFileTest, SixteenBitSoundsAreWrittenAsOneSecond) {
         const std::size_t second = 8000 * 2 * channels;
         for (const std::size_t size : {2 * second, second, second / 4}) {
             Fill(channels, 16, 8000, Pattern(size));
-            const FileBytes file = WrittenBytes();
+            const FileBytes file = WrittenBy(WriteAiff);
             ASSERT_EQ(file.size(), 54 + second);
             EXPECT_EQ(LoadBig32(&file[22]), size / (2 * channels));
             EXPECT_EQ(LoadBig32(&file[42]), size + 8);
@@ -93,7 +77,7 @@ TEST_F(AiffFileTest, ReadsBothWidthsBehindUnknownChunksAndOffsets) {
         const FileBytes file =
             AiffFormBytes(unknown + AiffCommonBytes(parts) + unknown + SoundHeader(0, 5, 0) +
                           FileBytes(5, 99) + data + BytesOf("behind"));
-        ASSERT_TRUE(ReadBytes(file));
+        ASSERT_TRUE(Reads(ReadAiff, file));
         FileBytes expected = data;
         for (std::size_t i = 0; i < expected.size(); ++i)
             expected[i] = bits == 16 ? data[i ^ 1] : static_cast<std::uint8_t>(128 - data[i]);
@@ -113,12 +97,11 @@ TEST_F(AiffFileTest, WarnsAndReadsOn) {
     const FileBytes data = Pattern(8);
     const std::string missing = "Missing SSND chunk in AIFF file";
     const std::string cut = "unexpected EOF in AIFF chunk";
-    struct Case {
+    const struct {
         FileBytes chunks;
         std::vector<std::string> messages;
         std::size_t soundBytes;  // the rest of the four frames is silence
-    };
-    const std::vector<Case> cases = {
+    } cases[] = {
         {badSize + SoundHeader(16, 0, 0) + data, {"AIFF COMM chunk has bad size"}, 8},
         {common + SoundHeader(16, 0, 9) + data, {"AIFF header specifies nonzero blocksize?"}, 8},
         {common, {missing}, 0},
@@ -130,9 +113,9 @@ TEST_F(AiffFileTest, WarnsAndReadsOn) {
          0},
         {common + SoundHeader(16, 0, 0) + FileBytes(data.begin(), data.begin() + 5), {}, 5},
     };
-    for (const Case& row : cases) {
+    for (const auto& row : cases) {
         prompts.messages.clear();
-        ASSERT_TRUE(ReadBytes(AiffFormBytes(row.chunks)));
+        ASSERT_TRUE(Reads(ReadAiff, AiffFormBytes(row.chunks)));
         EXPECT_EQ(prompts.messages, row.messages);
         FileBytes expected = data;
         expected.resize(row.soundBytes);
@@ -147,7 +130,7 @@ TEST_F(AiffFileTest, LackingEightBitSoundIsSilence) {
     parts.frames = 3;
     parts.bits = 8;
     parts.data = {1};
-    ASSERT_TRUE(ReadBytes(AiffBytes(parts)));
+    ASSERT_TRUE(Reads(ReadAiff, AiffBytes(parts)));
     EXPECT_EQ(SoundBytes(wave), (FileBytes{127, 128, 128}));
 }
 

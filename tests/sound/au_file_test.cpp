@@ -6,33 +6,18 @@
 namespace sonavel {
 namespace {
 
-class AuFileTest : public WaveTest {
-  protected:
-    bool ReadBytes(const FileBytes& bytes) {
-        WriteFileBytes(folder / "in.au", bytes);
-        return ReadAu(folder / "in.au", wave);
-    }
-};
+using AuFileTest = WaveTest;
 
 TEST(CompandedSamplesTest, MatchTheStandard) {
     // Ends, middle and a value from inside a segment, in both signs.
-    const ExpansionTable& mu = MuLawTable();
-    EXPECT_EQ(mu[0x00], -32124);
-    EXPECT_EQ(mu[0x80], 32124);
-    EXPECT_EQ(mu[0xFF], 0);
-    EXPECT_EQ(mu[0x7F], 0);
-    EXPECT_EQ(mu[0xFE], 8);
-    EXPECT_EQ(mu[0x6F], -132);
-    EXPECT_EQ(mu[0x01], -31100);
-    EXPECT_EQ(mu[0x10], -15996);
-    const ExpansionTable& a = ALawTable();
-    EXPECT_EQ(a[0xD5], 8);
-    EXPECT_EQ(a[0x55], -8);
-    EXPECT_EQ(a[0xAA], 32256);
-    EXPECT_EQ(a[0x2A], -32256);
-    EXPECT_EQ(a[0xC5], 264);
-    EXPECT_EQ(a[0x00], -5504);
-    EXPECT_EQ(a[0x01], -5248);
+    const std::pair<std::uint8_t, int> mu[] = {{0x00, -32124}, {0x80, 32124}, {0xFF, 0},
+                                               {0x7F, 0},      {0xFE, 8},     {0x6F, -132},
+                                               {0x01, -31100}, {0x10, -15996}};
+    for (const auto& [code, value] : mu) EXPECT_EQ(MuLawTable()[code], value) << int{code};
+    const std::pair<std::uint8_t, int> a[] = {{0xD5, 8},      {0x55, -8},  {0xAA, 32256},
+                                              {0x2A, -32256}, {0xC5, 264}, {0x00, -5504},
+                                              {0x01, -5248}};
+    for (const auto& [code, value] : a) EXPECT_EQ(ALawTable()[code], value) << int{code};
 }
 
 TEST(CompandedSamplesTest, GrowStrictlyWithinEachSign) {
@@ -45,25 +30,23 @@ TEST(CompandedSamplesTest, GrowStrictlyWithinEachSign) {
 }
 
 TEST_F(AuFileTest, WritesItsHeaderAnnotationAndSamples) {
+    const FileBytes annotation = {'S', 'o', 'n', 'a', 'v', 'e', 'l', 0};
     Fill(2, 16, 44100, {1, 2, 3, 4});
     wave.SetModified(true);
-    ASSERT_TRUE(WriteAu(folder / "out.au", wave));
-    const FileBytes annotation = {'S', 'o', 'n', 'a', 'v', 'e', 'l', 0};
-    EXPECT_EQ(ReadFileBytes(folder / "out.au"),
+    EXPECT_EQ(WrittenBy(WriteAu),
               AuBytes({32, 4, 3, 44100, 2, annotation + FileBytes{2, 1, 4, 3}}));
     EXPECT_FALSE(wave.GetModified());
     Fill(1, 8, 8000, {0, 128, 255});
-    ASSERT_TRUE(WriteAu(folder / "out.au", wave));
-    EXPECT_EQ(ReadFileBytes(folder / "out.au"),
+    EXPECT_EQ(WrittenBy(WriteAu),
               AuBytes({32, 3, 2, 8000, 1, annotation + FileBytes{128, 0, 127}}));
 }
 
 TEST_F(AuFileTest, EveryWidthComesBackAsItWas) {
     for (const auto& [channels, bits] : {std::pair{1u, 8u}, {2u, 8u}, {1u, 16u}, {2u, 16u}}) {
         Fill(channels, bits, 16000, Pattern(300000));
-        ASSERT_TRUE(WriteAu(folder / "a.au", wave));
+        const FileBytes file = WrittenBy(WriteAu);
         Fill(1, 8, 8000, {});
-        ASSERT_TRUE(ReadAu(folder / "a.au", wave));
+        ASSERT_TRUE(Reads(ReadAu, file));
         EXPECT_EQ(SoundBytes(wave), Pattern(300000));
         EXPECT_EQ(wave.GetFormat(), MakePcmFormat(channels, bits, 16000));
     }
@@ -74,7 +57,7 @@ TEST_F(AuFileTest, ExpandsCompandedSamples) {
     const FileBytes codes = Pattern(200001);
     for (const std::uint32_t encoding : {1u, 27u}) {
         const ExpansionTable& table = encoding == 1 ? MuLawTable() : ALawTable();
-        ASSERT_TRUE(ReadBytes(AuBytes({24, 200001, encoding, 8000, 1, codes})));
+        ASSERT_TRUE(Reads(ReadAu, AuBytes({24, 200001, encoding, 8000, 1, codes})));
         ASSERT_EQ(wave.GetFormat(), MakePcmFormat(1, 16, 8000));
         ASSERT_EQ(wave.GetFrameCount(), codes.size());
         for (std::uint32_t frame = 0; frame < codes.size(); ++frame)
@@ -84,13 +67,11 @@ TEST_F(AuFileTest, ExpandsCompandedSamples) {
 
 TEST_F(AuFileTest, ReadsUpToTheEndOrToTheSizeAndOnlyWholeFrames) {
     const FileBytes behind = FileBytes(4) + Pattern(11);
-    struct Case {
-        std::uint32_t size, frames;
-    };
-    for (const Case& row : {Case{0xFFFFFFFF, 2}, {11, 2}, {8, 2}, {7, 1}, {0, 0}}) {
-        ASSERT_TRUE(ReadBytes(AuBytes({28, row.size, 3, 8000, 2, behind})));
-        EXPECT_EQ(wave.GetFrameCount(), row.frames);
-        EXPECT_EQ(wave.GetDataSize(), row.frames * 4);
+    for (const auto& [size, frames] :
+         {std::pair{0xFFFFFFFFu, 2u}, {11u, 2u}, {8u, 2u}, {7u, 1u}, {0u, 0u}}) {
+        ASSERT_TRUE(Reads(ReadAu, AuBytes({28, size, 3, 8000, 2, behind})));
+        EXPECT_EQ(wave.GetFrameCount(), frames) << size;
+        EXPECT_EQ(wave.GetDataSize(), frames * 4);
     }
 }
 

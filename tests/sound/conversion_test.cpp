@@ -13,20 +13,18 @@ FileBytes BytesOfWords(std::initializer_list<int> words) {
 using ConversionTest = WaveTest;
 
 TEST_F(ConversionTest, WidensEveryByteAndNarrowsItBack) {
-    FileBytes all(256);
-    for (unsigned byte = 0; byte < 256; ++byte) all[byte] = static_cast<std::uint8_t>(byte);
-    Fill(2, 8, 22050, all);
+    Fill(2, 8, 22050, EveryByte());
     wave.Markers().Add(5, "kept", 0);
     ASSERT_TRUE(wave.ConvertBits(16));
     EXPECT_EQ(wave.GetFormat(), MakePcmFormat(2, 16, 22050));
-    EXPECT_EQ(wave.GetFrameCount(), 128u);
     const std::span<const std::int16_t> words = Words(std::as_const(wave).Bytes());
+    ASSERT_EQ(words.size(), 256u);
     EXPECT_EQ(words[0], -32768);
-    for (int byte = 1; byte < 256; ++byte)
-        EXPECT_EQ(words[static_cast<std::size_t>(byte)], (128 - byte) * 256);
+    for (std::size_t byte = 1; byte < 256; ++byte)
+        EXPECT_EQ(words[byte], (128 - static_cast<int>(byte)) * 256);
     EXPECT_TRUE(wave.GetModified());
     ASSERT_TRUE(wave.ConvertBits(8));
-    EXPECT_EQ(SoundBytes(wave), all);
+    EXPECT_EQ(SoundBytes(wave), EveryByte());
     EXPECT_EQ(wave.Markers().Count(), 1u);
 }
 
@@ -40,28 +38,28 @@ TEST_F(ConversionTest, NarrowsEveryWordByItsHighByte) {
 }
 
 TEST_F(ConversionTest, ChangesTheChannelCount) {
-    struct Case {
+    using enum ChannelChoice;
+    const FileBytes bytes = {10, 201, 250, 255};
+    const FileBytes frames = BytesOfWords({-3, 0, 3, 0, 32767, 32767, -32768, -32768, 100, -101});
+    const struct {
         unsigned channels, bits;
         ChannelChoice choice;
         FileBytes before, after;
+    } cases[] = {
+        {1, 8, kLeft, bytes, {10, 0, 201, 0, 250, 0, 255, 0}},
+        {1, 8, kRight, bytes, {0, 10, 0, 201, 0, 250, 0, 255}},
+        {1, 8, kBothOrMix, bytes, {10, 10, 201, 201, 250, 250, 255, 255}},
+        {2, 8, kLeft, bytes, {10, 250}},
+        {2, 8, kRight, bytes, {201, 255}},
+        {2, 8, kBothOrMix, bytes, {105, 252}},
+        {1, 16, kLeft, BytesOfWords({-2, 7}), BytesOfWords({-2, 0, 7, 0})},
+        {1, 16, kRight, BytesOfWords({-2, 7}), BytesOfWords({0, -2, 0, 7})},
+        {1, 16, kBothOrMix, BytesOfWords({-2, 7}), BytesOfWords({-2, -2, 7, 7})},
+        {2, 16, kLeft, frames, BytesOfWords({-3, 3, 32767, -32768, 100})},
+        {2, 16, kRight, frames, BytesOfWords({0, 0, 32767, -32768, -101})},
+        {2, 16, kBothOrMix, frames, BytesOfWords({-1, 1, 32767, -32768, 0})},
     };
-    const FileBytes bytes = {10, 201, 250, 255};
-    const FileBytes frames = BytesOfWords({-3, 0, 3, 0, 32767, 32767, -32768, -32768, 100, -101});
-    const std::vector<Case> cases = {
-        {1, 8, ChannelChoice::kLeft, bytes, {10, 0, 201, 0, 250, 0, 255, 0}},
-        {1, 8, ChannelChoice::kRight, bytes, {0, 10, 0, 201, 0, 250, 0, 255}},
-        {1, 8, ChannelChoice::kBothOrMix, bytes, {10, 10, 201, 201, 250, 250, 255, 255}},
-        {2, 8, ChannelChoice::kLeft, bytes, {10, 250}},
-        {2, 8, ChannelChoice::kRight, bytes, {201, 255}},
-        {2, 8, ChannelChoice::kBothOrMix, bytes, {105, 252}},
-        {1, 16, ChannelChoice::kLeft, BytesOfWords({-2, 7}), BytesOfWords({-2, 0, 7, 0})},
-        {1, 16, ChannelChoice::kRight, BytesOfWords({-2, 7}), BytesOfWords({0, -2, 0, 7})},
-        {1, 16, ChannelChoice::kBothOrMix, BytesOfWords({-2, 7}), BytesOfWords({-2, -2, 7, 7})},
-        {2, 16, ChannelChoice::kLeft, frames, BytesOfWords({-3, 3, 32767, -32768, 100})},
-        {2, 16, ChannelChoice::kRight, frames, BytesOfWords({0, 0, 32767, -32768, -101})},
-        {2, 16, ChannelChoice::kBothOrMix, frames, BytesOfWords({-1, 1, 32767, -32768, 0})},
-    };
-    for (const Case& row : cases) {
+    for (const auto& row : cases) {
         SCOPED_TRACE(testing::Message() << row.channels << " channels, " << row.bits
                                         << " bits, choice " << static_cast<int>(row.choice));
         Fill(row.channels, row.bits, 8000, row.before);
@@ -82,11 +80,7 @@ TEST_F(ConversionTest, LeavesTheSoundAloneWhereNothingOrNothingPossibleIsAsked) 
 }
 
 TEST_F(ConversionTest, FillsTheCounterpartOfACutSampleWithZeros) {
-    SoundCopy cut;
-    cut.format = MakePcmFormat(1, 16, 8000);
-    ASSERT_TRUE(cut.buffer.Allocate(5));
-    std::memset(cut.buffer.Data(), 0x11, 5);
-    wave.Adopt(std::move(cut));
+    Fill(1, 16, 8000, FileBytes(5, 0x11));
     ASSERT_TRUE(wave.ConvertChannels(2, ChannelChoice::kBothOrMix));
     EXPECT_EQ(SoundBytes(wave), (FileBytes{0x11, 0x11, 0x11, 0x11, 0x11, 0x11, 0x11, 0x11, 0, 0}));
 }

@@ -11,12 +11,6 @@
 namespace sonavel {
 namespace {
 
-using Reader = bool (*)(const std::filesystem::path&, CWave&);
-
-bool OpenWav(const std::filesystem::path& path, CWave& wave) {
-    return wave.Open(path, WavOpenMode::kReadAll);
-}
-
 class HostileFilesTest : public WaveTest {
   protected:
     void SetUp() override {
@@ -27,12 +21,11 @@ class HostileFilesTest : public WaveTest {
 
     // The file must be refused with this last error; `text` in a box unless it is a status text.
     enum class Shown { kInBox, kInStatus };
-    void ExpectRefused(Reader read, const FileBytes& bytes, std::string_view text,
+    void ExpectRefused(FileAction read, const FileBytes& bytes, std::string_view text,
                        Shown shown = Shown::kInBox) {
         prompts.messages.clear();
         prompts.statusTexts.clear();
-        WriteFileBytes(folder / "bad", bytes);
-        EXPECT_FALSE(read(folder / "bad", wave));
+        EXPECT_FALSE(Reads(read, bytes));
         EXPECT_EQ(wave.LastError(), text);
         EXPECT_EQ(prompts.messages.empty(), shown == Shown::kInStatus);
         EXPECT_EQ(prompts.statusTexts.empty(), shown == Shown::kInBox);
@@ -66,41 +59,48 @@ TEST_F(HostileFilesTest, WavHeadersThatLie) {
     parts.data = Pattern(100);
     const FileBytes good = WavBytes(parts);
     const FileBytes format = RiffChunkBytes("fmt ", WavFormatBytes(parts));
-    ExpectRefused(OpenWav, {}, "The file has no RIFF chunk of the form WAVE.", Shown::kInStatus);
-    ExpectRefused(OpenWav, RiffBytes({}), "The file has no fmt chunk.", Shown::kInStatus);
-    ExpectRefused(OpenWav, RiffBytes(format), "The file has no data chunk.", Shown::kInStatus);
-    // A RIFF size that ends before the data chunk.
-    ExpectRefused(OpenWav, Patched(good, 4, Little(28)), "The file has no data chunk.",
-                  Shown::kInStatus);
-    for (const std::uint32_t size : {0u, 13u})
-        ExpectRefused(OpenWav, Patched(good, 16, Little(size)), "Wave Format Read Failure.");
-    for (const std::uint32_t size : {14u, 15u})
-        ExpectRefused(OpenWav, Patched(good, 16, Little(size)), "Data Read Failure.");
-    // A format chunk that overlaps the data chunk.
-    ExpectRefused(OpenWav, Patched(good, 16, Little(60)), "The file has no data chunk.",
-                  Shown::kInStatus);
-    for (const std::uint32_t size : {101u, 0x40000000u, 0x7FFFFFFFu})
-        ExpectRefused(OpenWav, Patched(good, 40, Little(size)), "Read Data Failure.");
-    for (const std::uint32_t size : {0x80000000u, 0xFFFFFFFFu})
-        ExpectRefused(OpenWav, Patched(good, 40, Little(size)), "Memory Allocation Failure.");
+    const auto sized = [&](std::size_t chunk, std::uint32_t size) {
+        return Patched(good, chunk + 4, Little(size));
+    };
+    constexpr std::size_t kRiff = 0, kFormat = 12, kData = 36;
+    const std::pair<FileBytes, const char*> inStatus[] = {
+        {{}, "The file has no RIFF chunk of the form WAVE."},
+        {RiffBytes({}), "The file has no fmt chunk."},
+        {RiffBytes(format), "The file has no data chunk."},
+        {sized(kRiff, 28), "The file has no data chunk."},    // ends before the data chunk
+        {sized(kFormat, 60), "The file has no data chunk."},  // overlaps it
+    };
+    for (const auto& [bytes, text] : inStatus)
+        ExpectRefused(OpenWav, bytes, text, Shown::kInStatus);
+    const std::pair<FileBytes, const char*> inBox[] = {
+        {sized(kFormat, 0), "Wave Format Read Failure."},
+        {sized(kFormat, 13), "Wave Format Read Failure."},
+        {sized(kFormat, 14), "Data Read Failure."},
+        {sized(kFormat, 15), "Data Read Failure."},
+        {sized(kData, 101), "Read Data Failure."},
+        {sized(kData, 0x40000000), "Read Data Failure."},
+        {sized(kData, 0x7FFFFFFF), "Read Data Failure."},
+        {sized(kData, 0x80000000), "Memory Allocation Failure."},
+        {sized(kData, 0xFFFFFFFF), "Memory Allocation Failure."},
+    };
+    for (const auto& [bytes, text] : inBox) ExpectRefused(OpenWav, bytes, text);
 }
 
 TEST_F(HostileFilesTest, WavFormatsThatCannotBeEdited) {
-    struct Case {
+    const struct {
         unsigned channels;
         std::uint32_t rate;
         unsigned bits, blockAlign;
         const char* detail;
-    };
-    for (const Case& row :
-         {Case{0, 8000, 16, 2, "0 channels, 16-bit, 8,000 Hz, 2 bytes a frame"},
-          {3, 8000, 16, 6, "3 channels, 16-bit, 8,000 Hz, 6 bytes a frame"},
-          {65535, 8000, 16, 65534, "65535 channels, 16-bit, 8,000 Hz, 65534 bytes a frame"},
-          {1, 0, 16, 2, "1 channels, 16-bit, 0,000 Hz, 2 bytes a frame"},
-          {1, 8000, 0, 2, "1 channels, 0-bit, 8,000 Hz, 2 bytes a frame"},
-          {2, 96000, 24, 6, "2 channels, 24-bit, 96,000 Hz, 6 bytes a frame"},
-          {1, 8000, 16, 0, "1 channels, 16-bit, 8,000 Hz, 0 bytes a frame"},
-          {2, 8000, 16, 2, "2 channels, 16-bit, 8,000 Hz, 2 bytes a frame"}}) {
+    } cases[] = {{0, 8000, 16, 2, "0 channels, 16-bit, 8,000 Hz, 2 bytes a frame"},
+                 {3, 8000, 16, 6, "3 channels, 16-bit, 8,000 Hz, 6 bytes a frame"},
+                 {65535, 8000, 16, 65534, "65535 channels, 16-bit, 8,000 Hz, 65534 bytes a frame"},
+                 {1, 0, 16, 2, "1 channels, 16-bit, 0,000 Hz, 2 bytes a frame"},
+                 {1, 8000, 0, 2, "1 channels, 0-bit, 8,000 Hz, 2 bytes a frame"},
+                 {2, 96000, 24, 6, "2 channels, 24-bit, 96,000 Hz, 6 bytes a frame"},
+                 {1, 8000, 16, 0, "1 channels, 16-bit, 8,000 Hz, 0 bytes a frame"},
+                 {2, 8000, 16, 2, "2 channels, 16-bit, 8,000 Hz, 2 bytes a frame"}};
+    for (const auto& row : cases) {
         WavParts parts{1, row.channels, row.rate, row.bits, row.blockAlign, {}, Pattern(24), {}};
         ExpectRefused(OpenWav, WavBytes(parts),
                       std::string("This format cannot be edited: ") + row.detail);
@@ -130,10 +130,8 @@ TEST_F(HostileFilesTest, WavMarkersThatLie) {
 
 TEST_F(HostileFilesTest, TruncatedWavsOpenOnlyBetweenTheirChunks) {
     Fill(1, 16, 8000, Pattern(64));
-    wave.Markers().Clear();
     wave.Markers().Add(3, "name", 0);
-    ASSERT_TRUE(wave.Save(folder / "good.wav", MarkerSaving::kOn));
-    const FileBytes good = ReadFileBytes(folder / "good.wav");
+    const FileBytes good = WrittenBy(SaveWav);
     ASSERT_EQ(good.size(), 200u);
     const auto opens = [](std::size_t size) {
         constexpr std::size_t kDataEnd = 108, kCuePoints = kDataEnd + 8, kCueEnd = kCuePoints + 28;
@@ -142,10 +140,9 @@ TEST_F(HostileFilesTest, TruncatedWavsOpenOnlyBetweenTheirChunks) {
                size == kEnd;
     };
     for (std::size_t size = 0; size <= good.size(); ++size) {
-        WriteFileBytes(folder / "cut.wav", Resized(good, size));
-        CWave other(prompts, progress);
-        EXPECT_EQ(OpenWav(folder / "cut.wav", other), opens(size)) << size;
-        EXPECT_EQ(SoundBytes(other), opens(size) ? Pattern(64) : FileBytes()) << size;
+        Fill(1, 16, 8000, {});
+        EXPECT_EQ(Reads(OpenWav, Resized(good, size)), opens(size)) << size;
+        EXPECT_EQ(SoundBytes(wave), opens(size) ? Pattern(64) : FileBytes()) << size;
         EXPECT_EQ(progress.openWindows, 0);
     }
 }
@@ -156,15 +153,15 @@ TEST_F(HostileFilesTest, ManyEmptyChunksAreQuick) {
     WavParts parts;
     parts.beforeData = many.Bytes();
     parts.data = Pattern(100);
-    WriteFileBytes(folder / "many.wav", WavBytes(parts));
+
     AiffParts aiff;
     aiff.frames = 50;
     aiff.beforeCommon = many.Bytes();
     aiff.data = Pattern(100);
-    WriteFileBytes(folder / "many.aiff", AiffBytes(aiff));
+
     const auto start = std::chrono::steady_clock::now();
-    EXPECT_TRUE(OpenWav(folder / "many.wav", wave));
-    EXPECT_TRUE(ReadAiff(folder / "many.aiff", wave));
+    EXPECT_TRUE(Reads(OpenWav, WavBytes(parts)));
+    EXPECT_TRUE(Reads(ReadAiff, AiffBytes(aiff)));
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
 }
 
@@ -172,7 +169,7 @@ TEST_F(HostileFilesTest, PathsThatAreNoReadableFiles) {
     const std::filesystem::path pipe = folder / "pipe";
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     for (const std::filesystem::path& path : {folder.Path(), folder / "none", pipe}) {
-        for (const Reader read : {Reader{OpenWav}, Reader{ReadAiff}, Reader{ReadAu}}) {
+        for (const FileAction read : {OpenWav, ReadAiff, ReadAu}) {
             EXPECT_FALSE(read(path, wave));
             EXPECT_EQ(prompts.messages.back(), "File Open Failure.");
             ExpectUnchanged();
@@ -189,28 +186,30 @@ TEST_F(HostileFilesTest, AiffHeadersThatLie) {
     parts.frames = 50;
     parts.data = Pattern(100);
     const FileBytes good = AiffBytes(parts);
-    ExpectRefused(ReadAiff, {}, "AIFF header does not begin with magic word FORM");
-    ExpectRefused(ReadAiff, Resized(good, 11), "AIFF 'FORM' chunk does specify 'AIFF' as type");
-    ExpectRefused(ReadAiff, Patched(good, 8, BytesOf("AIFC")),
-                  "AIFF 'FORM' chunk does specify 'AIFF' as type");
-    ExpectRefused(ReadAiff, Resized(good, 37), "EOF while reading IEEE extended number");
-    ExpectRefused(ReadAiff, AiffFormBytes(ByteBuilder().Text("SSND").Big32(8).Big32(0).Bytes()),
-                  "Missing COMM chunk in AIFF file");
-    for (const std::uint32_t frames : {0x3FFFFFFFu, 0xFFFFFFu}) {
+    const auto announcing = [&](std::uint32_t frames) {
         parts.frames = frames;
-        ExpectRefused(ReadAiff, AiffBytes(parts), "unexpected EOF in AIFF chunk");
-    }
-    parts.frames = 0x40000000;
-    ExpectRefused(ReadAiff, AiffBytes(parts), "Memory Allocation Failure.");
+        return AiffBytes(parts);
+    };
+    const std::pair<FileBytes, const char*> cases[] = {
+        {{}, "AIFF header does not begin with magic word FORM"},
+        {Resized(good, 11), "AIFF 'FORM' chunk does specify 'AIFF' as type"},
+        {Patched(good, 8, BytesOf("AIFC")), "AIFF 'FORM' chunk does specify 'AIFF' as type"},
+        {Resized(good, 37), "EOF while reading IEEE extended number"},
+        {AiffFormBytes(ByteBuilder().Text("SSND").Big32(8).Big32(0).Bytes()),
+         "Missing COMM chunk in AIFF file"},
+        {announcing(0x3FFFFFFF), "unexpected EOF in AIFF chunk"},
+        {announcing(0xFFFFFF), "unexpected EOF in AIFF chunk"},
+        {announcing(0x40000000), "Memory Allocation Failure."},
+    };
+    for (const auto& [bytes, text] : cases) ExpectRefused(ReadAiff, bytes, text);
 }
 
 TEST_F(HostileFilesTest, AiffFormatsThatCannotBeEdited) {
     const FileBytes eight = AiffParts{}.rate;
-    struct Case {
+    const struct {
         unsigned channels, bits;
         FileBytes rate;
-    };
-    const std::vector<Case> cases = {
+    } cases[] = {
         {0, 16, eight},
         {3, 16, eight},
         {65535, 16, eight},
@@ -224,10 +223,9 @@ TEST_F(HostileFilesTest, AiffFormatsThatCannotBeEdited) {
         {1, 16, Extended(0x401E, 0x80000000)},  // 2^31, whose bytes per second do not fit
         {1, 16, Extended(0x7FFE, 0xFFFFFFFF)},
     };
-    for (const Case& row : cases) {
+    for (const auto& row : cases) {
         AiffParts parts{row.channels, 4, row.bits, row.rate, {}, Pattern(8)};
-        WriteFileBytes(folder / "bad.aiff", AiffBytes(parts));
-        EXPECT_FALSE(ReadAiff(folder / "bad.aiff", wave));
+        EXPECT_FALSE(Reads(ReadAiff, AiffBytes(parts)));
         EXPECT_EQ(wave.LastError().find("This format cannot be edited: "), 0u);
         ExpectUnchanged();
     }
@@ -237,37 +235,33 @@ TEST_F(HostileFilesTest, AuHeadersThatLie) {
     AuParts parts;
     parts.behindHeader = Pattern(4 + 100);
     const FileBytes good = AuBytes(parts);
-    ExpectRefused(ReadAu, {}, "This is no Next/Sun audio file.");
-    ExpectRefused(ReadAu, Resized(good, 23), "This is no Next/Sun audio file.");
-    ExpectRefused(ReadAu, Patched(good, 0, BytesOf("dns.")), "This is no Next/Sun audio file.");
-    for (const std::uint32_t offset : {0u, 23u, 129u, 0xFFFFFFF0u}) {
-        AuParts lying = parts;
-        lying.offset = offset;
-        ExpectRefused(ReadAu, AuBytes(lying), "Read Data Failure.");
-    }
-    for (const std::uint32_t size : {101u, 0x40000000u, 0xFFFFFFFEu}) {
-        AuParts lying = parts;
-        lying.size = size;
-        ExpectRefused(ReadAu, AuBytes(lying), "Read Data Failure.");
-    }
-    for (const std::uint32_t encoding : {0u, 4u, 6u, 23u, 0xFFFFFFFFu}) {
-        AuParts lying = parts;
-        lying.encoding = encoding;
-        ExpectRefused(ReadAu, AuBytes(lying),
-                      "This Next/Sun encoding cannot be edited: " + std::to_string(encoding));
-    }
-    for (const std::uint32_t channels : {0u, 3u, 0x10001u}) {
-        AuParts lying = parts;
-        lying.channels = channels;
-        ExpectRefused(ReadAu, AuBytes(lying),
-                      "This format cannot be edited: " + std::to_string(channels) + " channels");
-    }
-    for (const std::uint32_t rate : {0u, 0xFFFFFFFFu}) {
-        AuParts lying = parts;
-        lying.rate = rate;
-        ExpectRefused(
-            ReadAu, AuBytes(lying),
-            "This format cannot be edited: 1 channels, 16-bit, 0,000 Hz, 2 bytes a frame");
+    for (const FileBytes& bytes :
+         {FileBytes(), Resized(good, 23), Patched(good, 0, BytesOf("dns."))})
+        ExpectRefused(ReadAu, bytes, "This is no Next/Sun audio file.");
+    const struct {
+        std::uint32_t AuParts::*field;
+        std::vector<std::uint32_t> values;
+        std::string text;  // in which # stands for the value
+    } cases[] = {
+        {&AuParts::offset, {0, 23, 129, 0xFFFFFFF0}, "Read Data Failure."},
+        {&AuParts::size, {101, 0x40000000, 0xFFFFFFFE}, "Read Data Failure."},
+        {&AuParts::encoding,
+         {0, 4, 6, 23, 0xFFFFFFFF},
+         "This Next/Sun encoding cannot be edited: #"},
+        {&AuParts::channels, {0, 3, 0x10001}, "This format cannot be edited: # channels"},
+        {&AuParts::rate,
+         {0, 0xFFFFFFFF},
+         "This format cannot be edited: 1 channels, 16-bit, 0,000 Hz, 2 bytes a frame"},
+    };
+    for (const auto& c : cases) {
+        for (const std::uint32_t value : c.values) {
+            AuParts lying = parts;
+            lying.*c.field = value;
+            std::string text = c.text;
+            if (const auto at = text.find('#'); at != std::string::npos)
+                text.replace(at, 1, std::to_string(value));
+            ExpectRefused(ReadAu, AuBytes(lying), text);
+        }
     }
 }
 

@@ -40,18 +40,13 @@ TEST(MarkerListTest, RemovingRenumbersNothingAndIdsMayRepeat) {
 
 TEST(MarkerListTest, FindsNeighbours) {
     const MarkerList markers = AtPositions({50, 0, 10, 30, 200});
-    struct Case {
+    const struct {
         std::uint32_t position, before, after;
-    };
-    for (const Case& row : {Case{0, 0, 10},
-                            {9, 0, 10},
-                            {10, 10, 30},
-                            {49, 30, 50},
-                            {50, 50, 100},
-                            {100, 50, 100},
-                            {250, 200, 100}}) {
-        EXPECT_EQ(markers.Before(row.position), row.before) << row.position;
-        EXPECT_EQ(markers.After(row.position, 100), row.after) << row.position;
+    } cases[] = {{0, 0, 10},    {9, 0, 10},     {10, 10, 30},   {49, 30, 50},
+                 {50, 50, 100}, {100, 50, 100}, {250, 200, 100}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(markers.Before(c.position), c.before) << c.position;
+        EXPECT_EQ(markers.After(c.position, 100), c.after) << c.position;
     }
     EXPECT_EQ(MarkerList().Before(5), 0u);
     EXPECT_EQ(MarkerList().After(5, 100), 100u);

@@ -1,7 +1,9 @@
 #include "sound/replacing_file.h"
 
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <csignal>
 
@@ -14,13 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-using Writer = bool (*)(const fs::path&, CWave&);
-
-bool SaveWav(const fs::path& path, CWave& wave) {
-    return wave.Save(path, MarkerSaving::kOn);
-}
-
-constexpr Writer kWriters[] = {SaveWav, WriteAiff, WriteAu};
+constexpr FileAction kWriters[] = {SaveWav, WriteAiff, WriteAu};
 
 class ReplacingFileTest : public WaveTest {
   protected:
@@ -87,7 +83,7 @@ TEST_F(ReplacingFileTest, FollowsSymbolicLinksToTheirFile) {
 
 TEST_F(ReplacingFileTest, TargetsThatCannotBeFilesFailToOpen) {
     const fs::path longName = folder / std::string(256, 'n');
-    for (const Writer write : kWriters) {
+    for (const FileAction write : kWriters) {
         for (const fs::path& path :
              {folder.Path(), folder / "no folder" / "a.wav", fs::path("/dev/full"), fs::path()}) {
             prompts.messages.clear();
@@ -107,7 +103,7 @@ TEST_F(ReplacingFileTest, AFullDiskLeavesTheOldFileWhole) {
     rlimit small = limit;
     for (const rlim_t size : {rlim_t{0}, rlim_t{20}, rlim_t{10000}}) {
         small.rlim_cur = size;
-        for (const Writer write : kWriters) {
+        for (const FileAction write : kWriters) {
             prompts.messages.clear();
             ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
             const bool written = write(target, wave);

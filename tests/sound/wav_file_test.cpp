@@ -5,36 +5,18 @@
 namespace sonavel {
 namespace {
 
-class WavFileTest : public WaveTest {
-  protected:
-    bool OpenBytes(const FileBytes& bytes) {
-        WriteFileBytes(folder / "in.wav", bytes);
-        return wave.Open(folder / "in.wav", WavOpenMode::kReadAll);
-    }
-    FileBytes SavedBytes() {
-        EXPECT_TRUE(wave.Save(folder / "out.wav", MarkerSaving::kOn));
-        return ReadFileBytes(folder / "out.wav");
-    }
-    FileBytes FormatBytes() const {
-        const PcmFormat& format = wave.GetFormat();
-        return WavFormatBytes({format.formatTag,
-                               format.channels,
-                               format.samplesPerSecond,
-                               format.bitsPerSample,
-                               format.blockAlign,
-                               {},
-                               {},
-                               {}});
-    }
-    std::vector<std::tuple<std::uint32_t, std::string, std::uint32_t>> MarkerRows() const {
-        std::vector<std::tuple<std::uint32_t, std::string, std::uint32_t>> rows;
-        for (const Marker& marker : wave.Markers().All())
-            rows.emplace_back(marker.position, marker.name, marker.length);
-        return rows;
-    }
+using MarkerRow = std::tuple<std::uint32_t, std::string, std::uint32_t>;  // with its length
 
-    static constexpr const char* kMarkerMessage = "마커 읽기 실패...";
-};
+std::vector<MarkerRow> MarkerRows(const CWave& sound) {
+    std::vector<MarkerRow> rows;
+    for (const Marker& marker : sound.Markers().All())
+        rows.emplace_back(marker.position, marker.name, marker.length);
+    return rows;
+}
+
+constexpr const char* kMarkerMessage = "마커 읽기 실패...";
+
+using WavFileTest = WaveTest;
 
 FileBytes CuePoint(std::uint32_t id, std::uint32_t position) {
     return ByteBuilder()
@@ -78,7 +60,7 @@ TEST_F(WavFileTest, WritesTheHeaderAndTheDataWithoutAPadByte) {
                                 'f',  'm',  't', ' ', 16,   0,    0, 0, 1,   0,   1,   0,
                                 0x11, 0x2B, 0,   0,   0x11, 0x2B, 0, 0, 1,   0,   8,   0,
                                 'd',  'a',  't', 'a', 3,    0,    0, 0, 1,   2,   3};
-    EXPECT_EQ(SavedBytes(), expected);
+    EXPECT_EQ(WrittenBy(SaveWav), expected);
     EXPECT_FALSE(wave.GetModified());
     EXPECT_EQ(progress.titles, std::vector<std::string>{"Write sound file"});
     EXPECT_EQ(progress.openWindows, 0);
@@ -88,7 +70,7 @@ TEST_F(WavFileTest, WritesMarkersWithTheSizesThatFilesAlwaysHad) {
     Fill(2, 16, 8000, Pattern(8));
     wave.Markers().Add(1, "ab", 0);
     wave.Markers().Add(2, "xyz", 7);
-    const FileBytes file = SavedBytes();
+    const FileBytes file = WrittenBy(SaveWav);
     const FileBytes cue = ByteBuilder().Text("cue ").Little32(48).Little32(2).Bytes() +
                           CuePoint(1, 1) + CuePoint(2, 2);
     const auto text = [](std::uint32_t id, std::uint32_t length) {
@@ -105,44 +87,41 @@ TEST_F(WavFileTest, WritesMarkersWithTheSizesThatFilesAlwaysHad) {
     EXPECT_EQ(LoadLittle32(&file[4]), 44 + 8 + 12 + 2 * 24 - 8u);
 }
 
-TEST_F(WavFileTest, ReadsBackWhatItWroteExceptTheLengths) {
-    Fill(2, 16, 44100, Pattern(5000 * 4));
-    wave.Markers().Add(17, "first!", 9);
-    wave.Markers().Add(4000, "odd", 0);
-    const FileBytes sound = SoundBytes(wave);
-    ASSERT_TRUE(wave.Save(folder / "a.wav", MarkerSaving::kOn));
-    CWave other(prompts, progress);
-    ASSERT_TRUE(other.Open(folder / "a.wav", WavOpenMode::kReadAll));
-    EXPECT_EQ(SoundBytes(other), sound);
-    EXPECT_EQ(other.GetFormat(), wave.GetFormat());
-    EXPECT_TRUE(prompts.messages.empty());
-    // The texts lie before the labels, behind which they are looked for.
-    ASSERT_EQ(other.Markers().Count(), 2u);
-    EXPECT_EQ(other.Markers().All()[0].name, "first!");
-    EXPECT_EQ(other.Markers().All()[0].length, 0u);
-    EXPECT_EQ(other.Markers().All()[0].purpose, 0u);
-    EXPECT_EQ(other.Markers().All()[1].name, "odd");
-    EXPECT_EQ(other.Markers().All()[1].position, 4000u);
-}
-
-TEST_F(WavFileTest, ALabelOfOddLengthHidesTheLabelsBehindIt) {
-    Fill(1, 16, 8000, Pattern(200));
-    for (const char* name : {"even", "odd", "lost"}) wave.Markers().Add(5, name, 0);
-    ASSERT_TRUE(wave.Save(folder / "a.wav", MarkerSaving::kOn));
-    ASSERT_TRUE(wave.Open(folder / "a.wav", WavOpenMode::kReadAll));
-    EXPECT_EQ(prompts.messages, std::vector<std::string>{kMarkerMessage});
-    using Row = std::tuple<std::uint32_t, std::string, std::uint32_t>;
-    EXPECT_EQ(MarkerRows(), (std::vector<Row>{{5, "even", 0}, {5, "odd", 0}, {5, "", 0}}));
-}
-
-TEST_F(WavFileTest, AnOddNumberOfDataBytesHidesTheMarkers) {
-    Fill(1, 8, 8000, Pattern(7));
-    wave.Markers().Add(5, "gone", 0);
-    ASSERT_TRUE(wave.Save(folder / "a.wav", MarkerSaving::kOn));
-    ASSERT_TRUE(wave.Open(folder / "a.wav", WavOpenMode::kReadAll));
-    EXPECT_TRUE(wave.Markers().Empty());
-    EXPECT_TRUE(prompts.messages.empty());
-    EXPECT_EQ(SoundBytes(wave), Pattern(7));
+TEST_F(WavFileTest, BringsBackTheSoundAndOfTheMarkersWhatItsFilesAlwaysKept) {
+    const struct {
+        const char* name;
+        std::size_t dataBytes;
+        std::vector<MarkerRow> written, readBack;
+        std::size_t messages;
+    } cases[] = {
+        // The texts lie before the labels, behind which they are looked for.
+        {"lengths are lost",
+         20000,
+         {{17, "first!", 9}, {4000, "odd", 0}},
+         {{17, "first!", 0}, {4000, "odd", 0}},
+         0},
+        {"a label of odd length hides those behind it",
+         200,
+         {{5, "even", 0}, {5, "odd", 0}, {5, "lost", 0}},
+         {{5, "even", 0}, {5, "odd", 0}, {5, "", 0}},
+         1},
+        {"an odd number of data bytes hides all markers", 7, {{5, "gone", 0}}, {}, 0},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        prompts.messages.clear();
+        Fill(1, 8, 44100, Pattern(c.dataBytes));
+        for (const auto& [position, name, length] : c.written)
+            wave.Markers().Add(position, name, length);
+        ASSERT_TRUE(SaveWav(folder / "a.wav", wave));
+        CWave other(prompts, progress);
+        ASSERT_TRUE(OpenWav(folder / "a.wav", other));
+        EXPECT_EQ(SoundBytes(other), Pattern(c.dataBytes));
+        EXPECT_EQ(other.GetFormat(), wave.GetFormat());
+        EXPECT_EQ(MarkerRows(other), c.readBack);
+        for (const Marker& marker : other.Markers().All()) EXPECT_EQ(marker.purpose, 0u);
+        EXPECT_EQ(prompts.messages, std::vector<std::string>(c.messages, kMarkerMessage));
+    }
 }
 
 TEST_F(WavFileTest, ReadsMarkersOfOtherPrograms) {
@@ -155,9 +134,9 @@ TEST_F(WavFileTest, ReadsMarkersOfOtherPrograms) {
                        AssociatedData(Label(7, std::string("null\0tail", 9)) + Label(99, korean) +
                                       RiffChunkBytes("note", {1, 2, 3}) + Label(11, "") +
                                       LabeledText(1, 100) + LabeledText(3, 300));
-    ASSERT_TRUE(OpenBytes(WavBytes(parts)));
-    using Row = std::tuple<std::uint32_t, std::string, std::uint32_t>;
-    EXPECT_EQ(MarkerRows(), (std::vector<Row>{{10, "null", 100}, {20, korean, 0}, {30, "", 300}}));
+    ASSERT_TRUE(Reads(OpenWav, WavBytes(parts)));
+    EXPECT_EQ(MarkerRows(wave),
+              (std::vector<MarkerRow>{{10, "null", 100}, {20, korean, 0}, {30, "", 300}}));
     const Marker& last = wave.Markers().All()[2];
     EXPECT_EQ(last.countryAndLanguage, 82u);
     EXPECT_EQ(last.dialectAndCodePage, 949u);
@@ -168,16 +147,14 @@ TEST_F(WavFileTest, ReadsMarkersOfOtherPrograms) {
 }
 
 TEST_F(WavFileTest, TextRecordsMustAscendWithinTheMarkers) {
-    for (const std::vector<std::uint32_t>& ids :
-         {std::vector<std::uint32_t>{2, 1}, {2, 2}, {2, 0}, {2, 3}, {2, 0xFFFFFFFF}}) {
+    for (const std::uint32_t second : {1u, 2u, 0u, 3u, 0xFFFFFFFFu}) {
         WavParts parts;
-        FileBytes texts;
-        for (std::uint32_t id : ids) texts = texts + LabeledText(id, 10 + id % 16);
         parts.behindData = CueChunk({CuePoint(1, 10), CuePoint(2, 20)}) +
-                           AssociatedData(Label(1, "a ") + Label(2, "b ") + texts);
-        ASSERT_TRUE(OpenBytes(WavBytes(parts)));
-        EXPECT_EQ(wave.Markers().All()[0].length, 0u);
-        EXPECT_EQ(wave.Markers().All()[1].length, 12u);
+                           AssociatedData(Label(1, "a ") + Label(2, "b ") + LabeledText(2, 12) +
+                                          LabeledText(second, 99));
+        ASSERT_TRUE(Reads(OpenWav, WavBytes(parts)));
+        EXPECT_EQ(MarkerRows(wave), (std::vector<MarkerRow>{{10, "a ", 0}, {20, "b ", 12}}))
+            << second;
     }
 }
 
@@ -192,47 +169,44 @@ TEST_F(WavFileTest, MissingListsAndLabelsAreToldAndTheSoundOpens) {
         WavParts parts;
         parts.data = Pattern(10);
         parts.behindData = behind;
-        EXPECT_TRUE(OpenBytes(WavBytes(parts)));
+        EXPECT_TRUE(Reads(OpenWav, WavBytes(parts)));
         EXPECT_EQ(prompts.messages, std::vector<std::string>{kMarkerMessage});
-        EXPECT_EQ(wave.Markers().Count(), 2u);
-        EXPECT_EQ(wave.Markers().All()[1].name, "");
+        EXPECT_EQ(MarkerRows(wave).at(1), MarkerRow(20, "", 0));
         EXPECT_EQ(SoundBytes(wave), Pattern(10));
     }
 }
 
 TEST_F(WavFileTest, ProgressFollowsTheRuleOfSmallBlocks) {
-    struct Case {
-        std::size_t bytes;
-        std::vector<int> positions;
-    };
     // One piece of 1 MiB at a time; the position is that before the last whole block.
-    const std::size_t piece = std::size_t{1} << 20;
-    for (const Case& row : {Case{100, {}},
-                            {2048, {0}},
-                            {4096, {50}},
-                            {6000, {34}},
-                            {3 * piece, {33, 67, 100}},
-                            {2 * piece + 100, {50, 100, 100}}}) {
+    constexpr std::size_t kPiece = std::size_t{1} << 20;
+    const std::pair<std::size_t, std::vector<int>> cases[] = {{100, {}},
+                                                              {2048, {0}},
+                                                              {4096, {50}},
+                                                              {6000, {34}},
+                                                              {3 * kPiece, {33, 67, 100}},
+                                                              {2 * kPiece + 100, {50, 100, 100}}};
+    for (const auto& [bytes, positions] : cases) {
+        SCOPED_TRACE(bytes);
         WavParts parts;
-        parts.data = FileBytes(row.bytes);
+        parts.data = FileBytes(bytes);
         progress.positions.clear();
-        ASSERT_TRUE(OpenBytes(WavBytes(parts)));
-        EXPECT_EQ(progress.positions, row.positions) << row.bytes;
+        ASSERT_TRUE(Reads(OpenWav, WavBytes(parts)));
+        EXPECT_EQ(progress.positions, positions);
         EXPECT_EQ(progress.titles.back(), "Read sound file");
         progress.positions.clear();
-        ASSERT_TRUE(wave.Save(folder / "out.wav", MarkerSaving::kOn));
-        EXPECT_EQ(progress.positions, row.positions) << row.bytes;
+        WrittenBy(SaveWav);
+        EXPECT_EQ(progress.positions, positions);
     }
 }
 
 TEST_F(WavFileTest, CancellingLeavesSoundAndFileAsTheyWere) {
     Fill(1, 16, 8000, Pattern(5 << 20));
-    ASSERT_TRUE(wave.Save(folder / "big.wav", MarkerSaving::kOn));
+    ASSERT_TRUE(SaveWav(folder / "big.wav", wave));
     Fill(1, 16, 8000, Pattern(3 << 20));
     wave.SetModified(true);
     progress.cancelAtPoll = progress.polls + 1;
-    EXPECT_FALSE(wave.Open(folder / "big.wav", WavOpenMode::kReadAll));
-    EXPECT_FALSE(wave.Save(folder / "big.wav", MarkerSaving::kOn));
+    EXPECT_FALSE(OpenWav(folder / "big.wav", wave));
+    EXPECT_FALSE(SaveWav(folder / "big.wav", wave));
     EXPECT_EQ(wave.GetDataSize(), 3u << 20);
     EXPECT_TRUE(wave.GetModified());
     EXPECT_EQ(std::filesystem::file_size(folder / "big.wav"), 44u + (5 << 20));
@@ -255,8 +229,9 @@ TEST_F(WavFileTest, ASaveWithoutMarkersWritesTheFileAndFails) {
 
 TEST_F(WavFileTest, AnEmptySoundIsAFileToo) {
     Fill(2, 16, 44100, {});
-    EXPECT_EQ(SavedBytes().size(), 44u);
-    EXPECT_TRUE(wave.Open(folder / "out.wav", WavOpenMode::kReadAll));
+    const FileBytes file = WrittenBy(SaveWav);
+    EXPECT_EQ(file.size(), 44u);
+    EXPECT_TRUE(Reads(OpenWav, file));
     EXPECT_FALSE(wave.HasData());
     EXPECT_EQ(wave.GetChannels(), 2u);
 }

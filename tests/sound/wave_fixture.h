@@ -3,8 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
-#include <initializer_list>
+#include <algorithm>
 
 #include "sound/wave.h"
 #include "support/fake_progress.h"
@@ -13,18 +12,25 @@
 
 namespace sonavel {
 
+// A reader or a writer of one kind of file.
+using FileAction = bool (*)(const std::filesystem::path&, CWave&);
+
+inline bool OpenWav(const std::filesystem::path& path, CWave& wave) {
+    return wave.Open(path, WavOpenMode::kReadAll);
+}
+
+inline bool SaveWav(const std::filesystem::path& path, CWave& wave) {
+    return wave.Save(path, MarkerSaving::kOn);
+}
+
 class WaveTest : public testing::Test {
   protected:
-    // Fills the sound by bytes as they lie in memory.
+    // Fills the sound by bytes as they lie in memory; the last frame may be cut.
     void Fill(unsigned channels, unsigned bits, std::uint32_t rate, const FileBytes& bytes) {
-        Fill(wave, channels, bits, rate, bytes);
-    }
-    static void Fill(CWave& sound, unsigned channels, unsigned bits, std::uint32_t rate,
-                     const FileBytes& bytes) {
-        const auto frames = static_cast<std::uint32_t>(bytes.size() / (bits / 8 * channels));
-        ASSERT_TRUE(sound.Create(channels, bits, rate, frames));
-        ASSERT_EQ(sound.GetDataSize(), bytes.size());
-        if (!bytes.empty()) std::memcpy(sound.MutableBytes().data(), bytes.data(), bytes.size());
+        SoundCopy sound{MakePcmFormat(channels, bits, rate), {}, {}};
+        ASSERT_TRUE(sound.buffer.Allocate(bytes.size()));
+        std::ranges::copy(bytes, sound.buffer.Data());
+        wave.Adopt(std::move(sound));
     }
 
     // Bytes that differ from their neighbours, so that a shift or a swap shows.
@@ -34,9 +40,24 @@ class WaveTest : public testing::Test {
             bytes[i] = static_cast<std::uint8_t>(i * 37 + i / 256 * 11 + 5);
         return bytes;
     }
+    static FileBytes EveryByte() {
+        FileBytes bytes(256);
+        for (std::size_t i = 0; i < 256; ++i) bytes[i] = static_cast<std::uint8_t>(i);
+        return bytes;
+    }
 
     static FileBytes SoundBytes(const CWave& sound) {
         return {sound.Bytes().begin(), sound.Bytes().end()};
+    }
+
+    // Whether the sound could be read from a file of these bytes.
+    bool Reads(FileAction read, const FileBytes& bytes) {
+        WriteFileBytes(folder / "in", bytes);
+        return read(folder / "in", wave);
+    }
+    FileBytes WrittenBy(FileAction write) {
+        EXPECT_TRUE(write(folder / "out", wave));
+        return ReadFileBytes(folder / "out");
     }
 
     RecordingPrompts prompts;
