@@ -143,6 +143,7 @@ int main(int argc, char** argv) {
     mysofa_tospherical(set);
     std::vector<std::array<int, kHrirTaps>> table;
     double leastEnergy = 1;
+    int lossy = 0;
     for (int ring = 0; ring < sonavel::kHrirRings; ++ring) {
         const std::vector<Measured> measured = RingOf(*set, -40 + 10 * ring);
         const int entries = sonavel::kRingStart[ring + 1] - sonavel::kRingStart[ring];
@@ -154,14 +155,15 @@ int main(int argc, char** argv) {
                 if (tap < kHrirTaps) kept += response[tap] * response[tap];
             }
             leastEnergy = std::min(leastEnergy, kept / total);
+            lossy += kept < 0.99 * total ? 1 : 0;
             table.push_back(AsIntegers(response));
         }
     }
     std::FILE* out = std::fopen(argv[2], "w");
     if (!out) return 1;
     Write(out, table);
-    std::printf("%zu responses, at least %.3f %% of the energy kept\n", table.size(),
-                leastEnergy * 100);
+    std::printf("%zu responses, at least %.3f %% of the energy kept, less than 99 %% by %d\n",
+                table.size(), leastEnergy * 100, lossy);
     mysofa_free(set);
     return std::fclose(out) == 0 ? 0 : 1;
 }

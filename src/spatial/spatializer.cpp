@@ -13,6 +13,7 @@
 namespace sonavel {
 namespace {
 
+constexpr unsigned kResultFrameBytes = 4;
 constexpr float kEightBitScale = 258.00787f;  // 32767 / 127
 
 struct Range {
@@ -81,10 +82,20 @@ void FitInto16Bits(std::span<float> output, unsigned bits) {
         for (float& value : output) value *= kEightBitScale;
 }
 
+// False, with the sound as it was, when there is no memory.
+bool Make16BitStereo(CWave& sound) {
+    const unsigned channels = sound.GetChannels();
+    if (!sound.ConvertChannels(2, ChannelChoice::kBothOrMix)) return false;
+    if (sound.ConvertBits(16)) return true;
+    sound.ConvertChannels(channels, ChannelChoice::kLeft);
+    return false;
+}
+
 bool Store(CSoundDoc& document, Range range, std::span<const float> output) {
     if (!document.PushUndoStep("Copy Sample")) return false;
     CWavePlayer& sound = document.Sound();
-    if (!sound.ConvertBits(16) || !sound.ConvertChannels(2, ChannelChoice::kBothOrMix)) {
+    if (!Make16BitStereo(sound)) {
+        document.DropUndoStep();
         document.SetLastError("Memory Allocation Failure.");
         return false;
     }
@@ -92,6 +103,10 @@ bool Store(CSoundDoc& document, Range range, std::span<const float> output) {
     document.SetModified(true);
     document.NotifyChanged(0);
     return true;
+}
+
+bool FitsAs16BitStereo(const CWave& sound) {
+    return std::uint64_t{sound.GetFrameCount()} * kResultFrameBytes <= kMaxSoundBytes;
 }
 
 bool HandOver(const SpatialTarget& target, Range range, std::span<const float> output) {
@@ -108,6 +123,10 @@ bool Spatialize(const SpatialTarget& target, BlockFilter& filter) {
     const Range range = RangeOf(target);
     if (range.frames == 0) {
         document.SetLastError("The sound is empty.");
+        return false;
+    }
+    if (target.outcome == SpatialOutcome::kApply && !FitsAs16BitStereo(document.Sound())) {
+        document.SetLastError("The sound is too long to become 16-bit stereo.");
         return false;
     }
     FloatBlock block(std::size_t{2} * range.frames);

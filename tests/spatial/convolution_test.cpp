@@ -108,6 +108,7 @@ TEST(HrirTableTest, HoldsLeftEarResponses) {
                   static_cast<int>(360 / kAzimuthStep[ring]));
         if (ring >= 12) continue;
         EXPECT_GT(Energy(at(270)), 1.5 * Energy(at(90))) << ring;
+        EXPECT_GT(LagOf(at(270), at(90)), 100) << ring;
     }
 }
 

@@ -119,6 +119,100 @@ TEST_F(SpatializerTest, GainGlidesWhileASourceRecedes) {
     }
 }
 
+struct PathCase {
+    SourcePosition from, to;
+    int changes;  // of the responses
+};
+
+// The moving source block by block, by direct convolution.
+TEST_F(SpatializerTest, ResponsesFadeIntoOthersWhereAPathTurnsByMoreThanTenDegrees) {
+    constexpr std::uint32_t kFrames = 7680;
+    const PathCase cases[] = {
+        {{1, 1, 0}, {-1, 1, 0}, 6},             // over 0 degrees
+        {{-0.2f, 1, 0}, {0.2f, 1, 0}, 1},       // likewise, 349 to 11 degrees
+        {{0.05f, 1, 0}, {0.17f, 1, 0}, 0},      // other entries, but within ten degrees
+        {{0, 1.2f, -0.6f}, {0, 0.3f, 1.2f}, 6}  // upwards
+    };
+    const auto source = MakeNoise({1, 16, 44100}, kFrames, 8000);
+    for (const PathCase& c : cases) {
+        SCOPED_TRACE(c.from.x);
+        const auto document = MakeNoise({1, 16, 44100}, kFrames, 8000);
+        const SourcePosition path[] = {c.from, c.to};
+        ASSERT_TRUE(SpatializeMoving({*document, 0, 0, "", SpatialOutcome::kApply}, path));
+        SourceDirection heard = PositionToDirection(c.from);
+        double gainBefore = DistanceGain(c.from);
+        int changes = 0;
+        for (std::uint32_t block = 0; block < kFrames / 768; ++block) {
+            const float t = static_cast<float>(block) / 10;
+            const SourcePosition at{(1 - t) * c.from.x + t * c.to.x,
+                                    (1 - t) * c.from.y + t * c.to.y,
+                                    (1 - t) * c.from.z + t * c.to.z};
+            const SourceDirection now = PositionToDirection(at);
+            const double turned = std::abs(std::remainder(now.azimuth - heard.azimuth, 360.0));
+            const bool kept = turned <= 10 && std::abs(now.elevation - heard.elevation) <= 10;
+            const SourceDirection next = kept ? heard : now;
+            changes += kept ? 0 : 1;
+            const double gain = DistanceGain(at);
+            for (std::uint32_t j = 0; j < 768; j += 7) {
+                const std::uint32_t i = 768 * block + j;
+                const double up = j / 768.0 * gain;
+                const double down = (1 - j / 768.0) * gainBefore;
+                const auto wanted = [&](int before, int after) {
+                    return Convolved(source->Sound(), 0, i, before) * down +
+                           Convolved(source->Sound(), 0, i, after) * up;
+                };
+                ASSERT_NEAR(document->Sound().GetSample(0, i),
+                            wanted(heard.leftIndex, next.leftIndex), 2);
+                ASSERT_NEAR(document->Sound().GetSample(1, i),
+                            wanted(heard.rightIndex, next.rightIndex), 2);
+            }
+            heard = next;
+            gainBefore = gain;
+        }
+        EXPECT_EQ(changes, c.changes);
+    }
+}
+
+// When a click reaches a fifth of its peak in a channel, in frames, and its energy there.
+std::pair<std::uint32_t, double> Heard(const CWave& sound, unsigned channel) {
+    int peak = 0;
+    double energy = 0;
+    for (std::uint32_t i = 0; i < sound.GetFrameCount(); ++i) {
+        peak = std::max(peak, std::abs(sound.GetSample(channel, i)));
+        energy += std::pow(sound.GetSample(channel, i), 2);
+    }
+    std::uint32_t first = 0;
+    while (std::abs(sound.GetSample(channel, first)) < peak / 5) ++first;
+    return {first, energy};
+}
+
+TEST_F(SpatializerTest, AClickAtTheRightIsLouderAndEarlierThere) {
+    const auto document = MakeDocument({1, 16, 44100}, Bytes(2 * 600));
+    document->Sound().SetSample(0, 10, 30000);
+    ASSERT_TRUE(SpatializePositional({*document, 0, 0, "", SpatialOutcome::kApply}, {0.6f, 0, 0}));
+    const auto [leftFirst, leftEnergy] = Heard(document->Sound(), 0);
+    const auto [rightFirst, rightEnergy] = Heard(document->Sound(), 1);
+    // A head delays the far ear by about 0.7 ms, and takes more than 10 dB off.
+    EXPECT_NEAR(leftFirst - rightFirst, 0.7e-3 * 44100, 9);
+    EXPECT_GT(rightEnergy, 10 * leftEnergy);
+}
+
+TEST_F(SpatializerTest, ARangeOfOneFrameChangesThatFrameAlone) {
+    const auto source = MakeNoise({1, 16, 44100}, 900, 8000);
+    const auto document = MakeNoise({1, 16, 44100}, 900, 8000);
+    source->Sound().SetSample(0, 500, 20000);
+    document->Sound().SetSample(0, 500, 20000);
+    ASSERT_TRUE(
+        SpatializePositional({*document, 501, 500, "", SpatialOutcome::kApply}, {0, 0.6f, 0}));
+    ASSERT_EQ(document->Sound().GetFrameCount(), 900u);
+    for (std::uint32_t i = 0; i < 900; ++i) {
+        if (i == 500) continue;
+        ASSERT_EQ(document->Sound().GetSample(0, i), source->Sound().GetSample(0, i));
+        ASSERT_EQ(document->Sound().GetSample(1, i), source->Sound().GetSample(0, i));
+    }
+    EXPECT_NEAR(document->Sound().GetSample(1, 500), Convolved(source->Sound(), 500, 0, 132), 1.1);
+}
+
 TEST_F(SpatializerTest, PreviewsWithoutTouchingTheSound) {
     const auto document = MakeNoise({2, 16, 44100}, 3000, 8000);
     const Bytes before = BytesOf(document->Sound());
