@@ -19,6 +19,10 @@ namespace {
 
 constexpr const char* kOpenFolderKey = "Main Frame/OpenFolder";
 
+// The first use of the sound devices holds the event loop up for a moment; the window is painted
+// first.
+constexpr int kLogoSoundDelayMs = 250;
+
 QString OpenFilters() {
     return QStringList{
         QObject::tr("Audio Files (*.wav *.au *.snd *.aiff *.aif)"),
@@ -41,7 +45,6 @@ Application::Application(WaveDevices& devices, const ProgramFolder& folder)
       effectCommands_(MakeEffectHost()),
       commands_(std::make_unique<TableCommandTarget<Application>>(*this, ApplicationCommands())) {
     frame_.ShowStartUpLogo();
-    logoSound_.Play();
     AddActions();
     frame_.Build(workspace_, {&effectCommands_, commands_.get()});
     ConnectFrame();
@@ -110,6 +113,7 @@ std::optional<QString> Application::OpenAtStart(const QString& absolutePath) {
 
 void Application::Show() {
     frame_.show();
+    QTimer::singleShot(kLogoSoundDelayMs, &frame_, [this] { logoSound_.Play(); });
     QTimer::singleShot(0, &frame_, [this] {
         for (const QString& text : std::exchange(heldMessages_, {}))
             prompts_.ShowMessage(text.toStdString());
