@@ -62,6 +62,12 @@ std::optional<std::size_t> UndoHistory::CurrentPosition() const {
     return next - 1;
 }
 
+std::uint64_t UndoHistory::MemoryBytes() const {
+    std::uint64_t bytes = 0;
+    for (const UndoStep& step : steps_) bytes += step.sound.buffer.Size();
+    return bytes;
+}
+
 bool UndoHistory::IsCurrentLast() const {
     return !shown_ && !steps_.empty();
 }

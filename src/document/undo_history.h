@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <optional>
 #include <string>
@@ -47,6 +48,8 @@ class UndoHistory {
     bool CanRedo() const;
 
     std::size_t Count() const { return steps_.size(); }
+    // Bytes of the samples that the steps keep, a stored present among them.
+    std::uint64_t MemoryBytes() const;
     const UndoStep& StepAt(std::size_t index) const { return steps_[index]; }
     // Nothing when no step is left to undo.
     std::optional<std::size_t> CurrentPosition() const;

@@ -68,6 +68,28 @@ TEST_F(UndoHistoryTest, ThePresentIsStoredOncePerRunAndCountsAmongTheSteps) {
     EXPECT_FALSE(history.Redo(sound_));
 }
 
+TEST_F(UndoHistoryTest, TheMemoryIsThatOfTheSamplesWhicheverOfTheStatesTheDocumentShows) {
+    UndoHistory history;
+    EXPECT_EQ(history.MemoryBytes(), 0u);
+    const auto edit = [&](std::size_t bytesAfter) {
+        history.Add({.name = "E", .sound = *sound_.CopySound()});
+        sound_.Adopt(MakeSound({1, 8}, Bytes(bytesAfter)));
+    };
+    sound_.Adopt(MakeSound({1, 8}, Bytes(100)));
+    edit(20);
+    edit(3000);
+    EXPECT_EQ(history.MemoryBytes(), 120u);
+    ASSERT_TRUE(history.Undo(sound_));  // the document shows 20 bytes, the history keeps the rest
+    EXPECT_EQ(history.MemoryBytes(), 3100u);
+    ASSERT_TRUE(history.Undo(sound_));
+    EXPECT_EQ(history.MemoryBytes(), 3020u);
+    ASSERT_TRUE(history.Redo(sound_));
+    ASSERT_TRUE(history.Redo(sound_));
+    EXPECT_EQ(history.MemoryBytes(), 120u);
+    history.Clear();
+    EXPECT_EQ(history.MemoryBytes(), 0u);
+}
+
 TEST_F(UndoHistoryTest, TheThousandAndFirstStepPushesTheOldestOut) {
     UndoHistory history;
     for (std::size_t i = 0; i <= UndoHistory::kCapacity; ++i)
