@@ -3,6 +3,7 @@
 #include <QCheckBox>
 #include <QRadioButton>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QSlider>
 
 #include "ui/effect_fixture.h"
@@ -150,9 +151,63 @@ TEST_F(EffectDialogsTest, EqualizerNamesItsBandsByTheRate) {
         EffectDialog& dialog = Show(kEqualizer);
         QStringList shown;
         for (QLabel* label : dialog.findChildren<QLabel*>())
-            if (label->buddy()) shown << label->text();
+            if (label->buddy()) shown << label->text().remove(u'&');
         EXPECT_EQ(shown, names);
     }
+}
+
+// Every key that the dialog answers to, and the fields that one leads to.
+struct AltKeys {
+    QList<QKeySequence> keys;
+    QList<QWidget*> fields;
+
+    explicit AltKeys(QWidget& dialog) {
+        for (auto* button : dialog.findChildren<QAbstractButton*>())
+            Add(QKeySequence::mnemonic(button->text()), button);
+        for (auto* label : dialog.findChildren<QLabel*>())
+            if (label->buddy() && !label->text().isEmpty())
+                Add(QKeySequence::mnemonic(label->text()), label->buddy());
+        for (auto* shortcut : dialog.findChildren<QShortcut*>())
+            Add(shortcut->key(), qobject_cast<QWidget*>(shortcut->parent()));
+    }
+    void Add(const QKeySequence& key, QWidget* field) {
+        keys << key;
+        fields << field;
+    }
+};
+
+TEST_F(EffectDialogsTest, EveryFieldHasAnAltKeyOfItsOwn) {
+    const std::uint32_t rates[] = {44100, 32000, 22050, 48000};
+    const int commands[] = {kVolume, kPanpot, kReverb, kFlanger, kModulator, kDynamics, kEqualizer};
+    for (const std::uint32_t rate : rates) {
+        Open({.samplesPerSecond = rate});
+        for (const int commandId : commands) {
+            EffectDialog& dialog = Show(commandId);
+            SCOPED_TRACE(dialog.windowTitle().toStdString() + " " + std::to_string(rate));
+            AltKeys alt(dialog);
+            if (ButtonOf(dialog, "&Preview")) alt.keys << QKeySequence::mnemonic("&Stop");
+            EXPECT_FALSE(alt.keys.contains(QKeySequence()));
+            EXPECT_EQ(QSet(alt.keys.begin(), alt.keys.end()).size(), alt.keys.size());
+            QList<QWidget*> fields;
+            for (auto* slider : dialog.findChildren<QAbstractSlider*>()) fields << slider;
+            for (auto* box : dialog.findChildren<QAbstractSpinBox*>()) fields << box;
+            EXPECT_FALSE(fields.isEmpty());
+            for (QWidget* field : fields) EXPECT_TRUE(alt.fields.contains(field));
+        }
+    }
+}
+
+TEST_F(EffectDialogsTest, AnAltKeyLeadsToItsField) {
+    Open({.samplesPerSecond = 48000});
+    EffectDialog& equalizer = Show(kEqualizer);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&equalizer));
+    QTest::keyClick(&equalizer, Qt::Key_3, Qt::AltModifier);
+    EXPECT_EQ(equalizer.focusWidget(), equalizer.findChildren<QSlider*>()[2]);
+
+    EffectDialog& dynamics = Show(kDynamics);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dynamics));
+    QTest::keyClick(&dynamics, Qt::Key_B, Qt::AltModifier);
+    EXPECT_EQ(dynamics.focusWidget(), dynamics.findChildren<QDoubleSpinBox*>()[1]);
 }
 
 TEST_F(EffectDialogsTest, RememberTheirLastValuesUntilReset) {

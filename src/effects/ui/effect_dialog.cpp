@@ -5,6 +5,7 @@
 #include <QPointer>
 
 #include "effects/ui/effect_notes.h"
+#include "effects/ui/mnemonics.h"
 
 namespace sonavel {
 
@@ -86,6 +87,7 @@ ParameterControl& EffectDialog::AddControl(const EffectParameter& parameter, Dir
 
 void EffectDialog::Begin(QWidget& firstControl) {
     RecallAll();
+    GiveMnemonics(*this, preview_ ? preview_->ButtonTexts() : QStringList());
     firstControl.setFocus();
     adjustSize();
 }

@@ -1,5 +1,7 @@
 #include "effects/ui/equalizer_dialog.h"
 
+#include <QShortcut>
+
 namespace sonavel {
 
 namespace {
@@ -42,12 +44,12 @@ QSlider* EqualizerDialog::AddBand(QGridLayout& grid, int band, const char* frequ
     slider->setTickInterval(kTicks);
     slider->setTickPosition(QSlider::TicksBothSides);
     slider->setMinimumHeight(kSliderHeight);
-    slider->setAccessibleName(*frequency ? QString::fromUtf8(frequency)
-                                         : tr("Band %1").arg(band + 1));
+    slider->setAccessibleName(QString::fromUtf8(frequency));
     ValueLabel* gain = control.MakeValueLabel(GainText);
     gain->setAlignment(Qt::AlignCenter);
     auto* label = new QLabel(QString::fromUtf8(frequency), this);
     label->setBuddy(slider);
+    if (!*frequency) NumberBand(*slider, band + 1);
     const int column = band + 1;
     grid.addWidget(slider, 0, column, Qt::AlignHCenter);
     grid.addWidget(gain, 1, column, Qt::AlignHCenter);
@@ -55,6 +57,14 @@ QSlider* EqualizerDialog::AddBand(QGridLayout& grid, int band, const char* frequ
     grid.setColumnStretch(column, 1);
     connect(&control, &ParameterControl::Changed, this, &EqualizerDialog::ShowResponse);
     return slider;
+}
+
+// A band without a name is reached by its number.
+void EqualizerDialog::NumberBand(QSlider& slider, int number) {
+    slider.setAccessibleName(tr("Band %1").arg(number));
+    auto* key = new QShortcut(Qt::ALT | static_cast<Qt::Key>(Qt::Key_0 + number), &slider);
+    connect(key, &QShortcut::activated, &slider, [&slider] { slider.setFocus(); });
+    slider.setToolTip(key->key().toString(QKeySequence::NativeText));
 }
 
 void EqualizerDialog::ShowResponse() {

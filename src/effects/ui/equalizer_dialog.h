@@ -16,6 +16,7 @@ class EqualizerDialog : public EffectDialog {
 
   private:
     QSlider* AddBand(QGridLayout& grid, int band, const char* frequency);
+    void NumberBand(QSlider& slider, int number);
     void ShowResponse();
 
     EqualizerPicture* picture_;

@@ -7,6 +7,9 @@ namespace sonavel {
 
 namespace {
 
+constexpr const char* kPreviewText = "&Preview";
+constexpr const char* kStopText = "&Stop";
+
 void KeepPlaceWhileHidden(QWidget& widget) {
     QSizePolicy policy = widget.sizePolicy();
     policy.setRetainSizeWhenHidden(true);
@@ -20,7 +23,7 @@ PreviewToggle::PreviewToggle(CSoundDoc& document, Render render, QWidget* dialog
     : QObject(dialog),
       document_(document),
       render_(std::move(render)),
-      button_(new QPushButton(QStringLiteral("&Preview"), dialog)),
+      button_(new QPushButton(QString::fromUtf8(kPreviewText), dialog)),
       bar_(new QProgressBar(dialog)),
       percent_(new ValueLabel(dialog)) {
     button_->setAutoDefault(false);
@@ -44,6 +47,10 @@ PreviewToggle::~PreviewToggle() {
     document_.Preview().SetPositionObserver(nullptr);
 }
 
+QStringList PreviewToggle::ButtonTexts() {
+    return {QString::fromUtf8(kPreviewText), QString::fromUtf8(kStopText)};
+}
+
 void PreviewToggle::Toggle() {
     if (document_.Preview().IsPlaying()) {
         Stop();
@@ -57,7 +64,7 @@ void PreviewToggle::Toggle() {
     percent_->show();
     document_.SetLastError("");
     if (render_() && document_.Preview().IsPlaying())
-        button_->setText(QStringLiteral("&Stop"));
+        button_->setText(QString::fromUtf8(kStopText));
     else
         ShowSilent(Utf8Text(document_.LastError()));
 }
@@ -83,7 +90,7 @@ void PreviewToggle::ShowBar(int percent) {
 }
 
 void PreviewToggle::ShowSilent(const QString& reason) {
-    button_->setText(QStringLiteral("&Preview"));
+    button_->setText(QString::fromUtf8(kPreviewText));
     bar_->hide();
     percent_->hide();
     bar_->setValue(0);

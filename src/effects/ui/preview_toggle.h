@@ -23,6 +23,8 @@ class PreviewToggle : public QObject, private PlayPositionObserver {
     ~PreviewToggle() override;
 
     QPushButton* Button() { return button_; }
+    // All that the button ever shows.
+    static QStringList ButtonTexts();
     QProgressBar* Bar() { return bar_; }
     QLabel* Percent() { return percent_; }
 
