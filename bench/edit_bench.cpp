@@ -1,0 +1,126 @@
+// Edits of one second in the middle of an hour of 16-bit stereo, beside the memmove and the memcpy
+// of the bytes that they cannot do without.
+#include <benchmark/benchmark.h>
+
+#include <cstring>
+#include <fstream>
+#include <vector>
+
+#include "bench_host.h"
+#include "document/edit_operations.h"
+
+namespace sonavel::bench {
+namespace {
+
+constexpr std::uint32_t kRate = 44100;
+constexpr std::uint32_t kHour = 3600;
+constexpr std::uint32_t kMiddle = kRate * kHour / 2;
+constexpr std::size_t kFrameBytes = 4;
+
+struct NoDialogs : DocumentDialogs {
+    std::optional<NewSoundChoice> AskNewSound(const NewSoundChoice&) override { return {}; }
+    std::optional<SaveAsChoice> AskSaveAs(const SaveAsRequest&) override { return {}; }
+};
+
+// A folder whose options turn undo on.
+class OptionsFolder {
+  public:
+    OptionsFolder() : path_(std::filesystem::temp_directory_path() / "sonavel-edit-bench") {
+        std::filesystem::create_directories(path_);
+        std::ofstream(path_ / "Options.ini")
+            << "[__SOUND_GENERAL_OPTIONS]\nSAVE UNDO REDO INFOMATION=1\n";
+    }
+    ~OptionsFolder() { std::filesystem::remove_all(path_); }
+    OptionsFolder(const OptionsFolder&) = delete;
+    OptionsFolder& operator=(const OptionsFolder&) = delete;
+    const std::filesystem::path& Path() const { return path_; }
+
+  private:
+    std::filesystem::path path_;
+};
+
+struct HourDocument {
+    Host host;
+    OptionsFolder options;
+    ProgramFolder folder{options.Path()};
+    NoDialogs dialogs;
+    CSoundDoc document{{host.prompts, host.progress, host.clipboard, host.devices, folder},
+                       dialogs};
+    ClipRecord second;
+
+    HourDocument() {
+        document.NewDocument({.samplesPerSecond = kRate, .channels = 2, .bits = 16});
+        document.Sound().Create(2, 16, kRate, kRate * kHour);
+        FillWithNoise(document.Sound());
+        second.present = true;
+        second.format = document.Sound().GetFormat();
+        second.buffer.Allocate(kRate * kFrameBytes);
+        std::memset(second.buffer.Data(), 1, second.buffer.Size());
+    }
+};
+
+constexpr EditSelection kAtMiddle{0, 0, kMiddle};
+constexpr EditSelection kSecondInTheMiddle{kMiddle, kMiddle + kRate, kMiddle};
+
+// Times one edit after the other, each on the sound as it was, with an empty history.
+template <class Edit>
+void TimeEdits(benchmark::State& state, Edit edit) {
+    HourDocument hour;
+    for (auto _ : state) {
+        if (!edit(hour).done) state.SkipWithError("The edit was not done.");
+        state.PauseTiming();
+        hour.document.Undo();
+        hour.document.History().Clear();
+        state.ResumeTiming();
+    }
+}
+
+void BM_MemmoveSecondHalfOfAnHour(benchmark::State& state) {
+    HourDocument hour;
+    const std::span<std::uint8_t> bytes = hour.document.Sound().MutableBytes();
+    const std::size_t half = kMiddle * kFrameBytes;
+    const std::size_t second = kRate * kFrameBytes;
+    for (auto _ : state)
+        std::memmove(&bytes[half], &bytes[half + second], bytes.size() - half - second);
+}
+BENCHMARK(BM_MemmoveSecondHalfOfAnHour)->Unit(benchmark::kMillisecond);
+
+// Into memory that is fresh each time, as an undo step's is.
+void BM_MemcpyAnHour(benchmark::State& state) {
+    HourDocument hour;
+    for (auto _ : state) benchmark::DoNotOptimize(hour.document.Sound().CopySound());
+}
+BENCHMARK(BM_MemcpyAnHour)->Unit(benchmark::kMillisecond);
+
+void BM_PasteIntoAnHour(benchmark::State& state) {
+    TimeEdits(state, [](HourDocument& hour) {
+        return edit::Paste(hour.document, hour.second, kAtMiddle);
+    });
+}
+BENCHMARK(BM_PasteIntoAnHour)->Unit(benchmark::kMillisecond);
+
+void BM_DeleteFromAnHour(benchmark::State& state) {
+    TimeEdits(state,
+              [](HourDocument& hour) { return edit::Delete(hour.document, kSecondInTheMiddle); });
+}
+BENCHMARK(BM_DeleteFromAnHour)->Unit(benchmark::kMillisecond);
+
+void BM_OverwriteInAnHour(benchmark::State& state) {
+    TimeEdits(state, [](HourDocument& hour) {
+        return edit::PasteOverwrite(hour.document, hour.second, kSecondInTheMiddle);
+    });
+}
+BENCHMARK(BM_OverwriteInAnHour)->Unit(benchmark::kMillisecond);
+
+void BM_UndoAndRedoInAnHour(benchmark::State& state) {
+    HourDocument hour;
+    edit::Delete(hour.document, kSecondInTheMiddle);
+    for (auto _ : state) {
+        hour.document.Undo();
+        hour.document.Redo();
+    }
+}
+BENCHMARK(BM_UndoAndRedoInAnHour)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace sonavel::bench
