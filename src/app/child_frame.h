@@ -19,6 +19,7 @@ class ChildFrame : public QMdiSubWindow, public DocumentObserver {
     ~ChildFrame() override;
 
     OpenSound& Sound() { return *sound_; }
+    const OpenSound& Sound() const { return *sound_; }
     SoundViewWidget& View() { return *view_; }
     // Drops the view, whose sound is about to go.
     void LetGo();

@@ -3,6 +3,7 @@
 #include <QFontDatabase>
 
 #include "app/command_ids.h"
+#include "spatial/ui/spatial_commands.h"
 #include "view/view_commands.h"
 
 namespace sonavel {
@@ -32,10 +33,17 @@ constexpr int kTransportBar[] = {
     view_command::kForward,   view_command::kEnd,
 };
 
+constexpr int kSpatialBar[] = {
+    spatial_command::kSystemPositional,
+    spatial_command::kUserPositional,
+    spatial_command::kSystemMoving,
+    spatial_command::kUserMoving,
+};
+
 QString ToolTip(const QAction& action) {
     // Behind a tab stands the key of a command that has no shortcut of the window.
     QString text = action.text().section(u'\t', 0, 0);
-    text.remove(u'&').remove(QStringLiteral("..."));
+    text.remove(u'&').remove(QStringLiteral("...")).remove(u'…');
     QString key = action.text().section(u'\t', 1);
     if (key.isEmpty()) key = action.shortcut().toString(QKeySequence::NativeText);
     return key.isEmpty() ? text : QStringLiteral("%1 (%2)").arg(text, key);
@@ -84,6 +92,9 @@ std::span<const int> FileBarCommands() {
 }
 std::span<const int> ZoomBarCommands() {
     return kZoomBar;
+}
+std::span<const int> SpatialBarCommands() {
+    return kSpatialBar;
 }
 std::span<const int> TransportBarCommands() {
     return kTransportBar;

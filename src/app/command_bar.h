@@ -38,6 +38,7 @@ class TransportBar : public CommandBar {
 
 std::span<const int> FileBarCommands();
 std::span<const int> ZoomBarCommands();
+std::span<const int> SpatialBarCommands();
 std::span<const int> TransportBarCommands();
 
 }  // namespace sonavel

@@ -4,6 +4,7 @@
 
 #include "app/command_ids.h"
 #include "platform/qt/palette_icon.h"
+#include "spatial/ui/spatial_commands.h"
 #include "view/view_commands.h"
 
 // Resources of a static library are linked in by a call from outside every namespace.
@@ -64,6 +65,10 @@ constexpr IconName kIcons[] = {
     {view_command::kSelectAll, "select-all"},
     {view_command::kGoToCursor, "go-to"},
     {view_command::kDropMarker, "marker"},
+    {spatial_command::kSystemPositional, "3d-fixed-point"},
+    {spatial_command::kUserPositional, "3d-own-point"},
+    {spatial_command::kSystemMoving, "3d-fixed-path"},
+    {spatial_command::kUserMoving, "3d-own-path"},
 };
 
 }  // namespace

@@ -12,6 +12,7 @@ enum Id : int {
     kCloseAll = 33101,
     kTabs = 33102,
     kFileProperties = 33104,
+    kCloseOthers = 33105,
     kStatusBar = 59393,
     kNew = 57600,
     kOpen = 57601,

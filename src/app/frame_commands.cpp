@@ -16,6 +16,10 @@ CommandState WithChildren(const MainFrame& frame) {
     return {frame.HasChildren(), false};
 }
 
+CommandState WithOthers(const MainFrame& frame) {
+    return {frame.HasOthers(), false};
+}
+
 CommandState InWindows(const MainFrame& frame) {
     return {frame.HasChildren() && !frame.ShowsTabs(), false};
 }
@@ -54,6 +58,9 @@ constexpr Command<MainFrame> kCommands[] = {
     {{app_command::kPreviousWindow, "", "&Previous", "Ctrl+Shift+F6", "Go to the previous sound"},
      Do<&MainFrame::PreviousWindow>,
      WithChildren},
+    {{app_command::kCloseOthers, "", "Close &Others", "", "Close every sound but the active one"},
+     Do<&MainFrame::CloseOthers>,
+     WithOthers},
     {{app_command::kCloseAll, "", "C&lose All", "Ctrl+Shift+W", "Close every sound"},
      Do<&MainFrame::CloseAll>,
      WithChildren},

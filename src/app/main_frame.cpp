@@ -23,7 +23,7 @@ namespace {
 constexpr int kPlayRefreshMs = 40;
 constexpr QSize kFirstSize{1200, 760};
 // Of the kept places of the bars; another number forgets them.
-constexpr int kBarsVersion = 1;
+constexpr int kBarsVersion = 2;
 
 template <class Target>
 std::unique_ptr<CommandTarget> TargetOf(Target& target, std::span<const Command<Target>> table) {
@@ -132,52 +132,6 @@ void MainFrame::AddMenus() {
     });
 }
 
-void MainFrame::AddBars() {
-    auto* file = new CommandBar(tr("File and Edit"), actions_, FileBarCommands(), this);
-    transport_ = new TransportBar(actions_, this);
-    auto* zoom = new CommandBar(tr("Zoom"), actions_, ZoomBarCommands(), this);
-    QMenu* view = menuBar()->findChild<QMenu*>(QStringLiteral("View"));
-    for (CommandBar* bar : {file, static_cast<CommandBar*>(transport_), zoom}) {
-        addToolBar(bar);
-        QAction* toggle = bar->toggleViewAction();
-        toggle->setText(bar->windowTitle() + tr(" Bar"));
-        toggle->setStatusTip(tr("Show or hide this bar"));
-        view->insertAction(actions_.Action(app_command::kStatusBar), toggle);
-    }
-    insertToolBarBreak(transport_);
-}
-
-void MainFrame::AddMeter() {
-    meter_->setObjectName(QStringLiteral("PlayMeter"));
-    addDockWidget(Qt::RightDockWidgetArea, meter_);
-    QAction* toggle = meter_->toggleViewAction();
-    toggle->setText(tr("&Playmeter Bar"));
-    toggle->setStatusTip(tr("Show or hide this bar"));
-    menuBar()
-        ->findChild<QMenu*>(QStringLiteral("View"))
-        ->insertAction(actions_.Action(app_command::kStatusBar), toggle);
-}
-
-void MainFrame::ConnectMeter(ChildFrame& frame) {
-    SoundViewWidget& view = frame.View();
-    const auto isActive = [this, &frame] { return &frame.Sound() == workspace_->Active(); };
-    connect(&view, &SoundViewWidget::PeaksChanged, meter_, [this, isActive](int left, int right) {
-        if (isActive()) meter_->SetLevels(left, right);
-    });
-    connect(&view, &SoundViewWidget::ColoursChanged, meter_, [this, isActive] {
-        if (isActive()) FitMeter();
-    });
-}
-
-void MainFrame::FitMeter() {
-    const OpenSound* active = workspace_->Active();
-    meter_->SetLevels(0, 0);
-    if (!active) return;
-    const CWave& sound = active->document->Sound();
-    meter_->SetReference(static_cast<std::int32_t>(sound.GetMaxValue() + 1));
-    meter_->SetColours(active->view->Colours());
-}
-
 void MainFrame::TakeSettings() {
     meter_->ReloadSettings();
     FitMeter();
@@ -220,6 +174,7 @@ void MainFrame::StorePlaces() const {
 void MainFrame::Refresh() {
     UpdateTitle();
     UpdatePanes();
+    RefreshBars();
     actions_.Refresh();
 }
 

@@ -8,6 +8,8 @@
 #include <QTimer>
 #include <optional>
 
+#include "app/bars/format_bar.h"
+#include "app/bars/window_list_bar.h"
 #include "app/child_frame.h"
 #include "app/command_bar.h"
 #include "app/logo_window.h"
@@ -41,6 +43,7 @@ class MainFrame : public QMainWindow, public WorkspaceObserver {
     // --- What the frame's commands do
 
     bool HasChildren() const { return !area_->subWindowList().isEmpty(); }
+    bool HasOthers() const { return workspace_->Count() > 1; }
     bool Cascade();
     bool TileHorizontally();
     bool TileVertically();
@@ -52,6 +55,7 @@ class MainFrame : public QMainWindow, public WorkspaceObserver {
     bool CloseActive();
     // Likewise; nothing is closed before everything was asked.
     bool CloseAll();
+    bool CloseOthers();  // than the active one
     bool ShowsStatusBar() const;
     bool SwitchStatusBar();
     bool Record();
@@ -76,10 +80,17 @@ class MainFrame : public QMainWindow, public WorkspaceObserver {
     void AddActions();
     void AddMenus();
     void AddBars();
+    void AddBar(QToolBar& bar, const QString& text, Qt::ToolBarArea area = Qt::TopToolBarArea);
     void AddMeter();
+    void ShowInViewMenu(QAction& toggle, const QString& text);
     // The meter follows the active sound.
     void ConnectMeter(ChildFrame& frame);
     void FitMeter();
+    void AddWindowList();
+    void ChooseFrame(ChildFrame* frame);
+    void ShowFrameMenu(ChildFrame* frame, const QPoint& globalPosition);
+    // What the bars show of the sounds.
+    void RefreshBars();
     void FillWindowList(QMenu& menu);
     void RestorePlaces();
     void StorePlaces() const;
@@ -98,6 +109,8 @@ class MainFrame : public QMainWindow, public WorkspaceObserver {
     QMdiArea* area_;
     StatusPanes* status_;
     TransportBar* transport_ = nullptr;
+    FormatBar* format_ = nullptr;
+    WindowListBar* windowList_ = nullptr;
     PlayMeterBar* meter_ = nullptr;
     QPointer<LogoWindow> logo_;
     RecentFiles recent_;

@@ -45,6 +45,7 @@ void MainFrame::OnDocumentAdded(OpenSound& sound) {
         const auto index = workspace_->IndexOf(*frame->Sound().document);
         if (index && MayClose(*index)) workspace_->Close(*index);
     });
+    windowList_->Add(*frame);
     ConnectMeter(*frame);
     connect(frame, &ChildFrame::TitleChanged, this, &MainFrame::ScheduleRefresh);
     connect(frame, &ChildFrame::StateChanged, this, [this] {
@@ -65,6 +66,7 @@ void MainFrame::OnDocumentClosing(OpenSound& sound) {
     documentCommands_.reset();
     spatialCommands_.reset();
     ++dropping_;
+    windowList_->Remove(*frame);
     frame->LetGo();
     area_->removeSubWindow(frame);
     --dropping_;
@@ -170,6 +172,16 @@ bool MainFrame::CloseAll() {
     for (std::size_t i = 0; i < workspace_->Count(); ++i)
         if (!MayClose(i)) return false;
     while (workspace_->Count() > 0) workspace_->Close(workspace_->Count() - 1);
+    return true;
+}
+
+bool MainFrame::CloseOthers() {
+    const CSoundDoc& kept = *workspace_->Active()->document;
+    for (std::size_t i = 0; i < workspace_->Count(); ++i)
+        if (workspace_->At(i).document.get() != &kept && !MayClose(i)) return false;
+    workspace_->Activate(*workspace_->IndexOf(kept));
+    for (std::size_t i = workspace_->Count(); i-- > 0;)
+        if (workspace_->At(i).document.get() != &kept) workspace_->Close(i);
     return true;
 }
 

@@ -141,6 +141,7 @@ constexpr MenuEntry kWindow[] = {
     kLine,
     C(app_command::kNextWindow),
     C(app_command::kPreviousWindow),
+    C(app_command::kCloseOthers),
     C(app_command::kCloseAll),
     kLine,
     C(app_command::kSampleDatabase),

@@ -1,0 +1,103 @@
+// The main frame's bars: how they stand at first, and what they show.
+#include <QMenuBar>
+
+#include "app/command_ids.h"
+#include "app/main_frame.h"
+#include "view/ui/sound_view_widget.h"
+
+namespace sonavel {
+
+void MainFrame::ShowInViewMenu(QAction& toggle, const QString& text) {
+    toggle.setText(text);
+    toggle.setStatusTip(tr("Show or hide this bar"));
+    menuBar()
+        ->findChild<QMenu*>(QStringLiteral("View"))
+        ->insertAction(actions_.Action(app_command::kStatusBar), &toggle);
+}
+
+void MainFrame::AddBar(QToolBar& bar, const QString& text, Qt::ToolBarArea area) {
+    addToolBar(area, &bar);
+    ShowInViewMenu(*bar.toggleViewAction(), text);
+}
+
+void MainFrame::AddBars() {
+    auto* file = new CommandBar(tr("File and Edit"), actions_, FileBarCommands(), this);
+    auto* zoom = new CommandBar(tr("Zoom"), actions_, ZoomBarCommands(), this);
+    auto* spatial = new CommandBar(tr("3D Effects"), actions_, SpatialBarCommands(), this);
+    transport_ = new TransportBar(actions_, this);
+    AddBar(*file, tr("File and &Edit Bar"));
+    AddBar(*zoom, tr("&Zoom Bar"));
+    AddBar(*spatial, tr("&3D Effects Bar"));
+    addToolBarBreak();
+    AddBar(*transport_, tr("&Remocon Bar"));
+    format_ = new FormatBar(tr("Format Information"), this);
+    AddBar(*format_, tr("Format &Information Bar"));
+    AddWindowList();
+}
+
+void MainFrame::AddWindowList() {
+    windowList_ = new WindowListBar(tr("Window List"), this);
+    AddBar(*windowList_, tr("&Window List Bar"), Qt::BottomToolBarArea);
+    connect(windowList_, &WindowListBar::Chosen, this, &MainFrame::ChooseFrame);
+    connect(windowList_, &WindowListBar::MenuRequested, this, &MainFrame::ShowFrameMenu);
+}
+
+void MainFrame::ChooseFrame(ChildFrame* frame) {
+    if (frame->isMinimized()) frame->showNormal();
+    area_->setActiveSubWindow(frame);
+}
+
+void MainFrame::ShowFrameMenu(ChildFrame* frame, const QPoint& globalPosition) {
+    constexpr MenuEntry kEntries[] = {
+        MenuEntry::Command(app_command::kSave),
+        MenuEntry::Command(app_command::kSaveAs),
+        MenuEntry::Separator(),
+        MenuEntry::Command(app_command::kClose),
+        MenuEntry::Command(app_command::kCloseOthers),
+        MenuEntry::Command(app_command::kCloseAll),
+        MenuEntry::Separator(),
+        MenuEntry::Command(app_command::kFileProperties),
+    };
+    // The commands are those of the active sound.
+    ChooseFrame(frame);
+    QMenu menu;
+    actions_.FillMenu(menu, kEntries);
+    menu.exec(globalPosition);
+}
+
+void MainFrame::RefreshBars() {
+    const OpenSound* active = workspace_->Active();
+    windowList_->Refresh(active ? FrameOf(*active) : nullptr);
+    if (active)
+        format_->ShowSound(*active->document, *active->view);
+    else
+        format_->Clear();
+}
+
+void MainFrame::AddMeter() {
+    meter_->setObjectName(QStringLiteral("PlayMeter"));
+    addDockWidget(Qt::RightDockWidgetArea, meter_);
+    ShowInViewMenu(*meter_->toggleViewAction(), tr("&Playmeter Bar"));
+}
+
+void MainFrame::ConnectMeter(ChildFrame& frame) {
+    SoundViewWidget& view = frame.View();
+    const auto isActive = [this, &frame] { return &frame.Sound() == workspace_->Active(); };
+    connect(&view, &SoundViewWidget::PeaksChanged, meter_, [this, isActive](int left, int right) {
+        if (isActive()) meter_->SetLevels(left, right);
+    });
+    connect(&view, &SoundViewWidget::ColoursChanged, meter_, [this, isActive] {
+        if (isActive()) FitMeter();
+    });
+}
+
+void MainFrame::FitMeter() {
+    const OpenSound* active = workspace_->Active();
+    meter_->SetLevels(0, 0);
+    if (!active) return;
+    const CWave& sound = active->document->Sound();
+    meter_->SetReference(static_cast<std::int32_t>(sound.GetMaxValue() + 1));
+    meter_->SetColours(active->view->Colours());
+}
+
+}  // namespace sonavel
