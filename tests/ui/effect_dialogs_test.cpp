@@ -186,7 +186,9 @@ TEST_F(EffectDialogsTest, EveryFieldHasAnAltKeyOfItsOwn) {
             SCOPED_TRACE(dialog.windowTitle().toStdString() + " " + std::to_string(rate));
             AltKeys alt(dialog);
             if (ButtonOf(dialog, "&Preview")) alt.keys << QKeySequence::mnemonic("&Stop");
-            EXPECT_FALSE(alt.keys.contains(QKeySequence()));
+            for (const QKeySequence& key : alt.keys)
+                EXPECT_TRUE(key.toString().back().isLetterOrNumber())
+                    << key.toString().toStdString();
             EXPECT_EQ(QSet(alt.keys.begin(), alt.keys.end()).size(), alt.keys.size());
             QList<QWidget*> fields;
             for (auto* slider : dialog.findChildren<QAbstractSlider*>()) fields << slider;

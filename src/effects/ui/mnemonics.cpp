@@ -14,13 +14,15 @@ bool BeginsAWord(const QString& text, qsizetype place) {
     return place == 0 || !text[place - 1].isLetterOrNumber();
 }
 
-// The place of the first character whose key is free; words' first ones come before the others.
+// The place of the first letter or digit whose key is free; words' first ones come before the
+// others.
 qsizetype FreePlace(const QString& text, const Keys& taken) {
     for (const bool firstOfWord : {true, false}) {
         for (qsizetype place = 0; place < text.size(); ++place) {
+            if (!text[place].isLetterOrNumber()) continue;
             if (firstOfWord && !BeginsAWord(text, place)) continue;
             const QKeySequence key = QKeySequence::mnemonic(u'&' + text.sliced(place, 1));
-            if (!key.isEmpty() && !taken.contains(key)) return place;
+            if (!taken.contains(key)) return place;
         }
     }
     return -1;
