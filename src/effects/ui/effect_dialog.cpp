@@ -9,6 +9,13 @@
 
 namespace sonavel {
 
+namespace {
+
+constexpr int kButtonSpacing = 8;
+constexpr int kLeastBarWidth = 60;
+
+}  // namespace
+
 EffectDialog::EffectDialog(const EffectDialogContext& context, const Effect& effect,
                            const EffectDialogTexts& texts, QWidget* parent)
     : QDialog(parent),
@@ -44,31 +51,38 @@ QPushButton* EffectDialog::AddButton(QHBoxLayout& row, const char* text) {
 }
 
 void EffectDialog::AddButtons() {
-    auto* column = new QVBoxLayout;
-    column->setContentsMargins(12, 0, 12, 12);
-    column->setSpacing(12);
     auto* row = new QHBoxLayout;
-    if (effect_.preview) {
-        preview_ = std::make_unique<PreviewToggle>(
-            Document(), [this] { return RunPreview(); }, this);
-        AddPreview(*row);
-        auto* progress = new QHBoxLayout;
-        progress->addWidget(preview_->Bar(), 1);
-        progress->addWidget(preview_->Percent());
-        column->addLayout(progress);
-    }
+    row->setContentsMargins(12, 0, 12, 12);
+    row->setSpacing(kButtonSpacing);
+    if (effect_.preview) AddPreview(*row);
     connect(AddButton(*row, "&Reset"), &QPushButton::clicked, this, [this] { Reset(); });
-    row->addSpacing(24);
-    row->addStretch(1);
+    if (preview_)
+        AddProgress(*row);
+    else
+        row->addStretch(1);
     QPushButton* ok = AddButton(*row, "&OK");
     ok->setDefault(true);
     connect(ok, &QPushButton::clicked, this, &QDialog::accept);
     connect(AddButton(*row, "&Cancel"), &QPushButton::clicked, this, &QDialog::reject);
-    column->addLayout(row);
-    static_cast<QVBoxLayout*>(layout())->addLayout(column);
+    static_cast<QVBoxLayout*>(layout())->addLayout(row);
+}
+
+// Between the buttons: there, the bar that keeps its place while nothing is heard costs no line.
+void EffectDialog::AddProgress(QHBoxLayout& buttons) {
+    QProgressBar* bar = preview_->Bar();
+    QSizePolicy policy = bar->sizePolicy();
+    policy.setHorizontalPolicy(QSizePolicy::Ignored);
+    bar->setSizePolicy(policy);
+    bar->setMinimumWidth(kLeastBarWidth);
+    buttons.addSpacing(kButtonSpacing);
+    buttons.addWidget(bar, 1);
+    buttons.addWidget(preview_->Percent());
+    buttons.addSpacing(kButtonSpacing);
 }
 
 void EffectDialog::AddPreview(QHBoxLayout& buttons) {
+    preview_ = std::make_unique<PreviewToggle>(
+        Document(), [this] { return RunPreview(); }, this);
     buttons.addWidget(preview_->Button());
     connect(preview_.get(), &PreviewToggle::Rendering, this, [this] { header_->SetStatus({}); });
     connect(preview_.get(), &PreviewToggle::Silent, this, [this](const QString& reason) {

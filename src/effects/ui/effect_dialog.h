@@ -81,6 +81,7 @@ class EffectDialog : public QDialog {
     bool RunPreview();
     void RunDisabled(const std::function<void()>& run);
     void AddPreview(QHBoxLayout& buttons);
+    void AddProgress(QHBoxLayout& buttons);
     void AddButtons();
     QPushButton* AddButton(QHBoxLayout& row, const char* text);
 
