@@ -1,32 +1,25 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <filesystem>
 
 #include "audio/player_fixture.h"
 #include "platform/headless/headless_wave_devices.h"
+#include "support/test_files.h"
 
 namespace sonavel {
 namespace {
 
-class HeadlessWaveTest : public PlayerTest {
-  protected:
-    using Clock = std::chrono::steady_clock;
-
-    void FillWithPattern(CWave& wave) {
-        const Bytes bytes = Pattern(wave.GetDataSize());
-        std::copy(bytes.begin(), bytes.end(), wave.MutableBytes().begin());
-    }
-};
+using Clock = std::chrono::steady_clock;
+using HeadlessWaveTest = PlayerTest;
 
 TEST_F(HeadlessWaveTest, WhatIsPlayedCanBeOpenedAsAFile) {
-    const auto path = std::filesystem::path(::testing::TempDir()) / "sonavel_played.wav";
+    const TemporaryFolder folder;
+    const auto path = folder / "played.wav";
     HeadlessWaveDevices headless(WavePace::kAsFastAsAsked, path);
     CWavePlayer source(prompts, progress, headless);
     source.SetPlaybackBlockFrames(128);
     for (const unsigned bits : {8u, 16u}) {
-        ASSERT_TRUE(source.Create(2, bits, 22050, 128 * 40));
-        FillWithPattern(source);
+        MakeSound(source, 2, bits, 128 * 40);
         ASSERT_TRUE(source.Play(0));
         headless.PumpUntilIdle();
         EXPECT_TRUE(source.IsStopped());
@@ -35,7 +28,6 @@ TEST_F(HeadlessWaveTest, WhatIsPlayedCanBeOpenedAsAFile) {
         EXPECT_EQ(played.GetFormat(), source.GetFormat());
         EXPECT_TRUE(std::ranges::equal(played.Bytes(), source.Bytes()));
     }
-    std::filesystem::remove(path);
 }
 
 TEST_F(HeadlessWaveTest, AFileThatCannotBeWrittenIsADeviceError) {
@@ -72,8 +64,7 @@ TEST_F(HeadlessWaveTest, InputsHearSilence) {
         ASSERT_TRUE(target.StopRecording(0));
         EXPECT_FALSE(headless.Pump());
         ASSERT_EQ(target.GetFrameCount(), 25u * 128);
-        for (std::uint32_t i = 0; i < target.GetFrameCount(); ++i)
-            ASSERT_EQ(target.GetSample(0, i), 0);
+        for (std::uint32_t i = 0; i < 25 * 128; ++i) ASSERT_EQ(target.GetSample(0, i), 0);
     }
 }
 

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -62,10 +63,12 @@ class PlayerTest : public ::testing::Test {
     }
 
     void MakeSound(unsigned channels, unsigned bits, std::uint32_t frames) {
-        ASSERT_TRUE(player.Create(channels, bits, 8000, frames));
-        const Bytes bytes = Pattern(player.GetDataSize());
-        std::copy(bytes.begin(), bytes.end(), player.MutableBytes().begin());
-        sound = bytes;
+        MakeSound(player, channels, bits, frames);
+    }
+    void MakeSound(CWavePlayer& wave, unsigned channels, unsigned bits, std::uint32_t frames) {
+        ASSERT_TRUE(wave.Create(channels, bits, 8000, frames));
+        sound = Pattern(wave.GetDataSize());
+        std::ranges::copy(sound, wave.MutableBytes().begin());
     }
 
     // Lets the device play until the player has closed it or a great many blocks were heard.

@@ -253,31 +253,29 @@ TEST_F(PlayerTest, BlocksThatComeBackDuringAPauseAreTakenAtTheResume) {
 }
 
 TEST_F(PlayerTest, StopInEveryState) {
+    using enum CWavePlayer::StopReport;
     MakeSound(1, 8, 5000);
     player.SetLooping(true);
-    player.Stop(CWavePlayer::StopReport::kShow);
+    player.Stop(kShow);
     EXPECT_FALSE(player.IsLooping());
     EXPECT_TRUE(out.calls.empty());
     EXPECT_TRUE(observer.states.empty());
+    std::vector<std::string> expected(12, "unprepare");
+    expected.front() = "reset";
+    expected.back() = "close";
     for (const bool paused : {false, true}) {
-        for (const auto report :
-             {CWavePlayer::StopReport::kSilent, CWavePlayer::StopReport::kShow}) {
+        for (const auto report : {kSilent, kShow}) {
             ASSERT_TRUE(player.Play(0));
             if (paused) player.Pause();
             observer = NotingObserver();
             out.calls.clear();
             player.Stop(report);
-            std::vector<std::string> expected{"reset"};
-            expected.insert(expected.end(), 10, "unprepare");
-            expected.push_back("close");
             EXPECT_EQ(out.calls, expected);
             EXPECT_TRUE(player.IsStopped());
             EXPECT_EQ(observer.stops, 1);
-            const bool shown = report == CWavePlayer::StopReport::kShow;
-            EXPECT_EQ(observer.states,
-                      shown ? std::vector<std::string>{"(Stopped) "} : std::vector<std::string>{});
-            EXPECT_EQ(observer.positions,
-                      shown ? std::vector<std::uint32_t>{5000} : std::vector<std::uint32_t>{});
+            const std::size_t reports = report == kShow;
+            EXPECT_EQ(observer.states, std::vector<std::string>(reports, "(Stopped) "));
+            EXPECT_EQ(observer.positions, std::vector<std::uint32_t>(reports, 5000));
         }
     }
 }
@@ -330,7 +328,6 @@ TEST_F(PlayerTest, DeviceErrorsAreShownAndLeaveThePlayerStopped) {
 }
 
 TEST_F(PlayerTest, ASoundThatShrinksWhilePlayingEndsThere) {
-    MakeSound(1, 16, 5000);
     for (const std::uint32_t frames : {1500u, 3u, 0u}) {
         SCOPED_TRACE(frames);
         MakeSound(1, 16, 5000);

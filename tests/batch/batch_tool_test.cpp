@@ -1,11 +1,10 @@
 // Whole runs of the tool against files of a temporary folder: script in, exact output out.
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <sstream>
 
 #include "batch/batch_call.h"
-#include "platform/replace_file.h"
+#include "support/sound_files.h"
 
 namespace sonavel::batch {
 namespace {
@@ -21,50 +20,37 @@ struct ToolResult {
 class BatchToolTest : public testing::Test {
   protected:
     BatchToolTest() {
-        std::string name = (fs::temp_directory_path() / "batch_XXXXXX").string();
-        folder_ = mkdtemp(name.data());
         Write("Options.ini",
               "[__SOUND_GENERAL_OPTIONS]\nSAVE UNDO REDO INFOMATION=1\n마커 저장=1\n");
     }
-    ~BatchToolTest() override { fs::remove_all(folder_); }
 
     void Write(const char* name, std::string_view bytes) const {
-        std::ofstream(folder_ / name, std::ios::binary).write(bytes.data(), std::ssize(bytes));
-    }
-
-    std::string Bytes(const char* name) const {
-        return ReadSmallFile(folder_ / name, 1 << 20).value_or("(none)");
+        WriteFileBytes(folder_ / name, BytesOf(bytes));
     }
 
     // A mono 16-bit WAV file at 8000 Hz whose samples are 1, 2, 3, ...
     void WriteRamp(const char* name, int frames) const {
-        const auto word = [](unsigned value, int bytes) {
-            std::string text;
-            for (; bytes > 0; --bytes, value >>= 8) text += static_cast<char>(value & 0xFF);
-            return text;
-        };
-        std::string data;
-        for (int i = 1; i <= frames; ++i) data += word(static_cast<unsigned>(i), 2);
-        const auto size = static_cast<unsigned>(data.size());
-        Write(name, "RIFF" + word(36 + size, 4) + "WAVEfmt " + word(16, 4) + word(1, 2) +
-                        word(1, 2) + word(8000, 4) + word(16000, 4) + word(2, 2) + word(16, 2) +
-                        "data" + word(size, 4) + data);
+        WavParts parts;
+        ByteBuilder data;
+        for (int i = 1; i <= frames; ++i) data.Little16(static_cast<unsigned>(i));
+        parts.data = data.Bytes();
+        WriteFileBytes(folder_ / name, WavBytes(parts));
     }
 
     // "@" in a script or in what was printed stands for the temporary folder.
     ToolResult Call(std::vector<std::string> words, const std::string& input = "") const {
-        for (std::string& word : words) Replace(word, "@", folder_.string());
+        for (std::string& word : words) Replace(word, "@", folder_.Path().string());
         std::istringstream in(input);
         std::ostringstream out, errors;
         const int status = RunBatchTool(words, {in, out, errors});
         ToolResult result{status, out.str(), errors.str()};
-        Replace(result.out, folder_.string(), "@");
-        Replace(result.errors, folder_.string(), "@");
+        Replace(result.out, folder_.Path().string(), "@");
+        Replace(result.errors, folder_.Path().string(), "@");
         return result;
     }
 
     ToolResult Run(const std::string& script) const {
-        return Call({"--folder", folder_.string(), "-c", script});
+        return Call({"--folder", folder_.Path().string(), "-c", script});
     }
 
     void ExpectOutput(const std::string& script, const std::string& expected) const {
@@ -74,7 +60,18 @@ class BatchToolTest : public testing::Test {
         EXPECT_EQ(result.status, 0) << script;
     }
 
-    fs::path folder_;
+    // Of each line what lies from one text to the other.
+    static std::string PartOfEachLine(const std::string& text, const char* from, const char* to) {
+        std::string parts;
+        std::istringstream lines(text);
+        for (std::string line; std::getline(lines, line);) {
+            const std::string part = line.substr(line.find(from));
+            parts += part.substr(0, part.find(to)) + '\n';
+        }
+        return parts;
+    }
+
+    TemporaryFolder folder_;
 
   private:
     static void Replace(std::string& text, const std::string& from, const std::string& to) {
@@ -222,11 +219,7 @@ TEST_F(BatchToolTest, CountsOpenDocumentsInTheOrderOfCreation) {
     WriteRamp("r.wav", 4);
     const ToolResult result =
         Run("new; open @/r.wav; new; activate 2; info; close; info; close; info; close; try info");
-    std::string titles;
-    std::istringstream lines(result.out);
-    for (std::string line; std::getline(lines, line);)
-        titles += line.substr(0, line.find(" rate")) + '\n';
-    EXPECT_EQ(titles,
+    EXPECT_EQ(PartOfEachLine(result.out, "", " rate"),
               "document 2 title=\"r.wav\"\ndocument 2 title=\"Sound2\"\n"
               "document 1 title=\"Sound1\"\nfailed: No document is open.\n");
 }
@@ -268,7 +261,7 @@ TEST_F(BatchToolTest, EditsThroughTheClipboard) {
         "0 1\n1 4\n2 5\n3 6\n"
         "step 0 kind=2 name=\"Source Sample\" *\nstep 1 kind=2 name=\"Copy Sample\"\n"
         "step 2 kind=2 name=\"Copy Sample\"\nstep 3 kind=2 name=\"Copy Sample\"\n");
-    EXPECT_EQ(Bytes("clip.bin").size(), 48u);
+    EXPECT_EQ(fs::file_size(folder_ / "clip.bin"), 48u);
     ExpectOutput(
         "clipboard-load @/clip.bin; open @/r.wav; mix clipboard=200 destination=-100\n"
         "samples 0 3; select 0 4; crossfade-mix clipboard-end=0 destination-end=100\n"
@@ -291,10 +284,7 @@ TEST_F(BatchToolTest, AppliesAndPreviewsEffects) {
         "document 2 title=\"Volume_1\" rate=8000 channels=2 bits=16 frames=2 bytes=8 "
         "duration=0.000250 modified=1 selection=0..0 cursor=0 markers=0\n"
         "0 12 12\n1 18 18\n0 12 12\n");
-}
-
-TEST_F(BatchToolTest, GivesTheRightChannelTheLeftOnesDynamics) {
-    WriteRamp("r.wav", 4);
+    // The right channel takes the left one's dynamics unless it has its own.
     ExpectOutput(
         "open @/r.wav; convert-channels 2; dynamics below=0.5; samples 3 1\n"
         "dynamics below=0.5 below-right=1; samples 3 1",
@@ -307,10 +297,9 @@ TEST_F(BatchToolTest, PlacesSoundsInSpace) {
         Run("open @/r.wav; preview moving 1 0 0 0 1 0 -1 0 0; preview-new; info; activate 1\n"
             "positional 1 0 0; info");
     EXPECT_EQ(result.status, 0) << result.errors;
-    EXPECT_NE(result.out.find("title=\"User_Sound_1\" rate=8000 channels=2 bits=16 frames=4 "),
-              std::string::npos);
-    EXPECT_NE(result.out.find("title=\"r.wav\" rate=8000 channels=2 bits=16 frames=4 "),
-              std::string::npos);
+    const std::string format = " rate=8000 channels=2 bits=16 frames=4\n";
+    EXPECT_EQ(PartOfEachLine(result.out, "title", " bytes"),
+              "title=\"User_Sound_1\"" + format + "title=\"r.wav\"" + format);
 }
 
 // --- The view
@@ -337,13 +326,7 @@ TEST_F(BatchToolTest, MovesTheCursorByPixels) {
     const ToolResult result = Run(
         "open @/r.wav; zoom-time-full; cursor-right 10; info; cursor-left 4; info; cursor-left 9\n"
         "info; select 50 90; cursor 60; cursor-left 30 extend=on; info; cursor-end; info");
-    std::string places;
-    std::istringstream lines(result.out);
-    for (std::string line; std::getline(lines, line);)
-        places +=
-            line.substr(line.find("selection="), line.find(" markers") - line.find("selection=")) +
-            '\n';
-    EXPECT_EQ(places,
+    EXPECT_EQ(PartOfEachLine(result.out, "selection=", " markers"),
               "selection=10..10 cursor=10\nselection=6..6 cursor=6\nselection=1..1 cursor=1\n"
               "selection=30..90 cursor=30\nselection=0..0 cursor=2000\n");
 }

@@ -10,14 +10,6 @@ class ClipCompatibilityTest : public DocumentTest {
         clipboard_.SetImage(
             *WriteClipImage(MakePcmFormat(format.channels, format.bits, format.rate), samples));
     }
-    static Bytes Words(std::initializer_list<int> words) {
-        Bytes bytes;
-        for (const int word : words) {
-            bytes.push_back(static_cast<std::uint8_t>(word));
-            bytes.push_back(static_cast<std::uint8_t>(word >> 8));
-        }
-        return bytes;
-    }
 
     ClipRecord clip_;
 };
@@ -63,42 +55,36 @@ TEST_F(ClipCompatibilityTest, FormatsAndAnswersDecide) {
 }
 
 TEST_F(ClipCompatibilityTest, AsksInItsOwnWordsAndForTheRightDirection) {
-    auto stereo = MakeDocument({2, 16}, PatternBytes(8, 1));
-    PutOnClipboard({1, 16}, PatternBytes(8, 1));
-    ASSERT_TRUE(edit::PrepareClip(*stereo, clip_));
-    auto mono = MakeDocument({1, 16}, PatternBytes(8, 1));
-    PutOnClipboard({2, 16}, PatternBytes(8, 1));
-    ASSERT_TRUE(edit::PrepareClip(*mono, clip_));
+    for (const unsigned channels : {2u, 1u}) {
+        auto document = MakeDocument({channels, 16}, PatternBytes(8, 1));
+        PutOnClipboard({3 - channels, 16}, PatternBytes(8, 1));
+        ASSERT_TRUE(edit::PrepareClip(*document, clip_));
+    }
     EXPECT_EQ(prompts_.questions[0], "원본 포맷과 같지 않습니다...");
     EXPECT_EQ(prompts_.conversions,
               (std::vector{ChannelConversion::kMonoToStereo, ChannelConversion::kStereoToMono}));
 }
 
 TEST_F(ClipCompatibilityTest, ChannelsAreConvertedByTheChoice) {
-    struct Case {
+    using enum ChannelChoice;
+    const struct {
         Format from, to;
         Bytes samples;
         ChannelChoice choice;
         Bytes expected;
-    };
-    using enum ChannelChoice;
-    const Case cases[] = {
-        {{2, 16}, {1, 16}, Words({-3, 0, 7, 8}), kBothOrMix, Words({-1, 7})},
-        {{2, 16}, {1, 16}, Words({-3, 0, 7, 8}), kLeft, Words({-3, 7})},
-        {{2, 16}, {1, 16}, Words({-3, 0, 7, 8}), kRight, Words({0, 8})},
+    } cases[] = {
         {{2, 8}, {1, 8}, {255, 254, 1, 0}, kBothOrMix, {254, 0}},
-        {{1, 8}, {2, 8}, {5, 6}, kLeft, {5, 0, 6, 0}},
+        {{2, 8}, {1, 8}, {255, 254, 1, 0}, kLeft, {255, 1}},
         {{1, 8}, {2, 8}, {5, 6}, kRight, {0, 5, 0, 6}},
-        {{1, 8}, {2, 8}, {5, 6}, kBothOrMix, {5, 5, 6, 6}},
-        // The bits come first, as a sound's would be converted.
-        {{1, 8}, {2, 16}, {0, 127}, kRight, Words({0, -32768, 0, 256})},
+        // The bits come first, as a sound's would be converted: -32768 and 256 on the right.
+        {{1, 8}, {2, 16}, {0, 127}, kRight, {0, 0, 0, 0x80, 0, 0, 0, 1}},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         auto document = MakeDocument(c.to, PatternBytes(16, 1));
         PutOnClipboard(c.from, c.samples);
         prompts_.channelAnswer = c.choice;
         ASSERT_TRUE(edit::PrepareClip(*document, clip_));
-        EXPECT_EQ(Bytes(clip_.Bytes().begin(), clip_.Bytes().end()), c.expected);
+        EXPECT_EQ(BytesOf(clip_), c.expected);
     }
 }
 

@@ -37,7 +37,7 @@ TEST(ClipImage, ReadsBackWhatWasWrittenInAnyCaseOfTheTags) {
         ASSERT_TRUE(ReadClipImage(image, clip)) << NameOf(format);
         EXPECT_TRUE(clip.present);
         EXPECT_EQ(clip.format, MakePcmFormat(format.channels, format.bits, format.rate));
-        EXPECT_EQ(Bytes(clip.Bytes().begin(), clip.Bytes().end()), samples);
+        EXPECT_EQ(BytesOf(clip), samples);
     }
 }
 
@@ -47,17 +47,15 @@ TEST(ClipImage, LongerFormatChunkMovesTheSamplesButNotTheSize) {
     Put32(image, 40, 8);
     ClipRecord clip;
     ASSERT_TRUE(ReadClipImage(image, clip));
-    EXPECT_EQ(Bytes(clip.Bytes().begin(), clip.Bytes().end()),
-              Bytes(image.begin() + 46, image.begin() + 54));
+    EXPECT_EQ(BytesOf(clip), Bytes(image.begin() + 46, image.begin() + 54));
 }
 
 TEST(ClipImage, HostileImagesFailAndLeaveTheRecordAlone) {
     const Bytes good = ImageOf({2, 16}, PatternBytes(40, 1));
-    struct Case {
+    const struct {
         const char* name;
         void (*spoil)(Bytes&);
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"no RIFF", [](Bytes& image) { image[0] = 'X'; }},
         {"no WAVE", [](Bytes& image) { image[11] = 'X'; }},
         {"no fmt", [](Bytes& image) { image[15] = 'X'; }},
@@ -75,7 +73,7 @@ TEST(ClipImage, HostileImagesFailAndLeaveTheRecordAlone) {
         {"two bytes too few behind 18", [](Bytes& image) { Put32(image, 16, 18); }},
         {"2 GB announced", [](Bytes& image) { Put32(image, 40, 0x7FFFFFFF); }},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         Bytes image = good;
         c.spoil(image);
         ClipRecord clip = MakeClip({1, 8}, {1, 2, 3});

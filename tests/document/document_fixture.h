@@ -2,11 +2,10 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <cstdint>
-#include <filesystem>
 #include <fstream>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -16,6 +15,7 @@
 #include "support/fake_progress.h"
 #include "support/fake_wave_devices.h"
 #include "support/recording_prompts.h"
+#include "support/test_files.h"
 
 namespace sonavel::testing {
 
@@ -33,8 +33,10 @@ inline std::string NameOf(const Format& format) {
     return std::to_string(format.bits) + " bits, " + std::to_string(format.channels) + " channels";
 }
 
-inline Bytes BytesOf(const CWave& sound) {
-    return {sound.Bytes().begin(), sound.Bytes().end()};
+// Of a sound or a clip.
+template <class Samples>
+Bytes BytesOf(const Samples& samples) {
+    return {samples.Bytes().begin(), samples.Bytes().end()};
 }
 
 // Bytes that differ from place to place and, by the seed, from sound to sound.
@@ -91,14 +93,7 @@ struct TestClipboard : MemoryClipboard {
 
 class DocumentTest : public ::testing::Test {
   protected:
-    DocumentTest()
-        : folder_(std::filesystem::temp_directory_path() /
-                  ("sonavel_document_" + std::to_string(getpid()))),
-          programFolder_(folder_) {
-        std::filesystem::create_directories(folder_);
-        WriteOptions("SAVE UNDO REDO INFOMATION=1\n");
-    }
-    ~DocumentTest() override { std::filesystem::remove_all(folder_); }
+    DocumentTest() { WriteOptions("SAVE UNDO REDO INFOMATION=1\n"); }
 
     void WriteOptions(const std::string& general, const std::string& wave = {}) {
         std::ofstream(folder_ / "Options.ini") << "[__SOUND_GENERAL_OPTIONS]\n"
@@ -115,8 +110,28 @@ class DocumentTest : public ::testing::Test {
         return document;
     }
 
-    std::filesystem::path folder_;
-    ProgramFolder programFolder_;
+    // A document of random samples up to `greatest` of 16 bits, the same for the same arguments.
+    std::unique_ptr<CSoundDoc> MakeNoise(const Format& format, std::uint32_t frames,
+                                         int greatest = 32767) {
+        std::mt19937 random(frames + format.bits + format.channels);
+        std::uniform_int_distribution<int> word(-greatest, greatest);
+        auto document = MakeDocument(format, Bytes(frames * format.channels * format.bits / 8));
+        CWave& sound = document->Sound();
+        for (std::uint32_t i = 0; i < frames; ++i)
+            for (unsigned channel = 0; channel < format.channels; ++channel)
+                sound.SetSample(channel, i, format.bits == 16 ? word(random) : word(random) >> 8);
+        return document;
+    }
+    static int PeakOf(const CWave& sound) {
+        int peak = 0;
+        for (std::uint32_t i = 0; i < sound.GetFrameCount(); ++i)
+            for (unsigned channel = 0; channel < sound.GetChannels(); ++channel)
+                peak = std::max(peak, std::abs(sound.GetSample(channel, i)));
+        return peak;
+    }
+
+    TemporaryFolder folder_;
+    ProgramFolder programFolder_{folder_.Path()};
     RecordingPrompts prompts_;
     FakeProgress progress_;
     TestClipboard clipboard_;

@@ -94,15 +94,6 @@ TEST_F(MixTest, ResultsWrapAndEightBitSilenceIsScaled) {
     EXPECT_EQ(BytesOf(bytes->Sound()), Bytes{0});
 }
 
-TEST_F(MixTest, TheSumIsTruncatedOnce) {
-    // 0.5 * 3 + 0.5 * 3 is 3, not 1 + 1; and -1.5 goes to -1.
-    auto document = MakeDocument({1, 16}, {3, 0, 0xFD, 0xFF});
-    const ClipRecord clip = MakeClip({1, 16}, {3, 0, 0, 0});
-    ASSERT_TRUE(edit::Mix(*document, clip, {0, 2, 0}, {0.5, 0.5}).done);
-    EXPECT_EQ(document->Sound().GetSample(0, 0), 3);
-    EXPECT_EQ(document->Sound().GetSample(0, 1), -1);
-}
-
 TEST_F(MixTest, SenselessGainsDoNoHarm) {
     for (const double gain : {double{NAN}, double{INFINITY}, -double{INFINITY}, 1e300}) {
         auto document = MakeDocument({2, 16}, PatternBytes(16, 1));

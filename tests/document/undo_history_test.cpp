@@ -1,6 +1,7 @@
 #include "document/undo_history.h"
 
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <fstream>
 #include <random>
@@ -38,8 +39,7 @@ TEST_F(UndoHistoryTest, MenuTextsNameTheEditThatWouldBeUndoneAndTheOneThatWouldB
     EXPECT_EQ(texts(), "&Undo|&RedoA");
     EXPECT_FALSE(history.CurrentPosition().has_value());
     ASSERT_TRUE(history.Redo(sound_));
-    ASSERT_TRUE(history.Redo(sound_));
-    EXPECT_EQ(texts(), "&UndoB|&Redo");
+    EXPECT_EQ(texts(), "&UndoA|&RedoB");
 }
 
 TEST_F(UndoHistoryTest, AStepThatCannotBeUndoneSaysSoInBothSpellings) {

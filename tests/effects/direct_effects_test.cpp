@@ -197,15 +197,10 @@ TEST_F(DirectEffectTest, ModulatorMultipliesByBothOscillators) {
 TEST_F(DirectEffectTest, AnEmptySoundIsRefusedByEveryEffect) {
     const auto document = MakeNoise({1, 16}, 0);
     for (const Effect& effect : Effects()) {
-        std::vector<double> values;
-        for (const EffectParameter& parameter : effect.parameters)
-            values.push_back(parameter.start);
-        if (effect.preview) {
-            EXPECT_FALSE(effect.preview(Target(*document), values, PreviewPlay::kNo))
-                << effect.name;
-        } else {
-            EXPECT_FALSE(effect.apply(Target(*document), values)) << effect.name;
-        }
+        const std::vector<double> values = StartValuesOf(effect);
+        EXPECT_FALSE(effect.preview ? effect.preview(Target(*document), values, PreviewPlay::kNo)
+                                    : effect.apply(Target(*document), values))
+            << effect.name;
     }
 }
 

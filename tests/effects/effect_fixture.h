@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <random>
 #include <vector>
 
 #include "document/document_fixture.h"
@@ -37,18 +36,12 @@ inline int QuantizedLiterally(double x) {
 
 class EffectTest : public DocumentTest {
   protected:
-    std::unique_ptr<CSoundDoc> MakeNoise(const Format& format, std::uint32_t frames,
-                                         int greatest = 32767) {
-        std::mt19937 random(frames + format.bits + format.channels);
-        std::uniform_int_distribution<int> word(-greatest, greatest);
-        auto document = MakeDocument(format, Bytes(frames * format.channels * format.bits / 8));
-        CWave& sound = document->Sound();
-        for (std::uint32_t i = 0; i < frames; ++i)
-            for (unsigned channel = 0; channel < format.channels; ++channel)
-                sound.SetSample(channel, i, format.bits == 16 ? word(random) : word(random) >> 8);
-        return document;
+    static std::vector<double> StartValuesOf(const Effect& effect) {
+        std::vector<double> values;
+        for (const EffectParameter& parameter : effect.parameters)
+            values.push_back(parameter.start);
+        return values;
     }
-
     EffectTarget Target(CSoundDoc& document, std::uint32_t start = 0, std::uint32_t end = 0) {
         return {document, start, end, state_};
     }

@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <fstream>
 #include <random>
 
 #include "platform/replace_file.h"
+#include "support/test_files.h"
 
 namespace sonavel {
 namespace {
@@ -18,20 +18,11 @@ constexpr char kMarkerKeyIn949[] = "\xB8\xB6\xC4\xBF \xC0\xFA\xC0\xE5";
 
 class ProfileFileTest : public testing::Test {
   protected:
-    ProfileFileTest() {
-        std::string name = (fs::temp_directory_path() / "profile_XXXXXX").string();
-        folder_ = mkdtemp(name.data());
-        path_ = folder_ / "Options.ini";
-    }
-    ~ProfileFileTest() override { fs::remove_all(folder_); }
-
-    void Write(std::string_view bytes) const {
-        std::ofstream(path_, std::ios::binary).write(bytes.data(), std::ssize(bytes));
-    }
+    void Write(std::string_view bytes) const { WriteFileBytes(path_, BytesOf(bytes)); }
     std::string Bytes() const { return ReadSmallFile(path_, 1 << 20).value_or("(none)"); }
 
-    fs::path folder_;
-    fs::path path_;
+    TemporaryFolder folder_;
+    const fs::path path_ = folder_ / "Options.ini";
 };
 
 TEST_F(ProfileFileTest, ReadsValuesAsThePlatformsProfilesDo) {
@@ -40,15 +31,13 @@ TEST_F(ProfileFileTest, ReadsValuesAsThePlatformsProfilesDo) {
         "\"\nname=second\n"
         "n1=12abc\nn2= -7\nn3=+3\nn4=99999999999\nn5=x1\n[ second ]\nlast=end");
     const ProfileFile file(path_);
-    struct Case {
-        const char* section;
-        const char* key;
-        const char* value;
-    };
-    for (const Case& c : {Case{"First", "Name", "two words"}, Case{"FIRST", "name", "two words"},
-                          Case{"First", "quoted", " a "}, Case{"second", "last", "end"},
-                          Case{"First", "missing", ""}, Case{"Missing", "Name", ""},
-                          Case{"First", "noise", ""}, Case{"Second", "Name", ""}})
+    const struct {
+        const char *section, *key, *value;
+    } texts[] = {{"First", "Name", "two words"}, {"FIRST", "name", "two words"},
+                 {"First", "quoted", " a "},     {"second", "last", "end"},
+                 {"First", "missing", ""},       {"Missing", "Name", ""},
+                 {"First", "noise", ""},         {"Second", "Name", ""}};
+    for (const auto& c : texts)
         EXPECT_EQ(file.GetString(c.section, c.key), c.value) << c.section << '/' << c.key;
     const std::pair<const char*, int> numbers[] = {{"n1", 12}, {"n2", -7}, {"n3", 3},
                                                    {"n4", 0},  {"n5", 0},  {"n6", 0}};
@@ -156,7 +145,7 @@ TEST_F(ProfileFileTest, LeavesWhatCannotBeRewrittenAlone) {
         EXPECT_FALSE(file.SetString("S", "k", "v"));
         EXPECT_EQ(Bytes(), bytes);
     }
-    ProfileFile folder(folder_);
+    ProfileFile folder(folder_.Path());
     EXPECT_EQ(folder.GetString("S", "k"), "");
     EXPECT_FALSE(folder.SetString("S", "k", "v"));
     EXPECT_FALSE(ProfileFile(folder_ / "none" / "x.ini").SetString("S", "k", "v"));
@@ -188,7 +177,7 @@ TEST_F(ProfileFileTest, RewritingFollowsLinksAndKeepsPermissions) {
     EXPECT_TRUE(fs::is_symlink(link));
     EXPECT_EQ(Bytes(), "[S]\nk=2\n");
     EXPECT_EQ(fs::status(path_).permissions(), static_cast<fs::perms>(0640));
-    EXPECT_EQ(std::distance(fs::directory_iterator(folder_), fs::directory_iterator()), 2);
+    EXPECT_EQ(folder_.FileCount(), 2u);
 }
 
 }  // namespace

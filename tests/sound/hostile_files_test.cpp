@@ -153,14 +153,13 @@ TEST_F(HostileFilesTest, ManyEmptyChunksAreQuick) {
     WavParts parts;
     parts.beforeData = many.Bytes();
     parts.data = Pattern(100);
-
     AiffParts aiff;
     aiff.frames = 50;
     aiff.beforeCommon = many.Bytes();
     aiff.data = Pattern(100);
-
     const auto start = std::chrono::steady_clock::now();
     EXPECT_TRUE(Reads(OpenWav, WavBytes(parts)));
+    EXPECT_EQ(SoundBytes(wave), Pattern(100));
     EXPECT_TRUE(Reads(ReadAiff, AiffBytes(aiff)));
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
 }

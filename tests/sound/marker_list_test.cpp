@@ -57,8 +57,12 @@ TEST(MarkerListTest, ShiftingStaysInRange) {
     markers.ShiftForInsertion(5, 0x20);
     EXPECT_EQ(markers.All()[0].position, 0xFFFFFFFFu);
     EXPECT_EQ(markers.All()[1].position, 0x25u);
+    EXPECT_EQ(markers.All()[1].sampleOffset, 0x25u);
     markers.ShiftForRemoval(9, 9);
     EXPECT_EQ(markers.Count(), 2u);
+    markers.ShiftForRemoval(0x20, 0x24);
+    EXPECT_EQ(markers.All()[1].position, 0x21u);
+    EXPECT_EQ(markers.All()[1].sampleOffset, 0x21u);
 }
 
 }  // namespace

@@ -71,17 +71,5 @@ TEST_F(RiffTest, SizesThatLieEndTheSearch) {
     }
 }
 
-TEST_F(RiffTest, ReadsAcrossItsWindow) {
-    FileBytes many;
-    for (int i = 0; i < 3000; ++i) many = std::move(many) + RiffChunkBytes("fill", {1, 2, 3});
-    Enter(RiffBytes(std::move(many) + RiffChunkBytes("want", FileBytes(5000, 42))));
-    const auto chunk = reader_->Descend(Code("want"), *form_);
-    ASSERT_TRUE(chunk);
-    FileBytes content(5000);
-    ASSERT_TRUE(reader_->Cursor().ReadAll(content));
-    EXPECT_EQ(content, FileBytes(5000, 42));
-    EXPECT_EQ(reader_->Cursor().Read(content), 0u);
-}
-
 }  // namespace
 }  // namespace sonavel

@@ -11,11 +11,10 @@ namespace sonavel {
 namespace {
 
 TEST(DirectionTest, MapsPositionsToTheResponsesOfBothEars) {
-    struct Case {
+    const struct {
         SourcePosition position;
         int left, right;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {{0, 1, 0}, 132, 132},      {{1, 0, 0}, 141, 159},      {{-1, 0, 0}, 159, 141},
         {{0, -1, 0}, 150, 150},     {{0, 0, 3}, 360, 360},      {{0, 0, -3}, 360, 360},
         {{0, 0, 0}, 360, 360},      {{1, 0, -0.84f}, 360, 360},  // below -40 degrees
@@ -24,7 +23,7 @@ TEST(DirectionTest, MapsPositionsToTheResponsesOfBothEars) {
         {{0, 1, -0.8f}, 0, 0},       // just above -40
         {{-0.05f, 1, 0}, 168, 132},  // 357 degrees reads the next ring's first response
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         const SourceDirection direction = PositionToDirection(c.position);
         EXPECT_EQ(direction.leftIndex, c.left) << c.position.x << ' ' << c.position.z;
         EXPECT_EQ(direction.rightIndex, c.right) << c.position.x << ' ' << c.position.z;
@@ -32,11 +31,11 @@ TEST(DirectionTest, MapsPositionsToTheResponsesOfBothEars) {
 }
 
 TEST(DirectionTest, RunsOverTheEndOfARingWithoutWrapping) {
-    EXPECT_EQ(DirectionToIndex(0, 356), 168);
-    EXPECT_EQ(DirectionToIndex(0, 354), 167);
-    EXPECT_EQ(DirectionToIndex(80, 350), 360);
-    EXPECT_EQ(DirectionToIndex(90, 0), 360);
-    EXPECT_EQ(DirectionToIndex(-40, 0), 0);
+    const struct {
+        float elevation, azimuth;
+        int index;
+    } cases[] = {{0, 356, 168}, {0, 354, 167}, {80, 350, 360}, {90, 0, 360}, {-40, 0, 0}};
+    for (const auto& c : cases) EXPECT_EQ(DirectionToIndex(c.elevation, c.azimuth), c.index);
 }
 
 TEST(DirectionTest, GainFallsWithDistanceBeyondTheReference) {
@@ -60,17 +59,12 @@ TEST(DirectionTest, ResponsesChangeOnlyBehindTenDegrees) {
 TEST(SourcePathTest, RunsThroughItsLegsAtConstantSpeed) {
     const SourcePosition points[] = {{0, 0, 0}, {3, 0, 0}, {3, 1, 0}};
     const SourcePath path(points);
-    const auto expect = [&](float t, SourcePosition wanted) {
-        const SourcePosition got = path.At(t);
-        EXPECT_NEAR(got.x, wanted.x, 1e-6) << t;
-        EXPECT_NEAR(got.y, wanted.y, 1e-6) << t;
-    };
-    expect(0, {0, 0, 0});
-    expect(0.5f, {2, 0, 0});
-    expect(0.75f, {3, 0, 0});
-    expect(0.875f, {3, 0.5f, 0});
-    expect(1, {3, 1, 0});
-
+    const std::pair<float, SourcePosition> cases[] = {{0, {0, 0, 0}},
+                                                      {0.5f, {2, 0, 0}},
+                                                      {0.75f, {3, 0, 0}},
+                                                      {0.875f, {3, 0.5f, 0}},
+                                                      {1, {3, 1, 0}}};
+    for (const auto& [share, wanted] : cases) EXPECT_EQ(path.At(share), wanted) << share;
     const SourcePosition still[] = {{1, 2, 3}, {1, 2, 3}};
     EXPECT_EQ(SourcePath(still).At(0.7f), (SourcePosition{1, 2, 3}));
 }

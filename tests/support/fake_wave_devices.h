@@ -14,7 +14,8 @@
 
 namespace sonavel {
 
-// What both directions keep. A call named in `failures` returns that code and does nothing.
+// What the test holds of a device of either direction. A call named in `failures` returns that code
+// and does nothing.
 class FakeWaveDevice {
   public:
     std::map<std::string, WaveResult> failures;
@@ -25,23 +26,22 @@ class FakeWaveDevice {
     std::deque<WaveBlock*> queue;  // what the device holds, oldest first
 
     void Notify() {
-        const WaveBlockDone callback = onBlockDone;
+        const WaveBlockDone callback = onBlockDone_;
         if (open && callback) callback();
     }
 
-  protected:
     WaveResult Call(const std::string& name) {
         calls.push_back(name);
         const auto failure = failures.find(name);
         return failure == failures.end() ? kWaveSuccess : failure->second;
     }
-    WaveResult OpenWith(int id, const WaveFormat& wanted, WaveBlockDone callback) {
+    WaveResult Open(int id, const WaveFormat& wanted, WaveBlockDone callback) {
         const WaveResult result = Call("open");
         if (result != kWaveSuccess) return result;
         open = true;
         deviceId = id;
         format = wanted;
-        onBlockDone = std::move(callback);
+        onBlockDone_ = std::move(callback);
         return result;
     }
     WaveResult Enqueue(const std::string& name, WaveBlock& block) {
@@ -51,21 +51,24 @@ class FakeWaveDevice {
         queue.push_back(&block);
         return result;
     }
-    WaveResult ReturnAll(const std::string& name) {
-        for (WaveBlock* block : queue) block->done = true;
-        queue.clear();
-        return Call(name);
+    void ReturnFront() {
+        queue.front()->done = true;
+        queue.pop_front();
     }
-    WaveResult CloseNow() {
+    WaveResult Reset() {
+        while (!queue.empty()) ReturnFront();
+        return Call("reset");
+    }
+    WaveResult Close() {
         open = false;
         return Call("close");
     }
 
   private:
-    WaveBlockDone onBlockDone;
+    WaveBlockDone onBlockDone_;
 };
 
-class FakeWaveOut : public FakeWaveDevice, public WaveOut {
+class FakeWaveOut : public FakeWaveDevice {
   public:
     bool paused = false;
     std::vector<std::vector<std::uint8_t>> played;  // the bytes of every block that was heard
@@ -77,10 +80,8 @@ class FakeWaveOut : public FakeWaveDevice, public WaveOut {
     }
     void HearSilently(std::size_t blocks = 1) {
         for (; blocks > 0 && !paused && !queue.empty(); --blocks) {
-            WaveBlock* const block = queue.front();
-            queue.pop_front();
-            played.push_back(block->data);
-            block->done = true;
+            played.push_back(queue.front()->data);
+            ReturnFront();
         }
     }
     std::vector<std::uint8_t> AllPlayed() const {
@@ -88,27 +89,9 @@ class FakeWaveOut : public FakeWaveDevice, public WaveOut {
         for (const auto& block : played) all.insert(all.end(), block.begin(), block.end());
         return all;
     }
-
-    WaveResult Open(int id, const WaveFormat& wanted, WaveBlockDone callback) override {
-        paused = false;
-        return OpenWith(id, wanted, std::move(callback));
-    }
-    WaveResult Prepare(WaveBlock&) override { return Call("prepare"); }
-    WaveResult Write(WaveBlock& block) override { return Enqueue("write", block); }
-    WaveResult Pause() override {
-        paused = true;
-        return Call("pause");
-    }
-    WaveResult Restart() override {
-        paused = false;
-        return Call("restart");
-    }
-    WaveResult Reset() override { return ReturnAll("reset"); }
-    WaveResult Unprepare(WaveBlock&) override { return Call("unprepare"); }
-    WaveResult Close() override { return CloseNow(); }
 };
 
-class FakeWaveIn : public FakeWaveDevice, public WaveIn {
+class FakeWaveIn : public FakeWaveDevice {
   public:
     bool running = false;
 
@@ -126,33 +109,63 @@ class FakeWaveIn : public FakeWaveDevice, public WaveIn {
         }
         Notify();
     }
+};
 
-    WaveResult Open(int id, const WaveFormat& wanted, WaveBlockDone callback) override {
-        return OpenWith(id, wanted, std::move(callback));
+// What the players own: the interface of a device that the test holds.
+template <class Interface, class Device>
+class FakeWaveHandle : public Interface {
+  public:
+    explicit FakeWaveHandle(std::shared_ptr<Device> device) : device_(std::move(device)) {}
+
+    WaveResult Open(int id, const WaveFormat& format, WaveBlockDone callback) override {
+        return device_->Open(id, format, std::move(callback));
     }
-    WaveResult Prepare(WaveBlock&) override { return Call("prepare"); }
+    WaveResult Prepare(WaveBlock&) override { return device_->Call("prepare"); }
+    WaveResult Reset() override { return device_->Reset(); }
+    WaveResult Unprepare(WaveBlock&) override { return device_->Call("unprepare"); }
+    WaveResult Close() override { return device_->Close(); }
+
+  protected:
+    std::shared_ptr<Device> device_;
+};
+
+class FakeWaveOutHandle : public FakeWaveHandle<WaveOut, FakeWaveOut> {
+  public:
+    using FakeWaveHandle::FakeWaveHandle;
+
+    WaveResult Open(int id, const WaveFormat& format, WaveBlockDone callback) override {
+        device_->paused = false;
+        return FakeWaveHandle::Open(id, format, std::move(callback));
+    }
+    WaveResult Write(WaveBlock& block) override { return device_->Enqueue("write", block); }
+    WaveResult Pause() override {
+        device_->paused = true;
+        return device_->Call("pause");
+    }
+    WaveResult Restart() override {
+        device_->paused = false;
+        return device_->Call("restart");
+    }
+};
+
+class FakeWaveInHandle : public FakeWaveHandle<WaveIn, FakeWaveIn> {
+  public:
+    using FakeWaveHandle::FakeWaveHandle;
+
     WaveResult Add(WaveBlock& block) override {
         block.recordedBytes = 0;
-        return Enqueue("add", block);
+        return device_->Enqueue("add", block);
     }
     WaveResult Start() override {
-        const WaveResult result = Call("start");
-        running = result == kWaveSuccess;
+        const WaveResult result = device_->Call("start");
+        device_->running = result == kWaveSuccess;
         return result;
     }
     WaveResult Stop() override {
-        running = false;
-        if (!queue.empty() && queue.front()->recordedBytes > 0) ReturnFront();
-        return Call("stop");
-    }
-    WaveResult Reset() override { return ReturnAll("reset"); }
-    WaveResult Unprepare(WaveBlock&) override { return Call("unprepare"); }
-    WaveResult Close() override { return CloseNow(); }
-
-  private:
-    void ReturnFront() {
-        queue.front()->done = true;
-        queue.pop_front();
+        device_->running = false;
+        if (!device_->queue.empty() && device_->queue.front()->recordedBytes > 0)
+            device_->ReturnFront();
+        return device_->Call("stop");
     }
 };
 
@@ -163,8 +176,12 @@ class FakeWaveDevices : public WaveDevices {
     FakeWaveOut& Out() { return *outs_.back(); }
     FakeWaveIn& In() { return *ins_.back(); }
 
-    std::unique_ptr<WaveOut> CreateOut() override;
-    std::unique_ptr<WaveIn> CreateIn() override;
+    std::unique_ptr<WaveOut> CreateOut() override {
+        return std::make_unique<FakeWaveOutHandle>(NextOf(outs_, outsMade_));
+    }
+    std::unique_ptr<WaveIn> CreateIn() override {
+        return std::make_unique<FakeWaveInHandle>(NextOf(ins_, insMade_));
+    }
     std::vector<WaveDeviceInfo> Outputs() const override { return {{0, "Test output"}}; }
     std::vector<WaveDeviceInfo> Inputs() const override { return {{0, "Test input"}}; }
 
@@ -181,52 +198,5 @@ class FakeWaveDevices : public WaveDevices {
     std::size_t outsMade_ = 0;
     std::size_t insMade_ = 0;
 };
-
-// What the players own: it passes everything on to the device that the test holds.
-class FakeWaveOutHandle : public WaveOut {
-  public:
-    explicit FakeWaveOutHandle(std::shared_ptr<FakeWaveOut> device) : device_(std::move(device)) {}
-
-    WaveResult Open(int id, const WaveFormat& format, WaveBlockDone callback) override {
-        return device_->Open(id, format, std::move(callback));
-    }
-    WaveResult Prepare(WaveBlock& block) override { return device_->Prepare(block); }
-    WaveResult Write(WaveBlock& block) override { return device_->Write(block); }
-    WaveResult Pause() override { return device_->Pause(); }
-    WaveResult Restart() override { return device_->Restart(); }
-    WaveResult Reset() override { return device_->Reset(); }
-    WaveResult Unprepare(WaveBlock& block) override { return device_->Unprepare(block); }
-    WaveResult Close() override { return device_->Close(); }
-
-  private:
-    std::shared_ptr<FakeWaveOut> device_;
-};
-
-class FakeWaveInHandle : public WaveIn {
-  public:
-    explicit FakeWaveInHandle(std::shared_ptr<FakeWaveIn> device) : device_(std::move(device)) {}
-
-    WaveResult Open(int id, const WaveFormat& format, WaveBlockDone callback) override {
-        return device_->Open(id, format, std::move(callback));
-    }
-    WaveResult Prepare(WaveBlock& block) override { return device_->Prepare(block); }
-    WaveResult Add(WaveBlock& block) override { return device_->Add(block); }
-    WaveResult Start() override { return device_->Start(); }
-    WaveResult Stop() override { return device_->Stop(); }
-    WaveResult Reset() override { return device_->Reset(); }
-    WaveResult Unprepare(WaveBlock& block) override { return device_->Unprepare(block); }
-    WaveResult Close() override { return device_->Close(); }
-
-  private:
-    std::shared_ptr<FakeWaveIn> device_;
-};
-
-inline std::unique_ptr<WaveOut> FakeWaveDevices::CreateOut() {
-    return std::make_unique<FakeWaveOutHandle>(NextOf(outs_, outsMade_));
-}
-
-inline std::unique_ptr<WaveIn> FakeWaveDevices::CreateIn() {
-    return std::make_unique<FakeWaveInHandle>(NextOf(ins_, insMade_));
-}
 
 }  // namespace sonavel

@@ -24,7 +24,9 @@ SampleExtremes BlockByAccessor(const CWave& wave, unsigned channel, std::uint32_
     return extremes;
 }
 
-void ExpectTrueExtremes(const CWave& wave, const BlockExtremes& extremes) {
+// Rebuilds the extremes from a frame on and compares all of them.
+void ExpectRebuilt(const CWave& wave, BlockExtremes& extremes, std::uint32_t firstChanged) {
+    extremes.Rebuild(wave, firstChanged);
     ASSERT_EQ(extremes.BlockCount(), (wave.GetFrameCount() + 255) / 256);
     for (unsigned channel = 0; channel < wave.GetChannels(); ++channel) {
         for (std::uint32_t block = 0; block < extremes.BlockCount(); ++block) {
@@ -42,10 +44,9 @@ TEST(BlockExtremes, HoldTheExtremesOfEveryBlockAndThePartialLast) {
             RandomSound sound(format.channels, format.bits, frames, frames + 3);
             sound.Quieten();
             BlockExtremes extremes;
-            extremes.Rebuild(sound.wave, 0);
             SCOPED_TRACE(testing::Message() << format.channels << " channels, " << format.bits
                                             << " bits, " << frames << " frames");
-            ExpectTrueExtremes(sound.wave, extremes);
+            ExpectRebuilt(sound.wave, extremes, 0);
         }
     }
 }
@@ -59,8 +60,7 @@ TEST(BlockExtremes, FindEverySampleValueInEveryPlaceOfABlock) {
             sound.wave.SetSample(channel, i, 100);
             sound.wave.SetSample(channel, 255 - i, -99);
             BlockExtremes extremes;
-            extremes.Rebuild(sound.wave, 0);
-            ExpectTrueExtremes(sound.wave, extremes);
+            ExpectRebuilt(sound.wave, extremes, 0);
         }
     }
 }
@@ -68,16 +68,13 @@ TEST(BlockExtremes, FindEverySampleValueInEveryPlaceOfABlock) {
 TEST(BlockExtremes, RebuildReadsFromTheChangedFrameOn) {
     RandomSound sound(2, 16, 3000);
     BlockExtremes extremes;
-    extremes.Rebuild(sound.wave, 0);
+    ExpectRebuilt(sound.wave, extremes, 0);
     sound.Scramble(1000, 3000, 9);
-    extremes.Rebuild(sound.wave, 1000);
-    ExpectTrueExtremes(sound.wave, extremes);
+    ExpectRebuilt(sound.wave, extremes, 1000);
     ASSERT_TRUE(sound.wave.GrowWithSilence(4000));
-    extremes.Rebuild(sound.wave, 3000);
-    ExpectTrueExtremes(sound.wave, extremes);
+    ExpectRebuilt(sound.wave, extremes, 3000);
     ASSERT_TRUE(sound.wave.RemoveFrames(1500, 4000));
-    extremes.Rebuild(sound.wave, 1500);
-    ExpectTrueExtremes(sound.wave, extremes);
+    ExpectRebuilt(sound.wave, extremes, 1500);
 }
 
 TEST(BlockExtremes, AnotherFormatIsReadFromTheStart) {
@@ -85,26 +82,22 @@ TEST(BlockExtremes, AnotherFormatIsReadFromTheStart) {
     BlockExtremes extremes;
     extremes.Rebuild(sound.wave, 0);
     ASSERT_TRUE(sound.wave.ConvertChannels(1, ChannelChoice::kLeft));
-    extremes.Rebuild(sound.wave, 2999);
-    ExpectTrueExtremes(sound.wave, extremes);
+    ExpectRebuilt(sound.wave, extremes, 2999);
     EXPECT_TRUE(extremes.Maxima(1).empty());
     ASSERT_TRUE(sound.wave.ConvertBits(8));
-    extremes.Rebuild(sound.wave, 2999);
-    ExpectTrueExtremes(sound.wave, extremes);
+    ExpectRebuilt(sound.wave, extremes, 2999);
 }
 
 TEST(BlockExtremes, ARunVisitsTheBlocksOfEvery256thFrame) {
     RandomSound sound(1, 16, 2000);
-    for (std::uint32_t frame = 0; frame < 2000; ++frame) {
+    for (std::uint32_t frame = 0; frame < 2000; ++frame)
         sound.wave.SetSample(0, frame, static_cast<std::int32_t>(frame / 256 * 10 + 5));
-    }
     BlockExtremes extremes;
     extremes.Rebuild(sound.wave, 0);
-    struct Case {
+    const struct {
         std::int64_t start, end;
         SampleExtremes expected;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {0, 256, {5, 5}},        // block 0 alone
         {200, 456, {5, 5}},      // ends in block 1 without a visit there
         {200, 457, {15, 5}},     // frame 456 lies in block 1
@@ -112,9 +105,8 @@ TEST(BlockExtremes, ARunVisitsTheBlocksOfEvery256thFrame) {
         {1792, 2049, {75, 0}},   // and the silence behind it
         {2048, 4000, {0, 0}},   {90000, 90256, {0, 0}},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases)
         EXPECT_EQ(extremes.Over(0, c.start, c.end), c.expected) << c.start << ".." << c.end;
-    }
 }
 
 }  // namespace

@@ -8,30 +8,18 @@ namespace {
 using CursorMovesTest = ViewTest;
 using Move = bool (*)(CSoundView&);
 
-bool Left1(CSoundView& v) {
-    return MoveCursorLeft(v, 1, MoveMode::kCollapse);
+template <bool (*kFunction)(CSoundView&, int, MoveMode), int kPixels, MoveMode kMode>
+bool MoveBy(CSoundView& view) {
+    return kFunction(view, kPixels, kMode);
 }
-bool Left25(CSoundView& v) {
-    return MoveCursorLeft(v, 25, MoveMode::kCollapse);
-}
-bool ExtendLeft1(CSoundView& v) {
-    return MoveCursorLeft(v, 1, MoveMode::kExtend);
-}
-bool ExtendLeft25(CSoundView& v) {
-    return MoveCursorLeft(v, 25, MoveMode::kExtend);
-}
-bool Right1(CSoundView& v) {
-    return MoveCursorRight(v, 1, MoveMode::kCollapse);
-}
-bool Right25(CSoundView& v) {
-    return MoveCursorRight(v, 25, MoveMode::kCollapse);
-}
-bool ExtendRight1(CSoundView& v) {
-    return MoveCursorRight(v, 1, MoveMode::kExtend);
-}
-bool ExtendRight25(CSoundView& v) {
-    return MoveCursorRight(v, 25, MoveMode::kExtend);
-}
+constexpr Move kLeft1 = MoveBy<MoveCursorLeft, 1, MoveMode::kCollapse>;
+constexpr Move kLeft25 = MoveBy<MoveCursorLeft, 25, MoveMode::kCollapse>;
+constexpr Move kExtendLeft1 = MoveBy<MoveCursorLeft, 1, MoveMode::kExtend>;
+constexpr Move kExtendLeft25 = MoveBy<MoveCursorLeft, 25, MoveMode::kExtend>;
+constexpr Move kRight1 = MoveBy<MoveCursorRight, 1, MoveMode::kCollapse>;
+constexpr Move kRight25 = MoveBy<MoveCursorRight, 25, MoveMode::kCollapse>;
+constexpr Move kExtendRight1 = MoveBy<MoveCursorRight, 1, MoveMode::kExtend>;
+constexpr Move kExtendRight25 = MoveBy<MoveCursorRight, 25, MoveMode::kExtend>;
 
 TEST_F(CursorMovesTest, MovesAtTenFramesAPixelLeaveCursorAndSelectionAsStated) {
     const struct {
@@ -42,22 +30,22 @@ TEST_F(CursorMovesTest, MovesAtTenFramesAPixelLeaveCursorAndSelectionAsStated) {
         std::uint32_t newCursor;
         Selection newSelection;
     } cases[] = {
-        {"left collapses", Left1, 100, {50, 200}, 90, {90, 90}},
-        {"rewind", Left25, 1000, {0, 0}, 750, {750, 750}},
-        {"left onto 0", Left1, 10, {10, 10}, 0, {0, 0}},
-        {"left past 0 stops at 1", Left1, 5, {5, 5}, 1, {1, 1}},
-        {"rewind at 0 goes to 1", Left25, 0, {0, 0}, 1, {1, 1}},
-        {"extending from a collapsed selection", ExtendLeft1, 100, {100, 100}, 90, {90, 100}},
-        {"extending behind the start", ExtendLeft1, 500, {100, 1000}, 490, {100, 1000}},
-        {"extending onto the start", ExtendLeft1, 110, {100, 1000}, 100, {100, 1000}},
-        {"extending before the start", ExtendLeft25, 100, {100, 1000}, 1, {1, 1000}},
-        {"right collapses", Right1, 100, {50, 200}, 110, {110, 110}},
-        {"forward", Right25, 1000, {0, 0}, 1250, {1250, 1250}},
-        {"right stops at the end", Right25, 6395, {0, 0}, 6400, {6400, 6400}},
-        {"extending right moves the start", ExtendRight1, 100, {100, 300}, 110, {110, 300}},
-        {"also inside the selection", ExtendRight25, 500, {100, 1000}, 750, {750, 1000}},
-        {"also past the end", ExtendRight1, 100, {100, 100}, 110, {110, 100}},
-        {"not before the start", ExtendRight1, 50, {100, 1000}, 60, {100, 1000}},
+        {"left collapses", kLeft1, 100, {50, 200}, 90, {90, 90}},
+        {"rewind", kLeft25, 1000, {0, 0}, 750, {750, 750}},
+        {"left onto 0", kLeft1, 10, {10, 10}, 0, {0, 0}},
+        {"left past 0 stops at 1", kLeft1, 5, {5, 5}, 1, {1, 1}},
+        {"rewind at 0 goes to 1", kLeft25, 0, {0, 0}, 1, {1, 1}},
+        {"extending from a collapsed selection", kExtendLeft1, 100, {100, 100}, 90, {90, 100}},
+        {"extending behind the start", kExtendLeft1, 500, {100, 1000}, 490, {100, 1000}},
+        {"extending onto the start", kExtendLeft1, 110, {100, 1000}, 100, {100, 1000}},
+        {"extending before the start", kExtendLeft25, 100, {100, 1000}, 1, {1, 1000}},
+        {"right collapses", kRight1, 100, {50, 200}, 110, {110, 110}},
+        {"forward", kRight25, 1000, {0, 0}, 1250, {1250, 1250}},
+        {"right stops at the end", kRight25, 6395, {0, 0}, 6400, {6400, 6400}},
+        {"extending right moves the start", kExtendRight1, 100, {100, 300}, 110, {110, 300}},
+        {"also inside the selection", kExtendRight25, 500, {100, 1000}, 750, {750, 1000}},
+        {"also past the end", kExtendRight1, 100, {100, 100}, 110, {110, 100}},
+        {"not before the start", kExtendRight1, 50, {100, 1000}, 60, {100, 1000}},
     };
     OpenRamp(6400);
     ASSERT_EQ(View().TimeRatio(), 10);
@@ -75,12 +63,12 @@ TEST_F(CursorMovesTest, ASelectionWhoseStartPassedItsEndCountsAsNone) {
     OpenRamp(6400);
     View().SetCursor(100);
     View().SetSelection(100, 100);
-    ExtendRight25(View());
+    kExtendRight25(View());
     EXPECT_FALSE(View().HasSelection());
     EXPECT_EQ(View().SelectionOrAll(), (Selection{0, 6400}));
     // Coming back over the end selects again, with the end where it always was.
-    ExtendLeft25(View());
-    ExtendLeft1(View());
+    kExtendLeft25(View());
+    kExtendLeft1(View());
     EXPECT_EQ(View().GetSelection(), (Selection{90, 100}));
 }
 
@@ -91,13 +79,13 @@ TEST_F(CursorMovesTest, LeavingTheWindowScrollsByThreeSteps) {
         std::uint32_t cursor;
         std::int64_t newPosition;
     } cases[] = {
-        {"left out of the window", Left1, 1000, 997},
-        {"one pixel outside counts as inside", Left1, 1001, 1000},
-        {"within", Left1, 1300, 1000},
-        {"right out of the window", Right1, 1641, 1003},
-        {"on the right edge", Right1, 1640, 1000},
-        {"far left", Left25, 1000, 925},
-        {"far right", Right25, 1640, 1075},
+        {"left out of the window", kLeft1, 1000, 997},
+        {"one pixel outside counts as inside", kLeft1, 1001, 1000},
+        {"within", kLeft1, 1300, 1000},
+        {"right out of the window", kRight1, 1641, 1003},
+        {"on the right edge", kRight1, 1640, 1000},
+        {"far left", kLeft25, 1000, 925},
+        {"far right", kRight25, 1640, 1075},
     };
     OpenRamp(6400);
     View().ZoomTimeFull();
@@ -116,30 +104,27 @@ TEST_F(CursorMovesTest, ScrollingStopsAtBothEndsOfTheRange) {
     View().ZoomTimeFull();
     View().ScrollHorizontallyTo(10);
     View().SetCursor(5);
-    Left25(View());
+    kLeft25(View());
     EXPECT_EQ(View().Horizontal().position, 0);
     View().ScrollHorizontallyTo(6400);
-    const std::int64_t last = View().Horizontal().position;
     View().SetCursor(6400);
-    Right25(View());
-    EXPECT_EQ(View().Horizontal().position, last);
+    kRight25(View());
+    EXPECT_EQ(View().Horizontal().position, View().Horizontal().LastPosition());
     EXPECT_EQ(View().Cursor(), 6400u);
 }
 
 TEST_F(CursorMovesTest, StartAndEndDropTheSelectionToZeroAndScrollThere) {
-    for (const unsigned bits : {8u, 16u}) {
-        OpenRamp(6400, 1, bits);
-        View().ZoomTimeFull();
-        View().SetSelection(100, 200);
-        EXPECT_TRUE(MoveCursorToEnd(View()));
-        EXPECT_EQ(View().Cursor(), 6400u);
-        EXPECT_EQ(View().GetSelection(), Selection{});
-        EXPECT_EQ(View().Horizontal().position, View().Horizontal().LastPosition());
-        EXPECT_TRUE(View().IsFrameInSight(6400));
-        EXPECT_TRUE(MoveCursorToStart(View()));
-        EXPECT_EQ(View().Cursor(), 0u);
-        EXPECT_EQ(View().Horizontal().position, 0);
-    }
+    OpenRamp(6400);
+    View().ZoomTimeFull();
+    View().SetSelection(100, 200);
+    EXPECT_TRUE(MoveCursorToEnd(View()));
+    EXPECT_EQ(View().Cursor(), 6400u);
+    EXPECT_EQ(View().GetSelection(), Selection{});
+    EXPECT_EQ(View().Horizontal().position, View().Horizontal().LastPosition());
+    EXPECT_TRUE(View().IsFrameInSight(6400));
+    EXPECT_TRUE(MoveCursorToStart(View()));
+    EXPECT_EQ(View().Cursor(), 0u);
+    EXPECT_EQ(View().Horizontal().position, 0);
 }
 
 TEST_F(CursorMovesTest, SelectingToTheEndsKeepsTheOtherEnd) {
@@ -158,23 +143,22 @@ TEST_F(CursorMovesTest, SelectingToTheEndsKeepsTheOtherEnd) {
 }
 
 TEST_F(CursorMovesTest, GoToCursorTakesAFrameOrATimeAndShowsIt) {
-    const struct {
-        GoToChoice choice;
-        std::uint32_t frame;
-    } cases[] = {
-        {{GoToChoice::Unit::kFrame, 5000, 0}, 5000}, {{GoToChoice::Unit::kFrame, 9999, 0}, 6400},
-        {{GoToChoice::Unit::kTime, 0, 2.5}, 2500},   {{GoToChoice::Unit::kTime, 0, -1}, 0},
-        {{GoToChoice::Unit::kTime, 0, 1e12}, 6400},
-    };
+    using Unit = GoToChoice::Unit;
+    const std::pair<GoToChoice, std::uint32_t> cases[] = {{{Unit::kFrame, 5000, 0}, 5000},
+                                                          {{Unit::kFrame, 9999, 0}, 6400},
+                                                          {{Unit::kTime, 0, 2.5}, 2500},
+                                                          {{Unit::kTime, 0, -1}, 0},
+                                                          {{Unit::kTime, 0, 1e12}, 6400}};
     OpenRamp(6400);
     View().ZoomTimeFull();
-    for (const auto& c : cases) {
+    for (const auto& [choice, frame] : cases) {
+        SCOPED_TRACE(frame);
         View().SetSelection(10, 20);
-        dialogs.goTo = c.choice;
+        dialogs.goTo = choice;
         EXPECT_TRUE(AskAndGoToCursor(View()));
-        EXPECT_EQ(View().Cursor(), c.frame);
-        EXPECT_EQ(View().GetSelection(), (Selection{c.frame, c.frame}));
-        EXPECT_TRUE(View().IsFrameInSight(c.frame));
+        EXPECT_EQ(View().Cursor(), frame);
+        EXPECT_EQ(View().GetSelection(), (Selection{frame, frame}));
+        EXPECT_TRUE(View().IsFrameInSight(frame));
     }
     dialogs.goTo.reset();
     EXPECT_FALSE(AskAndGoToCursor(View()));
@@ -197,7 +181,7 @@ TEST_F(CursorMovesTest, SelectsBetweenTheNearestMarkersOrToTheEnds) {
 
 TEST_F(CursorMovesTest, AnEmptySoundRefusesEveryMove) {
     ASSERT_TRUE(workspace.NewDocument(NewSoundChoice{}));
-    for (const Move move : {Left1, Right25, ExtendLeft1, MoveCursorToStart, MoveCursorToEnd,
+    for (const Move move : {kLeft1, kRight25, kExtendLeft1, MoveCursorToStart, MoveCursorToEnd,
                             SelectAll, SelectToStart, SelectToEnd, AskAndGoToCursor}) {
         EXPECT_FALSE(move(View()));
         EXPECT_EQ(View().Cursor(), 0u);

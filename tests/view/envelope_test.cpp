@@ -107,9 +107,7 @@ struct Scene {
 void ExpectAsReference(const Scene& scene) {
     for (unsigned channel = 0; channel < scene.sound.wave.GetChannels(); ++channel) {
         const EnvelopeRequest request = scene.Request(channel);
-        const auto expected = ReferenceLane(request).Columns();
-        ASSERT_EQ(EnvelopeColumns(request).size(), expected.size());
-        EXPECT_EQ(EnvelopeColumns(request), expected);
+        EXPECT_EQ(EnvelopeColumns(request), ReferenceLane(request).Columns());
     }
 }
 
@@ -177,24 +175,12 @@ TEST(Envelope, ReadingStopsAtFullScaleOnBothSides) {
 TEST(Envelope, EightBitSoundsAreDrawnUpsideDown) {
     for (const unsigned bits : {8u, 16u}) {
         Scene scene(1, bits, 100, 100, 100);
-        for (std::uint32_t frame = 0; frame < 100; ++frame) {
+        for (std::uint32_t frame = 0; frame < 100; ++frame)
             scene.sound.wave.SetSample(0, frame, bits == 8 ? -127 : 32767);
-        }
         const EnvelopeColumn first = EnvelopeColumns(scene.Request(0)).front();
         EXPECT_EQ(first.yMax, bits == 8 ? 99 : 0);  // the byte 255, the word 32767
         EXPECT_EQ(first.yMin, first.yMax);
     }
-}
-
-TEST(Envelope, PeaksOutsideTheLaneAreHeldAtItsEdges) {
-    Scene scene(1, 16, 2, 2, 100);
-    scene.sound.wave.SetSample(0, 0, 32767);
-    scene.sound.wave.SetSample(0, 1, -32768);
-    scene.zoom = LevelZoomFull(scene.zoom, scene.context);
-    const auto columns = EnvelopeColumns(scene.Request(0));
-    ASSERT_EQ(columns.size(), 2u);
-    EXPECT_EQ(columns[0].yMax, -2);
-    EXPECT_EQ(columns[1].yMax, 100);
 }
 
 TEST(Envelope, LinesOfALane) {

@@ -15,15 +15,16 @@ GridRequest RequestFor(const GridSettings& settings) {
             StatusFormat::kTime};
 }
 
-GridSettings TimeGridOf(int spacingMs) {
+GridRequest TimeGridOf(int spacingMs, int timeLabels = 0) {
     GridSettings settings;
     settings.timeGrid = 1;
     settings.widthSpacingMs = spacingMs;
-    return settings;
+    settings.timeLabels = timeLabels;
+    return RequestFor(settings);
 }
 
 TEST(TimeGrid, LinesStandAtTheRunningSingleSum) {
-    const Grid grid = LayOutGrid(RequestFor(TimeGridOf(100)), SevenPixelsEach);
+    const Grid grid = LayOutGrid(TimeGridOf(100), SevenPixelsEach);
     std::vector<int> xs;
     for (const GridLine& line : grid.lines) {
         EXPECT_EQ(line, (GridLine{line.x0, 10, line.x0, 110}));
@@ -42,20 +43,20 @@ TEST(TimeGrid, LinesStandAtTheRunningSingleSum) {
 }
 
 TEST(TimeGrid, DrawsNothingWithoutSpacingSoundOrRate) {
-    EXPECT_TRUE(LayOutGrid(RequestFor(TimeGridOf(0)), SevenPixelsEach).lines.empty());
-    EXPECT_TRUE(LayOutGrid(RequestFor(TimeGridOf(-5)), SevenPixelsEach).lines.empty());
-    GridRequest request = RequestFor(TimeGridOf(100));
-    request.rate = 0;
-    EXPECT_TRUE(LayOutGrid(request, SevenPixelsEach).lines.empty());
-    request = RequestFor(TimeGridOf(100));
-    request.map = PixelMap(0, {0, 0, 1, 0});
-    EXPECT_TRUE(LayOutGrid(request, SevenPixelsEach).lines.empty());
+    GridRequest noRate = TimeGridOf(100);
+    noRate.rate = 0;
+    GridRequest noSound = TimeGridOf(100);
+    noSound.map = PixelMap(0, {0, 0, 1, 0});
+    // The sum of the spacings no longer grows before it comes into sight.
+    GridRequest endless = TimeGridOf(1);
+    endless.rate = 1;
+    endless.map = PixelMap(2'000'000'000, {0, 400, 401, 399});
+    for (const GridRequest& request : {TimeGridOf(0), TimeGridOf(-5), noRate, noSound, endless})
+        EXPECT_TRUE(LayOutGrid(request, SevenPixelsEach).lines.empty());
 }
 
 TEST(TimeGrid, LabelledLinesLeaveAGapForTheirText) {
-    GridSettings settings = TimeGridOf(250);
-    settings.timeLabels = 1;
-    GridRequest request = RequestFor(settings);
+    GridRequest request = TimeGridOf(250, 1);
     request.lane.bottom = 230;  // a fifth of 220 below the gap's top
     const Grid grid = LayOutGrid(request, SevenPixelsEach);
     const std::vector<GridLine> first(grid.lines.begin(), grid.lines.begin() + 4);
@@ -69,33 +70,24 @@ TEST(TimeGrid, LabelledLinesLeaveAGapForTheirText) {
 }
 
 TEST(TimeGrid, OnlyEveryFewthLineIsLabelledWhenLinesAreDense) {
-    struct Case {
-        int spacingMs;
-        std::int64_t width;
-        std::vector<std::string> labels;
-    };
     // A label is 63 pixels wide, 62 count.
-    const Case cases[] = {
-        {250, 500, {"0.250 Sec", "0.500 Sec"}},
-        {100, 500, {"0.200 Sec", "0.400 Sec", "0.600 Sec"}},              // 50 pixels: every second
-        {20, 500, {"0.140 Sec", "0.280 Sec", "0.420 Sec", "0.560 Sec"}},  // 10: every seventh
+    const std::pair<int, std::vector<std::string>> cases[] = {
+        {250, {"0.250 Sec", "0.500 Sec"}},
+        {100, {"0.200 Sec", "0.400 Sec", "0.600 Sec"}},              // 50 pixels: every second
+        {20, {"0.140 Sec", "0.280 Sec", "0.420 Sec", "0.560 Sec"}},  // 10: every seventh
     };
-    for (const Case& c : cases) {
-        GridSettings settings = TimeGridOf(c.spacingMs);
-        settings.timeLabels = 1;
-        GridRequest request = RequestFor(settings);
+    for (const auto& [spacingMs, expected] : cases) {
+        GridRequest request = TimeGridOf(spacingMs, 1);
         request.lane.right = 350;
         const Grid grid = LayOutGrid(request, SevenPixelsEach);
         std::vector<std::string> labels;
         for (const GridLabel& label : grid.labels) labels.push_back(label.text);
-        EXPECT_EQ(labels, c.labels) << c.spacingMs;
+        EXPECT_EQ(labels, expected) << spacingMs;
     }
 }
 
 TEST(TimeGrid, AnHourOfMillisecondsDrawsEachPixelOnceWithLabelsApart) {
-    GridSettings settings = TimeGridOf(1);
-    settings.timeLabels = 1;
-    GridRequest request = RequestFor(settings);
+    GridRequest request = TimeGridOf(1, 1);
     const std::int64_t frames = 44100LL * 3600;
     request.rate = 44100;
     request.map = PixelMap(frames, {0, 400, 401, 0});
@@ -103,26 +95,16 @@ TEST(TimeGrid, AnHourOfMillisecondsDrawsEachPixelOnceWithLabelsApart) {
     EXPECT_LE(grid.lines.size(), 4u * 400);
     EXPECT_GE(grid.lines.size(), 2u * 390);
     ASSERT_GE(grid.labels.size(), 3u);
-    for (std::size_t i = 1; i < grid.labels.size(); ++i) {
+    for (std::size_t i = 1; i < grid.labels.size(); ++i)
         EXPECT_GE(grid.labels[i].area.left, grid.labels[i - 1].area.right - 2);
-    }
     // Scrolled to the end the lines are those of the same sum.
     request.map = PixelMap(frames, {0, frames, 401, frames - 1000});
     EXPECT_LE(LayOutGrid(request, SevenPixelsEach).lines.size(), 4u * 12);
 }
 
-TEST(TimeGrid, EndsWhereTheSumNoLongerGrows) {
-    GridRequest request = RequestFor(TimeGridOf(1));
-    request.rate = 1;
-    request.map = PixelMap(2'000'000'000, {0, 400, 401, 399});
-    EXPECT_TRUE(LayOutGrid(request, SevenPixelsEach).lines.empty());
-}
-
 TEST(TimeGrid, TypeOneStandsAtTheRulersTicks) {
-    GridSettings settings = TimeGridOf(0);
-    settings.type = 1;
-    settings.timeLabels = 1;
-    GridRequest request = RequestFor(settings);
+    GridRequest request = TimeGridOf(0, 1);
+    request.settings.type = 1;
     request.format = StatusFormat::kSample;
     const Grid grid = LayOutGrid(request, SevenPixelsEach);
     HorizontalRulerRequest rulerRequest{request.lane,   request.map, request.rate,
@@ -141,12 +123,11 @@ TEST(TimeGrid, TypeOneStandsAtTheRulersTicks) {
 }
 
 TEST(LevelGrid, CountsTwoHundredUnitsFromTopToBottom) {
-    struct Case {
+    const struct {
         int spacing;
         ScrollState vertical;
         std::vector<int> ys;  // from the lane's top
-    };
-    const Case cases[] = {
+    } cases[] = {
         {50, {0, 100, 101, 0}, {25, 50, 75}},
         {100, {0, 100, 101, 0}, {50}},
         {200, {0, 100, 101, 0}, {}},
@@ -154,7 +135,7 @@ TEST(LevelGrid, CountsTwoHundredUnitsFromTopToBottom) {
         {50, {0, 2000, 101, 950}, {50}},
         {1, {0, 2000, 101, 1900}, {10, 20, 30, 40, 50, 60, 70, 80, 90}},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         GridSettings settings;
         settings.levelGrid = 1;
         settings.heightSpacingPercent = c.spacing;

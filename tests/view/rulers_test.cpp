@@ -71,13 +71,12 @@ TEST(HorizontalRuler, LabelsNeverTouchAtAnyZoomInAnyFormat) {
 }
 
 TEST(HorizontalRuler, LeastStepsOfTheFormats) {
-    struct Case {
+    const struct {
         std::int64_t frames, width;
         StatusFormat format;
         std::int64_t step;  // frames between labels
         const char* second;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {44100, 620, StatusFormat::kSample, 5000, "5000"},
         {44100, 44100, StatusFormat::kSample, 50, "50"},
         {44100, 620, StatusFormat::kSecond, 4410, "0.100"},
@@ -88,7 +87,7 @@ TEST(HorizontalRuler, LeastStepsOfTheFormats) {
         {44100LL * 3600, 620, StatusFormat::kTime, 44100LL * 600, "00:10:00.000"},
         {44100LL * 36000, 620, StatusFormat::kTime, 44100LL * 7200, "02:00:00.000"},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         const auto ruler = LayOutHorizontalRuler(
             RequestFor(c.frames, {0, c.width, 621, 0}, c.format), SevenPixelsEach);
         ASSERT_GE(ruler.labels.size(), 2u);
@@ -162,9 +161,8 @@ TEST(VerticalRuler, DivisionsGrowWithTheZoom) {
         const auto ticks = LayOutVerticalRuler({0, 0, 20, 200}, levels);
         ASSERT_GE(ticks.size(), 2u);
         EXPECT_EQ(ticks[0].percent - ticks[1].percent, c.percentBetweenTicks) << c.range;
-        for (const LevelTick& tick : ticks) {
+        for (const LevelTick& tick : ticks)
             EXPECT_EQ(tick.label.empty(), tick.percent / c.percentBetweenTicks % 2 != 0);
-        }
     }
 }
 

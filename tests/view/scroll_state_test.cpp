@@ -9,10 +9,7 @@ namespace sonavel {
 namespace {
 
 TEST(ScrollState, PageAndPositionAreClampedToTheRange) {
-    struct Case {
-        ScrollState set, expected;
-    };
-    const Case cases[] = {
+    const std::pair<ScrollState, ScrollState> cases[] = {
         {{0, 640, kWholeRangePage, 300}, {0, 640, 641, 0}},
         {{0, 640, 100, 541}, {0, 640, 100, 541}},
         {{0, 640, 100, 542}, {0, 640, 100, 541}},
@@ -21,7 +18,7 @@ TEST(ScrollState, PageAndPositionAreClampedToTheRange) {
         {{0, 0, kWholeRangePage, 7}, {0, 0, 1, 0}},
         {{0, -3, -9, -1}, {0, 0, 0, 0}},
     };
-    for (const Case& c : cases) EXPECT_EQ(c.set.Clamped(), c.expected);
+    for (const auto& [set, expected] : cases) EXPECT_EQ(set.Clamped(), expected);
 }
 
 TEST(ScrollState, ANewRangeKeepsThePageAsFarAsItFits) {
@@ -33,29 +30,26 @@ TEST(ScrollState, ANewRangeKeepsThePageAsFarAsItFits) {
 
 TEST(ScrollState, StepsEndAtTheEndsOfTheRange) {
     const ScrollState middle{0, 1000, 101, 450};
-    struct Case {
+    const struct {
         ScrollStep step;
         std::int64_t from, to;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {ScrollStep::kLineBack, 450, 449}, {ScrollStep::kLineForward, 450, 451},
         {ScrollStep::kPageBack, 450, 440}, {ScrollStep::kPageForward, 450, 460},
         {ScrollStep::kPageBack, 4, 0},     {ScrollStep::kPageForward, 895, 900},
         {ScrollStep::kLineBack, 0, 0},     {ScrollStep::kLineForward, 900, 900},
         {ScrollStep::kToStart, 450, 0},    {ScrollStep::kToEnd, 450, 900},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases)
         EXPECT_EQ(middle.WithPosition(c.from).Stepped(c.step).position, c.to);
-    }
 }
 
 TEST(ScrollState, ResizingKeepsZoomAndPlace) {
-    struct Case {
+    const struct {
         ScrollState state;
         std::int64_t oldExtent, newExtent;
         ScrollState expected;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {{0, 640, 641, 0}, 640, 1000, {0, 1000, 1001, 0}},         // fits before and after
         {{0, 2560, 641, 1000}, 640, 1280, {0, 5120, 1282, 2000}},  // zoomed
         {{0, 2560, 641, 1000}, 640, 100, {0, 400, 100, 156}},      // truncated
@@ -68,9 +62,8 @@ TEST(ScrollState, ResizingKeepsZoomAndPlace) {
          {0, 900'000'000, 3846, 894'000'000}},  // past 32-bit products
         {{0, 0, 0, 0}, 640, 1280, {0, 0, 1, 0}},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases)
         EXPECT_EQ(c.state.Resized(c.oldExtent, c.newExtent), c.expected) << c.newExtent;
-    }
 }
 
 TEST(PixelMap, ConvertsBothWaysWithoutOverflow) {

@@ -2,9 +2,7 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
-#include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -15,6 +13,7 @@
 #include "support/fake_progress.h"
 #include "support/fake_wave_devices.h"
 #include "support/recording_prompts.h"
+#include "support/test_files.h"
 #include "view/workspace.h"
 
 namespace sonavel {
@@ -92,19 +91,6 @@ struct FakeWindow : SoundViewObserver {
     void MaximizeFrame() override { ++maximized; }
 };
 
-class TemporaryFolder {
-  public:
-    TemporaryFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "viewXXXXXX").string();
-        path_ = mkdtemp(name.data());
-    }
-    ~TemporaryFolder() { std::filesystem::remove_all(path_); }
-    const std::filesystem::path& Path() const { return path_; }
-
-  private:
-    std::filesystem::path path_;
-};
-
 class ViewTest : public ::testing::Test {
   protected:
     static constexpr int kWidth = 640;
@@ -141,10 +127,15 @@ class ViewTest : public ::testing::Test {
         Document().SetModified(false);
     }
 
+    // Lets the window see what the view tells.
+    void Watch() { View().SetObserver(&window); }
+
     CSoundView& View() { return *workspace.Active()->view; }
     CSoundDoc& Document() { return *workspace.Active()->document; }
     CWavePlayer& Sound() { return Document().Sound(); }
     bool Run(int command) { return workspace.Active()->commands->RunCommand(command); }
+
+    FileBytes Bytes() { return {Sound().Bytes().begin(), Sound().Bytes().end()}; }
 
     // The left samples from `start` on.
     std::vector<int> Samples(std::uint32_t start, std::uint32_t count) {
@@ -161,6 +152,7 @@ class ViewTest : public ::testing::Test {
     MemoryClipboard clipboard;
     FakeWaveDevices devices;
     FakeDialogs dialogs;
+    FakeWindow window;
     Workspace workspace{{prompts, progress, clipboard, devices, folder}, dialogs, dialogs};
 };
 

@@ -55,22 +55,21 @@ TEST(ViewGeometry, StereoLanesLeaveRoomForTheirSeparator) {
 TEST(ViewGeometry, SelectionBackground) {
     const Rectangle waveform{0, 0, 100, 50};
     const PixelMap map(4000, {0, 400, 101, 150});  // ten frames a pixel, frames 1500 to 2500
-    struct Case {
+    const struct {
         Selection selection;
         int left, right;  // equal: nothing
-    };
-    const Case cases[] = {
+    } cases[] = {
         {{1600, 1700}, 11, 21}, {{1600, 1609}, 0, 0},    {{1609, 1610}, 11, 12},
         {{0, 1700}, 1, 21},     {{1600, 4000}, 11, 100}, {{0, 4000}, 1, 100},
         {{0, 1000}, 0, 0},      {{3000, 4000}, 0, 0},    {{1700, 1600}, 11, 21},
     };
-    for (const Case& c : cases) {
-        const Rectangle expected =
-            c.left == c.right ? Rectangle{} : Rectangle{c.left, 0, c.right, 50};
-        EXPECT_EQ(SelectionRect(waveform, map, c.selection).Empty(), expected.Empty());
-        if (!expected.Empty()) {
-            EXPECT_EQ(SelectionRect(waveform, map, c.selection), expected)
-                << c.selection.start << ".." << c.selection.end;
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.selection.start << ".." << c.selection.end);
+        const Rectangle found = SelectionRect(waveform, map, c.selection);
+        if (c.left == c.right) {
+            EXPECT_TRUE(found.Empty());
+        } else {
+            EXPECT_EQ(found, (Rectangle{c.left, 0, c.right, 50}));
         }
     }
 }
@@ -78,11 +77,10 @@ TEST(ViewGeometry, SelectionBackground) {
 TEST(ViewGeometry, CursorColumn) {
     const Rectangle waveform{0, 0, 100, 50};
     const PixelMap map(4000, {0, 400, 101, 150});
-    EXPECT_EQ(CursorRect(waveform, map, 1500), (Rectangle{1, 0, 2, 50}));
-    EXPECT_EQ(CursorRect(waveform, map, 1600), (Rectangle{11, 0, 12, 50}));
-    EXPECT_EQ(CursorRect(waveform, map, 2500), (Rectangle{99, 0, 100, 50}));
-    EXPECT_EQ(CursorRect(waveform, map, 4000), (Rectangle{99, 0, 100, 50}));
-    EXPECT_EQ(CursorRect(waveform, map, 1490), (Rectangle{0, 0, 1, 50}));
+    const std::pair<std::int64_t, int> lefts[] = {
+        {1490, 0}, {1500, 1}, {1600, 11}, {2500, 99}, {4000, 99}};
+    for (const auto& [frame, left] : lefts)
+        EXPECT_EQ(CursorRect(waveform, map, frame), (Rectangle{left, 0, left + 1, 50})) << frame;
     EXPECT_TRUE(CursorRect(waveform, map, 1480).Empty());
     EXPECT_TRUE(CursorRect(waveform, PixelMap(), 0).Empty());
 }

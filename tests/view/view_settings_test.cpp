@@ -1,8 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-
+#include "support/test_files.h"
 #include "view/colour_table.h"
 #include "view/display_settings.h"
 
@@ -11,16 +9,12 @@ namespace {
 
 class ViewSettings : public testing::Test {
   protected:
-    ~ViewSettings() override { std::filesystem::remove(path_); }
-
-    ProfileFile FileWith(const std::string& text) const {
-        std::ofstream(path_, std::ios::binary) << text;
-        return ProfileFile(path_);
+    ProfileFile FileWith(std::string_view text) const {
+        WriteFileBytes(folder_ / "a.ini", BytesOf(text));
+        return ProfileFile(folder_ / "a.ini");
     }
 
-    const std::filesystem::path path_ =
-        std::filesystem::path(testing::TempDir()) /
-        (std::string(testing::UnitTest::GetInstance()->current_test_info()->name()) + ".ini");
+    TemporaryFolder folder_;
 };
 
 TEST_F(ViewSettings, ColoursFillTheSlotsInFileOrder) {
@@ -35,12 +29,9 @@ TEST_F(ViewSettings, ColoursFillTheSlotsInFileOrder) {
         "X=99,99,99,\n");
     ColourTable table;
     table.Load(file);
-    EXPECT_EQ(table.At(0), (Rgb{1, 2, 3}));
-    EXPECT_EQ(table.At(1), (Rgb{4, 5, 0}));
-    EXPECT_EQ(table.At(2), (Rgb{7, 255, 0}));
-    EXPECT_EQ(table.At(3), (Rgb{192, 192, 192}));
-    EXPECT_EQ(table.At(4), (Rgb{10, 11, 12}));
-    EXPECT_EQ(table.At(5), (Rgb{255, 0, 0}));
+    const Rgb expected[] = {{1, 2, 3},       {4, 5, 0},    {7, 255, 0},
+                            {192, 192, 192}, {10, 11, 12}, {255, 0, 0}};
+    for (std::size_t slot = 0; slot < 6; ++slot) EXPECT_EQ(table.At(slot), expected[slot]) << slot;
     table.Load(file, "__SOUND_OTHER");
     EXPECT_EQ(table[ColourSlot::kWaveform], (Rgb{99, 99, 99}));
 }

@@ -28,8 +28,7 @@ class WorkspaceTest : public ViewTest {
     }
 
     void Arrive(std::size_t bytes, std::uint8_t value) {
-        const std::vector<std::uint8_t> sound(bytes, value);
-        devices.In().Arrive(sound);
+        devices.In().Arrive(FileBytes(bytes, value));
     }
 };
 
@@ -37,18 +36,16 @@ TEST_F(WorkspaceTest, ClosingActivatesTheOneActiveBeforeAndMovesTheOthersUp) {
     Log log;
     workspace.SetObserver(&log);
     for (int i = 0; i < 4; ++i) ASSERT_TRUE(workspace.NewDocument(NewSoundChoice{}));
-    EXPECT_EQ(workspace.ActiveIndex(), 3u);
     workspace.Activate(1);
     workspace.Activate(2);
     log.events.clear();
     workspace.Close(2);
     EXPECT_EQ(workspace.ActiveIndex(), 1u);
     EXPECT_EQ(Titles(), (std::vector<std::string>{"Sound1", "Sound2", "Sound4"}));
-    workspace.Close(0);  // not the active one
-    EXPECT_EQ(workspace.ActiveIndex(), 0u);
-    workspace.Close(0);
-    EXPECT_EQ(workspace.ActiveIndex(), 0u);
-    workspace.Close(0);
+    for (int i = 0; i < 3; ++i) {  // the first of them is not the active one
+        EXPECT_EQ(workspace.ActiveIndex(), i == 0 ? 1u : 0u);
+        workspace.Close(0);
+    }
     EXPECT_FALSE(workspace.ActiveIndex());
     EXPECT_EQ(workspace.Active(), nullptr);
     EXPECT_EQ(log.events, (std::vector<std::string>{
@@ -82,10 +79,8 @@ TEST_F(WorkspaceTest, AnOpenedFileIsShownFittedAndMaximizedOnceItHasAWindow) {
     EXPECT_EQ(workspace.IndexOfPath(path), 0u) << "the saved document took the path first";
     EXPECT_EQ(View().Horizontal().maximum, kWidth);
     EXPECT_EQ(View().Extremes().BlockCount(), 25u);
-    FakeWindow window;
-    View().SetObserver(&window);
+    Watch();
     EXPECT_EQ(window.maximized, 1);
-    View().SetObserver(nullptr);
 }
 
 TEST_F(WorkspaceTest, OpenAndFullTimeZoomShowsAFrameAPixel) {
@@ -115,7 +110,6 @@ TEST_F(WorkspaceTest, RecordingIntoNewDocumentsCountsTheirTitles) {
 
 TEST_F(WorkspaceTest, RecordingIntoTheActiveDocumentInsertsAtTheCursor) {
     OpenRamp(1000, 1, 16, 8000);
-    Sound().Markers().Add(900, "stays", 0);
     View().SetCursor(500);
     dialogs.record = RecordChoice{RecordChoice::Target::kActiveDocument, {11025, 2, 8}, true, 5};
     ASSERT_TRUE(workspace.Record());
@@ -123,14 +117,12 @@ TEST_F(WorkspaceTest, RecordingIntoTheActiveDocumentInsertsAtTheCursor) {
     EXPECT_EQ(dialogs.recordRequest.documentFormat->samplesPerSecond, 8000u);
     EXPECT_EQ(dialogs.recordRequest.initial.target, RecordChoice::Target::kActiveDocument);
     EXPECT_FALSE(workspace.Record()) << "already recording";
-    EXPECT_FALSE(Run(view_command::kPlay));
-    EXPECT_FALSE(Run(view_command::kUndo));
+    for (const int command : {view_command::kPlay, view_command::kUndo}) EXPECT_FALSE(Run(command));
     Arrive(400, 0);
     EXPECT_TRUE(Run(view_command::kSpaceKey));
     EXPECT_EQ(View().FrameCount(), 1200u);
-    EXPECT_EQ(Samples(499, 3), (std::vector<int>{499, 0, 0}));
-    EXPECT_EQ(Samples(700, 1), (std::vector<int>{500}));
-    EXPECT_EQ(Sound().Markers().All()[0].position, 900u);
+    EXPECT_EQ(Samples(499, 2), (std::vector<int>{499, 0}));
+    EXPECT_EQ(Samples(699, 2), (std::vector<int>{0, 500}));
     EXPECT_EQ(View().Extremes().BlockCount(), 5u);
     EXPECT_TRUE(Run(view_command::kUndo));
     EXPECT_EQ(View().FrameCount(), 1000u);
