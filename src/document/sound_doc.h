@@ -125,6 +125,10 @@ class CSoundDoc {
     enum class PreviewPlay { kNo, kYes };
     bool MakePreview(std::span<const float> samples, PreviewPlay play, std::uint32_t lengthBytes,
                      PreviewFormat format);
+    // What a new document made from the preview is titled with, before its number; empty until one
+    // was made.
+    const std::string& PreviewTitlePrefix() const { return previewTitlePrefix_; }
+    void SetPreviewTitlePrefix(std::string_view prefix) { previewTitlePrefix_ = prefix; }
 
   private:
     bool ReadFile(const std::filesystem::path& path, std::string_view extension);
@@ -152,6 +156,7 @@ class CSoundDoc {
     UndoHistory history_;
     CWavePlayer sound_;
     CWavePlayer preview_;
+    std::string previewTitlePrefix_;
     std::filesystem::path path_;
     std::string title_;
     std::string lastError_;

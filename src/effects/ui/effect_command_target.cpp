@@ -103,9 +103,7 @@ bool EffectCommands::OpenPreview(CSoundDoc& document) {
         document.Services().prompts.ShowStatus(document.LastError());
         return false;
     }
-    const auto prefix = host_.memory.previewPrefixes.find(&document);
-    const bool known = prefix != host_.memory.previewPrefixes.end();
-    return host_.openSound(std::move(*copy), known ? prefix->second : "Preview_");
+    return host_.openSound(std::move(*copy), document.PreviewTitlePrefix());
 }
 
 }  // namespace sonavel

@@ -145,7 +145,7 @@ bool EffectDialog::RunPreview() {
     RunDisabled([&] { made = effect_.preview(Target(), Values(), PreviewPlay::kYes); });
     // A preview that was made but cannot be heard leaves no error in the document.
     if (made || Document().LastError().empty())
-        memory_.previewPrefixes[&Document()] = effect_.titlePrefix;
+        Document().SetPreviewTitlePrefix(effect_.titlePrefix);
     return made;
 }
 

@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "document/sound_doc.h"
 #include "effects/panpot.h"
 
 namespace sonavel {
@@ -16,8 +15,6 @@ struct EffectMemory {
     std::map<std::string, std::vector<double>> values;
     PanMode panMode = PanMode::kPan;
     bool dynamicsLinked = true;
-    // Of each document's preview: what a new document made from it is titled with.
-    std::map<const CSoundDoc*, std::string> previewPrefixes;
 };
 
 }  // namespace sonavel

@@ -11,7 +11,11 @@ namespace {
 template <class Dialog>
 bool Open(SpatialCommandTarget& target, SourceMotion motion) {
     Dialog dialog(target.view, motion, QApplication::activeWindow());
-    return dialog.exec() == QDialog::Accepted && dialog.Apply();
+    if (dialog.exec() != QDialog::Accepted) return false;
+    if (dialog.Apply()) return true;
+    const CSoundDoc& document = target.document;
+    if (!document.LastError().empty()) document.Services().prompts.ShowStatus(document.LastError());
+    return false;
 }
 
 CommandState WhenThereIsSound(const SpatialCommandTarget& target) {

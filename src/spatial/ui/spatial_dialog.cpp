@@ -32,6 +32,7 @@ SpatialDialog::SpatialDialog(CSoundView& view, SourceMotion motion, const Texts&
       view_(view),
       motion_(motion),
       progressTitle_(texts.progressTitle),
+      titlePrefix_(texts.titlePrefix),
       header_(new EffectHeader(this)),
       scene_(new SceneWidget(this)),
       numbers_(new PointNumbers(editing, this)),
@@ -89,7 +90,7 @@ QStringList SpatialDialog::Notes() const {
 QLayout* SpatialDialog::MakeButtons() {
     auto* row = new QHBoxLayout;
     row->setContentsMargins(12, 0, 12, 12);
-    row->setSpacing(8);
+    row->setSpacing(12);
     row->addWidget(preview_->Button());
     row->addWidget(preview_->Bar(), 1);
     row->addWidget(preview_->Percent());
@@ -133,7 +134,10 @@ bool SpatialDialog::Apply() {
 
 bool SpatialDialog::RunPreview() {
     previewedPath_ = Path();
-    return Run(SpatialOutcome::kPlayedPreview);
+    const bool made = Run(SpatialOutcome::kPlayedPreview);
+    // A preview that was made but cannot be heard leaves no error in the document.
+    if (made || Document().LastError().empty()) Document().SetPreviewTitlePrefix(titlePrefix_);
+    return made;
 }
 
 bool SpatialDialog::Run(SpatialOutcome outcome) {

@@ -29,6 +29,7 @@ class SpatialDialog : public QDialog {
         QString title;
         QString instruction;             // the header line
         std::string_view progressTitle;  // one of spatial_title
+        std::string_view titlePrefix;    // of a new document made from the preview
     };
 
     ~SpatialDialog() override;
@@ -76,6 +77,7 @@ class SpatialDialog : public QDialog {
     CSoundView& view_;
     SourceMotion motion_;
     std::string_view progressTitle_;
+    std::string_view titlePrefix_;
     EffectHeader* header_;
     SceneWidget* scene_;
     PointNumbers* numbers_;

@@ -1,5 +1,6 @@
 #include "spatial/ui/system_sound_dialog.h"
 
+#include "document/untitled_titles.h"
 #include "spatial/scene_points.h"
 
 namespace sonavel {
@@ -9,10 +10,10 @@ SpatialDialog::Texts TextsOf(SourceMotion motion) {
     if (motion == SourceMotion::kPositional)
         return {SystemSoundDialog::tr("System Defined Positional Sound"),
                 SystemSoundDialog::tr("Choose a point by its number or in the scene"),
-                spatial_title::kSystemPositional};
+                spatial_title::kSystemPositional, untitled_prefix::kSystemSound};
     return {SystemSoundDialog::tr("System-Defined Moving Sound"),
             SystemSoundDialog::tr("Choose where the sound starts and where it ends"),
-            spatial_title::kSystemMoving};
+            spatial_title::kSystemMoving, untitled_prefix::kSystemSound};
 }
 
 PointRole RoleOf(int number, const SystemPreset& chosen, SourceMotion motion) {

@@ -1,5 +1,6 @@
 #include "spatial/ui/user_sound_dialog.h"
 
+#include "document/untitled_titles.h"
 #include "spatial/scene_points.h"
 
 namespace sonavel {
@@ -9,10 +10,10 @@ SpatialDialog::Texts TextsOf(SourceMotion motion) {
     if (motion == SourceMotion::kPositional)
         return {UserSoundDialog::tr("User Defined Positional Sound"),
                 UserSoundDialog::tr("The sound stands at the selected point"),
-                spatial_title::kUserPositional};
+                spatial_title::kUserPositional, untitled_prefix::kUserSound};
     return {UserSoundDialog::tr("User-Defined Moving Sound"),
             UserSoundDialog::tr("The sound passes all points in their order"),
-            spatial_title::kUserMoving};
+            spatial_title::kUserMoving, untitled_prefix::kUserSound};
 }
 
 std::vector<UserPoint> FirstPoints(SourceMotion motion) {
