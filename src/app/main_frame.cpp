@@ -157,7 +157,10 @@ void MainFrame::RestorePlaces() {
     PersonSettings settings;
     settings.beginGroup(QStringLiteral("Main Frame"));
     restoreGeometry(settings.value(QStringLiteral("Geometry")).toByteArray());
+    // Floating bars stand above the frame only if it has a window before them.
+    winId();
     restoreState(settings.value(QStringLiteral("Bars")).toByteArray(), kBarsVersion);
+    HoldFloatingBars();
     status_->setVisible(settings.value(QStringLiteral("StatusBar"), true).toBool());
     if (settings.value(QStringLiteral("Tabs")).toBool()) SwitchTabs();
 }

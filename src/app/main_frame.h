@@ -69,6 +69,7 @@ class MainFrame : public QMainWindow, public WorkspaceObserver {
 
   protected:
     bool event(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
@@ -94,6 +95,9 @@ class MainFrame : public QMainWindow, public WorkspaceObserver {
     void FillWindowList(QMenu& menu);
     void RestorePlaces();
     void StorePlaces() const;
+    // Floating bars come with the frame, not before it.
+    void HoldFloatingBars();
+    void ShowFloatingBars();
 
     void Tile(Tiling tiling);
     bool MayClose(std::size_t index);
@@ -121,6 +125,7 @@ class MainFrame : public QMainWindow, public WorkspaceObserver {
     // Of the active sound.
     std::unique_ptr<CommandTarget> documentCommands_;
     std::unique_ptr<CommandTarget> spatialCommands_;
+    QList<QPointer<QWidget>> heldBars_;
     QTimer refreshTimer_;
     QTimer playTimer_;
     QString title_;

@@ -1,5 +1,6 @@
 // The main frame's bars: how they stand at first, and what they show.
 #include <QMenuBar>
+#include <utility>
 
 #include "app/command_ids.h"
 #include "app/main_frame.h"
@@ -63,6 +64,20 @@ void MainFrame::ShowFrameMenu(ChildFrame* frame, const QPoint& globalPosition) {
     QMenu menu;
     actions_.FillMenu(menu, kEntries);
     menu.exec(globalPosition);
+}
+
+void MainFrame::HoldFloatingBars() {
+    for (QWidget* bar : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+        const bool isBar = qobject_cast<QToolBar*>(bar) || qobject_cast<QDockWidget*>(bar);
+        if (!isBar || !bar->isWindow() || bar->isHidden()) continue;
+        bar->hide();
+        heldBars_ << bar;
+    }
+}
+
+void MainFrame::ShowFloatingBars() {
+    for (QWidget* bar : std::exchange(heldBars_, {}))
+        if (bar) bar->show();
 }
 
 void MainFrame::RefreshBars() {

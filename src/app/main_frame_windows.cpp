@@ -209,6 +209,11 @@ bool MainFrame::event(QEvent* event) {
     return QMainWindow::event(event);
 }
 
+void MainFrame::showEvent(QShowEvent* event) {
+    QMainWindow::showEvent(event);
+    QMetaObject::invokeMethod(this, &MainFrame::ShowFloatingBars, Qt::QueuedConnection);
+}
+
 void MainFrame::closeEvent(QCloseEvent* event) {
     if (!CloseAll()) {
         event->ignore();

@@ -2,7 +2,9 @@
 
 #include <QContextMenuEvent>
 #include <QFile>
+#include <QLayout>
 #include <QMouseEvent>
+#include <QScreen>
 #include <QSignalBlocker>
 #include <algorithm>
 #include <utility>
@@ -16,6 +18,7 @@ namespace {
 constexpr int kLeastLength = 72;
 constexpr int kMostLength = 200;
 constexpr int kThickness = 26;
+constexpr int kMostPercentOfScreen = 70;  // of a floating bar
 
 constexpr const char* kLook =
     "QTabBar::tab { border: 1px solid palette(mid); border-radius: 3px;"
@@ -78,6 +81,8 @@ WindowListBar::WindowListBar(const QString& name, QWidget* parent)
     setObjectName(QString(name).remove(u' '));
     addWidget(buttons_);
     connect(this, &QToolBar::orientationChanged, this, &WindowListBar::Turn);
+    connect(this, &QToolBar::topLevelChanged, this, &WindowListBar::FitFloating,
+            Qt::QueuedConnection);
     // The wheel goes through the buttons, too.
     connect(buttons_, &QTabBar::currentChanged, this, [this](int index) {
         if (index >= 0) Q_EMIT Chosen(FrameAt(index));
@@ -96,6 +101,12 @@ void WindowListBar::Turn(Qt::Orientation orientation) {
     buttons_->setMinimumSize(lying ? QSize(0, kThickness) : QSize(kThickness, 0));
     buttons_->setSizePolicy(lying ? QSizePolicy::Expanding : QSizePolicy::Fixed,
                             lying ? QSizePolicy::Fixed : QSizePolicy::Expanding);
+}
+
+void WindowListBar::FitFloating() {
+    if (!isFloating()) return;
+    const QSize most = screen()->availableSize() * kMostPercentOfScreen / 100;
+    resize(layout()->sizeHint().boundedTo(most));
 }
 
 ChildFrame* WindowListBar::FrameAt(int index) const {
@@ -135,6 +146,7 @@ void WindowListBar::Refresh(const ChildFrame* active) {
     const QSignalBlocker quiet(buttons_);
     for (int i = 0; i < buttons_->count(); ++i) ShowFrame(i);
     buttons_->setCurrentIndex(IndexOf(active));
+    FitFloating();
 }
 
 void WindowListBar::contextMenuEvent(QContextMenuEvent* event) {

@@ -59,6 +59,8 @@ class WindowListBar : public QToolBar {
     int IndexOf(const ChildFrame* frame) const;
     void ShowFrame(int index);
     void Turn(Qt::Orientation orientation);
+    // A floating bar does not follow the size of its contents by itself.
+    void FitFloating();
 
     WindowButtons* buttons_;
 };
