@@ -22,7 +22,8 @@ class Picture:
     """What to press before a window is taken, and after it, in the same running program."""
 
     name: str
-    keys: str  # "?Title" waits for the dialog of that title
+    # "?Title" waits for the dialog of that title, "~" until a button pressed by key has sprung back.
+    keys: str
     window: str = WHOLE  # a pattern of the window's title
     after: str = "Escape"
 
@@ -61,6 +62,8 @@ PICTURES = [
     Picture("3d-positional-system", "alt+d s", "Positional"),
     Picture("3d-positional-user", "alt+d u", "Positional"),
     Picture("3d-moving-system", "alt+d y", "Moving"),
+    Picture("3d-moving-user", "alt+d e ?User-Defined alt+a ~ alt+e ctrl+a 4 0 Tab alt+a ~ alt+a ~"
+            " alt+e ctrl+a minus 2 0 Tab", "Moving"),
     Picture("tabs", "alt+w t", after="alt+w t"),
     Picture("save-changes", "ctrl+a Delete ctrl+w", "^Sonavel$"),
 ]
@@ -113,7 +116,9 @@ class Photographer:
     def press(self, keys):
         for word in keys.split():
             if word.startswith("?"):
-                self.editor.wait_dialog(f"^{word[1:]}")
+                self.editor.activate(self.editor.wait_dialog(f"^{word[1:]}"))
+            elif word == "~":
+                time.sleep(0.3)
             else:
                 key(word)
 

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "effects/ui/effect_command_target.h"
 #include "effects/ui/preview_toggle.h"
 #include "spatial/ui/preset_name_dialog.h"
 #include "spatial/ui/spatial_commands.h"
@@ -163,6 +164,59 @@ TEST_F(SpatialEditors, APointIsDraggedAndTheSceneTurnedWithTheMouse) {
     EXPECT_GT((scene.Camera().Eye() - eye).length(), 0.5f);
     QTest::keyClick(&scene, Qt::Key_T);
     EXPECT_EQ(scene.Camera().ElevationDegrees(), 90);
+}
+
+TEST_F(SpatialEditors, KeysAndWheelMoveTheEye) {
+    SystemSoundDialog dialog(View(), SourceMotion::kPositional);
+    SceneWidget& scene = dialog.Scene();
+    const SceneCamera& camera = scene.Camera();
+    const QVector3D first = camera.Eye();
+    struct Case {
+        Qt::Key key;
+        QVector3D forward;
+    };
+    for (const Case& c :
+         {Case{Qt::Key_F, {0, -1, 0}}, Case{Qt::Key_S, {-1, 0, 0}}, Case{Qt::Key_T, {0, 0, -1}}}) {
+        QTest::keyClick(&scene, c.key);
+        EXPECT_LT((camera.Forward() - c.forward).length(), 1e-3f) << c.key;
+    }
+    const float before = camera.Distance();
+    QWheelEvent nearer({50, 50}, {50, 50}, {}, {0, 240}, Qt::NoButton, Qt::NoModifier,
+                       Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&scene, &nearer);
+    EXPECT_LT(camera.Distance(), 0.9f * before);
+    QTest::keyClick(&scene, Qt::Key_Home);
+    EXPECT_LT((camera.Eye() - first).length(), 1e-3f);
+}
+
+// The letters of the buttons and of the labels that lead to fields.
+std::vector<QString> MnemonicsOf(QWidget& dialog) {
+    std::vector<QString> texts;
+    for (const QAbstractButton* button : dialog.findChildren<QAbstractButton*>())
+        if (!button->isHidden()) texts.push_back(button->text());
+    for (const QLabel* label : dialog.findChildren<QLabel*>())
+        if (label->buddy() && !label->isHidden()) texts.push_back(label->text());
+    std::vector<QString> letters;
+    for (const QString& text : texts)
+        if (const QKeySequence keys = QKeySequence::mnemonic(text); !keys.isEmpty())
+            letters.push_back(keys.toString());
+    return letters;
+}
+
+TEST_F(SpatialEditors, NoKeyMeansTwoThings) {
+    const auto check = [](SpatialDialog&& dialog) {
+        std::vector<QString> letters = MnemonicsOf(dialog);
+        letters.push_back(QKeySequence::mnemonic("&Stop").toString());  // Preview's other face
+        std::sort(letters.begin(), letters.end());
+        const auto twice = std::adjacent_find(letters.begin(), letters.end());
+        EXPECT_EQ(twice, letters.end()) << dialog.windowTitle().toStdString() << ": "
+                                        << (twice == letters.end() ? "" : twice->toStdString());
+        EXPECT_GT(letters.size(), 10u);
+    };
+    for (const SourceMotion motion : {SourceMotion::kPositional, SourceMotion::kMoving}) {
+        check(SystemSoundDialog(View(), motion));
+        check(UserSoundDialog(View(), motion));
+    }
 }
 
 TEST_F(SpatialEditors, UserPointsAreAddedEditedOrderedAndRemoved) {
@@ -357,6 +411,32 @@ TEST_F(SpatialEditors, ThePreviewIsHeardWithItsBallOnTheWay) {
     EXPECT_FALSE(Document().Preview().IsPlaying());
 }
 
+TEST_F(SpatialEditors, ANewDocumentOfThePreviewIsTitledByItsEditor) {
+    EffectState state;
+    EffectMemory memory;
+    EffectCommands effects({[this] { return &View(); },
+                            [this](SoundCopy&& sound, std::string_view prefix) {
+                                return workspace_->NewDocumentFromSound(std::move(sound), prefix);
+                            },
+                            state, memory, nullptr});
+    const auto previewAndOpen = [&](SpatialDialog&& dialog) {
+        ButtonIn(dialog, "&Preview")->click();
+        dialog.reject();
+        EXPECT_TRUE(effects.RunCommand(effect_command::kOpenPreview));
+        EXPECT_EQ(Document().Sound().GetChannels(), 2u);
+        return Document().Title();
+    };
+    EXPECT_EQ(previewAndOpen(SystemSoundDialog(View(), SourceMotion::kMoving)), "System_Sound_1");
+    EXPECT_EQ(previewAndOpen(UserSoundDialog(View(), SourceMotion::kPositional)), "User_Sound_1");
+    EXPECT_EQ(previewAndOpen(SystemSoundDialog(View(), SourceMotion::kPositional)),
+              "System_Sound_2");
+    EXPECT_EQ(previewAndOpen(UserSoundDialog(View(), SourceMotion::kMoving)), "User_Sound_2");
+    EXPECT_EQ(progress_.titles,
+              (std::vector<std::string>{
+                  "ProgressSystem Moving Sound", "Progress User Positional Sound",
+                  "Progress System Positional Sound", "ProgressUser Moving Sound"}));
+}
+
 TEST_F(SpatialEditors, OkPlacesTheSelectionAsOneUndoStep) {
     View().SetSelection(1000, 3000);
     SpatialCommands commands(Document(), View());
@@ -381,6 +461,7 @@ TEST_F(SpatialEditors, OkPlacesTheSelectionAsOneUndoStep) {
     EXPECT_GT(right, 1.5 * left);  // the point is at the right
     EXPECT_TRUE(Document().Undo());
     EXPECT_EQ(Document().Sound().GetBits(), 8u);
+    EXPECT_FALSE(Document().CanUndo());
 }
 
 TEST_F(SpatialEditors, CancelChangesNothing) {
@@ -393,9 +474,15 @@ TEST_F(SpatialEditors, CancelChangesNothing) {
     }
     EXPECT_FALSE(Document().IsModified());
     EXPECT_FALSE(Document().CanUndo());
-    EXPECT_EQ(
-        commands.MenuTextOfCommand(spatial_command::kUserMoving).find("…") != std::string::npos,
-        true);
+}
+
+TEST_F(SpatialEditors, TheMenuNamesTheFourEditors) {
+    QStringList texts;
+    for (const Command<SpatialCommandTarget>& row : SpatialCommandTable())
+        texts << QString::fromUtf8(row.info.menuText).remove(u'&');
+    EXPECT_EQ(texts,
+              (QStringList{"System Defined Positional Sound…", "User Defined Positional Sound…",
+                           "System-Defined Moving Sound…", "User-Defined Moving Sound…"}));
 }
 
 TEST_F(SpatialEditors, TheCommandsNeedASound) {

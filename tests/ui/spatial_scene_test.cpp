@@ -9,7 +9,9 @@
 #include "spatial/ui/listener_model.h"
 #include "spatial/ui/scene_balls.h"
 #include "spatial/ui/scene_camera.h"
+#include "spatial/ui/scene_labels.h"
 #include "spatial/ui/scene_lines.h"
+#include "ui/view_fixture.h"
 
 namespace sonavel {
 namespace {
@@ -39,7 +41,7 @@ TEST(SpatialScene, EachViewShowsTheAxesWhereAPersonExpectsThem) {
     for (const Case& c : cases) {
         SCOPED_TRACE(static_cast<int>(c.view));
         const SceneCamera camera = Camera(c.view);
-        const QVector3D middle(0, 0, -0.12f);
+        const QVector3D middle(0, 0, 0);
         const QPointF origin = *camera.Project(middle);
         EXPECT_NEAR(origin.x(), 300, 0.01);
         EXPECT_NEAR(origin.y(), 200, 0.01);
@@ -88,6 +90,32 @@ TEST(SpatialScene, FittingBringsEveryPointIntoTheWindow) {
             const auto seen = camera.Project(ToVector(SystemPoint(number)));
             ASSERT_TRUE(seen);
             EXPECT_TRUE(QRectF(QPointF(), size).contains(*seen)) << number;
+        }
+    }
+}
+
+TEST(SpatialScene, LabelsLieInTheWindowAndNeverOnEachOther) {
+    TestApplication();
+    SceneContent content;
+    for (int number = 0; number < kSystemPoints; ++number)
+        content.points.push_back(
+            {SystemPoint(number), number, number == 50 ? PointRole::kSelected : PointRole::kPlain});
+    const FloorRings rings = RingsFor(content);
+    using enum SceneCamera::View;
+    for (const SceneCamera::View view : {kBehind, kFront, kSide, kTop}) {
+        SCOPED_TRACE(static_cast<int>(view));
+        SceneCamera camera;
+        camera.SetViewport({560, 500});
+        camera.Look(view);
+        camera.Fit(1.16f * 1.8f);
+        const std::vector<SceneLabel> labels = LabelsOf(camera, content, rings);
+        ASSERT_GT(labels.size(), 20u);
+        EXPECT_EQ(labels[0].text, "50");
+        for (std::size_t i = 0; i < labels.size(); ++i) {
+            EXPECT_TRUE(QRectF(0, 0, 560, 500).contains(labels[i].place)) << i;
+            for (std::size_t j = 0; j < i; ++j)
+                EXPECT_FALSE(labels[i].place.intersects(labels[j].place))
+                    << labels[i].text.toStdString() << ' ' << labels[j].text.toStdString();
         }
     }
 }

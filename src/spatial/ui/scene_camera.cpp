@@ -13,7 +13,7 @@ constexpr double kZoomPerStep = 0.88;
 constexpr float kNearest = 0.8f;
 constexpr float kFarthest = 800;
 constexpr float kFlatLook = 15;  // degrees; below, a level is too foreshortened to drag on
-const QVector3D kTarget(0, 0, -0.12f);
+const QVector3D kTarget(0, 0, 0);
 
 float Radians(float degrees) {
     return degrees * std::numbers::pi_v<float> / 180;

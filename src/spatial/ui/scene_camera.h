@@ -1,4 +1,4 @@
-// The eye on a 3D scene: it orbits a point under the listener's chin, and turns places of the scene
+// The eye on a 3D scene: it orbits the middle of the listener's head, and turns places of the scene
 // into pixels of the window and back. x runs right, y ahead, z up, as the listener has them.
 #pragma once
 

@@ -18,7 +18,7 @@
 namespace sonavel {
 namespace {
 
-constexpr float kRoomRound = 1.12f;
+constexpr float kRoomRound = 1.16f;
 constexpr double kKeyPixels = 20;
 constexpr int kWheelStep = 120;
 
@@ -103,7 +103,7 @@ void SceneWidget::paintGL() {
     if (ball_) balls.push_back(MovingBall(*ball_, camera_));
     renderer_->Draw({camera_, lines, balls, static_cast<float>(devicePixelRatioF())});
     QPainter painter(this);
-    DrawSceneLabels(painter, camera_, content_, rings);
+    DrawSceneLabels(painter, LabelsOf(camera_, content_, rings));
 }
 
 void SceneWidget::resizeEvent(QResizeEvent* event) {

@@ -119,8 +119,11 @@ PathEnd SystemPointChooser::Active() const {
 QListWidget* SystemPointChooser::MakePlaces() {
     auto* places = new QListWidget(this);
     places->setAccessibleName(tr("Points"));
+    constexpr QChar kFigureSpace(0x2007);
     for (int number = 0; number < kSystemPoints; ++number)
-        places->addItem(QStringLiteral("%1   %2").arg(number).arg(PlaceOfSystemPoint(number)));
+        places->addItem(QStringLiteral("%1   %2")
+                            .arg(number, 2, 10, kFigureSpace)
+                            .arg(PlaceOfSystemPoint(number)));
     connect(places, &QListWidget::currentRowChanged, this,
             [this](int number) { Choose(Active(), number); });
     return places;
