@@ -19,17 +19,24 @@ def noise(frames, seed):
     return samples.tobytes()
 
 
-def wav(data):
-    """A WAV file of 16-bit stereo, as the editor writes one without markers."""
-    head = struct.pack("<4sI4s4sIHHIIHH4sI", b"RIFF", 36 + len(data), b"WAVE", b"fmt ", 16, 1, 2, RATE,
-                       SECOND_BYTES, FRAME_BYTES, 16, b"data", len(data))
+def wav(data, channels=2, bits=16):
+    """A WAV file as the editor writes one without markers."""
+    frame = channels * bits // 8
+    head = struct.pack("<4sI4s4sIHHIIHH4sI", b"RIFF", 36 + len(data), b"WAVE", b"fmt ", 16, 1, channels,
+                       RATE, RATE * frame, frame, bits, b"data", len(data))
     return head + data
 
 
-def write_wav(path, data):
+def write_wav(path, data, channels=2, bits=16):
     path = pathlib.Path(path)
-    path.write_bytes(wav(data))
+    path.write_bytes(wav(data, channels, bits))
     return path
+
+
+def read_format(path):
+    """Channels and bits of a WAV file."""
+    channels, bits = struct.unpack_from("<H10xH", pathlib.Path(path).read_bytes(), 22)
+    return channels, bits
 
 
 def read_data(path):
