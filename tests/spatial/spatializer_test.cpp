@@ -234,11 +234,9 @@ TEST_F(PresetTest, StoresNumbersInColumnsOfFour) {
         std::ifstream in(path);
         return std::string(std::istreambuf_iterator<char>(in), {});
     };
-    const std::string user = textOf(file.Path());
-    EXPECT_NE(user.find("[Two points]"), std::string::npos);
-    EXPECT_NE(user.find("point Count=  2"), std::string::npos) << user;
-    EXPECT_NE(user.find("Points=10  -20 5   0   0   100 "), std::string::npos) << user;
-    EXPECT_NE(textOf(system.Path()).find("Points=6   51  "), std::string::npos);
+    EXPECT_EQ(textOf(file.Path()),
+              "[Two points]\npoint Count=  2\nPoints=10  -20 5   0   0   100 \n");
+    EXPECT_EQ(textOf(system.Path()), "[Left]\nPoints=6   51  \n");
     EXPECT_EQ(LoadUserPreset(file, "Two points"),
               (std::vector<UserPoint>{{10, -20, 5}, {0, 0, 100}}));
     EXPECT_EQ(LoadSystemPreset(system, "Left"), (SystemPreset{6, 51}));
