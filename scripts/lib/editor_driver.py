@@ -81,13 +81,15 @@ def frame_extents(window):
     return tuple(map(int, numbers)) if len(numbers) == 4 else (0, 0, 0, 0)
 
 
-def drag(start, end):
-    """A drag with the left button between two places of the screen, with steps between."""
+def drag(start, end, hold=0.0):
+    """A drag with the left button between two places of the screen, with steps between, held there for
+    some seconds before the button is let go."""
     xdotool("mousemove", "--sync", *start, "mousedown", 1)
     for step in range(1, 9):
         place = [round(a + (b - a) * step / 8) for a, b in zip(start, end)]
         xdotool("mousemove", *place)
         time.sleep(0.02)
+    time.sleep(hold)
     xdotool("mouseup", 1)
 
 
@@ -111,6 +113,12 @@ def settled_pixels(window, area=None):
         return last if last and last == before else None
 
     return wait_for("the window to come to rest", settled)
+
+
+def count_pixels(pixels, colour):
+    """How many of raw RGB pixels have exactly this colour, an (r, g, b)."""
+    wanted = bytes(colour)
+    return sum(pixels[place:place + 3] == wanted for place in range(0, len(pixels), 3))
 
 
 def keep_failure_picture():
@@ -153,7 +161,7 @@ class Editor:
             if time.monotonic() - self._started < LOGO_SAFE_SECONDS:
                 x, y, width, height = place_of(logo)
                 xdotool("mousemove", x + width // 2, y + height // 2, "click", 1)
-            wait_for("the logo to go", lambda: self.windows() == [frame])
+            wait_for("the logo to go", lambda: logo not in self.windows())
         self.window = frame
         self.activate()
 

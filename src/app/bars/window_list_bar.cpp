@@ -81,8 +81,6 @@ WindowListBar::WindowListBar(const QString& name, QWidget* parent)
     setObjectName(QString(name).remove(u' '));
     addWidget(buttons_);
     connect(this, &QToolBar::orientationChanged, this, &WindowListBar::Turn);
-    connect(this, &QToolBar::topLevelChanged, this, &WindowListBar::FitFloating,
-            Qt::QueuedConnection);
     // The wheel goes through the buttons, too.
     connect(buttons_, &QTabBar::currentChanged, this, [this](int index) {
         if (index >= 0) Q_EMIT Chosen(FrameAt(index));
@@ -101,6 +99,12 @@ void WindowListBar::Turn(Qt::Orientation orientation) {
     buttons_->setMinimumSize(lying ? QSize(0, kThickness) : QSize(kThickness, 0));
     buttons_->setSizePolicy(lying ? QSizePolicy::Expanding : QSizePolicy::Fixed,
                             lying ? QSizePolicy::Fixed : QSizePolicy::Expanding);
+}
+
+void WindowListBar::resizeEvent(QResizeEvent* event) {
+    QToolBar::resizeEvent(event);
+    // A bar that floats off the frame's side may still have a standing bar's size.
+    QMetaObject::invokeMethod(this, &WindowListBar::FitFloating, Qt::QueuedConnection);
 }
 
 void WindowListBar::FitFloating() {

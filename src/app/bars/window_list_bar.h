@@ -53,6 +53,7 @@ class WindowListBar : public QToolBar {
 
   protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     ChildFrame* FrameAt(int index) const;  // null beside the buttons

@@ -48,7 +48,6 @@ Rgb FromQColor(const QColor& colour) {
 COptionDisplay::COptionDisplay(const ProfileFile& display, QWidget* parent)
     : OptionPage(parent),
       presets_(display),
-      preset_(new QComboBox(this)),
       refusal_(new QLabel(this)),
       preview_(new SoundPreview(this)) {
     auto* left = new QVBoxLayout;
@@ -95,6 +94,7 @@ QWidget* COptionDisplay::MakeItems() {
 QWidget* COptionDisplay::MakePresets() {
     auto* group = new QGroupBox(tr("Sets of colours"), this);
     auto* grid = new QGridLayout(group);
+    preset_ = new QComboBox(group);
     preset_->setEditable(true);
     preset_->setInsertPolicy(QComboBox::NoInsert);
     preset_->lineEdit()->setPlaceholderText(tr("Name"));

@@ -44,7 +44,7 @@ class COptionDisplay : public OptionPage {
     ColourTable colours_;
     FlagBoxes items_;
     std::array<QPushButton*, ColourTable::kSlots> swatches_{};
-    QComboBox* preset_;
+    QComboBox* preset_ = nullptr;
     QLabel* refusal_;
     QPushButton* save_ = nullptr;
     QPushButton* load_ = nullptr;
