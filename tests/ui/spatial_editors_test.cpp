@@ -239,14 +239,14 @@ TEST_F(SpatialEditors, UserPointsAreAddedEditedOrderedAndRemoved) {
     EXPECT_EQ(list.Points()[2], (UserPoint{-30, -71, 9999}));
     EXPECT_FALSE(ButtonIn(list, "Do&wn")->isEnabled());
     EXPECT_EQ(table->item(2, 0)->text(), "3");
-    ButtonIn(list, "&Remove")->click();
+    ButtonIn(list, "Re&move")->click();
     EXPECT_EQ(list.Points(), (std::vector<UserPoint>{{100, 0, 0}, {0, 0, 50}}));
     EXPECT_EQ(list.Current(), 1);
     EXPECT_EQ(dialog.Path().size(), 2u);
     EXPECT_EQ(dialog.Scene().Content().points.size(), 2u);
 
-    ButtonIn(list, "&Remove")->click();
-    ButtonIn(list, "&Remove")->click();
+    ButtonIn(list, "Re&move")->click();
+    ButtonIn(list, "Re&move")->click();
     EXPECT_EQ(list.Current(), -1);
     EXPECT_TRUE(dialog.Path().empty());
     EXPECT_FALSE(ButtonIn(dialog, "&OK")->isEnabled());

@@ -20,7 +20,7 @@ struct FieldText {
 // In the order of the fields.
 constexpr FieldText kTexts[] = {
     {"&x (right):", "", 0, 0}, {"&y (front):", "", 1, 0},  {"&z (up):", "", 2, 0},
-    {"Azi&muth:", "°", 0, 2},  {"&Elevation:", "°", 1, 2}, {"D&istance:", "", 2, 2},
+    {"Az&imuth:", "°", 0, 2},  {"&Elevation:", "°", 1, 2}, {"Dis&tance:", "", 2, 2},
     {"&Gain:", " %", 3, 2},
 };
 

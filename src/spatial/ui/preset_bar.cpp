@@ -30,7 +30,7 @@ PresetBar::PresetBar(PresetStore store, UserPrompts& prompts, QWidget* parent)
     names_->setPlaceholderText(tr("No preset"));
     names_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     names_->setMinimumContentsLength(14);
-    auto* label = new QLabel(tr("Prese&t:"), this);
+    auto* label = new QLabel(tr("P&reset:"), this);
     label->setBuddy(names_);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);

@@ -40,6 +40,8 @@ SceneWidget::SceneWidget(QWidget* parent) : QOpenGLWidget(parent), undrawn_(new 
         tr("The scene cannot be drawn on this display.\n"
            "Choose the points by their numbers."));
     undrawn_->setAlignment(Qt::AlignCenter);
+    // A scene that is not drawn is black.
+    undrawn_->setAutoFillBackground(true);
     undrawn_->hide();
     (new QVBoxLayout(this))->addWidget(undrawn_);
     camera_.Look(SceneCamera::View::kBehind);

@@ -73,7 +73,7 @@ UserPointList::UserPointList(QWidget* parent)
 QLayout* UserPointList::MakeButtons() {
     auto* column = new QVBoxLayout;
     add_ = AddButton(*column, tr("&Add"), &UserPointList::Add);
-    remove_ = AddButton(*column, tr("&Remove"), &UserPointList::Remove);
+    remove_ = AddButton(*column, tr("Re&move"), &UserPointList::Remove);
     up_ = AddButton(*column, tr("&Up"), &UserPointList::MoveUp);
     down_ = AddButton(*column, tr("Do&wn"), &UserPointList::MoveDown);
     column->addStretch(1);
