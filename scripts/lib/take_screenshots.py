@@ -4,11 +4,13 @@ Run by scripts/screenshots on a private desktop.
 """
 
 import dataclasses
+import os
 import pathlib
 import subprocess
 import sys
 import time
 
+import example_catalogue
 from editor_driver import Editor, frame_extents, key, place_of, settled_pixels, xdotool
 
 SAMPLES = pathlib.Path(__file__).resolve().parents[2] / "samples"
@@ -64,6 +66,15 @@ PICTURES = [
     Picture("3d-moving-system", "alt+d y", "Moving"),
     Picture("3d-moving-user", "alt+d e ?User-Defined alt+a ~ alt+e ctrl+a 4 0 Tab alt+a ~ alt+a ~"
             " alt+e ctrl+a minus 2 0 Tab", "Moving"),
+    Picture("preferences-display", "ctrl+comma", "^Preference"),
+    Picture("preferences-general", "ctrl+comma ?Preference Right", "^Preference"),
+    Picture("preferences-grid", "ctrl+comma ?Preference Right Right", "^Preference"),
+    Picture("preferences-wave", "ctrl+comma ?Preference Right Right Right", "^Preference"),
+    Picture("properties-general", "alt+Return", "^Properties"),
+    Picture("properties-format", "alt+Return ?Properties Right", "^Properties"),
+    Picture("properties-statistics", "alt+Return ?Properties Right Right", "^Properties"),
+    Picture("properties-markers", "alt+Return ?Properties Right Right Right", "^Properties"),
+    Picture("sample-database", "alt+w d", "^Sample File Database", after="alt+F4"),
     Picture("tabs", "alt+w t", after="alt+w t"),
     Picture("save-changes", "ctrl+a Delete ctrl+w", "^Sonavel$"),
 ]
@@ -118,7 +129,7 @@ class Photographer:
             if word.startswith("?"):
                 self.editor.activate(self.editor.wait_dialog(f"^{word[1:]}"))
             elif word == "~":
-                time.sleep(0.3)
+                time.sleep(0.6)
             else:
                 key(word)
 
@@ -130,6 +141,9 @@ class Photographer:
 def main():
     folder, scale = pathlib.Path(sys.argv[1]), int(sys.argv[2])
     wanted = set(sys.argv[3:])
+    sounds = pathlib.Path(os.environ["TMPDIR"]) / "Collection"
+    if not sounds.exists():
+        example_catalogue.write_catalogue(os.environ["SONAVEL_BIN"], sounds)
     with Editor(SAMPLES / "welcome.wav", environment={"QT_SCALE_FACTOR": str(scale)}) as editor:
         photographer = Photographer(editor, folder, scale)
         photographer.lay_out()
