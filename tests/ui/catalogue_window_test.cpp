@@ -231,6 +231,25 @@ TEST_F(CatalogueWindowTest, SoundsPlayWithoutBeingOpened) {
     EXPECT_THAT(Note(), ::testing::StartsWith("kick 10.wav: "));
 }
 
+TEST_F(CatalogueWindowTest, WithAutoPlayTheChosenRowIsHeardAndNoOther) {
+    AddSounds();
+    Select(0);
+    QTest::keyClick(&Table(), Qt::Key_Down);
+    EXPECT_TRUE(Button("Play"));
+
+    programFolder.Options().SetInteger("__SOUND_OPTIONS", "Auto Play", 1);
+    QTest::keyClick(&Table(), Qt::Key_Down);
+    EXPECT_TRUE(Button("Stop"));
+    QTest::keyClick(&Table(), Qt::Key_Space);
+    EXPECT_TRUE(Button("Play"));
+
+    // The rows come in another order, the same sound stays the current one.
+    Table().sortByColumn(0, Qt::DescendingOrder);
+    EXPECT_TRUE(Button("Play"));
+    QTest::keyClick(&Table(), Qt::Key_Right);
+    EXPECT_TRUE(Button("Play"));
+}
+
 TEST_F(CatalogueWindowTest, SoundsAreOpenedAndTheirFolderShown) {
     AddSounds();
     Select(0);

@@ -74,6 +74,8 @@ class CatalogueWindow : public QWidget {
     void AddFolder();
     void RemoveSelected();
     void PlayOrStop();
+    void PlayCurrent();
+    void PlayAsChosen();
     void OpenSelected();
     void ShowFolder();
     void Locate();
@@ -98,8 +100,8 @@ class CatalogueWindow : public QWidget {
     SilentPrompts prompts_;
     SamplePreview preview_;
     CatalogueTableModel model_;
-    std::vector<bool> keptEntries_;  // those selected while the rows are made anew
-    std::optional<std::size_t> keptCurrent_;
+    std::vector<bool> keptEntries_;           // those selected while the rows are made anew
+    std::optional<std::size_t> keptCurrent_;  // the current one, only meanwhile
 
     QSplitter* splitter_ = nullptr;
     CatalogueList* list_ = nullptr;

@@ -95,6 +95,18 @@ void CatalogueWindow::RemoveSelected() {
 
 void CatalogueWindow::PlayOrStop() {
     if (preview_.IsPlaying()) return preview_.Stop();
+    PlayCurrent();
+}
+
+// With "Auto Play" on, a sound is heard as its row is chosen; not when the rows are made anew.
+void CatalogueWindow::PlayAsChosen() {
+    if (!table_->hasFocus() || CurrentEntry() == keptCurrent_) return;
+    if (services_.folder.Options().GetInteger("__SOUND_OPTIONS", "Auto Play") != 1) return;
+    preview_.Stop();
+    PlayCurrent();
+}
+
+void CatalogueWindow::PlayCurrent() {
     const std::optional<std::size_t> entry = CurrentEntry();
     if (!entry) return;
     const std::string path = keeper_.Current().At(*entry).path;

@@ -172,6 +172,8 @@ void CatalogueWindow::Build() {
             &CatalogueWindow::UpdateActions);
     connect(table_->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &CatalogueWindow::UpdateActions);
+    connect(table_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            &CatalogueWindow::PlayAsChosen);
 }
 
 }  // namespace sonavel

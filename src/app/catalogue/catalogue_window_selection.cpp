@@ -58,6 +58,7 @@ void CatalogueWindow::RestoreSelection() {
     model.select(selection, QItemSelectionModel::ClearAndSelect);
     model.setCurrentIndex(current, QItemSelectionModel::NoUpdate);
     if (current.isValid()) table_->scrollTo(current);
+    keptCurrent_.reset();
 }
 
 void CatalogueWindow::UpdateActions() {
