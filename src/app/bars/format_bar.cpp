@@ -80,8 +80,9 @@ void FormatBar::Clear() {
 }
 
 QString FormatBar::MemoryText(std::uint64_t bytes) {
-    return QLocale::c().formattedDataSize(static_cast<qint64>(bytes), 1,
-                                          QLocale::DataSizeTraditionalFormat);
+    QString text = QLocale::c().formattedDataSize(static_cast<qint64>(bytes), 1,
+                                                  QLocale::DataSizeTraditionalFormat);
+    return text.replace(u'k', u'K');
 }
 
 }  // namespace sonavel
