@@ -15,14 +15,15 @@ namespace sonavel {
 
 namespace {
 
-constexpr int kLeastLength = 72;
+constexpr int kLeastLength = 88;
 constexpr int kMostLength = 200;
 constexpr int kThickness = 26;
 constexpr int kMostPercentOfScreen = 70;  // of a floating bar
 
 constexpr const char* kLook =
     "QTabBar::tab { border: 1px solid palette(mid); border-radius: 3px;"
-    "  background: palette(button); color: palette(button-text); padding: 3px 10px; margin: 1px; }"
+    "  background: palette(button); color: palette(button-text); padding: 3px 7px; margin: 1px; }"
+    "QTabBar::tab:left { padding: 7px 3px; }"
     "QTabBar::tab:hover { background: palette(base); }"
     "QTabBar::tab:selected { background: palette(highlight); color: palette(highlighted-text);"
     "  border-color: palette(highlight); }";
