@@ -10,13 +10,10 @@ Bytes ImageOf(const Format& format, const Bytes& samples) {
     return *WriteClipImage(MakePcmFormat(format.channels, format.bits, format.rate), samples);
 }
 
-void Put32(Bytes& image, std::size_t offset, std::uint32_t value) {
-    for (unsigned i = 0; i < 4; ++i) image[offset + i] = static_cast<std::uint8_t>(value >> 8 * i);
-}
-
-void Put16(Bytes& image, std::size_t offset, unsigned value) {
-    image[offset] = static_cast<std::uint8_t>(value);
-    image[offset + 1] = static_cast<std::uint8_t>(value >> 8);
+// Overwrites so many bytes of an image, the low one first.
+void Put(Bytes& image, std::size_t offset, unsigned count, std::uint32_t value) {
+    for (unsigned i = 0; i < count; ++i)
+        image[offset + i] = static_cast<std::uint8_t>(value >> 8 * i);
 }
 
 TEST(ClipImage, IsACompleteRiffWaveFile) {
@@ -43,8 +40,8 @@ TEST(ClipImage, ReadsBackWhatWasWrittenInAnyCaseOfTheTags) {
 
 TEST(ClipImage, LongerFormatChunkMovesTheSamplesButNotTheSize) {
     Bytes image = ImageOf({1, 8}, PatternBytes(10, 1));
-    Put32(image, 16, 18);
-    Put32(image, 40, 8);
+    Put(image, 16, 4, 18);
+    Put(image, 40, 4, 8);
     ClipRecord clip;
     ASSERT_TRUE(ReadClipImage(image, clip));
     EXPECT_EQ(BytesOf(clip), Bytes(image.begin() + 46, image.begin() + 54));
@@ -54,28 +51,30 @@ TEST(ClipImage, HostileImagesFailAndLeaveTheRecordAlone) {
     const Bytes good = ImageOf({2, 16}, PatternBytes(40, 1));
     const struct {
         const char* name;
-        void (*spoil)(Bytes&);
+        std::size_t offset;
+        unsigned count;
+        std::uint32_t value;
     } cases[] = {
-        {"no RIFF", [](Bytes& image) { image[0] = 'X'; }},
-        {"no WAVE", [](Bytes& image) { image[11] = 'X'; }},
-        {"no fmt", [](Bytes& image) { image[15] = 'X'; }},
-        {"a blank for a zero", [](Bytes& image) { image[15] = 0; }},
-        {"not PCM", [](Bytes& image) { Put16(image, 20, 3); }},
-        {"no channels", [](Bytes& image) { Put16(image, 22, 0); }},
-        {"65535 channels", [](Bytes& image) { Put16(image, 22, 65535); }},
-        {"rate 0", [](Bytes& image) { Put32(image, 24, 0); }},
-        {"block align 0", [](Bytes& image) { Put16(image, 32, 0); }},
-        {"block align of another format", [](Bytes& image) { Put16(image, 32, 2); }},
-        {"24 bits", [](Bytes& image) { Put16(image, 34, 24); }},
-        {"format chunk of 17", [](Bytes& image) { Put32(image, 16, 17); }},
-        {"format chunk of 4 GB", [](Bytes& image) { Put32(image, 16, 0xFFFFFFFF); }},
-        {"one byte more than there is", [](Bytes& image) { Put32(image, 40, 41); }},
-        {"two bytes too few behind 18", [](Bytes& image) { Put32(image, 16, 18); }},
-        {"2 GB announced", [](Bytes& image) { Put32(image, 40, 0x7FFFFFFF); }},
+        {"no RIFF", 0, 1, 'X'},
+        {"no WAVE", 11, 1, 'X'},
+        {"no fmt", 15, 1, 'X'},
+        {"a blank for a zero", 15, 1, 0},
+        {"not PCM", 20, 2, 3},
+        {"no channels", 22, 2, 0},
+        {"65535 channels", 22, 2, 65535},
+        {"rate 0", 24, 4, 0},
+        {"block align 0", 32, 2, 0},
+        {"block align of another format", 32, 2, 2},
+        {"24 bits", 34, 2, 24},
+        {"format chunk of 17", 16, 4, 17},
+        {"format chunk of 4 GB", 16, 4, 0xFFFFFFFF},
+        {"one byte more than there is", 40, 4, 41},
+        {"two bytes too few behind 18", 16, 4, 18},
+        {"2 GB announced", 40, 4, 0x7FFFFFFF},
     };
     for (const auto& c : cases) {
         Bytes image = good;
-        c.spoil(image);
+        Put(image, c.offset, c.count, c.value);
         ClipRecord clip = MakeClip({1, 8}, {1, 2, 3});
         EXPECT_FALSE(ReadClipImage(image, clip)) << c.name;
         EXPECT_EQ(clip.DataSize(), 3u) << c.name;
@@ -92,7 +91,7 @@ TEST(ClipImage, HostileImagesFailAndLeaveTheRecordAlone) {
 TEST(ClipImage, AnImageWithoutSamplesKeepsTheClipBefore) {
     for (const std::uint32_t size : {0u, 0x80000000u, 0xFFFFFFFFu}) {
         Bytes image = ImageOf({2, 16}, PatternBytes(8, 1));
-        Put32(image, 40, size);
+        Put(image, 40, 4, size);
         ClipRecord clip = MakeClip({1, 8}, {1, 2, 3});
         EXPECT_TRUE(ReadClipImage(image, clip)) << size;
         EXPECT_EQ(clip.DataSize(), 3u) << size;

@@ -1,7 +1,6 @@
 #include "spatial/spatializer.h"
 
 #include <cmath>
-#include <random>
 
 #include "document/document_fixture.h"
 #include "spatial/hrir_table.h"
@@ -12,16 +11,6 @@ namespace {
 
 class SpatializerTest : public DocumentTest {
   protected:
-    std::unique_ptr<CSoundDoc> MakeNoise(const Format& format, std::uint32_t frames, int greatest) {
-        std::mt19937 random(frames);
-        std::uniform_int_distribution<int> value(-greatest, greatest);
-        auto document = MakeDocument(format, Bytes(frames * format.channels * format.bits / 8));
-        for (std::uint32_t i = 0; i < frames; ++i)
-            for (unsigned channel = 0; channel < format.channels; ++channel)
-                document->Sound().SetSample(channel, i, value(random));
-        return document;
-    }
-
     static double Convolved(const CWave& source, std::uint32_t start, std::uint32_t frame,
                             int index) {
         const auto taps = HrirTable::Get().Response(index);
@@ -40,12 +29,11 @@ TEST_F(SpatializerTest, RendersTheFirstChannelOfTheRangeAndConvertsTheRest) {
         {*document, 1000, 3500, spatial_title::kSystemPositional, SpatialOutcome::kApply},
         {1.2f, 0, 0}));
     const CWave& sound = document->Sound();
-    for (std::uint32_t i = 0; i < 2500; ++i) {
-        ASSERT_NEAR(sound.GetSample(0, 1000 + i), Convolved(source->Sound(), 1000, i, 141) / 2,
-                    1.1);
-        ASSERT_NEAR(sound.GetSample(1, 1000 + i), Convolved(source->Sound(), 1000, i, 159) / 2,
-                    1.1);
-    }
+    const int responses[] = {141, 159};
+    for (const unsigned ear : {0u, 1u})
+        for (std::uint32_t i = 0; i < 2500; ++i)
+            ASSERT_NEAR(sound.GetSample(ear, 1000 + i),
+                        Convolved(source->Sound(), 1000, i, responses[ear]) / 2, 1.1);
     EXPECT_EQ(sound.GetSample(1, 999), source->Sound().GetSample(1, 999));
     EXPECT_EQ(sound.GetSample(0, 3500), source->Sound().GetSample(0, 3500));
     EXPECT_EQ(sound.Markers().All().front().position, 1234u);
@@ -55,11 +43,10 @@ TEST_F(SpatializerTest, RendersTheFirstChannelOfTheRangeAndConvertsTheRest) {
 }
 
 TEST_F(SpatializerTest, MakesAnEightBitMonoSound16BitStereo) {
-    const auto source = MakeNoise({1, 8, 44100}, 3000, 40);
-    const auto document = MakeNoise({1, 8, 44100}, 3000, 40);
+    const auto source = MakeNoise({1, 8, 44100}, 3000, 10000);
+    const auto document = MakeNoise({1, 8, 44100}, 3000, 10000);
     ASSERT_TRUE(SpatializePositional({*document, 0, 0, "", SpatialOutcome::kApply}, {0, 0.6f, 0}));
-    EXPECT_EQ(document->Sound().GetBits(), 16u);
-    EXPECT_EQ(document->Sound().GetChannels(), 2u);
+    EXPECT_EQ(document->Sound().GetFormat(), MakePcmFormat(2, 16, 44100));
     ASSERT_EQ(document->Sound().GetFrameCount(), 3000u);
     for (std::uint32_t i = 0; i < 3000; ++i)
         ASSERT_NEAR(document->Sound().GetSample(0, i),
@@ -71,13 +58,10 @@ TEST_F(SpatializerTest, BringsPeaksDownToFullScaleAndLeavesLowerOnes) {
         const auto document = MakeNoise({1, 16, 44100}, 20000, greatest);
         ASSERT_TRUE(
             SpatializePositional({*document, 0, 0, "", SpatialOutcome::kApply}, {-0.6f, 0, 0}));
-        int peak = 0;
-        for (std::uint32_t i = 0; i < 20000; ++i)
-            peak = std::max(peak, std::abs(document->Sound().GetSample(0, i)));
         if (greatest == 32000) {
-            EXPECT_NEAR(peak, 32767, 1);
+            EXPECT_NEAR(PeakOf(document->Sound()), 32767, 1);
         } else {
-            EXPECT_LT(peak, 32000);
+            EXPECT_LT(PeakOf(document->Sound()), 32000);
         }
     }
 }
@@ -107,11 +91,10 @@ TEST_F(SpatializerTest, GainGlidesWhileASourceRecedes) {
     const auto document = MakeNoise({1, 16, 44100}, 7680, 8000);
     const SourcePosition path[] = {{0, 0.6f, 0}, {0, 6, 0}};
     ASSERT_TRUE(SpatializeMoving({*document, 0, 0, "", SpatialOutcome::kApply}, path));
-    double former = 1;
     for (std::uint32_t i = 0; i < 7680; ++i) {
         const std::uint32_t block = i / 768;
         const double gain = 0.6 / (0.6 + 5.4 * block / 10);
-        const double before = block ? 0.6 / (0.6 + 5.4 * (block - 1) / 10) : former;
+        const double before = block ? 0.6 / (0.6 + 5.4 * (block - 1) / 10) : 1;
         const double up = i % 768 / 768.0;
         ASSERT_NEAR(document->Sound().GetSample(0, i),
                     Convolved(source->Sound(), 0, i, 132) * (gain * up + before * (1 - up)), 2)
@@ -231,8 +214,8 @@ TEST_F(PresetTest, StoresNumbersInColumnsOfFour) {
     ProfileFile system = programFolder_.Profile("Systemsound.ini");
     ASSERT_TRUE(SaveSystemPreset(system, "Left", {6, 51}));
     const auto textOf = [](const std::filesystem::path& path) {
-        std::ifstream in(path);
-        return std::string(std::istreambuf_iterator<char>(in), {});
+        const FileBytes bytes = ReadFileBytes(path);
+        return std::string(bytes.begin(), bytes.end());
     };
     EXPECT_EQ(textOf(file.Path()),
               "[Two points]\npoint Count=  2\nPoints=10  -20 5   0   0   100 \n");
@@ -262,9 +245,7 @@ TEST_F(PresetTest, DeletesAllButTheFirst) {
     ProfileFile file = programFolder_.Profile("Systemsound.ini");
     for (const char* name : {"One", "Two", "Three"}) SaveSystemPreset(file, name, {1, 2});
     EXPECT_EQ(PresetNames(file), (std::vector<std::string>{"One", "Two", "Three"}));
-    EXPECT_FALSE(CanDeletePreset(-1));
-    EXPECT_FALSE(CanDeletePreset(0));
-    EXPECT_TRUE(CanDeletePreset(1));
+    for (const int index : {-1, 0, 1}) EXPECT_EQ(CanDeletePreset(index), index == 1) << index;
     ASSERT_TRUE(DeletePreset(file, "Two"));
     EXPECT_EQ(PresetNames(file), (std::vector<std::string>{"One", "Three"}));
     EXPECT_EQ(SystemDeleteQuestion("Two"), " \"Two\"Delete the preset?");
