@@ -34,8 +34,8 @@ struct SpatialTarget {
 };
 
 // Both read channel 0 alone. They return false when nothing was done: an empty sound, one too long
-// to become 16-bit stereo, no memory, or an undo step refused; the document's last error says which.
-// A cancelled run ends in silence and counts as done.
+// to become 16-bit stereo, no memory, or an undo step refused; the document's last error says
+// which. A cancelled run ends in silence and counts as done.
 bool SpatializePositional(const SpatialTarget& target, const SourcePosition& position);
 // Along the points in order, at constant speed; at least one point.
 bool SpatializeMoving(const SpatialTarget& target, std::span<const SourcePosition> path);
