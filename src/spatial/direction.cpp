@@ -23,13 +23,14 @@ SourceDirection PositionToDirection(const SourcePosition& position) {
     SourceDirection direction;
     direction.elevation =
         static_cast<float>(std::atan(z / std::sqrt(x * x + y * y)) * kDegreesPerRadian);
-    const bool overhead = (x == 0 && y == 0) || direction.elevation <= kLowestElevation ||
-                          direction.elevation >= kOverheadFrom;
-    if (overhead) {
+    // Not a number compares false and so counts as overhead.
+    const bool aside = (x != 0 || y != 0) && direction.elevation > kLowestElevation &&
+                       direction.elevation < kOverheadFrom;
+    if (aside) {
+        direction.azimuth = angle <= 90 ? 90 - angle : 450 - angle;
+    } else {
         direction.azimuth = 0;
         direction.elevation = 90;
-    } else {
-        direction.azimuth = angle <= 90 ? 90 - angle : 450 - angle;
     }
     const float mirrored = direction.azimuth == 0 ? 0 : 360 - direction.azimuth;
     direction.leftIndex = DirectionToIndex(direction.elevation, direction.azimuth);
@@ -44,9 +45,10 @@ int DirectionToIndex(float elevation, float azimuth) {
 }
 
 float DistanceGain(const SourcePosition& position) {
+    // The order of the arguments below lets a distance that is not a number count as the reference.
     const float distance =
         std::sqrt(position.x * position.x + position.y * position.y + position.z * position.z);
-    return kReferenceDistance / std::max(distance, kReferenceDistance);
+    return kReferenceDistance / std::max(kReferenceDistance, distance);
 }
 
 }  // namespace sonavel

@@ -21,8 +21,8 @@ struct SourceDirection {
     bool operator==(const SourceDirection&) const = default;
 };
 
-// A source at or below -40 degrees, at or above 85, or straight above or below the head counts as
-// straight overhead.
+// A source at or below -40 degrees, at or above 85, straight above or below the head, or at a
+// position that is not a number counts as straight overhead.
 SourceDirection PositionToDirection(const SourcePosition& position);
 
 // The table index of the nearest response. `elevation` lies within -40 and 90, `azimuth` within 0

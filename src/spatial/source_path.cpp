@@ -36,7 +36,9 @@ SourcePosition SourcePath::At(float t) const {
     const auto behind = std::upper_bound(legStarts_.begin() + 1, legStarts_.end() - 1, t);
     const auto leg = static_cast<std::size_t>(behind - legStarts_.begin()) - 1;
     const float start = legStarts_[leg];
-    const float share = points_.size() == 2 ? t : (t - start) / (*behind - start);
+    const float length = *behind - start;
+    // A last leg of no length is entered at the end of the path.
+    const float share = length > 0 ? (t - start) / length : 1;
     return Between(points_[leg], points_[leg + 1], share);
 }
 

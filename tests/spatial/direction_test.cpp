@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 
 #include "spatial/block_filter.h"
 #include "spatial/source_path.h"
@@ -67,6 +68,22 @@ TEST(SourcePathTest, RunsThroughItsLegsAtConstantSpeed) {
     for (const auto& [share, wanted] : cases) EXPECT_EQ(path.At(share), wanted) << share;
     const SourcePosition still[] = {{1, 2, 3}, {1, 2, 3}};
     EXPECT_EQ(SourcePath(still).At(0.7f), (SourcePosition{1, 2, 3}));
+    const SourcePosition twiceAtTheEnd[] = {{0, 0, 0}, {3, 1, 0}, {3, 1, 0}};
+    EXPECT_EQ(SourcePath(twiceAtTheEnd).At(1), (SourcePosition{3, 1, 0}));
+}
+
+TEST(DirectionTest, PositionsThatAreNoNumbersAreHeardFromAbove) {
+    constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
+    constexpr float kInfinity = std::numeric_limits<float>::infinity();
+    const SourcePosition positions[] = {
+        {kNan, 1, 0}, {0, kNan, 0}, {1, 1, kNan}, {kInfinity, 0, kInfinity}};
+    for (const SourcePosition& position : positions) {
+        const SourceDirection direction = PositionToDirection(position);
+        EXPECT_EQ(direction.leftIndex, 360) << position.x << ' ' << position.z;
+        EXPECT_EQ(direction.rightIndex, 360);
+    }
+    EXPECT_EQ(DistanceGain({kNan, 1, 0}), 1);
+    EXPECT_EQ(DistanceGain({kInfinity, 1, 0}), 0);
 }
 
 }  // namespace
