@@ -86,8 +86,8 @@ RunEnd RunReverb(CSoundDoc& document, EffectRange range, const ReverbParameters&
                  PairBuffer& pairs) {
     const auto progress = ShowProgress(document, " Reverberation");
     const CWave& sound = document.Sound();
-    std::vector<ReverbChannel> channels(sound.GetChannels(),
-                                        ReverbChannel(parameters, sound.GetSamplesPerSecond()));
+    std::vector<ReverbChannel> channels(
+        sound.GetChannels(), ReverbChannel(parameters, sound.GetSamplesPerSecond(), range.length));
     std::vector<float> block(ReverbChannel::kBlockFrames);
     for (std::uint32_t done = 0; done < range.length; done += ReverbChannel::kBlockFrames) {
         const std::size_t frames = std::min(range.length - done, ReverbChannel::kBlockFrames);

@@ -40,6 +40,13 @@ std::uint32_t Frames(double seconds, std::uint32_t samplesPerSecond) {
     return static_cast<std::uint32_t>(samplesPerSecond * seconds);
 }
 
+ReverbTaps ShortenedTo(std::uint32_t frames, ReverbTaps taps) {
+    for (ReverbTap& tap : taps.taps) tap.delay = std::min(tap.delay, frames);
+    taps.longest = std::min(taps.longest, frames);
+    taps.lateStart = std::min(taps.lateStart, frames);
+    return taps;
+}
+
 // Adds as much of `values`, scaled, as the block holds from `at` on; the rest goes to the spill.
 void AddShifted(std::span<const float> values, float gain, std::size_t at, std::span<float> block,
                 std::vector<float>& spill) {
@@ -65,8 +72,9 @@ int DampingClass(int timeMs) {
     return timeMs < 2000 ? 0 : timeMs < 4000 ? 1 : 2;
 }
 
-ReverbChannel::ReverbChannel(const ReverbParameters& parameters, std::uint32_t samplesPerSecond)
-    : taps_(MakeReverbTaps(parameters, samplesPerSecond)),
+ReverbChannel::ReverbChannel(const ReverbParameters& parameters, std::uint32_t samplesPerSecond,
+                             std::uint32_t runFrames)
+    : taps_(ShortenedTo(runFrames, MakeReverbTaps(parameters, samplesPerSecond))),
       dryShare_(static_cast<float>(parameters.dryPercent)),
       wetShare_(static_cast<float>(parameters.wetPercent)),
       earlySpill_(taps_.longest),
@@ -75,12 +83,13 @@ ReverbChannel::ReverbChannel(const ReverbParameters& parameters, std::uint32_t s
     const float timeSeconds = static_cast<float>(parameters.timeMs * 0.001);
     for (const CombSettings& comb : kCombs) {
         const double gain = std::pow(0.001, comb.decay / timeSeconds);
-        combs_.emplace_back(Frames(comb.delaySeconds, samplesPerSecond), damping,
-                            static_cast<float>(gain));
+        combs_.emplace_back(std::min(Frames(comb.delaySeconds, samplesPerSecond), runFrames),
+                            damping, static_cast<float>(gain));
     }
     if (parameters.timeMs > kAllPassesAboveMs)
         for (const AllPassSettings& stage : kAllPasses)
-            allPasses_.emplace_back(Frames(stage.delaySeconds, samplesPerSecond), stage.gain);
+            allPasses_.emplace_back(
+                std::min(Frames(stage.delaySeconds, samplesPerSecond), runFrames), stage.gain);
 }
 
 RunEnd ReverbChannel::Process(std::span<float> block, ProgressWindow& progress) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <span>
 #include <vector>
 
@@ -18,7 +19,10 @@ class ReverbChannel {
   public:
     static constexpr std::uint32_t kBlockFrames = 32768;
 
-    ReverbChannel(const ReverbParameters& parameters, std::uint32_t samplesPerSecond);
+    // `runFrames`: how many frames will be processed at most. What is delayed beyond them is never
+    // heard and takes no memory, whatever rate a file claims.
+    ReverbChannel(const ReverbParameters& parameters, std::uint32_t samplesPerSecond,
+                  std::uint32_t runFrames = std::numeric_limits<std::uint32_t>::max());
 
     // The next block of at most kBlockFrames frames: the dry samples, replaced by the mixture.
     RunEnd Process(std::span<float> block, ProgressWindow& progress);

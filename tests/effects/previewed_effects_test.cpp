@@ -186,6 +186,31 @@ TEST_F(PreviewedEffectTest, ReverbBringsPeaksAndEightBitPreviewsTo16Bits) {
                     Stored(quiet->Sound().GetSample(0, i) * 258.00787, 16), 1.01);
 }
 
+TEST(ReverbTest, ARunThatEndsBeforeItsDelaysSoundsTheSame) {
+    FakeProgress progress;
+    const auto window = progress.CreateProgress("");
+    for (const std::uint32_t frames : {1u, 60u, 500u, 6000u, 40000u}) {
+        ReverbChannel endless({.timeMs = 3000}, 44100);
+        ReverbChannel ending({.timeMs = 3000}, 44100, frames);
+        for (std::uint32_t done = 0; done < frames; done += ReverbChannel::kBlockFrames) {
+            Channel a(std::min(frames - done, ReverbChannel::kBlockFrames));
+            for (std::size_t i = 0; i < a.size(); ++i) a[i] = static_cast<float>(i * i % 1999);
+            Channel b = a;
+            endless.Process(a, *window);
+            ending.Process(b, *window);
+            ASSERT_EQ(a, b) << frames;
+        }
+    }
+}
+
+// With lines as long as the delays, this would take more memory than machines have.
+TEST_F(PreviewedEffectTest, ReverbTakesNoMemoryForTheRateThatAFileClaims) {
+    const auto document = MakeNoise({2, 16, 0x3FFFFFFF}, 300, 3000);
+    const Channel before = ValuesOf(document->Sound(), 0);
+    ASSERT_TRUE(ApplyReverb(Target(*document), {200, 6000, 6, 100, 30}));
+    EXPECT_EQ(document->Sound().GetSample(0, 0), static_cast<int>(before[0]));
+}
+
 // Seven sections whose memory goes on from one channel, and one run, to the next.
 struct LiteralEqualizer {
     std::array<double, 7> w1{}, w2{};
