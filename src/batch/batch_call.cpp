@@ -1,5 +1,6 @@
 #include "batch/batch_call.h"
 
+#include <fstream>
 #include <istream>
 #include <iterator>
 #include <ostream>
@@ -84,10 +85,27 @@ class CallParser {
     BatchCall call_;
 };
 
+constexpr std::size_t kMostScriptBytes = std::size_t{256} << 20;
+
+std::string ReadToEnd(std::istream& in) {
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+std::optional<std::string> ReadScriptFile(const std::filesystem::path& path) {
+    std::error_code error;
+    const auto type = std::filesystem::status(path, error).type();
+    // What a shell hands over as <(...) or /dev/stdin has no size to look at first.
+    if (type != std::filesystem::file_type::fifo && type != std::filesystem::file_type::character)
+        return ReadSmallFile(path, kMostScriptBytes);
+    std::ifstream pipe(path, std::ios::binary);
+    if (!pipe) return std::nullopt;
+    return ReadToEnd(pipe);
+}
+
 std::optional<std::string> ReadScript(const BatchCall& call, std::istream& in) {
     if (call.source == BatchCall::Source::kText) return call.script;
-    if (call.source == BatchCall::Source::kFile) return ReadSmallFile(call.script, SIZE_MAX);
-    return std::string(std::istreambuf_iterator<char>(in), {});
+    if (call.source == BatchCall::Source::kFile) return ReadScriptFile(call.script);
+    return ReadToEnd(in);
 }
 
 int Mistake(const BatchStreams& streams, std::string_view text) {
@@ -108,6 +126,20 @@ int Run(const BatchCall& call, const BatchStreams& streams) {
     return RunScript(isText ? "-c" : call.script, *script, session, streams.errors);
 }
 
+int Perform(const BatchCall& call, const BatchStreams& streams) {
+    switch (call.task) {
+        case BatchCall::Task::kHelp:
+            streams.out << HelpText();
+            return kSucceeded;
+        case BatchCall::Task::kVersion:
+            streams.out << "sonavel-batch " SONAVEL_VERSION "\n";
+            return kSucceeded;
+        case BatchCall::Task::kRun:
+            break;
+    }
+    return Run(call, streams);
+}
+
 }  // namespace
 
 std::optional<BatchCall> ParseCall(const std::vector<std::string>& words, std::string& mistake) {
@@ -118,17 +150,10 @@ int RunBatchTool(const std::vector<std::string>& words, const BatchStreams& stre
     std::string mistake;
     const auto call = ParseCall(words, mistake);
     if (!call) return Mistake(streams, mistake + "\n" + UsageText());
-    switch (call->task) {
-        case BatchCall::Task::kHelp:
-            streams.out << HelpText();
-            return kSucceeded;
-        case BatchCall::Task::kVersion:
-            streams.out << "sonavel-batch " SONAVEL_VERSION "\n";
-            return kSucceeded;
-        case BatchCall::Task::kRun:
-            break;
-    }
-    return Run(*call, streams);
+    const int status = Perform(*call, streams);
+    if (streams.out.flush() || status != kSucceeded) return status;
+    streams.errors << "sonavel-batch: cannot write to the standard output\n";
+    return kCommandFailed;
 }
 
 }  // namespace sonavel::batch

@@ -13,6 +13,9 @@ namespace {
 // The edit operations clamp to this themselves.
 constexpr std::int64_t kGreatestPercent = 100000;
 
+// Enough for every sound that the editor holds, with other chunks beside it.
+constexpr std::size_t kMostImageBytes = std::size_t{0xFFFFFFFF};
+
 std::uint32_t Frame(const CSoundView& view, std::int64_t position) {
     return static_cast<std::uint32_t>(
         std::clamp<std::int64_t>(position, 0, std::int64_t{view.FrameCount()}));
@@ -62,7 +65,7 @@ Outcome CrossfadeMix(BatchSession& session, const Arguments& words) {
 // --- The clipboard's bytes
 
 Outcome LoadClipboard(BatchSession& session, const Arguments& words) {
-    const auto bytes = ReadSmallFile(AbsolutePath(words.Text("PATH")), SIZE_MAX);
+    const auto bytes = ReadSmallFile(AbsolutePath(words.Text("PATH")), kMostImageBytes);
     if (!bytes) return Failed("The file could not be read.");
     session.Clipboard().SetImage({bytes->begin(), bytes->end()});
     return Done();

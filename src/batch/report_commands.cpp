@@ -9,6 +9,8 @@
 namespace sonavel::batch {
 namespace {
 
+constexpr std::int64_t kMostFrames = std::int64_t{1} << 62;
+
 Outcome Info(BatchSession& session, const Arguments&) {
     const CSoundDoc& document = session.Document();
     const CWave& sound = document.Sound();
@@ -35,9 +37,11 @@ Outcome Markers(BatchSession& session, const Arguments&) {
 Outcome Samples(BatchSession& session, const Arguments& words) {
     const CWave& sound = session.Document().Sound();
     const std::int64_t frames = sound.GetFrameCount();
-    const std::int64_t start = std::min(words.Whole("START"), frames);
-    const std::int64_t count = std::min(words.Whole("COUNT"), frames - std::max(start, -frames));
-    for (std::int64_t frame = std::max<std::int64_t>(start, 0); frame < start + count; ++frame) {
+    // Nothing lies before the start of the sound; the bound keeps the sum below within its range.
+    const std::int64_t start = std::clamp(words.Whole("START"), -kMostFrames, frames);
+    const std::int64_t end = start + std::clamp(words.Whole("COUNT"), std::int64_t{0}, kMostFrames);
+    for (std::int64_t frame = std::max<std::int64_t>(start, 0); frame < std::min(end, frames);
+         ++frame) {
         session.Out() << frame;
         for (unsigned channel = 0; channel < sound.GetChannels(); ++channel)
             session.Out() << ' ' << sound.GetSample(channel, static_cast<std::uint32_t>(frame));

@@ -1,5 +1,6 @@
 #include "batch/script_runner.h"
 
+#include <new>
 #include <ostream>
 
 #include "batch/command_rows.h"
@@ -8,12 +9,14 @@
 namespace sonavel::batch {
 namespace {
 
-Outcome RunCommand(const ParsedCommand& command, BatchSession& session) {
+Outcome RunCommand(const ParsedCommand& command, BatchSession& session) try {
     if (command.row->needs == Needs::kDocument && !session.HasActive())
         return Failed("No document is open.");
     session.PrepareCommand();
     const Handler& handler = command.previewed ? command.row->preview : command.row->run;
     return handler(session, command.arguments);
+} catch (const std::bad_alloc&) {
+    return Failed("Memory Allocation Failure.");
 }
 
 std::string NameOf(const ParsedCommand& command) {

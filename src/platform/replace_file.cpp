@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <fstream>
+#include <new>
 #include <system_error>
 
 namespace sonavel {
@@ -49,7 +50,7 @@ mode_t ModeFor(const fs::path& target) {
 
 }  // namespace
 
-std::optional<std::string> ReadSmallFile(const fs::path& path, std::size_t mostBytes) {
+std::optional<std::string> ReadSmallFile(const fs::path& path, std::size_t mostBytes) try {
     std::error_code error;
     if (!fs::is_regular_file(path, error)) return std::nullopt;
     const std::uintmax_t size = fs::file_size(path, error);
@@ -58,6 +59,8 @@ std::optional<std::string> ReadSmallFile(const fs::path& path, std::size_t mostB
     std::string bytes(static_cast<std::size_t>(size), '\0');
     if (!file.read(bytes.data(), static_cast<std::streamsize>(size))) return std::nullopt;
     return bytes;
+} catch (const std::bad_alloc&) {
+    return std::nullopt;
 }
 
 bool ReplaceFile(const fs::path& path, std::string_view bytes) {

@@ -9,7 +9,7 @@
 namespace sonavel {
 
 // The bytes of a regular file; nothing when there is none, it cannot be read, or it holds more than
-// `mostBytes`.
+// `mostBytes` or the memory.
 std::optional<std::string> ReadSmallFile(const std::filesystem::path& path, std::size_t mostBytes);
 
 // Writes the bytes to a temporary file beside the target, flushes it to the disk and renames it

@@ -101,6 +101,7 @@ TEST_F(BatchToolTest, ReadsScriptsFromFilesInputAndWords) {
          "",
          "-c:1: expected a whole number from 1 to 2147483647 for N, not \"x\"\n",
          2},
+        {{"--folder", "@", "/dev/null"}, "", "", 0},  // stands for pipes: of no known size
         {{"--folder", "@/none", "-c", "new"}, "", "sonavel-batch: \"@/none\" is not a folder\n", 2},
         {{"@/none"}, "", "sonavel-batch: cannot read the script \"@/none\"\n", 2},
     };
@@ -172,12 +173,34 @@ TEST_F(BatchToolTest, StopsAtTheFirstFailureUnlessItIsTried) {
     EXPECT_EQ(Run("preview volume").errors, "-c:1: preview: failed: No document is open.\n");
 }
 
+TEST_F(BatchToolTest, FailsWhenItsOutputCannotBeWritten) {
+    std::istringstream in;
+    std::ostringstream out, errors;
+    out.setstate(std::ios::badbit);
+    EXPECT_EQ(
+        RunBatchTool({"--folder", folder_.Path().string(), "-c", "new; info"}, {in, out, errors}),
+        1);
+    EXPECT_EQ(errors.str(), "sonavel-batch: cannot write to the standard output\n");
+}
+
+TEST_F(BatchToolTest, RefusesFilesLargerThanTheMemory) {
+    for (const char* name : {"huge.txt", "huge.wav"}) {
+        Write(name, "");
+        fs::resize_file(folder_ / name, std::uintmax_t{1} << 42);
+    }
+    EXPECT_EQ(Call({"--folder", "@", "@/huge.txt"}).errors,
+              "sonavel-batch: cannot read the script \"@/huge.txt\"\n");
+    ExpectOutput("try clipboard-load @/huge.wav", "failed: The file could not be read.\n");
+}
+
 // --- Documents
 
 TEST_F(BatchToolTest, OpensSavesAndReports) {
     WriteRamp("r.wav", 4);
     ExpectOutput(
         "open @/r.wav; info; samples 2 9; samples -1 2\n"
+        "samples -9223372036854775808 -9223372036854775808\n"
+        "samples 9223372036854775807 9223372036854775807\n"
         "marker-add 1 name=\"say \\\"hi\\\"\"; marker-add 9; marker-set 2 2 length=9; markers; "
         "info",
         "document 1 title=\"r.wav\" rate=8000 channels=1 bits=16 frames=4 bytes=8 "
