@@ -48,36 +48,34 @@ inline constexpr WaveResult kWaveNotSupported = 8;
 // loop, on the thread that opened the device, never from inside a call of the device.
 using WaveBlockDone = std::function<void()>;
 
-class WaveOut {
+// What outputs and inputs have in common.
+class WaveDevice {
   public:
     // Closes the device when it is open.
-    virtual ~WaveOut() = default;
+    virtual ~WaveDevice() = default;
 
     // `deviceId`: kDefaultWaveDevice or an index of the host's device list.
     virtual WaveResult Open(int deviceId, const WaveFormat& format, WaveBlockDone onBlockDone) = 0;
     virtual WaveResult Prepare(WaveBlock& block) = 0;
-    virtual WaveResult Write(WaveBlock& block) = 0;
-    virtual WaveResult Pause() = 0;
-    virtual WaveResult Restart() = 0;
     // Stops at once; every queued block comes back as done.
     virtual WaveResult Reset() = 0;
     virtual WaveResult Unprepare(WaveBlock& block) = 0;
     virtual WaveResult Close() = 0;
 };
 
-class WaveIn {
+class WaveOut : public WaveDevice {
   public:
-    virtual ~WaveIn() = default;
+    virtual WaveResult Write(WaveBlock& block) = 0;
+    virtual WaveResult Pause() = 0;
+    virtual WaveResult Restart() = 0;
+};
 
-    virtual WaveResult Open(int deviceId, const WaveFormat& format, WaveBlockDone onBlockDone) = 0;
-    virtual WaveResult Prepare(WaveBlock& block) = 0;
+class WaveIn : public WaveDevice {
+  public:
     virtual WaveResult Add(WaveBlock& block) = 0;
     virtual WaveResult Start() = 0;
     // Ends recording; the block being filled comes back as done with what it holds.
     virtual WaveResult Stop() = 0;
-    virtual WaveResult Reset() = 0;
-    virtual WaveResult Unprepare(WaveBlock& block) = 0;
-    virtual WaveResult Close() = 0;
 };
 
 struct WaveDeviceInfo {

@@ -5,42 +5,26 @@
 
 namespace sonavel {
 
-HeadlessWaveIn::HeadlessWaveIn(std::shared_ptr<WavePump> pump, WavePace pace)
-    : pump_(std::move(pump)), clock_(pace) {
-    pump_->Add(this);
-}
-
 HeadlessWaveIn::~HeadlessWaveIn() {
     HeadlessWaveIn::Close();
-    pump_->Remove(this);
 }
 
 WaveResult HeadlessWaveIn::Open(int deviceId, const WaveFormat& format, WaveBlockDone onBlockDone) {
-    if (open_) return kWaveAllocated;
-    if (deviceId != kDefaultWaveDevice && deviceId != 0) return kWaveBadDeviceId;
-    format_ = format;
-    onBlockDone_ = std::move(onBlockDone);
-    open_ = true;
-    return kWaveSuccess;
-}
-
-WaveResult HeadlessWaveIn::Prepare(WaveBlock&) {
-    return IfOpen();
+    const WaveResult openable = IfOpenable(deviceId);
+    if (openable == kWaveSuccess) TakeOver(format, std::move(onBlockDone));
+    return openable;
 }
 
 WaveResult HeadlessWaveIn::Add(WaveBlock& block) {
     if (!open_) return kWaveInvalidHandle;
-    block.done = false;
     block.recordedBytes = 0;
-    queue_.push_back(&block);
+    Queue(block);
     return kWaveSuccess;
 }
 
 WaveResult HeadlessWaveIn::Start() {
-    if (!open_) return kWaveInvalidHandle;
-    running_ = true;
-    clock_.Start(format_);
-    return kWaveSuccess;
+    if (open_) SetRunning();
+    return IfOpen();
 }
 
 WaveResult HeadlessWaveIn::Stop() {
@@ -50,12 +34,7 @@ WaveResult HeadlessWaveIn::Stop() {
 
 WaveResult HeadlessWaveIn::Reset() {
     running_ = false;
-    for (WaveBlock* const block : queue_) block->done = true;
-    queue_.clear();
-    return IfOpen();
-}
-
-WaveResult HeadlessWaveIn::Unprepare(WaveBlock&) {
+    ReturnQueued();
     return IfOpen();
 }
 
@@ -66,22 +45,10 @@ WaveResult HeadlessWaveIn::Close() {
     return kWaveSuccess;
 }
 
-bool HeadlessWaveIn::Pump() {
-    if (!open_ || !running_ || queue_.empty()) return false;
-    std::size_t moved = 0;
-    while (moved < clock_.BlocksAPump() && !queue_.empty() &&
-           clock_.TakeIfDue(queue_.front()->data.size())) {
-        WaveBlock& block = *queue_.front();
-        queue_.pop_front();
-        const int silence = format_.bitsPerSample == 8 ? 128 : 0;
-        std::ranges::fill(block.data, static_cast<std::uint8_t>(silence));
-        block.recordedBytes = static_cast<std::uint32_t>(block.data.size());
-        block.done = true;
-        ++moved;
-    }
-    const WaveBlockDone onBlockDone = onBlockDone_;
-    if (moved > 0 && onBlockDone) onBlockDone();
-    return true;
+void HeadlessWaveIn::Move(WaveBlock& block) {
+    const int silence = format_.bitsPerSample == 8 ? 128 : 0;
+    std::ranges::fill(block.data, static_cast<std::uint8_t>(silence));
+    block.recordedBytes = static_cast<std::uint32_t>(block.data.size());
 }
 
 }  // namespace sonavel

@@ -6,36 +6,26 @@ namespace sonavel {
 
 HeadlessWaveOut::HeadlessWaveOut(std::shared_ptr<WavePump> pump, WavePace pace,
                                  std::unique_ptr<WaveSink> sink)
-    : pump_(std::move(pump)), sink_(std::move(sink)), clock_(pace) {
-    pump_->Add(this);
-}
+    : HeadlessWaveDevice(std::move(pump), pace), sink_(std::move(sink)) {}
 
 HeadlessWaveOut::~HeadlessWaveOut() {
     HeadlessWaveOut::Close();
-    pump_->Remove(this);
 }
 
 WaveResult HeadlessWaveOut::Open(int deviceId, const WaveFormat& format,
                                  WaveBlockDone onBlockDone) {
-    if (open_) return kWaveAllocated;
-    if (deviceId != kDefaultWaveDevice && deviceId != 0) return kWaveBadDeviceId;
+    const WaveResult openable = IfOpenable(deviceId);
+    if (openable != kWaveSuccess) return openable;
     if (!sink_->Begin(format)) return kWaveNotEnabled;
-    format_ = format;
-    onBlockDone_ = std::move(onBlockDone);
-    open_ = true;
+    TakeOver(format, std::move(onBlockDone));
     return Restart();
-}
-
-WaveResult HeadlessWaveOut::Prepare(WaveBlock&) {
-    return IfOpen();
 }
 
 WaveResult HeadlessWaveOut::Write(WaveBlock& block) {
     if (!open_) return kWaveInvalidHandle;
-    block.done = false;
     // A ring that had run dry begins anew instead of catching up.
     if (queue_.empty()) clock_.Start(format_);
-    queue_.push_back(&block);
+    Queue(block);
     return kWaveSuccess;
 }
 
@@ -45,20 +35,12 @@ WaveResult HeadlessWaveOut::Pause() {
 }
 
 WaveResult HeadlessWaveOut::Restart() {
-    if (open_ && !running_) {
-        running_ = true;
-        clock_.Start(format_);
-    }
+    if (open_ && !running_) SetRunning();
     return IfOpen();
 }
 
 WaveResult HeadlessWaveOut::Reset() {
-    for (WaveBlock* const block : queue_) block->done = true;
-    queue_.clear();
-    return IfOpen();
-}
-
-WaveResult HeadlessWaveOut::Unprepare(WaveBlock&) {
+    ReturnQueued();
     return IfOpen();
 }
 
@@ -71,21 +53,8 @@ WaveResult HeadlessWaveOut::Close() {
     return kWaveSuccess;
 }
 
-bool HeadlessWaveOut::Pump() {
-    if (!open_ || !running_ || queue_.empty()) return false;
-    std::size_t moved = 0;
-    while (moved < clock_.BlocksAPump() && !queue_.empty() &&
-           clock_.TakeIfDue(queue_.front()->data.size())) {
-        WaveBlock* const block = queue_.front();
-        queue_.pop_front();
-        sink_->Take(block->data);
-        block->done = true;
-        ++moved;
-    }
-    // A copy, because the call may close the device and open it again.
-    const WaveBlockDone onBlockDone = onBlockDone_;
-    if (moved > 0 && onBlockDone) onBlockDone();
-    return true;
+void HeadlessWaveOut::Move(WaveBlock& block) {
+    sink_->Take(block.data);
 }
 
 }  // namespace sonavel

@@ -4,9 +4,6 @@
 
 namespace sonavel {
 
-PortAudioWaveIn::PortAudioWaveIn(std::shared_ptr<PortAudioSession> session)
-    : session_(std::move(session)) {}
-
 PortAudioWaveIn::~PortAudioWaveIn() {
     PortAudioWaveIn::Close();
 }
@@ -38,13 +35,8 @@ WaveResult PortAudioWaveIn::Open(int deviceId, const WaveFormat& format,
     return ToWaveResult(error);
 }
 
-WaveResult PortAudioWaveIn::Prepare(WaveBlock&) {
-    return IfOpen();
-}
-
 WaveResult PortAudioWaveIn::Add(WaveBlock& block) {
-    if (!stream_) return kWaveInvalidHandle;
-    return feed_->Push(block) ? kWaveSuccess : kWaveNoMemory;
+    return Queue(block);
 }
 
 WaveResult PortAudioWaveIn::Start() {
@@ -63,18 +55,6 @@ WaveResult PortAudioWaveIn::Reset() {
     AbortStream(stream_);
     feed_->ReturnAll();
     return kWaveSuccess;
-}
-
-WaveResult PortAudioWaveIn::Unprepare(WaveBlock&) {
-    return IfOpen();
-}
-
-WaveResult PortAudioWaveIn::Close() {
-    if (!stream_) return kWaveInvalidHandle;
-    Reset();
-    const PaError error = Pa_CloseStream(std::exchange(stream_, nullptr));
-    channel_->Close();
-    return ToWaveResult(error);
 }
 
 }  // namespace sonavel

@@ -20,9 +20,6 @@ std::uint64_t LatencyFrames(const PaStreamCallbackTimeInfo& time, std::uint32_t 
 
 }  // namespace
 
-PortAudioWaveOut::PortAudioWaveOut(std::shared_ptr<PortAudioSession> session)
-    : session_(std::move(session)) {}
-
 PortAudioWaveOut::~PortAudioWaveOut() {
     PortAudioWaveOut::Close();
 }
@@ -62,13 +59,8 @@ WaveResult PortAudioWaveOut::Open(int deviceId, const WaveFormat& format,
     return kWaveSuccess;
 }
 
-WaveResult PortAudioWaveOut::Prepare(WaveBlock&) {
-    return IfOpen();
-}
-
 WaveResult PortAudioWaveOut::Write(WaveBlock& block) {
-    if (!stream_) return kWaveInvalidHandle;
-    return feed_->Push(block) ? kWaveSuccess : kWaveNoMemory;
+    return Queue(block);
 }
 
 WaveResult PortAudioWaveOut::Pause() {
@@ -88,18 +80,6 @@ WaveResult PortAudioWaveOut::Reset() {
     feed_->SetPaused(true);
     feed_->ReturnAll();
     return kWaveSuccess;
-}
-
-WaveResult PortAudioWaveOut::Unprepare(WaveBlock&) {
-    return IfOpen();
-}
-
-WaveResult PortAudioWaveOut::Close() {
-    if (!stream_) return kWaveInvalidHandle;
-    Reset();
-    const PaError error = Pa_CloseStream(std::exchange(stream_, nullptr));
-    channel_->Close();
-    return ToWaveResult(error);
 }
 
 }  // namespace sonavel
