@@ -30,15 +30,6 @@ Outcome BatchSession::OutcomeOf(bool done) {
     return Failed("The command could not be carried out.");
 }
 
-void BatchSession::SetPreviewPrefix(const CSoundDoc& document, std::string_view prefix) {
-    previewPrefixes_[&document] = prefix;
-}
-
-std::string BatchSession::PreviewPrefix(const CSoundDoc& document) const {
-    const auto found = previewPrefixes_.find(&document);
-    return found == previewPrefixes_.end() ? std::string() : found->second;
-}
-
 std::filesystem::path AbsolutePath(const std::string& word) {
     std::error_code error;
     const std::filesystem::path path = std::filesystem::absolute(word, error);

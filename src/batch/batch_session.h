@@ -3,7 +3,6 @@
 
 #include <filesystem>
 #include <iosfwd>
-#include <map>
 #include <string>
 #include <string_view>
 
@@ -48,11 +47,6 @@ class BatchSession {
     // that it left.
     Outcome OutcomeOf(bool done);
 
-    // The title prefix of documents made from a document's preview sound.
-    void SetPreviewPrefix(const CSoundDoc& document, std::string_view prefix);
-    std::string PreviewPrefix(const CSoundDoc& document) const;
-    void ForgetPreview(const CSoundDoc& document) { previewPrefixes_.erase(&document); }
-
   private:
     std::ostream& out_;
     ProgramFolder folder_;
@@ -63,7 +57,6 @@ class BatchSession {
     ScriptedDialogs dialogs_;
     EffectState effectState_;
     Workspace workspace_;
-    std::map<const CSoundDoc*, std::string> previewPrefixes_;
 };
 
 // The path that a document is handed for a word: absolute, because a document takes its extension

@@ -53,7 +53,6 @@ Outcome SaveAs(BatchSession& session, const Arguments& words) {
 
 Outcome Close(BatchSession& session, const Arguments&) {
     Workspace& sounds = session.Sounds();
-    session.ForgetPreview(session.Document());
     const std::size_t index = sounds.ActiveIndex().value();
     sounds.StopActivity(index);
     sounds.Close(index);

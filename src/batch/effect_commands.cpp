@@ -99,7 +99,7 @@ Outcome Preview(BatchSession& session, const Arguments& words, const Effect& eff
     const std::vector<double> values = ValuesFor(effect, words);
     if (!effect.preview(TargetOf(session), values, PreviewPlay::kNo))
         return session.OutcomeOf(false);
-    session.SetPreviewPrefix(session.Document(), effect.titlePrefix);
+    session.Document().SetPreviewTitlePrefix(effect.titlePrefix);
     return Done();
 }
 
@@ -134,7 +134,7 @@ Outcome NewFromPreview(BatchSession& session, const Arguments&) {
     if (!document.Preview().HasData()) return Failed(kNoPreview);
     std::optional<SoundCopy> copy = document.Preview().CopySound();
     if (!copy) return Failed("Memory Allocation Failure.");
-    if (session.Sounds().NewDocumentFromSound(std::move(*copy), session.PreviewPrefix(document)))
+    if (session.Sounds().NewDocumentFromSound(std::move(*copy), document.PreviewTitlePrefix()))
         return Done();
     return Failed(session.Sounds().LastError());
 }

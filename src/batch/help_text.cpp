@@ -15,8 +15,8 @@ Commands end at a line break or ";". Words are separated by blanks; "..." quotes
 a word or a part of one, with \" and \\ inside it; # starts a comment.
 Words in capitals come first, then key=value words in any order.
 
-Exit status: 0 every command succeeded, 1 a command failed, 2 a mistake in the
-call or in the grammar of the script.
+Exit status: 0 every command succeeded, 1 a command failed or its output was lost, 2 a
+mistake in the call or in the grammar of the script.
 )";
 
 struct Group {
