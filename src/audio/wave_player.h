@@ -101,7 +101,6 @@ class CWavePlayer : public CWave {
     void SendReport(const Report& report);
     void ShowState(std::string_view text);
     void ShowPeaks(const ChannelPeaks& peaks);
-    void ShowRecordState();
     bool InsertRecorded(std::uint32_t frame, const RecordedSound& recorded);
     void CopyRecorded(ByteRange gap, const RecordedSound& recorded);
 

@@ -1,4 +1,4 @@
-// Sine and cosine that the compiler can vectorise: no call, no branch, no table.
+// A sine that the compiler can vectorise: no call, no branch, no table.
 #pragma once
 
 #include <cmath>
@@ -29,11 +29,6 @@ inline double FastSin(double radians) {
     sum = sum * x2 + 1.0 / 120.0;
     sum = sum * x2 - 1.0 / 6.0;
     return sign * (x + x * x2 * sum);
-}
-
-inline double FastCos(double radians) {
-    constexpr double kHalfPi = 1.5707963267948966;
-    return FastSin(radians + kHalfPi);
 }
 
 }  // namespace sonavel

@@ -15,7 +15,6 @@ class LevelMap {
     // Hr / page: 1 when the whole lane is visible.
     double Zoom() const { return zoom_; }
     std::int64_t FullScale() const { return fullScale_; }
-    int LaneHeight() const { return laneHeight_; }
 
     // Pixels below the lane's top; any value, also outside the lane.
     std::int64_t Y(std::int64_t value) const;

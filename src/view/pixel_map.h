@@ -30,9 +30,8 @@ class PixelMap {
     std::int64_t FrameAt(std::int64_t x) const;
     // The same clamped to 0 .. N: what a mouse position means.
     std::int64_t NearestFrameAt(std::int64_t x) const;
-    // Lengths: pixels x N / W and frames x W / N.
+    // A length: pixels x N / W.
     std::int64_t FramesIn(std::int64_t pixels) const;
-    std::int64_t PixelsIn(std::int64_t frames) const { return VirtualX(frames); }
 
     // N / W, 0 when W is below 1.
     std::int64_t FramesPerPixel() const;

@@ -55,7 +55,6 @@ void CSoundView::LayOut() {
         settings_.horizontalRuler ? RulerVisibility::kShown : RulerVisibility::kHidden;
     request.verticalRuler =
         settings_.verticalRuler ? RulerVisibility::kShown : RulerVisibility::kHidden;
-    request.verticalScrollBarWidth = scrollBarWidth_;
     geometry_ = ViewGeometry::Layout(request);
 }
 
@@ -185,10 +184,6 @@ void CSoundView::SetCursor(std::uint32_t frame) {
     cursor_ = target;
     InvalidateFrames(cursor_, cursor_);
     if (observer_) observer_->OnSelectionChanged();
-}
-
-Selection CSoundView::SelectionOrAll() const {
-    return HasSelection() ? selection_ : Selection{0, FrameCount()};
 }
 
 // --- Repainting

@@ -53,8 +53,6 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
     void Show(int width, int height);
     // Keeps both zoom ratios. Ignored before Show.
     void Resize(int width, int height);
-    // Of the host's own scroll bars, in pixels; to be set before Show.
-    void SetScrollBarWidth(int width) { scrollBarWidth_ = width; }
     bool IsShown() const { return shown_; }
     // The client area, from 0, 0.
     const Rectangle& Client() const { return client_; }
@@ -122,8 +120,6 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
     void SetCursor(std::uint32_t frame);
     // Moves the start alone, past the end too; the selection is then empty but keeps its end.
     void SetSelectionStart(std::uint32_t frame);
-    // The selection, or the whole sound without one.
-    Selection SelectionOrAll() const;
 
     // --- Playing
 
@@ -189,7 +185,6 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
 
     bool shown_ = false;
     bool maximizePending_ = false;
-    int scrollBarWidth_ = 16;
     Rectangle client_;
     ViewGeometry geometry_;
     DisplaySettings settings_;

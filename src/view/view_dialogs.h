@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "document/document_dialogs.h"
+#include "document/edit_operations.h"
 #include "sound/marker_list.h"
 
 namespace sonavel {
@@ -50,7 +51,7 @@ struct CrossfadeChoice {
 };
 
 // The dialog "Paste Replicate" takes 1 to kHighestReplicateCount.
-inline constexpr int kHighestReplicateCount = 1000;
+inline constexpr int kHighestReplicateCount = edit::kHighestReplicateCount;
 
 // The dialog "Go to Cursor": a frame or a time.
 struct GoToRequest {

@@ -75,7 +75,7 @@ TEST(PixelMap, ConvertsBothWaysWithoutOverflow) {
     EXPECT_EQ(map.X(0), -1'400'000'000);
     EXPECT_EQ(map.VirtualX(frames), 1'500'000'000);
     EXPECT_EQ(map.FramesIn(25), 33);
-    EXPECT_EQ(map.PixelsIn(100), 75);
+    EXPECT_EQ(map.VirtualX(100), 75);
     EXPECT_EQ(map.FramesPerPixel(), 1);
     EXPECT_EQ(map.NearestFrameAt(200'000'000), frames);
     EXPECT_EQ(map.NearestFrameAt(-1'500'000'000), 0);
