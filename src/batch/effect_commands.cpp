@@ -6,6 +6,7 @@
 #include "batch/batch_session.h"
 #include "batch/command_rows.h"
 #include "effects/effect_table.h"
+#include "sound/failure_texts.h"
 
 namespace sonavel::batch {
 namespace {
@@ -133,7 +134,7 @@ Outcome NewFromPreview(BatchSession& session, const Arguments&) {
     const CSoundDoc& document = session.Document();
     if (!document.Preview().HasData()) return Failed(kNoPreview);
     std::optional<SoundCopy> copy = document.Preview().CopySound();
-    if (!copy) return Failed("Memory Allocation Failure.");
+    if (!copy) return Failed(failure::kMemory);
     if (session.Sounds().NewDocumentFromSound(std::move(*copy), document.PreviewTitlePrefix()))
         return Done();
     return Failed(session.Sounds().LastError());

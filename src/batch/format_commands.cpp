@@ -1,6 +1,7 @@
 // The commands that change the format of the active document's sound.
 #include "batch/batch_session.h"
 #include "batch/command_rows.h"
+#include "sound/failure_texts.h"
 
 namespace sonavel::batch {
 namespace {
@@ -13,7 +14,7 @@ Outcome ChangeFormat(BatchSession& session, bool hasItAlready, const Change& cha
     if (!document.PushUndoStep("Copy Sample")) return session.OutcomeOf(false);
     if (!change(document.Sound())) {
         document.DropUndoStep();
-        return Failed("Memory Allocation Failure.");
+        return Failed(failure::kMemory);
     }
     document.NotifyChanged(0);
     return Done();

@@ -5,6 +5,7 @@
 
 #include "batch/command_rows.h"
 #include "batch/script_parser.h"
+#include "sound/failure_texts.h"
 
 namespace sonavel::batch {
 namespace {
@@ -16,7 +17,7 @@ Outcome RunCommand(const ParsedCommand& command, BatchSession& session) try {
     const Handler& handler = command.previewed ? command.row->preview : command.row->run;
     return handler(session, command.arguments);
 } catch (const std::bad_alloc&) {
-    return Failed("Memory Allocation Failure.");
+    return Failed(failure::kMemory);
 }
 
 std::string NameOf(const ParsedCommand& command) {

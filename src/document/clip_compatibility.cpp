@@ -3,6 +3,7 @@
 
 #include "document/clip_image.h"
 #include "document/edit_operations.h"
+#include "sound/failure_texts.h"
 
 namespace sonavel::edit {
 namespace {
@@ -57,8 +58,8 @@ bool PrepareClip(CSoundDoc& document, ClipRecord& clip) {
     if (!read || !clip.present)
         return Refuse(document, "The clipboard holds no sound that can be pasted.");
     if (SameFormat(document.Sound(), clip)) return true;
-    if (!AskWhetherToConvert(services.prompts)) return Refuse(document, "Cancelled.");
-    if (!TakeRateAndBits(document, clip)) return Refuse(document, "Memory Allocation Failure.");
+    if (!AskWhetherToConvert(services.prompts)) return Refuse(document, failure::kCancelled);
+    if (!TakeRateAndBits(document, clip)) return Refuse(document, failure::kMemory);
     // A clip that differed in nothing but rate or bits is never pasted: people who have got past
     // the warning still choose how channels are converted, and here there is nothing to choose.
     if (clip.format.channels == document.Sound().GetChannels())
@@ -66,8 +67,8 @@ bool PrepareClip(CSoundDoc& document, ClipRecord& clip) {
     const auto choice = services.prompts.AskChannelConversion(
         clip.format.channels == 1 ? ChannelConversion::kMonoToStereo
                                   : ChannelConversion::kStereoToMono);
-    if (!choice) return Refuse(document, "Cancelled.");
-    return TakeChannels(document, clip, *choice) || Refuse(document, "Memory Allocation Failure.");
+    if (!choice) return Refuse(document, failure::kCancelled);
+    return TakeChannels(document, clip, *choice) || Refuse(document, failure::kMemory);
 }
 
 }  // namespace sonavel::edit

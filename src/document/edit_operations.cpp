@@ -7,6 +7,7 @@
 
 #include "document/clip_image.h"
 #include "document/edit_step.h"
+#include "sound/failure_texts.h"
 
 namespace sonavel::edit {
 namespace {
@@ -94,7 +95,7 @@ bool CopyRange(CSoundDoc& document, std::uint32_t startFrame, std::uint32_t endF
     const std::size_t end = sound.ByteOffset(range.endFrame);
     auto image = WriteClipImage(sound.GetFormat(), sound.Bytes().subspan(start, end - start));
     if (image && document.Services().clipboard.SetImage(std::move(*image))) return true;
-    document.SetLastError(image ? "The clipboard cannot be opened." : "Memory Allocation Failure.");
+    document.SetLastError(image ? "The clipboard cannot be opened." : failure::kMemory);
     return false;
 }
 
@@ -153,7 +154,7 @@ bool ReplaceWithClip(CSoundDoc& document, const ClipRecord& clip) {
     std::optional<SoundCopy> copy;
     if (clip.present) copy = clip.CopySound();
     if (!copy) {
-        document.SetLastError(clip.present ? "Memory Allocation Failure."
+        document.SetLastError(clip.present ? failure::kMemory
                                            : "There is no sound on the clipboard.");
         return false;
     }

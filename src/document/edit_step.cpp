@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "sound/failure_texts.h"
+
 namespace sonavel::edit {
 
 EditSelection ClampedTo(const CWave& sound, EditSelection at) {
@@ -23,7 +25,7 @@ EditResult NothingDone(CSoundDoc& document, const EditSelection& at, std::string
 
 EditResult OutOfMemory(CSoundDoc& document, const EditSelection& at) {
     document.DropUndoStep();
-    return NothingDone(document, at, "Memory Allocation Failure.");
+    return NothingDone(document, at, failure::kMemory);
 }
 
 EditResult Done(CSoundDoc& document, const EditSelection& after, std::uint32_t firstChangedFrame) {

@@ -3,6 +3,7 @@
 #include "document/sound_doc.h"
 #include "sound/aiff_file.h"
 #include "sound/au_file.h"
+#include "sound/failure_texts.h"
 
 namespace sonavel {
 namespace {
@@ -16,7 +17,7 @@ constexpr std::string_view kSaveFilter =
 
 bool CSoundDoc::NewDocument() {
     const std::optional<NewSoundChoice> choice = dialogs_.AskNewSound({});
-    return choice ? NewDocument(*choice) : Refuse("Cancelled.");
+    return choice ? NewDocument(*choice) : Refuse(failure::kCancelled);
 }
 
 bool CSoundDoc::NewDocument(const NewSoundChoice& choice) {
@@ -24,7 +25,7 @@ bool CSoundDoc::NewDocument(const NewSoundChoice& choice) {
         return Fail("This format cannot be edited.");
     StopPlaying();
     if (!sound_.Create(choice.channels, choice.bits, choice.samplesPerSecond, 0))
-        return Fail("Memory Allocation Failure.");
+        return Fail(failure::kMemory);
     history_.Clear();
     TellChanged(0);
     SetModified(false);
@@ -122,7 +123,7 @@ bool CSoundDoc::SaveAs() {
                             .bits = sound_.GetBits(),
                             .saveMarkers = options_.saveMarkers != 0,
                             .durationSeconds = sound_.GetDuration()});
-    if (!choice) return Refuse("Cancelled.");
+    if (!choice) return Refuse(failure::kCancelled);
     SetSaveMarkers(choice->saveMarkers);
     std::filesystem::path path = choice->path;
     if (!path.has_extension()) path += ".WAV";
@@ -135,7 +136,7 @@ bool CSoundDoc::ConvertForSave(const SaveAsChoice& choice) {
     const bool converted = sound_.ConvertChannels(choice.channels, ChannelChoice::kBothOrMix) &&
                            sound_.ConvertBits(choice.bits);
     NotifyChanged(0);
-    return converted || Fail("Memory Allocation Failure.");
+    return converted || Fail(failure::kMemory);
 }
 
 }  // namespace sonavel

@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "document/sound_doc.h"
+#include "sound/failure_texts.h"
 #include "sound/typed_samples.h"
 
 namespace sonavel {
@@ -40,7 +41,7 @@ bool CSoundDoc::MakePreview(std::span<const float> samples, PreviewPlay play,
     const std::uint32_t frames = lengthBytes ? lengthBytes / channels : sound_.GetFrameCount();
     preview_.Stop(CWavePlayer::StopReport::kSilent);
     if (!preview_.Create(channels, bits, sound_.GetSamplesPerSecond(), frames))
-        return Fail("Memory Allocation Failure.");
+        return Fail(failure::kMemory);
     if (bits == 16)
         Store(samples, Words(preview_.MutableBytes()));
     else

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "platform/vector_clones.h"
+#include "sound/failure_texts.h"
 #include "sound/sample_io.h"
 
 namespace sonavel {
@@ -50,7 +51,7 @@ void PairBuffer::Rescale(unsigned slot, float from, float to) {
 
 bool CheckMemory(CSoundDoc& document, const PairBuffer& pairs) {
     if (!pairs.IsEmpty() && pairs.HasMemory()) return true;
-    document.SetLastError(pairs.IsEmpty() ? kEmptySound : "Memory Allocation Failure.");
+    document.SetLastError(pairs.IsEmpty() ? kEmptySound : failure::kMemory);
     return false;
 }
 

@@ -14,8 +14,6 @@ namespace sonavel {
 namespace {
 
 constexpr const char* kCancelled = "The effect was cancelled.";
-// What brings 8-bit samples to the range of 16-bit ones.
-constexpr float kEightBitScale = 258.00787f;
 
 EffectRange PreviewedRange(const EffectTarget& target) {
     return RangeToWorkOn(target.selectionStart, target.selectionEnd,

@@ -8,6 +8,7 @@
 #include "sound/aiff_file.h"
 #include "sound/byte_order.h"
 #include "sound/extended_float.h"
+#include "sound/failure_texts.h"
 #include "sound/format_refusal.h"
 #include "sound/sample_transfer.h"
 
@@ -142,11 +143,11 @@ bool AiffReader::Prepare() {
     sound_.format = MakePcmFormat(common_->channels, common_->bits, common_->rate);
     if (!IsEditable(sound_.format)) return Fail(FormatRefusal(sound_.format));
     const std::uint64_t bytes = std::uint64_t{common_->frames} * sound_.format.blockAlign;
-    if (bytes > kMaxSoundBytes) return Fail("Memory Allocation Failure.");
+    if (bytes > kMaxSoundBytes) return Fail(failure::kMemory);
     const std::uint64_t present = std::min(bytes, cursor_.Remaining());
     if (bytes - present > std::max(kMostSilenceBytes, present * kMostSilenceFactor))
         return Fail("unexpected EOF in AIFF chunk");
-    return sound_.buffer.Allocate(bytes) || Fail("Memory Allocation Failure.");
+    return sound_.buffer.Allocate(bytes) || Fail(failure::kMemory);
 }
 
 void AiffReader::ReadSamples() {
@@ -158,7 +159,7 @@ void AiffReader::ReadSamples() {
 }
 
 bool AiffReader::Read(const std::filesystem::path& path) {
-    if (!file_.Open(path)) return Fail("File Open Failure.");
+    if (!file_.Open(path)) return Fail(failure::kOpenFile);
     if (!ReadForm() || !FindSound() || !Prepare()) return false;
     ReadSamples();
     wave_.Adopt(std::move(sound_));
@@ -167,7 +168,7 @@ bool AiffReader::Read(const std::filesystem::path& path) {
 }
 
 std::optional<SoundFileInfo> AiffReader::Probe(const std::filesystem::path& path) {
-    const bool found = file_.Open(path) ? ReadForm() && FindSound() : Fail("File Open Failure.");
+    const bool found = file_.Open(path) ? ReadForm() && FindSound() : Fail(failure::kOpenFile);
     if (!found || (!common_ && !Fail("Missing COMM chunk in AIFF file"))) return std::nullopt;
     return SoundFileInfo{MakePcmFormat(common_->channels, common_->bits, common_->rate),
                          common_->frames};
@@ -182,7 +183,7 @@ std::optional<SoundFileInfo> ProbeAiff(const std::filesystem::path& path, CWave&
 bool ReadAiff(const std::filesystem::path& path, CWave& wave) try {
     return AiffReader(wave).Read(path);
 } catch (const std::bad_alloc&) {
-    wave.ReportError("Memory Allocation Failure.");
+    wave.ReportError(failure::kMemory);
     return false;
 }
 

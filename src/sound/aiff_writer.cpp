@@ -5,6 +5,7 @@
 #include "sound/aiff_file.h"
 #include "sound/byte_order.h"
 #include "sound/extended_float.h"
+#include "sound/failure_texts.h"
 #include "sound/replacing_file.h"
 #include "sound/sample_transfer.h"
 
@@ -61,12 +62,12 @@ bool Fail(CWave& wave, std::string_view text) {
 
 bool WriteAiff(const std::filesystem::path& path, CWave& wave) try {
     ReplacingFile file;
-    if (!file.Open(path)) return Fail(wave, "File Open Failure.");
+    if (!file.Open(path)) return Fail(wave, failure::kOpenFile);
     if (wave.GetBits() != 8 && wave.GetBits() != 16)
         return Fail(wave, "unsupported output style/size for AIFF header");
-    return WriteFile(file, wave) || Fail(wave, "Write Data Failure.");
+    return WriteFile(file, wave) || Fail(wave, failure::kWriteData);
 } catch (const std::bad_alloc&) {
-    return Fail(wave, "Memory Allocation Failure.");
+    return Fail(wave, failure::kMemory);
 }
 
 }  // namespace sonavel

@@ -9,6 +9,7 @@
 #include "sound/au_format.h"
 #include "sound/byte_order.h"
 #include "sound/companded_samples.h"
+#include "sound/failure_texts.h"
 #include "sound/format_refusal.h"
 #include "sound/sample_transfer.h"
 #include "sound/typed_samples.h"
@@ -89,13 +90,12 @@ bool AuReader::CheckFormat() {
 bool AuReader::CheckSize() {
     cursor_.Seek(header_.dataOffset);
     if (header_.dataOffset < kAuHeaderBytes || header_.dataOffset > file_.Size())
-        return Fail("Read Data Failure.");
+        return Fail(failure::kReadData);
     std::uint64_t bytes = header_.dataBytes;
     if (bytes == kAuUnknownSize) bytes = cursor_.Remaining();
-    if (bytes > cursor_.Remaining()) return Fail("Read Data Failure.");
+    if (bytes > cursor_.Remaining()) return Fail(failure::kReadData);
     const std::uint64_t frames = bytes / (StoredBytesPerSample() * header_.channels);
-    if (frames * sound_.format.blockAlign > kMaxSoundBytes)
-        return Fail("Memory Allocation Failure.");
+    if (frames * sound_.format.blockAlign > kMaxSoundBytes) return Fail(failure::kMemory);
     frames_ = static_cast<std::uint32_t>(frames);
     return true;
 }
@@ -114,7 +114,7 @@ bool AuReader::ReadCompanded(const ExpansionTable& table) {
 
 bool AuReader::ReadSamples() {
     if (!sound_.buffer.Allocate(std::size_t{frames_} * sound_.format.blockAlign))
-        return Fail("Memory Allocation Failure.");
+        return Fail(failure::kMemory);
     bool complete = false;
     if (header_.encoding == AuEncoding::kMuLaw) {
         complete = ReadCompanded(MuLawTable());
@@ -125,11 +125,11 @@ bool AuReader::ReadSamples() {
         complete = ReadTransformed(cursor_, sound_.buffer.Bytes(),
                                    bytes ? AddHalfRange : SwapBytePairs) == sound_.buffer.Size();
     }
-    return complete || Fail("Read Data Failure.");
+    return complete || Fail(failure::kReadData);
 }
 
 bool AuReader::Read(const std::filesystem::path& path) {
-    if (!file_.Open(path)) return Fail("File Open Failure.");
+    if (!file_.Open(path)) return Fail(failure::kOpenFile);
     if (!ReadHeader() || !CheckFormat() || !CheckSize() || !ReadSamples()) return false;
     wave_.Adopt(std::move(sound_));
     wave_.SetModified(false);
@@ -137,8 +137,8 @@ bool AuReader::Read(const std::filesystem::path& path) {
 }
 
 std::optional<SoundFileInfo> AuReader::Probe(const std::filesystem::path& path) {
-    const bool found = file_.Open(path) ? ReadHeader() && CheckFormat() && CheckSize()
-                                        : Fail("File Open Failure.");
+    const bool found =
+        file_.Open(path) ? ReadHeader() && CheckFormat() && CheckSize() : Fail(failure::kOpenFile);
     if (!found) return std::nullopt;
     return SoundFileInfo{sound_.format, frames_};
 }
@@ -152,7 +152,7 @@ std::optional<SoundFileInfo> ProbeAu(const std::filesystem::path& path, CWave& w
 bool ReadAu(const std::filesystem::path& path, CWave& wave) try {
     return AuReader(wave).Read(path);
 } catch (const std::bad_alloc&) {
-    wave.ReportError("Memory Allocation Failure.");
+    wave.ReportError(failure::kMemory);
     return false;
 }
 

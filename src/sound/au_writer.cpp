@@ -4,6 +4,7 @@
 #include "sound/au_file.h"
 #include "sound/au_format.h"
 #include "sound/byte_order.h"
+#include "sound/failure_texts.h"
 #include "sound/format_refusal.h"
 #include "sound/replacing_file.h"
 #include "sound/sample_transfer.h"
@@ -40,12 +41,12 @@ bool Fail(CWave& wave, std::string_view text) {
 bool WriteAu(const std::filesystem::path& path, CWave& wave) try {
     if (!IsEditable(wave.GetFormat())) return Fail(wave, FormatRefusal(wave.GetFormat()));
     ReplacingFile file;
-    if (!file.Open(path)) return Fail(wave, "File Open Failure.");
-    if (!WriteFile(file, wave)) return Fail(wave, "Write Data Failure.");
+    if (!file.Open(path)) return Fail(wave, failure::kOpenFile);
+    if (!WriteFile(file, wave)) return Fail(wave, failure::kWriteData);
     wave.SetModified(false);
     return true;
 } catch (const std::bad_alloc&) {
-    return Fail(wave, "Memory Allocation Failure.");
+    return Fail(wave, failure::kMemory);
 }
 
 }  // namespace sonavel

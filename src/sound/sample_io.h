@@ -9,6 +9,9 @@
 
 namespace sonavel {
 
+// Brings 8-bit samples to the range of 16-bit ones: 32767 / 127.
+inline constexpr float kEightBitScale = 258.00787f;
+
 enum class EightBitReading {
     kFull,        // -127 to 128, as GetSample gives it
     kSignedByte,  // the value 128 (byte 0) wraps to -128

@@ -4,6 +4,7 @@
 
 #include "sound/byte_order.h"
 #include "sound/byte_source.h"
+#include "sound/failure_texts.h"
 #include "sound/format_refusal.h"
 #include "sound/riff.h"
 #include "sound/transfer_progress.h"
@@ -52,7 +53,7 @@ bool WavReader::FailQuietly(std::string_view text) {
 }
 
 bool WavReader::FindFormatAndData(const std::filesystem::path& path) {
-    if (!file_.Open(path)) return Fail("File Open Failure.");
+    if (!file_.Open(path)) return Fail(failure::kOpenFile);
     if (!FindFormat()) return false;
     const std::optional<RiffChunk> data = riff_.Descend(kDataChunk, form_);
     if (!data) return FailQuietly("The file has no data chunk.");
@@ -100,15 +101,14 @@ bool WavReader::CheckEditable() {
 }
 
 bool WavReader::ReadSamples() {
-    if (data_.sizeBytes > kMaxSoundBytes) return Fail("Memory Allocation Failure.");
+    if (data_.sizeBytes > kMaxSoundBytes) return Fail(failure::kMemory);
     // Looked at before the memory is taken, so that a size that lies costs nothing.
     const bool complete = data_.sizeBytes <= riff_.Cursor().Remaining();
-    if (complete && !sound_.buffer.Allocate(data_.sizeBytes))
-        return Fail("Memory Allocation Failure.");
+    if (complete && !sound_.buffer.Allocate(data_.sizeBytes)) return Fail(failure::kMemory);
     TransferProgress progress(wave_.Progress(), "Read sound file", data_.sizeBytes);
     if (complete) return Transfer(progress);
     progress.Finish();
-    return Fail("Read Data Failure.");
+    return Fail(failure::kReadData);
 }
 
 bool WavReader::Transfer(TransferProgress& progress) {
@@ -117,10 +117,10 @@ bool WavReader::Transfer(TransferProgress& progress) {
         const std::size_t piece = std::min(bytes.size() - done, kTransferPieceBytes);
         if (!riff_.Cursor().ReadAll(bytes.subspan(done, piece))) {
             progress.Finish();
-            return Fail("Read Data Failure.");
+            return Fail(failure::kReadData);
         }
         done += piece;
-        if (!progress.Advance(done)) return FailQuietly("Cancelled.");
+        if (!progress.Advance(done)) return FailQuietly(failure::kCancelled);
     }
     return true;
 }
@@ -150,7 +150,7 @@ bool ReadWav(const std::filesystem::path& path, CWave& wave) try {
     wave.SetModified(false);
     return true;
 } catch (const std::bad_alloc&) {
-    wave.ReportError("Memory Allocation Failure.");
+    wave.ReportError(failure::kMemory);
     return false;
 }
 

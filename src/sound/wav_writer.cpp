@@ -2,6 +2,7 @@
 #include <new>
 
 #include "sound/byte_order.h"
+#include "sound/failure_texts.h"
 #include "sound/replacing_file.h"
 #include "sound/transfer_progress.h"
 #include "sound/wav_file.h"
@@ -31,12 +32,12 @@ bool WriteSamples(ReplacingFile& file, CWave& wave) {
         const std::size_t piece = std::min(bytes.size() - done, kTransferPieceBytes);
         if (!file.Write(bytes.subspan(done, piece))) {
             progress.Finish();
-            wave.ReportError("Write Data Failure.");
+            wave.ReportError(failure::kWriteData);
             return false;
         }
         done += piece;
         if (!progress.Advance(done)) {
-            wave.ReportInStatus("Cancelled.");
+            wave.ReportInStatus(failure::kCancelled);
             return false;
         }
     }
@@ -51,7 +52,7 @@ bool WriteFile(ReplacingFile& file, CWave& wave, const MarkerChunks& markers) {
     const bool headed = file.Write(BuildHeader(wave, riffSize));
     if (headed && !WriteSamples(file, wave)) return false;
     if (headed && file.Write(markers.cue) && file.Write(markers.list) && file.Commit()) return true;
-    wave.ReportError("Write Data Failure.");
+    wave.ReportError(failure::kWriteData);
     return false;
 }
 
@@ -60,7 +61,7 @@ bool WriteFile(ReplacingFile& file, CWave& wave, const MarkerChunks& markers) {
 bool WriteWav(const std::filesystem::path& path, CWave& wave, MarkerSaving saving) try {
     ReplacingFile file;
     if (!file.Open(path)) {
-        wave.ReportError("File Open Failure.");
+        wave.ReportError(failure::kOpenFile);
         return false;
     }
     MarkerChunks markers;
@@ -76,7 +77,7 @@ bool WriteWav(const std::filesystem::path& path, CWave& wave, MarkerSaving savin
     wave.SetModified(false);
     return true;
 } catch (const std::bad_alloc&) {
-    wave.ReportError("Memory Allocation Failure.");
+    wave.ReportError(failure::kMemory);
     return false;
 }
 

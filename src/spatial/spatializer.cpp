@@ -6,6 +6,7 @@
 #include <string>
 
 #include "platform/vector_clones.h"
+#include "sound/failure_texts.h"
 #include "sound/float_block.h"
 #include "sound/sample_io.h"
 #include "spatial/block_filter.h"
@@ -14,7 +15,6 @@ namespace sonavel {
 namespace {
 
 constexpr unsigned kResultFrameBytes = 4;
-constexpr float kEightBitScale = 258.00787f;  // 32767 / 127
 
 struct Range {
     std::uint32_t start;
@@ -96,7 +96,7 @@ bool Store(CSoundDoc& document, Range range, std::span<const float> output) {
     CWavePlayer& sound = document.Sound();
     if (!Make16BitStereo(sound)) {
         document.DropUndoStep();
-        document.SetLastError("Memory Allocation Failure.");
+        document.SetLastError(failure::kMemory);
         return false;
     }
     WriteInterleaved(sound, range.start, output);
@@ -131,7 +131,7 @@ bool Spatialize(const SpatialTarget& target, BlockFilter& filter) {
     }
     FloatBlock block(std::size_t{2} * range.frames);
     if (!block.HasMemory()) {
-        document.SetLastError("Memory Allocation Failure.");
+        document.SetLastError(failure::kMemory);
         return false;
     }
     const std::span<float> output = block.Floats();

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "sound/failure_texts.h"
+
 namespace sonavel {
 namespace {
 
@@ -131,7 +133,7 @@ bool AskAndGoToCursor(CSoundView& view) {
     const std::uint32_t rate = view.Sound().GetSamplesPerSecond();
     const std::optional<GoToChoice> choice =
         view.Dialogs().AskGoTo({view.Cursor(), view.FrameCount(), rate});
-    if (!choice) return view.Refuse("Cancelled.");
+    if (!choice) return view.Refuse(failure::kCancelled);
     if (choice->unit == GoToChoice::Unit::kFrame) return GoToFrame(view, choice->frame);
     const double frame = std::clamp(choice->seconds * rate, 0.0, double(view.FrameCount()));
     return GoToFrame(view, static_cast<std::uint32_t>(frame));

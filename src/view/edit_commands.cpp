@@ -2,13 +2,12 @@
 
 #include "document/clip_image.h"
 #include "document/edit_operations.h"
+#include "sound/failure_texts.h"
 #include "sound/sound_texts.h"
 #include "view/first_difference.h"
 
 namespace sonavel {
 namespace {
-
-constexpr char kCancelled[] = "Cancelled.";
 
 EditSelection EditPlace(const CSoundView& view) {
     return {view.GetSelection().start, view.GetSelection().end, view.Cursor()};
@@ -110,7 +109,7 @@ bool Paste(CSoundView& view) {
 bool PasteReplicate(CSoundView& view) {
     if (!Prepare(view)) return false;
     const std::optional<int> count = view.Dialogs().AskReplicateCount(1);
-    if (!count) return view.Refuse(kCancelled);
+    if (!count) return view.Refuse(failure::kCancelled);
     if (*count < 1 || *count > kHighestReplicateCount)
         return view.Refuse("A clip is pasted 1 to 1000 times.");
     return Finish(view, edit::Paste(view.Document(), view.Host().Clip(), EditPlace(view),
@@ -136,7 +135,7 @@ bool PasteNew(CSoundView& view) {
 bool MixClipboard(CSoundView& view) {
     if (!Prepare(view)) return false;
     const std::optional<MixChoice> choice = view.Dialogs().AskMix(RangeOfMix(view), {});
-    if (!choice) return view.Refuse(kCancelled);
+    if (!choice) return view.Refuse(failure::kCancelled);
     const edit::MixGains gains = {Gain(choice->clipboardPercent), Gain(choice->destinationPercent)};
     return Finish(view, edit::Mix(view.Document(), view.Host().Clip(), EditPlace(view), gains));
 }
@@ -144,7 +143,7 @@ bool MixClipboard(CSoundView& view) {
 bool CrossfadeMixClipboard(CSoundView& view) {
     if (!Prepare(view)) return false;
     const std::optional<CrossfadeChoice> choice = view.Dialogs().AskCrossfade(RangeOfMix(view), {});
-    if (!choice) return view.Refuse(kCancelled);
+    if (!choice) return view.Refuse(failure::kCancelled);
     edit::CrossfadeGains gains;
     gains.start = {Gain(choice->clipboardStartPercent), Gain(choice->destinationStartPercent)};
     gains.end = {Gain(choice->clipboardEndPercent), Gain(choice->destinationEndPercent)};

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "sound/failure_texts.h"
+
 namespace sonavel {
 namespace {
 
@@ -45,7 +47,7 @@ bool RunDialog(CSoundView& view, MarkerDialogRequest::Start start, std::uint32_t
     request.newPosition = view.HasSelection() ? view.GetSelection().start : view.Cursor();
     request.newLength = view.GetSelection().Frames();
     const std::optional<std::vector<MarkerEdit>> edits = view.Dialogs().EditMarkers(request);
-    if (!edits) return view.Refuse("Cancelled.");
+    if (!edits) return view.Refuse(failure::kCancelled);
     bool done = true;
     for (const MarkerEdit& edit : *edits) done = Apply(view, edit) && done;
     return done;

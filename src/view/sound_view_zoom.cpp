@@ -1,6 +1,7 @@
 // The view's zoom and scrolling: which state each command leads to, and what is repainted then.
 #include <algorithm>
 
+#include "sound/failure_texts.h"
 #include "view/sound_view.h"
 
 namespace sonavel {
@@ -97,7 +98,7 @@ void CSoundView::ApplyUserZoom(const UserZoom& zoom) {
 bool AskUserZoom(CSoundView& view) {
     if (view.FrameCount() == 0) return view.Refuse("The document has no sound.");
     const std::optional<UserZoom> zoom = view.Dialogs().AskUserZoom(view.CurrentUserZoom());
-    if (!zoom) return view.Refuse("Cancelled.");
+    if (!zoom) return view.Refuse(failure::kCancelled);
     view.ApplyUserZoom(*zoom);
     return true;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "document/edit_operations.h"
+#include "sound/failure_texts.h"
 
 namespace sonavel {
 namespace {
@@ -74,7 +75,7 @@ OpenSound& Workspace::Add(std::unique_ptr<OpenSound> sound) {
 
 bool Workspace::NewDocument() {
     std::unique_ptr<OpenSound> sound = MakeSound();
-    if (!sound->document->NewDocument()) return Fail("Cancelled.");
+    if (!sound->document->NewDocument()) return Fail(failure::kCancelled);
     sound->document->SetTitle(titles_.Next(kNewTitle));
     Add(std::move(sound));
     return true;
@@ -165,7 +166,7 @@ bool Workspace::Record() {
         request.initial.target = RecordChoice::Target::kNewDocument;
     }
     const std::optional<RecordChoice> choice = viewDialogs_.AskRecord(request);
-    if (!choice) return Fail("Cancelled.");
+    if (!choice) return Fail(failure::kCancelled);
     recordSettings_.waiting = choice->waiting;
     recordSettings_.waitingTenths = std::clamp(choice->waitingTenths, 0, kHighestWaitingTenths);
     return StartRecording(*choice);
