@@ -29,7 +29,7 @@ bool FileSource::Open(const std::filesystem::path& path) {
     struct stat status;
     if (descriptor_ < 0 || fstat(descriptor_, &status) != 0 || !S_ISREG(status.st_mode))
         return false;
-    size_ = static_cast<std::uint64_t>(status.st_size);
+    size_ = std::min(static_cast<std::uint64_t>(status.st_size), kMostBytes);
     return true;
 }
 

@@ -34,6 +34,10 @@ class MemorySource : public ByteSource {
 
 class FileSource : public ByteSource {
   public:
+    // What lies behind it is left out: no file format read here counts further, and the search for
+    // a chunk in an endless file of zeros comes to its end.
+    static constexpr std::uint64_t kMostBytes = std::uint64_t{1} << 32;
+
     FileSource() = default;
     ~FileSource() override;
     FileSource(const FileSource&) = delete;

@@ -6,6 +6,7 @@
 
 #include "sound/aiff_file.h"
 #include "sound/au_file.h"
+#include "sound/byte_source.h"
 #include "wave_fixture.h"
 
 namespace sonavel {
@@ -162,6 +163,19 @@ TEST_F(HostileFilesTest, ManyEmptyChunksAreQuick) {
     EXPECT_EQ(SoundBytes(wave), Pattern(100));
     EXPECT_TRUE(Reads(ReadAiff, AiffBytes(aiff)));
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
+}
+
+// Else the search for a chunk would walk through the zeros for hours.
+TEST_F(HostileFilesTest, FilesEndWhereTheirFormatsCountNoFurther) {
+    const std::filesystem::path zeros = folder / "zeros";
+    WriteFileBytes(zeros, {});
+    std::filesystem::resize_file(zeros, std::uintmax_t{1} << 42);
+    FileSource source;
+    ASSERT_TRUE(source.Open(zeros));
+    EXPECT_EQ(source.Size(), FileSource::kMostBytes);
+    std::uint8_t byte = 0;
+    EXPECT_EQ(source.ReadAt(FileSource::kMostBytes, {&byte, 1}), 0u);
+    EXPECT_EQ(source.ReadAt(FileSource::kMostBytes - 1, {&byte, 1}), 1u);
 }
 
 TEST_F(HostileFilesTest, PathsThatAreNoReadableFiles) {
