@@ -27,6 +27,8 @@ std::span<const Command<CSoundDoc>> DocumentCommands() {
 
 bool SaveUnderOwnPath(CSoundDoc& document) {
     if (document.Path().empty()) return document.SaveAs();
+    // The dialog says so before it happens, and asks before the whole sound's file is replaced.
+    if (document.SaveCutsSound(document.Path())) return document.SaveAs();
     const std::string warning = document.SaveWarning(document.Path());
     if (!warning.empty()) document.Services().prompts.ShowStatus(warning);
     return document.SaveDocument(document.Path());

@@ -43,9 +43,14 @@ std::string WavWarning(const CWave& sound, const SaveAsChoice& choice) {
     return text;
 }
 
+// A 16-bit AIFF file gets one second of sound.
+bool IsCutInAiff(const CWave& sound, unsigned bits) {
+    return bits == 16 && sound.GetFrameCount() > sound.GetRate();
+}
+
 std::string AiffWarning(const CWave& sound, const SaveAsChoice& choice) {
     std::string text;
-    if (choice.bits == 16 && sound.GetFrameCount() > sound.GetRate())
+    if (IsCutInAiff(sound, choice.bits))
         Append(text, "Only the first second of a 16-bit sound is written to an AIFF file.");
     if (!sound.Markers().Empty()) Append(text, "An AIFF file holds no markers.");
     return text;
@@ -55,6 +60,11 @@ std::string AiffWarning(const CWave& sound, const SaveAsChoice& choice) {
 
 std::string CSoundDoc::SaveWarning(const std::filesystem::path& path) const {
     return SaveWarning({path, sound_.GetChannels(), sound_.GetBits(), options_.saveMarkers != 0});
+}
+
+bool CSoundDoc::SaveCutsSound(const std::filesystem::path& path) const {
+    return FileKindOfExtension(ExtensionFromFirstDot(path)) == FileKind::kAiff &&
+           IsCutInAiff(sound_, sound_.GetBits());
 }
 
 std::string CSoundDoc::SaveWarning(const SaveAsChoice& choice) const {

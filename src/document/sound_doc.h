@@ -58,6 +58,8 @@ class CSoundDoc {
     std::string SaveWarning(const std::filesystem::path& path) const;
     // Likewise of a save in another format, as the Save As dialog offers it.
     std::string SaveWarning(const SaveAsChoice& choice) const;
+    // Whether only the beginning of the sound would be written there.
+    bool SaveCutsSound(const std::filesystem::path& path) const;
     // The extended dialog, the conversions chosen there as one undo step, then SaveDocument.
     bool SaveAs();
 

@@ -95,8 +95,10 @@ bool CSoundDoc::WriteFile(const std::filesystem::path& path, std::string_view ex
         case FileKind::kNextSun:
             return WriteAu(path, sound_) || FailAsSound(kUnwritten);
         case FileKind::kAiff:
-            // The sound stays modified, because the file may hold less than the sound.
-            return WriteAiff(path, sound_) || FailAsSound(kUnwritten);
+            if (!WriteAiff(path, sound_)) return FailAsSound(kUnwritten);
+            // A modified sound stays so; one of which the file holds less becomes so.
+            if (!SaveWarning(path).empty()) sound_.SetModified(true);
+            return true;
         case FileKind::kUnknown:
             break;
     }

@@ -55,6 +55,20 @@ TEST_F(SoundDocTest, SavedSoundsOpenAgainByTheirExtension) {
     }
 }
 
+TEST_F(SoundDocTest, ASoundOfWhichTheFileHoldsLessCountsAsModified) {
+    auto document = MakeDocument({2, 16, 10}, PatternBytes(44, 1));
+    document->SetModified(false);
+    EXPECT_TRUE(document->SaveCutsSound(At("a.aiff")));
+    EXPECT_FALSE(document->SaveCutsSound(At("a.wav")));
+    ASSERT_TRUE(document->SaveDocument(At("a.aiff")));
+    EXPECT_TRUE(document->IsModified());
+
+    auto whole = MakeDocument({2, 16, 10}, PatternBytes(40, 1));
+    whole->SetModified(false);
+    ASSERT_TRUE(whole->SaveDocument(At("b.aiff")));
+    EXPECT_FALSE(whole->IsModified());
+}
+
 TEST_F(SoundDocTest, FailuresLeaveTheDocumentAndSayWhyInTheStatusBar) {
     WriteWavFile("good.wav", {1, 8}, PatternBytes(10, 1));
     std::filesystem::create_directories(folder_ / "my.sounds");
