@@ -10,7 +10,7 @@
 #include "app/person_settings.h"
 #include "app/preferences/option_sheet.h"
 #include "app/properties/file_properties_sheet.h"
-#include "app/save_warning_text.h"
+#include "app/save_notice.h"
 #include "platform/qt/utf8_text.h"
 
 namespace sonavel {
@@ -85,10 +85,8 @@ void Application::ConnectFrame() {
     prompts_.SetMainWindow(&frame_);
     prompts_.SetStatusSink([this](const QString& text) { frame_.Status().ShowNote(text); });
     progress_.SetMainWindow(&frame_);
-    documentDialogs_.SetSaveWarning([this](const SaveAsChoice& choice) {
-        const OpenSound* active = workspace_.Active();
-        return active ? SaveWarningText(*active->document, choice) : std::string();
-    });
+    documentDialogs_.SetSaveNotice(
+        [this](const SaveAsChoice& choice) { return NoticeOfSave(workspace_, choice); });
     documentDialogs_.SetDocumentFolder([this] {
         const OpenSound* active = workspace_.Active();
         if (!active) return QString();

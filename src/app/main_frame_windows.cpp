@@ -2,7 +2,6 @@
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QDropEvent>
-#include <QMessageBox>
 #include <QMimeData>
 #include <QStatusTipEvent>
 #include <QTabBar>
@@ -10,6 +9,7 @@
 
 #include "app/document_commands.h"
 #include "app/main_frame.h"
+#include "platform/qt/message_box.h"
 #include "platform/qt/utf8_text.h"
 #include "spatial/ui/spatial_commands.h"
 
@@ -149,9 +149,10 @@ bool MainFrame::MayClose(std::size_t index) {
     if (!document.IsModified()) return true;
     workspace_->Activate(index);
     const QString question = tr("Save changes to %1?").arg(Utf8Text(document.Title()));
-    switch (QMessageBox::question(this, QStringLiteral("Sonavel"), question,
-                                  QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel,
-                                  QMessageBox::Save)) {
+    MessageBox box({.text = question,
+                    .buttons = QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel},
+                   this);
+    switch (box.exec()) {
         case QMessageBox::Save:
             return SaveUnderOwnPath(document);
         case QMessageBox::Discard:

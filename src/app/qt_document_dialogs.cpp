@@ -17,7 +17,7 @@ std::optional<SaveAsChoice> QtDocumentDialogs::AskSaveAs(const SaveAsRequest& re
     RecentFolders recent(folder_);
     QStringList folders;
     for (const std::string& path : recent.Paths()) folders << QString::fromStdString(path);
-    SaveAsDialog dialog(request, folders, warning_, parent_);
+    SaveAsDialog dialog(request, folders, notice_, parent_);
     QString folder = documentFolder_ ? documentFolder_() : QString();
     if (folder.isEmpty() && !folders.isEmpty()) folder = folders.front();
     if (QFileInfo(folder).isDir()) dialog.ShowFolder(folder);

@@ -15,7 +15,7 @@ class QtDocumentDialogs : public DocumentDialogs {
         : parent_(parent), folder_(folder) {}
 
     // Asked while the Save As dialog is open, about what it shows.
-    void SetSaveWarning(SaveWarningSource warning) { warning_ = std::move(warning); }
+    void SetSaveNotice(SaveNoticeSource notice) { notice_ = std::move(notice); }
     // The folder of the document that is saved; empty while it has none, and the one used last then
     // comes first.
     void SetDocumentFolder(std::function<QString()> folder) { documentFolder_ = std::move(folder); }
@@ -26,7 +26,7 @@ class QtDocumentDialogs : public DocumentDialogs {
   private:
     QPointer<QWidget> parent_;
     const ProgramFolder& folder_;
-    SaveWarningSource warning_;
+    SaveNoticeSource notice_;
     std::function<QString()> documentFolder_;
 };
 

@@ -65,10 +65,10 @@ QString SuffixOf(const FileFilter& filter) {
 }
 
 SaveAsDialog::SaveAsDialog(const SaveAsRequest& request, const QStringList& recentFolders,
-                           SaveWarningSource warning, QWidget* parent)
+                           SaveNoticeSource notice, QWidget* parent)
     : QFileDialog(parent, tr("Save As")),
       request_(request),
-      warning_(std::move(warning)),
+      notice_(std::move(notice)),
       saveMarkers_(request.saveMarkers) {
     SetUpFileList();
     auto* grid = qobject_cast<QGridLayout*>(layout());
@@ -220,7 +220,16 @@ void SaveAsDialog::UpdateTexts() {
     fullPath_->setText(FullPath());
     original_->setText(AttributesText(request_.samplesPerSecond, request_.channels, request_.bits));
     update_->setText(AttributesText(request_.samplesPerSecond, choice.channels, choice.bits));
-    warningText_->setText(warning_ ? QString::fromStdString(warning_(choice)) : QString());
+    warningText_->setText(QString::fromStdString(Notice().text));
+}
+
+SaveNotice SaveAsDialog::Notice() const {
+    return notice_ ? notice_(Choice()) : SaveNotice{};
+}
+
+void SaveAsDialog::accept() {
+    // The name of a folder leads into it.
+    if (QFileInfo(FullPath()).isDir() || Notice().canSave) QFileDialog::accept();
 }
 
 void SaveAsDialog::ShowMore() {

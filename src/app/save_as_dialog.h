@@ -17,18 +17,25 @@
 
 namespace sonavel {
 
-// What a save of this choice would leave out; empty for nothing.
-using SaveWarningSource = std::function<std::string(const SaveAsChoice& choice)>;
+// What a save of this choice would leave out, or why it cannot be; an empty text for nothing.
+struct SaveNotice {
+    std::string text;
+    bool canSave = true;
+};
+using SaveNoticeSource = std::function<SaveNotice(const SaveAsChoice& choice)>;
 
 class SaveAsDialog : public QFileDialog {
     Q_OBJECT
 
   public:
     SaveAsDialog(const SaveAsRequest& request, const QStringList& recentFolders,
-                 SaveWarningSource warning, QWidget* parent = nullptr);
+                 SaveNoticeSource notice, QWidget* parent = nullptr);
     SaveAsChoice Choice() const;
     // Goes to the folder; the typed name stays.
     void ShowFolder(const QString& folder);
+
+    // Stays open, with the reason in sight, for a choice that cannot be saved.
+    void accept() override;
 
   private:
     void SetUpFileList();
@@ -41,11 +48,12 @@ class SaveAsDialog : public QFileDialog {
     void ConnectUpdates();
 
     QString FullPath() const;
+    SaveNotice Notice() const;
     void UpdateTexts();
     void ShowMore();
 
     SaveAsRequest request_;
-    SaveWarningSource warning_;
+    SaveNoticeSource notice_;
     bool saveMarkers_;
     QLineEdit* fileName_ = nullptr;
     QLineEdit* fullPath_ = nullptr;

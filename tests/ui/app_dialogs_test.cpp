@@ -72,7 +72,7 @@ class SaveAsDialogTest : public AppDialogsTest {
         auto dialog = std::make_unique<SaveAsDialog>(
             request_, QStringList{FolderText()}, [this](const SaveAsChoice& choice) {
                 asked_ = choice;
-                return choice.saveMarkers ? std::string() : std::string("markers are lost");
+                return SaveNotice{choice.saveMarkers ? "" : "markers are lost", canSave_};
             });
         dialog->setDirectory(FolderText());
         return dialog;
@@ -82,6 +82,7 @@ class SaveAsDialogTest : public AppDialogsTest {
     TemporaryFolder folder_;
     SaveAsRequest request_;
     SaveAsChoice asked_;
+    bool canSave_ = true;
 };
 
 TEST_F(SaveAsDialogTest, TheChosenKindOfFileCompletesTheName) {
@@ -135,6 +136,17 @@ TEST_F(SaveAsDialogTest, TextsAndWarningFollowTheChoice) {
     noMarkers->click();
     EXPECT_TRUE(dialog->Choice().saveMarkers);
     EXPECT_EQ(FieldText<QLabel>(*dialog, "saveWarning"), "");
+}
+
+TEST_F(SaveAsDialogTest, StaysOpenForWhatCannotBeSaved) {
+    canSave_ = false;
+    const auto dialog = Open();
+    dialog->show();
+    QTest::keyClick(dialog.get(), Qt::Key_Return);
+    EXPECT_TRUE(dialog->isVisible());
+    canSave_ = true;
+    QTest::keyClick(dialog.get(), Qt::Key_Return);
+    EXPECT_FALSE(dialog->isVisible());
 }
 
 TEST_F(SaveAsDialogTest, ARecentFolderKeepsTheTypedName) {

@@ -8,6 +8,7 @@
 
 #include "app/command_ids.h"
 #include "app/main_menu.h"
+#include "app/save_notice.h"
 #include "app_fixture.h"
 #include "view/view_commands.h"
 
@@ -181,6 +182,39 @@ TEST_F(AppFixture, ASaveThatLosesSomethingWarnsInTheStatusBar) {
     Run(app_command::kSave);
     EXPECT_FALSE(StatusText().isEmpty());
     EXPECT_NE(StatusText(), "Ready");
+}
+
+TEST_F(AppFixture, ASaveThatWouldCutTheSoundAsksInTheDialogFirst) {
+    ASSERT_TRUE(App().OpenFile(WavFile("a.wav")));
+    CWave& sound = Active().Sound();
+    ASSERT_TRUE(sound.Create(1, 16, 8000, 8001));
+    Active().NotifyChanged(0);
+    ASSERT_TRUE(Active().SaveDocument(folder_ / "b.aiff"));
+    std::filesystem::remove(folder_ / "b.aiff");
+    QString warning;
+    QTimer::singleShot(50, [&] {
+        auto* dialog = qobject_cast<SaveAsDialog*>(QApplication::activeModalWidget());
+        ASSERT_TRUE(dialog);
+        warning = dialog->findChild<QLabel*>("saveWarning")->text();
+        dialog->reject();
+    });
+    Run(app_command::kSave);
+    EXPECT_TRUE(warning.startsWith("Only the first second")) << warning.toStdString();
+    EXPECT_FALSE(std::filesystem::exists(folder_ / "b.aiff"));
+}
+
+TEST_F(AppFixture, AFileThatAnotherWindowShowsCannotBeSavedOver) {
+    ASSERT_TRUE(App().OpenFile(WavFile("a.wav")));
+    ASSERT_TRUE(App().OpenFile(WavFile("b.wav")));
+    const auto notice = [&](const char* name) {
+        return NoticeOfSave(Sounds(), {.path = folder_ / name, .channels = 1, .bits = 8});
+    };
+    EXPECT_FALSE(notice("a.wav").canSave);
+    EXPECT_FALSE(notice("c.mp3").canSave);
+    for (const char* name : {"b.wav", "c.wav"}) {
+        EXPECT_TRUE(notice(name).canSave) << name;
+        EXPECT_EQ(notice(name).text, "") << name;
+    }
 }
 
 TEST_F(AppFixture, TilingFillsTheAreaAndTabsShowOneAtATime) {

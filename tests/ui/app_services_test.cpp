@@ -100,6 +100,8 @@ TEST_F(ServicesTest, AnswersAreThoseOfTheButtons) {
             ASSERT_TRUE(box);
             EXPECT_EQ(box->text(), "원본 포맷과 같지 않습니다");
             EXPECT_EQ(box->windowTitle(), "Paste");
+            EXPECT_EQ(box->button(QMessageBox::Yes)->text(), "&Yes");
+            EXPECT_EQ(box->defaultButton(), box->button(QMessageBox::Yes));
             box->button(c.button)->click();
         });
         EXPECT_EQ(prompts.AskYesNo("원본 포맷과 같지 않습니다", "Paste"), c.answer);

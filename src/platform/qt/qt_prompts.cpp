@@ -1,22 +1,12 @@
 #include "platform/qt/qt_prompts.h"
 
 #include <QApplication>
-#include <QMessageBox>
 
 #include "platform/qt/channel_conversion_dialog.h"
+#include "platform/qt/message_box.h"
 #include "platform/qt/utf8_text.h"
 
 namespace sonavel {
-
-namespace {
-
-QMessageBox::StandardButton Ask(QWidget* parent, std::string_view text, std::string_view caption,
-                                QMessageBox::StandardButtons buttons) {
-    const QString title = caption.empty() ? QStringLiteral("Sonavel") : Utf8Text(caption);
-    return QMessageBox::question(parent, title, Utf8Text(text), buttons);
-}
-
-}  // namespace
 
 QStringList QtPrompts::TakeHeldMessages() {
     holding_ = false;
@@ -34,7 +24,7 @@ void QtPrompts::ShowMessage(std::string_view text) {
         held_ << Utf8Text(text);
         return;
     }
-    QMessageBox::warning(ParentForBox(), QStringLiteral("Sonavel"), Utf8Text(text));
+    MessageBox({.text = Utf8Text(text), .icon = QMessageBox::Warning}, ParentForBox()).exec();
 }
 
 void QtPrompts::ShowStatus(std::string_view text) {
@@ -43,13 +33,19 @@ void QtPrompts::ShowStatus(std::string_view text) {
 }
 
 bool QtPrompts::AskOkCancel(std::string_view text, std::string_view caption) {
-    return Ask(ParentForBox(), text, caption, QMessageBox::Ok | QMessageBox::Cancel) ==
-           QMessageBox::Ok;
+    MessageBox box({.text = Utf8Text(text),
+                    .caption = Utf8Text(caption),
+                    .buttons = QMessageBox::Ok | QMessageBox::Cancel},
+                   ParentForBox());
+    return box.exec() == QMessageBox::Ok;
 }
 
 bool QtPrompts::AskYesNo(std::string_view text, std::string_view caption) {
-    return Ask(ParentForBox(), text, caption, QMessageBox::Yes | QMessageBox::No) ==
-           QMessageBox::Yes;
+    MessageBox box({.text = Utf8Text(text),
+                    .caption = Utf8Text(caption),
+                    .buttons = QMessageBox::Yes | QMessageBox::No},
+                   ParentForBox());
+    return box.exec() == QMessageBox::Yes;
 }
 
 std::optional<ChannelChoice> QtPrompts::AskChannelConversion(ChannelConversion conversion) {

@@ -1,0 +1,31 @@
+#include "app/save_notice.h"
+
+#include "document/file_kind.h"
+
+namespace sonavel {
+
+namespace {
+
+SaveNotice Refused(std::string text) {
+    return {std::move(text), false};
+}
+
+}  // namespace
+
+SaveNotice NoticeOfSave(Workspace& workspace, const SaveAsChoice& choice) {
+    const OpenSound* active = workspace.Active();
+    if (!active) return {};
+    const auto open = workspace.IndexOfPath(choice.path);
+    if (open && open != workspace.ActiveIndex())
+        return Refused(
+            "This file is open in another window. Close it there, or choose another name.");
+    const std::string extension = ExtensionFromFirstDot(choice.path);
+    if (FileKindOfExtension(extension) != FileKind::kUnknown)
+        return {active->document->SaveWarning(choice)};
+    if (extension.find('/') != std::string::npos)
+        return Refused("Nothing can be saved here: the name of a folder has a \".\" in it.");
+    return Refused(
+        "Nothing can be saved under this name: it must end in .wav, .au, .snd, .aiff or .aif.");
+}
+
+}  // namespace sonavel

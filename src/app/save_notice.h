@@ -1,0 +1,13 @@
+// What the Save As dialog says about the save that it is about to ask for.
+#pragma once
+
+#include "app/save_as_dialog.h"
+#include "view/workspace.h"
+
+namespace sonavel {
+
+// For the workspace's active sound. A name that no format goes by cannot be saved, nor can a file
+// that is open in another window.
+SaveNotice NoticeOfSave(Workspace& workspace, const SaveAsChoice& choice);
+
+}  // namespace sonavel
