@@ -61,8 +61,8 @@ GestureIntent DragEdgeGesture::Move(std::uint32_t frame) {
 }
 
 DragMarkerGesture::DragMarkerGesture(std::uint32_t id, std::uint32_t position,
-                                     std::uint32_t frameCount)
-    : id_(id), position_(position), frameCount_(frameCount) {}
+                                     std::uint32_t furthest)
+    : id_(id), position_(position), furthest_(furthest) {}
 
 GestureIntent DragMarkerGesture::Press(std::uint32_t frame) {
     pressed_ = frame;
@@ -75,7 +75,7 @@ GestureIntent DragMarkerGesture::Move(std::uint32_t frame) {
     const std::int64_t moved = std::int64_t{position_} + frame - pressed_;
     GestureIntent intent;
     intent.marker = {id_, static_cast<std::uint32_t>(
-                              std::clamp<std::int64_t>(moved, 0, std::int64_t{frameCount_}))};
+                              std::clamp<std::int64_t>(moved, 0, std::int64_t{furthest_}))};
     return intent;
 }
 

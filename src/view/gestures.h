@@ -73,17 +73,17 @@ class DragEdgeGesture : public Gesture {
     bool moved_ = false;
 };
 
-// Moves a marker's flag by as much as the pointer moves.
+// Moves a marker's flag by as much as the pointer moves, up to the frame `furthest`.
 class DragMarkerGesture : public Gesture {
   public:
-    DragMarkerGesture(std::uint32_t id, std::uint32_t position, std::uint32_t frameCount);
+    DragMarkerGesture(std::uint32_t id, std::uint32_t position, std::uint32_t furthest);
     GestureIntent Press(std::uint32_t frame) override;
     GestureIntent Move(std::uint32_t frame) override;
 
   private:
     std::uint32_t id_;
     std::uint32_t position_;
-    std::uint32_t frameCount_;
+    std::uint32_t furthest_;
     std::uint32_t pressed_ = 0;
     bool moved_ = false;
 };

@@ -1,6 +1,7 @@
 #include "view/marker_strip.h"
 
 #include <algorithm>
+#include <ranges>
 
 #include "platform/code_page_949.h"
 
@@ -35,7 +36,8 @@ MarkerFlag PlaceOf(const Rectangle& strip, const PixelMap& map, const Marker& ma
 }
 
 // From left to right, each where it does not reach into the flag or the label before it.
-void PlaceLabels(std::vector<MarkerFlag>& places, const TextWidth& textWidth) {
+void PlaceLabels(std::vector<MarkerFlag>& places, const Rectangle& strip,
+                 const TextWidth& textWidth) {
     std::vector<MarkerFlag*> byPosition;
     for (MarkerFlag& place : places)
         if (!place.flag.Empty()) byPosition.push_back(&place);
@@ -51,6 +53,11 @@ void PlaceLabels(std::vector<MarkerFlag>& places, const TextWidth& textWidth) {
         }
         free = place->labelX + textWidth(place->label) + kLabelGap;
     }
+    int end = strip.right;
+    for (MarkerFlag* place : byPosition | std::views::reverse) {
+        place->labelEnd = end;
+        end = place->flag.left - kLabelGap;
+    }
 }
 
 }  // namespace
@@ -65,7 +72,7 @@ std::vector<MarkerFlag> LayOutMarkerStrip(const Rectangle& strip, const PixelMap
         if (!place.flag.Empty()) place.label = DisplayText(marker.name);
         places.push_back(std::move(place));
     }
-    PlaceLabels(places, textWidth);
+    PlaceLabels(places, strip, textWidth);
     return places;
 }
 

@@ -21,6 +21,7 @@ struct MarkerFlag {
     Rectangle region;   // the bar of a marked region; empty without one
     std::string label;  // as a person sees it; empty where it has no room
     int labelX = 0;
+    int labelEnd = 0;  // where the next flag or the strip's end cuts the label
 };
 
 // In the order of the list, so that a later flag is drawn over an earlier one. Flags out of sight

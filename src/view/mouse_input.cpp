@@ -84,7 +84,10 @@ std::unique_ptr<Gesture> MouseInput::GestureFor(MouseTarget target,
         const std::uint32_t id = MarkerAt(event.x, event.y);
         const Marker* marker = view_.Sound().Markers().Find(id);
         if (!marker) return nullptr;
-        return std::make_unique<DragMarkerGesture>(id, marker->position, view_.FrameCount());
+        // As far as the marked region still lies within the sound.
+        const std::uint32_t furthest =
+            view_.FrameCount() - std::min(marker->length, view_.FrameCount());
+        return std::make_unique<DragMarkerGesture>(id, marker->position, furthest);
     }
     if (event.shift) return std::make_unique<ExtendGesture>(selection, view_.Cursor());
     if (target == MouseTarget::kSelectionStart)

@@ -134,6 +134,12 @@ TEST_F(MouseInputTest, AMarkerIsDraggedByItsFlagAndEditedByADoubleClick) {
     EXPECT_EQ(dialogs.markerRequest.start, MarkerDialogRequest::Start::kEdit);
     mouse.DoubleClick(At(100));
     EXPECT_EQ(View().GetSelection(), (Selection{0, 3500}));
+
+    mouse.Press(MouseButton::kLeft, At(352, y));
+    mouse.Move(At(99999, y));
+    mouse.Release(At(99999, y));
+    EXPECT_EQ(Sound().Markers().Find(1)->position, Sound().GetFrameCount() - 77);
+    EXPECT_EQ(Sound().Markers().Find(1)->length, 77u);
     EXPECT_FALSE(mouse.IsDragging());
 }
 
@@ -200,9 +206,11 @@ TEST(MarkerStrip, LabelsNeverTouchAndRegionsReachAcrossTheEdges) {
     ASSERT_EQ(places.size(), 4u);
     EXPECT_EQ(places[0].flag, (Rectangle{0, 50, 6, 60}));
     EXPECT_EQ(places[0].label, "first");
+    EXPECT_LE(places[0].labelEnd, places[1].flag.left);
     EXPECT_EQ(places[1].flag.left, 20);
     EXPECT_EQ(places[1].label, "");
     EXPECT_EQ(places[2].label, "far");
+    EXPECT_EQ(places[2].labelEnd, strip.right);
     EXPECT_EQ(places[2].region.left, 50);
     EXPECT_EQ(places[2].region.right, 100);
     EXPECT_TRUE(places[3].flag.Empty());

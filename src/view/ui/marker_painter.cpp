@@ -18,6 +18,14 @@ QFont MarkerFont() {
     return font;
 }
 
+// Cut, with an ellipsis, where the next flag stands.
+void PaintLabel(QPainter& painter, const Rectangle& area, const MarkerFlag& flag) {
+    const int room = flag.labelEnd - flag.labelX;
+    painter.drawText(QRect(flag.labelX, area.top, room, area.Height()),
+                     Qt::AlignLeft | Qt::AlignVCenter | Qt::TextDontClip | Qt::TextSingleLine,
+                     painter.fontMetrics().elidedText(ToQString(flag.label), Qt::ElideRight, room));
+}
+
 void PaintFlag(QPainter& painter, const Rectangle& flag) {
     const QBrush colour(painter.pen().color());
     painter.fillRect(flag.left, flag.top, 1, flag.Height(), colour);
@@ -50,9 +58,7 @@ void PaintMarkerStrip(QPainter& painter, const CSoundView& view) {
     painter.setFont(MarkerFont());
     painter.setPen(ToQColor(view.Colours()[ColourSlot::kMarkerLabel]));
     for (const MarkerFlag& flag : flags)
-        painter.drawText(QRect(flag.labelX, area.top, area.right - flag.labelX, area.Height()),
-                         Qt::AlignLeft | Qt::AlignVCenter | Qt::TextDontClip | Qt::TextSingleLine,
-                         ToQString(flag.label));
+        if (!flag.label.empty()) PaintLabel(painter, area, flag);
     painter.setPen(flagColour);
     for (const MarkerFlag& flag : flags)
         if (!flag.flag.Empty()) PaintFlag(painter, flag.flag);
