@@ -12,6 +12,13 @@ constexpr int kPanePadding = 10;
 // In a narrow window the panes leave the rest to the prompt.
 constexpr int kShareOfPanes = 85;
 
+// A text that is cut off is read whole in the tool tip.
+void ShowIn(QLabel& pane, const QString& text) {
+    pane.setText(text);
+    const int room = pane.width() - kPanePadding;
+    pane.setToolTip(pane.fontMetrics().horizontalAdvance(text) > room ? text : QString());
+}
+
 }  // namespace
 
 StatusPanes::StatusPanes(QWidget* parent) : QStatusBar(parent), prompt_(new QLabel(this)) {
@@ -67,11 +74,11 @@ void StatusPanes::ShowNote(const QString& text) {
 }
 
 void StatusPanes::ShowState(const QString& text) {
-    state_->setText(text);
+    ShowIn(*state_, text);
 }
 
 void StatusPanes::ShowSelection(const QString& text) {
-    selection_->setText(text);
+    ShowIn(*selection_, text);
 }
 
 void StatusPanes::ShowZoom(const QString& text) {

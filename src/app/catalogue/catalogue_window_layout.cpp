@@ -90,7 +90,10 @@ QLayout* CatalogueWindow::MakeFilterRow() {
     };
     connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, this, focusFilter);
     auto* down = new QShortcut(Qt::Key_Down, filter_, nullptr, nullptr, Qt::WidgetShortcut);
-    connect(down, &QShortcut::activated, this, [this] { table_->setFocus(); });
+    connect(down, &QShortcut::activated, this, [this] {
+        table_->setFocus();
+        if (!table_->selectionModel()->hasSelection()) table_->selectRow(0);
+    });
     auto* clear = new QShortcut(Qt::Key_Escape, filter_, nullptr, nullptr, Qt::WidgetShortcut);
     connect(clear, &QShortcut::activated, filter_, &QLineEdit::clear);
     auto* row = new QHBoxLayout;

@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <cstdio>
+#include <cstdlib>
 
 #include "app/application.h"
 #include "app/command_icons.h"
@@ -25,6 +26,10 @@ QString FileOfCommandLine(const QApplication& qt) {
     parser.process(qt);
     const QStringList files = parser.positionalArguments();
     if (files.isEmpty()) return {};
+    if (files.size() > 1) {
+        std::fputs("sonavel: one file at most can be named\n", stderr);
+        std::exit(1);
+    }
     // Without "." and ".." parts: the first "." of a path begins its extension.
     return QDir::cleanPath(QFileInfo(files.front()).absoluteFilePath());
 }

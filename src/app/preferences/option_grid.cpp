@@ -11,7 +11,7 @@ using P = Preferences;
 constexpr FlagText kItems[] = {
     {"&Time grid", [](P& p) -> int& { return p.grid.timeGrid; }},
     {"&Level grid", [](P& p) -> int& { return p.grid.levelGrid; }},
-    {"Time l&abels on the time grid", [](P& p) -> int& { return p.grid.timeLabels; }},
+    {"Ti&me labels on the time grid", [](P& p) -> int& { return p.grid.timeLabels; }},
 };
 
 }  // namespace

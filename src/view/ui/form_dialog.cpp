@@ -59,6 +59,16 @@ void FormDialog::SetSizing(Sizing sizing) {
                                                          : QLayout::SetDefaultConstraint);
 }
 
+void FormDialog::showEvent(QShowEvent* event) {
+    QWidget* last = previousInFocusChain();
+    while (last == buttons_ || buttons_->isAncestorOf(last)) last = last->previousInFocusChain();
+    for (QAbstractButton* button : buttons_->buttons()) {
+        setTabOrder(last, button);
+        last = button;
+    }
+    QDialog::showEvent(event);
+}
+
 FieldHint::FieldHint(const QString& text, QWidget* parent) : QLabel(text, parent) {
     QPalette warning = palette();
     warning.setColor(QPalette::WindowText, QColor(kHintRed, 0, 0));

@@ -32,6 +32,8 @@ class FormDialog : public QDialog {
     QFormLayout& AddForm(const QString& groupTitle = {});
     void SetOkEnabled(bool enabled);
     void SetSizing(Sizing sizing);
+    // The buttons come last for the Tab key.
+    void showEvent(QShowEvent* event) override;
 
   private:
     QVBoxLayout* body_;

@@ -67,6 +67,8 @@ void UserZoomDialog::AddSection(QGridLayout& grid, UserZoom::Type type, const Se
         grid.addWidget(section.fields[i], row + i, 2);
         fieldsOf_[Number(type)].insert(fieldsOf_[Number(type)].end(), {label, section.fields[i]});
     }
+    setTabOrder(radio, section.fields[0]);
+    setTabOrder(section.fields[0], section.fields[1]);
     hints_[Number(type)] = new FieldHint(section.hint, this);
     grid.addWidget(hints_[Number(type)], row + 1, 3);
 }
