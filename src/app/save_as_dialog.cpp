@@ -1,9 +1,11 @@
 #include "app/save_as_dialog.h"
 
 #include <QDialogButtonBox>
+#include <QHeaderView>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScreen>
+#include <QTreeView>
 
 #include "app/save_details_dialog.h"
 
@@ -90,6 +92,11 @@ void SaveAsDialog::SetUpFileList() {
     if (auto* types = findChild<QComboBox*>(QStringLiteral("fileTypeCombo")))
         for (int i = 0; i < filters.size() && i < types->count(); ++i)
             types->setItemText(i, filters[i].description);
+    // Sizes and dates whole, the names in what is left.
+    if (auto* files = findChild<QTreeView*>(QStringLiteral("treeView"))) {
+        files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+        files->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    }
     if (!filters.isEmpty()) setDefaultSuffix(SuffixOf(filters.front()));
     fileName_ = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
     selectFile(QString::fromStdString(request_.proposedName));
