@@ -19,6 +19,7 @@ ChildFrame::ChildFrame(OpenSound& sound, CommandActions& actions, QWidget* paren
     sound.document->AddObserver(this);
     connect(view_, &SoundViewWidget::SelectionChanged, this, &ChildFrame::StateChanged);
     connect(view_, &SoundViewWidget::ScrollChanged, this, &ChildFrame::StateChanged);
+    connect(view_, &SoundViewWidget::TransportChanged, this, &ChildFrame::ShowTitle);
     connect(view_, &SoundViewWidget::TransportChanged, this, &ChildFrame::StateChanged);
     connect(view_, &SoundViewWidget::StatusTextChanged, this, &ChildFrame::StateChanged);
     connect(view_, &SoundViewWidget::MaximizeRequested, this, &ChildFrame::showMaximized);
@@ -51,8 +52,13 @@ void ChildFrame::MaximizeFrame() {
     showMaximized();
 }
 
+QString ChildFrame::Name() const {
+    const QString title = Utf8Text(sound_->document->Title());
+    return sound_->document->Sound().IsRecording() ? tr("%1 (Recording)").arg(title) : title;
+}
+
 void ChildFrame::ShowTitle() {
-    setWindowTitle(Utf8Text(sound_->document->Title()) + QStringLiteral("[*]"));
+    setWindowTitle(Name() + QStringLiteral("[*]"));
     setWindowModified(sound_->document->IsModified());
 }
 

@@ -21,6 +21,9 @@ class ChildFrame : public QMdiSubWindow, public DocumentObserver {
     OpenSound& Sound() { return *sound_; }
     const OpenSound& Sound() const { return *sound_; }
     SoundViewWidget& View() { return *view_; }
+    // What it goes by in titles and lists: the sound's title, and whether it is being recorded,
+    // which is to be seen while another window is the active one.
+    QString Name() const;
     // Drops the view, whose sound is about to go.
     void LetGo();
 

@@ -28,9 +28,9 @@ constexpr const char* kLook =
     "QTabBar::tab:selected { background: palette(highlight); color: palette(highlighted-text);"
     "  border-color: palette(highlight); }";
 
-// The title as a tab shows it.
-QString ButtonText(const ChildFrame& frame, const QString& title) {
-    QString text = title;
+// The name as a tab shows it.
+QString ButtonText(const ChildFrame& frame) {
+    QString text = frame.Name();
     text.replace(u'&', QStringLiteral("&&"));
     return frame.isWindowModified() ? text + u'*' : text;
 }
@@ -140,7 +140,7 @@ void WindowListBar::Remove(const ChildFrame& frame) {
 void WindowListBar::ShowFrame(int index) {
     const ChildFrame& frame = *FrameAt(index);
     const CSoundDoc& document = *frame.Sound().document;
-    const QString text = ButtonText(frame, Utf8Text(document.Title()));
+    const QString text = ButtonText(frame);
     if (buttons_->tabText(index) != text) buttons_->setTabText(index, text);
     const std::string& path = document.Path().native();
     buttons_->setTabToolTip(
