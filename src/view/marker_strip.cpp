@@ -1,7 +1,6 @@
 #include "view/marker_strip.h"
 
 #include <algorithm>
-#include <ranges>
 
 #include "platform/code_page_949.h"
 
@@ -54,9 +53,9 @@ void PlaceLabels(std::vector<MarkerFlag>& places, const Rectangle& strip,
         free = place->labelX + textWidth(place->label) + kLabelGap;
     }
     int end = strip.right;
-    for (MarkerFlag* place : byPosition | std::views::reverse) {
-        place->labelEnd = end;
-        end = place->flag.left - kLabelGap;
+    for (auto place = byPosition.rbegin(); place != byPosition.rend(); ++place) {
+        (*place)->labelEnd = end;
+        end = (*place)->flag.left - kLabelGap;
     }
 }
 
