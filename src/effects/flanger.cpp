@@ -51,8 +51,8 @@ void FlangerSweep::Delays(std::uint32_t firstFrame, std::size_t frames,
     }
 }
 
-FlangerLine::FlangerLine(std::uint32_t maxDelay)
-    : history_(std::size_t{maxDelay} + 1), line_(2 * history_) {}
+FlangerLine::FlangerLine(std::uint32_t maxDelay, std::uint32_t runFrames)
+    : longest_(std::min(maxDelay, runFrames)), line_(2 * (longest_ + 1)) {}
 
 std::span<float> FlangerLine::NextPairs(std::size_t frames) {
     next_ = line_.Extend(2 * frames);
@@ -63,9 +63,9 @@ void FlangerLine::Mix(const FlangerDelays& delays, std::span<float> pairs) {
     const float* here = next_;
     float* out = pairs.data();
     for (std::size_t i = 0; i < pairs.size() / 2; ++i, here += 2, out += 2) {
-        const std::size_t whole = delays.whole[i];
+        const std::size_t whole = std::min<std::size_t>(delays.whole[i], longest_);
         // A delay of 0 reads the oldest frame of the line, one beyond the longest delay.
-        const float* a = here - 2 * (whole ? whole : history_);
+        const float* a = here - 2 * (whole ? whole : longest_ + 1);
         const float* b = here - 2 * (whole + 1);
         const float fraction = delays.fraction[i];
         for (int slot = 0; slot < 2; ++slot)

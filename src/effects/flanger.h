@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <limits>
 #include <span>
 
 #include "effects/delay_filters.h"
@@ -46,7 +47,10 @@ class FlangerSweep {
 // The past frames of a run, silent at its start, as pairs of left and right.
 class FlangerLine {
   public:
-    explicit FlangerLine(std::uint32_t maxDelay);
+    // `runFrames`: how many frames will be mixed at most. A longer delay reads silence only and
+    // takes no memory, whatever rate a file claims.
+    explicit FlangerLine(std::uint32_t maxDelay,
+                         std::uint32_t runFrames = std::numeric_limits<std::uint32_t>::max());
 
     // Where to put the pairs of the next frames, to be mixed then.
     std::span<float> NextPairs(std::size_t frames);
@@ -54,7 +58,7 @@ class FlangerLine {
     void Mix(const FlangerDelays& delays, std::span<float> pairs);
 
   private:
-    std::size_t history_;  // frames
+    std::size_t longest_;  // frames that a delay reaches back, as far as it matters
     DelayLine line_;
     float* next_ = nullptr;
 };

@@ -42,9 +42,13 @@ void LimitToSixteenBits(PairBuffer& pairs) {
 }
 
 void WriteLeftSlots(CWave& sound, EffectRange range, PairBuffer& pairs) {
-    std::vector<float> left(range.length);
-    for (std::uint32_t i = 0; i < range.length; ++i) left[i] = pairs.Pairs()[std::size_t{2} * i];
-    WriteTruncated(sound, 0, range.start, left);
+    std::array<float, kMaxPieceFrames> left;
+    for (std::uint32_t done = 0; done < range.length; done += kMaxPieceFrames) {
+        const float* from = pairs.Pairs().data() + std::size_t{2} * done;
+        const auto piece = std::span(left).first(std::min(range.length - done, kMaxPieceFrames));
+        for (std::size_t i = 0; i < piece.size(); ++i) piece[i] = from[2 * i];
+        WriteTruncated(sound, 0, range.start + done, piece);
+    }
 }
 
 // A mono sound's samples go to the left slots, and the right ones stay silent.
@@ -66,7 +70,7 @@ RunEnd RunFlanger(CSoundDoc& document, EffectRange range, const FlangerParameter
     const auto progress = ShowProgress(document, " Flanger");
     const CWave& sound = document.Sound();
     const FlangerSweep sweep(parameters, sound.GetSamplesPerSecond());
-    FlangerLine line(FlangerMaxDelay(parameters, sound.GetSamplesPerSecond()));
+    FlangerLine line(FlangerMaxDelay(parameters, sound.GetSamplesPerSecond()), range.length);
     FlangerDelays delays;
     for (std::uint32_t done = 0; done < range.length; done += kMaxPieceFrames) {
         if (progress->Poll()) return RunEnd::kCancelled;

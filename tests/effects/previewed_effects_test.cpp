@@ -203,6 +203,23 @@ TEST(ReverbTest, ARunThatEndsBeforeItsDelaysSoundsTheSame) {
     }
 }
 
+TEST(FlangerTest, ARunThatEndsBeforeItsDelaysSoundsTheSame) {
+    const FlangerParameters parameters{150, 7};
+    const std::uint32_t longest = FlangerMaxDelay(parameters, 192000);
+    for (const std::uint32_t frames : {1u, 2u, 300u, 2000u, longest, longest + 1, 4000u}) {
+        FlangerDelays delays;
+        FlangerSweep(parameters, 192000).Delays(0, frames, delays);
+        const auto mixed = [&](FlangerLine line) {
+            Channel pairs(std::size_t{2} * frames);
+            const auto in = line.NextPairs(frames);
+            for (std::size_t i = 0; i < in.size(); ++i) in[i] = static_cast<float>(i * i % 1999);
+            line.Mix(delays, pairs);
+            return pairs;
+        };
+        EXPECT_EQ(mixed(FlangerLine(longest, frames)), mixed(FlangerLine(longest))) << frames;
+    }
+}
+
 // With lines as long as the delays, this would take more memory than machines have.
 TEST_F(PreviewedEffectTest, ReverbTakesNoMemoryForTheRateThatAFileClaims) {
     const auto document = MakeNoise({2, 16, 0x3FFFFFFF}, 300, 3000);
