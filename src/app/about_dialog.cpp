@@ -84,10 +84,9 @@ void AboutDialog::AddNotice(QGridLayout& grid) {
     auto* notice = new QLabel(
         tr("Warning: sounds may be protected by copyright. Copy, change or pass on only what is "
            "yours or what its owner lets you use. This program is free software under the MIT "
-           "licence and comes without any warranty.\n\nThe head-related responses of the 3D sound "
-           "were "
-           "measured on a KEMAR dummy head by W. G. Gardner and K. D. Martin, MIT Media Lab, "
-           "1994."),
+           "licence and comes without any warranty.\n\n"
+           "The head-related responses of the 3D sound were measured on a KEMAR dummy head by "
+           "W. G. Gardner and K. D. Martin, MIT Media Lab, 1994."),
         this);
     notice->setWordWrap(true);
     notice->setMinimumWidth(kAboutPictureSize.width() + 200);

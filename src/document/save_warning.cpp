@@ -27,9 +27,8 @@ void Append(std::string& text, std::string_view sentence) {
 
 std::string WavWarning(const CWave& sound, const SaveAsChoice& choice) {
     if (!choice.saveMarkers)
-        return "Saving markers is off: the file gets the sound alone, and the sound still counts "
-               "as "
-               "not saved.";
+        return "Saving markers is off: the file gets the sound alone, and the sound still "
+               "counts as not saved.";
     const MarkerList& markers = sound.Markers();
     if (markers.Empty()) return {};
     const std::uint64_t frameBytes = choice.channels * (choice.bits / 8);
