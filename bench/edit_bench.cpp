@@ -54,7 +54,7 @@ struct HourDocument {
         FillWithNoise(document.Sound());
         second.present = true;
         second.format = document.Sound().GetFormat();
-        second.buffer.Allocate(kRate * kFrameBytes);
+        second.buffer.AllocBuffer(kRate * kFrameBytes);
         std::memset(second.buffer.Data(), 1, second.buffer.Size());
     }
 };

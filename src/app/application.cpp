@@ -94,7 +94,7 @@ void Application::ConnectFrame() {
     });
     const auto open = [this](const QString& path) { OpenFile(path); };
     QObject::connect(&frame_.Recent(), &RecentFiles::Chosen, &frame_, open);
-    QObject::connect(&frame_, &MainFrame::FilesDropped, &frame_, [this](const QStringList& paths) {
+    QObject::connect(&frame_, &CMainFrame::FilesDropped, &frame_, [this](const QStringList& paths) {
         for (const QString& path : paths) OpenFile(path);
     });
 }

@@ -25,7 +25,7 @@ class Application {
     Application(const Application&) = delete;
     Application& operator=(const Application&) = delete;
 
-    MainFrame& Frame() { return frame_; }
+    CMainFrame& Frame() { return frame_; }
     Workspace& Sounds() { return workspace_; }
     const Workspace& Sounds() const { return workspace_; }
 
@@ -61,7 +61,7 @@ class Application {
     QtPrompts prompts_;
     QtProgressFactory progress_;
     QtWaveClipboard clipboard_;
-    MainFrame frame_;
+    CMainFrame frame_;
     QtDocumentDialogs documentDialogs_;
     QtViewDialogs viewDialogs_;
     Workspace workspace_;

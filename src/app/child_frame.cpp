@@ -9,7 +9,7 @@
 
 namespace sonavel {
 
-ChildFrame::ChildFrame(OpenSound& sound, CommandActions& actions, QWidget* parent)
+CChildFrame::CChildFrame(OpenSound& sound, CommandActions& actions, QWidget* parent)
     : QMdiSubWindow(parent), sound_(&sound), view_(new SoundViewWidget(*sound.view, actions)) {
     setWidget(view_);
     setWindowIcon(ProgramIcon());
@@ -17,20 +17,20 @@ ChildFrame::ChildFrame(OpenSound& sound, CommandActions& actions, QWidget* paren
     // Its Close has the key of the frame's command of that name, which does the same.
     for (QAction* action : systemMenu()->actions()) action->setShortcuts(QList<QKeySequence>());
     sound.document->AddObserver(this);
-    connect(view_, &SoundViewWidget::SelectionChanged, this, &ChildFrame::StateChanged);
-    connect(view_, &SoundViewWidget::ScrollChanged, this, &ChildFrame::StateChanged);
-    connect(view_, &SoundViewWidget::TransportChanged, this, &ChildFrame::ShowTitle);
-    connect(view_, &SoundViewWidget::TransportChanged, this, &ChildFrame::StateChanged);
-    connect(view_, &SoundViewWidget::StatusTextChanged, this, &ChildFrame::StateChanged);
-    connect(view_, &SoundViewWidget::MaximizeRequested, this, &ChildFrame::showMaximized);
+    connect(view_, &SoundViewWidget::SelectionChanged, this, &CChildFrame::StateChanged);
+    connect(view_, &SoundViewWidget::ScrollChanged, this, &CChildFrame::StateChanged);
+    connect(view_, &SoundViewWidget::TransportChanged, this, &CChildFrame::ShowTitle);
+    connect(view_, &SoundViewWidget::TransportChanged, this, &CChildFrame::StateChanged);
+    connect(view_, &SoundViewWidget::StatusTextChanged, this, &CChildFrame::StateChanged);
+    connect(view_, &SoundViewWidget::MaximizeRequested, this, &CChildFrame::showMaximized);
     ShowTitle();
 }
 
-ChildFrame::~ChildFrame() {
+CChildFrame::~CChildFrame() {
     LetGo();
 }
 
-void ChildFrame::LetGo() {
+void CChildFrame::LetGo() {
     if (!sound_) return;
     sound_->document->RemoveObserver(this);
     delete view_;
@@ -38,31 +38,31 @@ void ChildFrame::LetGo() {
     sound_ = nullptr;
 }
 
-void ChildFrame::OnSoundChanged(std::uint32_t) {
+void CChildFrame::OnSoundChanged(std::uint32_t) {
     ShowTitle();
     Q_EMIT StateChanged();
 }
 
-void ChildFrame::OnTitleOrModifiedChanged() {
+void CChildFrame::OnTitleOrModifiedChanged() {
     ShowTitle();
     Q_EMIT TitleChanged();
 }
 
-void ChildFrame::MaximizeFrame() {
+void CChildFrame::MaximizeFrame() {
     showMaximized();
 }
 
-QString ChildFrame::Name() const {
+QString CChildFrame::Name() const {
     const QString title = Utf8Text(sound_->document->Title());
     return sound_->document->Sound().IsRecording() ? tr("%1 (Recording)").arg(title) : title;
 }
 
-void ChildFrame::ShowTitle() {
+void CChildFrame::ShowTitle() {
     setWindowTitle(Name() + QStringLiteral("[*]"));
     setWindowModified(sound_->document->IsModified());
 }
 
-void ChildFrame::closeEvent(QCloseEvent* event) {
+void CChildFrame::closeEvent(QCloseEvent* event) {
     event->ignore();
     if (sound_) Q_EMIT CloseRequested();
 }

@@ -11,12 +11,12 @@ namespace sonavel {
 
 class SoundViewWidget;
 
-class ChildFrame : public QMdiSubWindow, public DocumentObserver {
+class CChildFrame : public QMdiSubWindow, public DocumentObserver {
     Q_OBJECT
 
   public:
-    ChildFrame(OpenSound& sound, CommandActions& actions, QWidget* parent = nullptr);
-    ~ChildFrame() override;
+    CChildFrame(OpenSound& sound, CommandActions& actions, QWidget* parent = nullptr);
+    ~CChildFrame() override;
 
     OpenSound& Sound() { return *sound_; }
     const OpenSound& Sound() const { return *sound_; }

@@ -7,8 +7,8 @@
 
 namespace sonavel {
 
-class MainFrame;
+class CMainFrame;
 
-std::span<const Command<MainFrame>> FrameCommands();
+std::span<const Command<CMainFrame>> FrameCommands();
 
 }  // namespace sonavel

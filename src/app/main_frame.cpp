@@ -38,7 +38,7 @@ void AddTable(CommandActions& actions, std::span<const Command<Target>> table) {
 
 }  // namespace
 
-MainFrame::MainFrame()
+CMainFrame::CMainFrame()
     : area_(new QMdiArea(this)),
       status_(new StatusPanes(this)),
       actions_([this](int id) { return Route(id); }) {
@@ -56,25 +56,25 @@ MainFrame::MainFrame()
     resize(kFirstSize.boundedTo(screen()->availableSize() * 9 / 10));
     refreshTimer_.setSingleShot(true);
     playTimer_.setInterval(kPlayRefreshMs);
-    connect(&refreshTimer_, &QTimer::timeout, this, &MainFrame::Refresh);
-    connect(&playTimer_, &QTimer::timeout, this, &MainFrame::UpdatePanes);
+    connect(&refreshTimer_, &QTimer::timeout, this, &CMainFrame::Refresh);
+    connect(&playTimer_, &QTimer::timeout, this, &CMainFrame::UpdatePanes);
 }
 
-MainFrame::~MainFrame() {
+CMainFrame::~CMainFrame() {
     delete logo_.data();
 }
 
-void MainFrame::ShowStartUpLogo() {
+void CMainFrame::ShowStartUpLogo() {
     logo_ = new LogoWindow;
     logo_->setAttribute(Qt::WA_QuitOnClose, false);
     logo_->show();
     QTimer::singleShot(LogoWindow::kStartUpMs, logo_, &QObject::deleteLater);
 }
 
-void MainFrame::Build(Workspace& workspace, std::vector<CommandTarget*> program) {
+void CMainFrame::Build(Workspace& workspace, std::vector<CommandTarget*> program) {
     workspace_ = &workspace;
     program_ = std::move(program);
-    frameCommands_ = TargetOf<MainFrame>(*this, FrameCommands());
+    frameCommands_ = TargetOf<CMainFrame>(*this, FrameCommands());
     meter_ = new PlayMeterBar(workspace.Services().folder.Options(), this);
     program_.push_back(&meter_->Commands());
     AddActions();
@@ -83,14 +83,14 @@ void MainFrame::Build(Workspace& workspace, std::vector<CommandTarget*> program)
     AddMeter();
     RestorePlaces();
     workspace.SetObserver(this);
-    connect(area_, &QMdiArea::subWindowActivated, this, &MainFrame::ActivateChild);
-    connect(&actions_, &CommandActions::CommandRun, this, &MainFrame::AfterCommand);
+    connect(area_, &QMdiArea::subWindowActivated, this, &CMainFrame::ActivateChild);
+    connect(&actions_, &CommandActions::CommandRun, this, &CMainFrame::AfterCommand);
     connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this,
-            &MainFrame::ScheduleRefresh);
+            &CMainFrame::ScheduleRefresh);
     Refresh();
 }
 
-CommandTarget* MainFrame::Route(int commandId) {
+CommandTarget* CMainFrame::Route(int commandId) {
     OpenSound* active = workspace_ ? workspace_->Active() : nullptr;
     CommandTarget* const chain[] = {active ? active->commands.get() : nullptr,
                                     documentCommands_.get(), spatialCommands_.get(),
@@ -102,7 +102,7 @@ CommandTarget* MainFrame::Route(int commandId) {
     return nullptr;
 }
 
-void MainFrame::AddActions() {
+void CMainFrame::AddActions() {
     AddTable(actions_, ViewCommands());
     AddTable(actions_, DocumentCommands());
     AddTable(actions_, MeterCommands());
@@ -110,7 +110,7 @@ void MainFrame::AddActions() {
     AddTable(actions_, FrameCommands());
 }
 
-void MainFrame::AddMenus() {
+void CMainFrame::AddMenus() {
     for (const MenuLayout& layout : MainMenuLayout()) {
         QMenu* menu = menuBar()->addMenu(QString::fromUtf8(layout.title));
         menu->setObjectName(QString::fromUtf8(layout.title).remove(u'&'));
@@ -132,13 +132,13 @@ void MainFrame::AddMenus() {
     });
 }
 
-void MainFrame::TakeSettings() {
+void CMainFrame::TakeSettings() {
     meter_->ReloadSettings();
     FitMeter();
     ScheduleRefresh();
 }
 
-void MainFrame::FillWindowList(QMenu& menu) {
+void CMainFrame::FillWindowList(QMenu& menu) {
     const QList<QMdiSubWindow*> windows = area_->subWindowList();
     for (qsizetype i = 0; i < windows.size(); ++i) {
         QString title = windows[i]->windowTitle();
@@ -153,7 +153,7 @@ void MainFrame::FillWindowList(QMenu& menu) {
     }
 }
 
-void MainFrame::RestorePlaces() {
+void CMainFrame::RestorePlaces() {
     PersonSettings settings;
     settings.beginGroup(QStringLiteral("Main Frame"));
     restoreGeometry(settings.value(QStringLiteral("Geometry")).toByteArray());
@@ -165,7 +165,7 @@ void MainFrame::RestorePlaces() {
     if (settings.value(QStringLiteral("Tabs")).toBool()) SwitchTabs();
 }
 
-void MainFrame::StorePlaces() const {
+void CMainFrame::StorePlaces() const {
     PersonSettings settings;
     settings.beginGroup(QStringLiteral("Main Frame"));
     settings.setValue(QStringLiteral("Geometry"), saveGeometry());
@@ -174,14 +174,14 @@ void MainFrame::StorePlaces() const {
     settings.setValue(QStringLiteral("Tabs"), ShowsTabs());
 }
 
-void MainFrame::Refresh() {
+void CMainFrame::Refresh() {
     UpdateTitle();
     UpdatePanes();
     RefreshBars();
     actions_.Refresh();
 }
 
-void MainFrame::UpdateTitle() {
+void CMainFrame::UpdateTitle() {
     const OpenSound* active = workspace_->Active();
     title_ = QStringLiteral("Sonavel");
     if (active) title_ += QStringLiteral(" - ") + Utf8Text(active->document->Title()) + "[*]";
@@ -191,7 +191,7 @@ void MainFrame::UpdateTitle() {
     setWindowModified(active && active->document->IsModified());
 }
 
-void MainFrame::UpdatePanes() {
+void CMainFrame::UpdatePanes() {
     OpenSound* active = workspace_->Active();
     const CSoundView* view = active ? active->view.get() : nullptr;
     const bool busy = view && (view->Sound().IsPlaying() || view->Sound().IsRecording());
@@ -214,7 +214,7 @@ void MainFrame::UpdatePanes() {
     transport_->ShowTime(Utf8Text(place));
 }
 
-void MainFrame::AfterCommand(int commandId, bool succeeded) {
+void CMainFrame::AfterCommand(int commandId, bool succeeded) {
     OpenSound* active = workspace_->Active();
     if (!succeeded && active && active->commands->HandlesCommand(commandId)) {
         const std::string& reason = active->view->LastError();

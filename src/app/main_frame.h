@@ -19,12 +19,12 @@
 
 namespace sonavel {
 
-class MainFrame : public QMainWindow, public WorkspaceObserver {
+class CMainFrame : public QMainWindow, public WorkspaceObserver {
     Q_OBJECT
 
   public:
-    MainFrame();
-    ~MainFrame() override;
+    CMainFrame();
+    ~CMainFrame() override;
 
     // Makes menus and bars. `program` handles what neither the active sound nor the frame does,
     // first come first served. All must live as long as the frame shows anything.
@@ -36,7 +36,7 @@ class MainFrame : public QMainWindow, public WorkspaceObserver {
     RecentFiles& Recent() { return recent_; }
     CommandActions& Actions() { return actions_; }
     QMdiArea& Area() { return *area_; }
-    ChildFrame* FrameOf(const OpenSound& sound) const;
+    CChildFrame* FrameOf(const OpenSound& sound) const;
     // The preferences changed.
     void TakeSettings();
 
@@ -85,11 +85,11 @@ class MainFrame : public QMainWindow, public WorkspaceObserver {
     void AddMeter();
     void ShowInViewMenu(QAction& toggle, const QString& text);
     // The meter follows the active sound.
-    void ConnectMeter(ChildFrame& frame);
+    void ConnectMeter(CChildFrame& frame);
     void FitMeter();
     void AddWindowList();
-    void ChooseFrame(ChildFrame* frame);
-    void ShowFrameMenu(ChildFrame* frame, const QPoint& globalPosition);
+    void ChooseFrame(CChildFrame* frame);
+    void ShowFrameMenu(CChildFrame* frame, const QPoint& globalPosition);
     // What the bars show of the sounds.
     void RefreshBars();
     void FillWindowList(QMenu& menu);

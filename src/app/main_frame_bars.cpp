@@ -8,7 +8,7 @@
 
 namespace sonavel {
 
-void MainFrame::ShowInViewMenu(QAction& toggle, const QString& text) {
+void CMainFrame::ShowInViewMenu(QAction& toggle, const QString& text) {
     toggle.setText(text);
     toggle.setStatusTip(tr("Show or hide this bar"));
     menuBar()
@@ -16,12 +16,12 @@ void MainFrame::ShowInViewMenu(QAction& toggle, const QString& text) {
         ->insertAction(actions_.Action(app_command::kStatusBar), &toggle);
 }
 
-void MainFrame::AddBar(QToolBar& bar, const QString& text, Qt::ToolBarArea area) {
+void CMainFrame::AddBar(QToolBar& bar, const QString& text, Qt::ToolBarArea area) {
     addToolBar(area, &bar);
     ShowInViewMenu(*bar.toggleViewAction(), text);
 }
 
-void MainFrame::AddBars() {
+void CMainFrame::AddBars() {
     auto* file = new CommandBar(tr("File and Edit"), actions_, FileBarCommands(), this);
     auto* zoom = new CommandBar(tr("Zoom"), actions_, ZoomBarCommands(), this);
     auto* spatial = new CommandBar(tr("3D Effects"), actions_, SpatialBarCommands(), this);
@@ -36,19 +36,19 @@ void MainFrame::AddBars() {
     AddWindowList();
 }
 
-void MainFrame::AddWindowList() {
+void CMainFrame::AddWindowList() {
     windowList_ = new WindowListBar(tr("Window List"), this);
     AddBar(*windowList_, tr("&Window List Bar"), Qt::BottomToolBarArea);
-    connect(windowList_, &WindowListBar::Chosen, this, &MainFrame::ChooseFrame);
-    connect(windowList_, &WindowListBar::MenuRequested, this, &MainFrame::ShowFrameMenu);
+    connect(windowList_, &WindowListBar::Chosen, this, &CMainFrame::ChooseFrame);
+    connect(windowList_, &WindowListBar::MenuRequested, this, &CMainFrame::ShowFrameMenu);
 }
 
-void MainFrame::ChooseFrame(ChildFrame* frame) {
+void CMainFrame::ChooseFrame(CChildFrame* frame) {
     if (frame->isMinimized()) frame->showNormal();
     area_->setActiveSubWindow(frame);
 }
 
-void MainFrame::ShowFrameMenu(ChildFrame* frame, const QPoint& globalPosition) {
+void CMainFrame::ShowFrameMenu(CChildFrame* frame, const QPoint& globalPosition) {
     constexpr MenuEntry kEntries[] = {
         MenuEntry::Command(app_command::kSave),
         MenuEntry::Command(app_command::kSaveAs),
@@ -66,7 +66,7 @@ void MainFrame::ShowFrameMenu(ChildFrame* frame, const QPoint& globalPosition) {
     menu.exec(globalPosition);
 }
 
-void MainFrame::HoldFloatingBars() {
+void CMainFrame::HoldFloatingBars() {
     for (QWidget* bar : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
         const bool isBar = qobject_cast<QToolBar*>(bar) || qobject_cast<QDockWidget*>(bar);
         if (!isBar || !bar->isWindow() || bar->isHidden()) continue;
@@ -75,12 +75,12 @@ void MainFrame::HoldFloatingBars() {
     }
 }
 
-void MainFrame::ShowFloatingBars() {
+void CMainFrame::ShowFloatingBars() {
     for (QWidget* bar : std::exchange(heldBars_, {}))
         if (bar) bar->show();
 }
 
-void MainFrame::RefreshBars() {
+void CMainFrame::RefreshBars() {
     const OpenSound* active = workspace_->Active();
     windowList_->Refresh(active ? FrameOf(*active) : nullptr);
     if (active)
@@ -89,13 +89,13 @@ void MainFrame::RefreshBars() {
         format_->Clear();
 }
 
-void MainFrame::AddMeter() {
+void CMainFrame::AddMeter() {
     meter_->setObjectName(QStringLiteral("PlayMeter"));
     addDockWidget(Qt::RightDockWidgetArea, meter_);
     ShowInViewMenu(*meter_->toggleViewAction(), tr("&Playmeter Bar"));
 }
 
-void MainFrame::ConnectMeter(ChildFrame& frame) {
+void CMainFrame::ConnectMeter(CChildFrame& frame) {
     SoundViewWidget& view = frame.View();
     const auto isActive = [this, &frame] { return &frame.Sound() == workspace_->Active(); };
     connect(&view, &SoundViewWidget::PeaksChanged, meter_, [this, isActive](int left, int right) {
@@ -106,7 +106,7 @@ void MainFrame::ConnectMeter(ChildFrame& frame) {
     });
 }
 
-void MainFrame::FitMeter() {
+void CMainFrame::FitMeter() {
     const OpenSound* active = workspace_->Active();
     meter_->SetLevels(0, 0);
     if (!active) return;

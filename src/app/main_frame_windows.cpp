@@ -30,25 +30,25 @@ QStringList LocalFiles(const QMimeData& data) {
 
 }  // namespace
 
-ChildFrame* MainFrame::FrameOf(const OpenSound& sound) const {
+CChildFrame* CMainFrame::FrameOf(const OpenSound& sound) const {
     for (QMdiSubWindow* window : area_->subWindowList()) {
-        auto* frame = qobject_cast<ChildFrame*>(window);
+        auto* frame = qobject_cast<CChildFrame*>(window);
         if (frame && &frame->Sound() == &sound) return frame;
     }
     return nullptr;
 }
 
-void MainFrame::OnDocumentAdded(OpenSound& sound) {
-    auto* frame = new ChildFrame(sound, actions_, area_);
+void CMainFrame::OnDocumentAdded(OpenSound& sound) {
+    auto* frame = new CChildFrame(sound, actions_, area_);
     area_->addSubWindow(frame);
-    connect(frame, &ChildFrame::CloseRequested, this, [this, frame] {
+    connect(frame, &CChildFrame::CloseRequested, this, [this, frame] {
         const auto index = workspace_->IndexOf(*frame->Sound().document);
         if (index && MayClose(*index)) workspace_->Close(*index);
     });
     windowList_->Add(*frame);
     ConnectMeter(*frame);
-    connect(frame, &ChildFrame::TitleChanged, this, &MainFrame::ScheduleRefresh);
-    connect(frame, &ChildFrame::StateChanged, this, [this] {
+    connect(frame, &CChildFrame::TitleChanged, this, &CMainFrame::ScheduleRefresh);
+    connect(frame, &CChildFrame::StateChanged, this, [this] {
         UpdatePanes();
         ScheduleRefresh();
     });
@@ -60,8 +60,8 @@ void MainFrame::OnDocumentAdded(OpenSound& sound) {
     frame->show();
 }
 
-void MainFrame::OnDocumentClosing(OpenSound& sound) {
-    ChildFrame* frame = FrameOf(sound);
+void CMainFrame::OnDocumentClosing(OpenSound& sound) {
+    CChildFrame* frame = FrameOf(sound);
     if (!frame) return;
     documentCommands_.reset();
     spatialCommands_.reset();
@@ -75,7 +75,7 @@ void MainFrame::OnDocumentClosing(OpenSound& sound) {
     frame->deleteLater();
 }
 
-void MainFrame::OnActivated(OpenSound* sound) {
+void CMainFrame::OnActivated(OpenSound* sound) {
     documentCommands_.reset();
     spatialCommands_.reset();
     if (sound) {
@@ -88,29 +88,29 @@ void MainFrame::OnActivated(OpenSound* sound) {
     ScheduleRefresh();
 }
 
-void MainFrame::ActivateChild(QMdiSubWindow* window) {
-    auto* frame = qobject_cast<ChildFrame*>(window);
+void CMainFrame::ActivateChild(QMdiSubWindow* window) {
+    auto* frame = qobject_cast<CChildFrame*>(window);
     if (!frame || dropping_ > 0) return;
     if (const auto index = workspace_->IndexOf(*frame->Sound().document))
         workspace_->Activate(*index);
 }
 
-bool MainFrame::Cascade() {
+bool CMainFrame::Cascade() {
     area_->cascadeSubWindows();
     return true;
 }
 
-bool MainFrame::TileHorizontally() {
+bool CMainFrame::TileHorizontally() {
     Tile(Tiling::kRows);
     return true;
 }
 
-bool MainFrame::TileVertically() {
+bool CMainFrame::TileVertically() {
     Tile(Tiling::kColumns);
     return true;
 }
 
-void MainFrame::Tile(Tiling tiling) {
+void CMainFrame::Tile(Tiling tiling) {
     QList<QMdiSubWindow*> windows = area_->subWindowList();
     windows.removeIf([](const QMdiSubWindow* window) { return window->isMinimized(); });
     const QSize area = area_->viewport()->size();
@@ -127,23 +127,23 @@ void MainFrame::Tile(Tiling tiling) {
     }
 }
 
-bool MainFrame::SwitchTabs() {
+bool CMainFrame::SwitchTabs() {
     area_->setViewMode(ShowsTabs() ? QMdiArea::SubWindowView : QMdiArea::TabbedView);
     if (auto* tabs = area_->findChild<QTabBar*>()) tabs->setExpanding(false);
     return true;
 }
 
-bool MainFrame::NextWindow() {
+bool CMainFrame::NextWindow() {
     area_->activateNextSubWindow();
     return true;
 }
 
-bool MainFrame::PreviousWindow() {
+bool CMainFrame::PreviousWindow() {
     area_->activatePreviousSubWindow();
     return true;
 }
 
-bool MainFrame::MayClose(std::size_t index) {
+bool CMainFrame::MayClose(std::size_t index) {
     workspace_->StopActivity(index);
     CSoundDoc& document = *workspace_->At(index).document;
     if (!document.IsModified()) return true;
@@ -162,21 +162,21 @@ bool MainFrame::MayClose(std::size_t index) {
     }
 }
 
-bool MainFrame::CloseActive() {
+bool CMainFrame::CloseActive() {
     const auto index = workspace_->ActiveIndex();
     if (!index || !MayClose(*index)) return false;
     workspace_->Close(*index);
     return true;
 }
 
-bool MainFrame::CloseAll() {
+bool CMainFrame::CloseAll() {
     for (std::size_t i = 0; i < workspace_->Count(); ++i)
         if (!MayClose(i)) return false;
     while (workspace_->Count() > 0) workspace_->Close(workspace_->Count() - 1);
     return true;
 }
 
-bool MainFrame::CloseOthers() {
+bool CMainFrame::CloseOthers() {
     const CSoundDoc& kept = *workspace_->Active()->document;
     for (std::size_t i = 0; i < workspace_->Count(); ++i)
         if (workspace_->At(i).document.get() != &kept && !MayClose(i)) return false;
@@ -186,20 +186,20 @@ bool MainFrame::CloseOthers() {
     return true;
 }
 
-bool MainFrame::ShowsStatusBar() const {
+bool CMainFrame::ShowsStatusBar() const {
     return !status_->isHidden();
 }
 
-bool MainFrame::SwitchStatusBar() {
+bool CMainFrame::SwitchStatusBar() {
     status_->setVisible(!ShowsStatusBar());
     return true;
 }
 
-bool MainFrame::Record() {
+bool CMainFrame::Record() {
     return workspace_->Record();
 }
 
-bool MainFrame::event(QEvent* event) {
+bool CMainFrame::event(QEvent* event) {
     if (event->type() == QEvent::StatusTip) {
         status_->ShowPrompt(static_cast<QStatusTipEvent*>(event)->tip());
         return true;
@@ -210,12 +210,12 @@ bool MainFrame::event(QEvent* event) {
     return QMainWindow::event(event);
 }
 
-void MainFrame::showEvent(QShowEvent* event) {
+void CMainFrame::showEvent(QShowEvent* event) {
     QMainWindow::showEvent(event);
-    QMetaObject::invokeMethod(this, &MainFrame::ShowFloatingBars, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, &CMainFrame::ShowFloatingBars, Qt::QueuedConnection);
 }
 
-void MainFrame::closeEvent(QCloseEvent* event) {
+void CMainFrame::closeEvent(QCloseEvent* event) {
     if (!CloseAll()) {
         event->ignore();
         return;
@@ -225,11 +225,11 @@ void MainFrame::closeEvent(QCloseEvent* event) {
     event->accept();
 }
 
-void MainFrame::dragEnterEvent(QDragEnterEvent* event) {
+void CMainFrame::dragEnterEvent(QDragEnterEvent* event) {
     if (!LocalFiles(*event->mimeData()).isEmpty()) event->acceptProposedAction();
 }
 
-void MainFrame::dropEvent(QDropEvent* event) {
+void CMainFrame::dropEvent(QDropEvent* event) {
     event->acceptProposedAction();
     // Later, so that a box about a file does not hold up the program that the files come from.
     QMetaObject::invokeMethod(

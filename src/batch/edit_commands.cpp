@@ -109,9 +109,9 @@ Outcome SetMarker(BatchSession& session, const Arguments& words) {
         sonavel::SetMarker(view, id, marker.position, marker.name, marker.length));
 }
 
-Outcome DeleteMarker(BatchSession& session, const Arguments& words) {
+Outcome RemoveMarker(BatchSession& session, const Arguments& words) {
     const auto id = static_cast<std::uint32_t>(words.Whole("ID"));
-    return session.OutcomeOf(sonavel::DeleteMarker(session.View(), id));
+    return session.OutcomeOf(sonavel::RemoveMarker(session.View(), id));
 }
 
 // --- Rows
@@ -142,7 +142,7 @@ std::vector<CommandRow> MarkerRows() {
         {.name = "marker-delete",
          .does = "Delete the marker of that number",
          .positional = {kMarkerId},
-         .run = DeleteMarker},
+         .run = RemoveMarker},
     };
 }
 

@@ -82,7 +82,7 @@ bool ReadClipImage(std::span<const std::uint8_t> image, ClipRecord& clip) {
     if (image.size() < offset + announced) return false;
     const std::size_t bytes = announced - announced % format.blockAlign;
     SoundBuffer samples;
-    if (!samples.Allocate(bytes)) return false;
+    if (!samples.AllocBuffer(bytes)) return false;
     if (bytes) std::memcpy(samples.Data(), &image[offset], bytes);
     clip.buffer = std::move(samples);
     clip.format = MakePcmFormat(format.channels, format.bitsPerSample, format.samplesPerSecond);

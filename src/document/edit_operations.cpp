@@ -24,7 +24,7 @@ EditResult RemoveSelection(CSoundDoc& document, const EditSelection& at) {
 // The clip `count` times over; false when the memory cannot be had.
 bool Repeat(const ClipRecord& clip, std::uint32_t count, SoundBuffer& repeated) {
     const std::uint64_t bytes = std::uint64_t{clip.DataSize()} * count;
-    if (bytes > kMaxSoundBytes || !repeated.Allocate(bytes)) return false;
+    if (bytes > kMaxSoundBytes || !repeated.AllocBuffer(bytes)) return false;
     for (std::uint32_t i = 0; i < count; ++i)
         std::memcpy(repeated.Data() + std::size_t{i} * clip.DataSize(), clip.buffer.Data(),
                     clip.DataSize());

@@ -147,7 +147,7 @@ bool AiffReader::Prepare() {
     const std::uint64_t present = std::min(bytes, cursor_.Remaining());
     if (bytes - present > std::max(kMostSilenceBytes, present * kMostSilenceFactor))
         return Fail("unexpected EOF in AIFF chunk");
-    return sound_.buffer.Allocate(bytes) || Fail(failure::kMemory);
+    return sound_.buffer.AllocBuffer(bytes) || Fail(failure::kMemory);
 }
 
 void AiffReader::ReadSamples() {

@@ -113,7 +113,7 @@ bool AuReader::ReadCompanded(const ExpansionTable& table) {
 }
 
 bool AuReader::ReadSamples() {
-    if (!sound_.buffer.Allocate(std::size_t{frames_} * sound_.format.blockAlign))
+    if (!sound_.buffer.AllocBuffer(std::size_t{frames_} * sound_.format.blockAlign))
         return Fail(failure::kMemory);
     bool complete = false;
     if (header_.encoding == AuEncoding::kMuLaw) {

@@ -9,7 +9,7 @@
 
 namespace sonavel {
 SoundBuffer::~SoundBuffer() {
-    Free();
+    FreeBuffer();
 }
 
 SoundBuffer::SoundBuffer(SoundBuffer&& other) noexcept
@@ -21,19 +21,19 @@ SoundBuffer& SoundBuffer::operator=(SoundBuffer&& other) noexcept {
     return *this;
 }
 
-bool SoundBuffer::Allocate(std::size_t bytes) {
+bool SoundBuffer::AllocBuffer(std::size_t bytes) {
     void* block = bytes ? std::malloc(bytes) : nullptr;
     if (bytes && !block) return false;
-    Free();
+    FreeBuffer();
     data_ = static_cast<std::uint8_t*>(block);
     size_ = bytes;
     AdviseHugePages(data_, size_);
     return true;
 }
 
-bool SoundBuffer::Resize(std::size_t bytes) {
+bool SoundBuffer::ReAllocBuffer(std::size_t bytes) {
     if (bytes == 0) {
-        Free();
+        FreeBuffer();
         return true;
     }
     if (void* block = std::realloc(data_, bytes))
@@ -46,12 +46,12 @@ bool SoundBuffer::Resize(std::size_t bytes) {
 
 bool SoundBuffer::CopyFrom(const SoundBuffer& other) {
     if (this == &other) return true;
-    if (!Allocate(other.size_)) return false;
+    if (!AllocBuffer(other.size_)) return false;
     if (size_) std::memcpy(data_, other.data_, size_);
     return true;
 }
 
-void SoundBuffer::Free() {
+void SoundBuffer::FreeBuffer() {
     std::free(data_);
     data_ = nullptr;
     size_ = 0;

@@ -17,13 +17,13 @@ class SoundBuffer {
 
     // Replaces the block by one of `bytes` bytes of unspecified content. False when the memory
     // cannot be had; the old block is then kept.
-    bool Allocate(std::size_t bytes);
+    bool AllocBuffer(std::size_t bytes);
     // Keeps the first min(old, new) bytes; bytes gained are unspecified. On failure nothing
     // changes; becoming smaller does not fail.
-    bool Resize(std::size_t bytes);
+    bool ReAllocBuffer(std::size_t bytes);
     // Makes this an equal block of its own. On failure nothing changes.
     bool CopyFrom(const SoundBuffer& other);
-    void Free();
+    void FreeBuffer();
 
     std::size_t Size() const { return size_; }
     std::uint8_t* Data() { return data_; }

@@ -104,7 +104,7 @@ bool WavReader::ReadSamples() {
     if (data_.sizeBytes > kMaxSoundBytes) return Fail(failure::kMemory);
     // Looked at before the memory is taken, so that a size that lies costs nothing.
     const bool complete = data_.sizeBytes <= riff_.Cursor().Remaining();
-    if (complete && !sound_.buffer.Allocate(data_.sizeBytes)) return Fail(failure::kMemory);
+    if (complete && !sound_.buffer.AllocBuffer(data_.sizeBytes)) return Fail(failure::kMemory);
     TransferProgress progress(wave_.Progress(), "Read sound file", data_.sizeBytes);
     if (complete) return Transfer(progress);
     progress.Finish();

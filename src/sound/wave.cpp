@@ -17,7 +17,7 @@ bool CWave::Create(unsigned channels, unsigned bits, std::uint32_t samplesPerSec
                    std::uint32_t frames) {
     const PcmFormat format = MakePcmFormat(channels, bits, samplesPerSecond);
     const std::uint64_t bytes = std::uint64_t{frames} * format.blockAlign;
-    if (bytes > kMaxSoundBytes || !buffer_.Allocate(bytes)) return false;
+    if (bytes > kMaxSoundBytes || !buffer_.AllocBuffer(bytes)) return false;
     format_ = format;
     markers_.Clear();
     return true;
@@ -28,7 +28,7 @@ void CWave::Adopt(SoundCopy&& sound) {
     buffer_ = std::move(sound.buffer);
     markers_ = std::move(sound.markers);
     // What the move left behind may be the old sound, which nobody needs any more.
-    sound.buffer.Free();
+    sound.buffer.FreeBuffer();
 }
 
 std::optional<SoundCopy> CWave::CopySound() const {
@@ -100,7 +100,7 @@ bool CWave::InsertFrames(std::uint32_t frame, std::span<const std::uint8_t> byte
     const std::size_t oldSize = buffer_.Size();
     const std::size_t offset = frame == GetFrameCount() ? oldSize : ByteOffset(frame);
     if (bytes.size() > kMaxSoundBytes - oldSize) return false;
-    if (!buffer_.Resize(oldSize + bytes.size())) return false;
+    if (!buffer_.ReAllocBuffer(oldSize + bytes.size())) return false;
     std::uint8_t* gap = buffer_.Data() + offset;
     std::memmove(gap + bytes.size(), gap, oldSize - offset);
     std::memcpy(gap, bytes.data(), bytes.size());
@@ -117,7 +117,7 @@ bool CWave::RemoveFrames(std::uint32_t startFrame, std::uint32_t endFrame) {
     const std::size_t end = ByteOffset(endFrame);
     const std::size_t kept = buffer_.Size() - (end - start);
     std::memmove(buffer_.Data() + start, buffer_.Data() + end, buffer_.Size() - end);
-    if (!buffer_.Resize(kept)) return false;
+    if (!buffer_.ReAllocBuffer(kept)) return false;
     markers_.ShiftForRemoval(startFrame, endFrame);
     modified_ = true;
     return true;
@@ -127,7 +127,7 @@ bool CWave::GrowWithSilence(std::uint32_t frames) {
     const std::uint64_t bytes = std::uint64_t{frames} * format_.blockAlign;
     const std::size_t oldSize = buffer_.Size();
     if (bytes <= oldSize) return true;
-    if (bytes > kMaxSoundBytes || !buffer_.Resize(bytes)) return false;
+    if (bytes > kMaxSoundBytes || !buffer_.ReAllocBuffer(bytes)) return false;
     std::memset(buffer_.Data() + oldSize, format_.bitsPerSample == 8 ? 128 : 0, bytes - oldSize);
     modified_ = true;
     return true;

@@ -39,7 +39,7 @@ bool CWave::ConvertBits(unsigned bits) {
     if (!IsEditable(format_) || (bits != 8 && bits != 16)) return false;
     const std::uint64_t bytes = std::uint64_t{buffer_.Size()} * bits / format_.bitsPerSample;
     SoundBuffer converted;
-    if (bytes > kMaxSoundBytes || !converted.Allocate(bytes)) return false;
+    if (bytes > kMaxSoundBytes || !converted.AllocBuffer(bytes)) return false;
     Convert(buffer_, converted, bits);
     buffer_ = std::move(converted);
     format_ = MakePcmFormat(format_.channels, bits, format_.samplesPerSecond);
@@ -52,7 +52,7 @@ bool CWave::ConvertChannels(unsigned channels, ChannelChoice choice) {
     if (!IsEditable(format_) || (channels != 1 && channels != 2)) return false;
     const std::uint64_t bytes = std::uint64_t{buffer_.Size()} * channels / format_.channels;
     SoundBuffer converted;
-    if (bytes > kMaxSoundBytes || !converted.Allocate(bytes)) return false;
+    if (bytes > kMaxSoundBytes || !converted.AllocBuffer(bytes)) return false;
     // A last sample that the file cut off has no counterpart in the loops below.
     if (bytes % 4 != 0) std::memset(converted.Data() + bytes - bytes % 4, 0, bytes % 4);
     const SoundBuffer& old = buffer_;

@@ -45,7 +45,7 @@ std::string Columns(std::initializer_list<int> numbers) {
 
 }  // namespace
 
-std::vector<std::string> PresetNames(const ProfileFile& file) {
+std::vector<std::string> LoadPresetNames(const ProfileFile& file) {
     std::vector<std::string> names;
     std::size_t room = kLongestNames - 1;
     for (std::string& name : file.SectionNames()) {

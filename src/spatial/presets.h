@@ -28,7 +28,7 @@ struct UserPoint {
 };
 
 // In the order in which they stand in the file, as far as the names fit into 32767 bytes.
-std::vector<std::string> PresetNames(const ProfileFile& file);
+std::vector<std::string> LoadPresetNames(const ProfileFile& file);
 
 // Missing or malformed numbers read as 0.
 SystemPreset LoadSystemPreset(const ProfileFile& file, const std::string& name);

@@ -31,7 +31,7 @@ bool Apply(CSoundView& view, const MarkerEdit& edit) {
         case MarkerEdit::Kind::kSet:
             return SetMarker(view, edit.id, edit.position, edit.name, edit.length);
         case MarkerEdit::Kind::kDelete:
-            return DeleteMarker(view, edit.id);
+            return RemoveMarker(view, edit.id);
     }
     return false;
 }
@@ -79,7 +79,7 @@ bool SetMarker(CSoundView& view, std::uint32_t id, std::uint32_t position, std::
     return true;
 }
 
-bool DeleteMarker(CSoundView& view, std::uint32_t id) {
+bool RemoveMarker(CSoundView& view, std::uint32_t id) {
     if (!view.Sound().Markers().Remove(id)) return view.Refuse(kNoSuchMarker);
     MarkersChanged(view);
     return true;

@@ -18,7 +18,7 @@ std::uint32_t AddMarker(CSoundView& view, std::uint32_t position, std::string_vi
 // False when there is no marker of that id; an empty name keeps the old one.
 bool SetMarker(CSoundView& view, std::uint32_t id, std::uint32_t position, std::string_view name,
                std::uint32_t length);
-bool DeleteMarker(CSoundView& view, std::uint32_t id);
+bool RemoveMarker(CSoundView& view, std::uint32_t id);
 
 // The dialog "Marker": the list, beginning with the marker nearest to the cursor; a new marker; or
 // the marker of that id.

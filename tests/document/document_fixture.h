@@ -49,7 +49,7 @@ inline Bytes PatternBytes(std::size_t count, unsigned seed) {
 
 inline SoundCopy MakeSound(const Format& format, const Bytes& bytes) {
     SoundCopy sound{MakePcmFormat(format.channels, format.bits, format.rate), {}, {}};
-    EXPECT_TRUE(sound.buffer.Allocate(bytes.size()));
+    EXPECT_TRUE(sound.buffer.AllocBuffer(bytes.size()));
     std::copy(bytes.begin(), bytes.end(), sound.buffer.Data());
     return sound;
 }

@@ -28,7 +28,7 @@ class WaveTest : public testing::Test {
     // Fills the sound by bytes as they lie in memory; the last frame may be cut.
     void Fill(unsigned channels, unsigned bits, std::uint32_t rate, const FileBytes& bytes) {
         SoundCopy sound{MakePcmFormat(channels, bits, rate), {}, {}};
-        ASSERT_TRUE(sound.buffer.Allocate(bytes.size()));
+        ASSERT_TRUE(sound.buffer.AllocBuffer(bytes.size()));
         std::ranges::copy(bytes, sound.buffer.Data());
         wave.Adopt(std::move(sound));
     }

@@ -244,10 +244,10 @@ TEST_F(PresetTest, ReadsShortAndOverlongLists) {
 TEST_F(PresetTest, DeletesAllButTheFirst) {
     ProfileFile file = programFolder_.Profile("Systemsound.ini");
     for (const char* name : {"One", "Two", "Three"}) SaveSystemPreset(file, name, {1, 2});
-    EXPECT_EQ(PresetNames(file), (std::vector<std::string>{"One", "Two", "Three"}));
+    EXPECT_EQ(LoadPresetNames(file), (std::vector<std::string>{"One", "Two", "Three"}));
     for (const int index : {-1, 0, 1}) EXPECT_EQ(CanDeletePreset(index), index == 1) << index;
     ASSERT_TRUE(DeletePreset(file, "Two"));
-    EXPECT_EQ(PresetNames(file), (std::vector<std::string>{"One", "Three"}));
+    EXPECT_EQ(LoadPresetNames(file), (std::vector<std::string>{"One", "Three"}));
     EXPECT_EQ(SystemDeleteQuestion("Two"), " \"Two\"Delete the preset?");
     EXPECT_EQ(UserDeleteQuestion("Two"), " \"Two\"Will you delete the preset?");
 }

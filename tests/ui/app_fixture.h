@@ -55,7 +55,7 @@ class AppFixture : public ::testing::Test {
         }
         return *app_;
     }
-    MainFrame& Frame() { return App().Frame(); }
+    CMainFrame& Frame() { return App().Frame(); }
     Workspace& Sounds() { return App().Sounds(); }
     CSoundDoc& Active() { return *Sounds().Active()->document; }
 

@@ -71,7 +71,7 @@ class EffectFixture : public ::testing::Test {
     void Open(const EffectSound& sound) {
         SoundCopy copy;
         copy.format = MakePcmFormat(sound.channels, sound.bits, sound.samplesPerSecond);
-        ASSERT_TRUE(copy.buffer.Allocate(std::size_t{sound.frames} * copy.format.blockAlign));
+        ASSERT_TRUE(copy.buffer.AllocBuffer(std::size_t{sound.frames} * copy.format.blockAlign));
         ASSERT_TRUE(workspace_->NewDocumentFromSound(std::move(copy), "Test"));
         for (std::uint32_t frame = 0; frame < sound.frames; ++frame)
             for (unsigned channel = 0; channel < sound.channels; ++channel)

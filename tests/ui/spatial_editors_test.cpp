@@ -47,7 +47,7 @@ class SpatialEditors : public ::testing::Test {
     void Open(unsigned channels, unsigned bits, std::uint32_t frames) {
         SoundCopy copy;
         copy.format = MakePcmFormat(channels, bits, 44100);
-        ASSERT_TRUE(copy.buffer.Allocate(std::size_t{frames} * copy.format.blockAlign));
+        ASSERT_TRUE(copy.buffer.AllocBuffer(std::size_t{frames} * copy.format.blockAlign));
         ASSERT_TRUE(workspace_->NewDocumentFromSound(std::move(copy), "Test"));
         for (std::uint32_t i = 0; i < frames; ++i)
             Document().Sound().SetSample(0, i, i / 50 % 2 ? 90 : -90);
@@ -353,7 +353,7 @@ TEST_F(SpatialEditors, EveryPresetButTheFirstIsDeletedOnYes) {
     remove->click();
     EXPECT_EQ(names->currentText(), "One");
     EXPECT_EQ(dialog.Chooser().Chosen(), (SystemPreset{1, 2}));
-    EXPECT_EQ(PresetNames(file), (std::vector<std::string>{"One", "Beyond"}));
+    EXPECT_EQ(LoadPresetNames(file), (std::vector<std::string>{"One", "Beyond"}));
     EXPECT_EQ(prompts_.questions, std::vector<std::string>(2, " \"Two\"Delete the preset?"));
     EXPECT_EQ(prompts_.captions, std::vector<std::string>(2, "WARNING"));
     EXPECT_FALSE(remove->isEnabled());
@@ -373,7 +373,8 @@ TEST_F(SpatialEditors, APresetsNameIsAskedFor) {
         ok->click();
     });
     ButtonIn(dialog, "Sa&ve…")->click();
-    EXPECT_EQ(PresetNames(folder_.Profile("Systemsound.ini")), std::vector<std::string>{"Away"});
+    EXPECT_EQ(LoadPresetNames(folder_.Profile("Systemsound.ini")),
+              std::vector<std::string>{"Away"});
 }
 
 TEST_F(SpatialEditors, APresetThatCannotBeWrittenIsSaid) {

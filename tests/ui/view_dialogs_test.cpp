@@ -206,7 +206,7 @@ TEST_F(MarkerDialogTest, OkAloneAddsTheProposedMarkerAndLeavesAListAlone) {
 TEST_F(ViewDialogsTest, RecordLocksTheFormatOfTheDocument) {
     RecordRequest request;
     request.documentFormat = NewSoundChoice{96000, 2, 16};
-    RecordDialog dialog(request);
+    CRecordDlg dialog(request);
     auto* rate = dialog.findChild<QComboBox*>();
     auto* mono = ButtonNamed<QRadioButton>(dialog, "&Mono Channel");
     auto* newWindow = ButtonNamed<QCheckBox>(dialog, "&New Window");
@@ -235,7 +235,7 @@ TEST_F(ViewDialogsTest, RecordLocksTheFormatOfTheDocument) {
 }
 
 TEST_F(ViewDialogsTest, RecordWithoutADocumentMakesANewOne) {
-    RecordDialog dialog({});
+    CRecordDlg dialog({});
     auto* newWindow = ButtonNamed<QCheckBox>(dialog, "&New Window");
     EXPECT_TRUE(newWindow->isChecked());
     EXPECT_FALSE(newWindow->isEnabled());

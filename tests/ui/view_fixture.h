@@ -90,7 +90,7 @@ class ViewFixture : public ::testing::Test {
     CSoundView& Open(const TestSound& sound, QSize size = {640, 320}) {
         SoundCopy copy;
         copy.format = MakePcmFormat(sound.channels, 16, 44100);
-        EXPECT_TRUE(copy.buffer.Allocate(std::size_t{sound.frames} * copy.format.blockAlign));
+        EXPECT_TRUE(copy.buffer.AllocBuffer(std::size_t{sound.frames} * copy.format.blockAlign));
         auto* samples = reinterpret_cast<std::int16_t*>(copy.buffer.Data());
         for (std::uint32_t frame = 0; frame < sound.frames; ++frame)
             for (unsigned channel = 0; channel < sound.channels; ++channel)

@@ -280,7 +280,7 @@ TEST_F(EditCommandsTest, MarkerCommandsClampMarkModifiedAndReportWhatIsMissing) 
     EXPECT_TRUE(SetMarker(View(), id, 900, "", 500));
     EXPECT_EQ(Markers().at(1), MarkerRow(900, "end", 100));
     EXPECT_FALSE(SetMarker(View(), 99, 1, "", 0));
-    EXPECT_FALSE(DeleteMarker(View(), 99));
+    EXPECT_FALSE(RemoveMarker(View(), 99));
     EXPECT_EQ(View().LastError(), "There is no such marker.");
     EXPECT_EQ(NearestMarkerId(View(), 500), 1u);
     EXPECT_EQ(NearestMarkerId(View(), 601), id);

@@ -29,7 +29,7 @@ constexpr const char* kLook =
     "  border-color: palette(highlight); }";
 
 // The name as a tab shows it.
-QString ButtonText(const ChildFrame& frame) {
+QString ButtonText(const CChildFrame& frame) {
     QString text = frame.Name();
     text.replace(u'&', QStringLiteral("&&"));
     return frame.isWindowModified() ? text + u'*' : text;
@@ -114,31 +114,31 @@ void WindowListBar::FitFloating() {
     resize(layout()->sizeHint().boundedTo(most));
 }
 
-ChildFrame* WindowListBar::FrameAt(int index) const {
-    return qobject_cast<ChildFrame*>(buttons_->tabData(index).value<QObject*>());
+CChildFrame* WindowListBar::FrameAt(int index) const {
+    return qobject_cast<CChildFrame*>(buttons_->tabData(index).value<QObject*>());
 }
 
-int WindowListBar::IndexOf(const ChildFrame* frame) const {
+int WindowListBar::IndexOf(const CChildFrame* frame) const {
     for (int i = 0; i < buttons_->count(); ++i)
         if (buttons_->tabData(i).value<QObject*>() == frame) return i;
     return -1;
 }
 
-void WindowListBar::Add(ChildFrame& frame) {
+void WindowListBar::Add(CChildFrame& frame) {
     const QSignalBlocker quiet(buttons_);
     const int index = buttons_->addTab(QString());
     buttons_->setTabData(index, QVariant::fromValue<QObject*>(&frame));
     ShowFrame(index);
 }
 
-void WindowListBar::Remove(const ChildFrame& frame) {
+void WindowListBar::Remove(const CChildFrame& frame) {
     const QSignalBlocker quiet(buttons_);
     const int index = IndexOf(&frame);
     if (index >= 0) buttons_->removeTab(index);
 }
 
 void WindowListBar::ShowFrame(int index) {
-    const ChildFrame& frame = *FrameAt(index);
+    const CChildFrame& frame = *FrameAt(index);
     const CSoundDoc& document = *frame.Sound().document;
     const QString text = ButtonText(frame);
     if (buttons_->tabText(index) != text) buttons_->setTabText(index, text);
@@ -147,7 +147,7 @@ void WindowListBar::ShowFrame(int index) {
         index, path.empty() ? Utf8Text(document.Title()) : QFile::decodeName(path.c_str()));
 }
 
-void WindowListBar::Refresh(const ChildFrame* active) {
+void WindowListBar::Refresh(const CChildFrame* active) {
     const QSignalBlocker quiet(buttons_);
     for (int i = 0; i < buttons_->count(); ++i) ShowFrame(i);
     buttons_->setCurrentIndex(IndexOf(active));
@@ -155,7 +155,7 @@ void WindowListBar::Refresh(const ChildFrame* active) {
 }
 
 void WindowListBar::contextMenuEvent(QContextMenuEvent* event) {
-    ChildFrame* frame = FrameAt(buttons_->tabAt(buttons_->mapFromGlobal(event->globalPos())));
+    CChildFrame* frame = FrameAt(buttons_->tabAt(buttons_->mapFromGlobal(event->globalPos())));
     // Beside the buttons, the frame's menu of all bars comes.
     if (!frame) return event->ignore();
     Q_EMIT MenuRequested(frame, event->globalPos());

@@ -40,24 +40,24 @@ class WindowListBar : public QToolBar {
     explicit WindowListBar(const QString& name, QWidget* parent = nullptr);
 
     // At the end of the row.
-    void Add(ChildFrame& frame);
-    void Remove(const ChildFrame& frame);
+    void Add(CChildFrame& frame);
+    void Remove(const CChildFrame& frame);
     // Takes over the titles, with a star for a modified sound, and presses the active one's button.
-    void Refresh(const ChildFrame* active);
+    void Refresh(const CChildFrame* active);
     QTabBar& Buttons() { return *buttons_; }
 
   Q_SIGNALS:
     // The middle button closes the window, which asks as it always does.
-    void Chosen(ChildFrame* frame);
-    void MenuRequested(ChildFrame* frame, const QPoint& globalPosition);
+    void Chosen(CChildFrame* frame);
+    void MenuRequested(CChildFrame* frame, const QPoint& globalPosition);
 
   protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
   private:
-    ChildFrame* FrameAt(int index) const;  // null beside the buttons
-    int IndexOf(const ChildFrame* frame) const;
+    CChildFrame* FrameAt(int index) const;  // null beside the buttons
+    int IndexOf(const CChildFrame* frame) const;
     void ShowFrame(int index);
     void Turn(Qt::Orientation orientation);
     // A floating bar does not follow the size of its contents by itself.

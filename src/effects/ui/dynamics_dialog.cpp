@@ -38,7 +38,7 @@ CurveField* MakeCurveField(ParameterControl& control, QWidget* dialog) {
 
 }  // namespace
 
-DynamicsDialog::DynamicsDialog(const EffectDialogContext& context, QWidget* parent)
+CDynamicsDlg::CDynamicsDlg(const EffectDialogContext& context, QWidget* parent)
     : EffectDialog(context, *FindEffect("dynamics"), {"Dynamics", "   Dynamics Setting", ""},
                    parent),
       link_(new QCheckBox(tr("&Link left and right"), this)),
@@ -56,13 +56,13 @@ DynamicsDialog::DynamicsDialog(const EffectDialogContext& context, QWidget* pare
     AddTimes();
     for (std::size_t i = 0; i < kCurves; ++i)
         connect(&Control(i), &ParameterControl::Changed, this, [this, i] { TakeChange(i); });
-    connect(link_, &QCheckBox::toggled, this, &DynamicsDialog::Link);
+    connect(link_, &QCheckBox::toggled, this, &CDynamicsDlg::Link);
     for (const std::size_t channel : {0, 1})
         pictures_[channel]->SetFields(Fields(channel * kRight));
     Begin(*first);
 }
 
-QWidget* DynamicsDialog::AddChannel(QHBoxLayout& row, const QString& title, std::size_t first) {
+QWidget* CDynamicsDlg::AddChannel(QHBoxLayout& row, const QString& title, std::size_t first) {
     auto* group = new QGroupBox(title, this);
     auto* grid = new QGridLayout(group);
     DynamicsPicture* picture = pictures_[first / kRight];
@@ -83,7 +83,7 @@ QWidget* DynamicsDialog::AddChannel(QHBoxLayout& row, const QString& title, std:
     return fields[0];
 }
 
-void DynamicsDialog::AddTimes() {
+void CDynamicsDlg::AddTimes() {
     auto* row = new QHBoxLayout;
     for (const std::size_t index : {kAttack, kRelease}) {
         QDoubleSpinBox* box = Control(index).MakeSpinBox();
@@ -97,33 +97,33 @@ void DynamicsDialog::AddTimes() {
     Body().addLayout(row);
 }
 
-DynamicsFields DynamicsDialog::Fields(std::size_t first) const {
+DynamicsFields CDynamicsDlg::Fields(std::size_t first) const {
     return {Control(first).Value(), Control(first + 1).Value(), Control(first + 2).Value()};
 }
 
-void DynamicsDialog::TakeFields(std::size_t first, const DynamicsFields& fields) {
+void CDynamicsDlg::TakeFields(std::size_t first, const DynamicsFields& fields) {
     Control(first).SetValue(fields.threshold);
     Control(first + 1).SetValue(fields.below);
     Control(first + 2).SetValue(fields.above);
 }
 
-void DynamicsDialog::TakeChange(std::size_t index) {
+void CDynamicsDlg::TakeChange(std::size_t index) {
     const std::size_t channel = index / kRight;
     pictures_[channel]->SetFields(Fields(channel * kRight));
     if (IsLinked()) Control((index + kRight) % kCurves).SetValue(Control(index).Value());
 }
 
-void DynamicsDialog::Link(bool linked) {
+void CDynamicsDlg::Link(bool linked) {
     if (linked) TakeFields(kRight, Fields(0));
 }
 
-void DynamicsDialog::RememberAll() {
+void CDynamicsDlg::RememberAll() {
     Remember(*FindEffect("dynamics"), 0, kCurves);
     Remember(kTimesRow, kAttack, 2);
     Memory().dynamicsLinked = IsLinked();
 }
 
-void DynamicsDialog::RecallAll() {
+void CDynamicsDlg::RecallAll() {
     // First, so that two curves come back apart.
     link_->setChecked(Memory().dynamicsLinked);
     Recall(*FindEffect("dynamics"), 0, kCurves);

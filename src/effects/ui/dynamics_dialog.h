@@ -8,11 +8,11 @@
 
 namespace sonavel {
 
-class DynamicsDialog : public EffectDialog {
+class CDynamicsDlg : public EffectDialog {
     Q_OBJECT
 
   public:
-    explicit DynamicsDialog(const EffectDialogContext& context, QWidget* parent = nullptr);
+    explicit CDynamicsDlg(const EffectDialogContext& context, QWidget* parent = nullptr);
 
   protected:
     void RememberAll() override;

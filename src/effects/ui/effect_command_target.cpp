@@ -41,19 +41,19 @@ std::unique_ptr<EffectDialog> MakeEffectDialog(int commandId, const EffectDialog
                                                QWidget* parent) {
     switch (commandId) {
         case effect_command::kVolume:
-            return std::make_unique<VolumeDialog>(context, parent);
+            return std::make_unique<CVolumeDlg>(context, parent);
         case effect_command::kPanpot:
-            return std::make_unique<PanpotDialog>(context, parent);
+            return std::make_unique<CPanpotDlg>(context, parent);
         case effect_command::kReverb:
-            return std::make_unique<ReverbDialog>(context, parent);
+            return std::make_unique<CReverbDlg>(context, parent);
         case effect_command::kFlanger:
-            return std::make_unique<FlangerDialog>(context, parent);
+            return std::make_unique<CFlangerDlg>(context, parent);
         case effect_command::kModulator:
-            return std::make_unique<ModulatorDialog>(context, parent);
+            return std::make_unique<CModulatorDlg>(context, parent);
         case effect_command::kDynamics:
-            return std::make_unique<DynamicsDialog>(context, parent);
+            return std::make_unique<CDynamicsDlg>(context, parent);
         case effect_command::kEqualizer:
-            return std::make_unique<EqualizerDialog>(context, parent);
+            return std::make_unique<CGraphicEqDlg>(context, parent);
         default:
             return nullptr;
     }

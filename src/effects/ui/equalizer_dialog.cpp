@@ -16,7 +16,7 @@ QString GainText(double decibels) {
 
 }  // namespace
 
-EqualizerDialog::EqualizerDialog(const EffectDialogContext& context, QWidget* parent)
+CGraphicEqDlg::CGraphicEqDlg(const EffectDialogContext& context, QWidget* parent)
     : EffectDialog(context, *FindEffect("equalizer"),
                    {"Graphic EQ", "    7-Band Graphic EQ", "Select Tab Number or Delay Time"},
                    parent),
@@ -37,7 +37,7 @@ EqualizerDialog::EqualizerDialog(const EffectDialogContext& context, QWidget* pa
     Begin(*first);
 }
 
-QSlider* EqualizerDialog::AddBand(QGridLayout& grid, int band, const char* frequency) {
+QSlider* CGraphicEqDlg::AddBand(QGridLayout& grid, int band, const char* frequency) {
     ParameterControl& control = Control(static_cast<std::size_t>(band));
     QSlider* slider = control.MakeSlider(Qt::Vertical);
     slider->setPageStep(kPageStep);
@@ -55,19 +55,19 @@ QSlider* EqualizerDialog::AddBand(QGridLayout& grid, int band, const char* frequ
     grid.addWidget(gain, 1, column, Qt::AlignHCenter);
     grid.addWidget(label, 2, column, Qt::AlignHCenter);
     grid.setColumnStretch(column, 1);
-    connect(&control, &ParameterControl::Changed, this, &EqualizerDialog::ShowResponse);
+    connect(&control, &ParameterControl::Changed, this, &CGraphicEqDlg::ShowResponse);
     return slider;
 }
 
 // A band without a name is reached by its number.
-void EqualizerDialog::NumberBand(QSlider& slider, int number) {
+void CGraphicEqDlg::NumberBand(QSlider& slider, int number) {
     slider.setAccessibleName(tr("Band %1").arg(number));
     auto* key = new QShortcut(Qt::ALT | static_cast<Qt::Key>(Qt::Key_0 + number), &slider);
     connect(key, &QShortcut::activated, &slider, [&slider] { slider.setFocus(); });
     slider.setToolTip(key->key().toString(QKeySequence::NativeText));
 }
 
-void EqualizerDialog::ShowResponse() {
+void CGraphicEqDlg::ShowResponse() {
     EqualizerParameters parameters;
     for (int band = 0; band < kEqualizerBands; ++band)
         parameters.positions[band] = -qRound(Control(static_cast<std::size_t>(band)).Value() * 10);

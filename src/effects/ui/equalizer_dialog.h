@@ -8,11 +8,11 @@
 
 namespace sonavel {
 
-class EqualizerDialog : public EffectDialog {
+class CGraphicEqDlg : public EffectDialog {
     Q_OBJECT
 
   public:
-    explicit EqualizerDialog(const EffectDialogContext& context, QWidget* parent = nullptr);
+    explicit CGraphicEqDlg(const EffectDialogContext& context, QWidget* parent = nullptr);
 
   private:
     QSlider* AddBand(QGridLayout& grid, int band, const char* frequency);

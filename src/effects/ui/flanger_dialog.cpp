@@ -21,7 +21,7 @@ int Tenths(const ParameterControl& control) {
 
 }  // namespace
 
-FlangerDialog::FlangerDialog(const EffectDialogContext& context, QWidget* parent)
+CFlangerDlg::CFlangerDlg(const EffectDialogContext& context, QWidget* parent)
     : EffectDialog(context, *FindEffect("flanger"),
                    {"Flanger", "   Flanger Settings", "Select Delay Factor"}, parent),
       picture_(new FlangerPicture(SamplesPerSecond(), this)) {
@@ -39,7 +39,7 @@ FlangerDialog::FlangerDialog(const EffectDialogContext& context, QWidget* parent
         grid->addWidget(sliders[row], row, 1);
         grid->addWidget(control.MakeValueLabel(TenthsText), row, 2);
         grid->addWidget(control.MakeUnitLabel(), row, 3);
-        connect(&control, &ParameterControl::Changed, this, &FlangerDialog::ShowSweep);
+        connect(&control, &ParameterControl::Changed, this, &CFlangerDlg::ShowSweep);
     }
     Body().addLayout(grid);
     Body().addWidget(picture_, 1);
@@ -47,7 +47,7 @@ FlangerDialog::FlangerDialog(const EffectDialogContext& context, QWidget* parent
     Begin(*sliders[0]);
 }
 
-void FlangerDialog::ShowSweep() {
+void CFlangerDlg::ShowSweep() {
     picture_->SetParameters({Tenths(Control(kDelay)), Tenths(Control(kModulation))});
 }
 

@@ -6,11 +6,11 @@
 
 namespace sonavel {
 
-class FlangerDialog : public EffectDialog {
+class CFlangerDlg : public EffectDialog {
     Q_OBJECT
 
   public:
-    explicit FlangerDialog(const EffectDialogContext& context, QWidget* parent = nullptr);
+    explicit CFlangerDlg(const EffectDialogContext& context, QWidget* parent = nullptr);
 
   private:
     void ShowSweep();

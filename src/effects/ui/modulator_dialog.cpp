@@ -17,7 +17,7 @@ QString FrequencyText(double position) {
 
 }  // namespace
 
-ModulatorDialog::ModulatorDialog(const EffectDialogContext& context, QWidget* parent)
+CModulatorDlg::CModulatorDlg(const EffectDialogContext& context, QWidget* parent)
     : EffectDialog(context, *FindEffect("modulator"), {"Modulator", "   Modulator Settings", ""},
                    parent),
       picture_(new ModulatorPicture(SamplesPerSecond(), this)) {
@@ -26,12 +26,12 @@ ModulatorDialog::ModulatorDialog(const EffectDialogContext& context, QWidget* pa
     AddOscillator(QStringLiteral("Oscillator 2"), kSecond);
     Body().addWidget(picture_, 1);
     for (std::size_t i = 0; i < ControlCount(); ++i)
-        connect(&Control(i), &ParameterControl::Changed, this, &ModulatorDialog::ShowGain);
+        connect(&Control(i), &ParameterControl::Changed, this, &CModulatorDlg::ShowGain);
     ShowGain();
     Begin(*first);
 }
 
-QScrollBar* ModulatorDialog::AddOscillator(const QString& title, std::size_t first) {
+QScrollBar* CModulatorDlg::AddOscillator(const QString& title, std::size_t first) {
     auto* group = new QGroupBox(title, this);
     auto* grid = new QGridLayout(group);
     ParameterControl& frequency = Control(first);
@@ -53,12 +53,12 @@ QScrollBar* ModulatorDialog::AddOscillator(const QString& title, std::size_t fir
     return bar;
 }
 
-OscillatorParameters ModulatorDialog::Oscillator(std::size_t first) const {
+OscillatorParameters CModulatorDlg::Oscillator(std::size_t first) const {
     return {Control(first).WholeValue(), Control(first + 1).WholeValue(),
             Control(first + 2).WholeValue()};
 }
 
-void ModulatorDialog::ShowGain() {
+void CModulatorDlg::ShowGain() {
     picture_->SetParameters({Oscillator(0), Oscillator(kSecond)});
 }
 

@@ -6,11 +6,11 @@
 
 namespace sonavel {
 
-class ModulatorDialog : public EffectDialog {
+class CModulatorDlg : public EffectDialog {
     Q_OBJECT
 
   public:
-    explicit ModulatorDialog(const EffectDialogContext& context, QWidget* parent = nullptr);
+    explicit CModulatorDlg(const EffectDialogContext& context, QWidget* parent = nullptr);
 
   private:
     // Its controls begin at `first`. Returns the frequency bar.

@@ -21,7 +21,7 @@ int Number(PanMode mode) {
 
 }  // namespace
 
-PanpotDialog::PanpotDialog(const EffectDialogContext& context, QWidget* parent)
+CPanpotDlg::CPanpotDlg(const EffectDialogContext& context, QWidget* parent)
     : EffectDialog(context, *FindEffect("crossfade"),
                    {"Panpot/Crossfade", "   Panpot/Crossfade Settings", ""}, parent) {
     AddControl(FindEffect("pan")->parameters[0]);
@@ -40,18 +40,18 @@ PanpotDialog::PanpotDialog(const EffectDialogContext& context, QWidget* parent)
     crossfade = {AddBar(*crossfadeGrid, kFrom), AddBar(*crossfadeGrid, kTo), nonlinear};
     Body().addWidget(nonlinear);
     Body().addStretch(1);
-    connect(&modes_, &QButtonGroup::idToggled, this, &PanpotDialog::EnableBars);
+    connect(&modes_, &QButtonGroup::idToggled, this, &CPanpotDlg::EnableBars);
     SetMode(PanMode::kPan);
     Begin(*modes_.button(Number(context.memory.panMode)));
 }
 
-void PanpotDialog::AddMode(const QString& text, PanMode mode) {
+void CPanpotDlg::AddMode(const QString& text, PanMode mode) {
     auto* radio = new QRadioButton(text, this);
     modes_.addButton(radio, Number(mode));
     Body().addWidget(radio);
 }
 
-QScrollBar* PanpotDialog::AddBar(QGridLayout& grid, std::size_t index) {
+QScrollBar* CPanpotDlg::AddBar(QGridLayout& grid, std::size_t index) {
     ParameterControl& control = Control(index);
     QScrollBar* bar = control.MakeScrollBar();
     bar->setPageStep(kPageStep);
@@ -71,41 +71,41 @@ QScrollBar* PanpotDialog::AddBar(QGridLayout& grid, std::size_t index) {
     return bar;
 }
 
-PanMode PanpotDialog::Mode() const {
+PanMode CPanpotDlg::Mode() const {
     return static_cast<PanMode>(modes_.checkedId());
 }
 
-void PanpotDialog::SetMode(PanMode mode) {
+void CPanpotDlg::SetMode(PanMode mode) {
     modes_.button(Number(mode))->setChecked(true);
     EnableBars();
 }
 
-void PanpotDialog::EnableBars() {
+void CPanpotDlg::EnableBars() {
     for (const PanMode mode : {PanMode::kPan, PanMode::kCrossfade})
         for (QWidget* widget : widgetsOf_[Number(mode)]) widget->setEnabled(mode == Mode());
 }
 
-const Effect& PanpotDialog::ChosenEffect() const {
+const Effect& CPanpotDlg::ChosenEffect() const {
     return *FindEffect(Mode() == PanMode::kPan ? "pan" : "crossfade");
 }
 
-std::vector<double> PanpotDialog::Values() const {
+std::vector<double> CPanpotDlg::Values() const {
     if (Mode() == PanMode::kPan) return {Control(kPan).Value()};
     return {Control(kFrom).Value(), Control(kTo).Value(), Control(kNonlinear).Value()};
 }
 
-void PanpotDialog::Reset() {
+void CPanpotDlg::Reset() {
     EffectDialog::Reset();
     SetMode(PanMode::kPan);
 }
 
-void PanpotDialog::RememberAll() {
+void CPanpotDlg::RememberAll() {
     Remember(*FindEffect("pan"), kPan, 1);
     Remember(*FindEffect("crossfade"), kFrom, 3);
     Memory().panMode = Mode();
 }
 
-void PanpotDialog::RecallAll() {
+void CPanpotDlg::RecallAll() {
     Recall(*FindEffect("pan"), kPan, 1);
     Recall(*FindEffect("crossfade"), kFrom, 3);
     SetMode(Memory().panMode);

@@ -8,11 +8,11 @@
 
 namespace sonavel {
 
-class PanpotDialog : public EffectDialog {
+class CPanpotDlg : public EffectDialog {
     Q_OBJECT
 
   public:
-    explicit PanpotDialog(const EffectDialogContext& context, QWidget* parent = nullptr);
+    explicit CPanpotDlg(const EffectDialogContext& context, QWidget* parent = nullptr);
 
     const Effect& ChosenEffect() const override;
     std::vector<double> Values() const override;

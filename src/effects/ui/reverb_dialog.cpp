@@ -15,7 +15,7 @@ QString WholeText(double value) {
 
 }  // namespace
 
-ReverbDialog::ReverbDialog(const EffectDialogContext& context, QWidget* parent)
+CReverbDlg::CReverbDlg(const EffectDialogContext& context, QWidget* parent)
     : EffectDialog(context, *FindEffect("reverb"),
                    {"Reverberation", "   Reverberation Setting", "   Reverberation Setting"},
                    parent),
@@ -32,13 +32,13 @@ ReverbDialog::ReverbDialog(const EffectDialogContext& context, QWidget* parent)
     Body().addWidget(MakeTimes());
     Body().addWidget(picture_, 1);
     for (std::size_t i = 0; i < ControlCount(); ++i)
-        connect(&Control(i), &ParameterControl::Changed, this, &ReverbDialog::ShowRoom);
+        connect(&Control(i), &ParameterControl::Changed, this, &CReverbDlg::ShowRoom);
     ShowMixing();
     ShowRoom();
     Begin(*early);
 }
 
-QScrollBar* ReverbDialog::AddBar(QGridLayout& grid, Parameter parameter, int pageStep) {
+QScrollBar* CReverbDlg::AddBar(QGridLayout& grid, Parameter parameter, int pageStep) {
     ParameterControl& control = Control(parameter);
     QScrollBar* bar = control.MakeScrollBar();
     bar->setPageStep(pageStep);
@@ -50,7 +50,7 @@ QScrollBar* ReverbDialog::AddBar(QGridLayout& grid, Parameter parameter, int pag
     return bar;
 }
 
-void ReverbDialog::AddMixing(QGridLayout& grid) {
+void CReverbDlg::AddMixing(QGridLayout& grid) {
     mixing_->setRange(0, kMixingRange);
     mixing_->setSingleStep(10);
     mixing_->setPageStep(100);
@@ -70,18 +70,18 @@ void ReverbDialog::AddMixing(QGridLayout& grid) {
     grid.addLayout(dry, row, 1);
     grid.addWidget(mixing_, row, 2);
     grid.addLayout(wet, row, 3, 1, 2);
-    connect(mixing_, &QScrollBar::valueChanged, this, &ReverbDialog::TakeMixing);
-    connect(&Control(kWet), &ParameterControl::Changed, this, &ReverbDialog::ShowMixing);
+    connect(mixing_, &QScrollBar::valueChanged, this, &CReverbDlg::TakeMixing);
+    connect(&Control(kWet), &ParameterControl::Changed, this, &CReverbDlg::ShowMixing);
 }
 
-void ReverbDialog::AddReflections(QGridLayout& grid) {
+void CReverbDlg::AddReflections(QGridLayout& grid) {
     QDoubleSpinBox* count = Control(kReflections).MakeSpinBox();
     const int row = grid.rowCount();
     grid.addWidget(Control(kReflections).MakeNameLabel(count), row, 0);
     grid.addWidget(count, row, 1);
 }
 
-QWidget* ReverbDialog::MakeTimes() {
+QWidget* CReverbDlg::MakeTimes() {
     auto* group = new QGroupBox(QStringLiteral("Reverb. Time"), this);
     auto* row = new QHBoxLayout(group);
     earlyDecay_ = AddTime(*row, QStringLiteral("EDT"));
@@ -91,7 +91,7 @@ QWidget* ReverbDialog::MakeTimes() {
     return group;
 }
 
-ValueLabel* ReverbDialog::AddTime(QHBoxLayout& row, const QString& name) {
+ValueLabel* CReverbDlg::AddTime(QHBoxLayout& row, const QString& name) {
     auto* value = new ValueLabel(this);
     value->setObjectName(name);
     value->ReserveFor(
@@ -102,19 +102,19 @@ ValueLabel* ReverbDialog::AddTime(QHBoxLayout& row, const QString& name) {
     return value;
 }
 
-void ReverbDialog::TakeMixing(int tenths) {
+void CReverbDlg::TakeMixing(int tenths) {
     const int wet = tenths / 10;
     Control(kWet).SetValue(wet);
     Control(kDry).SetValue(100 - wet);
 }
 
 // The bar keeps a place between two percentages.
-void ReverbDialog::ShowMixing() {
+void CReverbDlg::ShowMixing() {
     const int wet = Control(kWet).WholeValue();
     if (mixing_->value() / 10 != wet) mixing_->setValue(wet * 10);
 }
 
-void ReverbDialog::ShowRoom() {
+void CReverbDlg::ShowRoom() {
     const ReverbParameters room{Control(kEarly).WholeValue(), Control(kTime).WholeValue(),
                                 Control(kReflections).WholeValue(), Control(kDry).WholeValue(),
                                 Control(kWet).WholeValue()};

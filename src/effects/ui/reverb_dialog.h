@@ -8,11 +8,11 @@
 
 namespace sonavel {
 
-class ReverbDialog : public EffectDialog {
+class CReverbDlg : public EffectDialog {
     Q_OBJECT
 
   public:
-    explicit ReverbDialog(const EffectDialogContext& context, QWidget* parent = nullptr);
+    explicit CReverbDlg(const EffectDialogContext& context, QWidget* parent = nullptr);
 
   private:
     enum Parameter : std::size_t { kEarly, kTime, kReflections, kDry, kWet };

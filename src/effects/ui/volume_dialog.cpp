@@ -15,7 +15,7 @@ QString PercentText(double percent) {
 
 }  // namespace
 
-VolumeDialog::VolumeDialog(const EffectDialogContext& context, QWidget* parent)
+CVolumeDlg::CVolumeDlg(const EffectDialogContext& context, QWidget* parent)
     : EffectDialog(context, *FindEffect("volume"),
                    {"Volume", "   Volume Settings", "Select Volume "}, parent) {
     AddControls(Direction::kAgainstValue);

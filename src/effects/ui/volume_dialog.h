@@ -5,11 +5,11 @@
 
 namespace sonavel {
 
-class VolumeDialog : public EffectDialog {
+class CVolumeDlg : public EffectDialog {
     Q_OBJECT
 
   public:
-    explicit VolumeDialog(const EffectDialogContext& context, QWidget* parent = nullptr);
+    explicit CVolumeDlg(const EffectDialogContext& context, QWidget* parent = nullptr);
 };
 
 }  // namespace sonavel

@@ -18,13 +18,13 @@ QWidget* WindowInUse(QWidget* mainWindow) {
 
 }  // namespace
 
-ProgressDialog::ProgressDialog(const QString& caption, QWidget* parent)
+CProgressDlg::CProgressDlg(const QString& caption, QWidget* parent)
     : QDialog(parent), bar_(new QProgressBar(this)) {
     setWindowTitle(caption);
     // Nothing else takes a click while a sound is being changed under it.
     setWindowModality(Qt::ApplicationModal);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);
-    connect(buttons, &QDialogButtonBox::rejected, this, &ProgressDialog::reject);
+    connect(buttons, &QDialogButtonBox::rejected, this, &CProgressDlg::reject);
     auto* column = new QVBoxLayout(this);
     column->setSpacing(12);
     column->addWidget(bar_);
@@ -41,7 +41,7 @@ QString ProgressCaption(std::string_view title) {
 }
 
 QtProgress::QtProgress(std::string_view title, QWidget* parent)
-    : dialog_(new ProgressDialog(ProgressCaption(title), parent)) {}
+    : dialog_(new CProgressDlg(ProgressCaption(title), parent)) {}
 
 QtProgress::~QtProgress() {
     delete dialog_.data();

@@ -11,11 +11,11 @@
 
 namespace sonavel {
 
-class ProgressDialog : public QDialog {
+class CProgressDlg : public QDialog {
     Q_OBJECT
 
   public:
-    ProgressDialog(const QString& caption, QWidget* parent);
+    CProgressDlg(const QString& caption, QWidget* parent);
 
     QProgressBar& Bar() { return *bar_; }
     bool IsCancelled() const { return cancelled_; }
@@ -52,7 +52,7 @@ class QtProgress : public ProgressWindow {
     void ShowWhenDue(Clock::time_point now);
 
     // The window may go with its parent while the operation still runs.
-    QPointer<ProgressDialog> dialog_;
+    QPointer<CProgressDlg> dialog_;
     Clock::time_point created_ = Clock::now();
     Clock::time_point lastPoll_ = created_;
     int position_ = 0;

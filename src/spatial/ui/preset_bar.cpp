@@ -53,7 +53,7 @@ bool PresetBar::LoadFirst() {
 
 void PresetBar::FillList(const QString& current) {
     names_->clear();
-    for (const std::string& name : PresetNames(store_.file)) names_->addItem(Utf8Text(name));
+    for (const std::string& name : LoadPresetNames(store_.file)) names_->addItem(Utf8Text(name));
     names_->setCurrentIndex(names_->findText(current, Qt::MatchFixedString));
     ShowState();
 }
@@ -77,7 +77,7 @@ void PresetBar::AskNameAndSave() {
 
 // Section names of the file differ in more than the case of their letters.
 bool PresetBar::Exists(const std::string& name) const {
-    const std::vector<std::string> names = PresetNames(store_.file);
+    const std::vector<std::string> names = LoadPresetNames(store_.file);
     return std::any_of(names.begin(), names.end(), [&](const std::string& other) {
         return Utf8Text(other).compare(Utf8Text(name), Qt::CaseInsensitive) == 0;
     });

@@ -63,10 +63,10 @@ QLayout* MarkerDialog::MakeButtons() {
     column->addStretch(1);
     connect(add, &QPushButton::clicked, this, &MarkerDialog::AddMarker);
     connect(edit_, &QPushButton::clicked, this, &MarkerDialog::EditMarker);
-    connect(delete_, &QPushButton::clicked, this, &MarkerDialog::DeleteMarker);
+    connect(delete_, &QPushButton::clicked, this, &MarkerDialog::RemoveMarker);
     auto* deleteKey = new QShortcut(QKeySequence::Delete, list_);
     deleteKey->setContext(Qt::WidgetShortcut);
-    connect(deleteKey, &QShortcut::activated, this, &MarkerDialog::DeleteMarker);
+    connect(deleteKey, &QShortcut::activated, this, &MarkerDialog::RemoveMarker);
     return column;
 }
 
@@ -163,7 +163,7 @@ void MarkerDialog::EditMarker() {
     ShowList(edit.id);
 }
 
-void MarkerDialog::DeleteMarker() {
+void MarkerDialog::RemoveMarker() {
     const Marker* marker = Current();
     if (!marker) return;
     const std::uint32_t id = marker->id;

@@ -34,7 +34,7 @@ class MarkerDialog : public FormDialog {
     MarkerEdit FromFields(MarkerEdit::Kind kind) const;
     void AddMarker();
     void EditMarker();
-    void DeleteMarker();
+    void RemoveMarker();
     void OnFieldEdited();
     QString PlaceText(std::uint32_t frames) const;
 

@@ -53,7 +53,7 @@ void QtViewDialogs::ShowClipboardContents(const ClipboardContents& contents,
 }
 
 std::optional<RecordChoice> QtViewDialogs::AskRecord(const RecordRequest& request) {
-    RecordDialog dialog(request, parent_);
+    CRecordDlg dialog(request, parent_);
     if (dialog.exec() != QDialog::Accepted) return std::nullopt;
     return dialog.Choice();
 }

@@ -20,7 +20,7 @@ void AddChoice(QButtonGroup& group, QBoxLayout& column, const QString& text, int
 
 }  // namespace
 
-RecordDialog::RecordDialog(const RecordRequest& request, QWidget* parent)
+CRecordDlg::CRecordDlg(const RecordRequest& request, QWidget* parent)
     : FormDialog(tr("Record"), parent),
       request_(request),
       rate_(new QComboBox(this)),
@@ -35,10 +35,10 @@ RecordDialog::RecordDialog(const RecordRequest& request, QWidget* parent)
     newWindow_->setChecked(!hasDocument);
     newWindow_->setEnabled(hasDocument);
     LockFormat(hasDocument);
-    connect(newWindow_, &QCheckBox::toggled, this, &RecordDialog::OnNewWindowToggled);
+    connect(newWindow_, &QCheckBox::toggled, this, &CRecordDlg::OnNewWindowToggled);
 }
 
-void RecordDialog::AddFormat() {
+void CRecordDlg::AddFormat() {
     for (int rate : kRates) rate_->addItem(QString::number(rate));
     AddForm().addRow(tr("Sampling &Rate:"), rate_);
     auto* columns = new QHBoxLayout;
@@ -54,7 +54,7 @@ void RecordDialog::AddFormat() {
     Body().addLayout(columns);
 }
 
-void RecordDialog::AddTarget() {
+void CRecordDlg::AddTarget() {
     Body().addSpacing(6);
     Body().addWidget(newWindow_);
     Body().addWidget(waiting_);
@@ -75,7 +75,7 @@ void RecordDialog::AddTarget() {
     follow(waiting_->isChecked());
 }
 
-void RecordDialog::ShowFormat(const NewSoundChoice& format) {
+void CRecordDlg::ShowFormat(const NewSoundChoice& format) {
     const QString rate = QString::number(format.samplesPerSecond);
     if (rate_->findText(rate) < 0) rate_->addItem(rate);
     rate_->setCurrentText(rate);
@@ -85,20 +85,20 @@ void RecordDialog::ShowFormat(const NewSoundChoice& format) {
         button->setChecked(true);
 }
 
-void RecordDialog::LockFormat(bool locked) {
+void CRecordDlg::LockFormat(bool locked) {
     rate_->setEnabled(!locked);
     for (const QButtonGroup* group : {&channels_, &bits_})
         for (QAbstractButton* button : group->buttons())
             button->setEnabled(!locked || button->isChecked());
 }
 
-void RecordDialog::OnNewWindowToggled(bool on) {
+void CRecordDlg::OnNewWindowToggled(bool on) {
     if (!request_.documentFormat) return;
     if (!on) ShowFormat(*request_.documentFormat);
     LockFormat(!on);
 }
 
-RecordChoice RecordDialog::Choice() const {
+RecordChoice CRecordDlg::Choice() const {
     RecordChoice choice;
     choice.target = newWindow_->isChecked() ? RecordChoice::Target::kNewDocument
                                             : RecordChoice::Target::kActiveDocument;

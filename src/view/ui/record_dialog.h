@@ -10,11 +10,11 @@
 
 namespace sonavel {
 
-class RecordDialog : public FormDialog {
+class CRecordDlg : public FormDialog {
     Q_OBJECT
 
   public:
-    explicit RecordDialog(const RecordRequest& request, QWidget* parent = nullptr);
+    explicit CRecordDlg(const RecordRequest& request, QWidget* parent = nullptr);
     RecordChoice Choice() const;
 
   private:
