@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "batch/value_rule.h"
+#include "sound/outcome.h"
 
 namespace sonavel::batch {
 
@@ -52,19 +53,6 @@ class Arguments {
     std::map<std::string, Value, std::less<>> values_;
     std::vector<Value> positional_;
 };
-
-// How a command ended; a failure says why.
-struct Outcome {
-    bool done = true;
-    std::string reason{};
-};
-
-inline Outcome Done() {
-    return {};
-}
-inline Outcome Failed(std::string_view reason) {
-    return {false, std::string(reason)};
-}
 
 using Handler = std::function<Outcome(BatchSession&, const Arguments&)>;
 

@@ -34,8 +34,8 @@ ExitStatus RunScript(std::string_view name, std::string_view text, BatchSession&
     if (!script.mistakes.empty()) return kGrammarMistake;
     for (const ParsedCommand& command : script.commands) {
         const Outcome outcome = RunCommand(command, session);
-        if (outcome.done) continue;
-        const std::string reason = OnOneLine(outcome.reason);
+        if (outcome) continue;
+        const std::string reason = OnOneLine(outcome.Reason());
         if (command.tried) {
             session.Out() << "failed: " << reason << '\n';
             continue;

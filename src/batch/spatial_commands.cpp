@@ -45,7 +45,7 @@ void SetHandlers(CommandRow& row, Run run) {
     };
     row.preview = [run](BatchSession& session, const Arguments& words) {
         Outcome outcome = run(session, words, SpatialOutcome::kPreview);
-        if (outcome.done) session.Document().SetPreviewTitlePrefix(untitled_prefix::kUserSound);
+        if (outcome) session.Document().SetPreviewTitlePrefix(untitled_prefix::kUserSound);
         return outcome;
     };
 }
