@@ -8,8 +8,8 @@
 namespace sonavel {
 namespace {
 
-// The single-precision value of pi, which the sweep has always used.
-constexpr double kPi = 3.1415925;
+// Pi in single precision, all its digits: the sweep of a long sound depends on the last of them.
+constexpr double kPi = 3.141592502593994;
 
 }  // namespace
 

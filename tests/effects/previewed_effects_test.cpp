@@ -49,6 +49,18 @@ TEST_F(PreviewedEffectTest, FlangerSweepsItsDelay) {
     }
 }
 
+// An error of the angle in its tenth digit is heard by then.
+TEST_F(PreviewedEffectTest, FlangerKeepsItsSweepForAMinute) {
+    const auto document = MakeNoise({2, 16, 44100}, 60 * 44100);
+    const Channel before = ValuesOf(document->Sound(), 0);
+    ASSERT_TRUE(ApplyFlanger(Target(*document), {150, 100}));
+    const Channel wanted = FlangedLiterally(before, 44100, 150, 100);
+    for (const std::uint32_t second : {0u, 59u}) {
+        const auto from = wanted.begin() + second * 44100;
+        ExpectNear(document->Sound(), 0, second * 44100, Channel(from, from + 44100));
+    }
+}
+
 TEST_F(PreviewedEffectTest, AMonoRangeIsPreviewedByHalfAndNotApplied) {
     const auto document = MakeNoise({1, 16, 8000}, 9000);
     const Channel before = ValuesOf(document->Sound(), 0);
