@@ -127,6 +127,8 @@ class CSoundDoc {
     enum class PreviewPlay { kNo, kYes };
     bool MakePreview(std::span<const float> samples, PreviewPlay play, std::uint32_t lengthBytes,
                      PreviewFormat format);
+    // Stops and empties the preview sound, which no longer fits a sound that an effect has changed.
+    void ClearPreview();
     // What a new document made from the preview is titled with, before its number; empty until one
     // was made.
     const std::string& PreviewTitlePrefix() const { return previewTitlePrefix_; }

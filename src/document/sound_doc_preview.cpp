@@ -49,4 +49,9 @@ bool CSoundDoc::MakePreview(std::span<const float> samples, PreviewPlay play,
     return play == PreviewPlay::kNo || preview_.Play(0);
 }
 
+void CSoundDoc::ClearPreview() {
+    preview_.Stop(CWavePlayer::StopReport::kSilent);
+    preview_.Create(2, 16, sound_.GetSamplesPerSecond(), 0);
+}
+
 }  // namespace sonavel

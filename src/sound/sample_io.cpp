@@ -79,6 +79,14 @@ void Write(CWave& sound, SampleRun run, std::span<const float> values) {
 
 }  // namespace
 
+SONAVEL_VECTOR_CLONES
+void HoldWithinLimits(std::span<float> values, unsigned bits) {
+    const SampleLimits limits = LimitsOfSamples(bits);
+    const auto least = static_cast<float>(limits.least);
+    const auto greatest = static_cast<float>(limits.greatest);
+    for (float& value : values) value = std::min(std::max(value, least), greatest);
+}
+
 void ReadChannel(const CWave& sound, unsigned channel, std::uint32_t startFrame,
                  std::span<float> out, EightBitReading reading) {
     const int valueOfByte0 = reading == EightBitReading::kSignedByte ? -128 : 128;

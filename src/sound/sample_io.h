@@ -12,6 +12,17 @@ namespace sonavel {
 // Brings 8-bit samples to the range of 16-bit ones: 32767 / 127.
 inline constexpr float kEightBitScale = 258.00787f;
 
+// What samples of a width can be: -32768 to 32767, or -127 to 128.
+struct SampleLimits {
+    std::int32_t least;
+    std::int32_t greatest;
+};
+constexpr SampleLimits LimitsOfSamples(unsigned bits) {
+    return bits == 8 ? SampleLimits{-127, 128} : SampleLimits{-32768, 32767};
+}
+// Brings values beyond the limits of samples of this width to the nearer of them.
+void HoldWithinLimits(std::span<float> values, unsigned bits);
+
 enum class EightBitReading {
     kFull,        // -127 to 128, as GetSample gives it
     kSignedByte,  // the value 128 (byte 0) wraps to -128

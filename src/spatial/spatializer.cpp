@@ -70,7 +70,8 @@ void RunFilter(const CWave& sound, Range range, BlockFilter& filter, std::span<f
     progress.SetPosition(100);
 }
 
-// Peaks beyond 16 bits are brought down first; 8-bit sounds are brought up afterwards.
+// Peaks beyond 16 bits are brought down first; 8-bit sounds are brought up afterwards, and what
+// passes 16 bits then is held at their ends.
 SONAVEL_VECTOR_CLONES
 void FitInto16Bits(std::span<float> output, unsigned bits) {
     constexpr float kLimit = 32767;
@@ -80,6 +81,7 @@ void FitInto16Bits(std::span<float> output, unsigned bits) {
         for (float& value : output) value *= kLimit / peak;
     if (bits == 8)
         for (float& value : output) value *= kEightBitScale;
+    HoldWithinLimits(output, 16);
 }
 
 // False, with the sound as it was, when there is no memory.
@@ -100,7 +102,7 @@ bool Store(CSoundDoc& document, Range range, std::span<const float> output) {
         return false;
     }
     WriteInterleaved(sound, range.start, output);
-    document.SetModified(true);
+    document.ClearPreview();
     document.NotifyChanged(0);
     return true;
 }

@@ -25,10 +25,14 @@ TEST_F(SpatializerTest, RendersTheFirstChannelOfTheRangeAndConvertsTheRest) {
     const auto source = MakeNoise({2, 16, 44100}, 5000, 4000);
     const auto document = MakeNoise({2, 16, 44100}, 5000, 4000);
     document->Sound().Markers().Add(1234, "Here", 10);
+    ASSERT_TRUE(
+        SpatializePositional({*document, 0, 99, "", SpatialOutcome::kPreview}, {1.2f, 0, 0}));
     ASSERT_TRUE(SpatializePositional(
         {*document, 1000, 3500, spatial_title::kSystemPositional, SpatialOutcome::kApply},
         {1.2f, 0, 0}));
     const CWave& sound = document->Sound();
+    EXPECT_TRUE(document->IsModified());
+    EXPECT_FALSE(document->Preview().HasData());
     const int responses[] = {141, 159};
     for (const unsigned ear : {0u, 1u})
         for (std::uint32_t i = 0; i < 2500; ++i)
@@ -54,16 +58,53 @@ TEST_F(SpatializerTest, MakesAnEightBitMonoSound16BitStereo) {
 }
 
 TEST_F(SpatializerTest, BringsPeaksDownToFullScaleAndLeavesLowerOnes) {
-    for (const int greatest : {32000, 3000}) {
+    const auto peakOf = [&](int greatest, int sign) {
         const auto document = MakeNoise({1, 16, 44100}, 20000, greatest);
-        ASSERT_TRUE(
+        CWave& sound = document->Sound();
+        for (std::uint32_t i = 0; i < sound.GetFrameCount(); ++i)
+            sound.SetSample(0, i, sign * sound.GetSample(0, i));
+        EXPECT_TRUE(
             SpatializePositional({*document, 0, 0, "", SpatialOutcome::kApply}, {-0.6f, 0, 0}));
-        if (greatest == 32000) {
-            EXPECT_NEAR(PeakOf(document->Sound()), 32767, 1);
-        } else {
-            EXPECT_LT(PeakOf(document->Sound()), 32000);
-        }
+        return PeakOf(sound);
+    };
+    EXPECT_LT(peakOf(3000, 1), 32000);
+    // Whichever sign the loudest sample has.
+    for (const int sign : {1, -1}) {
+        EXPECT_LE(peakOf(32000, sign), 32767);
+        EXPECT_GE(peakOf(32000, sign), 32766);
     }
+}
+
+// What the ear nearest to the source hears is louder than the sound itself.
+TEST_F(SpatializerTest, HoldsALoudEightBitSoundAtFullScale) {
+    constexpr std::uint32_t kFrames = 3000;
+    const auto source = MakeNoise({1, 8, 44100}, kFrames);
+    const auto document = MakeNoise({1, 8, 44100}, kFrames);
+    const SourcePosition left{-0.6f, 0, 0};
+    const auto expectHeld = [&](const CWave& sound) {
+        std::uint32_t held = 0;
+        for (std::uint32_t i = 0; i < kFrames; ++i) {
+            const double wanted = Convolved(source->Sound(), 0, i, 159) * 258.00787;
+            held += std::abs(wanted) > 32768;
+            ASSERT_NEAR(sound.GetSample(0, i), std::clamp(wanted, -32768.0, 32767.0), 2) << i;
+        }
+        EXPECT_GT(held, 100u);
+    };
+    ASSERT_TRUE(SpatializePositional({*document, 0, 0, "", SpatialOutcome::kPreview}, left));
+    expectHeld(document->Preview());
+    ASSERT_TRUE(SpatializePositional({*document, 0, 0, "", SpatialOutcome::kApply}, left));
+    expectHeld(document->Sound());
+}
+
+TEST_F(SpatializerTest, RefusesASoundThatWouldBecomeTooLong) {
+    constexpr std::uint32_t kFrames = 1u << 29;
+    const auto document = MakeDocument();
+    ASSERT_TRUE(document->Sound().Create(1, 8, 44100, kFrames));
+    EXPECT_FALSE(SpatializePositional({*document, 0, 10, "", SpatialOutcome::kApply}, {0, 1, 0}));
+    EXPECT_EQ(document->LastError(), "The sound is too long to become 16-bit stereo.");
+    EXPECT_TRUE(progress_.titles.empty());
+    EXPECT_FALSE(document->IsModified() || document->CanUndo());
+    EXPECT_TRUE(SpatializePositional({*document, 0, 10, "", SpatialOutcome::kPreview}, {0, 1, 0}));
 }
 
 TEST_F(SpatializerTest, CancelledRunsEndInSilence) {
@@ -239,6 +280,12 @@ TEST_F(PresetTest, ReadsShortAndOverlongLists) {
     ASSERT_EQ(read.size(), 167u);
     EXPECT_EQ(read[165], many[0]);
     EXPECT_EQ(read[166], (UserPoint{100, -99, 0}));
+
+    // More numbers than are counted.
+    for (const std::size_t counted : {0u, 1u}) {
+        file.SetString("long", "point Count", counted ? "  1" : "  0");
+        EXPECT_EQ(LoadUserPreset(file, "long"), std::vector<UserPoint>(counted, many[0]));
+    }
 }
 
 TEST_F(PresetTest, DeletesAllButTheFirst) {
