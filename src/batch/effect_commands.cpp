@@ -104,8 +104,16 @@ Outcome Preview(BatchSession& session, const Arguments& words, const Effect& eff
     return Done();
 }
 
+std::string WhatItDoes(const Effect& effect) {
+    std::string text = effect.prompt;
+    for (const EffectParameter& parameter : effect.parameters)
+        if (parameter.explanation)
+            text += std::string("; ") + parameter.key + ": " + parameter.explanation;
+    return text;
+}
+
 CommandRow RowOf(const Effect& effect) {
-    CommandRow row = {.name = effect.name, .does = effect.prompt, .keys = KeysOf(effect)};
+    CommandRow row = {.name = effect.name, .does = WhatItDoes(effect), .keys = KeysOf(effect)};
     row.run = [&effect](BatchSession& session, const Arguments& words) {
         return Apply(session, words, effect);
     };

@@ -15,20 +15,16 @@ EffectRange DirectRange(const EffectTarget& target) {
                          target.document.Sound().GetFrameCount(), RangeStart::kSmallerEnd);
 }
 
-EffectRange VolumeRange(const EffectTarget& target) {
-    return RangeToWorkOn(target.selectionStart, target.selectionEnd,
-                         target.document.Sound().GetFrameCount(), RangeStart::kSelectionStart);
-}
-
 void MultiplyBy(std::span<float> samples, std::span<const float> gains) {
     for (std::size_t i = 0; i < samples.size(); ++i) samples[i] *= gains[i];
 }
 
-int Percent(std::uint32_t done, std::uint32_t total) {
-    return static_cast<int>(std::uint64_t{done} * 100 / total);
-}
-
 }  // namespace
+
+EffectRange VolumeRange(const EffectTarget& target) {
+    return RangeToWorkOn(target.selectionStart, target.selectionEnd,
+                         target.document.Sound().GetFrameCount(), RangeStart::kSelectionStart);
+}
 
 bool ApplyVolume(const EffectTarget& target, const VolumeParameters& parameters) {
     CSoundDoc& document = target.document;
@@ -39,11 +35,11 @@ bool ApplyVolume(const EffectTarget& target, const VolumeParameters& parameters)
     CWave& sound = document.Sound();
     std::array<float, 2 * kMaxPieceFrames> samples;
     for (std::uint32_t done = 0; done < range.length; done += kMaxPieceFrames) {
-        progress->SetPosition(Percent(done, range.length));
+        ShowDone(*progress, done, range.length);
         const std::uint32_t frames = std::min(range.length - done, kMaxPieceFrames);
         const auto piece = std::span(samples).first(std::size_t{frames} * sound.GetChannels());
         ReadInterleaved(sound, range.start + done, piece);
-        ScaleVolume(piece, parameters);
+        ScaleVolume(piece, parameters, sound.GetBits());
         WriteInterleaved(sound, range.start + done, piece);
     }
     EndApply(document, range);
@@ -62,11 +58,11 @@ bool PreviewVolume(const EffectTarget& target, const VolumeParameters& parameter
     for (unsigned slot = 0; slot < 2; ++slot) {
         const unsigned channel = std::min(slot, sound.GetChannels() - 1);
         for (std::uint32_t done = 0; done < range.length; done += kMaxPieceFrames) {
-            progress->SetPosition(Percent(done, range.length));
+            ShowDone(*progress, done, range.length);
             const auto piece =
                 std::span(samples).first(std::min(range.length - done, kMaxPieceFrames));
             ReadChannel(sound, channel, range.start + done, piece, EightBitReading::kFull);
-            ScaleVolume(piece, parameters);
+            ScaleVolume(piece, parameters, sound.GetBits());
             pairs.Put(slot, done, piece);
         }
     }
@@ -87,7 +83,7 @@ bool ApplyPanpot(const EffectTarget& target, const PanpotParameters& parameters)
     const auto progress = ShowProgress(document, " Panpot/Crossfade");
     Panpot panpot(parameters, range.length);
     ForEachPiece(sound, range, [&](CEffectBuffer& buffer, std::uint32_t done) {
-        progress->SetPosition(Percent(done, range.length));
+        ShowDone(*progress, done, range.length);
         panpot.Process(buffer.Left(), buffer.Right());
     });
     EndApply(document, range);
@@ -104,7 +100,7 @@ bool ApplyModulator(const EffectTarget& target, const ModulatorParameters& param
     CModOscillator second(parameters.second, sound.GetSamplesPerSecond());
     std::array<float, kMaxPieceFrames> gains;
     ForEachPiece(sound, range, [&](CEffectBuffer& buffer, std::uint32_t done) {
-        progress->SetPosition(Percent(done, range.length));
+        ShowDone(*progress, done, range.length);
         const auto used = std::span(gains).first(buffer.FrameCount());
         std::fill(used.begin(), used.end(), 1.0f);
         first.Run(used);
@@ -122,7 +118,7 @@ bool ApplyDynamics(const EffectTarget& target, const DynamicsParameters& paramet
     if (!BeginApply(document)) return false;
     const auto progress = ShowProgress(document, " Dynamics");
     ForEachPiece(document.Sound(), range, [&](CEffectBuffer& buffer, std::uint32_t done) {
-        progress->SetPosition(Percent(done, range.length));
+        ShowDone(*progress, done, range.length);
         ApplyCurve(buffer.Left(), parameters.left);
         ApplyCurve(buffer.Right(), parameters.right);
     });

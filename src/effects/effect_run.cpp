@@ -62,12 +62,17 @@ bool BeginApply(CSoundDoc& document) {
 }
 
 void EndApply(CSoundDoc& document, EffectRange range) {
-    document.SetModified(true);
+    document.ClearPreview();
     document.NotifyChanged(range.start);
 }
 
 std::unique_ptr<ProgressWindow> ShowProgress(const CSoundDoc& document, std::string_view suffix) {
     return document.Services().progress.CreateProgress("Progress" + std::string(suffix));
+}
+
+void ShowDone(ProgressWindow& progress, std::uint32_t done, std::uint32_t total) {
+    progress.SetPosition(static_cast<int>(std::uint64_t{done} * 100 / total));
+    progress.Poll();
 }
 
 bool SetPreviewResult(CSoundDoc& document, std::span<const float> pairs, std::uint32_t count,
@@ -77,10 +82,8 @@ bool SetPreviewResult(CSoundDoc& document, std::span<const float> pairs, std::ui
 
 void ApplyEffectResult(CSoundDoc& document, EffectRange range, std::span<const float> pairs,
                        std::uint32_t count) {
-    CWavePlayer& sound = document.Sound();
-    document.Preview().Create(2, 16, sound.GetSamplesPerSecond(), 0);
     if (count / 2 != range.length) return;
-    WriteInterleaved(sound, range.start, pairs);
+    WriteInterleaved(document.Sound(), range.start, pairs);
 }
 
 }  // namespace sonavel

@@ -42,11 +42,15 @@ bool CheckMemory(CSoundDoc& document, const PairBuffer& pairs);
 // The first step of every apply: false when the sound is empty, or when the undo step could not be
 // made and the person chose to stop.
 bool BeginApply(CSoundDoc& document);
-// The last step: the sound is modified and the views follow.
+// The last step: the sound is modified, the views follow, and the preview, which no longer fits, is
+// emptied.
 void EndApply(CSoundDoc& document, EffectRange range);
 
 // "Progress" with the effect's suffix as caption.
 std::unique_ptr<ProgressWindow> ShowProgress(const CSoundDoc& document, std::string_view suffix);
+// For a run that cannot be cancelled, once a piece: shows the percentage of the frames done and
+// keeps the window alive.
+void ShowDone(ProgressWindow& progress, std::uint32_t done, std::uint32_t total);
 
 // Hand-overs. `count` is channels x frames of the run; both take it as the sample count of a stereo
 // result, so a mono range is previewed for half its length, and is not applied at all.

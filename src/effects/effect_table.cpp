@@ -19,11 +19,13 @@ int Tenths(double value) {
 // --- Volume
 
 constexpr EffectParameter kVolumeParameters[] = {
-    {"percent", "Volume", "%", 0, 100, 300, 1, 0},
+    {"percent", "Volume", "%", 0, 100, kGreatestVolumePercent, 1, 0},
+    {"hold", "Hold at full scale", "", 0, 0, 1, 1, kSwitch,
+     "values beyond full scale are held there instead of wrapping around"},
 };
 
 VolumeParameters Volume(Values values) {
-    return {Whole(values[0])};
+    return {Whole(values[0]), values[1] != 0 ? Overload::kHold : Overload::kWrap};
 }
 
 // --- Panpot and crossfade

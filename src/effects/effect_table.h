@@ -23,6 +23,8 @@ struct EffectParameter {
     double greatest;
     double step;
     int decimals;  // shown, or kSwitch
+    // What it does, where the label leaves that open.
+    const char* explanation = nullptr;
 };
 
 // What keeps its state from one run to the next, for as long as the program runs. The application

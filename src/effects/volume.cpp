@@ -1,10 +1,34 @@
 #include "effects/volume.h"
 
-namespace sonavel {
+#include <array>
 
-void ScaleVolume(std::span<float> samples, const VolumeParameters& parameters) {
+#include "sound/sample_io.h"
+
+namespace sonavel {
+namespace {
+
+// Only whole numbers are stored, so what is cut off does not count.
+bool IsBeyond(float value, const SampleLimits& limits) {
+    const auto whole = static_cast<std::int32_t>(value);
+    return whole < limits.least || whole > limits.greatest;
+}
+
+}  // namespace
+
+void ScaleVolume(std::span<float> samples, const VolumeParameters& parameters, unsigned bits) {
     const float factor = static_cast<float>(parameters.percent) * 0.01f;
     for (float& sample : samples) sample = factor * sample;
+    if (parameters.overload == Overload::kHold) HoldWithinLimits(samples, bits);
+}
+
+std::optional<int> FirstTooLoudPercent(const SampleExtremes& extremes, unsigned bits) {
+    const SampleLimits limits = LimitsOfSamples(bits);
+    for (int percent = 0; percent <= kGreatestVolumePercent; ++percent) {
+        std::array ends{static_cast<float>(extremes.minimum), static_cast<float>(extremes.maximum)};
+        ScaleVolume(ends, {percent}, bits);
+        if (IsBeyond(ends[0], limits) || IsBeyond(ends[1], limits)) return percent;
+    }
+    return std::nullopt;
 }
 
 }  // namespace sonavel

@@ -307,6 +307,12 @@ TEST_F(BatchToolTest, AppliesAndPreviewsEffects) {
         "document 2 title=\"Volume_1\" rate=8000 channels=2 bits=16 frames=2 bytes=8 "
         "duration=0.000250 modified=1 selection=0..0 cursor=0 markers=0\n"
         "0 12 12\n1 18 18\n0 12 12\n");
+    WriteRamp("loud.wav", 20000);
+    ExpectOutput(
+        "open @/loud.wav; select 19998 20000; volume percent=300; samples 19999 1; undo\n"
+        "preview volume percent=300 hold=on; preview-new; samples 0 1; activate 1\n"
+        "volume percent=300 hold=on; samples 19999 1; try preview-save @/p.wav",
+        "19999 -5536\n0 32767 32767\n19999 32767\nfailed: There is no preview sound.\n");
     // The right channel takes the left one's dynamics unless it has its own.
     ExpectOutput(
         "open @/r.wav; convert-channels 2; dynamics below=0.5; samples 3 1\n"

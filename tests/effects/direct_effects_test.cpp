@@ -5,6 +5,7 @@
 
 #include "effect_fixture.h"
 #include "effects/quantizer.h"
+#include "effects/range_extremes.h"
 
 namespace sonavel::testing {
 namespace {
@@ -76,7 +77,7 @@ class DirectEffectTest : public EffectTest {
   protected:
     // Runs the effect on the range in every format that `formats` names.
     void Check(std::span<const Format> formats, double tolerance, int (*finish)(double),
-               const std::function<bool(const EffectTarget&)>& apply,
+               const char* name, const std::vector<double>& values,
                const std::function<Formula(const Format&)>& formula) {
         for (const Format& format : formats) {
             SCOPED_TRACE(NameOf(format));
@@ -84,123 +85,142 @@ class DirectEffectTest : public EffectTest {
             const std::vector<Channel> before = ChannelsOf(
                 document->Sound(), finish == Truncated ? Reading::kFull : Reading::kSignedByte);
             const Bytes bytesBefore = BytesOf(document->Sound());
-            ASSERT_TRUE(apply(Target(*document, kStart, kEnd)));
+            ASSERT_TRUE(Apply(name, Target(*document, kStart, kEnd), values));
             ExpectRange(document->Sound(), before, tolerance, formula(format), finish);
-            EXPECT_TRUE(document->IsModified());
             ASSERT_TRUE(document->Undo());
             EXPECT_EQ(BytesOf(document->Sound()), bytesBefore);
         }
     }
 };
 
+constexpr Format kStereo[] = {{2, 8}, {2, 16}};
+
 TEST_F(DirectEffectTest, VolumeScalesAndWraps) {
     for (const int percent : {0, 33, 100, 300})
-        Check(
-            kFormats, 1e-2, Truncated,
-            [&](const EffectTarget& target) { return ApplyVolume(target, {percent}); },
-            [&](const Format&) {
-                return [=](unsigned, std::uint32_t, double x) { return percent * 0.01 * x; };
-            });
+        Check(kFormats, 1e-2, Truncated, "volume", {percent / 1.0, 0}, [&](const Format&) {
+            return [=](unsigned, std::uint32_t, double x) { return percent * 0.01 * x; };
+        });
     EXPECT_EQ(progress_.titles.back(), "ProgressVolume");
 }
 
+TEST_F(DirectEffectTest, VolumeCanBeHeldAtFullScale) {
+    for (const int percent : {99, 300})
+        Check(kFormats, 1e-2, Truncated, "volume", {percent / 1.0, 1}, [&](const Format& format) {
+            const double least = format.bits == 8 ? -127 : -32768;
+            const double greatest = format.bits == 8 ? 128 : 32767;
+            return [=](unsigned, std::uint32_t, double x) {
+                return std::clamp(percent * 0.01 * x, least, greatest);
+            };
+        });
+    // Heard as it would be applied.
+    const auto document = MakeNoise({2, 8}, kFrames);
+    ASSERT_TRUE(Preview("volume", Target(*document), {300, 1}));
+    EXPECT_EQ(PeakOf(document->Preview()), 128);
+}
+
 TEST_F(DirectEffectTest, PanLowersTheOtherSideOnly) {
-    constexpr Format kStereo[] = {{2, 8}, {2, 16}};
     for (const int pan : {-1000, -250, 5, 0, 999})
-        Check(
-            kStereo, 1e-2, QuantizedLiterally,
-            [&](const EffectTarget& target) {
-                return ApplyPanpot(target, {.mode = PanMode::kPan, .pan = pan});
-            },
-            [&](const Format&) {
-                const int p = pan / 10;
-                return [=](unsigned channel, std::uint32_t, double x) {
-                    const bool lowered = channel == 0 ? p > 0 : p < 0;
-                    return lowered ? x * (100 - std::abs(p)) * 0.01 : x;
-                };
-            });
+        Check(kStereo, 1e-2, QuantizedLiterally, "pan", {pan / 1.0}, [&](const Format&) {
+            const int p = pan / 10;
+            return [=](unsigned channel, std::uint32_t, double x) {
+                const bool lowered = channel == 0 ? p > 0 : p < 0;
+                return lowered ? x * (100 - std::abs(p)) * 0.01 : x;
+            };
+        });
 }
 
 TEST_F(DirectEffectTest, CrossfadeMovesFromOnePositionToTheOther) {
-    constexpr Format kStereo[] = {{2, 16}};
-    for (const CrossfadeLaw law : {CrossfadeLaw::kLinear, CrossfadeLaw::kExponential})
-        Check(
-            kStereo, 2e-2, QuantizedLiterally,
-            [&](const EffectTarget& target) {
-                return ApplyPanpot(
-                    target, {.mode = PanMode::kCrossfade, .from = -1000, .to = 1000, .law = law});
-            },
-            [&](const Format&) {
-                std::vector<float> positions(kEnd - kStart);
-                const float step = -200.0f / static_cast<float>(positions.size());
-                float p = -100;
-                for (float& position : positions) position = p = p - step;
-                return [=](unsigned channel, std::uint32_t i, double x) {
-                    const double position = positions[i];
-                    const bool lowered = channel == 0 ? position > 0 : position < 0;
-                    if (!lowered) return x;
-                    const double v = 100 - std::abs(position);
-                    return law == CrossfadeLaw::kLinear ? x * v * 0.01
-                                                        : x * std::exp(v / 21.8) * 0.01;
-                };
-            });
+    for (const bool nonlinear : {false, true})
+        Check(std::span(kStereo).last(1), 2e-2, QuantizedLiterally, "crossfade",
+              {-1000, 709, nonlinear ? 1.0 : 0.0}, [&](const Format&) {
+                  std::vector<float> positions(kEnd - kStart);
+                  const float step = -170.0f / static_cast<float>(positions.size());
+                  float p = -100;
+                  for (float& position : positions) position = p = p - step;
+                  return [=](unsigned channel, std::uint32_t i, double x) {
+                      const double position = positions[i];
+                      const bool lowered = channel == 0 ? position > 0 : position < 0;
+                      if (!lowered) return x;
+                      const double v = 100 - std::abs(position);
+                      return nonlinear ? x * std::exp(v / 21.8) * 0.01 : x * v * 0.01;
+                  };
+              });
 }
 
 TEST_F(DirectEffectTest, PanpotRefusesAMonoSound) {
     const auto document = MakeNoise({1, 16}, 100);
-    EXPECT_FALSE(ApplyPanpot(Target(*document), {}));
+    EXPECT_FALSE(Apply("pan", Target(*document), {0}));
     EXPECT_EQ(document->LastError(), "Can not use Panpot/Crossfade in Mono File.");
     EXPECT_FALSE(document->CanUndo());
 }
 
 TEST_F(DirectEffectTest, DynamicsBendsAtTheThresholdAndClips) {
-    const DynamicsCurve curves[] = {{0.5f, 1, 0}, {0, 1, 0.5f}, {1, 1, 1}, {0.25f, 3, 0.5f}};
-    for (const DynamicsCurve& curve : curves)
-        Check(
-            kFormats, 2e-2, QuantizedLiterally,
-            [&](const EffectTarget& target) {
-                return ApplyDynamics(target, {curve, curve});
-            },
-            [&](const Format&) {
-                return [=](unsigned, std::uint32_t, double x) {
-                    const double s = x < 0 ? -1 : 1;
-                    const double t = curve.threshold, p = curve.below, q = curve.above;
-                    const double y =
-                        std::abs(x) / 32768 > t ? (p - q) * s * t * 32768 + q * x : p * x;
-                    return std::abs(y) > 32767 ? s * 32767 : y;
-                };
-            });
-}
-
-TEST_F(DirectEffectTest, ModulatorMultipliesByBothOscillators) {
-    const ModulatorParameters parameters = {{500, 20, 80}, {1333, 0, 60}};
-    Check(
-        kFormats, 1e-2, QuantizedLiterally,
-        [&](const EffectTarget& target) { return ApplyModulator(target, parameters); },
-        [&](const Format& format) {
-            Channel gain(kEnd - kStart, 1.0f);
-            for (const OscillatorParameters& oscillator : {parameters.first, parameters.second}) {
-                float phase = 0;
-                const double step = oscillator.frequency * 0.001f * 6.283184 / (format.rate / 50);
-                const auto delay = static_cast<std::size_t>(oscillator.delayMs * 44.1);
-                for (std::size_t i = 0; i < gain.size(); ++i) {
-                    if (i >= delay)
-                        gain[i] *= static_cast<float>(-0.01 * oscillator.amplitudePercent *
-                                                      std::sin(double{phase}));
-                    phase = static_cast<float>(phase + step);
-                }
-            }
-            return [=](unsigned, std::uint32_t i, double x) { return gain[i] * x; };
+    // Threshold in percent, ratios below and above it to 1, for the left and the right channel.
+    const std::vector<double> settings[] = {
+        {50, 1, 20, 12.5, 0.4, 2}, {0, 1, 2, 100, 1, 1}, {25, 0.3, 4, 75, 0.8, 0.5}};
+    for (const std::vector<double>& values : settings)
+        Check(kFormats, 2e-2, QuantizedLiterally, "dynamics", values, [&](const Format&) {
+            return [=](unsigned channel, std::uint32_t, double x) {
+                const double* of = values.data() + 3 * channel;
+                const double s = x < 0 ? -1 : 1;
+                const double t = of[0] / 100, p = 1 / of[1], q = 1 / of[2];
+                const double y = std::abs(x) / 32768 > t ? (p - q) * s * t * 32768 + q * x : p * x;
+                return std::abs(y) > 32767 ? s * 32767 : y;
+            };
         });
 }
 
-TEST_F(DirectEffectTest, AnEmptySoundIsRefusedByEveryEffect) {
-    const auto document = MakeNoise({1, 16}, 0);
-    for (const Effect& effect : Effects()) {
-        const std::vector<double> values = StartValuesOf(effect);
-        EXPECT_FALSE(effect.preview ? effect.preview(Target(*document), values, PreviewPlay::kNo)
-                                    : effect.apply(Target(*document), values))
-            << effect.name;
+TEST_F(DirectEffectTest, ModulatorMultipliesByBothOscillators) {
+    // Of each oscillator: 1/20 Hz, ms, percent.
+    const std::vector<double> values = {500, 20, 80, 1333, 7, 60};
+    Check(kFormats, 1e-2, QuantizedLiterally, "modulator", values, [&](const Format& format) {
+        Channel gain(kEnd - kStart, 1.0f);
+        for (const double* of : {values.data(), values.data() + 3}) {
+            float phase = 0;
+            const double step = static_cast<float>(of[0]) * 0.001f * 6.283184 / (format.rate / 50);
+            const auto delay = static_cast<std::size_t>(of[1] * 44.1);
+            for (std::size_t i = 0; i < gain.size(); ++i) {
+                if (i >= delay)
+                    gain[i] *= static_cast<float>(-0.01 * of[2] * std::sin(double{phase}));
+                phase = static_cast<float>(phase + step);
+            }
+        }
+        return [=](unsigned, std::uint32_t i, double x) { return gain[i] * x; };
+    });
+}
+
+TEST(VolumeTest, TellsFromWhichPercentageOnTheRangeIsTooLoud) {
+    struct Case {
+        SampleExtremes extremes;
+        unsigned bits;
+        std::optional<int> percent;
+    };
+    const Case cases[] = {
+        {{19800, -100}, 16, 166}, {{100, -19800}, 16, 166},  {{32767, 0}, 16, 101},
+        {{0, -32768}, 16, 101},   {{10922, -10922}, 16, {}}, {{10923, 0}, 16, 300},
+        {{0, -10923}, 16, 300},   {{0, 0}, 16, {}},          {{128, 0}, 8, 101},
+        {{64, 0}, 8, 202},        {{0, -64}, 8, 200},        {{42, -42}, 8, {}},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(FirstTooLoudPercent(c.extremes, c.bits), c.percent)
+            << c.extremes.maximum << ' ' << c.extremes.minimum;
+}
+
+TEST_F(DirectEffectTest, ExtremesAreThoseOfTheRangeOverAllChannels) {
+    for (const Format& format : kFormats) {
+        SCOPED_TRACE(NameOf(format));
+        const auto document = MakeNoise(format, 100, 10000);
+        CWave& sound = document->Sound();
+        const unsigned last = format.channels - 1;
+        const int most = format.bits == 8 ? 128 : 32767;
+        const int least = format.bits == 8 ? -127 : -32768;
+        sound.SetSample(0, 10, most);
+        sound.SetSample(last, 49, least);
+        EXPECT_EQ(ExtremesOf(sound, {10, 40}), (SampleExtremes{most, least}));
+        const SampleExtremes between = ExtremesOf(sound, {11, 38});
+        EXPECT_LT(between.maximum, most / 2);
+        EXPECT_GT(between.minimum, least / 2);
+        EXPECT_EQ(ExtremesOf(sound, {10, 0}), SampleExtremes{});
     }
 }
 

@@ -45,6 +45,15 @@ class EffectTest : public DocumentTest {
     EffectTarget Target(CSoundDoc& document, std::uint32_t start = 0, std::uint32_t end = 0) {
         return {document, start, end, state_};
     }
+    // By the effect's name, with the values that its dialog shows, in their order.
+    static bool Apply(const char* name, const EffectTarget& target,
+                      const std::vector<double>& values) {
+        return FindEffect(name)->apply(target, values);
+    }
+    static bool Preview(const char* name, const EffectTarget& target,
+                        const std::vector<double>& values) {
+        return FindEffect(name)->preview(target, values, PreviewPlay::kNo);
+    }
 
     EffectState state_;
 };

@@ -42,7 +42,7 @@ TEST_F(PreviewedEffectTest, FlangerSweepsItsDelay) {
     for (const auto& [delay, modulation] : {std::pair{0, 5}, {10, 100}, {150, 3}}) {
         const auto document = MakeNoise({2, 16, 8000}, 20000);
         const Channel before[] = {ValuesOf(document->Sound(), 0), ValuesOf(document->Sound(), 1)};
-        ASSERT_TRUE(ApplyFlanger(Target(*document), {delay, modulation}));
+        ASSERT_TRUE(Apply("flanger", Target(*document), {delay / 10.0, modulation / 10.0}));
         for (const unsigned channel : {0u, 1u})
             ExpectNear(document->Sound(), channel, 0,
                        FlangedLiterally(before[channel], 8000, delay, modulation));
@@ -53,7 +53,7 @@ TEST_F(PreviewedEffectTest, FlangerSweepsItsDelay) {
 TEST_F(PreviewedEffectTest, FlangerKeepsItsSweepForAMinute) {
     const auto document = MakeNoise({2, 16, 44100}, 60 * 44100);
     const Channel before = ValuesOf(document->Sound(), 0);
-    ASSERT_TRUE(ApplyFlanger(Target(*document), {150, 100}));
+    ASSERT_TRUE(Apply("flanger", Target(*document), {15, 10}));
     const Channel wanted = FlangedLiterally(before, 44100, 150, 100);
     for (const std::uint32_t second : {0u, 59u}) {
         const auto from = wanted.begin() + second * 44100;
@@ -64,10 +64,10 @@ TEST_F(PreviewedEffectTest, FlangerKeepsItsSweepForAMinute) {
 TEST_F(PreviewedEffectTest, AMonoRangeIsPreviewedByHalfAndNotApplied) {
     const auto document = MakeNoise({1, 16, 8000}, 9000);
     const Channel before = ValuesOf(document->Sound(), 0);
-    ASSERT_TRUE(ApplyFlanger(Target(*document), {50, 10}));
+    ASSERT_TRUE(Apply("flanger", Target(*document), {5, 1}));
     EXPECT_EQ(ValuesOf(document->Sound(), 0), before);
 
-    ASSERT_TRUE(PreviewFlanger(Target(*document), {50, 10}, PreviewPlay::kNo));
+    ASSERT_TRUE(Preview("flanger", Target(*document), {5, 1}));
     const CWave& preview = document->Preview();
     EXPECT_EQ(preview.GetChannels(), 2u);
     EXPECT_EQ(preview.GetBits(), 16u);
@@ -150,6 +150,12 @@ Channel LateLiterally(const Channel& in, const ReverbParameters& parameters, dou
     return Channel(sum.begin(), sum.end());
 }
 
+// As the dialog shows them, in its order.
+std::vector<double> ReverbValues(const ReverbParameters& parameters) {
+    return {parameters.earlyMs / 1.0, parameters.timeMs / 1.0, parameters.reflections / 1.0,
+            parameters.dryPercent / 1.0, parameters.wetPercent / 1.0};
+}
+
 Channel ReverbLiterally(const Channel& in, const ReverbParameters& parameters, double rate) {
     constexpr std::size_t kBlock = 32768;
     const ReverbTaps taps = MakeReverbTaps(parameters, static_cast<std::uint32_t>(rate));
@@ -177,7 +183,7 @@ TEST_F(PreviewedEffectTest, ReverbAddsEarlyAndLateSound) {
         for (const unsigned channels : {1u, 2u}) {
             const auto document = MakeNoise({channels, 16, 11025}, 70000, 3000);
             const Channel before = ValuesOf(document->Sound(), channels - 1);
-            ASSERT_TRUE(ApplyReverb(Target(*document, 500, 70000), parameters));
+            ASSERT_TRUE(Apply("reverb", Target(*document, 500, 70000), ReverbValues(parameters)));
             const Channel range(before.begin() + 500, before.end());
             ExpectNear(document->Sound(), channels - 1, 500,
                        ReverbLiterally(range, parameters, 11025));
@@ -185,13 +191,32 @@ TEST_F(PreviewedEffectTest, ReverbAddsEarlyAndLateSound) {
     }
 }
 
-TEST_F(PreviewedEffectTest, ReverbBringsPeaksAndEightBitPreviewsTo16Bits) {
-    const auto loud = MakeNoise({2, 16, 8000}, 40000);
-    ASSERT_TRUE(ApplyReverb(Target(*loud), {50, 3000, 6, 100, 100}));
-    EXPECT_NEAR(PeakOf(loud->Sound()), 32767, 1);
+// Whichever sign the loudest sample has, it stays within 16 bits and keeps it.
+TEST_F(PreviewedEffectTest, ReverbBringsTheLoudestSampleToFullScale) {
+    for (const int loudest : {32767, -32768}) {
+        for (const unsigned channels : {1u, 2u}) {
+            for (const double time : {500.0, 3000.0}) {
+                SCOPED_TRACE(loudest);
+                const auto document = MakeNoise({channels, 16, 8000}, 4000, 2000);
+                CWave& sound = document->Sound();
+                // Eight times the same sign, each a reflection later.
+                for (std::uint32_t i = 0; i < 8; ++i)
+                    sound.SetSample(channels - 1, 1000 + 100 * i, loudest);
+                ASSERT_TRUE(Apply("reverb", Target(*document), {200, time, 6, 100, 100}));
+                int most = 0;
+                for (const float value : ValuesOf(sound, channels - 1))
+                    if (std::abs(value) > std::abs(most)) most = static_cast<int>(value);
+                EXPECT_EQ(most > 0, loudest > 0);
+                EXPECT_LE(std::abs(most), 32767);
+                EXPECT_GE(std::abs(most), 32766);
+            }
+        }
+    }
+}
 
+TEST_F(PreviewedEffectTest, ReverbBringsEightBitPreviewsTo16Bits) {
     const auto quiet = MakeNoise({1, 8, 8000}, 4000);
-    ASSERT_TRUE(PreviewReverb(Target(*quiet), {50, 1500, 6, 100, 0}, PreviewPlay::kNo));
+    ASSERT_TRUE(Preview("reverb", Target(*quiet), {50, 1500, 6, 100, 0}));
     // The value 128 passes full scale and wraps.
     for (std::uint32_t i = 0; i < 2000; ++i)
         ASSERT_NEAR(quiet->Preview().GetSample(0, i),
@@ -232,26 +257,20 @@ TEST(FlangerTest, ARunThatEndsBeforeItsDelaysSoundsTheSame) {
     }
 }
 
-// With lines as long as the delays, this would take more memory than machines have.
-TEST_F(PreviewedEffectTest, ReverbTakesNoMemoryForTheRateThatAFileClaims) {
-    const auto document = MakeNoise({2, 16, 0x3FFFFFFF}, 300, 3000);
-    const Channel before = ValuesOf(document->Sound(), 0);
-    ASSERT_TRUE(ApplyReverb(Target(*document), {200, 6000, 6, 100, 30}));
-    EXPECT_EQ(document->Sound().GetSample(0, 0), static_cast<int>(before[0]));
-}
-
 // Seven sections whose memory goes on from one channel, and one run, to the next.
 struct LiteralEqualizer {
     std::array<double, 7> w1{}, w2{};
 
-    Channel Run(const Channel& in, const std::array<int, 7>& positions) {
-        Channel out(in.size());
-        for (std::size_t i = 0; i < in.size(); ++i) {
+    // Only the first frames are filtered; all are brought to the peak of the input.
+    Channel Run(const Channel& in, const std::vector<double>& gains,
+                std::size_t filtered = static_cast<std::size_t>(-1)) {
+        Channel out = in;
+        for (std::size_t i = 0; i < std::min(in.size(), filtered); ++i) {
             double y = in[i];
             for (int k = 0; k < 7; ++k) {
                 const EqualizerSection& s = kEqualizerSections[k];
                 const double w = s.g * in[i] - s.a1 * w1[k] - s.a2 * w2[k];
-                y += std::pow(10.0, -positions[k] * 0.005) * (w - w2[k]);
+                y += std::pow(10.0, gains[k] / 20) * (w - w2[k]);
                 w2[k] = w1[k];
                 w1[k] = w;
             }
@@ -267,24 +286,39 @@ struct LiteralEqualizer {
     }
 };
 
+const std::vector<double> kGains = {6, -10, 0, 3, -4, 12, -2};
+
 TEST_F(PreviewedEffectTest, EqualizerFiltersOnlyItsPreviewAndKeepsItsStates) {
-    const EqualizerParameters parameters{{-60, 100, 0, -30, 40, -120, 20}};
     LiteralEqualizer literal;
     for (int run = 0; run < 2; ++run) {
         const auto document = MakeNoise({2, 16}, 30000, 12000);
         const Bytes before = BytesOf(document->Sound());
-        ASSERT_TRUE(PreviewEqualizer(Target(*document), parameters, PreviewPlay::kNo));
+        ASSERT_TRUE(Preview("equalizer", Target(*document), kGains));
         for (const unsigned channel : {0u, 1u})
             ExpectNear(document->Preview(), channel, 0,
-                       literal.Run(ValuesOf(document->Sound(), channel), parameters.positions), 3);
+                       literal.Run(ValuesOf(document->Sound(), channel), kGains), 3);
         EXPECT_EQ(BytesOf(document->Sound()), before);
         EXPECT_FALSE(document->CanUndo());
     }
 }
 
+TEST_F(PreviewedEffectTest, ACancelledEqualizerLeavesTheRestUnfiltered) {
+    const auto document = MakeNoise({2, 16}, 30000, 12000);
+    progress_.cancelAtPoll = 2;
+    ASSERT_TRUE(Preview("equalizer", Target(*document), kGains));
+    LiteralEqualizer literal;
+    const Channel left = ValuesOf(document->Sound(), 0);
+    ExpectNear(document->Preview(), 0, 0, literal.Run(left, kGains, 2 * kMaxPieceFrames), 3);
+    ExpectNear(document->Preview(), 1, 0, ValuesOf(document->Sound(), 1));
+    // What was not filtered leaves no trace in the states either.
+    progress_.cancelAtPoll.reset();
+    ASSERT_TRUE(Preview("equalizer", Target(*document), kGains));
+    ExpectNear(document->Preview(), 0, 0, literal.Run(left, kGains), 3);
+}
+
 TEST_F(PreviewedEffectTest, EqualizerLeavesSilenceSilent) {
     const auto document = MakeDocument({2, 16}, Bytes(4000));
-    ASSERT_TRUE(PreviewEqualizer(Target(*document), {}, PreviewPlay::kNo));
+    ASSERT_TRUE(Preview("equalizer", Target(*document), kGains));
     EXPECT_EQ(BytesOf(document->Preview()), Bytes(4000));
 }
 

@@ -1,0 +1,163 @@
+// What all effects have in common when they run on a document: what they leave behind, what they
+// show while they run, and what they cost.
+#include <unistd.h>
+
+#include <algorithm>
+#include <fstream>
+
+#include "effect_fixture.h"
+
+namespace sonavel::testing {
+namespace {
+
+constexpr std::uint32_t kFrames = 5 * kMaxPieceFrames;
+
+struct EffectCase {
+    const char* name;
+    std::vector<double> values;
+};
+
+// Those that work in place and cannot be cancelled.
+const EffectCase kDirectRuns[] = {{"volume", {50, 0}},
+                                  {"pan", {-300}},
+                                  {"crossfade", {-900, 700, 0}},
+                                  {"modulator", {500, 20, 80, 0, 0, 0}},
+                                  {"dynamics", {50, 2, 4, 25, 0.5, 1}}};
+
+class EffectRunsTest : public EffectTest {
+  protected:
+    static bool Makes(const Effect& effect, const EffectTarget& target) {
+        const std::vector<double> values = StartValuesOf(effect);
+        return effect.preview ? effect.preview(target, values, PreviewPlay::kNo)
+                              : effect.apply(target, values);
+    }
+    // What the windows of one run showed, from the start of each channel.
+    std::vector<std::vector<int>> ShownPositions() const {
+        std::vector<std::vector<int>> rises;
+        for (const int position : progress_.positions) {
+            if (rises.empty() || position < rises.back().back()) rises.emplace_back();
+            rises.back().push_back(position);
+        }
+        return rises;
+    }
+};
+
+TEST_F(EffectRunsTest, AnEmptySoundIsRefusedByEveryEffect) {
+    const auto document = MakeNoise({1, 16}, 0);
+    for (const Effect& effect : Effects())
+        EXPECT_FALSE(Makes(effect, Target(*document))) << effect.name;
+}
+
+TEST_F(EffectRunsTest, AnAppliedEffectIsOneStepAndLeavesNoStalePreview) {
+    for (const Format& format : {Format{2, 16}, Format{1, 8}}) {
+        for (const Effect& effect : Effects()) {
+            SCOPED_TRACE(std::string(effect.name) + ", " + NameOf(format));
+            const bool changes = std::string_view(effect.name) != "equalizer";
+            if (effect.commandId == effect_command::kPanpot && format.channels == 1) continue;
+            const auto document = MakeNoise(format, 500);
+            const Bytes before = BytesOf(document->Sound());
+            ASSERT_TRUE(Preview("volume", Target(*document), {100, 0}));
+            ASSERT_TRUE(document->Preview().HasData());
+            NotingObserver observer;
+            document->AddObserver(&observer);
+            ASSERT_TRUE(effect.apply(Target(*document, 100, 400), StartValuesOf(effect)));
+            EXPECT_EQ(document->IsModified(), changes);
+            EXPECT_EQ(observer.changes,
+                      changes ? std::vector<std::uint32_t>{100} : std::vector<std::uint32_t>{});
+            EXPECT_EQ(document->Preview().HasData(), !changes);
+            document->RemoveObserver(&observer);
+            EXPECT_EQ(document->Undo(), changes);
+            EXPECT_EQ(BytesOf(document->Sound()), before);
+            EXPECT_FALSE(document->CanUndo());
+        }
+    }
+}
+
+TEST_F(EffectRunsTest, EveryEffectShowsHowFarItIs) {
+    for (const Effect& effect : Effects()) {
+        SCOPED_TRACE(effect.name);
+        const auto document = MakeNoise({2, 16}, kFrames);
+        progress_.polls = 0;
+        progress_.positions.clear();
+        ASSERT_TRUE(Makes(effect, Target(*document)));
+        EXPECT_GE(progress_.polls, 5);
+        const bool twice = effect.commandId == effect_command::kVolume ||
+                           effect.commandId == effect_command::kEqualizer;
+        const auto rises = ShownPositions();
+        EXPECT_EQ(rises.size(), twice ? 2u : 1u);
+        for (const std::vector<int>& rise : rises) {
+            EXPECT_GE(rise.back(), 80);
+            EXPECT_LE(rise.back(), 100);
+        }
+        // The reverberation works in larger blocks.
+        if (effect.commandId == effect_command::kReverb) continue;
+        EXPECT_EQ(std::vector<int>(rises[0].begin(), rises[0].begin() + 5),
+                  (std::vector<int>{0, 20, 40, 60, 80}));
+    }
+}
+
+TEST_F(EffectRunsTest, DirectEffectsKeepTheirWindowAliveAndCannotBeCancelled) {
+    for (const EffectCase& run : kDirectRuns) {
+        SCOPED_TRACE(run.name);
+        const auto document = MakeNoise({2, 16}, kFrames);
+        const auto cancelled = MakeNoise({2, 16}, kFrames);
+        progress_.cancelAtPoll.reset();
+        progress_.polls = 0;
+        ASSERT_TRUE(Apply(run.name, Target(*document), run.values));
+        EXPECT_GE(progress_.polls, 5);
+        progress_.cancelAtPoll = 0;
+        ASSERT_TRUE(Apply(run.name, Target(*cancelled), run.values));
+        EXPECT_EQ(BytesOf(cancelled->Sound()), BytesOf(document->Sound()));
+    }
+}
+
+std::size_t VirtualBytes() {
+    std::size_t pages = 0;
+    std::ifstream("/proc/self/statm") >> pages;
+    return pages * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+}
+
+// Notes at every poll how much memory the program takes.
+class MemoryProgress : public FakeProgress {
+  public:
+    std::unique_ptr<ProgressWindow> CreateProgress(std::string_view title) override {
+        return std::make_unique<Window>(FakeProgress::CreateProgress(title), most_);
+    }
+    std::size_t Most() const { return most_; }
+
+  private:
+    class Window : public ProgressWindow {
+      public:
+        Window(std::unique_ptr<ProgressWindow> window, std::size_t& most)
+            : window_(std::move(window)), most_(most) {}
+        void SetRange(int from, int to) override { window_->SetRange(from, to); }
+        void SetPosition(int position) override { window_->SetPosition(position); }
+        bool Poll() override {
+            most_ = std::max(most_, VirtualBytes());
+            return window_->Poll();
+        }
+
+      private:
+        std::unique_ptr<ProgressWindow> window_;
+        std::size_t& most_;
+    };
+    std::size_t most_ = 0;
+};
+
+// Delays of seconds at this rate are hundreds of megabytes; a sound of 300 frames hears none.
+TEST_F(EffectRunsTest, DelaysTakeNoMemoryForTheRateThatAFileClaims) {
+    const EffectCase runs[] = {{"reverb", {200, 6000, 6, 100, 30}}, {"flanger", {15, 10}}};
+    for (const EffectCase& run : runs) {
+        MemoryProgress progress;
+        HostServices services{prompts_, progress, clipboard_, devices_, programFolder_};
+        CSoundDoc document(services, dialogs_);
+        document.Sound().Adopt(MakeSound({2, 16, 100'000'000}, PatternBytes(1200, 1)));
+        const std::size_t least = VirtualBytes();
+        ASSERT_TRUE(Apply(run.name, Target(document), run.values)) << run.name;
+        ASSERT_GE(progress.Most(), least) << run.name;
+        EXPECT_LT(progress.Most() - least, std::size_t{8} << 20) << run.name;
+    }
+}
+
+}  // namespace
+}  // namespace sonavel::testing
