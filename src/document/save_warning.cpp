@@ -1,5 +1,6 @@
 // What a save leaves out of a sound, told before it happens.
 #include <algorithm>
+#include <cstring>
 
 #include "document/file_kind.h"
 #include "document/sound_doc.h"
@@ -55,6 +56,26 @@ std::string AiffWarning(const CWave& sound, const SaveAsChoice& choice) {
     return text;
 }
 
+std::string WarningOfFormat(const CWave& sound, const SaveAsChoice& choice) {
+    switch (FileKindOfExtension(ExtensionFromFirstDot(choice.path))) {
+        case FileKind::kWav:
+            return WavWarning(sound, choice);
+        case FileKind::kAiff:
+            return AiffWarning(sound, choice);
+        case FileKind::kNextSun:
+            return sound.Markers().Empty() ? "" : "A Next/Sun file holds no markers.";
+        case FileKind::kUnknown:
+            break;
+    }
+    return {};
+}
+
+// The greatest 8-bit value, 128 or byte 0, becomes the least 16-bit one.
+bool WrapsWhenConverted(const CWave& sound, unsigned bits) {
+    return sound.GetBits() == 8 && bits == 16 && sound.HasData() &&
+           std::memchr(sound.Bytes().data(), 0, sound.Bytes().size()) != nullptr;
+}
+
 }  // namespace
 
 std::string CSoundDoc::SaveWarning(const std::filesystem::path& path) const {
@@ -67,17 +88,10 @@ bool CSoundDoc::SaveCutsSound(const std::filesystem::path& path) const {
 }
 
 std::string CSoundDoc::SaveWarning(const SaveAsChoice& choice) const {
-    switch (FileKindOfExtension(ExtensionFromFirstDot(choice.path))) {
-        case FileKind::kWav:
-            return WavWarning(sound_, choice);
-        case FileKind::kAiff:
-            return AiffWarning(sound_, choice);
-        case FileKind::kNextSun:
-            return sound_.Markers().Empty() ? "" : "A Next/Sun file holds no markers.";
-        case FileKind::kUnknown:
-            break;
-    }
-    return {};
+    std::string text = WarningOfFormat(sound_, choice);
+    if (WrapsWhenConverted(sound_, choice.bits))
+        Append(text, "The loudest 8-bit samples wrap around to the other sign in 16 bits.");
+    return text;
 }
 
 }  // namespace sonavel

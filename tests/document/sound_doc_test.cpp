@@ -164,6 +164,22 @@ TEST_F(SoundDocTest, SaveWarnsOfWhatTheFileWouldLose) {
     }
 }
 
+TEST_F(SoundDocTest, SaveWarnsWhereAConversionWrapsTheLoudestSamples) {
+    const struct {
+        unsigned bits;
+        std::uint8_t byte;
+        unsigned savedBits;
+        bool warns;
+    } cases[] = {{8, 0, 16, true}, {8, 1, 16, false},  {8, 255, 16, false},
+                 {8, 0, 8, false}, {16, 0, 16, false}, {16, 0, 8, false}};
+    for (const auto& c : cases) {
+        const auto document = MakeDocument({1, c.bits}, Bytes(10, c.byte));
+        for (const char* file : {"a.wav", "a.aiff", "a.au"})
+            EXPECT_EQ(!document->SaveWarning({At(file), 1, c.savedBits, true}).empty(), c.warns)
+                << c.bits << ' ' << int{c.byte} << ' ' << file;
+    }
+}
+
 TEST_F(SoundDocTest, MissingAndSenselessOptionsLeaveTheDefaultBlock) {
     const std::pair<const char*, int> cases[] = {
         {"", 0},
