@@ -45,9 +45,10 @@ bool Overwrite(CSoundView& view, OverwriteOperation operation) {
 
 // Without a selection the range is that of the clip, both ends inside.
 MixRange RangeOfMix(CSoundView& view) {
-    if (view.HasSelection()) return {view.GetSelection().start, view.GetSelection().end};
+    const unsigned bits = view.Sound().GetBits();
+    if (view.HasSelection()) return {view.GetSelection().start, view.GetSelection().end, bits};
     const std::uint32_t frames = view.Host().Clip().GetFrameCount();
-    return {view.Cursor(), view.Cursor() + (frames > 0 ? frames - 1 : 0)};
+    return {view.Cursor(), view.Cursor() + (frames > 0 ? frames - 1 : 0), bits};
 }
 
 double Gain(int percent) {

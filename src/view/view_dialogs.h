@@ -35,6 +35,7 @@ inline constexpr int kHighestMixPercent = 200;
 struct MixRange {
     std::uint32_t startFrame = 0;
     std::uint32_t endFrame = 0;
+    unsigned bits = 16;  // of the sound
 };
 
 struct MixChoice {

@@ -109,6 +109,19 @@ TEST_F(ViewDialogsTest, LevelsComeBackByTheirGroup) {
     EXPECT_EQ(choice.destinationEndPercent, 44);
 }
 
+TEST_F(ViewDialogsTest, MixingSaysBeforehandThatSumsWrap) {
+    const std::pair<unsigned, const char*> cases[] = {{16, "louder than full scale"},
+                                                      {8, "beyond 255"}};
+    for (const auto& [bits, words] : cases) {
+        MixDialog mix({0, 100, bits}, {});
+        CrossfadeDialog crossfade({0, 100, bits}, {});
+        for (QWidget* dialog : {static_cast<QWidget*>(&mix), static_cast<QWidget*>(&crossfade)})
+            EXPECT_TRUE(
+                dialog->findChild<QLabel*>(QStringLiteral("wrapNote"))->text().contains(words))
+                << dialog->windowTitle().toStdString() << bits;
+    }
+}
+
 TEST_F(ViewDialogsTest, GoToTellsWhichUnitWasTyped) {
     GoToDialog dialog({22050, 44100 * 10, 44100});
     EXPECT_EQ(dialog.Choice().unit, GoToChoice::Unit::kFrame);

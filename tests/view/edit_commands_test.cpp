@@ -150,12 +150,17 @@ TEST_F(EditCommandsTest, TheMixDialogsShowTheirRangeAndGiveGainsInPercent) {
     dialogs.mix = MixChoice{50, 200};
     EXPECT_TRUE(Run(kMix));
     EXPECT_EQ(shown(), std::pair(200u, 299u));
+    EXPECT_EQ(dialogs.shownRange.bits, 16u);
     EXPECT_EQ(Samples(199, 3), (std::vector<int>{199, 500 + 400, 500 + 402}));
     View().SetSelection(3000, 3002);
     dialogs.crossfade = CrossfadeChoice{100, 0, 0, 100};
     EXPECT_TRUE(Run(kCrossfadeMix));
     EXPECT_EQ(shown(), std::pair(3000u, 3002u));
     EXPECT_EQ(Samples(3000, 2), (std::vector<int>{1000, 3001}));
+    OpenRamp(100, 1, 8);
+    CopyFrames(0, 10);
+    EXPECT_TRUE(Run(kCrossfadeMix));
+    EXPECT_EQ(dialogs.shownRange.bits, 8u);
 }
 
 TEST_F(EditCommandsTest, PasteNewOpensTheSelectionAsADocumentOfItsOwn) {

@@ -11,6 +11,20 @@ QLabel* RangeLabel(const MixRange& range, QWidget* parent) {
                       parent);
 }
 
+// Sums are not clipped, and those of 8-bit samples are of their bytes, which count from 0.
+QLabel* WrapNote(const MixRange& range, QWidget* parent) {
+    const QString sums =
+        range.bits == 8
+            ? QObject::tr("8-bit samples add up as bytes, silence being 128:\nsums beyond 255")
+            : QObject::tr("Sums louder than full scale");
+    auto* note = new QLabel(
+        QObject::tr("%1 wrap around to the other sign.\nLevels that add up to 100 % never do.")
+            .arg(sums),
+        parent);
+    note->setObjectName(QStringLiteral("wrapNote"));
+    return note;
+}
+
 PercentSlider* AddLevel(QFormLayout& form, const QString& label, int percent) {
     auto* slider = new PercentSlider(kHighestMixPercent, percent);
     form.addRow(label, slider);
@@ -24,6 +38,7 @@ MixDialog::MixDialog(const MixRange& range, const MixChoice& initial, QWidget* p
     Body().addWidget(RangeLabel(range, this));
     clipboard_ = AddLevel(AddForm(tr("Clipboard")), tr("&Level"), initial.clipboardPercent);
     destination_ = AddLevel(AddForm(tr("Destination")), tr("Le&vel"), initial.destinationPercent);
+    Body().addWidget(WrapNote(range, this));
     clipboard_->setFocus();
 }
 
@@ -41,6 +56,7 @@ CrossfadeDialog::CrossfadeDialog(const MixRange& range, const CrossfadeChoice& i
     QFormLayout& destination = AddForm(tr("Destination"));
     destinationStart_ = AddLevel(destination, tr("S&tart Level"), initial.destinationStartPercent);
     destinationEnd_ = AddLevel(destination, tr("E&nd Level"), initial.destinationEndPercent);
+    Body().addWidget(WrapNote(range, this));
     clipboardStart_->setFocus();
 }
 
