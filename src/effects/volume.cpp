@@ -1,6 +1,8 @@
 #include "effects/volume.h"
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 
 #include "sound/sample_io.h"
 
@@ -19,6 +21,11 @@ void ScaleVolume(std::span<float> samples, const VolumeParameters& parameters, u
     const float factor = static_cast<float>(parameters.percent) * 0.01f;
     for (float& sample : samples) sample = factor * sample;
     if (parameters.overload == Overload::kHold) HoldWithinLimits(samples, bits);
+}
+
+int VolumePercent(double decibels) {
+    const double percent = 100 * std::pow(10.0, decibels / 20);
+    return static_cast<int>(std::lround(std::min<double>(percent, kGreatestVolumePercent)));
 }
 
 std::optional<int> FirstTooLoudPercent(const SampleExtremes& extremes, unsigned bits) {

@@ -22,6 +22,9 @@ struct VolumeParameters {
 // Scales in place, in single precision; `bits` is the width of the sound's samples.
 void ScaleVolume(std::span<float> samples, const VolumeParameters& parameters, unsigned bits);
 
+// The nearest percentage, 0 to kGreatestVolumePercent.
+int VolumePercent(double decibels);
+
 // The least percentage that takes samples with these extremes beyond full scale; nothing when none
 // up to kGreatestVolumePercent does.
 std::optional<int> FirstTooLoudPercent(const SampleExtremes& extremes, unsigned bits);

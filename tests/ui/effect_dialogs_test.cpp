@@ -78,7 +78,7 @@ TEST_F(EffectDialogsTest, SlidersDrawnInvertedRaiseTheValueWithUp) {
     EXPECT_EQ(ValueTexts(volume).front(), "101 ");
     EXPECT_EQ(slider->value(), 199);
     slider->setValue(0);
-    EXPECT_EQ(volume.Values(), std::vector<double>{300});
+    EXPECT_EQ(volume.Values()[0], 300);
 
     EffectDialog& equalizer = Show(kEqualizer);
     auto* band = equalizer.findChildren<QSlider*>()[2];
@@ -89,6 +89,68 @@ TEST_F(EffectDialogsTest, SlidersDrawnInvertedRaiseTheValueWithUp) {
     EXPECT_DOUBLE_EQ(equalizer.Values()[2], 11.3);
     // The top end is the loudest, for the mouse too.
     EXPECT_TRUE(band->invertedAppearance());
+}
+
+TEST_F(EffectDialogsTest, VolumeCanBeTypedInPercentAndInDecibels) {
+    Open({});
+    EffectDialog& dialog = Show(kVolume);
+    auto* slider = dialog.findChild<QSlider*>();
+    const auto boxes = dialog.findChildren<QDoubleSpinBox*>();
+    ASSERT_EQ(boxes.size(), 2);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    const auto type = [](QDoubleSpinBox* box, const char* text) {
+        box->setFocus();
+        box->selectAll();
+        QTest::keyClicks(box, QLatin1String(text));
+    };
+    type(boxes[0], "250");
+    EXPECT_EQ(ValueTexts(dialog).front(), "250 ");
+    EXPECT_EQ(boxes[1]->text(), "7.96");
+    type(boxes[1], "-6.5");
+    EXPECT_EQ(dialog.Values()[0], 47);
+    EXPECT_EQ(slider->value(), 300 - 47);
+    EXPECT_EQ(boxes[0]->text(), "47");
+    // What is being typed stays; afterwards the whole percentage shows.
+    EXPECT_EQ(boxes[1]->text(), "-6.5");
+    QTest::keyClick(boxes[1], Qt::Key_Tab);
+    EXPECT_EQ(boxes[1]->text(), "-6.56");
+    type(boxes[1], "9.54");
+    EXPECT_EQ(dialog.Values()[0], 300);
+    slider->setValue(300);
+    EXPECT_EQ(boxes[1]->text(), "-inf");
+    for (int percent = 0; percent <= 300; ++percent) {
+        slider->setValue(300 - percent);
+        EXPECT_EQ(dialog.Values()[0], percent);
+    }
+}
+
+TEST_F(EffectDialogsTest, VolumeRemembersToHoldAtFullScaleUntilReset) {
+    Open({});
+    auto* hold = Show(kVolume).findChild<QCheckBox*>();
+    EXPECT_EQ(hold->text().remove(u'&'), "Hold at full scale");
+    hold->click();
+    EXPECT_EQ(dialog_->Values(), (std::vector<double>{100, 1}));
+    Close();
+    EXPECT_EQ(Show(kVolume).Values(), (std::vector<double>{100, 1}));
+    ButtonOf(*dialog_, "&Reset")->click();
+    EXPECT_EQ(dialog_->Values(), (std::vector<double>{100, 0}));
+}
+
+TEST_F(EffectDialogsTest, VolumeMeasuresTheRange) {
+    const auto notes = [this] {
+        return Named<QLabel>(Show(kVolume), "headerNotes")->text().split(u'\n');
+    };
+    Open({.channels = 2});
+    Sound().SetSample(1, 2000, -19800);
+    EXPECT_TRUE(notes()[0].startsWith("Peak of the range: -4.4 dB"));
+    EXPECT_TRUE(notes()[1].startsWith("Louder than full scale from 166 % on"));
+    View().SetSelection(2001, 3000);
+    EXPECT_TRUE(notes()[0].startsWith("Peak of the range: -50.3 dB"));
+    EXPECT_EQ(notes()[1], "Within full scale up to 300 %.");
+    for (std::uint32_t frame = 0; frame < 10; ++frame)
+        for (const unsigned channel : {0u, 1u}) Sound().SetSample(channel, frame, 0);
+    View().SetSelection(0, 10);
+    EXPECT_EQ(notes(), QStringList{"Peak of the range: silence."});
 }
 
 TEST_F(EffectDialogsTest, PanpotBarsReactInTheirModeAndNameTheirSide) {
@@ -243,27 +305,35 @@ struct NotedCase {
     int commandId;
     EffectSound sound;
     QStringList words;  // one of each line
+    int loudest = 100;
 };
 
 TEST_F(EffectDialogsTest, SayBeforehandWhereOkOrPreviewDoSomethingElse) {
     const EffectSound stereo{}, mono{.channels = 1}, eightBit{.bits = 8};
     const EffectSound monoEightBit{.channels = 1, .bits = 8};
     const NotedCase cases[] = {
-        {kVolume, stereo, {}},
-        {kVolume, monoEightBit, {"first half", "quiet"}},
+        {kVolume, stereo, {"Peak", "Within full scale"}},
+        {kVolume, monoEightBit, {"Peak", "129 % on", "first half", "quiet"}},
         {kPanpot, mono, {"needs a stereo sound"}},
+        {kPanpot, stereo, {}},
+        {kPanpot, stereo, {"can wrap around"}, 32700},
+        {kPanpot, eightBit, {"8-bit sound they wrap"}},
         {kReverb, mono, {"first half"}},
-        {kReverb, eightBit, {}},
+        {kReverb, eightBit, {"8-bit samples wrap"}},
         {kFlanger, stereo, {}},
         {kFlanger, mono, {"needs a stereo sound", "first half"}},
-        {kModulator, monoEightBit, {}},
-        {kDynamics, eightBit, {"8-bit"}},
+        {kModulator, stereo, {}},
+        {kModulator, stereo, {"can wrap around"}, -32700},
+        {kModulator, monoEightBit, {"8-bit sound they wrap"}},
+        {kDynamics, stereo, {"can wrap around"}},
+        {kDynamics, eightBit, {"0.4 %", "8-bit sound they wrap"}},
         {kEqualizer, stereo, {"OK changes nothing"}},
         {kEqualizer, monoEightBit, {"OK changes nothing", "first half", "quiet"}},
     };
     for (const NotedCase& noted : cases) {
         SCOPED_TRACE(noted.commandId);
         Open(noted.sound);
+        Sound().SetSample(0, 1000, noted.loudest);
         const auto* notes = Named<QLabel>(Show(noted.commandId), "headerNotes");
         const QStringList lines = notes->text().split(u'\n', Qt::SkipEmptyParts);
         ASSERT_EQ(lines.size(), noted.words.size());

@@ -1,5 +1,6 @@
 // The effects' commands: previews heard and stopped, OK with its undo step, and what becomes of a
 // preview.
+#include <QCheckBox>
 #include <QProgressBar>
 #include <QSlider>
 
@@ -112,6 +113,21 @@ TEST_F(EffectPreviewTest, OkAppliesToTheSelectionAsOneUndoStep) {
     EXPECT_TRUE(Document().Undo());
     EXPECT_EQ(Sound().GetSample(1, 1000), 100);
     EXPECT_FALSE(Document().CanUndo());
+}
+
+TEST_F(EffectPreviewTest, OkHoldsAtFullScaleWhereThatIsChosen) {
+    Open({});
+    Sound().SetSample(1, 1000, 20000);
+    EXPECT_TRUE(RunWith(kVolume, [](QDialog& dialog) {
+        dialog.findChild<QSlider*>()->setValue(0);
+        dialog.findChild<QCheckBox*>()->click();
+        ButtonOf(dialog, "&Preview")->click();
+        QTest::keyClick(&dialog, Qt::Key_Return);
+    }));
+    EXPECT_EQ(Sound().GetSample(1, 1000), 32767);
+    EXPECT_EQ(Sound().GetSample(0, 1000), 300);
+    // The preview no longer fits.
+    EXPECT_FALSE(commands_->StateOfCommand(kOpenPreview).enabled);
 }
 
 TEST_F(EffectPreviewTest, PanpotRefusesAMonoSoundAfterOk) {

@@ -4,6 +4,8 @@
 #include <QKeyEvent>
 #include <QPointer>
 
+#include "effects/effect_commands.h"
+#include "effects/range_extremes.h"
 #include "effects/ui/effect_notes.h"
 #include "effects/ui/mnemonics.h"
 
@@ -30,7 +32,8 @@ EffectDialog::EffectDialog(const EffectDialogContext& context, const Effect& eff
     setPalette(EffectPalette());
     header_->SetStatus(QString::fromUtf8(texts.header));
     const CWave& sound = Document().Sound();
-    header_->SetNotes(EffectNotes(effect.commandId, {sound.GetChannels(), sound.GetBits()}));
+    header_->SetNotes(EffectNotes(effect.commandId, {sound.GetChannels(), sound.GetBits(),
+                                                     ExtremesOf(sound, VolumeRange(Target()))}));
     auto* outer = new QVBoxLayout(this);
     outer->setContentsMargins(0, 0, 0, 0);
     outer->setSpacing(0);

@@ -78,6 +78,7 @@ QDoubleSpinBox* ParameterControl::MakeSpinBox() {
 QCheckBox* ParameterControl::MakeCheckBox(const QString& text) {
     auto* box = new QCheckBox(text, dialog_);
     box->setChecked(units_ != 0);
+    if (parameter_.explanation) box->setToolTip(QString::fromUtf8(parameter_.explanation));
     connect(box, &QCheckBox::toggled, this, [this](bool on) { SetValue(on ? 1 : 0); });
     connect(this, &ParameterControl::Changed, box, [this, box] { box->setChecked(units_ != 0); });
     return box;

@@ -10,6 +10,13 @@ class CVolumeDlg : public EffectDialog {
 
   public:
     explicit CVolumeDlg(const EffectDialogContext& context, QWidget* parent = nullptr);
+
+  private:
+    static constexpr std::size_t kPercent = 0;
+    static constexpr std::size_t kHold = 1;
+
+    // The value to be typed, in percent and in decibels.
+    void AddFields();
 };
 
 }  // namespace sonavel
