@@ -88,7 +88,7 @@ std::vector<double> ValuesFor(const Effect& effect, const Arguments& words) {
 }
 
 EffectTarget TargetOf(BatchSession& session) {
-    const Selection& selection = session.View().GetSelection();
+    const Selection selection = session.View().GetSelection();
     return {session.Document(), selection.start, selection.end, session.Effects()};
 }
 

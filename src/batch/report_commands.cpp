@@ -22,8 +22,9 @@ Outcome Info(BatchSession& session, const Arguments&) {
                   << " bytes=" << sound.GetDataSize()
                   << " duration=" << FixedText(sound.GetDuration(), 6)
                   << " modified=" << (document.IsModified() ? 1 : 0)
-                  << " selection=" << view.GetSelection().start << ".." << view.GetSelection().end
-                  << " cursor=" << view.Cursor() << " markers=" << sound.Markers().Count() << '\n';
+                  << " selection=" << view.GetSelectionEnds().start << ".."
+                  << view.GetSelectionEnds().end << " cursor=" << view.Cursor()
+                  << " markers=" << sound.Markers().Count() << '\n';
     return Done();
 }
 

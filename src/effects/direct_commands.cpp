@@ -10,25 +10,15 @@
 namespace sonavel {
 namespace {
 
-EffectRange DirectRange(const EffectTarget& target) {
-    return RangeToWorkOn(target.selectionStart, target.selectionEnd,
-                         target.document.Sound().GetFrameCount(), RangeStart::kSmallerEnd);
-}
-
 void MultiplyBy(std::span<float> samples, std::span<const float> gains) {
     for (std::size_t i = 0; i < samples.size(); ++i) samples[i] *= gains[i];
 }
 
 }  // namespace
 
-EffectRange VolumeRange(const EffectTarget& target) {
-    return RangeToWorkOn(target.selectionStart, target.selectionEnd,
-                         target.document.Sound().GetFrameCount(), RangeStart::kSelectionStart);
-}
-
 bool ApplyVolume(const EffectTarget& target, const VolumeParameters& parameters) {
     CSoundDoc& document = target.document;
-    const EffectRange range = VolumeRange(target);
+    const EffectRange range = RangeOf(target);
     if (!BeginApply(document)) return false;
     // Volume's suffix has no blank before it.
     const auto progress = ShowProgress(document, "Volume");
@@ -50,7 +40,7 @@ bool PreviewVolume(const EffectTarget& target, const VolumeParameters& parameter
                    PreviewPlay play) {
     CSoundDoc& document = target.document;
     const CWave& sound = document.Sound();
-    const EffectRange range = VolumeRange(target);
+    const EffectRange range = RangeOf(target);
     PairBuffer pairs(range.length);
     if (!CheckMemory(document, pairs)) return false;
     const auto progress = ShowProgress(document, "Volume");
@@ -78,7 +68,7 @@ bool ApplyPanpot(const EffectTarget& target, const PanpotParameters& parameters)
         document.Services().prompts.ShowMessage(kRefusal);
         return false;
     }
-    const EffectRange range = DirectRange(target);
+    const EffectRange range = RangeOf(target);
     if (!BeginApply(document)) return false;
     const auto progress = ShowProgress(document, " Panpot/Crossfade");
     Panpot panpot(parameters, range.length);
@@ -93,7 +83,7 @@ bool ApplyPanpot(const EffectTarget& target, const PanpotParameters& parameters)
 bool ApplyModulator(const EffectTarget& target, const ModulatorParameters& parameters) {
     CSoundDoc& document = target.document;
     CWavePlayer& sound = document.Sound();
-    const EffectRange range = DirectRange(target);
+    const EffectRange range = RangeOf(target);
     if (!BeginApply(document)) return false;
     const auto progress = ShowProgress(document, " Modulator");
     CModOscillator first(parameters.first, sound.GetSamplesPerSecond());
@@ -114,7 +104,7 @@ bool ApplyModulator(const EffectTarget& target, const ModulatorParameters& param
 
 bool ApplyDynamics(const EffectTarget& target, const DynamicsParameters& parameters) {
     CSoundDoc& document = target.document;
-    const EffectRange range = DirectRange(target);
+    const EffectRange range = RangeOf(target);
     if (!BeginApply(document)) return false;
     const auto progress = ShowProgress(document, " Dynamics");
     ForEachPiece(document.Sound(), range, [&](CEffectBuffer& buffer, std::uint32_t done) {

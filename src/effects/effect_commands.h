@@ -3,7 +3,6 @@
 #pragma once
 
 #include "effects/dynamics.h"
-#include "effects/effect_range.h"
 #include "effects/effect_table.h"
 #include "effects/equalizer.h"
 #include "effects/flanger.h"
@@ -13,9 +12,6 @@
 #include "effects/volume.h"
 
 namespace sonavel {
-
-// The frames that volume works on.
-EffectRange VolumeRange(const EffectTarget& target);
 
 // Each returns false when nothing was done; the document's last error says why.
 bool ApplyVolume(const EffectTarget& target, const VolumeParameters& parameters);

@@ -13,12 +13,9 @@ struct EffectRange {
     bool operator==(const EffectRange&) const = default;
 };
 
-// Extending to the right past a selection leaves its start behind its end; the effects differ in
-// which of the two they begin at.
-enum class RangeStart { kSelectionStart, kSmallerEnd };
-
-// The selection, or the whole sound where nothing is selected; never beyond the sound.
+// What lies between the two ends of the selection, or the whole sound where they are one; never
+// beyond the sound.
 EffectRange RangeToWorkOn(std::uint32_t selectionStart, std::uint32_t selectionEnd,
-                          std::uint32_t frameCount, RangeStart rule);
+                          std::uint32_t frameCount);
 
 }  // namespace sonavel

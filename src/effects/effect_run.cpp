@@ -49,6 +49,11 @@ void PairBuffer::Rescale(unsigned slot, float from, float to) {
     for (std::size_t i = slot; i < pairs.size(); i += 2) pairs[i] = pairs[i] / from * to;
 }
 
+EffectRange RangeOf(const EffectTarget& target) {
+    return RangeToWorkOn(target.selectionStart, target.selectionEnd,
+                         target.document.Sound().GetFrameCount());
+}
+
 bool CheckMemory(CSoundDoc& document, const PairBuffer& pairs) {
     if (!pairs.IsEmpty() && pairs.HasMemory()) return true;
     document.SetLastError(pairs.IsEmpty() ? kEmptySound : failure::kMemory);

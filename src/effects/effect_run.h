@@ -36,6 +36,9 @@ class PairBuffer {
     FloatBlock block_;
 };
 
+// The frames that an effect on this target works on.
+EffectRange RangeOf(const EffectTarget& target);
+
 // False when the range is empty or the memory could not be had; the last error then says which.
 bool CheckMemory(CSoundDoc& document, const PairBuffer& pairs);
 

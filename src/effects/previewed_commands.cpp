@@ -15,11 +15,6 @@ namespace {
 
 constexpr const char* kCancelled = "The effect was cancelled.";
 
-EffectRange PreviewedRange(const EffectTarget& target) {
-    return RangeToWorkOn(target.selectionStart, target.selectionEnd,
-                         target.document.Sound().GetFrameCount(), RangeStart::kSelectionStart);
-}
-
 bool FailCancelled(CSoundDoc& document) {
     document.SetLastError(kCancelled);
     return false;
@@ -137,7 +132,7 @@ void RestorePeak(PairBuffer& pairs, unsigned slot, float inputPeak) {
 
 bool ApplyFlanger(const EffectTarget& target, const FlangerParameters& parameters) {
     CSoundDoc& document = target.document;
-    const EffectRange range = PreviewedRange(target);
+    const EffectRange range = RangeOf(target);
     PairBuffer pairs(range.length);
     if (!CheckMemory(document, pairs) || !BeginApply(document)) return false;
     if (RunFlanger(document, range, parameters, pairs) == RunEnd::kCancelled) {
@@ -152,7 +147,7 @@ bool ApplyFlanger(const EffectTarget& target, const FlangerParameters& parameter
 bool PreviewFlanger(const EffectTarget& target, const FlangerParameters& parameters,
                     PreviewPlay play) {
     CSoundDoc& document = target.document;
-    const EffectRange range = PreviewedRange(target);
+    const EffectRange range = RangeOf(target);
     PairBuffer pairs(range.length);
     if (!CheckMemory(document, pairs)) return false;
     if (RunFlanger(document, range, parameters, pairs) == RunEnd::kCancelled)
@@ -163,7 +158,7 @@ bool PreviewFlanger(const EffectTarget& target, const FlangerParameters& paramet
 bool ApplyReverb(const EffectTarget& target, const ReverbParameters& parameters) {
     CSoundDoc& document = target.document;
     CWave& sound = document.Sound();
-    const EffectRange range = PreviewedRange(target);
+    const EffectRange range = RangeOf(target);
     PairBuffer pairs(range.length);
     if (!CheckMemory(document, pairs) || !BeginApply(document)) return false;
     if (RunReverb(document, range, parameters, pairs) == RunEnd::kCancelled) {
@@ -181,7 +176,7 @@ bool ApplyReverb(const EffectTarget& target, const ReverbParameters& parameters)
 bool PreviewReverb(const EffectTarget& target, const ReverbParameters& parameters,
                    PreviewPlay play) {
     CSoundDoc& document = target.document;
-    const EffectRange range = PreviewedRange(target);
+    const EffectRange range = RangeOf(target);
     PairBuffer pairs(range.length);
     if (!CheckMemory(document, pairs)) return false;
     if (RunReverb(document, range, parameters, pairs) == RunEnd::kCancelled)
@@ -195,7 +190,7 @@ bool PreviewEqualizer(const EffectTarget& target, const EqualizerParameters& par
                       PreviewPlay play) {
     CSoundDoc& document = target.document;
     const CWave& sound = document.Sound();
-    const EffectRange range = PreviewedRange(target);
+    const EffectRange range = RangeOf(target);
     PairBuffer pairs(range.length);
     if (!CheckMemory(document, pairs)) return false;
     const auto progress = ShowProgress(document, " Equalizer");

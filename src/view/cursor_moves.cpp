@@ -46,7 +46,7 @@ bool MoveCursorLeft(CSoundView& view, int pixels, MoveMode mode) {
     view.SetCursor(target);
     if (mode == MoveMode::kCollapse)
         view.SetSelection(target, target);
-    else if (target <= view.GetSelection().start)
+    else if (target <= view.GetSelectionEnds().start)
         view.SetSelectionStart(target);
     return true;
 }
@@ -63,7 +63,7 @@ bool MoveCursorRight(CSoundView& view, int pixels, MoveMode mode) {
     if (mode == MoveMode::kCollapse) view.SetSelection(target, target);
     // Intended: extending to the right moves the start, as extending to the left does; the end is
     // the fixed one of the two.
-    else if (target > view.GetSelection().start)
+    else if (target > view.GetSelectionEnds().start)
         view.SetSelectionStart(target);
     return true;
 }

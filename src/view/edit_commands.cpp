@@ -93,7 +93,7 @@ bool CutSelection(CSoundView& view) {
 }
 
 bool CopySelection(CSoundView& view) {
-    const Selection& selection = view.GetSelection();
+    const Selection selection = view.GetSelection();
     return edit::CopyRange(view.Document(), selection.start, selection.end) ||
            RefuseAsDocument(view);
 }

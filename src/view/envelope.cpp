@@ -117,8 +117,7 @@ class LaneColumns {
     // A column that the selection touches only in part is drawn as unselected.
     ColumnPen Pen(std::int64_t start, std::int64_t end) const {
         const Selection& selection = request_.selection;
-        const bool outside =
-            selection.start == selection.end || start < selection.start || end > selection.end;
+        const bool outside = selection.IsEmpty() || start < selection.start || end > selection.end;
         return outside ? ColumnPen::kNormal : ColumnPen::kSelected;
     }
 

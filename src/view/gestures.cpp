@@ -5,13 +5,9 @@
 namespace sonavel {
 namespace {
 
-Selection Between(std::uint32_t a, std::uint32_t b) {
-    return {std::min(a, b), std::max(a, b)};
-}
-
 GestureIntent Select(std::uint32_t a, std::uint32_t b) {
     GestureIntent intent;
-    intent.selection = Between(a, b);
+    intent.selection = RangeBetween(a, b);
     return intent;
 }
 

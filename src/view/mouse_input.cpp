@@ -79,7 +79,7 @@ std::uint32_t MouseInput::FrameAt(int x) const {
 
 std::unique_ptr<Gesture> MouseInput::GestureFor(MouseTarget target,
                                                 const PointerEvent& event) const {
-    const Selection& selection = view_.GetSelection();
+    const Selection selection = view_.GetSelection();
     if (target == MouseTarget::kMarkerFlag) {
         const std::uint32_t id = MarkerAt(event.x, event.y);
         const Marker* marker = view_.Sound().Markers().Find(id);

@@ -140,11 +140,11 @@ void CSoundView::AdaptZoomToSound() {
 
 void CSoundView::ClampToSound() {
     const std::uint32_t frames = FrameCount();
-    const Selection clamped = {std::min(selection_.start, frames),
-                               std::min(selection_.end, frames)};
+    const SelectionEnds clamped = {std::min(selectionEnds_.start, frames),
+                                   std::min(selectionEnds_.end, frames)};
     const std::uint32_t cursor = std::min(cursor_, frames);
-    const bool changed = clamped != selection_ || cursor != cursor_;
-    selection_ = clamped;
+    const bool changed = clamped != selectionEnds_ || cursor != cursor_;
+    selectionEnds_ = clamped;
     cursor_ = cursor;
     if (changed && observer_) observer_->OnSelectionChanged();
 }
@@ -160,20 +160,19 @@ void CSoundView::MaximizeFrame() {
 // --- Selection and cursor
 
 void CSoundView::SetSelection(std::uint32_t start, std::uint32_t end) {
-    const std::uint32_t frames = FrameCount();
-    StoreSelection(
-        {std::min(std::min(start, end), frames), std::min(std::max(start, end), frames)});
+    const Selection range = RangeBetween(start, end).ClampedTo(FrameCount());
+    StoreSelection({range.start, range.end});
 }
 
 void CSoundView::SetSelectionStart(std::uint32_t frame) {
-    StoreSelection({std::min(frame, FrameCount()), selection_.end});
+    StoreSelection({std::min(frame, FrameCount()), selectionEnds_.end});
 }
 
-void CSoundView::StoreSelection(const Selection& selection) {
-    if (selection == selection_) return;
-    const Selection before = selection_;
-    selection_ = selection;
-    InvalidateSelectionChange(before, selection_);
+void CSoundView::StoreSelection(const SelectionEnds& ends) {
+    if (ends == selectionEnds_) return;
+    const Selection before = GetSelection();
+    selectionEnds_ = ends;
+    InvalidateSelectionChange(before, GetSelection());
     if (observer_) observer_->OnSelectionChanged();
 }
 
@@ -220,11 +219,9 @@ void CSoundView::InvalidateFrames(std::uint32_t a, std::uint32_t b) {
 }
 
 void CSoundView::InvalidateSelectionChange(const Selection& before, const Selection& after) {
-    // What a start behind its end shows is not empty on the screen; hence no IsEmpty() here.
-    const auto isPoint = [](const Selection& s) { return s.start == s.end; };
-    if (isPoint(before) && isPoint(after)) return;
-    if (isPoint(before) || isPoint(after)) {
-        const Selection& shown = isPoint(before) ? after : before;
+    if (before.IsEmpty() && after.IsEmpty()) return;
+    if (before.IsEmpty() || after.IsEmpty()) {
+        const Selection& shown = before.IsEmpty() ? after : before;
         InvalidateFrames(shown.start, shown.end);
         return;
     }

@@ -111,14 +111,16 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
 
     // --- Selection and cursor
 
-    const Selection& GetSelection() const { return selection_; }
-    bool HasSelection() const { return !selection_.IsEmpty(); }
+    Selection GetSelection() const { return selectionEnds_.Range(); }
+    bool HasSelection() const { return !GetSelection().IsEmpty(); }
+    // For the moves that go on from them; everything else works on the selection.
+    const SelectionEnds& GetSelectionEnds() const { return selectionEnds_; }
     std::uint32_t Cursor() const { return cursor_; }
     // Each is clamped to the sound and repaints what differs; start and end may come in either
     // order.
     void SetSelection(std::uint32_t start, std::uint32_t end);
     void SetCursor(std::uint32_t frame);
-    // Moves the start alone, past the end too; the selection is then empty but keeps its end.
+    // Moves the start alone, past the end too; the other end stays where it is.
     void SetSelectionStart(std::uint32_t frame);
 
     // --- Playing
@@ -175,7 +177,7 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
     void FollowPlayPosition(std::uint32_t frame);
     void InvalidateFrames(std::uint32_t a, std::uint32_t b);
     void InvalidateSelectionChange(const Selection& before, const Selection& after);
-    void StoreSelection(const Selection& selection);
+    void StoreSelection(const SelectionEnds& ends);
     void InvalidatePlayColumn();
 
     CSoundDoc& document_;
@@ -196,7 +198,7 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
     int zoomHeight_ = 0;
     BlockExtremes extremes_;
 
-    Selection selection_;
+    SelectionEnds selectionEnds_;
     std::uint32_t cursor_ = 0;
     TransportFlags transport_;
     PlayState lastState_ = PlayState::kStopped;

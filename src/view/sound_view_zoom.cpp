@@ -22,7 +22,7 @@ class CSoundView::WaitCursorScope {
 };
 
 ZoomContext CSoundView::Context() const {
-    return ZoomContext::Of(Sound(), WaveformWidth(), WaveformHeight(), selection_.start);
+    return ZoomContext::Of(Sound(), WaveformWidth(), WaveformHeight(), GetSelection().start);
 }
 
 void CSoundView::ApplyTimeZoom(const ZoomState& state) {

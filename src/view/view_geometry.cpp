@@ -76,9 +76,8 @@ Rectangle SelectionRect(const Rectangle& waveform, const PixelMap& map,
         return static_cast<int>(
             std::clamp<std::int64_t>(waveform.left + map.X(frame), waveform.left, waveform.right));
     };
-    // A selection may run backwards while it is being extended.
-    const auto [left, right] = std::minmax({clampedX(selection.start), clampedX(selection.end)});
-    const Rectangle shifted{left + 1, waveform.top, right + 1, waveform.bottom};
+    const Rectangle shifted{clampedX(selection.start) + 1, waveform.top,
+                            clampedX(selection.end) + 1, waveform.bottom};
     const Rectangle visible = shifted.Intersected(waveform);
     return visible.Empty() ? Rectangle{} : visible;
 }

@@ -360,6 +360,16 @@ TEST_F(BatchToolTest, MovesTheCursorByPixels) {
               "selection=30..90 cursor=30\nselection=0..0 cursor=2000\n");
 }
 
+TEST_F(BatchToolTest, WorksBetweenTheEndsOfASelectionWhoseStartHasPassedItsEnd) {
+    WriteRamp("r.wav", 2000);
+    const std::string select =
+        "open @/r.wav; zoom-time-full; select 100 100; cursor 100; cursor-right 2 extend=on\n";
+    ExpectOutput(select + "volume percent=0; samples 99 4", "99 100\n100 0\n101 0\n102 103\n");
+    ExpectOutput(select + "cut; samples 99 2", "99 100\n100 103\n");
+    EXPECT_EQ(PartOfEachLine(Run(select + "info").out, "selection=", " markers"),
+              "selection=102..100 cursor=102\n");
+}
+
 TEST_F(BatchToolTest, PrintsTheEnvelope) {
     WriteRamp("r.wav", 4);
     ExpectOutput("open @/r.wav; view 24 80; zoom-default; volume percent=0; select 1 3; envelope",

@@ -66,11 +66,10 @@ TEST(QuantizerTest, TruncatesButLeapsBehindAPositiveHalf) {
 
 TEST(EffectRangeTest, TakesTheSelectionOrTheWholeSoundAndStaysInside) {
     using R = EffectRange;
-    EXPECT_EQ(RangeToWorkOn(5, 5, 100, RangeStart::kSmallerEnd), (R{0, 100}));
-    EXPECT_EQ(RangeToWorkOn(10, 30, 100, RangeStart::kSelectionStart), (R{10, 20}));
-    EXPECT_EQ(RangeToWorkOn(30, 10, 100, RangeStart::kSmallerEnd), (R{10, 20}));
-    EXPECT_EQ(RangeToWorkOn(30, 10, 100, RangeStart::kSelectionStart), (R{30, 20}));
-    EXPECT_EQ(RangeToWorkOn(90, 300, 100, RangeStart::kSmallerEnd), (R{90, 10}));
+    EXPECT_EQ(RangeToWorkOn(5, 5, 100), (R{0, 100}));
+    EXPECT_EQ(RangeToWorkOn(10, 30, 100), (R{10, 20}));
+    EXPECT_EQ(RangeToWorkOn(30, 10, 100), (R{10, 20}));
+    EXPECT_EQ(RangeToWorkOn(90, 300, 100), (R{90, 10}));
 }
 
 class DirectEffectTest : public EffectTest {

@@ -5,6 +5,7 @@
 #include <QPointer>
 
 #include "effects/effect_commands.h"
+#include "effects/effect_run.h"
 #include "effects/range_extremes.h"
 #include "effects/ui/effect_notes.h"
 #include "effects/ui/mnemonics.h"
@@ -33,7 +34,7 @@ EffectDialog::EffectDialog(const EffectDialogContext& context, const Effect& eff
     header_->SetStatus(QString::fromUtf8(texts.header));
     const CWave& sound = Document().Sound();
     header_->SetNotes(EffectNotes(effect.commandId, {sound.GetChannels(), sound.GetBits(),
-                                                     ExtremesOf(sound, VolumeRange(Target()))}));
+                                                     ExtremesOf(sound, RangeOf(Target()))}));
     auto* outer = new QVBoxLayout(this);
     outer->setContentsMargins(0, 0, 0, 0);
     outer->setSpacing(0);
@@ -134,7 +135,7 @@ void EffectDialog::Recall(const Effect& effect, std::size_t first, std::size_t c
 }
 
 EffectTarget EffectDialog::Target() {
-    const Selection& selection = view_.GetSelection();
+    const Selection selection = view_.GetSelection();
     return {Document(), selection.start, selection.end, state_};
 }
 

@@ -143,7 +143,7 @@ bool SpatialDialog::RunPreview() {
 bool SpatialDialog::Run(SpatialOutcome outcome) {
     const std::vector<SourcePosition> path = Path();
     if (path.empty() || running_) return false;
-    const Selection& selection = view_.GetSelection();
+    const Selection selection = view_.GetSelection();
     const SpatialTarget target{Document(), selection.start, selection.end, progressTitle_, outcome};
     running_ = true;
     const bool made = motion_ == SourceMotion::kPositional
