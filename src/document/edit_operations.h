@@ -55,7 +55,8 @@ bool ReplaceWithClip(CSoundDoc& document, const ClipRecord& clip);
 
 // Gains are factors (1 is 100 percent), clamped to +-1000. With a selection the mix covers it and
 // moves the cursor to its start; without one it runs from the cursor over the whole clip, and the
-// sound grows where the clip is longer. Results wrap around instead of being clipped.
+// sound grows where the clip is longer. Mix lets it grow to hold the whole clip with a selection
+// too, what lies behind the selection being silence. Results wrap around instead of being clipped.
 struct MixGains {
     double clip = 1;
     double sound = 1;

@@ -90,16 +90,24 @@ void MixBytes(CWave& sound, const ClipRecord& clip, const MixRange& range, const
         MixSamples(bytes, clip.Bytes(), range.oldBytes, gain);
 }
 
+// What the sound grows to hold, from the start of the range: only what is processed, or the clip to
+// its end, also where a selection has less of it processed.
+enum class Growth { kProcessedRange, kWholeClip };
+
 // Nothing when the sound cannot grow.
-std::optional<MixRange> MakeRoom(CWave& sound, const ClipRecord& clip, const EditSelection& at) {
+std::optional<MixRange> MakeRoom(CWave& sound, const ClipRecord& clip, const EditSelection& at,
+                                 Growth growth) {
     const bool selected = !at.IsEmpty();
     const std::uint64_t start = selected ? at.startFrame : at.cursorFrame;
     const std::uint64_t frames = selected ? at.Frames() : clip.GetFrameCount();
+    const std::uint64_t held = growth == Growth::kWholeClip
+                                   ? std::max<std::uint64_t>(frames, clip.GetFrameCount())
+                                   : frames;
     const std::size_t startByte = start * sound.GetBlockAlign();
     const std::size_t oldBytes = sound.GetDataSize() - startByte;
     const std::size_t bytes = frames * sound.GetBlockAlign();
-    if (startByte + bytes > kMaxSoundBytes ||
-        !sound.GrowWithSilence(static_cast<std::uint32_t>(start + frames)))
+    if (startByte + held * sound.GetBlockAlign() > kMaxSoundBytes ||
+        !sound.GrowWithSilence(static_cast<std::uint32_t>(start + held)))
         return std::nullopt;
     return MixRange{startByte, bytes, std::min(oldBytes, bytes)};
 }
@@ -107,13 +115,13 @@ std::optional<MixRange> MakeRoom(CWave& sound, const ClipRecord& clip, const Edi
 // `mix` fills the range once it is there.
 template <class MixInto>
 EditResult RunMix(CSoundDoc& document, const ClipRecord& clip, const EditSelection& requested,
-                  MixInto mix) {
+                  Growth growth, MixInto mix) {
     CWavePlayer& sound = document.Sound();
     EditSelection at = ClampedTo(sound, requested);
     if (const auto reason = ReasonAgainst(sound, clip); !reason.empty())
         return NothingDone(document, requested, reason);
     if (!document.PushUndoStep("Copy Sample")) return NotBegun(requested);
-    const std::optional<MixRange> range = MakeRoom(sound, clip, at);
+    const std::optional<MixRange> range = MakeRoom(sound, clip, at, growth);
     if (!range) return OutOfMemory(document, requested);
     mix(sound, *range);
     if (!at.IsEmpty()) at.cursorFrame = at.startFrame;
@@ -131,20 +139,22 @@ void CrossfadeBytes(CWave& sound, const ClipRecord& clip, const MixRange& range,
 
 EditResult Mix(CSoundDoc& document, const ClipRecord& clip, const EditSelection& at,
                const MixGains& gains) {
-    return RunMix(document, clip, at, [&](CWave& sound, const MixRange& range) {
+    const auto mix = [&](CWave& sound, const MixRange& range) {
         MixBytes(sound, clip, range, ConstantGain(Sane(gains)));
-    });
+    };
+    return RunMix(document, clip, at, Growth::kWholeClip, mix);
 }
 
 EditResult CrossfadeMix(CSoundDoc& document, const ClipRecord& clip, const EditSelection& at,
                         const CrossfadeGains& gains) {
     const CrossfadeGains sane{Sane(gains.start), Sane(gains.end)};
-    return RunMix(document, clip, at, [&](CWave& sound, const MixRange& range) {
+    const auto mix = [&](CWave& sound, const MixRange& range) {
         if (sound.GetChannels() == 2)
             CrossfadeBytes<2>(sound, clip, range, sane);
         else
             CrossfadeBytes<1>(sound, clip, range, sane);
-    });
+    };
+    return RunMix(document, clip, at, Growth::kProcessedRange, mix);
 }
 
 }  // namespace sonavel::edit

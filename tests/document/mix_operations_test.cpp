@@ -17,15 +17,17 @@ class MixTest : public DocumentTest {
         for (std::size_t i = 0; i < width; ++i)
             bytes[width * sample + i] = static_cast<std::uint8_t>(low >> 8 * i);
     }
-    // The mix written down sample by sample; `gainsAt` by frame of the processed range.
+    // The mix written down sample by sample; `gainsAt` by frame of the processed range. The sound
+    // holds `heldBytes` from the start of the range on, silence where nothing else is.
     template <class GainsAt>
     static Bytes Expected(const Format& format, const Bytes& sound, const Bytes& clip,
-                          const EditSelection& at, GainsAt gainsAt) {
+                          const EditSelection& at, std::size_t heldBytes, GainsAt gainsAt) {
         const std::size_t width = format.bits / 8, align = width * format.channels;
         const std::size_t start = (at.IsEmpty() ? at.cursorFrame : at.startFrame) * align;
         const std::size_t length = at.IsEmpty() ? clip.size() : at.Frames() * align;
         Bytes result = sound;
-        if (result.size() < start + length) result.resize(start + length);
+        const std::size_t end = start + std::max(length, heldBytes);
+        if (result.size() < end) result.resize(end, format.bits == 8 ? 128 : 0);
         for (std::size_t i = 0; i < length / width; ++i) {
             const edit::MixGains gains = gainsAt(i / format.channels, length / align);
             const std::size_t place = start / width + i;
@@ -54,7 +56,7 @@ TEST_F(MixTest, AddsBothProductsOverTheRange) {
                 const EditResult result = edit::Mix(*document, MakeClip(format, clip), at, gains);
                 ASSERT_TRUE(result.done);
                 EXPECT_EQ(BytesOf(document->Sound()),
-                          Expected(format, sound, clip, at,
+                          Expected(format, sound, clip, at, clip.size(),
                                    [&](std::size_t, std::size_t) { return gains; }));
                 EXPECT_EQ(result.selection.cursorFrame,
                           at.IsEmpty() ? at.cursorFrame : at.startFrame);
@@ -79,7 +81,7 @@ TEST_F(MixTest, CrossfadeRunsFromTheStartLevelsToTheEndLevels) {
         for (const EditSelection& at : kPlaces) {
             auto document = MakeDocument(format, sound);
             ASSERT_TRUE(edit::CrossfadeMix(*document, MakeClip(format, clip), at, gains).done);
-            EXPECT_EQ(BytesOf(document->Sound()), Expected(format, sound, clip, at, gainsAt))
+            EXPECT_EQ(BytesOf(document->Sound()), Expected(format, sound, clip, at, 0, gainsAt))
                 << NameOf(format) << " at " << at.startFrame << ", " << at.cursorFrame;
         }
     }
