@@ -11,12 +11,10 @@ template <class Change>
 Outcome ChangeFormat(BatchSession& session, bool hasItAlready, const Change& change) {
     if (hasItAlready) return Done();
     CSoundDoc& document = session.Document();
-    if (!document.PushUndoStep("Copy Sample")) return session.OutcomeOf(false);
-    if (!change(document.Sound())) {
-        document.DropUndoStep();
-        return Failed(failure::kMemory);
-    }
-    document.NotifyChanged(0);
+    Result<SoundEdit> edit = document.BeginEdit("Copy Sample");
+    if (!edit) return edit.Ended();
+    if (!change(document.Sound())) return Failed(failure::kMemory);
+    edit->Commit(0);
     return Done();
 }
 

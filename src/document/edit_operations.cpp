@@ -15,10 +15,11 @@ namespace {
 constexpr std::string_view kNoSelection = "Nothing is selected.";
 
 EditResult RemoveSelection(CSoundDoc& document, const EditSelection& at) {
-    if (!document.PushUndoStep("Source Sample")) return NotBegun(at);
+    Result<SoundEdit> edit = document.BeginEdit("Source Sample");
+    if (!edit) return NothingDone(document, at, edit.Reason());
     if (!document.Sound().RemoveFrames(at.startFrame, at.endFrame))
-        return OutOfMemory(document, at);
-    return Done(document, {.cursorFrame = at.startFrame}, at.startFrame);
+        return NothingDone(document, at, failure::kMemory);
+    return Done(*edit, {.cursorFrame = at.startFrame}, at.startFrame);
 }
 
 // The clip `count` times over; false when the memory cannot be had.
@@ -79,9 +80,10 @@ EditResult OverwriteSelection(CSoundDoc& document, const ClipRecord& clip,
         document.Services().prompts.ShowMessage(kTooSmall);
         return NothingDone(document, requested, kTooSmall);
     }
-    if (!document.BeginUnrecordedEdit()) return NotBegun(requested);
+    Result<SoundEdit> edit = document.BeginUnrecordedEdit();
+    if (!edit) return NothingDone(document, requested, edit.Reason());
     Fill(sound.MutableBytes().subspan(start, bytes), clip.Bytes());
-    return Done(document, at, at.startFrame);
+    return Done(*edit, at, at.startFrame);
 }
 
 }  // namespace
@@ -120,21 +122,22 @@ EditResult Paste(CSoundDoc& document, const ClipRecord& clip, const EditSelectio
         return NothingDone(document, requested, reason);
     if (count == 0 || count > kHighestReplicateCount)
         return NothingDone(document, requested, "The clip can be pasted 1 to 1000 times at once.");
-    if (!document.PushUndoStep("Copy Sample")) return NotBegun(requested);
+    Result<SoundEdit> edit = document.BeginEdit("Copy Sample");
+    if (!edit) return NothingDone(document, requested, edit.Reason());
 
     SoundBuffer repeated;
-    if (count > 1 && !Repeat(clip, count, repeated)) return OutOfMemory(document, requested);
-    if (!InsertInPlaceOf(sound, at, count > 1 ? std::as_const(repeated).Bytes() : clip.Bytes()))
-        return OutOfMemory(document, requested);
+    if ((count > 1 && !Repeat(clip, count, repeated)) ||
+        !InsertInPlaceOf(sound, at, count > 1 ? std::as_const(repeated).Bytes() : clip.Bytes()))
+        return NothingDone(document, requested, failure::kMemory);
 
     const std::uint32_t inserted = clip.GetFrameCount() * count;
     if (at.IsEmpty()) {
         const std::uint32_t start = std::exchange(at.cursorFrame, at.cursorFrame + inserted);
-        return Done(document, {at.cursorFrame, at.cursorFrame, at.cursorFrame}, start);
+        return Done(*edit, {at.cursorFrame, at.cursorFrame, at.cursorFrame}, start);
     }
     at.cursorFrame = at.startFrame;
     at.endFrame = at.startFrame + inserted;
-    return Done(document, at, at.startFrame);
+    return Done(*edit, at, at.startFrame);
 }
 
 EditResult PasteOverwrite(CSoundDoc& document, const ClipRecord& clip, const EditSelection& at) {
@@ -158,9 +161,13 @@ bool ReplaceWithClip(CSoundDoc& document, const ClipRecord& clip) {
                                            : "There is no sound on the clipboard.");
         return false;
     }
-    if (!document.BeginUnrecordedEdit()) return false;
+    Result<SoundEdit> edit = document.BeginUnrecordedEdit();
+    if (!edit) {
+        document.SetLastError(edit.Reason());
+        return false;
+    }
     document.Sound().Adopt(std::move(*copy));
-    document.NotifyChanged(0);
+    edit->Commit(0);
     return true;
 }
 

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "sound/failure_texts.h"
-
 namespace sonavel::edit {
 
 EditSelection ClampedTo(const CWave& sound, EditSelection at) {
@@ -23,13 +21,8 @@ EditResult NothingDone(CSoundDoc& document, const EditSelection& at, std::string
     return NotBegun(at);
 }
 
-EditResult OutOfMemory(CSoundDoc& document, const EditSelection& at) {
-    document.DropUndoStep();
-    return NothingDone(document, at, failure::kMemory);
-}
-
-EditResult Done(CSoundDoc& document, const EditSelection& after, std::uint32_t firstChangedFrame) {
-    document.NotifyChanged(firstChangedFrame);
+EditResult Done(SoundEdit& edit, const EditSelection& after, std::uint32_t firstChangedFrame) {
+    edit.Commit(firstChangedFrame);
     return {.done = true, .selection = after, .firstChangedFrame = firstChangedFrame};
 }
 

@@ -14,12 +14,10 @@ EditSelection ClampedTo(const CWave& sound, EditSelection at);
 
 // Nothing done, for this reason.
 EditResult NothingDone(CSoundDoc& document, const EditSelection& at, std::string_view reason);
-// Likewise, with the undo step that was pushed for it taken back.
-EditResult OutOfMemory(CSoundDoc& document, const EditSelection& at);
-// Nothing done, for the reason that the document has noted.
+// Likewise, for the reason that the document has noted.
 EditResult NotBegun(const EditSelection& at);
-// Tells the observers.
-EditResult Done(CSoundDoc& document, const EditSelection& after, std::uint32_t firstChangedFrame);
+// Commits the edit.
+EditResult Done(SoundEdit& edit, const EditSelection& after, std::uint32_t firstChangedFrame);
 
 // Why the clip cannot go into the sound; empty when it can.
 std::string_view ReasonAgainst(const CWave& sound, const ClipRecord& clip);

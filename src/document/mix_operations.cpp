@@ -120,12 +120,13 @@ EditResult RunMix(CSoundDoc& document, const ClipRecord& clip, const EditSelecti
     EditSelection at = ClampedTo(sound, requested);
     if (const auto reason = ReasonAgainst(sound, clip); !reason.empty())
         return NothingDone(document, requested, reason);
-    if (!document.PushUndoStep("Copy Sample")) return NotBegun(requested);
+    Result<SoundEdit> edit = document.BeginEdit("Copy Sample");
+    if (!edit) return NothingDone(document, requested, edit.Reason());
     const std::optional<MixRange> range = MakeRoom(sound, clip, at, growth);
-    if (!range) return OutOfMemory(document, requested);
+    if (!range) return NothingDone(document, requested, failure::kMemory);
     mix(sound, *range);
     if (!at.IsEmpty()) at.cursorFrame = at.startFrame;
-    return Done(document, at, at.cursorFrame);
+    return Done(*edit, at, at.cursorFrame);
 }
 
 template <std::int32_t kChannels>

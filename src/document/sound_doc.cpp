@@ -1,6 +1,7 @@
 #include "document/sound_doc.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace sonavel {
 
@@ -74,33 +75,24 @@ void CSoundDoc::NotifyChanged(std::uint32_t firstChangedFrame) {
 
 // --- Edits
 
-bool CSoundDoc::PushUndoStep(std::string_view name) {
-    stepPushed_ = false;
+Result<SoundEdit> CSoundDoc::BeginEdit(std::string_view stepName) {
     if (!options_.saveUndo || sound_.IsRecording()) return BeginUnrecordedEdit();
     std::optional<SoundCopy> copy = sound_.CopySound();
     if (!copy &&
         !services_.prompts.AskOkCancel("There is not enough memory for an undo step.\n"
                                        "Go on without one? This edit cannot be undone then.",
                                        "Sonavel"))
-        return Refuse("There is not enough memory for an undo step.");
-    if (!BeginUnrecordedEdit()) return false;
-    if (!copy) return true;
-    history_.Add({.name = std::string(name), .sound = std::move(*copy)});
-    stepPushed_ = true;
-    return true;
+        return Failed("There is not enough memory for an undo step.");
+    Result<SoundEdit> edit = BeginUnrecordedEdit();
+    if (!edit || !copy) return edit;
+    return SoundEdit(*this, UndoStep{.name = std::string(stepName), .sound = std::move(*copy)});
 }
 
-bool CSoundDoc::BeginUnrecordedEdit() {
+Result<SoundEdit> CSoundDoc::BeginUnrecordedEdit() {
     // What is recorded has the format that the sound had at the start.
-    if (sound_.IsRecording()) return Refuse("The sound cannot be changed while recording.");
+    if (sound_.IsRecording()) return Failed("The sound cannot be changed while recording.");
     StopPlaying();
-    history_.DiscardRedo();
-    return true;
-}
-
-void CSoundDoc::DropUndoStep() {
-    if (stepPushed_) history_.DropNewest();
-    stepPushed_ = false;
+    return SoundEdit(*this, std::nullopt);
 }
 
 bool CSoundDoc::CanUndo() const {
@@ -115,7 +107,7 @@ bool CSoundDoc::Undo() {
     if (!CanUndo()) return Refuse("There is nothing to undo.");
     StopPlaying();
     history_.Undo(sound_);
-    AfterHistoryStep();
+    NotifyChanged(0);
     return true;
 }
 
@@ -123,38 +115,32 @@ bool CSoundDoc::Redo() {
     if (!CanRedo()) return Refuse("There is nothing to redo.");
     StopPlaying();
     history_.Redo(sound_);
-    AfterHistoryStep();
-    return true;
-}
-
-void CSoundDoc::AfterHistoryStep() {
-    stepPushed_ = false;
     NotifyChanged(0);
+    return true;
 }
 
 // --- Recording
 
 bool CSoundDoc::StartRecording() {
     if (sound_.IsRecording()) return Refuse("Recording is under way.");
-    StopPlaying();
-    stepPushed_ = false;
-    if (sound_.HasData() && !PushUndoStep("Copy Sample")) return false;
+    // An empty sound is no state to go back to.
+    Result<SoundEdit> edit = sound_.HasData() ? BeginEdit("Copy Sample") : BeginUnrecordedEdit();
+    if (!edit) return Fail(edit.Reason());
     sound_.SetLastError("");
-    if (sound_.StartRecording()) return true;
-    DropUndoStep();
-    return FailAsSound("Recording could not be started.");
+    if (!sound_.StartRecording()) return FailAsSound("Recording could not be started.");
+    recordingEdit_ = std::move(*edit);
+    return true;
 }
 
 bool CSoundDoc::StopRecording(std::uint32_t cursorFrame) {
     if (!sound_.IsRecording()) return Refuse("Nothing is being recorded.");
     sound_.SetLastError("");
     cursorFrame = std::min(cursorFrame, sound_.GetFrameCount());
-    if (sound_.StopRecording(cursorFrame)) {
-        NotifyChanged(cursorFrame);
-        return true;
-    }
-    DropUndoStep();
-    return FailAsSound("Nothing was recorded.");
+    std::optional<SoundEdit> edit = std::exchange(recordingEdit_, std::nullopt);
+    if (edit) edit->TakeMarkers();
+    if (!sound_.StopRecording(cursorFrame)) return FailAsSound("Nothing was recorded.");
+    if (edit) edit->Commit(cursorFrame);
+    return true;
 }
 
 }  // namespace sonavel

@@ -12,8 +12,10 @@
 #include "audio/wave_player.h"
 #include "document/document_dialogs.h"
 #include "document/document_options.h"
+#include "document/sound_edit.h"
 #include "document/undo_history.h"
 #include "platform/host_services.h"
+#include "sound/outcome.h"
 
 namespace sonavel {
 
@@ -91,14 +93,12 @@ class CSoundDoc {
 
     // --- Edits
 
-    // To be called before every edit: stops playing, discards what could be redone, and pushes a
-    // copy of the sound as an undo step when undo is on. False, with nothing changed, while
-    // recording, and when the memory cannot be had and the person chose not to go on without undo.
-    bool PushUndoStep(std::string_view name);
-    // Likewise for an edit that stores no step. False while recording.
-    bool BeginUnrecordedEdit();
-    // Takes the step of the PushUndoStep just before back, when the edit did not come about.
-    void DropUndoStep();
+    // To be called before every edit: stops playing, and when undo is on copies the sound for the
+    // undo step of that name. Nothing while recording, or when the memory cannot be had and the
+    // person chose not to go on without undo.
+    Result<SoundEdit> BeginEdit(std::string_view stepName);
+    // Likewise for an edit that stores no step.
+    Result<SoundEdit> BeginUnrecordedEdit();
     // Marks the sound modified and tells every observer that it changed from this frame on.
     void NotifyChanged(std::uint32_t firstChangedFrame);
 
@@ -111,7 +111,8 @@ class CSoundDoc {
 
     // --- Recording
 
-    // Stops playing, pushes an undo step when the sound has data, and starts the input device.
+    // Stops playing, begins an edit, with an undo step when the sound has data, and starts the
+    // input device.
     bool StartRecording();
     // Inserts what was recorded at this frame; the markers stay where they are. False, with the
     // sound and the history unchanged, when nothing was recorded.
@@ -151,7 +152,6 @@ class CSoundDoc {
     void StopPlaying();
     void TellChanged(std::uint32_t firstChangedFrame);
     void TellTitleOrModified();
-    void AfterHistoryStep();
 
     HostServices services_;
     DocumentDialogs& dialogs_;
@@ -164,7 +164,7 @@ class CSoundDoc {
     std::filesystem::path path_;
     std::string title_;
     std::string lastError_;
-    bool stepPushed_ = false;  // by the last PushUndoStep
+    std::optional<SoundEdit> recordingEdit_;
 };
 
 }  // namespace sonavel

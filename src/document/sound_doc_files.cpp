@@ -134,11 +134,12 @@ bool CSoundDoc::SaveAs() {
 
 bool CSoundDoc::ConvertForSave(const SaveAsChoice& choice) {
     if (choice.channels == sound_.GetChannels() && choice.bits == sound_.GetBits()) return true;
-    if (!PushUndoStep("Copy Sample")) return false;
-    const bool converted = sound_.ConvertChannels(choice.channels, ChannelChoice::kBothOrMix) &&
-                           sound_.ConvertBits(choice.bits);
-    NotifyChanged(0);
-    return converted || Fail(failure::kMemory);
+    Result<SoundEdit> edit = BeginEdit("Copy Sample");
+    if (!edit) return Fail(edit.Reason());
+    if (!sound_.ConvertFormat(choice.channels, ChannelChoice::kBothOrMix, choice.bits))
+        return Fail(failure::kMemory);
+    edit->Commit(0);
+    return true;
 }
 
 }  // namespace sonavel

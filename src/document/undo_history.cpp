@@ -16,10 +16,6 @@ void UndoHistory::DiscardRedo() {
     shown_.reset();
 }
 
-void UndoHistory::DropNewest() {
-    if (!shown_ && !steps_.empty()) steps_.pop_back();
-}
-
 void UndoHistory::Clear() {
     steps_.clear();
     shown_.reset();

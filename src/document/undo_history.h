@@ -36,8 +36,6 @@ class UndoHistory {
     void Add(UndoStep step);
     // Discards what could be redone, as every edit does, also one that stores no step.
     void DiscardRedo();
-    // Removes the newest step, of an edit that did not come about. Not during a run of undos.
-    void DropNewest();
     void Clear();
 
     // Exchanges the sound for the state before, and after. False, with nothing changed, when there

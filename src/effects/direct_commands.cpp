@@ -19,7 +19,8 @@ void MultiplyBy(std::span<float> samples, std::span<const float> gains) {
 bool ApplyVolume(const EffectTarget& target, const VolumeParameters& parameters) {
     CSoundDoc& document = target.document;
     const EffectRange range = RangeOf(target);
-    if (!BeginApply(document)) return false;
+    Result<SoundEdit> edit = BeginApply(document);
+    if (!edit) return false;
     // Volume's suffix has no blank before it.
     const auto progress = ShowProgress(document, "Volume");
     CWave& sound = document.Sound();
@@ -32,7 +33,7 @@ bool ApplyVolume(const EffectTarget& target, const VolumeParameters& parameters)
         ScaleVolume(piece, parameters, sound.GetBits());
         WriteInterleaved(sound, range.start + done, piece);
     }
-    EndApply(document, range);
+    EndApply(document, *edit, range);
     return true;
 }
 
@@ -69,14 +70,15 @@ bool ApplyPanpot(const EffectTarget& target, const PanpotParameters& parameters)
         return false;
     }
     const EffectRange range = RangeOf(target);
-    if (!BeginApply(document)) return false;
+    Result<SoundEdit> edit = BeginApply(document);
+    if (!edit) return false;
     const auto progress = ShowProgress(document, " Panpot/Crossfade");
     Panpot panpot(parameters, range.length);
     ForEachPiece(sound, range, [&](CEffectBuffer& buffer, std::uint32_t done) {
         ShowDone(*progress, done, range.length);
         panpot.Process(buffer.Left(), buffer.Right());
     });
-    EndApply(document, range);
+    EndApply(document, *edit, range);
     return true;
 }
 
@@ -84,7 +86,8 @@ bool ApplyModulator(const EffectTarget& target, const ModulatorParameters& param
     CSoundDoc& document = target.document;
     CWavePlayer& sound = document.Sound();
     const EffectRange range = RangeOf(target);
-    if (!BeginApply(document)) return false;
+    Result<SoundEdit> edit = BeginApply(document);
+    if (!edit) return false;
     const auto progress = ShowProgress(document, " Modulator");
     CModOscillator first(parameters.first, sound.GetSamplesPerSecond());
     CModOscillator second(parameters.second, sound.GetSamplesPerSecond());
@@ -98,14 +101,15 @@ bool ApplyModulator(const EffectTarget& target, const ModulatorParameters& param
         MultiplyBy(buffer.Left(), used);
         MultiplyBy(buffer.Right(), used);
     });
-    EndApply(document, range);
+    EndApply(document, *edit, range);
     return true;
 }
 
 bool ApplyDynamics(const EffectTarget& target, const DynamicsParameters& parameters) {
     CSoundDoc& document = target.document;
     const EffectRange range = RangeOf(target);
-    if (!BeginApply(document)) return false;
+    Result<SoundEdit> edit = BeginApply(document);
+    if (!edit) return false;
     const auto progress = ShowProgress(document, " Dynamics");
     ForEachPiece(document.Sound(), range, [&](CEffectBuffer& buffer, std::uint32_t done) {
         ShowDone(*progress, done, range.length);
@@ -113,7 +117,7 @@ bool ApplyDynamics(const EffectTarget& target, const DynamicsParameters& paramet
         ApplyCurve(buffer.Right(), parameters.right);
     });
     progress->SetPosition(100);
-    EndApply(document, range);
+    EndApply(document, *edit, range);
     return true;
 }
 

@@ -60,15 +60,16 @@ bool CheckMemory(CSoundDoc& document, const PairBuffer& pairs) {
     return false;
 }
 
-bool BeginApply(CSoundDoc& document) {
-    if (document.Sound().HasData()) return document.PushUndoStep("Copy Sample");
-    document.SetLastError(kEmptySound);
-    return false;
+Result<SoundEdit> BeginApply(CSoundDoc& document) {
+    Result<SoundEdit> edit =
+        document.Sound().HasData() ? document.BeginEdit("Copy Sample") : Failed(kEmptySound);
+    if (!edit) document.SetLastError(edit.Reason());
+    return edit;
 }
 
-void EndApply(CSoundDoc& document, EffectRange range) {
+void EndApply(CSoundDoc& document, SoundEdit& edit, EffectRange range) {
     document.ClearPreview();
-    document.NotifyChanged(range.start);
+    edit.Commit(range.start);
 }
 
 std::unique_ptr<ProgressWindow> ShowProgress(const CSoundDoc& document, std::string_view suffix) {

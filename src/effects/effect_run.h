@@ -42,12 +42,11 @@ EffectRange RangeOf(const EffectTarget& target);
 // False when the range is empty or the memory could not be had; the last error then says which.
 bool CheckMemory(CSoundDoc& document, const PairBuffer& pairs);
 
-// The first step of every apply: false when the sound is empty, or when the undo step could not be
-// made and the person chose to stop.
-bool BeginApply(CSoundDoc& document);
-// The last step: the sound is modified, the views follow, and the preview, which no longer fits, is
-// emptied.
-void EndApply(CSoundDoc& document, EffectRange range);
+// The first step of every apply: nothing when the sound is empty, is being recorded, or when the
+// undo step could not be made and the person chose to stop; the last error then says which.
+Result<SoundEdit> BeginApply(CSoundDoc& document);
+// The last step, once the sound holds the result; the preview, which no longer fits, is emptied.
+void EndApply(CSoundDoc& document, SoundEdit& edit, EffectRange range);
 
 // "Progress" with the effect's suffix as caption.
 std::unique_ptr<ProgressWindow> ShowProgress(const CSoundDoc& document, std::string_view suffix);

@@ -134,13 +134,13 @@ bool ApplyFlanger(const EffectTarget& target, const FlangerParameters& parameter
     CSoundDoc& document = target.document;
     const EffectRange range = RangeOf(target);
     PairBuffer pairs(range.length);
-    if (!CheckMemory(document, pairs) || !BeginApply(document)) return false;
-    if (RunFlanger(document, range, parameters, pairs) == RunEnd::kCancelled) {
-        document.SetModified(true);
+    if (!CheckMemory(document, pairs)) return false;
+    Result<SoundEdit> edit = BeginApply(document);
+    if (!edit) return false;
+    if (RunFlanger(document, range, parameters, pairs) == RunEnd::kCancelled)
         return FailCancelled(document);
-    }
     ApplyEffectResult(document, range, pairs.Pairs(), HandOverCount(document, range));
-    EndApply(document, range);
+    EndApply(document, *edit, range);
     return true;
 }
 
@@ -160,16 +160,16 @@ bool ApplyReverb(const EffectTarget& target, const ReverbParameters& parameters)
     CWave& sound = document.Sound();
     const EffectRange range = RangeOf(target);
     PairBuffer pairs(range.length);
-    if (!CheckMemory(document, pairs) || !BeginApply(document)) return false;
-    if (RunReverb(document, range, parameters, pairs) == RunEnd::kCancelled) {
-        document.SetModified(true);
+    if (!CheckMemory(document, pairs)) return false;
+    Result<SoundEdit> edit = BeginApply(document);
+    if (!edit) return false;
+    if (RunReverb(document, range, parameters, pairs) == RunEnd::kCancelled)
         return FailCancelled(document);
-    }
     if (sound.GetChannels() == 1)
         WriteLeftSlots(sound, range, pairs);
     else
         ApplyEffectResult(document, range, pairs.Pairs(), HandOverCount(document, range));
-    EndApply(document, range);
+    EndApply(document, *edit, range);
     return true;
 }
 

@@ -97,6 +97,8 @@ class CWave {
     bool ConvertBits(unsigned bits);
     // Between 1 and 2 channels, likewise.
     bool ConvertChannels(unsigned channels, ChannelChoice choice);
+    // Channels, then bits, as one change that comes about whole or not at all.
+    bool ConvertFormat(unsigned channels, ChannelChoice choice, unsigned bits);
 
     // --- Changes of content; each marks the sound modified and moves the markers
 
@@ -143,6 +145,8 @@ class CWave {
     ProgressFactory& Progress() const { return progress_; }
 
   private:
+    void TakeConverted(const PcmFormat& format, SoundBuffer&& buffer);
+
     UserPrompts& prompts_;
     ProgressFactory& progress_;
     PcmFormat format_;

@@ -25,6 +25,37 @@ void ConvertChannelCount(std::span<const Sample> from, std::span<Sample> to, uns
         FoldToMono(from, to, choice);
 }
 
+PcmFormat WithBits(const PcmFormat& format, unsigned bits) {
+    return MakePcmFormat(format.channels, bits, format.samplesPerSecond);
+}
+
+PcmFormat WithChannels(const PcmFormat& format, unsigned channels) {
+    return MakePcmFormat(channels, format.bitsPerSample, format.samplesPerSecond);
+}
+
+// Both: false when the format does not allow it or the memory cannot be had.
+bool MakeBits(const PcmFormat& format, const SoundBuffer& from, unsigned bits, SoundBuffer& to) {
+    if (!IsEditable(format) || (bits != 8 && bits != 16)) return false;
+    const std::uint64_t bytes = std::uint64_t{from.Size()} * bits / format.bitsPerSample;
+    if (bytes > kMaxSoundBytes || !to.AllocBuffer(bytes)) return false;
+    Convert(from, to, bits);
+    return true;
+}
+
+bool MakeChannels(const PcmFormat& format, const SoundBuffer& from, unsigned channels,
+                  ChannelChoice choice, SoundBuffer& to) {
+    if (!IsEditable(format) || (channels != 1 && channels != 2)) return false;
+    const std::uint64_t bytes = std::uint64_t{from.Size()} * channels / format.channels;
+    if (bytes > kMaxSoundBytes || !to.AllocBuffer(bytes)) return false;
+    // A last sample that the file cut off has no counterpart in the loops below.
+    if (bytes % 4 != 0) std::memset(to.Data() + bytes - bytes % 4, 0, bytes % 4);
+    if (format.bitsPerSample == 16)
+        ConvertChannelCount<std::int16_t>(Words(from.Bytes()), Words(to.Bytes()), channels, choice);
+    else
+        ConvertChannelCount<std::uint8_t>(from.Bytes(), to.Bytes(), channels, choice);
+    return true;
+}
+
 }  // namespace
 
 void CWave::SetRate(std::uint32_t samplesPerSecond) {
@@ -34,36 +65,37 @@ void CWave::SetRate(std::uint32_t samplesPerSecond) {
     modified_ = true;
 }
 
+void CWave::TakeConverted(const PcmFormat& format, SoundBuffer&& buffer) {
+    buffer_ = std::move(buffer);
+    format_ = format;
+    modified_ = true;
+}
+
 bool CWave::ConvertBits(unsigned bits) {
     if (bits == format_.bitsPerSample) return true;
-    if (!IsEditable(format_) || (bits != 8 && bits != 16)) return false;
-    const std::uint64_t bytes = std::uint64_t{buffer_.Size()} * bits / format_.bitsPerSample;
     SoundBuffer converted;
-    if (bytes > kMaxSoundBytes || !converted.AllocBuffer(bytes)) return false;
-    Convert(buffer_, converted, bits);
-    buffer_ = std::move(converted);
-    format_ = MakePcmFormat(format_.channels, bits, format_.samplesPerSecond);
-    modified_ = true;
+    if (!MakeBits(format_, buffer_, bits, converted)) return false;
+    TakeConverted(WithBits(format_, bits), std::move(converted));
     return true;
 }
 
 bool CWave::ConvertChannels(unsigned channels, ChannelChoice choice) {
     if (channels == format_.channels) return true;
-    if (!IsEditable(format_) || (channels != 1 && channels != 2)) return false;
-    const std::uint64_t bytes = std::uint64_t{buffer_.Size()} * channels / format_.channels;
     SoundBuffer converted;
-    if (bytes > kMaxSoundBytes || !converted.AllocBuffer(bytes)) return false;
-    // A last sample that the file cut off has no counterpart in the loops below.
-    if (bytes % 4 != 0) std::memset(converted.Data() + bytes - bytes % 4, 0, bytes % 4);
-    const SoundBuffer& old = buffer_;
-    if (format_.bitsPerSample == 16)
-        ConvertChannelCount<std::int16_t>(Words(old.Bytes()), Words(converted.Bytes()), channels,
-                                          choice);
-    else
-        ConvertChannelCount<std::uint8_t>(old.Bytes(), converted.Bytes(), channels, choice);
-    buffer_ = std::move(converted);
-    format_ = MakePcmFormat(channels, format_.bitsPerSample, format_.samplesPerSecond);
-    modified_ = true;
+    if (!MakeChannels(format_, buffer_, channels, choice, converted)) return false;
+    TakeConverted(WithChannels(format_, channels), std::move(converted));
+    return true;
+}
+
+bool CWave::ConvertFormat(unsigned channels, ChannelChoice choice, unsigned bits) {
+    if (channels == format_.channels) return ConvertBits(bits);
+    if (bits == format_.bitsPerSample) return ConvertChannels(channels, choice);
+    const PcmFormat between = WithChannels(format_, channels);
+    SoundBuffer betweenBuffer, converted;
+    if (!MakeChannels(format_, buffer_, channels, choice, betweenBuffer) ||
+        !MakeBits(between, betweenBuffer, bits, converted))
+        return false;
+    TakeConverted(WithBits(between, bits), std::move(converted));
     return true;
 }
 

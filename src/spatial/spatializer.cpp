@@ -84,26 +84,20 @@ void FitInto16Bits(std::span<float> output, unsigned bits) {
     HoldWithinLimits(output, 16);
 }
 
-// False, with the sound as it was, when there is no memory.
-bool Make16BitStereo(CWave& sound) {
-    const unsigned channels = sound.GetChannels();
-    if (!sound.ConvertChannels(2, ChannelChoice::kBothOrMix)) return false;
-    if (sound.ConvertBits(16)) return true;
-    sound.ConvertChannels(channels, ChannelChoice::kLeft);
-    return false;
-}
-
 bool Store(CSoundDoc& document, Range range, std::span<const float> output) {
-    if (!document.PushUndoStep("Copy Sample")) return false;
+    Result<SoundEdit> edit = document.BeginEdit("Copy Sample");
+    if (!edit) {
+        document.SetLastError(edit.Reason());
+        return false;
+    }
     CWavePlayer& sound = document.Sound();
-    if (!Make16BitStereo(sound)) {
-        document.DropUndoStep();
+    if (!sound.ConvertFormat(2, ChannelChoice::kBothOrMix, 16)) {
         document.SetLastError(failure::kMemory);
         return false;
     }
     WriteInterleaved(sound, range.start, output);
     document.ClearPreview();
-    document.NotifyChanged(0);
+    edit->Commit(0);
     return true;
 }
 

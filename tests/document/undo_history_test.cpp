@@ -182,10 +182,12 @@ TEST_F(UndoHistoryTest, UndoBringsBackFormatAndMarkersAndMarksModified) {
     auto document = MakeDocument({2, 16}, PatternBytes(40, 1));
     document->Sound().Markers().Add(3, "three", 2);
     const MarkerList markers = document->Sound().Markers();
-    ASSERT_TRUE(document->PushUndoStep("Copy Sample"));
+    Result<SoundEdit> edit = document->BeginEdit("Copy Sample");
+    ASSERT_TRUE(edit);
     ASSERT_TRUE(document->Sound().ConvertChannels(1, ChannelChoice::kLeft));
     document->Sound().SetRate(11025);
     document->Sound().Markers().Clear();
+    edit->Commit(0);
     document->SetModified(false);
     NotingObserver observer;
     document->AddObserver(&observer);

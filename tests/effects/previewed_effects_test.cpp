@@ -78,9 +78,12 @@ TEST_F(PreviewedEffectTest, AMonoRangeIsPreviewedByHalfAndNotApplied) {
     EXPECT_EQ(ValuesOf(preview, 1), Channel(4500));
 }
 
-TEST_F(PreviewedEffectTest, CancelHandsNothingOver) {
+TEST_F(PreviewedEffectTest, CancelHandsNothingOverAndLeavesTheHistoryAlone) {
     for (const char* name : {"flanger", "reverb"}) {
         const auto document = MakeNoise({2, 16, 8000}, 200000);
+        ASSERT_TRUE(edit::Delete(*document, {0, 10, 0}).done);
+        ASSERT_TRUE(document->Undo());
+        document->SetModified(false);
         const Bytes before = BytesOf(document->Sound());
         progress_.polls = 0;
         progress_.cancelAtPoll = 30;
@@ -88,6 +91,8 @@ TEST_F(PreviewedEffectTest, CancelHandsNothingOver) {
         const std::vector<double> values = StartValuesOf(effect);
         EXPECT_FALSE(effect.apply(Target(*document), values)) << name;
         EXPECT_EQ(BytesOf(document->Sound()), before) << name;
+        EXPECT_FALSE(document->IsModified()) << name;
+        EXPECT_TRUE(document->CanRedo() && !document->CanUndo()) << name;
         EXPECT_FALSE(effect.preview(Target(*document), values, PreviewPlay::kNo)) << name;
         EXPECT_EQ(document->Preview().GetFrameCount(), 0u) << name;
         EXPECT_EQ(progress_.openWindows, 0);
