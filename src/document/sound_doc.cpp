@@ -73,10 +73,16 @@ void CSoundDoc::NotifyChanged(std::uint32_t firstChangedFrame) {
     TellTitleOrModified();
 }
 
+void CSoundDoc::ForgetHistory() {
+    history_.Clear();
+    markersBefore_.reset();
+}
+
 // --- Edits
 
 Result<SoundEdit> CSoundDoc::BeginEdit(std::string_view stepName) {
     if (!options_.saveUndo || sound_.IsRecording()) return BeginUnrecordedEdit();
+    EndMarkerEdit();
     std::optional<SoundCopy> copy = sound_.CopySound();
     if (!copy &&
         !services_.prompts.AskOkCancel("There is not enough memory for an undo step.\n"
@@ -91,6 +97,7 @@ Result<SoundEdit> CSoundDoc::BeginEdit(std::string_view stepName) {
 Result<SoundEdit> CSoundDoc::BeginUnrecordedEdit() {
     // What is recorded has the format that the sound had at the start.
     if (sound_.IsRecording()) return Failed("The sound cannot be changed while recording.");
+    EndMarkerEdit();
     StopPlaying();
     return SoundEdit(*this, std::nullopt);
 }
@@ -104,6 +111,7 @@ bool CSoundDoc::CanRedo() const {
 }
 
 bool CSoundDoc::Undo() {
+    EndMarkerEdit();
     if (!CanUndo()) return Refuse("There is nothing to undo.");
     StopPlaying();
     history_.Undo(sound_);
@@ -112,6 +120,7 @@ bool CSoundDoc::Undo() {
 }
 
 bool CSoundDoc::Redo() {
+    EndMarkerEdit();
     if (!CanRedo()) return Refuse("There is nothing to redo.");
     StopPlaying();
     history_.Redo(sound_);
@@ -136,6 +145,7 @@ bool CSoundDoc::StopRecording(std::uint32_t cursorFrame) {
     if (!sound_.IsRecording()) return Refuse("Nothing is being recorded.");
     sound_.SetLastError("");
     cursorFrame = std::min(cursorFrame, sound_.GetFrameCount());
+    EndMarkerEdit();
     std::optional<SoundEdit> edit = std::exchange(recordingEdit_, std::nullopt);
     if (edit) edit->TakeMarkers();
     if (!sound_.StopRecording(cursorFrame)) return FailAsSound("Nothing was recorded.");

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -109,6 +110,16 @@ class CSoundDoc {
     bool CanUndo() const;
     bool CanRedo() const;
 
+    // --- Markers
+
+    // Puts another list of markers in, as an edit whose undo step "Marker" holds markers alone;
+    // playing and recording go on. With kGoesOn, as in a drag, what is put in up to the next
+    // EndMarkerEdit() is one edit, which every other edit ends, too. A list that ends as it began
+    // is none.
+    enum class MarkerEditing { kDone, kGoesOn };
+    void SetMarkers(MarkerList markers, MarkerEditing editing = MarkerEditing::kDone);
+    void EndMarkerEdit();
+
     // --- Recording
 
     // Stops playing, begins an edit, with an undo step when the sound has data, and starts the
@@ -152,6 +163,7 @@ class CSoundDoc {
     void StopPlaying();
     void TellChanged(std::uint32_t firstChangedFrame);
     void TellTitleOrModified();
+    void ForgetHistory();
 
     HostServices services_;
     DocumentDialogs& dialogs_;
@@ -165,6 +177,7 @@ class CSoundDoc {
     std::string title_;
     std::string lastError_;
     std::optional<SoundEdit> recordingEdit_;
+    std::optional<MarkerList> markersBefore_;  // the marker edit that goes on
 };
 
 }  // namespace sonavel

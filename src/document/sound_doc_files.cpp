@@ -26,7 +26,7 @@ bool CSoundDoc::NewDocument(const NewSoundChoice& choice) {
     StopPlaying();
     if (!sound_.Create(choice.channels, choice.bits, choice.samplesPerSecond, 0))
         return Fail(failure::kMemory);
-    history_.Clear();
+    ForgetHistory();
     TellChanged(0);
     SetModified(false);
     return true;
@@ -39,7 +39,7 @@ bool CSoundDoc::OpenDocument(const std::filesystem::path& path) {
     const bool read = ReadFile(path, extension);
     if (read) {
         TakePath(path);
-        history_.Clear();
+        ForgetHistory();
         TellChanged(0);
         SetModified(false);
     }

@@ -1,5 +1,6 @@
 #include "document/undo_history.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace sonavel {
@@ -39,7 +40,13 @@ bool UndoHistory::Redo(CWave& sound) {
 }
 
 void UndoHistory::ExchangeWith(CWave& sound, std::size_t target) {
-    steps_[*shown_].sound = sound.Exchange(std::move(steps_[target].sound));
+    const UndoStep& crossed = steps_[std::min(*shown_, target)];
+    SoundCopy& left = steps_[*shown_].sound;
+    SoundCopy& entered = steps_[target].sound;
+    if (crossed.holds == UndoStep::Holds::kMarkers)
+        left.markers = std::exchange(sound.Markers(), std::move(entered.markers));
+    else
+        left = sound.Exchange(std::move(entered));
     shown_ = target;
 }
 

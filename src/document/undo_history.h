@@ -1,4 +1,5 @@
-// The undo history of one document: complete copies of its sound, each taken just before an edit.
+// The undo history of one document: what its sound was before each edit, a complete copy or, where
+// an edit changed markers alone, the markers.
 #pragma once
 
 #include <cstddef>
@@ -16,10 +17,14 @@ namespace sonavel {
 inline constexpr int kCopyingStepKind = 2;
 
 struct UndoStep {
+    enum class Holds { kSound, kMarkers };
+
     std::string name;
     SoundCopy sound;  // vacant while the document itself holds this state
     bool canUndo = true;
     int kind = kCopyingStepKind;
+    // kMarkers: the edit that followed left everything else of the sound as it was.
+    Holds holds = Holds::kSound;
 };
 
 // With the states S0 (before the first edit) to Sn (the present), step i holds Si and bears the

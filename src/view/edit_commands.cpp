@@ -81,8 +81,11 @@ void ScrollToRedoneEdit(CSoundView& view) {
     const UndoHistory& history = view.Document().History();
     const std::optional<std::size_t> before = history.CurrentPosition();
     if (!before) return;
-    const SoundCopy& old = history.StepAt(*before).sound;
-    const std::uint32_t frame = FirstDifferentFrame(old, view.Sound());
+    const UndoStep& step = history.StepAt(*before);
+    const std::uint32_t frame =
+        step.holds == UndoStep::Holds::kMarkers
+            ? FirstDifferentFrame(step.sound.markers, view.Sound().Markers())
+            : FirstDifferentFrame(step.sound, view.Sound());
     if (!view.IsFrameInSight(frame)) view.ScrollToShow(frame);
 }
 

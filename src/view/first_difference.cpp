@@ -23,6 +23,15 @@ std::size_t FirstDifferentByte(std::span<const std::uint8_t> a, std::span<const 
 
 }  // namespace
 
+std::uint32_t FirstDifferentFrame(const MarkerList& before, const MarkerList& after) {
+    const std::vector<Marker>& old = before.All();
+    const std::vector<Marker>& now = after.All();
+    const auto [was, is] = std::mismatch(old.begin(), old.end(), now.begin(), now.end());
+    const bool removed = now.size() < old.size();
+    if (removed && was != old.end()) return was->position;
+    return is != now.end() ? is->position : 0;
+}
+
 std::uint32_t FirstDifferentFrame(const SoundCopy& before, const CWave& after) {
     if (!(before.format == after.GetFormat()) || after.GetBlockAlign() == 0) return 0;
     return static_cast<std::uint32_t>(FirstDifferentByte(before.buffer.Bytes(), after.Bytes()) /

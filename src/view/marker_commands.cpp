@@ -1,6 +1,8 @@
 #include "view/marker_commands.h"
 
 #include <algorithm>
+#include <span>
+#include <utility>
 
 #include "sound/failure_texts.h"
 
@@ -18,22 +20,34 @@ std::uint32_t ClampedLength(const CSoundView& view, std::uint32_t position, std:
     return std::min(length, view.FrameCount() - position);
 }
 
-void MarkersChanged(CSoundView& view) {
-    view.Document().SetModified(true);
+void Change(CSoundView& view, MarkerList markers,
+            CSoundDoc::MarkerEditing editing = CSoundDoc::MarkerEditing::kDone) {
+    view.Document().SetMarkers(std::move(markers), editing);
     view.Invalidate(ViewArea::kMarkerStrip);
     view.Invalidate(ViewArea::kWaveform);
 }
 
-bool Apply(CSoundView& view, const MarkerEdit& edit) {
+bool CarryOut(const CSoundView& view, const MarkerEdit& edit, MarkerList& markers) {
+    const std::uint32_t start = ClampedPosition(view, edit.position);
+    const std::uint32_t length = ClampedLength(view, start, edit.length);
     switch (edit.kind) {
         case MarkerEdit::Kind::kAdd:
-            return AddMarker(view, edit.position, edit.name, edit.length) != 0;
+            return markers.Add(start, edit.name, length) != 0;
         case MarkerEdit::Kind::kSet:
-            return SetMarker(view, edit.id, edit.position, edit.name, edit.length);
+            return markers.Set(edit.id, start, edit.name, length);
         case MarkerEdit::Kind::kDelete:
-            return RemoveMarker(view, edit.id);
+            return markers.Remove(edit.id);
     }
     return false;
+}
+
+// All of them as one change, or none.
+bool CarryOut(CSoundView& view, std::span<const MarkerEdit> edits) {
+    MarkerList markers = view.Sound().Markers();
+    for (const MarkerEdit& edit : edits)
+        if (!CarryOut(view, edit, markers)) return view.Refuse(kNoSuchMarker);
+    Change(view, std::move(markers));
+    return true;
 }
 
 bool RunDialog(CSoundView& view, MarkerDialogRequest::Start start, std::uint32_t id) {
@@ -48,9 +62,7 @@ bool RunDialog(CSoundView& view, MarkerDialogRequest::Start start, std::uint32_t
     request.newLength = view.GetSelection().Frames();
     const std::optional<std::vector<MarkerEdit>> edits = view.Dialogs().EditMarkers(request);
     if (!edits) return view.Refuse(failure::kCancelled);
-    bool done = true;
-    for (const MarkerEdit& edit : *edits) done = Apply(view, edit) && done;
-    return done;
+    return CarryOut(view, *edits);
 }
 
 }  // namespace
@@ -64,25 +76,30 @@ bool DropMarker(CSoundView& view) {
 std::uint32_t AddMarker(CSoundView& view, std::uint32_t position, std::string_view name,
                         std::uint32_t length) {
     const std::uint32_t start = ClampedPosition(view, position);
-    const std::uint32_t id =
-        view.Sound().Markers().Add(start, name, ClampedLength(view, start, length));
-    MarkersChanged(view);
+    MarkerList markers = view.Sound().Markers();
+    const std::uint32_t id = markers.Add(start, name, ClampedLength(view, start, length));
+    Change(view, std::move(markers));
     return id;
 }
 
 bool SetMarker(CSoundView& view, std::uint32_t id, std::uint32_t position, std::string_view name,
                std::uint32_t length) {
-    const std::uint32_t start = ClampedPosition(view, position);
-    if (!view.Sound().Markers().Set(id, start, name, ClampedLength(view, start, length)))
-        return view.Refuse(kNoSuchMarker);
-    MarkersChanged(view);
-    return true;
+    const MarkerEdit edit = {MarkerEdit::Kind::kSet, id, position, std::string(name), length};
+    return CarryOut(view, {&edit, 1});
 }
 
 bool RemoveMarker(CSoundView& view, std::uint32_t id) {
-    if (!view.Sound().Markers().Remove(id)) return view.Refuse(kNoSuchMarker);
-    MarkersChanged(view);
-    return true;
+    const MarkerEdit edit = {MarkerEdit::Kind::kDelete, id, 0, {}, 0};
+    return CarryOut(view, {&edit, 1});
+}
+
+void DragMarker(CSoundView& view, std::uint32_t id, std::uint32_t position) {
+    MarkerList markers = view.Sound().Markers();
+    const Marker* marker = markers.Find(id);
+    if (!marker || marker->position == position) return;
+    const std::uint32_t start = ClampedPosition(view, position);
+    markers.Set(id, start, "", ClampedLength(view, start, marker->length));
+    Change(view, std::move(markers), CSoundDoc::MarkerEditing::kGoesOn);
 }
 
 bool EditMarkersInDialog(CSoundView& view) {

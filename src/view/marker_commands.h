@@ -1,5 +1,5 @@
-// The view's marker commands. Every change marks the sound modified and repaints what shows
-// markers.
+// The view's marker commands. Each of them is one edit with an undo step of its own, marks the
+// sound modified and repaints what shows markers.
 #pragma once
 
 #include <cstdint>
@@ -19,6 +19,9 @@ std::uint32_t AddMarker(CSoundView& view, std::uint32_t position, std::string_vi
 bool SetMarker(CSoundView& view, std::uint32_t id, std::uint32_t position, std::string_view name,
                std::uint32_t length);
 bool RemoveMarker(CSoundView& view, std::uint32_t id);
+// One move of a drag, nothing without a marker of that id. The document's EndMarkerEdit() makes one
+// edit of the moves.
+void DragMarker(CSoundView& view, std::uint32_t id, std::uint32_t position);
 
 // The dialog "Marker": the list, beginning with the marker nearest to the cursor; a new marker; or
 // the marker of that id.

@@ -145,12 +145,17 @@ void MouseInput::Release(const PointerEvent& event) {
     panning_ = false;
     if (!gesture_) return;
     Apply(gesture_->Release(FrameAt(event.x)));
-    gesture_.reset();
+    EndGesture();
 }
 
 void MouseInput::Cancel() {
     panning_ = false;
+    EndGesture();
+}
+
+void MouseInput::EndGesture() {
     gesture_.reset();
+    view_.Document().EndMarkerEdit();
 }
 
 void MouseInput::DoubleClick(const PointerEvent& event) {
@@ -184,10 +189,7 @@ void MouseInput::ScrollPastEdge() {
 void MouseInput::Apply(const GestureIntent& intent) {
     if (intent.selection) view_.SetSelection(intent.selection->start, intent.selection->end);
     if (intent.cursor) view_.SetCursor(*intent.cursor);
-    if (!intent.marker) return;
-    const Marker* marker = view_.Sound().Markers().Find(intent.marker->id);
-    if (marker && marker->position != intent.marker->position)
-        SetMarker(view_, marker->id, intent.marker->position, "", marker->length);
+    if (intent.marker) DragMarker(view_, intent.marker->id, intent.marker->position);
 }
 
 void MouseInput::Wheel(const PointerEvent& event, double notches) {

@@ -66,6 +66,7 @@ class MouseInput {
     bool PressZoomButton(MouseTarget target, MouseButton button);
     std::uint32_t FrameAt(int x) const;
     void Apply(const GestureIntent& intent);
+    void EndGesture();
     void ScrollPastEdge();
 
     CSoundView& view_;

@@ -135,6 +135,7 @@ void Workspace::StopActivity(std::size_t index) {
         sound.view->ResetTimeZoom();
         sound.view->NoteTransportState();
     }
+    sound.document->EndMarkerEdit();
     player.Stop(CWavePlayer::StopReport::kShow);
     sound.document->Preview().Stop(CWavePlayer::StopReport::kSilent);
 }

@@ -294,6 +294,25 @@ TEST_F(BatchToolTest, EditsThroughTheClipboard) {
         "duration=0.000500 modified=1 selection=0..0 cursor=0 markers=0\n");
 }
 
+TEST_F(BatchToolTest, EditsMarkersAsUndoSteps) {
+    WriteRamp("r.wav", 6);
+    ExpectOutput(
+        "open @/r.wav; marker-add 2; marker-add 3 name=b length=2; marker-set 2 4\n"
+        "try marker-set 9 1; marker-delete 1; try marker-delete 1; history; markers\n"
+        "undo; markers; undo; undo; markers; redo; markers; select 0 1; cut; undo; markers",
+        "failed: There is no such marker.\nfailed: There is no such marker.\n"
+        "step 0 kind=2 name=\"Marker\"\nstep 1 kind=2 name=\"Marker\"\n"
+        "step 2 kind=2 name=\"Marker\"\nstep 3 kind=2 name=\"Marker\" *\n"
+        "marker 2 position=4 length=0 name=\"b\"\n"
+        "marker 1 position=2 length=0 name=\"Marker 1\"\n"
+        "marker 2 position=4 length=0 name=\"b\"\n"
+        "marker 1 position=2 length=0 name=\"Marker 1\"\n"
+        "marker 1 position=2 length=0 name=\"Marker 1\"\n"
+        "marker 2 position=3 length=2 name=\"b\"\n"
+        "marker 1 position=2 length=0 name=\"Marker 1\"\n"
+        "marker 2 position=3 length=2 name=\"b\"\n");
+}
+
 // --- Effects
 
 TEST_F(BatchToolTest, AppliesAndPreviewsEffects) {

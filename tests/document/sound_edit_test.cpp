@@ -42,13 +42,21 @@ TEST_F(SoundEditTest, OneThatFailsOrIsRefusedLeavesNoTrace) {
              clipboard_.taken = true;
              return edit::Cut(document, {1, 3, 0}).done;
          }},
-        {"nothing selected", [&](CSoundDoc& d) { return edit::Delete(d, {3, 3, 3}).done; }},
+        {"nothing selected",
+         [&](CSoundDoc& d) {
+             return edit::Delete(d, {3, 3, 3}).done;
+         }},
         {"a clip that does not fit",
          [&](CSoundDoc& document) { return edit::Paste(document, stranger, {}).done; }},
         {"too many copies", [&](CSoundDoc& d) { return edit::Paste(d, clip_, {}, 1001).done; }},
-        {"mix", [&](CSoundDoc& d) { return edit::Mix(d, stranger, {}, {1, 1}).done; }},
+        {"mix",
+         [&](CSoundDoc& d) {
+             return edit::Mix(d, stranger, {}, {1, 1}).done;
+         }},
         {"block too small",
-         [&](CSoundDoc& document) { return edit::PasteBlockCopy(document, clip_, {1, 2, 0}).done; }},
+         [&](CSoundDoc& document) {
+             return edit::PasteBlockCopy(document, clip_, {1, 2, 0}).done;
+         }},
         {"save as with bits that cannot be",
          [&](CSoundDoc& document) {
              dialogs_.saveAnswer = {.path = folder_ / "a.wav", .channels = 1, .bits = 12};
@@ -87,8 +95,12 @@ TEST_F(SoundEditTest, OneThatFailsOrIsRefusedLeavesNoTrace) {
 
 TEST_F(SoundEditTest, OneThatComesAboutDiscardsWhatCouldBeRedone) {
     const std::function<bool(CSoundDoc&)> edits[] = {
-        [&](CSoundDoc& d) { return edit::Cut(d, {1, 3, 0}).done; },
-        [&](CSoundDoc& d) { return edit::PasteOverwrite(d, clip_, {1, 3, 0}).done; },
+        [&](CSoundDoc& d) {
+            return edit::Cut(d, {1, 3, 0}).done;
+        },
+        [&](CSoundDoc& d) {
+            return edit::PasteOverwrite(d, clip_, {1, 3, 0}).done;
+        },
         [&](CSoundDoc& d) {
             dialogs_.saveAnswer = {.path = folder_ / "a.au", .channels = 1, .bits = 8};
             return d.SaveAs();
@@ -126,7 +138,8 @@ TEST_F(SoundEditTest, AChangeOfChannelsAndBitsIsWholeOrNotAtAll) {
             stepwise->Sound().ConvertBits(to.bits);
             EXPECT_EQ(BytesOf(sound), BytesOf(stepwise->Sound()));
             EXPECT_EQ(sound.GetFormat(), stepwise->Sound().GetFormat());
-            EXPECT_EQ(sound.GetModified(), sound.GetFormat() != MakePcmFormat(from.channels, from.bits, 8000));
+            EXPECT_EQ(sound.GetModified(),
+                      sound.GetFormat() != MakePcmFormat(from.channels, from.bits, 8000));
         }
 }
 

@@ -104,20 +104,33 @@ TEST_F(UndoHistoryTest, TheThousandAndFirstStepPushesTheOldestOut) {
     EXPECT_EQ(undone, 999);
 }
 
+enum class EditKind { kSound, kMarkers, kUnrecorded };
+
 // What a history means: a row of states with a place in it.
 struct PlainHistory {
-    std::vector<Bytes> states;
-    std::size_t place = 0;
+    struct State {
+        Bytes bytes;
+        MarkerList markers;
+        bool onlyMarkersDiffer = false;  // from the state before
+    };
 
-    void Edit(Bytes state, bool recorded) {
+    explicit PlainHistory(const CWave& sound) : states{{BytesOf(sound), sound.Markers()}} {}
+
+    void Edit(const CWave& sound, EditKind kind) {
         states.resize(place + 1);
-        if (recorded) {
-            states.push_back(std::move(state));
+        if (kind != EditKind::kUnrecorded) {
+            states.push_back({BytesOf(sound), sound.Markers(), kind == EditKind::kMarkers});
             ++place;
-        } else {
-            states[place] = std::move(state);
+            return;
         }
+        // What no step holds stays when the markers before it are taken back.
+        std::size_t i = place;
+        states[i].bytes = BytesOf(sound);
+        for (; i > 0 && states[i].onlyMarkersDiffer; --i) states[i - 1].bytes = states[i].bytes;
     }
+
+    std::vector<State> states;
+    std::size_t place = 0;
 };
 
 class HistoryWalk : public DocumentTest, public ::testing::WithParamInterface<unsigned> {
@@ -127,11 +140,28 @@ class HistoryWalk : public DocumentTest, public ::testing::WithParamInterface<un
         return {std::min(a, b), std::max(a, b),
                 static_cast<std::uint32_t>(random_() % (frames + 1))};
     }
-    EditResult RandomEdit(CSoundDoc& document, bool& recorded) {
+    // False when nothing came about.
+    bool RandomMarkerEdit(CSoundDoc& document) {
+        MarkerList markers = document.Sound().Markers();
+        const auto frame =
+            static_cast<std::uint32_t>(random_() % (document.Sound().GetFrameCount() + 1));
+        if (random_() % 2 == 0)
+            markers.Add(frame, "", 0);
+        else if (random_() % 2 == 0 || !markers.Remove(1))
+            markers.Set(1, frame, "set", 1);
+        const bool changes = markers != document.Sound().Markers();
+        document.SetMarkers(std::move(markers));
+        return changes;
+    }
+    bool RandomEdit(CSoundDoc& document, EditKind& edit) {
+        const unsigned kind = random_() % 8;
+        edit = kind < 5 ? EditKind::kSound : kind < 7 ? EditKind::kMarkers : EditKind::kUnrecorded;
+        return edit == EditKind::kMarkers ? RandomMarkerEdit(document)
+                                          : RandomSoundEdit(document, kind).done;
+    }
+    EditResult RandomSoundEdit(CSoundDoc& document, unsigned kind) {
         const EditSelection at = RandomSelection(document.Sound().GetFrameCount());
         const ClipRecord clip = MakeClip({2, 16}, PatternBytes(4 * (1 + random_() % 9), random_()));
-        const unsigned kind = random_() % 6;
-        recorded = kind < 5;
         switch (kind) {
             case 0:
                 return edit::Cut(document, at);
@@ -153,7 +183,7 @@ class HistoryWalk : public DocumentTest, public ::testing::WithParamInterface<un
 
 TEST_P(HistoryWalk, AgreesWithARowOfStates) {
     auto document = MakeDocument({2, 16}, PatternBytes(80, 1));
-    PlainHistory model{{BytesOf(document->Sound())}};
+    PlainHistory model(document->Sound());
     for (int step = 0; step < 400; ++step) {
         SCOPED_TRACE(step);
         const unsigned choice = random_() % 3;
@@ -166,11 +196,11 @@ TEST_P(HistoryWalk, AgreesWithARowOfStates) {
             ASSERT_EQ(document->Redo(), can);
             if (can) ++model.place;
         } else {
-            bool recorded = false;
-            if (RandomEdit(*document, recorded).done)
-                model.Edit(BytesOf(document->Sound()), recorded);
+            EditKind kind{};
+            if (RandomEdit(*document, kind)) model.Edit(document->Sound(), kind);
         }
-        ASSERT_EQ(BytesOf(document->Sound()), model.states[model.place]);
+        ASSERT_EQ(BytesOf(document->Sound()), model.states[model.place].bytes);
+        ASSERT_EQ(document->Sound().Markers(), model.states[model.place].markers);
         ASSERT_EQ(document->CanUndo(), model.place > 0);
         ASSERT_EQ(document->CanRedo(), model.place + 1 < model.states.size());
     }

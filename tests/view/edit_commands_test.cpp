@@ -1,7 +1,5 @@
 #include "view/edit_commands.h"
 
-#include <random>
-
 #include "view/marker_commands.h"
 #include "view/view_commands.h"
 #include "view_fixture.h"
@@ -228,52 +226,6 @@ TEST_F(EditCommandsTest, UndoClampsSelectionAndCursorToTheShorterSound) {
     EXPECT_EQ(View().GetSelection(), (Selection{500, 1000}));
 }
 
-// Random edits, undos and redos against a list of states.
-TEST_F(EditCommandsTest, AnyWalkThroughTheHistoryShowsTheStateThatBelongsThere) {
-    OpenRamp(2000);
-    CopyFrames(0, 37);
-    dialogs.mix = MixChoice{};
-    std::minstd_rand random(7);
-    std::vector<FileBytes> states = {Bytes()};
-    std::size_t present = 0;
-    for (int turn = 0; turn < 300; ++turn) {
-        SCOPED_TRACE(turn);
-        const unsigned kind = random() % 6;
-        if (kind < 2) {
-            EXPECT_EQ(Run(kUndo), present > 0);
-            if (present > 0) --present;
-        } else if (kind < 4) {
-            EXPECT_EQ(Run(kRedo), present + 1 < states.size());
-            if (present + 1 < states.size()) ++present;
-        } else {
-            const std::uint32_t frame = random() % 1500;
-            View().SetSelection(frame, frame + (kind == 4 ? 1 + random() % 20 : 0));
-            View().SetCursor(frame);
-            const int command = kind == 4 ? kDelete : random() % 2 == 0 ? kPaste : kMix;
-            ASSERT_TRUE(Run(command)) << View().LastError();
-            states.resize(++present);
-            states.push_back(Bytes());
-        }
-        ASSERT_EQ(Bytes(), states[present]);
-        ASSERT_EQ(View().Extremes().BlockCount(), (View().FrameCount() + 255) / 256);
-    }
-}
-
-TEST_F(EditCommandsTest, TheMenuNamesTheStepsThatUndoAndRedoWouldTake) {
-    OpenRamp(5000);
-    const auto text = [&](int command) {
-        return workspace.Active()->commands->MenuTextOfCommand(command);
-    };
-    EXPECT_EQ(text(kUndo), "&Undo");
-    View().SetSelection(0, 100);
-    Run(kCut);
-    Run(kPaste);
-    EXPECT_EQ(text(kUndo), "&UndoCopy Sample");
-    EXPECT_EQ(text(kRedo), "&Redo");
-    Run(kUndo);
-    EXPECT_EQ(text(kUndo), "&UndoSource Sample");
-}
-
 TEST_F(EditCommandsTest, MarkerCommandsClampMarkModifiedAndReportWhatIsMissing) {
     OpenRamp(1000);
     View().SetCursor(300);
@@ -304,9 +256,40 @@ TEST_F(EditCommandsTest, TheMarkerDialogProposesTheSelectionAndItsEditsAreCarrie
     EXPECT_EQ(dialogs.markerRequest.newPosition, 400u);
     EXPECT_EQ(dialogs.markerRequest.newLength, 50u);
     EXPECT_EQ(Markers(), (std::vector<MarkerRow>{{250, "c", 5}, {400, "d", 50}}));
+    EXPECT_TRUE(Run(kUndo)) << "OK is one edit, whatever the dialog was used for";
+    EXPECT_EQ(Markers(), (std::vector<MarkerRow>{{100, "a", 0}, {200, "b", 0}}));
+    dialogs.markerEdits = {{MarkerEdit::Kind::kDelete, 1, 0, "", 0},
+                           {MarkerEdit::Kind::kDelete, 1, 0, "", 0}};
+    EXPECT_FALSE(Run(kMarkerDelete));
+    EXPECT_EQ(View().LastError(), "There is no such marker.");
+    EXPECT_EQ(Markers().size(), 2u);
+    EXPECT_TRUE(Document().CanRedo()) << "all of a dialog's edits, or none";
     dialogs.markerEdits.reset();
     EXPECT_FALSE(Run(kMarkerEdit));
     EXPECT_EQ(dialogs.markerRequest.start, MarkerDialogRequest::Start::kEdit);
+}
+
+TEST_F(EditCommandsTest, MarkerStepsFitTheWindowOnUndoAndShowTheMarkerOnRedo) {
+    OpenRamp(6400);
+    AddMarker(View(), 3000, "a", 0);
+    AddMarker(View(), 5000, "b", 0);
+    RemoveMarker(View(), 1);
+    SetMarker(View(), 2, 4000, "", 0);
+    const std::uint32_t places[] = {3000, 5000, 3000, 4000};
+    for (std::size_t i = std::size(places); i-- > 0;) {
+        EXPECT_EQ(workspace.Active()->commands->MenuTextOfCommand(kUndo), "&UndoMarker");
+        View().ZoomTimeFull();
+        EXPECT_TRUE(Run(kUndo));
+        EXPECT_EQ(View().Horizontal().maximum, kWidth);
+        EXPECT_EQ(Markers().size(), std::size_t{i == 0 ? 0u : i == 2 ? 2u : 1u});
+    }
+    View().ZoomTimeFull();
+    for (const std::uint32_t place : places) {
+        View().ScrollHorizontallyTo(0);
+        EXPECT_TRUE(Run(kRedo));
+        EXPECT_EQ(View().Horizontal().position, place - kWidth / 2);
+    }
+    EXPECT_EQ(Markers(), (std::vector<MarkerRow>{{4000, "b", 0}}));
 }
 
 }  // namespace

@@ -143,6 +143,32 @@ TEST_F(MouseInputTest, AMarkerIsDraggedByItsFlagAndEditedByADoubleClick) {
     EXPECT_FALSE(mouse.IsDragging());
 }
 
+TEST_F(MouseInputTest, ADragOfAMarkerIsOneUndoStepHoweverItEnds) {
+    Sound().Markers().Add(3000, "m", 0);
+    Document().SetModified(false);
+    const int y = View().Geometry().markerStrip.top + 2;
+    const auto drag = [&](int from, std::initializer_list<int> places) {
+        mouse.Press(MouseButton::kLeft, At(from, y));
+        for (const int x : places) mouse.Move(At(x, y));
+    };
+    const auto position = [&] { return Sound().Markers().Find(1)->position; };
+    drag(302, {310, 402, 302});
+    mouse.Release(At(302, y));
+    EXPECT_EQ(Document().History().Count(), 0u) << "back where it was";
+    EXPECT_FALSE(Document().IsModified());
+    drag(302, {310, 352});
+    mouse.Release(At(362, y));
+    drag(362, {402});
+    mouse.Cancel();
+    drag(402, {502});
+    workspace.StopActivity(0);
+    EXPECT_EQ(Document().History().Count(), 3u) << "closing finds the sound modified";
+    for (const std::uint32_t before : {4000u, 3600u, 3000u}) {
+        EXPECT_TRUE(Run(view_command::kUndo));
+        EXPECT_EQ(position(), before);
+    }
+}
+
 TEST_F(MouseInputTest, TheWheelZoomsAroundTheFrameUnderThePointer) {
     for (const int x : {1, 200, 320, 639}) {
         View().ZoomDefault();
