@@ -12,6 +12,7 @@
 #include "app/main_menu.h"
 #include "app/person_settings.h"
 #include "platform/qt/utf8_text.h"
+#include "sound/failure_texts.h"
 #include "spatial/ui/spatial_commands.h"
 #include "view/status_texts.h"
 #include "view/ui/sound_view_widget.h"
@@ -215,11 +216,10 @@ void CMainFrame::UpdatePanes() {
 }
 
 void CMainFrame::AfterCommand(int commandId, bool succeeded) {
-    OpenSound* active = workspace_->Active();
-    if (!succeeded && active && active->commands->HandlesCommand(commandId)) {
-        const std::string& reason = active->view->LastError();
-        if (!reason.empty() && reason != "Cancelled.") status_->ShowNote(Utf8Text(reason));
-    }
+    const CommandTarget* target = succeeded ? nullptr : Route(commandId);
+    const std::string reason = target ? target->LastFailure() : "";
+    if (!reason.empty() && reason != failure::kCancelled) status_->ShowNote(Utf8Text(reason));
+    const OpenSound* active = workspace_->Active();
     const bool saved = commandId == app_command::kSave || commandId == app_command::kSaveAs;
     if (saved && succeeded && active)
         recent_.Add(QFile::decodeName(active->document->Path().c_str()));

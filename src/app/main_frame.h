@@ -42,6 +42,9 @@ class CMainFrame : public QMainWindow, public WorkspaceObserver {
 
     // --- What the frame's commands do
 
+    const std::string& LastError() const { return workspace_->LastError(); }
+    void ClearError() { workspace_->ClearError(); }
+
     bool HasChildren() const { return !area_->subWindowList().isEmpty(); }
     bool HasOthers() const { return workspace_->Count() > 1; }
     bool Cascade();

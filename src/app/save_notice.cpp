@@ -19,6 +19,10 @@ SaveNotice NoticeOfSave(Workspace& workspace, const SaveAsChoice& choice) {
     if (open && open != workspace.ActiveIndex())
         return Refused(
             "This file is open in another window. Close it there, or choose another name.");
+    const CWavePlayer& sound = active->document->Sound();
+    if (sound.IsRecording() &&
+        (choice.channels != sound.GetChannels() || choice.bits != sound.GetBits()))
+        return Refused("Channels and bits cannot be changed while the sound is being recorded.");
     const std::string extension = ExtensionFromFirstDot(choice.path);
     if (FileKindOfExtension(extension) != FileKind::kUnknown)
         return {active->document->SaveWarning(choice)};

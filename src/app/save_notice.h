@@ -7,7 +7,7 @@
 namespace sonavel {
 
 // For the workspace's active sound. A name that no format goes by cannot be saved, nor can a file
-// that is open in another window.
+// that is open in another window, nor can a sound be converted while it is being recorded.
 SaveNotice NoticeOfSave(Workspace& workspace, const SaveAsChoice& choice);
 
 }  // namespace sonavel

@@ -67,6 +67,10 @@ void CSoundDoc::TellTitleOrModified() {
     for (DocumentObserver* observer : observers_) observer->OnTitleOrModifiedChanged();
 }
 
+void CSoundDoc::TellWaiting(DocumentObserver::Waiting waiting) {
+    for (DocumentObserver* observer : observers_) observer->OnWaiting(waiting);
+}
+
 void CSoundDoc::NotifyChanged(std::uint32_t firstChangedFrame) {
     sound_.SetModified(true);
     TellChanged(firstChangedFrame);
@@ -131,7 +135,7 @@ bool CSoundDoc::Redo() {
 // --- Recording
 
 bool CSoundDoc::StartRecording() {
-    if (sound_.IsRecording()) return Refuse("Recording is under way.");
+    if (sound_.IsRecording()) return Fail("Recording is under way.");
     // An empty sound is no state to go back to.
     Result<SoundEdit> edit = sound_.HasData() ? BeginEdit("Copy Sample") : BeginUnrecordedEdit();
     if (!edit) return Fail(edit.Reason());
@@ -148,7 +152,10 @@ bool CSoundDoc::StopRecording(std::uint32_t cursorFrame) {
     EndMarkerEdit();
     std::optional<SoundEdit> edit = std::exchange(recordingEdit_, std::nullopt);
     if (edit) edit->TakeMarkers();
-    if (!sound_.StopRecording(cursorFrame)) return FailAsSound("Nothing was recorded.");
+    TellWaiting(DocumentObserver::Waiting::kBegins);
+    const bool recorded = sound_.StopRecording(cursorFrame);
+    TellWaiting(DocumentObserver::Waiting::kEnds);
+    if (!recorded) return FailAsSound("Nothing was recorded.");
     if (edit) edit->Commit(cursorFrame);
     return true;
 }

@@ -32,6 +32,9 @@ class DocumentObserver {
     virtual void MaximizeFrame() = 0;
     // Starts playback of the sound from its first byte.
     virtual void PlayFromStart() = 0;
+    // Around what holds the program up: the wait cursor.
+    enum class Waiting { kBegins, kEnds };
+    virtual void OnWaiting(Waiting) {}
 };
 
 class CSoundDoc {
@@ -76,6 +79,7 @@ class CSoundDoc {
 
     const std::string& LastError() const { return lastError_; }
     void SetLastError(std::string_view text) { lastError_ = text; }
+    void ClearError() { lastError_.clear(); }
 
     // --- Contents
 
@@ -163,6 +167,7 @@ class CSoundDoc {
     void StopPlaying();
     void TellChanged(std::uint32_t firstChangedFrame);
     void TellTitleOrModified();
+    void TellWaiting(DocumentObserver::Waiting waiting);
     void ForgetHistory();
 
     HostServices services_;

@@ -126,10 +126,11 @@ bool CSoundDoc::SaveAs() {
                             .saveMarkers = options_.saveMarkers != 0,
                             .durationSeconds = sound_.GetDuration()});
     if (!choice) return Refuse(failure::kCancelled);
+    if (!ConvertForSave(*choice)) return false;
     SetSaveMarkers(choice->saveMarkers);
     std::filesystem::path path = choice->path;
     if (!path.has_extension()) path += ".WAV";
-    return ConvertForSave(*choice) && SaveDocument(path);
+    return SaveDocument(path);
 }
 
 bool CSoundDoc::ConvertForSave(const SaveAsChoice& choice) {

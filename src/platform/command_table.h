@@ -43,6 +43,9 @@ class CommandTarget {
     virtual std::string MenuTextOfCommand(int id) const = 0;
     // Runs the command when it is enabled.
     virtual bool RunCommand(int id) = 0;
+    // Why the last command did nothing, for the person; empty when it did its work, and for objects
+    // that say so themselves.
+    virtual std::string LastFailure() const { return {}; }
 };
 
 // A CommandTarget over the rows of one table.
@@ -68,10 +71,24 @@ class TableCommandTarget : public CommandTarget {
 
     bool RunCommand(int id) override {
         const Command<Target>* row = Find(id);
-        return row && StateOfCommand(id).enabled && row->run(target_);
+        if (!row) return false;
+        if constexpr (kKeepsErrors) target_.ClearError();
+        return StateOfCommand(id).enabled && row->run(target_);
+    }
+
+    std::string LastFailure() const override {
+        if constexpr (kKeepsErrors)
+            return target_.LastError();
+        else
+            return {};
     }
 
   private:
+    static constexpr bool kKeepsErrors = requires(Target & target) {
+        target.LastError();
+        target.ClearError();
+    };
+
     const Command<Target>* Find(int id) const {
         for (const Command<Target>& row : table_)
             if (row.info.id == id) return &row;

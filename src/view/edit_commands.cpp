@@ -133,7 +133,7 @@ bool PasteBlockCopy(CSoundView& view) {
 bool PasteNew(CSoundView& view) {
     if (view.HasSelection() && !CopySelection(view)) return false;
     if (!Prepare(view)) return false;
-    return view.Host().NewDocumentFromClip() || view.Refuse("The document could not be made.");
+    return view.Host().NewDocumentFromClip() || view.Refuse(view.Host().LastError());
 }
 
 bool MixClipboard(CSoundView& view) {

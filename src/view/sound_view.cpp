@@ -157,6 +157,11 @@ void CSoundView::MaximizeFrame() {
         maximizePending_ = true;
 }
 
+void CSoundView::OnWaiting(Waiting waiting) {
+    using enum SoundViewObserver::WaitCursor;
+    if (observer_) observer_->SetWaitCursor(waiting == Waiting::kBegins ? kShow : kHide);
+}
+
 // --- Selection and cursor
 
 void CSoundView::SetSelection(std::uint32_t start, std::uint32_t end) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "view/view_geometry.h"
@@ -44,8 +45,9 @@ class ViewHost {
 
     // The clip last read from the clipboard, one for the whole program.
     virtual ClipRecord& Clip() = 0;
-    // Opens a document that holds the clip. False when it cannot be made.
+    // Opens a document that holds the clip. False when it cannot be made; LastError() says why.
     virtual bool NewDocumentFromClip() = 0;
+    virtual const std::string& LastError() const = 0;
 };
 
 }  // namespace sonavel

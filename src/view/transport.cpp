@@ -36,13 +36,6 @@ std::uint32_t Behind(const CSoundView& view, std::uint32_t frame, std::uint32_t 
         std::min(std::uint64_t{frame} + distance, std::uint64_t{view.FrameCount()}));
 }
 
-bool StopRecording(CSoundView& view) {
-    const bool recorded = view.Document().StopRecording(view.Cursor());
-    view.ResetTimeZoom();
-    view.NoteTransportState();
-    return recorded || view.Refuse("Nothing was recorded.");
-}
-
 }  // namespace
 
 bool Playback(CSoundView& view) {
@@ -82,6 +75,13 @@ bool StopTransport(CSoundView& view) {
     }
     if (view.Sound().IsRecording()) return StopRecording(view);
     return view.Refuse("Nothing is playing.");
+}
+
+bool StopRecording(CSoundView& view) {
+    const bool recorded = view.Document().StopRecording(view.Cursor());
+    view.ResetTimeZoom();
+    view.NoteTransportState();
+    return recorded || view.Refuse(view.Document().LastError());
 }
 
 bool PauseTransport(CSoundView& view) {

@@ -4,6 +4,7 @@
 
 #include "document/edit_operations.h"
 #include "sound/failure_texts.h"
+#include "view/transport.h"
 
 namespace sonavel {
 namespace {
@@ -75,7 +76,7 @@ OpenSound& Workspace::Add(std::unique_ptr<OpenSound> sound) {
 
 bool Workspace::NewDocument() {
     std::unique_ptr<OpenSound> sound = MakeSound();
-    if (!sound->document->NewDocument()) return Fail(failure::kCancelled);
+    if (!sound->document->NewDocument()) return Fail(sound->document->LastError());
     sound->document->SetTitle(titles_.Next(kNewTitle));
     Add(std::move(sound));
     return true;
@@ -130,11 +131,7 @@ void Workspace::Activate(std::size_t index) {
 void Workspace::StopActivity(std::size_t index) {
     OpenSound& sound = *sounds_[index];
     CWavePlayer& player = sound.document->Sound();
-    if (player.IsRecording()) {
-        sound.document->StopRecording(sound.view->Cursor());
-        sound.view->ResetTimeZoom();
-        sound.view->NoteTransportState();
-    }
+    if (player.IsRecording()) StopRecording(*sound.view);
     sound.document->EndMarkerEdit();
     player.Stop(CWavePlayer::StopReport::kShow);
     sound.document->Preview().Stop(CWavePlayer::StopReport::kSilent);

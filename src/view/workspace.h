@@ -78,7 +78,8 @@ class Workspace : public ViewHost {
     bool Record();
 
     ClipRecord& Clip() override { return clip_; }
-    const std::string& LastError() const { return lastError_; }
+    const std::string& LastError() const override { return lastError_; }
+    void ClearError() { lastError_.clear(); }
     const HostServices& Services() const { return services_; }
     ViewDialogs& Dialogs() { return viewDialogs_; }
 

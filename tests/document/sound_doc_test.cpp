@@ -131,6 +131,23 @@ TEST_F(SoundDocTest, SaveAsConvertsAndAppendsTheExtension) {
     EXPECT_EQ(BytesOf(document->Sound()), PatternBytes(40, 1));
 }
 
+TEST_F(SoundDocTest, SaveAsWhileRecordingKeepsTheFormatAndSaysWhy) {
+    auto document = MakeDocument({2, 16}, PatternBytes(40, 1));
+    ASSERT_TRUE(document->StartRecording());
+    for (const auto& [channels, bits] : {std::pair{1u, 16u}, std::pair{2u, 8u}}) {
+        dialogs_.saveAnswer = {.path = At("a.wav"), .channels = channels, .bits = bits};
+        prompts_.statusTexts.clear();
+        EXPECT_FALSE(document->SaveAs());
+        EXPECT_EQ(document->LastError(), "The sound cannot be changed while recording.");
+        EXPECT_EQ(prompts_.statusTexts, std::vector{document->LastError()});
+        EXPECT_EQ(document->Options().saveMarkers, 0) << "cancelled with the rest";
+    }
+    EXPECT_FALSE(std::filesystem::exists(At("a.wav")));
+    dialogs_.saveAnswer = {.path = At("a.wav"), .channels = 2, .bits = 16};
+    EXPECT_TRUE(document->SaveAs()) << document->LastError();
+    EXPECT_TRUE(document->Sound().IsRecording());
+}
+
 TEST_F(SoundDocTest, SaveWarnsOfWhatTheFileWouldLose) {
     const struct {
         const char* file;

@@ -217,6 +217,20 @@ TEST_F(AppFixture, AFileThatAnotherWindowShowsCannotBeSavedOver) {
     }
 }
 
+TEST_F(AppFixture, ACommandOfTheFrameThatFailsSaysWhyInTheStatusBar) {
+    ASSERT_TRUE(App().OpenFile(WavFile("a.wav")));
+    ASSERT_TRUE(Active().StartRecording()) << Active().LastError();
+    Run(app_command::kRecord);
+    EXPECT_EQ(StatusText(), "The sound is being recorded.");
+    const auto notice = [&](unsigned channels, unsigned bits) {
+        return NoticeOfSave(Sounds(),
+                            {.path = folder_ / "b.wav", .channels = channels, .bits = bits});
+    };
+    EXPECT_TRUE(notice(1, 8).canSave);
+    EXPECT_FALSE(notice(2, 8).canSave) << "so that Save As stays open";
+    EXPECT_FALSE(notice(1, 16).canSave);
+}
+
 TEST_F(AppFixture, TilingFillsTheAreaAndTabsShowOneAtATime) {
     for (const char* name : {"a.wav", "b.wav", "c.wav"}) ASSERT_TRUE(App().OpenFile(WavFile(name)));
     const QSize area = Frame().Area().viewport()->size();

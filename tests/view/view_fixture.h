@@ -78,13 +78,14 @@ struct FakeWindow : SoundViewObserver {
     int transportChanges = 0;
     int maximized = 0;
     std::vector<std::string> texts;
+    std::vector<WaitCursor> waitCursors;
 
     void Invalidate(ViewArea area) override { areas.push_back(area); }
     void InvalidateRectangle(const Rectangle& r) override { rectangles.push_back(r); }
     void OnScrollChanged() override { ++scrollChanges; }
     void OnSelectionChanged() override { ++selectionChanges; }
     void OnStatusText(std::string_view text) override { texts.emplace_back(text); }
-    void SetWaitCursor(WaitCursor) override {}
+    void SetWaitCursor(WaitCursor cursor) override { waitCursors.push_back(cursor); }
     void OnPeaks(std::int32_t, std::int32_t) override {}
     void OnColoursChanged() override {}
     void OnTransportChanged() override { ++transportChanges; }

@@ -1,5 +1,6 @@
 #include "view/workspace.h"
 
+#include <functional>
 #include <set>
 
 #include "view/transport.h"
@@ -60,13 +61,20 @@ TEST_F(WorkspaceTest, ClosingActivatesTheOneActiveBeforeAndMovesTheOthersUp) {
 TEST_F(WorkspaceTest, ACancelledOrFailedDocumentLeavesTheOthersAlone) {
     OpenRamp(100);
     EXPECT_FALSE(workspace.NewDocument());
+    EXPECT_EQ(workspace.LastError(), "Cancelled.");
+    dialogs.newSound = NewSoundChoice{0, 2, 16};
+    EXPECT_FALSE(workspace.NewDocument());
+    EXPECT_EQ(workspace.LastError(), "This format cannot be edited.");
     EXPECT_FALSE(workspace.OpenDocument(temporary.Path() / "missing.wav"));
     EXPECT_FALSE(workspace.LastError().empty());
     EXPECT_EQ(workspace.Count(), 1u);
     EXPECT_EQ(workspace.ActiveIndex(), 0u);
     dialogs.newSound = NewSoundChoice{8000, 2, 16};
-    EXPECT_TRUE(workspace.NewDocument());
-    EXPECT_EQ(Sound().GetSamplesPerSecond(), 8000u);
+    for (const char* title : {"Sound1", "Sound2"}) {
+        EXPECT_TRUE(workspace.NewDocument());
+        EXPECT_EQ(Sound().GetSamplesPerSecond(), 8000u);
+        EXPECT_EQ(Document().Title(), title) << "what came to nothing takes no number";
+    }
 }
 
 TEST_F(WorkspaceTest, AnOpenedFileIsShownFittedAndMaximizedOnceItHasAWindow) {
@@ -126,6 +134,32 @@ TEST_F(WorkspaceTest, RecordingIntoTheActiveDocumentInsertsAtTheCursor) {
     EXPECT_EQ(View().Extremes().BlockCount(), 5u);
     EXPECT_TRUE(Run(view_command::kUndo));
     EXPECT_EQ(View().FrameCount(), 1000u);
+}
+
+TEST_F(WorkspaceTest, EveryWayToStopARecordingShowsTheWaitCursorAndFitsTheWindow) {
+    dialogs.record = RecordChoice{RecordChoice::Target::kActiveDocument, {}, true, 0};
+    const std::function<bool()> ways[] = {[&] { return Run(view_command::kStop); },
+                                          [&] { return Run(view_command::kSpaceKey); },
+                                          [&] {
+                                              workspace.StopActivity(0);
+                                              return !Sound().IsRecording();
+                                          }};
+    using enum SoundViewObserver::WaitCursor;
+    OpenRamp(6400);
+    for (const auto& stop : ways) {
+        Watch();
+        ASSERT_TRUE(workspace.Record()) << workspace.LastError();
+        Arrive(400, 0);
+        View().ZoomTimeFull();
+        window.waitCursors.clear();
+        EXPECT_TRUE(stop());
+        EXPECT_EQ(window.waitCursors, (std::vector{kShow, kHide}));
+        EXPECT_EQ(View().Horizontal().maximum, kWidth);
+    }
+    ASSERT_TRUE(workspace.Record());
+    EXPECT_FALSE(Run(view_command::kStop));
+    EXPECT_EQ(View().LastError(), "Nothing was recorded.");
+    EXPECT_EQ(window.waitCursors.back(), kHide);
 }
 
 TEST_F(WorkspaceTest, ClosingKeepsWhatWasRecorded) {
