@@ -8,7 +8,7 @@
 #include "batch/batch_session.h"
 #include "batch/help_text.h"
 #include "batch/script_runner.h"
-#include "platform/replace_file.h"
+#include "platform/small_file.h"
 
 namespace sonavel::batch {
 namespace {

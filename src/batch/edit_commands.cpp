@@ -3,7 +3,7 @@
 
 #include "batch/batch_session.h"
 #include "batch/command_rows.h"
-#include "platform/replace_file.h"
+#include "platform/small_file.h"
 #include "view/marker_commands.h"
 #include "view/view_commands.h"
 

@@ -9,7 +9,7 @@
 #include <optional>
 
 #include "platform/code_page_949.h"
-#include "platform/replace_file.h"
+#include "platform/small_file.h"
 
 namespace sonavel {
 namespace {

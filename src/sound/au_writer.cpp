@@ -1,12 +1,12 @@
 #include <new>
 #include <string_view>
 
+#include "platform/replacing_file.h"
 #include "sound/au_file.h"
 #include "sound/au_format.h"
 #include "sound/byte_order.h"
 #include "sound/failure_texts.h"
 #include "sound/format_refusal.h"
-#include "sound/replacing_file.h"
 #include "sound/sample_transfer.h"
 
 namespace sonavel {

@@ -6,28 +6,14 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
 
 namespace sonavel {
 
-std::size_t MemorySource::ReadAt(std::uint64_t offset, std::span<std::uint8_t> to) {
-    if (offset >= bytes_.size()) return 0;
-    const auto count =
-        static_cast<std::size_t>(std::min<std::uint64_t>(to.size(), bytes_.size() - offset));
-    if (count) std::memcpy(to.data(), bytes_.data() + offset, count);
-    return count;
-}
-
-FileSource::~FileSource() {
-    if (descriptor_ >= 0) close(descriptor_);
-}
-
 bool FileSource::Open(const std::filesystem::path& path) {
-    if (descriptor_ >= 0) close(descriptor_);
     // Not blocking, lest the name of a pipe hold up the program for ever.
-    descriptor_ = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    file_ = FileDescriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     struct stat status;
-    if (descriptor_ < 0 || fstat(descriptor_, &status) != 0 || !S_ISREG(status.st_mode))
+    if (!file_.IsOpen() || fstat(file_.Get(), &status) != 0 || !S_ISREG(status.st_mode))
         return false;
     size_ = std::min(static_cast<std::uint64_t>(status.st_size), kMostBytes);
     return true;
@@ -36,7 +22,7 @@ bool FileSource::Open(const std::filesystem::path& path) {
 std::size_t FileSource::ReadAt(std::uint64_t offset, std::span<std::uint8_t> to) {
     std::size_t done = 0;
     while (done < to.size() && offset + done < size_) {
-        const ssize_t got = pread(descriptor_, to.data() + done, to.size() - done,
+        const ssize_t got = pread(file_.Get(), to.data() + done, to.size() - done,
                                   static_cast<off_t>(offset + done));
         if (got < 0 && errno == EINTR) continue;
         if (got <= 0) break;

@@ -1,5 +1,4 @@
-// Where file readers get their bytes: a file or a block of memory, and a cursor that walks over
-// either.
+// Where file readers get their bytes: a file, and a cursor that walks over it.
 #pragma once
 
 #include <array>
@@ -7,58 +6,35 @@
 #include <filesystem>
 #include <span>
 
+#include "platform/file_descriptor.h"
+
 namespace sonavel {
 
-class ByteSource {
-  public:
-    virtual ~ByteSource() = default;
-
-    // What is really there, in bytes.
-    virtual std::uint64_t Size() const = 0;
-    // Fills `to` with the bytes from `offset` on. Returns how many there were; fewer than asked for
-    // only at the end of the source or when it cannot be read.
-    virtual std::size_t ReadAt(std::uint64_t offset, std::span<std::uint8_t> to) = 0;
-};
-
-// A block that must outlive the source.
-class MemorySource : public ByteSource {
-  public:
-    explicit MemorySource(std::span<const std::uint8_t> bytes) : bytes_(bytes) {}
-
-    std::uint64_t Size() const override { return bytes_.size(); }
-    std::size_t ReadAt(std::uint64_t offset, std::span<std::uint8_t> to) override;
-
-  private:
-    std::span<const std::uint8_t> bytes_;
-};
-
-class FileSource : public ByteSource {
+class FileSource {
   public:
     // What lies behind it is left out: no file format read here counts further, and the search for
     // a chunk in an endless file of zeros comes to its end.
     static constexpr std::uint64_t kMostBytes = std::uint64_t{1} << 32;
 
-    FileSource() = default;
-    ~FileSource() override;
-    FileSource(const FileSource&) = delete;
-    FileSource& operator=(const FileSource&) = delete;
-
     // False unless the path names a regular file that may be read.
     bool Open(const std::filesystem::path& path);
 
-    std::uint64_t Size() const override { return size_; }
-    std::size_t ReadAt(std::uint64_t offset, std::span<std::uint8_t> to) override;
+    // What is really there, in bytes.
+    std::uint64_t Size() const { return size_; }
+    // Fills `to` with the bytes from `offset` on. Returns how many there were; fewer than asked for
+    // only at the end of the file or when it cannot be read.
+    std::size_t ReadAt(std::uint64_t offset, std::span<std::uint8_t> to);
 
   private:
-    int descriptor_ = -1;
+    FileDescriptor file_;
     std::uint64_t size_ = 0;
 };
 
-// A position in a source. Small reads come from a window of the source, so that walking over many
+// A position in a file. Small reads come from a window of it, so that walking over many
 // small fields costs few reads; large ones go straight to their target.
 class ByteCursor {
   public:
-    explicit ByteCursor(ByteSource& source) : source_(source) {}
+    explicit ByteCursor(FileSource& source) : source_(source) {}
 
     std::uint64_t Position() const { return position_; }
     // May lie beyond the end, where there is nothing to read.
@@ -74,7 +50,7 @@ class ByteCursor {
   private:
     bool WindowHolds(std::size_t bytes) const;
 
-    ByteSource& source_;
+    FileSource& source_;
     std::uint64_t position_ = 0;
     std::array<std::uint8_t, 4096> window_;
     std::uint64_t windowStart_ = 0;

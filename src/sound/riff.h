@@ -24,7 +24,7 @@ struct RiffChunk {
 // are only followed, never allocated, and a search ends at the end of what is really there.
 class RiffReader {
   public:
-    explicit RiffReader(ByteSource& source) : cursor_(source) {}
+    explicit RiffReader(FileSource& source) : cursor_(source) {}
 
     // Finds the next "RIFF" or "LIST" chunk of a form type and goes behind the type. Without a
     // parent the search ends only at the end of the source.

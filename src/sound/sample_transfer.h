@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <span>
 
+#include "platform/replacing_file.h"
 #include "sound/byte_source.h"
-#include "sound/replacing_file.h"
 
 namespace sonavel {
 

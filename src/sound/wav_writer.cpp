@@ -1,9 +1,9 @@
 #include <algorithm>
 #include <new>
 
+#include "platform/replacing_file.h"
 #include "sound/byte_order.h"
 #include "sound/failure_texts.h"
-#include "sound/replacing_file.h"
 #include "sound/transfer_progress.h"
 #include "sound/wav_file.h"
 #include "sound/wav_markers.h"

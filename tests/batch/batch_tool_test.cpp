@@ -1,5 +1,6 @@
 // Whole runs of the tool against files of a temporary folder: script in, exact output out.
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <sstream>
 
@@ -313,7 +314,32 @@ TEST_F(BatchToolTest, EditsMarkersAsUndoSteps) {
         "marker 2 position=3 length=2 name=\"b\"\n");
 }
 
+TEST_F(BatchToolTest, SavesTheClipboardOnlyOverFiles) {
+    WriteRamp("r.wav", 6);
+    const fs::path pipe = folder_ / "pipe.wav";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    ExpectOutput(
+        "open @/r.wav; select-all; copy; try clipboard-save @/pipe.wav; try save @/pipe.wav",
+        "failed: The file could not be written.\n"
+        "message: File Open Failure.\nfailed: File Open Failure.\n");
+    EXPECT_TRUE(fs::is_fifo(pipe));
+}
+
 // --- Effects
+
+TEST_F(BatchToolTest, CrossfadesLinearlyUnlessToldNot) {
+    WriteRamp("r.wav", 8);
+    const auto crossfaded = [this](const std::string& word) {
+        return Run(
+            "open @/r.wav; convert-channels 2; volume percent=300; crossfade from=0 "
+            "to=1000" +
+            word + "; samples 0 8");
+    };
+    const ToolResult linear = crossfaded("");
+    EXPECT_EQ(linear.status, 0) << linear.errors;
+    EXPECT_EQ(crossfaded(" nonlinear=off").out, linear.out);
+    EXPECT_NE(crossfaded(" nonlinear=on").out, linear.out);
+}
 
 TEST_F(BatchToolTest, AppliesAndPreviewsEffects) {
     WriteRamp("r.wav", 4);

@@ -5,7 +5,7 @@
 
 #include <random>
 
-#include "platform/replace_file.h"
+#include "platform/small_file.h"
 #include "support/test_files.h"
 
 namespace sonavel {

@@ -5,7 +5,7 @@
 
 #include "app/catalogue/model/code_points.h"
 #include "platform/code_page_949.h"
-#include "platform/replace_file.h"
+#include "platform/small_file.h"
 
 namespace sonavel {
 namespace {

@@ -1,4 +1,4 @@
-// Small files that are rewritten whole, so that a crash or a full disk never costs the old content.
+// Small files that are read and written whole.
 #pragma once
 
 #include <filesystem>
@@ -12,9 +12,8 @@ namespace sonavel {
 // `mostBytes` or the memory.
 std::optional<std::string> ReadSmallFile(const std::filesystem::path& path, std::size_t mostBytes);
 
-// Writes the bytes to a temporary file beside the target, flushes it to the disk and renames it
-// over the target. A symbolic link is followed to its file; an existing file's permissions are
-// kept. On failure the target is unchanged and the temporary file gone.
+// Makes the bytes the file's whole content, as ReplacingFile does. On failure the file is
+// unchanged.
 bool ReplaceFile(const std::filesystem::path& path, std::string_view bytes);
 
 }  // namespace sonavel
