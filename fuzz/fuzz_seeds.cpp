@@ -44,6 +44,27 @@ FileBytes WavWithTexts() {
     return WavBytes(parts);
 }
 
+// As programs write it that cannot go back to the header when they know the size.
+FileBytes WavFromPipe() {
+    WavParts parts;
+    parts.data = Ramp();
+    FileBytes bytes = WavBytes(parts);
+    for (const std::size_t size : {4u, 40u})
+        std::fill_n(bytes.begin() + static_cast<std::ptrdiff_t>(size), 4, std::uint8_t{0xFF});
+    return bytes;
+}
+
+// Plain PCM behind a header that could say more.
+FileBytes WavWithExtensibleFormat() {
+    WavParts parts;
+    parts.tag = 0xFFFE;
+    ByteBuilder more;
+    more.Little16(22).Little16(16).Little32(4);
+    more.Little32(1).Little32(0x00100000).Little32(0xAA000080).Little32(0x719B3800);
+    return RiffBytes(RiffChunkBytes("fmt ", WavFormatBytes(parts) + more.Bytes()) +
+                     RiffChunkBytes("data", Ramp()));
+}
+
 bool WriteSeeds(const fs::path& folder) {
     RecordingPrompts prompts;
     FakeProgress progress;
@@ -62,6 +83,8 @@ bool WriteSeeds(const fs::path& folder) {
         }
     }
     WriteFileBytes(folder / "wav" / "texts", WavWithTexts());
+    WriteFileBytes(folder / "wav" / "pipe", WavFromPipe());
+    WriteFileBytes(folder / "wav" / "extensible", WavWithExtensibleFormat());
     for (const std::uint32_t encoding : {1u, 27u})
         WriteFileBytes(folder / "au" / ("code-" + std::to_string(encoding)),
                        AuBytes({24, 0xFFFFFFFF, encoding, 8000, 1, Ramp()}));

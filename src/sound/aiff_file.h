@@ -14,8 +14,8 @@ namespace sonavel {
 // sound, which is otherwise left as it is.
 std::optional<SoundFileInfo> ProbeAiff(const std::filesystem::path& path, CWave& wave);
 
-// Replaces the sound by the file's. Sound that the file announces and lacks becomes silence. On
-// failure the sound is unchanged.
+// Replaces the sound by the file's. Sound that the file announces and lacks becomes silence, after
+// a warning. On failure, and when the person cancels, the sound is unchanged.
 bool ReadAiff(const std::filesystem::path& path, CWave& wave);
 
 // Of a 16-bit sound exactly one second is written, cut or filled up with zeros, while the header

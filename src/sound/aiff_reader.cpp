@@ -11,16 +11,14 @@
 #include "sound/failure_texts.h"
 #include "sound/format_refusal.h"
 #include "sound/sample_transfer.h"
+#include "sound/transfer_progress.h"
 
 namespace sonavel {
 namespace {
 
 using ChunkId = std::array<std::uint8_t, 4>;
 
-// Silence that may stand for sound which the file lacks: this much in any file, in larger ones a
-// multiple of the sound that is there. More of it is a header that lies.
-constexpr std::uint64_t kMostSilenceBytes = std::uint64_t{1} << 20;
-constexpr std::uint64_t kMostSilenceFactor = 16;
+constexpr std::string_view kCutChunk = "unexpected EOF in AIFF chunk";
 
 bool Is(const ChunkId& id, const char* text) {
     return std::memcmp(id.data(), text, 4) == 0;
@@ -44,6 +42,7 @@ class AiffReader {
 
     bool Fail(std::string_view text);
     void Warn(std::string_view text) { wave_.ReportError(text); }
+    void WarnOfEnd(std::string_view text);
     std::optional<std::uint32_t> ReadNumber();
     void SkipOrWarn(std::uint64_t bytes, std::string_view warning);
     bool ReadForm();
@@ -52,13 +51,17 @@ class AiffReader {
     void SkipUnknown();
     void EnterSound();
     bool Prepare();
-    void ReadSamples();
+    void TellOfSilence();
+    bool ReadSamples();
+    bool ReadPresent(std::span<std::uint8_t> bytes, TransferProgress& progress);
+    bool FillUp(std::span<std::uint8_t> bytes, TransferProgress& progress);
 
     CWave& wave_;
     FileSource file_;
     ByteCursor cursor_;
     std::optional<Common> common_;
     SoundCopy sound_;
+    bool endTold_ = false;  // the file ends too early, and the person has been told
 };
 
 bool AiffReader::Fail(std::string_view text) {
@@ -72,8 +75,13 @@ std::optional<std::uint32_t> AiffReader::ReadNumber() {
     return LoadBig32(bytes);
 }
 
+void AiffReader::WarnOfEnd(std::string_view text) {
+    Warn(text);
+    endTold_ = true;
+}
+
 void AiffReader::SkipOrWarn(std::uint64_t bytes, std::string_view warning) {
-    if (bytes > cursor_.Remaining()) Warn(warning);
+    if (bytes > cursor_.Remaining()) WarnOfEnd(warning);
     cursor_.Skip(bytes);
 }
 
@@ -91,7 +99,8 @@ bool AiffReader::ReadForm() {
 // chunks of odd size are not skipped: intended, files read as they always did.
 bool AiffReader::FindSound() {
     ChunkId id;
-    while (cursor_.ReadAll(id)) {
+    // Zeros are no chunks, and there may be gigabytes of them.
+    while (cursor_.ReadAll(id) && id != ChunkId{}) {
         if (Is(id, "SSND")) {
             EnterSound();
             return true;
@@ -101,7 +110,9 @@ bool AiffReader::FindSound() {
         else if (!ReadCommon())
             return false;
     }
-    Warn("Missing SSND chunk in AIFF file");
+    WarnOfEnd("Missing SSND chunk in AIFF file");
+    // Also where zeros ended the search: nothing that follows is sound.
+    cursor_.Seek(file_.Size());
     return true;
 }
 
@@ -121,11 +132,10 @@ bool AiffReader::ReadCommon() {
 }
 
 void AiffReader::SkipUnknown() {
-    constexpr std::string_view kWarning = "unexpected EOF in AIFF chunk";
     if (const std::optional<std::uint32_t> size = ReadNumber())
-        SkipOrWarn(*size, kWarning);
+        SkipOrWarn(*size, kCutChunk);
     else
-        Warn(kWarning);
+        WarnOfEnd(kCutChunk);
 }
 
 void AiffReader::EnterSound() {
@@ -137,31 +147,65 @@ void AiffReader::EnterSound() {
     SkipOrWarn(offset.value_or(0) + missing, "unexpected EOF while skipping AIFF offset");
 }
 
-// Checks what was announced against what can be edited and against what is there.
+// Checks what was announced against what can be edited. The sound begins as zeros.
 bool AiffReader::Prepare() {
     if (!common_) return Fail("Missing COMM chunk in AIFF file");
     sound_.format = MakePcmFormat(common_->channels, common_->bits, common_->rate);
     if (!IsEditable(sound_.format)) return Fail(FormatRefusal(sound_.format));
     const std::uint64_t bytes = std::uint64_t{common_->frames} * sound_.format.blockAlign;
     if (bytes > kMaxSoundBytes) return Fail(failure::kMemory);
-    const std::uint64_t present = std::min(bytes, cursor_.Remaining());
-    if (bytes - present > std::max(kMostSilenceBytes, present * kMostSilenceFactor))
-        return Fail("unexpected EOF in AIFF chunk");
-    return sound_.buffer.AllocBuffer(bytes) || Fail(failure::kMemory);
+    return sound_.buffer.AllocZeros(bytes) || Fail(failure::kMemory);
 }
 
-void AiffReader::ReadSamples() {
+void AiffReader::TellOfSilence() {
+    wave_.Prompts().ShowStatus("The file ends before its sound does; the rest is silence.");
+    if (!endTold_) WarnOfEnd(kCutChunk);
+}
+
+bool AiffReader::ReadPresent(std::span<std::uint8_t> bytes, TransferProgress& progress) {
     // 128 - b for a signed byte b turns the sign round against what the writer does: intended, both
     // directions are kept as they are.
     const ByteTransform transform = common_->bits == 8 ? SubtractFromHalfRange : SwapBytePairs;
-    if (ReadTransformed(cursor_, sound_.buffer.Bytes(), transform) < sound_.buffer.Size())
-        wave_.Prompts().ShowStatus("The file ends before its sound does; the rest is silence.");
+    for (std::size_t done = 0; done < bytes.size();) {
+        const std::size_t piece = std::min(bytes.size() - done, kTransferPieceBytes);
+        if (ReadTransformed(cursor_, bytes.subspan(done, piece), transform) < piece && !endTold_)
+            TellOfSilence();
+        done += piece;
+        if (!progress.Advance(done)) return false;
+    }
+    return true;
+}
+
+// Fills the end of an 8-bit sound. The zeros of a 16-bit sound are silence as they are, and cost no
+// memory as long as nobody touches them.
+bool AiffReader::FillUp(std::span<std::uint8_t> bytes, TransferProgress& progress) {
+    if (common_->bits != 8) return true;
+    const std::size_t before = sound_.buffer.Size() - bytes.size();
+    for (std::size_t done = 0; done < bytes.size();) {
+        const std::size_t piece = std::min(bytes.size() - done, kTransferPieceBytes);
+        std::memset(&bytes[done], 128, piece);
+        done += piece;
+        if (!progress.Advance(before + done)) return false;
+    }
+    return true;
+}
+
+bool AiffReader::ReadSamples() {
+    const std::span<std::uint8_t> bytes = sound_.buffer.Bytes();
+    const auto present = std::min<std::uint64_t>(bytes.size(), cursor_.Remaining());
+    if (present < bytes.size()) TellOfSilence();
+    TransferProgress progress(wave_.Progress(), "Read sound file", bytes.size());
+    // The half of a word that the file ends with is read with the half that it lacks.
+    const auto read = std::min<std::uint64_t>(bytes.size(), present + present % 2);
+    if (ReadPresent(bytes.first(read), progress) && FillUp(bytes.subspan(read), progress))
+        return true;
+    wave_.ReportInStatus(failure::kCancelled);
+    return false;
 }
 
 bool AiffReader::Read(const std::filesystem::path& path) {
     if (!file_.Open(path)) return Fail(failure::kOpenFile);
-    if (!ReadForm() || !FindSound() || !Prepare()) return false;
-    ReadSamples();
+    if (!ReadForm() || !FindSound() || !Prepare() || !ReadSamples()) return false;
     wave_.Adopt(std::move(sound_));
     wave_.SetModified(false);
     return true;

@@ -28,7 +28,9 @@ template <class Matches>
 std::optional<RiffChunk> RiffReader::Search(const RiffChunk* parent, Matches matches) {
     while (BeginsInside(cursor_.Position(), parent)) {
         const std::optional<RiffChunk> chunk = ReadHeader();
-        if (!chunk || matches(*chunk)) return chunk;
+        // Zeros are no chunks, and there may be gigabytes of them.
+        if (!chunk || chunk->id == 0) return std::nullopt;
+        if (matches(*chunk)) return chunk;
         Ascend(*chunk);
     }
     return std::nullopt;

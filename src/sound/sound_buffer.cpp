@@ -22,7 +22,14 @@ SoundBuffer& SoundBuffer::operator=(SoundBuffer&& other) noexcept {
 }
 
 bool SoundBuffer::AllocBuffer(std::size_t bytes) {
-    void* block = bytes ? std::malloc(bytes) : nullptr;
+    return Take(bytes ? std::malloc(bytes) : nullptr, bytes);
+}
+
+bool SoundBuffer::AllocZeros(std::size_t bytes) {
+    return Take(bytes ? std::calloc(bytes, 1) : nullptr, bytes);
+}
+
+bool SoundBuffer::Take(void* block, std::size_t bytes) {
     if (bytes && !block) return false;
     FreeBuffer();
     data_ = static_cast<std::uint8_t*>(block);

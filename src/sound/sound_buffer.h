@@ -18,6 +18,8 @@ class SoundBuffer {
     // Replaces the block by one of `bytes` bytes of unspecified content. False when the memory
     // cannot be had; the old block is then kept.
     bool AllocBuffer(std::size_t bytes);
+    // Likewise, but of zeros. What is never written costs no memory.
+    bool AllocZeros(std::size_t bytes);
     // Keeps the first min(old, new) bytes; bytes gained are unspecified. On failure nothing
     // changes; becoming smaller does not fail.
     bool ReAllocBuffer(std::size_t bytes);
@@ -32,6 +34,8 @@ class SoundBuffer {
     std::span<const std::uint8_t> Bytes() const { return {data_, size_}; }
 
   private:
+    bool Take(void* block, std::size_t bytes);
+
     std::uint8_t* data_ = nullptr;
     std::size_t size_ = 0;
 };

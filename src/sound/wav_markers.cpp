@@ -1,6 +1,8 @@
 #include "sound/wav_markers.h"
 
+#include <algorithm>
 #include <array>
+#include <new>
 #include <optional>
 #include <string>
 
@@ -31,43 +33,44 @@ Marker MarkerOf(const CuePoint& point) {
     return marker;
 }
 
-// False when the file does not hold as many cue points as it says.
-bool ReadCuePoints(ByteCursor& cursor, std::vector<Marker>& markers) {
-    const std::optional<std::uint32_t> count = ReadWord(cursor);
-    if (!count || *count > cursor.Remaining() / kCuePointBytes) return false;
-    markers.reserve(*count);
-    for (std::uint32_t index = 1; index <= *count; ++index) {
-        CuePoint point;
-        if (!cursor.ReadAll(point)) return false;
+// False when the chunk cannot hold as many cue points as it says; the points that are there are
+// read.
+bool ReadCuePoints(ByteCursor& cursor, const RiffChunk& cue, std::vector<Marker>& markers) {
+    const std::optional<std::uint32_t> announced = ReadWord(cursor);
+    if (!announced) return false;
+    std::uint32_t count = *announced;
+    // Only a count that lies is held against the size of the chunk, which lies in some files.
+    if (count > cursor.Remaining() / kCuePointBytes)
+        count = std::min(count, cue.sizeBytes / std::uint32_t{kCuePointBytes});
+    CuePoint point;
+    while (markers.size() < count && cursor.ReadAll(point)) {
         markers.push_back(MarkerOf(point));
-        markers.back().textId = index;
+        markers.back().textId = static_cast<std::uint32_t>(markers.size());
     }
-    return true;
+    return markers.size() == *announced;
 }
 
-MarkerReading ReadLabel(RiffReader& reader, const RiffChunk& list, Marker& marker) {
+// False, with the marker as it was, when there is no whole label.
+bool ReadLabel(RiffReader& reader, const RiffChunk& list, Marker& marker) {
     const std::optional<RiffChunk> label = reader.Descend(kLabelChunk, list);
-    if (!label) return MarkerReading::kIncomplete;
+    if (!label) return false;
     const std::optional<std::uint32_t> id = ReadWord(reader.Cursor());
-    if (!id || label->sizeBytes < 4) return MarkerReading::kDamaged;
+    if (!id || label->sizeBytes < 4) return false;
     const std::uint32_t length = label->sizeBytes - 4;
-    if (length > reader.Cursor().Remaining()) return MarkerReading::kDamaged;
+    if (length > reader.Cursor().Remaining()) return false;
     std::string text(length, '\0');
     if (!reader.Cursor().ReadAll({reinterpret_cast<std::uint8_t*>(text.data()), length}))
-        return MarkerReading::kDamaged;
+        return false;
     marker.labelId = *id;
     marker.name = text.substr(0, text.find('\0'));
     reader.Ascend(*label);
-    return MarkerReading::kDone;
+    return true;
 }
 
 // Labels belong to the markers in their order, whatever ids they name.
-MarkerReading ReadLabels(RiffReader& reader, const RiffChunk& list, std::vector<Marker>& markers) {
-    for (Marker& marker : markers)
-        if (const MarkerReading reading = ReadLabel(reader, list, marker);
-            reading != MarkerReading::kDone)
-            return reading;
-    return MarkerReading::kDone;
+bool ReadLabels(RiffReader& reader, const RiffChunk& list, std::vector<Marker>& markers) {
+    return std::ranges::all_of(markers,
+                               [&](Marker& marker) { return ReadLabel(reader, list, marker); });
 }
 
 void StoreText(const std::uint8_t* record, Marker& marker) {
@@ -149,15 +152,17 @@ std::vector<std::uint8_t> BuildList(const std::vector<Marker>& markers) {
 
 }  // namespace
 
-MarkerReading ReadMarkers(RiffReader& reader, const RiffChunk& riff, MarkerList& markers) {
-    if (!reader.Descend(kCueChunk, riff)) return MarkerReading::kDone;
-    if (!ReadCuePoints(reader.Cursor(), markers.All())) return MarkerReading::kDamaged;
+bool ReadMarkers(RiffReader& reader, const RiffChunk& riff, MarkerList& markers) try {
+    const std::optional<RiffChunk> cue = reader.Descend(kCueChunk, riff);
+    if (!cue) return true;
+    if (!ReadCuePoints(reader.Cursor(), *cue, markers.All())) return false;
     // The list may lie behind the end of the RIFF chunk, as it does in files written here.
     const std::optional<RiffChunk> list = reader.DescendForm(kListChunk, kAssociatedDataForm);
-    if (!list) return MarkerReading::kIncomplete;
-    const MarkerReading labels = ReadLabels(reader, *list, markers.All());
-    if (labels == MarkerReading::kDone) ReadTexts(reader, *list, markers.All());
-    return labels;
+    if (!list || !ReadLabels(reader, *list, markers.All())) return false;
+    ReadTexts(reader, *list, markers.All());
+    return true;
+} catch (const std::bad_alloc&) {
+    return false;
 }
 
 MarkerChunks BuildMarkerChunks(const MarkerList& markers) {

@@ -9,14 +9,10 @@
 
 namespace sonavel {
 
-enum class MarkerReading {
-    kDone,        // also for a file without "cue ", which has no markers
-    kIncomplete,  // the list or a label is missing; the markers keep what was read
-    kDamaged,     // a count or a size that the file cannot hold
-};
-
-// Searches onward from the current position of `reader`, which stands behind the data.
-MarkerReading ReadMarkers(RiffReader& reader, const RiffChunk& riff, MarkerList& markers);
+// Searches onward from the current position of `reader`, which stands behind the data. A file
+// without "cue " has no markers. False when the list or a label is missing or damaged; the markers
+// then keep what was read.
+bool ReadMarkers(RiffReader& reader, const RiffChunk& riff, MarkerList& markers);
 
 // The bytes that follow the data: "cue " and "LIST". The first is what the RIFF size counts, the
 // list is not.

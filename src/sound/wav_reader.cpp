@@ -1,18 +1,21 @@
 #include <algorithm>
+#include <array>
 #include <new>
 #include <string>
 
-#include "sound/byte_order.h"
 #include "sound/byte_source.h"
 #include "sound/failure_texts.h"
 #include "sound/format_refusal.h"
 #include "sound/riff.h"
 #include "sound/transfer_progress.h"
 #include "sound/wav_file.h"
+#include "sound/wav_format.h"
 #include "sound/wav_markers.h"
 
 namespace sonavel {
 namespace {
+
+constexpr std::uint32_t kUnknownSize = 0xFFFFFFFF;  // the data go up to the end of the file
 
 // One reading of one file. Each step returns false after it has reported its failure.
 class WavReader {
@@ -22,7 +25,7 @@ class WavReader {
     bool FindFormatAndData(const std::filesystem::path& path);
     bool CheckEditable();
     bool ReadSamples();
-    bool ReadMarkerChunks();
+    void ReadMarkerChunks();
 
     WavInfo Info() const;
     SoundCopy TakeSound() { return std::move(sound_); }
@@ -58,6 +61,9 @@ bool WavReader::FindFormatAndData(const std::filesystem::path& path) {
     const std::optional<RiffChunk> data = riff_.Descend(kDataChunk, form_);
     if (!data) return FailQuietly("The file has no data chunk.");
     data_ = *data;
+    // What writes into a pipe cannot know the size when it writes the header.
+    if (data_.sizeBytes == kUnknownSize)
+        data_.sizeBytes = static_cast<std::uint32_t>(riff_.Cursor().Remaining());
     return true;
 }
 
@@ -73,20 +79,13 @@ bool WavReader::FindFormat() {
 }
 
 bool WavReader::ReadFormat(const RiffChunk& chunk) {
-    std::uint8_t bytes[16];
-    if (chunk.sizeBytes < 14 || !riff_.Cursor().ReadAll(std::span(bytes, 14)))
-        return Fail("Wave Format Read Failure.");
-    PcmFormat& format = sound_.format;
-    format.formatTag = LoadLittle16(bytes);
-    format.channels = LoadLittle16(bytes + 2);
-    format.samplesPerSecond = LoadLittle32(bytes + 4);
-    format.averageBytesPerSecond = LoadLittle32(bytes + 8);
-    format.blockAlign = LoadLittle16(bytes + 12);
-    if (format.formatTag != kPcmFormatTag) return true;
-    if (chunk.sizeBytes < 16 || !riff_.Cursor().ReadAll(std::span(bytes + 14, 2)))
-        return Fail("Data Read Failure.");
-    format.bitsPerSample = LoadLittle16(bytes + 14);
-    return true;
+    std::array<std::uint8_t, kWavExtensibleFormatBytes> bytes;
+    const std::size_t wanted = std::min<std::size_t>(chunk.sizeBytes, bytes.size());
+    const std::span there(bytes.data(), riff_.Cursor().Read({bytes.data(), wanted}));
+    if (there.size() < kLeastWavFormatBytes) return Fail("Wave Format Read Failure.");
+    sound_.format = ParseWavFormat(there);
+    return sound_.format.formatTag != kPcmFormatTag || there.size() >= kWavPcmFormatBytes ||
+           Fail("Data Read Failure.");
 }
 
 WavInfo WavReader::Info() const {
@@ -125,12 +124,10 @@ bool WavReader::Transfer(TransferProgress& progress) {
     return true;
 }
 
-bool WavReader::ReadMarkerChunks() {
+// Markers that cannot be read cost no sound: those read so far stay.
+void WavReader::ReadMarkerChunks() {
     riff_.Ascend(data_);
-    const MarkerReading reading = ReadMarkers(riff_, form_, sound_.markers);
-    if (reading == MarkerReading::kDone) return true;
-    Fail("마커 읽기 실패...");
-    return reading == MarkerReading::kIncomplete;
+    if (!ReadMarkers(riff_, form_, sound_.markers)) wave_.ReportError("마커 읽기 실패...");
 }
 
 }  // namespace
@@ -143,9 +140,9 @@ std::optional<WavInfo> ProbeWav(const std::filesystem::path& path, CWave& wave) 
 
 bool ReadWav(const std::filesystem::path& path, CWave& wave) try {
     WavReader reader(wave);
-    if (!reader.FindFormatAndData(path) || !reader.CheckEditable() || !reader.ReadSamples() ||
-        !reader.ReadMarkerChunks())
+    if (!reader.FindFormatAndData(path) || !reader.CheckEditable() || !reader.ReadSamples())
         return false;
+    reader.ReadMarkerChunks();
     wave.Adopt(reader.TakeSound());
     wave.SetModified(false);
     return true;

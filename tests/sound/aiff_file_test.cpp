@@ -1,5 +1,9 @@
 #include "sound/aiff_file.h"
 
+#include <unistd.h>
+
+#include <fstream>
+
 #include "sound/extended_float.h"
 #include "wave_fixture.h"
 
@@ -111,7 +115,9 @@ TEST_F(AiffFileTest, WarnsAndReadsOn) {
         {common + SoundHeader(16, 0x7FFFFFFF, 0) + data,
          {"unexpected EOF while skipping AIFF offset"},
          0},
-        {common + SoundHeader(16, 0, 0) + FileBytes(data.begin(), data.begin() + 5), {}, 5},
+        {common + SoundHeader(16, 0, 0) + FileBytes(data.begin(), data.begin() + 5), {cut}, 5},
+        // Zeros are no chunks.
+        {common + FileBytes(8) + SoundHeader(16, 0, 0) + data, {missing}, 0},
     };
     for (const auto& row : cases) {
         prompts.messages.clear();
@@ -126,12 +132,65 @@ TEST_F(AiffFileTest, WarnsAndReadsOn) {
 }
 
 TEST_F(AiffFileTest, LackingEightBitSoundIsSilence) {
+    constexpr std::size_t kPiece = std::size_t{1} << 20;
+    for (const std::size_t present : {std::size_t{1}, std::size_t{2}, kPiece + 1}) {
+        AiffParts parts;
+        parts.frames = 3 * kPiece;
+        parts.bits = 8;
+        parts.data = FileBytes(present, 1);
+        ASSERT_TRUE(Reads(ReadAiff, AiffBytes(parts)));
+        FileBytes expected(present, 127);
+        expected.resize(3 * kPiece, 128);
+        EXPECT_EQ(SoundBytes(wave), expected);
+    }
+}
+
+TEST_F(AiffFileTest, OwnFilesOfLongSoundsOpenAgain) {
+    const FileBytes sound = Pattern(8000 * 2 * 100);
+    Fill(1, 16, 8000, sound);
+    ASSERT_TRUE(Reads(ReadAiff, WrittenBy(WriteAiff)));
+    FileBytes expected(sound.begin(), sound.begin() + 8000 * 2);
+    expected.resize(sound.size());
+    EXPECT_EQ(SoundBytes(wave), expected);
+    EXPECT_EQ(prompts.messages, std::vector<std::string>{"unexpected EOF in AIFF chunk"});
+}
+
+std::size_t ResidentBytes() {
+    std::ifstream file("/proc/self/statm");
+    std::size_t total = 0, resident = 0;
+    file >> total >> resident;
+    return resident * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+}
+
+TEST_F(AiffFileTest, SilenceThatNobodyTouchesCostsNoMemory) {
     AiffParts parts;
-    parts.frames = 3;
-    parts.bits = 8;
-    parts.data = {1};
+    parts.frames = kMaxSoundBytes / 2;
+    parts.data = Pattern(3000);
+    const std::size_t before = ResidentBytes();
     ASSERT_TRUE(Reads(ReadAiff, AiffBytes(parts)));
-    EXPECT_EQ(SoundBytes(wave), (FileBytes{127, 128, 128}));
+    EXPECT_EQ(wave.GetFrameCount(), kMaxSoundBytes / 2);
+    EXPECT_LT(ResidentBytes(), before + (std::size_t{64} << 20));
+    EXPECT_NE(wave.GetSample(0, 1499), 0);
+    for (const std::uint32_t frame : {1500u, 1u << 20, 0x3FFFFFFEu})
+        EXPECT_EQ(wave.GetSample(0, frame), 0);
+}
+
+TEST_F(AiffFileTest, ReadingIsShownAndCanBeCancelled) {
+    for (const unsigned bits : {8u, 16u}) {
+        AiffParts parts;
+        parts.bits = bits;
+        parts.frames = bits == 8 ? kMaxSoundBytes : 3 << 20;  // silence, or sound
+        if (bits == 16) parts.data = Pattern(6 << 20);
+        Fill(1, 16, 8000, Pattern(64));
+        progress.positions.clear();
+        progress.cancelAtPoll = progress.polls + 2;
+        EXPECT_FALSE(Reads(ReadAiff, AiffBytes(parts)));
+        EXPECT_EQ(progress.titles.back(), "Read sound file");
+        EXPECT_EQ(progress.positions.size(), 3u);
+        EXPECT_EQ(progress.openWindows, 0);
+        EXPECT_EQ(wave.LastError(), "Cancelled.");
+        EXPECT_EQ(SoundBytes(wave), Pattern(64));
+    }
 }
 
 TEST_F(AiffFileTest, ASoundWithoutAFormatIsRefused) {

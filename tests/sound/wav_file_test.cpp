@@ -1,5 +1,6 @@
 #include <tuple>
 
+#include "sound/four_cc.h"
 #include "wave_fixture.h"
 
 namespace sonavel {
@@ -39,11 +40,11 @@ FileBytes Label(std::uint32_t id, std::string_view text) {
     return RiffChunkBytes("labl", ByteBuilder().Little32(id).Text(text).Bytes());
 }
 
-FileBytes LabeledText(std::uint32_t id, std::uint32_t length) {
+FileBytes LabeledText(std::uint32_t id, std::uint32_t length, std::string_view purpose = "rgn ") {
     return RiffChunkBytes("ltxt", ByteBuilder()
                                       .Little32(id)
                                       .Little32(length)
-                                      .Text("rgn ")
+                                      .Text(purpose)
                                       .Little32(82)
                                       .Little32(949)
                                       .Bytes());
@@ -133,17 +134,25 @@ TEST_F(WavFileTest, ReadsMarkersOfOtherPrograms) {
                        RiffChunkBytes("junk", {1}) +
                        AssociatedData(Label(7, std::string("null\0tail", 9)) + Label(99, korean) +
                                       RiffChunkBytes("note", {1, 2, 3}) + Label(11, "") +
-                                      LabeledText(1, 100) + LabeledText(3, 300));
+                                      LabeledText(1, 100) + LabeledText(3, 300, "trim"));
     ASSERT_TRUE(Reads(OpenWav, WavBytes(parts)));
     EXPECT_EQ(MarkerRows(wave),
               (std::vector<MarkerRow>{{10, "null", 100}, {20, korean, 0}, {30, "", 300}}));
     const Marker& last = wave.Markers().All()[2];
+    EXPECT_EQ(last.purpose, MakeFourCc("trim"));
     EXPECT_EQ(last.countryAndLanguage, 82u);
     EXPECT_EQ(last.dialectAndCodePage, 949u);
     EXPECT_EQ(wave.Markers().All()[1].labelId, 99u) << "labels go by order, not by id";
     EXPECT_EQ(wave.Markers().All()[1].textId, 2u);
     EXPECT_TRUE(prompts.messages.empty());
     EXPECT_FALSE(wave.GetModified());
+    // The purpose is written as it was read; without a text it was 0.
+    const FileBytes written = WrittenBy(SaveWav);
+    const std::string text(written.begin(), written.end());
+    for (const auto& [id, purpose] : {std::pair{1, "rgn "}, {2, "\0\0\0\0"}, {3, "trim"}}) {
+        const std::string record = std::string("ltxt\x14\0\0\0", 8) + char(id);
+        EXPECT_EQ(text.substr(text.find(record) + 16, 4), std::string(purpose, 4)) << id;
+    }
 }
 
 TEST_F(WavFileTest, TextRecordsMustAscendWithinTheMarkers) {
@@ -234,6 +243,80 @@ TEST_F(WavFileTest, AnEmptySoundIsAFileToo) {
     EXPECT_TRUE(Reads(OpenWav, file));
     EXPECT_FALSE(wave.HasData());
     EXPECT_EQ(wave.GetChannels(), 2u);
+}
+
+FileBytes ExtensibleFormat(const WavParts& parts, unsigned subFormat) {
+    FileBytes bytes = WavFormatBytes(parts);
+    bytes[0] = 0xFE;
+    bytes[1] = 0xFF;
+    return bytes + ByteBuilder()
+                       .Little16(22)
+                       .Little16(parts.bits)
+                       .Little32(3)
+                       .Little32(subFormat)
+                       .Little32(0x00100000)
+                       .Little32(0xAA000080)
+                       .Little32(0x719B3800)
+                       .Bytes();
+}
+
+TEST_F(WavFileTest, PlainPcmInAnExtensibleHeaderIsPlainPcm) {
+    const struct {
+        unsigned channels, bits, subFormat;
+        std::size_t formatBytes;
+        bool pcm;
+    } cases[] = {{1, 8, 1, 40, true},   {2, 8, 1, 40, true},      {1, 16, 1, 40, true},
+                 {2, 16, 1, 40, true},  {2, 16, 1, 48, true},     {2, 16, 3, 40, false},
+                 {2, 24, 1, 40, false}, {6, 16, 1, 40, false},    {2, 16, 1, 39, false},
+                 {2, 16, 1, 18, false}, {2, 16, 0x101, 40, false}};
+    for (const auto& row : cases) {
+        SCOPED_TRACE(testing::Message() << row.channels << " channels, " << row.bits << " bits, "
+                                        << row.subFormat << ", " << row.formatBytes << " bytes");
+        WavParts parts;
+        parts.channels = row.channels;
+        parts.bits = row.bits;
+        parts.blockAlign = row.channels * row.bits / 8;
+        FileBytes format = ExtensibleFormat(parts, row.subFormat);
+        format.resize(row.formatBytes);
+        WriteFileBytes(folder / "in", RiffBytes(RiffChunkBytes("fmt ", format) +
+                                                RiffChunkBytes("data", Pattern(24))));
+        Fill(1, 8, 11025, {});
+        EXPECT_EQ(wave.IsPCM(folder / "in"), row.pcm);
+        EXPECT_EQ(OpenWav(folder / "in", wave), row.pcm);
+        EXPECT_EQ(SoundBytes(wave), row.pcm ? Pattern(24) : FileBytes());
+        if (row.pcm) {
+            EXPECT_EQ(wave.GetFormat(), MakePcmFormat(row.channels, row.bits, 8000));
+        }
+    }
+}
+
+TEST_F(WavFileTest, FieldsOfZeroAreDerived) {
+    WavParts parts;
+    parts.channels = 2;
+    parts.blockAlign = 0;  // and with it the bytes per second
+    parts.data = Pattern(24);
+    ASSERT_TRUE(Reads(OpenWav, WavBytes(parts)));
+    EXPECT_EQ(wave.GetFormat(), MakePcmFormat(2, 16, 8000));
+    EXPECT_EQ(wave.GetFrameCount(), 6u);
+}
+
+TEST_F(WavFileTest, AnUnknownSizeMeansToTheEndOfTheFile) {
+    WavParts parts;
+    parts.data = Pattern(101);
+    FileBytes piped = WavBytes(parts);
+    piped.pop_back();  // the pad byte
+    for (const std::size_t size : {4u, 40u})
+        std::fill_n(piped.begin() + static_cast<std::ptrdiff_t>(size), 4, std::uint8_t{0xFF});
+    ASSERT_TRUE(Reads(OpenWav, piped));
+    EXPECT_EQ(SoundBytes(wave), Pattern(101));
+    EXPECT_TRUE(prompts.messages.empty());
+    piped.resize(44);
+    ASSERT_TRUE(Reads(OpenWav, piped));
+    EXPECT_FALSE(wave.HasData());
+    // Sound that no sound may hold is refused before memory is taken.
+    std::filesystem::resize_file(folder / "in", std::uintmax_t{44} + kMaxSoundBytes + 1);
+    EXPECT_FALSE(OpenWav(folder / "in", wave));
+    EXPECT_EQ(wave.LastError(), "Memory Allocation Failure.");
 }
 
 TEST_F(WavFileTest, ProbingTellsPcmAndLeavesTheSoundAlone) {
