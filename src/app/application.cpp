@@ -186,7 +186,6 @@ bool Application::EditPreferences() {
 
 void Application::TakeSettings() {
     for (std::size_t i = 0; i < workspace_.Count(); ++i) {
-        workspace_.At(i).document->ReloadOptions();
         workspace_.At(i).view->ReloadSettings();
     }
     frame_.TakeSettings();

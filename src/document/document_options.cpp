@@ -2,13 +2,12 @@
 
 namespace sonavel {
 
-DocumentOptions DocumentOptions::Read(const ProgramFolder& folder) {
-    const ProfileFile file = folder.Options();
+DocumentOptions DocumentOptions::Read(const ProfileText& options) {
     const auto wave = [&](std::string_view key) {
-        return file.GetInteger("__SOUND_WAVE_OPTIONS", key);
+        return options.GetInteger("__SOUND_WAVE_OPTIONS", key);
     };
     const auto general = [&](std::string_view key) {
-        return file.GetInteger("__SOUND_GENERAL_OPTIONS", key);
+        return options.GetInteger("__SOUND_GENERAL_OPTIONS", key);
     };
     return {
         .playbackDeviceId = wave("PLAYBACK DEVICE ID"),

@@ -1,7 +1,7 @@
-// The options that a document reads from Options.ini when it is created.
+// What a document takes from Options.ini when it is created.
 #pragma once
 
-#include "platform/program_folder.h"
+#include "platform/profile_text.h"
 
 namespace sonavel {
 
@@ -21,7 +21,7 @@ struct DocumentOptions {
     int playScrolling = 1;
     int saveMarkers = 0;
 
-    static DocumentOptions Read(const ProgramFolder& folder);
+    static DocumentOptions Read(const ProfileText& options);
 };
 
 }  // namespace sonavel

@@ -24,7 +24,8 @@ void CSoundDoc::RemoveObserver(DocumentObserver* observer) {
 }
 
 void CSoundDoc::ReloadOptions() {
-    options_ = DocumentOptions::Read(services_.folder);
+    optionsText_ = services_.folder.Options().Read();
+    options_ = DocumentOptions::Read(optionsText_);
     sound_.SetPlaybackDevice(options_.playbackDeviceId);
     sound_.SetPlaybackBlockFrames(options_.playbackBlockFrames);
     sound_.SetRecordDevice(options_.recordDeviceId);

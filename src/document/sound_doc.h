@@ -90,6 +90,8 @@ class CSoundDoc {
     const DocumentOptions& Options() const { return options_; }
     // Reads Options.ini anew and hands the devices to the sound.
     void ReloadOptions();
+    // Options.ini as it was then, for views, which take their settings from the same reading.
+    const ProfileText& OptionsText() const { return optionsText_; }
     void SetSaveMarkers(bool save) { options_.saveMarkers = save ? 1 : 0; }
     UndoHistory& History() { return history_; }
     const UndoHistory& History() const { return history_; }
@@ -173,6 +175,7 @@ class CSoundDoc {
     HostServices services_;
     DocumentDialogs& dialogs_;
     std::vector<DocumentObserver*> observers_;
+    ProfileText optionsText_;
     DocumentOptions options_;
     UndoHistory history_;
     CWavePlayer sound_;

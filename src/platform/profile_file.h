@@ -1,38 +1,36 @@
-// Initialisation files: sections of key/value text in file order. Text is UTF-8 here; on disk a
-// file may hold UTF-8 or code page 949, and keeps the encoding it had.
+// Initialisation files on the disk, which other programs and other running editors write too.
 #pragma once
 
 #include <filesystem>
-#include <string>
+#include <functional>
 #include <string_view>
-#include <utility>
-#include <vector>
+
+#include "platform/profile_text.h"
 
 namespace sonavel {
 
 class ProfileFile {
   public:
-    // Names the file; it need not exist, and is read anew by each call, because other programs and
-    // other windows write it too.
+    // Names the file; it need not exist.
     explicit ProfileFile(std::filesystem::path path);
 
     const std::filesystem::path& Path() const { return path_; }
 
-    // Empty for a missing file, section or key. Blanks round a value, and one pair of quotes, are
-    // no part of it.
-    std::string GetString(std::string_view section, std::string_view key) const;
-    // The decimal number at the start of the value, 0 when there is none.
-    int GetInteger(std::string_view section, std::string_view key) const;
-    std::vector<std::string> SectionNames() const;
-    std::vector<std::pair<std::string, std::string>> Entries(std::string_view section) const;
+    // Reads the whole file, once. Without a file, or where it holds what cannot be an
+    // initialisation file, the text is empty.
+    ProfileText Read() const;
 
-    // Each rewrites the file beside itself and renames it into place. False when the folder or the
-    // file cannot be written, or holds what cannot be an initialisation file; it is then unchanged.
+    // Has the text changed as it is now and writes it, while no other editor writes a file of that
+    // folder. So settings that belong together are written together, and what others wrote stays.
+    // `change` returns false to leave the file as it is, and must not change another file. False
+    // also when the folder or the file cannot be written, when the file holds what cannot be an
+    // initialisation file, or when another program holds the folder for more than two seconds; the
+    // file is then unchanged.
+    bool Change(const std::function<bool(ProfileText&)>& change);
+
+    // Changes of one setting alone.
     bool SetString(std::string_view section, std::string_view key, std::string_view value);
     bool SetInteger(std::string_view section, std::string_view key, int value);
-    bool SetEntries(std::string_view section,
-                    const std::vector<std::pair<std::string, std::string>>& entries);
-    bool DeleteSection(std::string_view section);
 
   private:
     std::filesystem::path path_;

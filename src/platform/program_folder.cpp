@@ -1,15 +1,19 @@
 #include "platform/program_folder.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <cstdlib>
 #include <system_error>
+
+#include "platform/small_file.h"
 
 namespace sonavel {
 namespace {
 
 namespace fs = std::filesystem;
 
+constexpr std::size_t kMostSeedBytes = std::size_t{16} << 20;
 constexpr const char* kSeedFiles[] = {"Options.ini", "Display.ini", "Systemsound.ini",
                                       "Usersound.ini", "SampleDB.ini"};
 
@@ -21,10 +25,14 @@ fs::path PersonalFolder() {
 }
 
 void Seed(const fs::path& folder, const fs::path& source) {
-    std::error_code ignored;
-    fs::create_directories(folder, ignored);
-    for (const char* name : kSeedFiles)
-        fs::copy_file(source / name, folder / name, fs::copy_options::skip_existing, ignored);
+    std::error_code error;
+    fs::create_directories(folder, error);
+    for (const char* name : kSeedFiles) {
+        if (fs::exists(folder / name, error)) continue;
+        // Not with the permissions of the program's own file, which may be read-only.
+        if (const auto bytes = ReadSmallFile(source / name, kMostSeedBytes))
+            ReplaceFile(folder / name, *bytes);
+    }
 }
 
 }  // namespace
@@ -35,9 +43,8 @@ fs::path ProgramFolder::ExecutableFolder() {
     return error ? fs::current_path(error) : executable.parent_path();
 }
 
-ProgramFolder ProgramFolder::OfThisProgram() {
-    const fs::path beside = ExecutableFolder();
-    if (access(beside.c_str(), W_OK) == 0) return ProgramFolder(beside);
+ProgramFolder ProgramFolder::OfProgramIn(const fs::path& beside) {
+    if (faccessat(AT_FDCWD, beside.c_str(), W_OK, AT_EACCESS) == 0) return ProgramFolder(beside);
     const fs::path personal = PersonalFolder();
     Seed(personal, beside);
     return ProgramFolder(personal);

@@ -12,10 +12,11 @@ class ProgramFolder {
   public:
     explicit ProgramFolder(std::filesystem::path path) : path_(std::move(path)) {}
 
-    // The folder of the running program when it can be written, else the person's own
-    // configuration folder ($XDG_CONFIG_HOME or ~/.config, "sonavel"), which is made and seeded
-    // with the program folder's initialisation files at the first start.
-    static ProgramFolder OfThisProgram();
+    // That of a program whose executable lies in `beside`: this folder when it can be written, else
+    // the person's own configuration folder ($XDG_CONFIG_HOME or ~/.config, "sonavel"), which is
+    // made, and gets those initialisation files of `beside` that it lacks.
+    static ProgramFolder OfProgramIn(const std::filesystem::path& beside);
+    static ProgramFolder OfThisProgram() { return OfProgramIn(ExecutableFolder()); }
     // The folder in which the running program's executable lies.
     static std::filesystem::path ExecutableFolder();
 

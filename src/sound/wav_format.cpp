@@ -10,8 +10,8 @@ namespace {
 
 constexpr std::uint16_t kExtensibleFormatTag = 0xFFFE;
 constexpr std::size_t kSubFormatOffset = 24;
-constexpr std::array<std::uint8_t, 16> kPcmSubFormat = {
-    0x01, 0, 0, 0, 0, 0, 0x10, 0, 0x80, 0, 0, 0xAA, 0, 0x38, 0x9B, 0x71};
+constexpr std::array<std::uint8_t, 16> kPcmSubFormat = {0x01, 0, 0, 0,    0, 0,    0x10, 0,
+                                                        0x80, 0, 0, 0xAA, 0, 0x38, 0x9B, 0x71};
 
 bool HoldsPcm(std::span<const std::uint8_t> chunk) {
     return chunk.size() >= kWavExtensibleFormatBytes &&

@@ -18,8 +18,8 @@ constexpr std::size_t kLongestValue = 1999;
 constexpr std::size_t kLongestNames = 32767;
 constexpr int kGreatestCount = 999;
 
-std::string Value(const ProfileFile& file, const std::string& section, const char* key) {
-    return file.GetString(section, key).substr(0, kLongestValue);
+std::string Value(const ProfileText& presets, const std::string& section, const char* key) {
+    return presets.GetString(section, key).substr(0, kLongestValue);
 }
 
 // The next number, taken from at most `width` characters behind any blanks; the text moves on
@@ -45,10 +45,10 @@ std::string Columns(std::initializer_list<int> numbers) {
 
 }  // namespace
 
-std::vector<std::string> LoadPresetNames(const ProfileFile& file) {
+std::vector<std::string> LoadPresetNames(const ProfileText& presets) {
     std::vector<std::string> names;
     std::size_t room = kLongestNames - 1;
-    for (std::string& name : file.SectionNames()) {
+    for (std::string& name : presets.SectionNames()) {
         if (name.size() + 1 > room) break;
         room -= name.size() + 1;
         names.push_back(std::move(name));
@@ -56,18 +56,18 @@ std::vector<std::string> LoadPresetNames(const ProfileFile& file) {
     return names;
 }
 
-SystemPreset LoadSystemPreset(const ProfileFile& file, const std::string& name) {
-    const std::string value = Value(file, name, kPoints);
+SystemPreset LoadSystemPreset(const ProfileText& presets, const std::string& name) {
+    const std::string value = Value(presets, name, kPoints);
     std::string_view text = value;
     const int start = TakeNumber(text, kColumn);
     return {start, TakeNumber(text, kColumn)};
 }
 
-std::vector<UserPoint> LoadUserPreset(const ProfileFile& file, const std::string& name) {
-    const std::string countValue = Value(file, name, kPointCount);
+std::vector<UserPoint> LoadUserPreset(const ProfileText& presets, const std::string& name) {
+    const std::string countValue = Value(presets, name, kPointCount);
     std::string_view countText = countValue;
     const int counted = std::clamp(TakeNumber(countText, 3), 0, kGreatestCount);
-    const std::string value = Value(file, name, kPoints);
+    const std::string value = Value(presets, name, kPoints);
     // More points than the value has room for were cut off when it was read.
     const bool cut = value.size() == kLongestValue;
     const auto fitting = static_cast<int>((value.size() + kPointColumns - 1) / kPointColumns);
@@ -92,11 +92,17 @@ bool SaveUserPreset(ProfileFile& file, const std::string& name,
     std::snprintf(count.data(), count.size(), "%3d", static_cast<int>(points.size()));
     std::string value;
     for (const UserPoint& point : points) value += Columns({point.x, point.y, point.z});
-    return file.SetString(name, kPointCount, count.data()) && file.SetString(name, kPoints, value);
+    return file.Change([&](ProfileText& presets) {
+        return presets.SetString(name, kPointCount, count.data()) &&
+               presets.SetString(name, kPoints, value);
+    });
 }
 
 bool DeletePreset(ProfileFile& file, const std::string& name) {
-    return file.DeleteSection(name);
+    return file.Change([&](ProfileText& presets) {
+        presets.DeleteSection(name);
+        return true;
+    });
 }
 
 bool CanDeletePreset(int selectedIndex) {

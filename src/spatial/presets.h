@@ -28,11 +28,11 @@ struct UserPoint {
 };
 
 // In the order in which they stand in the file, as far as the names fit into 32767 bytes.
-std::vector<std::string> LoadPresetNames(const ProfileFile& file);
+std::vector<std::string> LoadPresetNames(const ProfileText& presets);
 
 // Missing or malformed numbers read as 0.
-SystemPreset LoadSystemPreset(const ProfileFile& file, const std::string& name);
-std::vector<UserPoint> LoadUserPreset(const ProfileFile& file, const std::string& name);
+SystemPreset LoadSystemPreset(const ProfileText& presets, const std::string& name);
+std::vector<UserPoint> LoadUserPreset(const ProfileText& presets, const std::string& name);
 
 // False when the file cannot be written.
 bool SaveSystemPreset(ProfileFile& file, const std::string& name, const SystemPreset& preset);

@@ -43,11 +43,11 @@ void ReadColour(std::string_view text, Rgb& colour) {
 
 ColourTable::ColourTable() : colours_(kDefaults) {}
 
-void ColourTable::Load(const ProfileFile& display) {
+void ColourTable::Load(const ProfileText& display) {
     Load(display, kColourSection);
 }
 
-void ColourTable::Load(const ProfileFile& display, std::string_view section) {
+void ColourTable::Load(const ProfileText& display, std::string_view section) {
     std::size_t slot = 0;
     for (const auto& [key, value] : display.Entries(section)) {
         if (slot == kSlots) return;

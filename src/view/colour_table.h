@@ -45,9 +45,9 @@ class ColourTable {
 
     // Each key of the section in use, whatever its name, fills the next slot. A slot without a key,
     // and a part without a "," behind it, keep what they had.
-    void Load(const ProfileFile& display);
+    void Load(const ProfileText& display);
     // Likewise from another section: a named set of colours.
-    void Load(const ProfileFile& display, std::string_view section);
+    void Load(const ProfileText& display, std::string_view section);
 
     bool operator==(const ColourTable&) const = default;
 

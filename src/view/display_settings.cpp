@@ -11,7 +11,7 @@ constexpr std::string_view kStatusFormatKey = "Status Format";
 
 }  // namespace
 
-DisplaySettings DisplaySettings::Read(const ProfileFile& display) {
+DisplaySettings DisplaySettings::Read(const ProfileText& display) {
     DisplaySettings settings;
     settings.horizontalRuler = display.GetInteger(kDisplayItems, "HORIZONTAL RULER");
     settings.verticalRuler = display.GetInteger(kDisplayItems, "VERTICAL RULER");
@@ -19,7 +19,7 @@ DisplaySettings DisplaySettings::Read(const ProfileFile& display) {
     return settings;
 }
 
-GridSettings GridSettings::Read(const ProfileFile& options) {
+GridSettings GridSettings::Read(const ProfileText& options) {
     GridSettings settings;
     settings.timeGrid = options.GetInteger(kGridItems, "WIDTH GRID");
     settings.levelGrid = options.GetInteger(kGridItems, "HEIGHT GRID");
@@ -36,7 +36,7 @@ GridPlace GridSettings::Place() const {
     return location == 0 ? GridPlace::kInFront : GridPlace::kNowhere;
 }
 
-StatusFormat ReadStatusFormat(const ProfileFile& options) {
+StatusFormat ReadStatusFormat(const ProfileText& options) {
     const int number = options.GetInteger(kOptions, kStatusFormatKey);
     return number < 0 || number > 2 ? StatusFormat::kTime : static_cast<StatusFormat>(number);
 }

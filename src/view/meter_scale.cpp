@@ -181,7 +181,7 @@ MeterBarPlaces LayOutMeterBar(const Rectangle& bar, MeterReadOuts readOuts,
     return fits ? WithReadOutsBelow(bar, height) : plain;
 }
 
-MeterSettings MeterSettings::Read(const ProfileFile& options) {
+MeterSettings MeterSettings::Read(const ProfileText& options) {
     MeterSettings settings;
     const int type = StoredMeterScale(options);
     if (type == 0) settings.scale = MeterScale::kThirtyDb;
@@ -190,7 +190,7 @@ MeterSettings MeterSettings::Read(const ProfileFile& options) {
     return settings;
 }
 
-int StoredMeterScale(const ProfileFile& options) {
+int StoredMeterScale(const ProfileText& options) {
     return options.GetInteger(kSection, kTypeKey);
 }
 

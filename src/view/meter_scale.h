@@ -108,12 +108,12 @@ struct MeterSettings {
 
     // A stored 0 gives the first scale and 2 the third; every other number gives the second, so the
     // absolute scale does not come back at the next start, which is intended.
-    static MeterSettings Read(const ProfileFile& options);
+    static MeterSettings Read(const ProfileText& options);
     bool operator==(const MeterSettings&) const = default;
 };
 
 // The number as it stands in the file, 0 for a missing key.
-int StoredMeterScale(const ProfileFile& options);
+int StoredMeterScale(const ProfileText& options);
 // False when the file cannot be written.
 bool WriteMeterScale(ProfileFile& options, MeterScale scale);
 bool WriteMeterLabels(ProfileFile& options, int showLabels);

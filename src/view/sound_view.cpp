@@ -33,19 +33,23 @@ bool CSoundView::Refuse(std::string_view reason) {
 
 void CSoundView::Show(int width, int height) {
     client_ = {0, 0, width, height};
-    const HostServices& services = document_.Services();
-    settings_ = DisplaySettings::Read(services.folder.Display());
-    grid_ = GridSettings::Read(services.folder.Options());
-    statusFormat_ = ReadStatusFormat(services.folder.Options());
+    TakeSettings();
     LayOut();
-    colours_.Load(services.folder.Display());
-    if (observer_) observer_->OnColoursChanged();
     extremes_.Rebuild(Sound(), 0);
     shown_ = true;
     zoomWidth_ = WaveformWidth();
     zoomHeight_ = WaveformHeight();
     ZoomDefault();
     Invalidate(ViewArea::kAll);
+}
+
+void CSoundView::TakeSettings() {
+    const ProfileText display = document_.Services().folder.Display().Read();
+    settings_ = DisplaySettings::Read(display);
+    colours_.Load(display);
+    grid_ = GridSettings::Read(document_.OptionsText());
+    statusFormat_ = ReadStatusFormat(document_.OptionsText());
+    if (observer_) observer_->OnColoursChanged();
 }
 
 void CSoundView::LayOut() {
@@ -91,12 +95,7 @@ int CSoundView::WaveformHeight() const {
 
 void CSoundView::ReloadSettings() {
     document_.ReloadOptions();
-    const HostServices& services = document_.Services();
-    settings_ = DisplaySettings::Read(services.folder.Display());
-    grid_ = GridSettings::Read(services.folder.Options());
-    statusFormat_ = ReadStatusFormat(services.folder.Options());
-    colours_.Load(services.folder.Display());
-    if (observer_) observer_->OnColoursChanged();
+    TakeSettings();
     Resize(client_.Width(), client_.Height());
 }
 

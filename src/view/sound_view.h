@@ -169,6 +169,7 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
     class WaitCursorScope;
 
     ZoomContext Context() const;
+    void TakeSettings();
     void LayOut();
     void Rescale();
     void ApplyTimeZoom(const ZoomState& state);

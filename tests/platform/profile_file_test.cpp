@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 
 #include <random>
 
+#include "platform/folder_lock.h"
 #include "platform/small_file.h"
 #include "support/test_files.h"
 
@@ -30,7 +32,7 @@ TEST_F(ProfileFileTest, ReadsValuesAsThePlatformsProfilesDo) {
         "; head\n\nloose=1\n[First]\nName\t= two words\t\n=nothing\nnoise\nquoted=\" a "
         "\"\nname=second\n"
         "n1=12abc\nn2= -7\nn3=+3\nn4=99999999999\nn5=x1\n[ second ]\nlast=end");
-    const ProfileFile file(path_);
+    const ProfileText file = ProfileFile(path_).Read();
     const struct {
         const char *section, *key, *value;
     } texts[] = {{"First", "Name", "two words"}, {"FIRST", "name", "two words"},
@@ -59,8 +61,8 @@ TEST_F(ProfileFileTest, KeepsOrderAndCommentsOnRewriting) {
     }
     ASSERT_TRUE(file.SetInteger("B", "new", -4));
     EXPECT_EQ(Bytes(), once);
-    EXPECT_EQ(file.Entries("B"), (std::vector<std::pair<std::string, std::string>>{
-                                     {"z", "3"}, {"a", "2"}, {"new", "-4"}}));
+    EXPECT_EQ(file.Read().Entries("B"), (std::vector<std::pair<std::string, std::string>>{
+                                            {"z", "3"}, {"a", "2"}, {"new", "-4"}}));
 }
 
 TEST_F(ProfileFileTest, KeepsCommentsOfAFileWithoutEntries) {
@@ -89,7 +91,7 @@ TEST_F(ProfileFileTest, KeepsTheEncodingOfTheFile) {
         ProfileFile file(path_);
         ASSERT_TRUE(file.SetInteger("S", kMarkerKey, 2)) << c.name;
         EXPECT_EQ(Bytes(), c.after) << c.name;
-        EXPECT_EQ(file.GetInteger("S", kMarkerKey), 2) << c.name;
+        EXPECT_EQ(file.Read().GetInteger("S", kMarkerKey), 2) << c.name;
     }
 }
 
@@ -99,7 +101,7 @@ TEST_F(ProfileFileTest, WritesUtf8WhereTheCodePageWouldNotBeReadBack) {
     for (const char* value : {"\xEC\xB0\xBE", "\xF0\x9F\x98\x80", "\xEB\x91\x90"}) {
         fs::remove(path_);
         ASSERT_TRUE(file.SetString("S", "k", value));
-        EXPECT_EQ(file.GetString("S", "k"), value);
+        EXPECT_EQ(file.Read().GetString("S", "k"), value);
     }
 }
 
@@ -107,7 +109,7 @@ TEST_F(ProfileFileTest, BringsBackWhatWasWritten) {
     ProfileFile file(path_);
     for (const char* value : {"", "\"q\"", "'q'", "a=b", "; no comment", "[x]"}) {
         ASSERT_TRUE(file.SetString("S", " k ", value));
-        EXPECT_EQ(file.GetString("S", "k"), value);
+        EXPECT_EQ(file.Read().GetString("S", "k"), value);
     }
     for (const char* key : {"", " ", "a=b", "[k", ";k", "a\nb"})
         EXPECT_FALSE(file.SetString("S", key, "v")) << key;
@@ -122,19 +124,23 @@ TEST_F(ProfileFileTest, KeepsColumnsOfNumbersByteForByte) {
     ASSERT_TRUE(file.SetString("S", "Points", "10  -20 5   "));
     ASSERT_TRUE(file.SetString("S", "other", "1"));
     EXPECT_EQ(Bytes(), "[S]\npoint Count=  2\nPoints=10  -20 5   \nother=1\n");
-    EXPECT_EQ(file.GetString("S", "point Count"), "2");
-    EXPECT_EQ(file.GetString("S", "Points"), "10  -20 5");
+    EXPECT_EQ(file.Read().GetString("S", "point Count"), "2");
+    EXPECT_EQ(file.Read().GetString("S", "Points"), "10  -20 5");
 }
 
 TEST_F(ProfileFileTest, ReplacesAndDeletesSectionsWhole) {
     Write("[A]\na=1\nb=2\n\n[B]\nk=1\n");
     ProfileFile file(path_);
-    ASSERT_TRUE(file.SetEntries("A", {{"c", "3"}, {"a", "4"}}));
-    ASSERT_TRUE(file.SetEntries("Empty", {}));
+    ASSERT_TRUE(file.Change([](ProfileText& text) {
+        return text.SetEntries("A", {{"c", "3"}, {"a", "4"}}) && text.SetEntries("Empty", {});
+    }));
     EXPECT_EQ(Bytes(), "[A]\nc=3\na=4\n\n[B]\nk=1\n\n[Empty]\n");
-    ASSERT_TRUE(file.DeleteSection("a"));
-    EXPECT_TRUE(file.DeleteSection("not there"));
-    EXPECT_EQ(file.SectionNames(), (std::vector<std::string>{"B", "Empty"}));
+    ASSERT_TRUE(file.Change([](ProfileText& text) {
+        text.DeleteSection("a");
+        text.DeleteSection("not there");
+        return true;
+    }));
+    EXPECT_EQ(file.Read().SectionNames(), (std::vector<std::string>{"B", "Empty"}));
 }
 
 TEST_F(ProfileFileTest, LeavesWhatCannotBeRewrittenAlone) {
@@ -146,9 +152,78 @@ TEST_F(ProfileFileTest, LeavesWhatCannotBeRewrittenAlone) {
         EXPECT_EQ(Bytes(), bytes);
     }
     ProfileFile folder(folder_.Path());
-    EXPECT_EQ(folder.GetString("S", "k"), "");
+    EXPECT_EQ(folder.Read().GetString("S", "k"), "");
     EXPECT_FALSE(folder.SetString("S", "k", "v"));
     EXPECT_FALSE(ProfileFile(folder_ / "none" / "x.ini").SetString("S", "k", "v"));
+}
+
+TEST_F(ProfileFileTest, RefusesWhatIsNoText) {
+    ProfileFile file(path_);
+    ASSERT_TRUE(file.SetString("S", "k", "v"));
+    EXPECT_FALSE(file.SetString("S", "k", "caf\xE9"));
+    EXPECT_FALSE(file.SetString("S", "caf\xE9", "v"));
+    EXPECT_FALSE(file.SetString("caf\xE9", "k", "v"));
+    EXPECT_FALSE(file.Change([](ProfileText& text) {
+        return text.SetEntries("S", {{"a", "1"}, {"b", "\xFF"}});
+    }));
+    EXPECT_EQ(Bytes(), "[S]\nk=v\n");
+}
+
+TEST_F(ProfileFileTest, AChangeIsWrittenWholeOnceOrNotAtAll) {
+    Write("[S]\n\n\nk=1\n");
+    ProfileFile file(path_);
+    EXPECT_FALSE(file.Change([](ProfileText& text) {
+        return text.SetString("S", "a", "1") && text.SetString("S", "", "no key");
+    }));
+    ASSERT_TRUE(file.SetString("S", "k", "1"));
+    EXPECT_EQ(Bytes(), "[S]\n\n\nk=1\n") << "nothing was changed";
+    ASSERT_TRUE(file.Change([&](ProfileText& text) {
+        const bool good = text.SetString("S", "a", "1") && text.SetInteger("T", "b", 2);
+        EXPECT_EQ(file.Read().GetString("S", "a"), "");
+        return good;
+    }));
+    EXPECT_EQ(file.Read().GetString("S", "a"), "1");
+    EXPECT_EQ(file.Read().GetInteger("T", "b"), 2);
+}
+
+TEST_F(ProfileFileTest, EditorsThatChangeItAtOnceLoseNothing) {
+    constexpr int kEditors = 4, kChanges = 8;
+    fs::create_directory(folder_ / "other");
+    fs::create_symlink(path_, folder_ / "other" / "link.ini");
+    std::vector<pid_t> editors;
+    for (int editor = 0; editor < kEditors; ++editor) {
+        editors.push_back(fork());
+        ASSERT_GE(editors.back(), 0);
+        if (editors.back() != 0) continue;
+        // One of them knows the file under another name.
+        ProfileFile file(editor == 0 ? folder_ / "other" / "link.ini" : path_);
+        bool good = true;
+        for (int i = 0; i < kChanges; ++i)
+            good = good && file.Change([](ProfileText& text) {
+                return text.SetInteger("S", "all", text.GetInteger("S", "all") + 1);
+            });
+        _exit(good && file.SetInteger("S", "own " + std::to_string(editor), 1) ? 0 : 1);
+    }
+    for (const pid_t editor : editors) {
+        int status = 0;
+        ASSERT_EQ(waitpid(editor, &status, 0), editor);
+        EXPECT_EQ(status, 0);
+    }
+    const ProfileText text = ProfileFile(path_).Read();
+    EXPECT_EQ(text.GetInteger("S", "all"), kEditors * kChanges);
+    EXPECT_EQ(text.Entries("S").size(), 1u + kEditors);
+    EXPECT_EQ(folder_.FileCount(), 2u);
+}
+
+TEST_F(ProfileFileTest, AFolderIsHeldByOneLockAtATime) {
+    constexpr std::chrono::milliseconds kShort{1};
+    {
+        const FolderLock lock(folder_.Path(), kShort);
+        EXPECT_TRUE(lock.IsHeld());
+        EXPECT_FALSE(FolderLock(folder_.Path(), kShort).IsHeld());
+    }
+    EXPECT_TRUE(FolderLock(folder_.Path(), kShort).IsHeld());
+    EXPECT_TRUE(FolderLock(folder_ / "none", kShort).IsHeld()) << "nobody can hold that one";
 }
 
 TEST_F(ProfileFileTest, SurvivesHostileText) {
@@ -160,14 +235,14 @@ TEST_F(ProfileFileTest, SurvivesHostileText) {
         for (unsigned i = random() % 60; i > 0; --i) text += alphabet[random() % alphabet.size()];
         Write(text);
         ProfileFile file(path_);
-        for (const std::string& section : file.SectionNames()) file.Entries(section);
+        for (const std::string& section : file.Read().SectionNames()) file.Read().Entries(section);
         if (!file.SetString("S", "k", "v")) continue;
-        EXPECT_EQ(file.GetString("S", "k"), "v") << text;
+        EXPECT_EQ(file.Read().GetString("S", "k"), "v") << text;
         ++written;
     }
     EXPECT_GT(written, 0);
     Write("[S]\nk=" + std::string(1 << 19, 'x'));
-    EXPECT_EQ(ProfileFile(path_).GetString("S", "k").size(), std::size_t{1} << 19);
+    EXPECT_EQ(ProfileFile(path_).Read().GetString("S", "k").size(), std::size_t{1} << 19);
 }
 
 TEST_F(ProfileFileTest, RewritingFollowsLinksAndKeepsPermissions) {

@@ -102,7 +102,8 @@ TEST_F(RecentListsTest, FoldersStandInTheOptions) {
     ASSERT_EQ(paths.size(), RecentFolders::kMostFolders);
     EXPECT_EQ(paths[0], "/sounds 3");
     EXPECT_EQ(paths[1], "/sounds 10");
-    EXPECT_EQ(program.Options().GetString("__SOUND_USED_FOLDER", "Used Folder"), "/sounds 3");
+    EXPECT_EQ(program.Options().Read().GetString("__SOUND_USED_FOLDER", "Used Folder"),
+              "/sounds 3");
 }
 
 }  // namespace

@@ -124,7 +124,7 @@ TEST_F(MeterBarTest, CommandsChangeCheckAndKeepTheSettings) {
         EXPECT_FALSE(commands.StateOfCommand(c.id).checked) << c.text;
         ASSERT_TRUE(commands.RunCommand(c.id));
         EXPECT_TRUE(commands.StateOfCommand(c.id).checked) << c.text;
-        EXPECT_EQ(StoredMeterScale(options_), c.stored);
+        EXPECT_EQ(StoredMeterScale(options_.Read()), c.stored);
         EXPECT_EQ(PlayMeterBar(options_).Scale(), c.readBack) << c.text;
     }
     EXPECT_FALSE(commands.StateOfCommand(kShowLevel).checked);

@@ -67,14 +67,14 @@ TEST_F(PreferencesSheetTest, ApplyWritesOnceAndCancelWritesNothing) {
     Nth<QCheckBox>(Page(kGeneral), 0).click();
     Button(QDialogButtonBox::Apply).click();
     EXPECT_EQ(changes_, 1);
-    EXPECT_EQ(DocumentOptions::Read(folder_).openAndPlay, 1);
+    EXPECT_EQ(DocumentOptions::Read(folder_.Options().Read()).openAndPlay, 1);
     EXPECT_FALSE(Button(QDialogButtonBox::Apply).isEnabled());
 
     Nth<QCheckBox>(Page(kGeneral), 1).click();
     EXPECT_TRUE(Button(QDialogButtonBox::Apply).isEnabled());
     Button(QDialogButtonBox::Cancel).click();
     EXPECT_EQ(changes_, 1);
-    EXPECT_EQ(DocumentOptions::Read(folder_).openAndMaximize, 0);
+    EXPECT_EQ(DocumentOptions::Read(folder_.Options().Read()).openAndMaximize, 0);
 }
 
 TEST_F(PreferencesSheetTest, OkWithoutAnEditChangesNothing) {
@@ -180,8 +180,8 @@ TEST_F(PreferencesSheetTest, DevicesByNameAndOneThatIsNotThere) {
     EXPECT_EQ(inputs.currentText(), "Test input");  // a missing key is device 0
     inputs.setCurrentIndex(1);
     Button(QDialogButtonBox::Apply).click();
-    EXPECT_EQ(DocumentOptions::Read(folder_).recordDeviceId, kNoWaveDevice);
-    EXPECT_EQ(DocumentOptions::Read(folder_).playbackDeviceId, 7);
+    EXPECT_EQ(DocumentOptions::Read(folder_.Options().Read()).recordDeviceId, kNoWaveDevice);
+    EXPECT_EQ(DocumentOptions::Read(folder_.Options().Read()).playbackDeviceId, 7);
 }
 
 TEST_F(PreferencesSheetTest, TheTestPlaysAToneOnTheChosenDevice) {

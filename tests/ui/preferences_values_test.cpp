@@ -82,11 +82,11 @@ TEST_F(PreferencesTest, EveryPageComesBackFromItsFilesAlone) {
         EXPECT_TRUE(Preferences::Read(folder_) == after) << page.name;
     }
     // And as those who use them read them.
-    const DocumentOptions options = DocumentOptions::Read(folder_);
+    const DocumentOptions options = DocumentOptions::Read(folder_.Options().Read());
     EXPECT_EQ(options.recordDeviceId, -2);
     EXPECT_EQ(options.saveMarkers, 1);
-    EXPECT_EQ(GridSettings::Read(folder_.Options()).Place(), GridPlace::kNowhere);
-    EXPECT_EQ(folder_.Display().GetString(kColourSection, "RESERVED 15"), "15,7,255,");
+    EXPECT_EQ(GridSettings::Read(folder_.Options().Read()).Place(), GridPlace::kNowhere);
+    EXPECT_EQ(folder_.Display().Read().GetString(kColourSection, "RESERVED 15"), "15,7,255,");
 }
 
 TEST_F(PreferencesTest, OnlyWhatChangedIsWritten) {
@@ -107,7 +107,7 @@ TEST_F(PreferencesTest, OnlyWhatChangedIsWritten) {
     Preferences after = before;
     after.options.recordDeviceId = 5;
     ASSERT_TRUE(WriteChanges(folder_, before, after));
-    const ProfileFile file = folder_.Options();
+    const ProfileText file = folder_.Options().Read();
     EXPECT_EQ(file.GetInteger("__SOUND_WAVE_OPTIONS", "PLAYBACK BUFFER SIZE"), 100);
     EXPECT_EQ(file.GetInteger("__SOUND_GENERAL_OPTIONS", "OPEN AND PLAY"), 7);
     EXPECT_EQ(file.Entries("__SOUND_WAVE_OPTIONS").size(), 2u);

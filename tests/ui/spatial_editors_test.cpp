@@ -316,9 +316,9 @@ TEST_F(SpatialEditors, PresetsAreSavedOverwrittenOnYesAndLoaded) {
     dialog.Points().SetPoints({{1, 2, 3}});
     prompts_.answers = {false, true};
     presets->Save("Round");
-    EXPECT_EQ(LoadUserPreset(folder_.Profile("Usersound.ini"), "Round").size(), 2u);
+    EXPECT_EQ(LoadUserPreset(folder_.Profile("Usersound.ini").Read(), "Round").size(), 2u);
     presets->Save("round");
-    EXPECT_EQ(LoadUserPreset(folder_.Profile("Usersound.ini"), "Round").size(), 1u);
+    EXPECT_EQ(LoadUserPreset(folder_.Profile("Usersound.ini").Read(), "Round").size(), 1u);
     EXPECT_EQ(prompts_.questions,
               std::vector<std::string>(2, "There is a preset with the same name. Overwrite it?"));
     EXPECT_EQ(names->count(), 1);
@@ -353,7 +353,7 @@ TEST_F(SpatialEditors, EveryPresetButTheFirstIsDeletedOnYes) {
     remove->click();
     EXPECT_EQ(names->currentText(), "One");
     EXPECT_EQ(dialog.Chooser().Chosen(), (SystemPreset{1, 2}));
-    EXPECT_EQ(LoadPresetNames(file), (std::vector<std::string>{"One", "Beyond"}));
+    EXPECT_EQ(LoadPresetNames(file.Read()), (std::vector<std::string>{"One", "Beyond"}));
     EXPECT_EQ(prompts_.questions, std::vector<std::string>(2, " \"Two\"Delete the preset?"));
     EXPECT_EQ(prompts_.captions, std::vector<std::string>(2, "WARNING"));
     EXPECT_FALSE(remove->isEnabled());
@@ -373,7 +373,7 @@ TEST_F(SpatialEditors, APresetsNameIsAskedFor) {
         ok->click();
     });
     ButtonIn(dialog, "Sa&ve…")->click();
-    EXPECT_EQ(LoadPresetNames(folder_.Profile("Systemsound.ini")),
+    EXPECT_EQ(LoadPresetNames(folder_.Profile("Systemsound.ini").Read()),
               std::vector<std::string>{"Away"});
 }
 

@@ -150,18 +150,18 @@ TEST(MeterScaleTest, ReadOutsTakeRoomOnlyWhereThereIsEnough) {
 TEST(MeterScaleTest, SettingsComeBackButTheAbsoluteScale) {
     const TemporaryFolder folder;
     ProfileFile file(folder / "Options.ini");
-    EXPECT_EQ(MeterSettings::Read(file), (MeterSettings{MeterScale::kThirtyDb, 0}));
+    EXPECT_EQ(MeterSettings::Read(file.Read()), (MeterSettings{MeterScale::kThirtyDb, 0}));
     const MeterScale readBack[] = {MeterScale::kThirtyDb, MeterScale::kSixtyDb,
                                    MeterScale::kNinetyDb, MeterScale::kSixtyDb};
     for (std::size_t i = 0; i < 4; ++i) {
         ASSERT_TRUE(WriteMeterScale(file, kScales[i]));
-        EXPECT_EQ(MeterSettings::Read(file).scale, readBack[i]);
-        EXPECT_EQ(StoredMeterScale(file), static_cast<int>(i));
+        EXPECT_EQ(MeterSettings::Read(file.Read()).scale, readBack[i]);
+        EXPECT_EQ(StoredMeterScale(file.Read()), static_cast<int>(i));
     }
     ASSERT_TRUE(WriteMeterLabels(file, 1));
-    EXPECT_EQ(MeterSettings::Read(file).showLabels, 1);
+    EXPECT_EQ(MeterSettings::Read(file.Read()).showLabels, 1);
     file.SetInteger("__SOUND_PLAY_METER", "PLAYING METER TYPE", -5);
-    EXPECT_EQ(MeterSettings::Read(file).scale, MeterScale::kSixtyDb);
+    EXPECT_EQ(MeterSettings::Read(file.Read()).scale, MeterScale::kSixtyDb);
 }
 
 }  // namespace

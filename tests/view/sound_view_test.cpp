@@ -101,7 +101,7 @@ TEST_F(SoundViewTest, TheStatusFormatIsStoredAndChecked) {
         return workspace.Active()->commands->StateOfCommand(id).checked;
     };
     EXPECT_TRUE(Run(view_command::kStatusSecond));
-    EXPECT_EQ(folder.Options().GetString("__SOUND_OPTIONS", "Status Format"), "2");
+    EXPECT_EQ(folder.Options().Read().GetString("__SOUND_OPTIONS", "Status Format"), "2");
     EXPECT_TRUE(checked(view_command::kStatusSecond));
     EXPECT_FALSE(checked(view_command::kStatusTime));
     OpenRamp(100);

@@ -18,15 +18,16 @@ class ViewSettings : public testing::Test {
 };
 
 TEST_F(ViewSettings, ColoursFillTheSlotsInFileOrder) {
-    const ProfileFile file = FileWith(
-        "[__SOUND_UPDATE_SECTION]\n"
-        "Z=1,2,3,\n"
-        "whatever=4,5,6\n"  // the blue part has no comma
-        "A=7,\n"
-        "B=\n"
-        "C= 10 , 11 , 12 ,\n"
-        "[__SOUND_OTHER]\n"
-        "X=99,99,99,\n");
+    const ProfileText file = FileWith(
+                                 "[__SOUND_UPDATE_SECTION]\n"
+                                 "Z=1,2,3,\n"
+                                 "whatever=4,5,6\n"  // the blue part has no comma
+                                 "A=7,\n"
+                                 "B=\n"
+                                 "C= 10 , 11 , 12 ,\n"
+                                 "[__SOUND_OTHER]\n"
+                                 "X=99,99,99,\n")
+                                 .Read();
     ColourTable table;
     table.Load(file);
     const Rgb expected[] = {{1, 2, 3},       {4, 5, 0},    {7, 255, 0},
@@ -41,20 +42,22 @@ TEST_F(ViewSettings, MoreColoursThanSlotsAndNoFileAtAll) {
     for (int i = 0; i < 40; ++i)
         text += "K" + std::to_string(i) + "=" + std::to_string(i) + ",0,0,\n";
     ColourTable table;
-    table.Load(FileWith(text));
+    table.Load(FileWith(text).Read());
     EXPECT_EQ(table.At(15), (Rgb{15, 0, 0}));
     ColourTable untouched;
-    untouched.Load(ProfileFile("/nowhere/Display.ini"));
+    untouched.Load(ProfileFile("/nowhere/Display.ini").Read());
     EXPECT_EQ(untouched, ColourTable());
 }
 
 TEST_F(ViewSettings, ReadTheDisplayAndGridKeys) {
-    const ProfileFile file = FileWith(
-        "[__SOUND_DISPLAY_ITEMS]\nHORIZONTAL RULER=1\nCENTER LINE=1\n"
-        "[__SOUND_GRID_DISPLAY_ITEMS]\nWIDTH GRID=1\nHEIGHT GRID=2\nPRESENT LOCATION=3\n"
-        "[__SOUND_GRID_OPTIONS]\nGRID TYPE=1\nGRID LOCATION=2\nGRID WIDTH SPACING=250\n"
-        "GRID HEIGHT SPACING=25\n"
-        "[__SOUND_OPTIONS]\nStatus Format=2\n");
+    const ProfileText file =
+        FileWith(
+            "[__SOUND_DISPLAY_ITEMS]\nHORIZONTAL RULER=1\nCENTER LINE=1\n"
+            "[__SOUND_GRID_DISPLAY_ITEMS]\nWIDTH GRID=1\nHEIGHT GRID=2\nPRESENT LOCATION=3\n"
+            "[__SOUND_GRID_OPTIONS]\nGRID TYPE=1\nGRID LOCATION=2\nGRID WIDTH SPACING=250\n"
+            "GRID HEIGHT SPACING=25\n"
+            "[__SOUND_OPTIONS]\nStatus Format=2\n")
+            .Read();
     const DisplaySettings display = DisplaySettings::Read(file);
     EXPECT_EQ(display.horizontalRuler, 1);
     EXPECT_EQ(display.verticalRuler, 0);  // missing
@@ -72,12 +75,12 @@ TEST_F(ViewSettings, ReadTheDisplayAndGridKeys) {
 
 TEST_F(ViewSettings, StatusFormatIsStored) {
     ProfileFile file = FileWith("[__SOUND_OPTIONS]\nStatus Format=7\n");
-    EXPECT_EQ(ReadStatusFormat(file), StatusFormat::kTime);
+    EXPECT_EQ(ReadStatusFormat(file.Read()), StatusFormat::kTime);
     for (const auto format : {StatusFormat::kSample, StatusFormat::kTime, StatusFormat::kSecond}) {
         ASSERT_TRUE(WriteStatusFormat(file, format));
-        EXPECT_EQ(ReadStatusFormat(file), format);
+        EXPECT_EQ(ReadStatusFormat(file.Read()), format);
     }
-    EXPECT_EQ(file.GetString("__SOUND_OPTIONS", "Status Format"), "2");
+    EXPECT_EQ(file.Read().GetString("__SOUND_OPTIONS", "Status Format"), "2");
 }
 
 }  // namespace

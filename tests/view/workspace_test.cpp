@@ -1,8 +1,11 @@
 #include "view/workspace.h"
 
+#include <sys/inotify.h>
+
 #include <functional>
 #include <set>
 
+#include "platform/file_descriptor.h"
 #include "view/transport.h"
 #include "view_fixture.h"
 
@@ -56,6 +59,39 @@ TEST_F(WorkspaceTest, ClosingActivatesTheOneActiveBeforeAndMovesTheOthersUp) {
     ASSERT_TRUE(workspace.NewDocument(NewSoundChoice{}));
     EXPECT_EQ(Titles(), (std::vector<std::string>{"Sound5"}));
     workspace.SetObserver(nullptr);
+}
+
+// How often a file is opened from here on.
+class OpeningsOf {
+  public:
+    explicit OpeningsOf(const std::filesystem::path& path)
+        : events_(inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
+        // Alike events that follow each other are told as one.
+        EXPECT_GE(inotify_add_watch(events_.Get(), path.c_str(), IN_OPEN | IN_CLOSE), 0);
+    }
+    std::size_t Count() {
+        inotify_event event;
+        while (read(events_.Get(), &event, sizeof event) > 0)
+            if (event.mask & IN_OPEN) ++count_;
+        return count_;
+    }
+
+  private:
+    FileDescriptor events_;
+    std::size_t count_ = 0;
+};
+
+TEST_F(WorkspaceTest, OpeningReadsEachFileOfSettingsOnce) {
+    ProfileFile display = folder.Display();
+    ASSERT_TRUE(display.SetInteger("__SOUND_DISPLAY_ITEMS", "VERTICAL RULER", 1));
+    OpeningsOf options(folder.Options().Path());
+    OpeningsOf displayFile(display.Path());
+    ASSERT_TRUE(workspace.NewDocument(NewSoundChoice{}));
+    EXPECT_EQ(options.Count(), 1u);
+    EXPECT_EQ(displayFile.Count(), 1u);
+    View().ReloadSettings();
+    EXPECT_EQ(options.Count(), 2u);
+    EXPECT_EQ(displayFile.Count(), 2u);
 }
 
 TEST_F(WorkspaceTest, ACancelledOrFailedDocumentLeavesTheOthersAlone) {

@@ -101,7 +101,7 @@ void CatalogueWindow::PlayOrStop() {
 // With "Auto Play" on, a sound is heard as its row is chosen; not when the rows are made anew.
 void CatalogueWindow::PlayAsChosen() {
     if (!table_->hasFocus() || CurrentEntry() == keptCurrent_) return;
-    if (services_.folder.Options().GetInteger("__SOUND_OPTIONS", "Auto Play") != 1) return;
+    if (services_.folder.Options().Read().GetInteger("__SOUND_OPTIONS", "Auto Play") != 1) return;
     preview_.Stop();
     PlayCurrent();
 }

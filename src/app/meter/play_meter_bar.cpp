@@ -130,7 +130,7 @@ PlayMeterBar::PlayMeterBar(const ProfileFile& options, QWidget* parent)
         if (floating) ShowTitle(Qt::NoDockWidgetArea);
     });
     ShowTitle(Qt::NoDockWidgetArea);
-    const MeterSettings settings = MeterSettings::Read(options_);
+    const MeterSettings settings = MeterSettings::Read(options_.Read());
     ShowScale(settings.scale);
     ShowLabels(settings.showLabels);
     SetColours(ColourTable());
@@ -165,9 +165,10 @@ void PlayMeterBar::SetColours(const ColourTable& colours) {
 }
 
 void PlayMeterBar::ReloadSettings() {
-    const MeterSettings settings = MeterSettings::Read(options_);
+    const ProfileText options = options_.Read();
+    const MeterSettings settings = MeterSettings::Read(options);
     // The absolute scale is written, but never read back.
-    if (StoredMeterScale(options_) != static_cast<int>(scale_)) ShowScale(settings.scale);
+    if (StoredMeterScale(options) != static_cast<int>(scale_)) ShowScale(settings.scale);
     ShowLabels(settings.showLabels);
 }
 

@@ -24,6 +24,12 @@ bool IsReserved(std::string_view section) {
            EqualNames(section, kDisplayItems);
 }
 
+ColourTable DefaultsIn(const ProfileText& display) {
+    ColourTable colours;
+    colours.Load(display, kDefaultSection);
+    return colours;
+}
+
 std::string SectionOf(std::string_view name) {
     return std::string(kPrefix) + std::string(name);
 }
@@ -32,7 +38,7 @@ std::string SectionOf(std::string_view name) {
 
 std::vector<std::string> ColourPresets::Names() const {
     std::vector<std::string> names;
-    for (const std::string& section : display_.SectionNames()) {
+    for (const std::string& section : display_.Read().SectionNames()) {
         const std::string_view start = std::string_view(section).substr(0, kPrefix.size());
         if (!EqualNames(start, kPrefix) || section.size() == kPrefix.size()) continue;
         if (!IsReserved(section)) names.push_back(section.substr(kPrefix.size()));
@@ -41,23 +47,27 @@ std::vector<std::string> ColourPresets::Names() const {
 }
 
 ColourTable ColourPresets::Load(std::string_view name) const {
-    ColourTable colours = Defaults();
-    colours.Load(display_, SectionOf(name));
+    const ProfileText display = display_.Read();
+    ColourTable colours = DefaultsIn(display);
+    colours.Load(display, SectionOf(name));
     return colours;
 }
 
 bool ColourPresets::Save(std::string_view name, const ColourTable& colours) {
-    return NameProblem(name).empty() && WriteColours(display_, SectionOf(name), colours);
+    return NameProblem(name).empty() && display_.Change([&](ProfileText& display) {
+        return PutColours(display, SectionOf(name), colours);
+    });
 }
 
 bool ColourPresets::Delete(std::string_view name) {
-    return NameProblem(name).empty() && display_.DeleteSection(SectionOf(name));
+    return NameProblem(name).empty() && display_.Change([&](ProfileText& display) {
+        display.DeleteSection(SectionOf(name));
+        return true;
+    });
 }
 
 ColourTable ColourPresets::Defaults() const {
-    ColourTable colours;
-    colours.Load(display_, kDefaultSection);
-    return colours;
+    return DefaultsIn(display_.Read());
 }
 
 std::string ColourPresets::NameProblem(std::string_view name) {

@@ -131,19 +131,27 @@ int ValueOf(const IntegerKey& key, Preferences preferences) {
     return key.value(preferences);
 }
 
+bool PutKeys(ProfileText& text, IniFile file, const Preferences& before, const Preferences& after) {
+    return std::ranges::all_of(kKeys, [&](const IntegerKey& key) {
+        const int value = ValueOf(key, after);
+        return key.file != file || value == ValueOf(key, before) ||
+               text.SetInteger(key.section, key.key, value);
+    });
+}
+
 }  // namespace
 
 Preferences Preferences::Read(const ProgramFolder& folder) {
-    const ProfileFile optionsFile = folder.Options();
-    const ProfileFile displayFile = folder.Display();
+    const ProfileText options = folder.Options().Read();
+    const ProfileText display = folder.Display().Read();
     Preferences p;
-    p.colours.Load(displayFile);
-    p.display = DisplaySettings::Read(displayFile);
-    p.grid = GridSettings::Read(optionsFile);
-    p.options = DocumentOptions::Read(folder);
-    p.statusFormat = static_cast<int>(ReadStatusFormat(optionsFile));
-    p.autoPlay = optionsFile.GetInteger(kOptions, "Auto Play");
-    const MeterSettings meter = MeterSettings::Read(optionsFile);
+    p.colours.Load(display);
+    p.display = DisplaySettings::Read(display);
+    p.grid = GridSettings::Read(options);
+    p.options = DocumentOptions::Read(options);
+    p.statusFormat = static_cast<int>(ReadStatusFormat(options));
+    p.autoPlay = options.GetInteger(kOptions, "Auto Play");
+    const MeterSettings meter = MeterSettings::Read(options);
     p.meterScale = static_cast<int>(meter.scale);
     p.meterLabels = meter.showLabels;
     NormaliseWave(p.options);
@@ -160,19 +168,16 @@ bool Preferences::operator==(const Preferences& other) const {
 
 bool WriteChanges(const ProgramFolder& folder, const Preferences& before,
                   const Preferences& after) {
-    bool written = true;
-    for (const IntegerKey& key : kKeys) {
-        const int value = ValueOf(key, after);
-        if (value == ValueOf(key, before)) continue;
-        ProfileFile file = key.file == IniFile::kOptions ? folder.Options() : folder.Display();
-        written = file.SetInteger(key.section, key.key, value) && written;
-    }
-    if (after.colours == before.colours) return written;
-    ProfileFile display = folder.Display();
-    return WriteColours(display, kColourSection, after.colours) && written;
+    const bool options = folder.Options().Change(
+        [&](ProfileText& text) { return PutKeys(text, IniFile::kOptions, before, after); });
+    const bool display = folder.Display().Change([&](ProfileText& text) {
+        return PutKeys(text, IniFile::kDisplay, before, after) &&
+               (after.colours == before.colours || PutColours(text, kColourSection, after.colours));
+    });
+    return options && display;
 }
 
-bool WriteColours(ProfileFile& display, std::string_view section, const ColourTable& colours) {
+bool PutColours(ProfileText& display, std::string_view section, const ColourTable& colours) {
     std::vector<std::pair<std::string, std::string>> entries;
     for (std::size_t slot = 0; slot < ColourTable::kSlots; ++slot)
         entries.emplace_back(kColourKeys[slot], ColourText(colours.At(slot)));

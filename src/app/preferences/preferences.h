@@ -3,6 +3,7 @@
 #pragma once
 
 #include "document/document_options.h"
+#include "platform/program_folder.h"
 #include "view/colour_table.h"
 #include "view/display_settings.h"
 
@@ -30,11 +31,11 @@ struct Preferences {
     bool operator==(const Preferences& other) const;
 };
 
-// Writes the keys whose values differ, and all colours when one does; what else the files hold
-// stays. False when a file cannot be written.
+// Writes the keys whose values differ, and all colours when one does, each file at once; what else
+// the files hold stays. False when a file cannot be written.
 bool WriteChanges(const ProgramFolder& folder, const Preferences& before, const Preferences& after);
 
-// All sixteen colours as a section of Display.ini; false when that cannot be written.
-bool WriteColours(ProfileFile& display, std::string_view section, const ColourTable& colours);
+// All sixteen colours as a section of Display.ini; false for a section that cannot be written.
+bool PutColours(ProfileText& display, std::string_view section, const ColourTable& colours);
 
 }  // namespace sonavel

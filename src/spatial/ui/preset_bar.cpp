@@ -53,7 +53,8 @@ bool PresetBar::LoadFirst() {
 
 void PresetBar::FillList(const QString& current) {
     names_->clear();
-    for (const std::string& name : LoadPresetNames(store_.file)) names_->addItem(Utf8Text(name));
+    for (const std::string& name : LoadPresetNames(store_.file.Read()))
+        names_->addItem(Utf8Text(name));
     names_->setCurrentIndex(names_->findText(current, Qt::MatchFixedString));
     ShowState();
 }
@@ -67,7 +68,8 @@ void PresetBar::ShowState() {
 
 void PresetBar::LoadCurrent() {
     ShowState();
-    if (names_->currentIndex() >= 0) store_.load(store_.file, names_->currentText().toStdString());
+    if (names_->currentIndex() >= 0)
+        store_.load(store_.file.Read(), names_->currentText().toStdString());
 }
 
 void PresetBar::AskNameAndSave() {
@@ -77,7 +79,7 @@ void PresetBar::AskNameAndSave() {
 
 // Section names of the file differ in more than the case of their letters.
 bool PresetBar::Exists(const std::string& name) const {
-    const std::vector<std::string> names = LoadPresetNames(store_.file);
+    const std::vector<std::string> names = LoadPresetNames(store_.file.Read());
     return std::any_of(names.begin(), names.end(), [&](const std::string& other) {
         return Utf8Text(other).compare(Utf8Text(name), Qt::CaseInsensitive) == 0;
     });

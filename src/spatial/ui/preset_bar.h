@@ -16,7 +16,7 @@ struct PresetStore {
     ProfileFile file;
     QString nameDialogTitle;
     std::string (*deleteQuestion)(std::string_view name);
-    std::function<void(const ProfileFile& file, const std::string& name)> load;
+    std::function<void(const ProfileText& presets, const std::string& name)> load;
     // False when the file cannot be written.
     std::function<bool(ProfileFile& file, const std::string& name)> save;
 };

@@ -36,8 +36,8 @@ SystemSoundDialog::SystemSoundDialog(CSoundView& view, SourceMotion motion, QWid
 PresetStore SystemSoundDialog::Presets() {
     return {Folder().Profile("Systemsound.ini"), tr("System Defined Localization Preset"),
             SystemDeleteQuestion,
-            [this](const ProfileFile& file, const std::string& name) {
-                chooser_->Choose(LoadSystemPreset(file, name));
+            [this](const ProfileText& presets, const std::string& name) {
+                chooser_->Choose(LoadSystemPreset(presets, name));
             },
             [this](ProfileFile& file, const std::string& name) {
                 return SaveSystemPreset(file, name, chooser_->Chosen());

@@ -41,8 +41,8 @@ UserSoundDialog::UserSoundDialog(CSoundView& view, SourceMotion motion, QWidget*
 PresetStore UserSoundDialog::Presets() {
     return {Folder().Profile("Usersound.ini"), tr("User Defined Localization Preset"),
             UserDeleteQuestion,
-            [this](const ProfileFile& file, const std::string& name) {
-                points_->SetPoints(LoadUserPreset(file, name));
+            [this](const ProfileText& presets, const std::string& name) {
+                points_->SetPoints(LoadUserPreset(presets, name));
             },
             [this](ProfileFile& file, const std::string& name) {
                 return SaveUserPreset(file, name, points_->Points());

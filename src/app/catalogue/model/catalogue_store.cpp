@@ -199,7 +199,8 @@ bool CatalogueStore::Save(std::string_view name, const Catalogue& catalogue) {
 }
 
 std::vector<std::string> CatalogueStore::FieldNames() const {
-    return FieldNamesFrom(folder_.Profile("SampleDB.ini").GetString(kFieldSection, kFieldKey));
+    return FieldNamesFrom(
+        folder_.Profile("SampleDB.ini").Read().GetString(kFieldSection, kFieldKey));
 }
 
 bool CatalogueStore::SetFieldNames(const std::vector<std::string>& names) {

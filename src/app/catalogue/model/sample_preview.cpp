@@ -9,11 +9,11 @@ SamplePreview::SamplePreview(UserPrompts& prompts, ProgressFactory& progress, Wa
     player_.SetObserver(this);
 }
 
-bool SamplePreview::Play(const std::filesystem::path& path, const ProgramFolder& options) {
+bool SamplePreview::Play(const std::filesystem::path& path, const ProgramFolder& folder) {
     Stop();
     player_.SetLastError("");
     if (!ReadSample(path, player_)) return false;
-    const DocumentOptions chosen = DocumentOptions::Read(options);
+    const DocumentOptions chosen = DocumentOptions::Read(folder.Options().Read());
     player_.SetPlaybackDevice(chosen.playbackDeviceId);
     player_.SetPlaybackBlockFrames(chosen.playbackBlockFrames);
     const bool playing = player_.Play(0);

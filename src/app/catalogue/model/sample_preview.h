@@ -15,7 +15,7 @@ class SamplePreview : private PlayerObserver {
 
     // From the beginning, on the playback device that is chosen in the options. False when the file
     // cannot be read or played, which LastError() tells.
-    bool Play(const std::filesystem::path& path, const ProgramFolder& options);
+    bool Play(const std::filesystem::path& path, const ProgramFolder& folder);
     void Stop() { player_.Stop(CWavePlayer::StopReport::kSilent); }
     bool IsPlaying() const { return !player_.IsStopped(); }
     const std::string& LastError() const { return player_.LastError(); }
