@@ -37,8 +37,8 @@ void CSoundView::Show(int width, int height) {
     LayOut();
     extremes_.Rebuild(Sound(), 0);
     shown_ = true;
-    zoomWidth_ = WaveformWidth();
-    zoomHeight_ = WaveformHeight();
+    horizontal_ = ZoomAxis(WaveformWidth());
+    vertical_ = ZoomAxis(WaveformHeight());
     ZoomDefault();
     Invalidate(ViewArea::kAll);
 }
@@ -70,20 +70,12 @@ void CSoundView::Resize(int width, int height) {
     Invalidate(ViewArea::kAll);
 }
 
-// A window shrunk to nothing keeps the zoom of its last usable size.
 void CSoundView::Rescale() {
-    const ZoomState before = zoom_;
-    if (WaveformWidth() > 0) {
-        zoom_.horizontal = zoomWidth_ > 0 ? zoom_.horizontal.Resized(zoomWidth_, WaveformWidth())
-                                          : FitZoom(Context()).horizontal;
-        zoomWidth_ = WaveformWidth();
-    }
-    if (WaveformHeight() > 0) {
-        zoom_.vertical = zoomHeight_ > 0 ? zoom_.vertical.Resized(zoomHeight_, WaveformHeight())
-                                         : FitZoom(Context()).vertical;
-        zoomHeight_ = WaveformHeight();
-    }
-    if (before != zoom_ && observer_) observer_->OnScrollChanged();
+    const ZoomState before = Zoom();
+    const ZoomState fit = FitZoom(Context());
+    horizontal_.Resize(WaveformWidth(), fit.horizontal);
+    vertical_.Resize(WaveformHeight(), fit.vertical);
+    if (before != Zoom() && observer_) observer_->OnScrollChanged();
 }
 
 int CSoundView::WaveformWidth() const {
@@ -114,14 +106,14 @@ void CSoundView::OnSoundChanged(std::uint32_t firstChangedFrame) {
     extremes_.Rebuild(Sound(), firstChangedFrame);
     ClampToSound();
     if (!shown_) return;
-    const ZoomState before = zoom_;
-    if (rebuildsLanes) zoom_.vertical = FitZoom(Context()).vertical;
+    const ZoomState before = Zoom();
+    if (rebuildsLanes) vertical_.Set(FitZoom(Context()).vertical);
     AdaptZoomToSound();
     if (rebuildsLanes)
         Invalidate(ViewArea::kAll);
     else
         InvalidateTimeAreas();
-    if (before != zoom_ && observer_) observer_->OnScrollChanged();
+    if (before != Zoom() && observer_) observer_->OnScrollChanged();
 }
 
 // A change of length may leave a pixel with less than a frame, or a window partly empty that the
@@ -129,12 +121,11 @@ void CSoundView::OnSoundChanged(std::uint32_t firstChangedFrame) {
 void CSoundView::AdaptZoomToSound() {
     const std::int64_t frames = FrameCount();
     const std::int64_t width = WaveformWidth();
-    const std::int64_t virtualWidth = zoom_.horizontal.maximum;
-    if (virtualWidth < std::min(frames, width))
-        zoom_.horizontal = FitZoom(Context()).horizontal;
-    else if (virtualWidth > std::max(frames, width))
-        zoom_.horizontal =
-            zoom_.horizontal.WithRange(std::max(frames, width), zoom_.horizontal.position);
+    const ScrollState& state = Horizontal();
+    if (state.maximum < std::min(frames, width))
+        horizontal_.Set(FitZoom(Context()).horizontal);
+    else if (state.maximum > std::max(frames, width))
+        horizontal_.Set(state.WithRange(std::max(frames, width), state.position));
 }
 
 void CSoundView::ClampToSound() {

@@ -18,6 +18,7 @@
 #include "view/view_dialogs.h"
 #include "view/view_geometry.h"
 #include "view/zoom.h"
+#include "view/zoom_axis.h"
 
 namespace sonavel {
 
@@ -51,7 +52,8 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
     // The first show in a client area of this size: reads the settings, loads the colours, fits the
     // sound into the window and applies the default zoom.
     void Show(int width, int height);
-    // Keeps both zoom ratios. Ignored before Show.
+    // Keeps both zoom ratios; a size that was there before brings its zoom back. Ignored before
+    // Show.
     void Resize(int width, int height);
     bool IsShown() const { return shown_; }
     // The client area, from 0, 0.
@@ -73,10 +75,10 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
 
     // --- Scrolling and zoom
 
-    const ScrollState& Horizontal() const { return zoom_.horizontal; }
-    const ScrollState& Vertical() const { return zoom_.vertical; }
-    bool ShowsVerticalScrollBar() const { return IsLevelZoomed(zoom_); }
-    PixelMap Pixels() const { return {FrameCount(), zoom_.horizontal}; }
+    const ScrollState& Horizontal() const { return horizontal_.Now(); }
+    const ScrollState& Vertical() const { return vertical_.Now(); }
+    bool ShowsVerticalScrollBar() const { return IsLevelZoomed(Zoom()); }
+    PixelMap Pixels() const { return {FrameCount(), Horizontal()}; }
     const BlockExtremes& Extremes() const { return extremes_; }
 
     void ScrollHorizontally(ScrollStep step);
@@ -170,6 +172,7 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
 
     ZoomContext Context() const;
     void TakeSettings();
+    ZoomState Zoom() const { return {Horizontal(), Vertical()}; }
     void LayOut();
     void Rescale();
     void ApplyTimeZoom(const ZoomState& state);
@@ -195,9 +198,8 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
     GridSettings grid_;
     StatusFormat statusFormat_ = StatusFormat::kTime;
     ColourTable colours_;
-    ZoomState zoom_;
-    int zoomWidth_ = 0;  // the waveform's size for which the zoom holds
-    int zoomHeight_ = 0;
+    ZoomAxis horizontal_;
+    ZoomAxis vertical_;
     BlockExtremes extremes_;
 
     SelectionEnds selectionEnds_;

@@ -26,15 +26,15 @@ ZoomContext CSoundView::Context() const {
 }
 
 void CSoundView::ApplyTimeZoom(const ZoomState& state) {
-    if (state.horizontal == zoom_.horizontal) return;
-    zoom_.horizontal = state.horizontal;
+    if (state.horizontal == Horizontal()) return;
+    horizontal_.Set(state.horizontal);
     InvalidateTimeAreas();
     if (observer_) observer_->OnScrollChanged();
 }
 
 void CSoundView::ApplyLevelZoom(const ZoomState& state) {
-    if (state.vertical == zoom_.vertical) return;
-    zoom_.vertical = state.vertical;
+    if (state.vertical == Vertical()) return;
+    vertical_.Set(state.vertical);
     Invalidate(ViewArea::kVerticalRuler);
     Invalidate(ViewArea::kWaveform);
     if (observer_) observer_->OnScrollChanged();
@@ -44,32 +44,32 @@ void CSoundView::ApplyLevelZoom(const ZoomState& state) {
 
 void CSoundView::ZoomTimeIn() {
     const WaitCursorScope wait(observer_);
-    ApplyTimeZoom(TimeZoomIn(zoom_, Context()));
+    ApplyTimeZoom(TimeZoomIn(Zoom(), Context()));
 }
 
 void CSoundView::ZoomTimeOut() {
     const WaitCursorScope wait(observer_);
-    ApplyTimeZoom(TimeZoomOut(zoom_, Context()));
+    ApplyTimeZoom(TimeZoomOut(Zoom(), Context()));
 }
 
 void CSoundView::ZoomTimeFull() {
     const WaitCursorScope wait(observer_);
-    ApplyTimeZoom(TimeZoomFull(zoom_, Context()));
+    ApplyTimeZoom(TimeZoomFull(Zoom(), Context()));
 }
 
 void CSoundView::ZoomToRange(std::uint32_t startFrame, std::uint32_t endFrame) {
     const WaitCursorScope wait(observer_);
-    ApplyTimeZoom(sonavel::ZoomToRange(zoom_, Context(), startFrame, endFrame));
+    ApplyTimeZoom(sonavel::ZoomToRange(Zoom(), Context(), startFrame, endFrame));
 }
 
 void CSoundView::ZoomLevelIn() {
-    ApplyLevelZoom(LevelZoomIn(zoom_, Context()));
+    ApplyLevelZoom(LevelZoomIn(Zoom(), Context()));
 }
 void CSoundView::ZoomLevelOut() {
-    ApplyLevelZoom(LevelZoomOut(zoom_, Context()));
+    ApplyLevelZoom(LevelZoomOut(Zoom(), Context()));
 }
 void CSoundView::ZoomLevelFull() {
-    ApplyLevelZoom(LevelZoomFull(zoom_, Context()));
+    ApplyLevelZoom(LevelZoomFull(Zoom(), Context()));
 }
 
 void CSoundView::ZoomDefault() {
@@ -85,12 +85,12 @@ void CSoundView::ResetTimeZoom() {
 }
 
 UserZoom CSoundView::CurrentUserZoom() const {
-    return InitialUserZoom(zoom_, Context());
+    return InitialUserZoom(Zoom(), Context());
 }
 
 void CSoundView::ApplyUserZoom(const UserZoom& zoom) {
     const WaitCursorScope wait(observer_);
-    const ZoomState state = sonavel::ApplyUserZoom(zoom_, Context(), zoom);
+    const ZoomState state = sonavel::ApplyUserZoom(Zoom(), Context(), zoom);
     ApplyTimeZoom(state);
     ApplyLevelZoom(state);
 }
@@ -107,38 +107,38 @@ void CSoundView::ZoomTimeAt(int x, ZoomStep step) {
     const std::int64_t column = x - geometry_.waveform.left;
     const std::int64_t frame = Pixels().NearestFrameAt(column);
     const ZoomState zoomed =
-        step == ZoomStep::kIn ? TimeZoomIn(zoom_, Context()) : TimeZoomOut(zoom_, Context());
+        step == ZoomStep::kIn ? TimeZoomIn(Zoom(), Context()) : TimeZoomOut(Zoom(), Context());
     // The command decides how far; where the frame then stands decides the position.
     const std::int64_t virtualX = PixelMap(FrameCount(), zoomed.horizontal).VirtualX(frame);
-    ApplyTimeZoom({zoomed.horizontal.WithPosition(virtualX - column), zoom_.vertical});
+    ApplyTimeZoom({zoomed.horizontal.WithPosition(virtualX - column), Vertical()});
 }
 
 std::int64_t CSoundView::TimeRatio() const {
-    return TimeZoomRatio(zoom_, Context());
+    return TimeZoomRatio(Zoom(), Context());
 }
 double CSoundView::TimePercent() const {
-    return TimeZoomPercent(zoom_, Context());
+    return TimeZoomPercent(Zoom(), Context());
 }
 double CSoundView::LevelPercent() const {
-    return LevelZoomPercent(zoom_, Context());
+    return LevelZoomPercent(Zoom(), Context());
 }
 
 // --- Scrolling
 
 void CSoundView::ScrollHorizontally(ScrollStep step) {
-    ApplyTimeZoom({zoom_.horizontal.Stepped(step), zoom_.vertical});
+    ApplyTimeZoom({Horizontal().Stepped(step), Vertical()});
 }
 
 void CSoundView::ScrollVertically(ScrollStep step) {
-    ApplyLevelZoom({zoom_.horizontal, zoom_.vertical.Stepped(step)});
+    ApplyLevelZoom({Horizontal(), Vertical().Stepped(step)});
 }
 
 void CSoundView::ScrollHorizontallyTo(std::int64_t position) {
-    ApplyTimeZoom({zoom_.horizontal.WithPosition(position), zoom_.vertical});
+    ApplyTimeZoom({Horizontal().WithPosition(position), Vertical()});
 }
 
 void CSoundView::ScrollVerticallyTo(std::int64_t position) {
-    ApplyLevelZoom({zoom_.horizontal, zoom_.vertical.WithPosition(position)});
+    ApplyLevelZoom({Horizontal(), Vertical().WithPosition(position)});
 }
 
 bool CSoundView::IsFrameInSight(std::uint32_t frame) const {
@@ -152,7 +152,7 @@ void CSoundView::ScrollToShow(std::uint32_t frame) {
 }
 
 void CSoundView::ScrollToPlayPosition(std::int64_t positionBytes) {
-    ApplyTimeZoom(sonavel::ScrollToPlayPosition(zoom_, Context(), positionBytes));
+    ApplyTimeZoom(sonavel::ScrollToPlayPosition(Zoom(), Context(), positionBytes));
 }
 
 }  // namespace sonavel

@@ -394,6 +394,20 @@ TEST_F(BatchToolTest, ShowsTheView) {
         "v-max=192 v-page=129 v-position=32 ratio=6 time-percent=100.000 level-percent=150.000\n");
 }
 
+TEST_F(BatchToolTest, AViewDraggedBackAndForthKeepsItsZoom) {
+    WriteRamp("r.wav", 2000);
+    Write("Display.ini", "[__SOUND_DISPLAY_ITEMS]\nVERTICAL RULER=1\nHORIZONTAL RULER=1\n");
+    std::string script = "open @/r.wav; convert-channels 2; view 640 452; zoom-level-in";
+    std::string expected;
+    for (int step = -200; step <= 200; ++step) {
+        const int height = 252 + std::abs(step);
+        script += "; view 640 " + std::to_string(height);
+        expected += "v-max=" + std::to_string(300 * (height - 52) / 400) + '\n';
+    }
+    const ToolResult result = Run(script);
+    EXPECT_EQ(PartOfEachLine(result.out, "v-max", " v-page"), "v-max=200\n" + expected);
+}
+
 TEST_F(BatchToolTest, MovesTheCursorByPixels) {
     WriteRamp("r.wav", 2000);
     Write("Display.ini", "[__SOUND_DISPLAY_ITEMS]\nVERTICAL RULER=1\n");

@@ -39,6 +39,74 @@ TEST_F(SoundViewTest, ResizingKeepsBothZoomsAndSurvivesAWindowOfNothing) {
     EXPECT_NEAR(View().LevelPercent(), 150, 1);
 }
 
+TEST_F(SoundViewTest, EveryResizeStartsFromWhatTheLastZoomOrScrollLeft) {
+    const struct {
+        const char* name;
+        std::uint32_t frames;
+        unsigned channels;
+        void (*zoom)(CSoundView&);
+    } cases[] = {
+        {"fitted", 64000, 2, [](CSoundView& view) { view.ZoomDefault(); }},
+        {"a short sound", 7, 1, [](CSoundView& view) { view.ZoomDefault(); }},
+        {"levels", 64000, 2,
+         [](CSoundView& view) {
+             view.ZoomLevelIn();
+             view.ZoomLevelIn();
+             view.ScrollVertically(ScrollStep::kPageForward);
+         }},
+        {"time", 64000, 1,
+         [](CSoundView& view) {
+             view.ZoomToRange(1000, 7000);
+             view.ScrollHorizontally(ScrollStep::kLineForward);
+         }},
+        {"both to the full", 64000, 2,
+         [](CSoundView& view) {
+             view.ZoomTimeFull();
+             view.ZoomLevelFull();
+             view.ScrollHorizontally(ScrollStep::kToEnd);
+             view.ScrollVertically(ScrollStep::kToEnd);
+         }},
+    };
+    for (const auto& c : cases) {
+        OpenRamp(c.frames, c.channels);
+        View().Resize(904, 452);
+        c.zoom(View());
+        const ScrollState horizontal = View().Horizontal();
+        const ScrollState vertical = View().Vertical();
+        // An edge is dragged to nearly nothing and back.
+        for (int step = -420; step <= 420; ++step) {
+            const int height = 32 + std::abs(step);
+            View().Resize(2 * height, height);
+            SCOPED_TRACE(testing::Message() << c.name << " at a height of " << height);
+            ASSERT_EQ(View().Horizontal(), horizontal.Resized(904, 2 * height));
+            ASSERT_EQ(View().Vertical(), vertical.Resized(420, std::max(height - 32, 1)));
+        }
+        EXPECT_EQ(View().Horizontal(), horizontal) << c.name;
+        EXPECT_EQ(View().Vertical(), vertical) << c.name;
+    }
+}
+
+TEST_F(SoundViewTest, AZoomOrScrollBetweenResizesHoldsForItsOwnAxis) {
+    OpenRamp(64000, 2);
+    View().Resize(640, 432);
+    View().ZoomLevelIn();
+    View().ZoomTimeIn();
+    EXPECT_EQ(View().Vertical(), (ScrollState{0, 300, 201, 50}));
+    View().Resize(333, 133);
+    EXPECT_EQ(View().Vertical(), (ScrollState{0, 75, 50, 12}));
+    EXPECT_EQ(View().Horizontal(), (ScrollState{0, 666, 333, 0}));
+    View().ScrollHorizontallyTo(100);
+    View().Resize(640, 432);
+    EXPECT_EQ(View().Vertical(), (ScrollState{0, 300, 201, 50}));
+    EXPECT_EQ(View().Horizontal(), (ScrollState{0, 1280, 640, 192}));
+    // A scroll against the end is none.
+    View().ScrollHorizontally(ScrollStep::kToStart);
+    View().Resize(333, 133);
+    View().ScrollHorizontally(ScrollStep::kLineBack);
+    View().Resize(640, 432);
+    EXPECT_EQ(View().Horizontal(), (ScrollState{0, 1280, 640, 0}));
+}
+
 TEST_F(SoundViewTest, AWindowThatBeginsAsNothingFitsOnceItHasASize) {
     workspace.SetInitialViewSize(1, 1);
     OpenRamp(6400, 2);
