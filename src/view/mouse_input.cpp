@@ -192,23 +192,31 @@ void MouseInput::Apply(const GestureIntent& intent) {
     if (intent.marker) DragMarker(view_, intent.marker->id, intent.marker->position);
 }
 
+int MouseInput::WholeNotches(double notches) {
+    wheelRest_ += notches;
+    const double whole = std::trunc(wheelRest_);
+    wheelRest_ -= whole;
+    return static_cast<int>(whole);
+}
+
+void MouseInput::WheelOverLevel(double notches) {
+    const int steps = WholeNotches(notches);
+    for (int i = 0; i < std::abs(steps); ++i)
+        steps > 0 ? view_.ZoomLevelIn() : view_.ZoomLevelOut();
+}
+
 void MouseInput::Wheel(const PointerEvent& event, double notches) {
-    const bool level =
-        (event.control && event.shift) || TargetAt(event.x, event.y) == MouseTarget::kVerticalRuler;
-    if (!level && !event.control) {
-        wheelRest_ = 0;
-        const double pixels = notches * std::max(view_.WaveformWidth() / kWheelParts, 1);
-        view_.ScrollHorizontallyTo(view_.Horizontal().position - std::llround(pixels));
+    if ((event.control && event.shift) || TargetAt(event.x, event.y) == MouseTarget::kVerticalRuler)
+        return WheelOverLevel(notches);
+    if (event.control) {
+        const int steps = WholeNotches(notches);
+        const auto step = steps > 0 ? CSoundView::ZoomStep::kIn : CSoundView::ZoomStep::kOut;
+        for (int i = 0; i < std::abs(steps); ++i) view_.ZoomTimeAt(event.x, step);
         return;
     }
-    wheelRest_ += notches;
-    for (; std::abs(wheelRest_) >= 1; wheelRest_ -= std::copysign(1.0, wheelRest_)) {
-        const bool in = wheelRest_ > 0;
-        if (level)
-            in ? view_.ZoomLevelIn() : view_.ZoomLevelOut();
-        else
-            view_.ZoomTimeAt(event.x, in ? CSoundView::ZoomStep::kIn : CSoundView::ZoomStep::kOut);
-    }
+    wheelRest_ = 0;
+    const double pixels = notches * std::max(view_.WaveformWidth() / kWheelParts, 1);
+    view_.ScrollHorizontallyTo(view_.Horizontal().position - std::llround(pixels));
 }
 
 }  // namespace sonavel

@@ -60,11 +60,14 @@ class MouseInput {
     // `notches`: positive away from the person. Scrolls time; with Ctrl zooms time around the
     // pointer; with Ctrl+Shift, or over the vertical ruler, zooms level.
     void Wheel(const PointerEvent& event, double notches);
+    // Over what stands for the level wherever it lies, such as its scroll bar.
+    void WheelOverLevel(double notches);
 
   private:
     std::unique_ptr<Gesture> GestureFor(MouseTarget target, const PointerEvent& event) const;
     bool PressZoomButton(MouseTarget target, MouseButton button);
     std::uint32_t FrameAt(int x) const;
+    int WholeNotches(double notches);
     void Apply(const GestureIntent& intent);
     void EndGesture();
     void ScrollPastEdge();
@@ -75,7 +78,7 @@ class MouseInput {
     bool panning_ = false;
     std::int64_t panPosition_ = 0;  // the scroll position at the press
     int panX_ = 0;
-    double wheelRest_ = 0;  // of notches too small for a step
+    double wheelRest_ = 0;  // what whole notches left over
 };
 
 }  // namespace sonavel

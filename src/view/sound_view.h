@@ -77,6 +77,7 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
 
     const ScrollState& Horizontal() const { return horizontal_.Now(); }
     const ScrollState& Vertical() const { return vertical_.Now(); }
+    // The window then has a bar to offer; it shows it when it is wanted.
     bool ShowsVerticalScrollBar() const { return IsLevelZoomed(Zoom()); }
     PixelMap Pixels() const { return {FrameCount(), Horizontal()}; }
     const BlockExtremes& Extremes() const { return extremes_; }

@@ -43,11 +43,21 @@ int WidthOf(const QRegion& region) {
 
 class SoundViewWidgetTest : public ViewFixture {
   protected:
+    // Turns the wheel over whatever lies there, as the window system does.
     void Wheel(QPoint position, int angle, Qt::KeyboardModifiers modifiers) {
-        QWheelEvent event(position, widget_->mapToGlobal(position), {}, {0, angle}, Qt::NoButton,
-                          modifiers, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(widget_.get(), &event);
+        QWidget* child = widget_->childAt(position);
+        QWidget* under = child ? child : widget_.get();
+        QWheelEvent event(under->mapFrom(widget_.get(), position), widget_->mapToGlobal(position),
+                          {}, {0, angle}, Qt::NoButton, modifiers, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(under, &event);
     }
+    void ShowRulers() {
+        ProfileFile display = folder_.Display();
+        for (const char* ruler : {"HORIZONTAL RULER", "VERTICAL RULER"})
+            ASSERT_TRUE(display.SetInteger("__SOUND_DISPLAY_ITEMS", ruler, 1));
+    }
+    // Into the window's own coordinates, over no child.
+    void MovePointer(QPoint position) { QTest::mouseMove(widget_.get(), position); }
     void Drag(QPoint from, QPoint to, Qt::KeyboardModifiers modifiers = {}) {
         QTest::mousePress(widget_.get(), Qt::LeftButton, modifiers, from);
         QTest::mouseMove(widget_.get(), (from + to) / 2);
@@ -190,7 +200,99 @@ TEST_F(SoundViewWidgetTest, TheWheelZoomsAroundThePointer) {
     EXPECT_GT(view.Horizontal().position, position);
     Wheel(pointer, 120, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_TRUE(view.ShowsVerticalScrollBar());
-    EXPECT_TRUE(Bar(Qt::Vertical)->isVisible());
+}
+
+TEST_F(SoundViewWidgetTest, TheWheelOverTheLevelRulerZoomsLevelsUnderTheBarToo) {
+    ShowRulers();
+    CSoundView& view = Open({1, 1000000, BeatingTone, {}});
+    view.ZoomTimeIn();
+    view.ScrollHorizontallyTo(300);
+    const ScrollState time = view.Horizontal();
+    const Rectangle& ruler = view.Geometry().verticalRuler;
+    const int height = view.WaveformHeight();
+    const QPoint left(ruler.left + 2, ruler.top + 50);
+    const QPoint edge(ruler.right - 2, ruler.top + 60);
+    Wheel(left, 120, {});
+    EXPECT_EQ(view.Vertical().maximum, height * 3 / 2);
+    Wheel(left, 120, {});
+    EXPECT_EQ(view.Vertical().maximum, height * 3 / 2 * 3 / 2);
+    MovePointer(edge);
+    ASSERT_EQ(widget_->childAt(edge), Bar(Qt::Vertical));
+    Wheel(edge, -120, {});
+    EXPECT_NEAR(static_cast<double>(view.Vertical().maximum), height * 1.5, 1);
+    // As far down as the bar reaches.
+    Wheel({edge.x(), view.Geometry().horizontalRuler.top}, -120, {});
+    EXPECT_EQ(view.Vertical().maximum, height);
+    EXPECT_FALSE(Bar(Qt::Vertical)->isVisible());
+    EXPECT_EQ(view.Horizontal(), time);
+}
+
+TEST_F(SoundViewWidgetTest, TheWheelOverTheScrollBarBelowWorksWhereItStands) {
+    CSoundView& view = Open({1, 1000000, BeatingTone, {}});
+    const QPoint pointer(400, ToQRect(view.Geometry().horizontalScrollBar).center().y());
+    ASSERT_EQ(widget_->childAt(pointer), Bar(Qt::Horizontal));
+    const std::int64_t frame = FrameAt(400);
+    for (int notch = 0; notch < 4; ++notch) Wheel(pointer, 120, Qt::ControlModifier);
+    EXPECT_EQ(view.Horizontal().maximum, 16 * view.WaveformWidth());
+    EXPECT_NEAR(static_cast<double>(FrameAt(400)), static_cast<double>(frame),
+                static_cast<double>(2 * view.TimeRatio()));
+}
+
+TEST_F(SoundViewWidgetTest, TheLevelBarShowsOnlyWhileItIsWanted) {
+    ShowRulers();
+    CSoundView& view = Open({1, 64000, BeatingTone, {}});
+    QScrollBar* const bar = Bar(Qt::Vertical);
+    const Rectangle& ruler = view.Geometry().verticalRuler;
+    const auto at = [&](int fromRight) { return QPoint(ruler.right - fromRight, 100); };
+    MovePointer(at(2));
+    EXPECT_FALSE(bar->isVisible()) << "there is nothing to scroll";
+    view.ZoomLevelIn();
+    EXPECT_TRUE(bar->isVisible()) << "the pointer waits for it";
+    view.ZoomDefault();
+    QWidget* const zoomer = widget_->childAt(ToQRect(view.Geometry().zoomerButton).center());
+    QEnterEvent enter({2, 2}, {2, 2}, {2, 2});
+    QApplication::sendEvent(zoomer, &enter);
+    view.ZoomLevelIn();
+    EXPECT_FALSE(bar->isVisible()) << "the pointer went on to a button";
+    MovePointer(at(3));
+    EXPECT_TRUE(bar->isVisible());
+    // Away over the ruler, and back.
+    for (const auto& [fromRight, shown] :
+         {std::pair{18, false}, {10, false}, {4, true}, {18, false}, {1, true}}) {
+        QEvent leave(QEvent::Leave);
+        QApplication::sendEvent(bar, &leave);
+        MovePointer(at(fromRight));
+        EXPECT_EQ(bar->isVisible(), shown) << fromRight;
+    }
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(widget_.get(), &leave);
+    EXPECT_FALSE(bar->isVisible());
+
+    // A drag over the ruler that began in the waveform does not call it.
+    QTest::mousePress(widget_.get(), Qt::LeftButton, {}, Waveform(300, 20));
+    MovePointer(at(2));
+    EXPECT_FALSE(bar->isVisible());
+    QTest::mouseRelease(widget_.get(), Qt::LeftButton, {}, Waveform(320, 20));
+
+    // Held, it stays wherever the pointer is; let go over the ruler, it goes.
+    MovePointer(at(2));
+    ASSERT_TRUE(bar->isVisible());
+    const QPoint thumb(bar->width() / 2, bar->height() / 2);
+    QTest::mousePress(bar, Qt::LeftButton, {}, thumb);
+    QTest::mouseMove(bar, thumb - QPoint(100, 20));
+    QApplication::sendEvent(bar, &leave);
+    EXPECT_TRUE(bar->isVisible());
+    EXPECT_LT(view.Vertical().position, 67);
+    QTest::mouseRelease(bar, Qt::LeftButton, {}, thumb - QPoint(100, 20));
+    EXPECT_FALSE(bar->isVisible());
+
+    // The keyboard shows it for a moment.
+    MovePointer(Waveform(300, 50));
+    QTest::keyClick(widget_.get(), Qt::Key_Right);
+    EXPECT_FALSE(bar->isVisible());
+    QTest::keyClick(widget_.get(), Qt::Key_Up, Qt::ShiftModifier);
+    EXPECT_TRUE(bar->isVisible());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !bar->isVisible(); }, 5000));
 }
 
 TEST_F(SoundViewWidgetTest, ScrollBarsAndViewStayInStep) {
@@ -224,11 +326,9 @@ TEST_F(SoundViewWidgetTest, ScrollBarsAndViewStayInStep) {
     EXPECT_EQ(view.Horizontal().position, 250);
 
     view.ZoomLevelIn();
-    EXPECT_TRUE(Bar(Qt::Vertical)->isVisible());
+    EXPECT_EQ(Bar(Qt::Vertical)->value(), view.Vertical().position);
     Bar(Qt::Vertical)->setValue(3);
     EXPECT_EQ(view.Vertical().position, 3);
-    view.ZoomDefault();
-    EXPECT_FALSE(Bar(Qt::Vertical)->isVisible());
 }
 
 TEST_F(SoundViewWidgetTest, TheZoomButtonsTakeEitherButton) {

@@ -64,9 +64,8 @@ QSize SoundViewWidget::minimumSizeHint() const {
 
 void SoundViewWidget::AddScrollBars() {
     horizontalBar_ = new QScrollBar(Qt::Horizontal, this);
-    verticalBar_ = new QScrollBar(Qt::Vertical, this);
-    verticalBar_->hide();
-    for (QScrollBar* bar : {horizontalBar_, verticalBar_}) {
+    verticalBar_ = new LevelBar(this);
+    for (QScrollBar* bar : {horizontalBar_, static_cast<QScrollBar*>(verticalBar_)}) {
         bar->setFocusPolicy(Qt::NoFocus);
         bar->setCursor(Qt::ArrowCursor);
         bar->installEventFilter(this);
@@ -89,6 +88,7 @@ void SoundViewWidget::AddZoomButtons() {
 
 ZoomButton* SoundViewWidget::AddZoomButton(ZoomButton::Picture picture, const QString& toolTip) {
     auto* button = new ZoomButton(picture, toolTip, this);
+    button->installEventFilter(this);
     connect(button, &ZoomButton::Pressed, this, [this, button](Qt::MouseButton pressed) {
         const QPoint centre = button->geometry().center();
         const PointerEvent event{centre.x(), centre.y(), false, false};
@@ -132,7 +132,8 @@ void SoundViewWidget::LayOutChildren() {
 void SoundViewWidget::ShowScrollStates() {
     ShowState(*horizontalBar_, view_.Horizontal());
     ShowState(*verticalBar_, view_.Vertical());
-    verticalBar_->setVisible(view_.ShowsVerticalScrollBar());
+    verticalBar_->SetLevel(view_.ShowsVerticalScrollBar() ? LevelBar::Level::kInPart
+                                                          : LevelBar::Level::kWhole);
 }
 
 void SoundViewWidget::OnScrollBarAction(Qt::Orientation orientation, int action) {

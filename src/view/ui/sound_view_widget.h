@@ -10,6 +10,7 @@
 #include "view/sound_view.h"
 #include "view/ui/command_menu.h"
 #include "view/ui/context_menus.h"
+#include "view/ui/level_bar.h"
 #include "view/ui/waveform_canvas.h"
 #include "view/ui/zoom_button.h"
 
@@ -52,6 +53,7 @@ class SoundViewWidget : public QWidget, private SoundViewObserver {
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
+    void leaveEvent(QEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
 
@@ -90,7 +92,7 @@ class SoundViewWidget : public QWidget, private SoundViewObserver {
     MouseInput mouse_;
     WaveformCanvas canvas_;
     QScrollBar* horizontalBar_ = nullptr;
-    QScrollBar* verticalBar_ = nullptr;
+    LevelBar* verticalBar_ = nullptr;
     ZoomButton* timeZoom_ = nullptr;
     ZoomButton* levelZoom_ = nullptr;
     ZoomButton* zoomer_ = nullptr;

@@ -37,6 +37,12 @@ QKeySequence KeyOf(const QKeyEvent& event) {
     return QKeySequence(QKeyCombination(modifiers, static_cast<Qt::Key>(key)));
 }
 
+double NotchesOf(const QWheelEvent& event) {
+    const QPoint angle = event.angleDelta();
+    // A tilted wheel, or one turned with Alt, reports sideways.
+    return (std::abs(angle.x()) > std::abs(angle.y()) ? angle.x() : angle.y()) / kAngleOfNotch;
+}
+
 }  // namespace
 
 // --- Keys
@@ -55,10 +61,11 @@ bool SoundViewWidget::event(QEvent* event) {
 }
 
 void SoundViewWidget::keyPressEvent(QKeyEvent* event) {
-    if (const int command = actions_.CommandOfPlainKey(KeyOf(*event)))
-        actions_.Run(command);
-    else
-        QWidget::keyPressEvent(event);
+    const int command = actions_.CommandOfPlainKey(KeyOf(*event));
+    if (command == 0) return QWidget::keyPressEvent(event);
+    const ScrollState before = view_.Vertical();
+    actions_.Run(command);
+    if (view_.Vertical() != before) verticalBar_->ShowForAMoment();
 }
 
 // --- Mouse
@@ -82,7 +89,14 @@ void SoundViewWidget::mousePressEvent(QMouseEvent* event) {
 
 void SoundViewWidget::mouseMoveEvent(QMouseEvent* event) {
     mouse_.Move(PointerOf(*event));
-    if (!mouse_.IsDragging()) ShowPointerShape(event->position());
+    if (mouse_.IsDragging()) return;
+    ShowPointerShape(event->position());
+    verticalBar_->FollowPointer(event->position().toPoint());
+}
+
+void SoundViewWidget::leaveEvent(QEvent* event) {
+    verticalBar_->ForgetPointer();
+    QWidget::leaveEvent(event);
 }
 
 void SoundViewWidget::mouseReleaseEvent(QMouseEvent* event) {
@@ -131,16 +145,25 @@ void SoundViewWidget::ShowPointerShape(const QPointF& position) {
 }
 
 void SoundViewWidget::wheelEvent(QWheelEvent* event) {
-    const QPoint angle = event->angleDelta();
-    // A tilted wheel, or one turned with Alt, reports sideways.
-    const int turned = std::abs(angle.x()) > std::abs(angle.y()) ? angle.x() : angle.y();
-    if (turned != 0) mouse_.Wheel(PointerOf(*event), turned / kAngleOfNotch);
+    mouse_.Wheel(PointerOf(*event), NotchesOf(*event));
     event->accept();
 }
 
 bool SoundViewWidget::eventFilter(QObject* object, QEvent* event) {
+    // No leave comes to a parent whose child the pointer enters.
+    if (event->type() == QEvent::Enter && object != verticalBar_) verticalBar_->ForgetPointer();
     if (event->type() != QEvent::Wheel) return QWidget::eventFilter(object, event);
-    wheelEvent(static_cast<QWheelEvent*>(event));
+    const auto& wheel = *static_cast<QWheelEvent*>(event);
+    if (object == verticalBar_) {
+        mouse_.WheelOverLevel(NotchesOf(wheel));
+    } else {
+        const QPoint child = static_cast<QWidget*>(object)->pos();
+        PointerEvent pointer = PointerOf(wheel);
+        pointer.x += child.x();
+        pointer.y += child.y();
+        mouse_.Wheel(pointer, NotchesOf(wheel));
+    }
+    event->accept();
     return true;
 }
 
