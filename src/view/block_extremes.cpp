@@ -91,17 +91,13 @@ SampleExtremes BlockExtremes::Over(unsigned channel, std::int64_t startFrame,
     // it merely ends.
     const std::int64_t steps = (endFrame - 1 - startFrame) / kFramesPerBlock;
     const std::int64_t lastBlock = startFrame / kFramesPerBlock + steps;
-    const auto count = static_cast<std::int64_t>(maxima.size());
-    const std::int64_t first = std::clamp<std::int64_t>(startFrame / kFramesPerBlock, 0, count);
-    const std::int64_t last = std::clamp<std::int64_t>(lastBlock + 1, first, count);
-    if (first == last) return {};
-    SampleExtremes result =
-        ExtremesOfBlocks(maxima.subspan(first, last - first), minima.subspan(first, last - first));
-    if (lastBlock >= count) {
-        result.maximum = std::max(result.maximum, 0);
-        result.minimum = std::min(result.minimum, 0);
-    }
-    return result;
+    if (maxima.empty()) return {};
+    // Behind the end the values read last stand on, on purpose: what is drawn there repeats them.
+    const auto end = static_cast<std::int64_t>(maxima.size()) - 1;
+    const std::int64_t first = std::clamp<std::int64_t>(startFrame / kFramesPerBlock, 0, end);
+    const std::int64_t last = std::clamp<std::int64_t>(lastBlock, first, end);
+    const std::int64_t count = last - first + 1;
+    return ExtremesOfBlocks(maxima.subspan(first, count), minima.subspan(first, count));
 }
 
 }  // namespace sonavel

@@ -37,8 +37,9 @@ class BlockExtremes {
     std::span<const std::int16_t> Maxima(unsigned channel) const;
     std::span<const std::int16_t> Minima(unsigned channel) const;
 
-    // Over the blocks in which the frames startFrame, startFrame + 256, ... below endFrame lie; a
-    // block behind the last counts as silence. At least one frame.
+    // Over the blocks in which the frames startFrame, startFrame + 256, ... below endFrame lie; in
+    // place of a block behind the last the last one counts, silence where there is none. At least
+    // one frame.
     SampleExtremes Over(unsigned channel, std::int64_t startFrame, std::int64_t endFrame) const;
 
   private:

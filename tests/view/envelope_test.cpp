@@ -52,9 +52,11 @@ class ReferenceLane {
         }
         for (std::int64_t s = s0; s < s1; s += 256) {
             const auto block = static_cast<std::size_t>(s / 256);
-            const bool inside = block < r_.extremes.BlockCount();
-            Take(inside ? r_.extremes.Maxima(r_.channel)[block] : 0,
-                 inside ? r_.extremes.Minima(r_.channel)[block] : 0);
+            if (block < r_.extremes.BlockCount()) {
+                blockMax_ = r_.extremes.Maxima(r_.channel)[block];
+                blockMin_ = r_.extremes.Minima(r_.channel)[block];
+            }
+            Take(blockMax_, blockMin_);
         }
     }
 
@@ -79,6 +81,8 @@ class ReferenceLane {
     const EnvelopeRequest& r_;
     int max_ = 0;
     int min_ = 0;
+    int blockMax_ = 0;  // read last, from whichever column
+    int blockMin_ = 0;
 };
 
 struct Scene {
@@ -129,6 +133,35 @@ TEST(Envelope, DrawsAsTheRulesSayAtEveryZoom) {
             }
         }
     }
+}
+
+// The sound on a third of the lane.
+ZoomState Shrunk(const Scene& scene) {
+    UserZoom third;
+    third.type = UserZoom::Type::kPercent;
+    third.timePercent = 33;
+    third.levelPercent = 100;
+    return ApplyUserZoom(scene.zoom, scene.context, third);
+}
+
+TEST(Envelope, BehindTheEndTheBlockReadLastIsDrawnAgain) {
+    for (const std::uint32_t frames : {25600u, 90001u}) {
+        Scene scene(2, 16, frames, 100, 83);
+        scene.zoom = Shrunk(scene);
+        ASSERT_EQ(scene.zoom.horizontal.maximum, 33);
+        ExpectAsReference(scene);
+        const std::vector<EnvelopeColumn> columns = EnvelopeColumns(scene.Request(1));
+        ASSERT_EQ(columns.size(), 100u);
+        EXPECT_LT(columns[99].yMax, columns[99].yMin) << "not silent";
+        // A strip of its own shows the same.
+        EXPECT_EQ(EnvelopeColumns(scene.Request(1), {50, 51}),
+                  std::vector<EnvelopeColumn>(columns.begin() + 49, columns.begin() + 52));
+    }
+    // Columns of fewer frames than a block read them, and there are none.
+    Scene scene(1, 16, 3000, 100, 80);
+    scene.zoom = Shrunk(scene);
+    ExpectAsReference(scene);
+    EXPECT_EQ(EnvelopeColumns(scene.Request(0))[99].yMax, 40);
 }
 
 TEST(Envelope, SkipsPixelsBetweenFramesWhenTheWidthExceedsTheSound) {
