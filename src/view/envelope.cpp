@@ -89,6 +89,12 @@ class LaneColumns {
                 top + levels_.DrawnY(extremes.minimum), Pen(start, end)};
     }
 
+    std::optional<int> FirstDrawnX() const {
+        for (int x = 0; x < columnCount_; ++x)
+            if (IsDrawn(x)) return request_.lane.left + x;
+        return std::nullopt;
+    }
+
     void Append(ColumnRange range, std::vector<EnvelopeColumn>& columns) const {
         for (int x = range.first; x < range.last; ++x) {
             if (IsDrawn(x)) columns.push_back(At(x));
@@ -146,6 +152,7 @@ LaneLines LinesOfLane(const EnvelopeRequest& request, LineVisibility centreLine)
     if (lines.columnCount < lane.Width()) lines.endOfSoundX = end;
     lines.startX = lane.left;
     lines.startY = (lane.top + lane.bottom) / 2;
+    lines.firstColumnX = LaneColumns(request, lines.columnCount).FirstDrawnX();
     lines.centreLeft = lane.left;
     lines.centreRight = end;
     const LevelMap levels(request.vertical, FullScaleOf(request.wave.GetBits()), lane.Height());

@@ -53,8 +53,10 @@ struct LaneLines {
     std::optional<int> centreY;
     int centreLeft = 0;
     int centreRight = 0;
-    int startX = 0;  // where the polyline starts
+    // The polyline starts there and goes to the maximum of the first drawn column, if there is one.
+    int startX = 0;
     int startY = 0;
+    std::optional<int> firstColumnX;
 };
 
 LaneLines LinesOfLane(const EnvelopeRequest& request, LineVisibility centreLine);

@@ -111,6 +111,52 @@ TEST_F(WaveformCanvasTest, AShortSoundEndsWhereItsFramesEnd) {
     }
 }
 
+TEST_F(WaveformCanvasTest, AShortSoundIsDrawnWholeAtEveryPlace) {
+    // Six pixels a frame, which no zoom shows at the first one.
+    CSoundView& view = Open({2, 100, BeatingTone, {}});
+    const std::function<void()> steps[] = {
+        [&] { view.ZoomTimeOut(); },
+        [&] { view.ScrollHorizontallyTo(40); },
+        [&] { view.ScrollHorizontallyTo(33); },
+        [&] { view.SetSelection(8, 15); },
+        [&] { view.SetSelection(9, 13); },
+        [&] { view.ScrollHorizontally(ScrollStep::kLineForward); },
+        [&] { view.SetSelection(0, 0); },
+    };
+    for (const double ratio : {1.0, 2.0}) {
+        view.ZoomDefault();
+        Follow(view, ratio);
+        for (std::size_t i = 0; i < std::size(steps); ++i) {
+            steps[i]();
+            Follow(view, ratio);
+            ASSERT_EQ(canvas_.Image(), FreshPicture(view, ratio))
+                << "step " << i << " at " << ratio;
+        }
+    }
+}
+
+TEST_F(WaveformCanvasTest, TheFirstStrokeRunsFromTheEdgeToTheFirstColumn) {
+    CSoundView& view = Open({1, 100, [](unsigned, std::uint32_t) { return 24000; }, {}});
+    const QRgb pen = qRgb(0, 255, 128);
+    const auto rowsOf = [&](int x) {
+        int rows = 0;
+        for (int y = 0; y < canvas_.Image().height(); ++y)
+            rows += canvas_.Image().pixel(x, y) == pen;
+        return rows;
+    };
+    for (const double ratio : {1.0, 2.0}) {
+        view.ZoomDefault();
+        Follow(view, ratio);
+        EXPECT_GT(rowsOf(0), 50) << "a single stroke at " << ratio;
+        view.ZoomTimeOut();
+        Follow(view, ratio);
+        const int first = static_cast<int>(view.Pixels().X(1) * ratio);
+        ASSERT_GT(first, 5);
+        for (int x = 0; x < first - 1; ++x) EXPECT_GT(rowsOf(x), 5) << x << " at " << ratio;
+        EXPECT_EQ(rowsOf(first + 1), 1);
+    }
+}
+
 // --- The raster
 
 constexpr QRgb kFirst = qRgb(255, 0, 0);

@@ -221,16 +221,22 @@ TEST(Envelope, LinesOfALane) {
         std::uint32_t frames;
         int count;
         std::optional<int> endX;
+        std::optional<int> wideFirstX;  // of the first column when 100 pixels show all frames
     };
-    for (const Case& c :
-         {Case{0, 0, {}}, Case{60, 60, 60}, Case{100, 100, {}}, Case{500, 100, {}}}) {
+    for (const Case& c : {Case{0, 0, {}, {}}, Case{1, 1, 1, {}}, Case{20, 20, 20, 4},
+                          Case{60, 60, 60, 0}, Case{100, 100, {}, 0}, Case{500, 100, {}, 0}}) {
         Scene scene(1, 16, c.frames, 100, 81);
+        Scene wide(1, 16, c.frames, 100, 81);
+        wide.zoom = TimeZoomOut(wide.zoom, wide.context);
+        EXPECT_EQ(LinesOfLane(wide.Request(0), LineVisibility::kHidden).firstColumnX, c.wideFirstX)
+            << c.frames;
         const LaneLines lines = LinesOfLane(scene.Request(0), LineVisibility::kShown);
         EXPECT_EQ(lines.columnCount, c.count);
         EXPECT_EQ(lines.endOfSoundX, c.endX);
         if (c.frames == 0) continue;
         EXPECT_EQ(lines.centreY, 40);
         EXPECT_EQ(lines.startY, 40);
+        EXPECT_EQ(lines.firstColumnX, 0);
         EXPECT_EQ(lines.centreRight, c.count);
         scene.zoom = LevelZoomIn(scene.zoom, scene.context);
         scene.zoom.vertical = scene.zoom.vertical.WithPosition(0);

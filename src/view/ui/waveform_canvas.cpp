@@ -31,6 +31,12 @@ bool HasGridLabels(const WaveformLook& look) {
     return look.grid.timeGrid && look.grid.timeLabels && look.grid.Place() != GridPlace::kNowhere;
 }
 
+// The lanes of such a sound end at a column that does not scroll, and its joining lines are long;
+// there is too little of it to be worth strips.
+bool HasFewerFramesThanPixels(const WaveformLook& look) {
+    return look.frameCount < std::max<std::int64_t>(look.waveform.Width(), look.horizontal.maximum);
+}
+
 WaveformSource SourceOf(const CSoundView& view) {
     return {view.Sound(), view.Extremes()};
 }
@@ -41,17 +47,20 @@ WaveformCanvas::Update WaveformCanvas::Follow(const CSoundView& view, double pix
     const WaveformLook before = look_;
     look_ = WaveformLook::Of(view, pixelRatio);
     const LookChange change = ChangeBetween(before, look_);
-    if (!complete_) return {Update::Kind::kAll, 0, {}};
+    if (!complete_) return All();
+    if (change == LookChange::kNone) return {};
+    if (HasFewerFramesThanPixels(look_)) return All();
     switch (change) {
-        case LookChange::kNone:
-            return {};
         case LookChange::kPosition:
             return Scroll(view, before.horizontal.position - look_.horizontal.position);
         case LookChange::kSelection:
             return Reselect(view, before.selection);
-        case LookChange::kAll:
-            break;
+        default:
+            return All();
     }
+}
+
+WaveformCanvas::Update WaveformCanvas::All() {
     complete_ = false;
     return {Update::Kind::kAll, 0, {}};
 }
@@ -59,10 +68,8 @@ WaveformCanvas::Update WaveformCanvas::Follow(const CSoundView& view, double pix
 WaveformCanvas::Update WaveformCanvas::Scroll(const CSoundView& view, std::int64_t distance) {
     const int width = look_.waveform.Width();
     const double deviceDistance = static_cast<double>(distance) * look_.pixelRatio;
-    if (std::abs(distance) > width / 2 || !IsWhole(deviceDistance) || HasGridLabels(look_)) {
-        complete_ = false;
-        return {Update::Kind::kAll, 0, {}};
-    }
+    if (std::abs(distance) > width / 2 || !IsWhole(deviceDistance) || HasGridLabels(look_))
+        return All();
     const int pixels = static_cast<int>(distance);
     ScrollRows(image_, static_cast<int>(deviceDistance));
     Update update{Update::Kind::kScrolled, pixels, {}};

@@ -30,6 +30,7 @@ class WaveformCanvas {
     const QImage& Image() const { return image_; }
 
   private:
+    Update All();
     Update Scroll(const CSoundView& view, std::int64_t distance);
     Update Reselect(const CSoundView& view, const Selection& before);
     void RenderAll(const CSoundView& view);

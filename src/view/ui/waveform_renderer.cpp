@@ -116,7 +116,7 @@ void WaveformRenderer::DrawEnvelope(unsigned channel, ColumnRange deviceStrip) c
     ColumnRaster raster({deviceStrip.first, ToDevice(lane.top),
                          std::min(deviceStrip.last, image_.width()), ToDevice(lane.bottom)});
     QRgb colour = Pen(ColumnPen::kNormal);
-    if (!columns.empty() && columns.front().x == lines.startX)
+    if (!columns.empty() && columns.front().x == lines.firstColumnX)
         raster.LineTo(x(lines.startX), y(lines.startY), colour);
     for (const EnvelopeColumn& column : columns) {
         raster.LineTo(x(column.x), y(column.yMax), colour);
