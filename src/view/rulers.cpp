@@ -1,6 +1,7 @@
 #include "view/rulers.h"
 
 #include <algorithm>
+#include <climits>
 
 #include "view/status_texts.h"
 #include "view/time_steps.h"
@@ -91,6 +92,60 @@ LevelDivisions DivisionsAt(double zoom) {
     return {10, 10};
 }
 
+std::int64_t LevelOf(int tick, const LevelDivisions& divisions, const LevelMap& levels) {
+    return tick * (levels.FullScale() / 2) / divisions.count;
+}
+
+// Every so many ticks, counted from the centre, carry a label: every other one where there is room.
+int LabelStride(const LevelDivisions& divisions, const LevelMap& levels, int labelHeight) {
+    const std::int64_t halfScale = levels.Y(0) - levels.Y(levels.FullScale() / 2);
+    for (const int stride : {2, 4, 10, 20, 50, 100})
+        // A row more, since truncation moves ticks by up to one.
+        if (halfScale * stride / divisions.count > labelHeight) return stride;
+    return divisions.count + 1;  // the centre alone
+}
+
+class LevelRulerLayout {
+  public:
+    explicit LevelRulerLayout(const VerticalRulerRequest& request) : request_(request) {}
+
+    void AddLane(const Rectangle& lane) {
+        const LevelMap levels(request_.vertical, request_.fullScale, lane.Height());
+        const LevelDivisions divisions = DivisionsAt(levels.Zoom());
+        const int stride = LabelStride(divisions, levels, request_.labelHeight);
+        for (int i = divisions.count; i >= -divisions.count; --i) {
+            const std::int64_t y = levels.Y(LevelOf(i, divisions, levels));
+            if (y < 0 || y >= lane.Height()) continue;
+            AddTick(lane.top + static_cast<int>(y), i * divisions.percent);
+            if (i % stride == 0) LabelLastTick();
+        }
+    }
+
+    std::vector<LevelTick> Ticks() && { return std::move(ticks_); }
+
+  private:
+    void AddTick(int y, int percent) {
+        LevelTick tick;
+        tick.y = y;
+        tick.percent = percent;
+        tick.labelX = request_.area.left + kLevelLabelRight;
+        tick.labelY = y - kLevelLabelAbove;
+        ticks_.push_back(std::move(tick));
+    }
+
+    // The lowest label of a lane may reach into the next one.
+    void LabelLastTick() {
+        LevelTick& tick = ticks_.back();
+        if (tick.labelY < labelsEnd_) return;
+        labelsEnd_ = tick.labelY + request_.labelHeight;
+        tick.label = std::to_string(tick.percent);
+    }
+
+    const VerticalRulerRequest& request_;
+    std::vector<LevelTick> ticks_;
+    int labelsEnd_ = INT_MIN;
+};
+
 }  // namespace
 
 HorizontalRuler LayOutHorizontalRuler(const HorizontalRulerRequest& request,
@@ -106,22 +161,10 @@ HorizontalRuler LayOutHorizontalRuler(const HorizontalRulerRequest& request,
     return ruler;
 }
 
-std::vector<LevelTick> LayOutVerticalRuler(const Rectangle& ruler, const LevelMap& levels) {
-    std::vector<LevelTick> ticks;
-    const LevelDivisions divisions = DivisionsAt(levels.Zoom());
-    for (int i = divisions.count; i >= -divisions.count; --i) {
-        const std::int64_t value = i * (levels.FullScale() / 2) / divisions.count;
-        const std::int64_t y = levels.Y(value);
-        if (y < 0 || y >= ruler.Height()) continue;
-        LevelTick tick;
-        tick.y = ruler.top + static_cast<int>(y);
-        tick.percent = i * divisions.percent;
-        if (i % 2 == 0) tick.label = std::to_string(tick.percent);
-        tick.labelX = ruler.left + kLevelLabelRight;
-        tick.labelY = tick.y - kLevelLabelAbove;
-        ticks.push_back(std::move(tick));
-    }
-    return ticks;
+std::vector<LevelTick> LayOutVerticalRuler(const VerticalRulerRequest& request) {
+    LevelRulerLayout layout(request);
+    for (const Rectangle& lane : request.lanes) layout.AddLane(lane);
+    return std::move(layout).Ticks();
 }
 
 }  // namespace sonavel

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -53,15 +54,24 @@ struct HorizontalRuler {
 HorizontalRuler LayOutHorizontalRuler(const HorizontalRulerRequest& request,
                                       const TextWidth& textWidth);
 
+struct VerticalRulerRequest {
+    Rectangle area;
+    std::span<const Rectangle> lanes;  // from top to bottom
+    ScrollState vertical;
+    std::int64_t fullScale = 0;
+    int labelHeight = 0;  // the rows that a label needs for itself
+};
+
 struct LevelTick {
     int y = 0;          // client coordinates; the tick is 3 pixels long from the ruler's left edge
     int percent = 0;    // -100 .. 100
-    std::string label;  // empty without one
+    std::string label;  // empty without one; labels never touch
     int labelX = 0;     // left and top of the label
     int labelY = 0;
 };
 
-// The ticks beside one lane: `ruler` has the lane's top and bottom.
-std::vector<LevelTick> LayOutVerticalRuler(const Rectangle& ruler, const LevelMap& levels);
+// The ticks beside all lanes, from top to bottom. In a low lane fewer of them are labelled, at even
+// distances from the centre.
+std::vector<LevelTick> LayOutVerticalRuler(const VerticalRulerRequest& request);
 
 }  // namespace sonavel

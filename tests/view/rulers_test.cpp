@@ -135,9 +135,14 @@ TEST(HorizontalRuler, IsEmptyWithoutSound) {
             .ticks.empty());
 }
 
+// A ruler beside these lanes, whole levels in sight unless told otherwise.
+std::vector<LevelTick> LevelTicks(std::vector<Rectangle> lanes, const ScrollState& vertical,
+                                  int labelHeight = 10) {
+    return LayOutVerticalRuler({{620, 0, 640, 400}, lanes, vertical, 65536, labelHeight});
+}
+
 TEST(VerticalRuler, TicksEveryTenPercentWithoutZoom) {
-    const LevelMap levels({0, 200, 201, 0}, 65536, 200);
-    const auto ticks = LayOutVerticalRuler({620, 30, 640, 230}, levels);
+    const auto ticks = LevelTicks({{0, 30, 620, 230}}, {0, 200, 201, 0});
     ASSERT_EQ(ticks.size(), 20u);  // that of -100 % would lie below the ruler
     EXPECT_EQ(ticks[0].y, 30);
     EXPECT_EQ(ticks[0].label, "100");
@@ -157,12 +162,50 @@ TEST(VerticalRuler, DivisionsGrowWithTheZoom) {
     };
     for (const Case& c : {Case{200, 10}, Case{999, 10}, Case{1000, 5}, Case{2000, 2}, Case{2999, 2},
                           Case{3000, 1}, Case{4000, 1}}) {
-        const LevelMap levels({0, c.range, 200, (c.range - 200) / 2}, 256, 200);
-        const auto ticks = LayOutVerticalRuler({0, 0, 20, 200}, levels);
+        const auto ticks = LevelTicks({{0, 0, 20, 200}}, {0, c.range, 200, (c.range - 200) / 2});
         ASSERT_GE(ticks.size(), 2u);
         EXPECT_EQ(ticks[0].percent - ticks[1].percent, c.percentBetweenTicks) << c.range;
         for (const LevelTick& tick : ticks)
             EXPECT_EQ(tick.label.empty(), tick.percent / c.percentBetweenTicks % 2 != 0);
+    }
+}
+
+TEST(VerticalRuler, ALowLaneIsLabelledEvenlyFromItsCentre) {
+    const struct {
+        int height;
+        std::vector<std::string> labels;
+    } cases[] = {
+        {110, {"100", "80", "60", "40", "20", "0", "-20", "-40", "-60", "-80"}},
+        {109, {"80", "40", "0", "-40", "-80"}},
+        {56, {"80", "40", "0", "-40", "-80"}},
+        {55, {"100", "0"}},
+        {22, {"100", "0"}},
+        {21, {"0"}},
+        {3, {"0"}},
+    };
+    for (const auto& c : cases) {
+        std::vector<std::string> labels;
+        for (const LevelTick& tick :
+             LevelTicks({{0, 0, 620, c.height}}, {0, c.height, c.height + 1, 0}))
+            if (!tick.label.empty()) labels.push_back(tick.label);
+        EXPECT_EQ(labels, c.labels) << c.height;
+    }
+}
+
+TEST(VerticalRuler, LabelsNeverTouchInAnyLaneAtAnyPlace) {
+    for (int height = 4; height < 150; height += 5) {
+        const std::vector<Rectangle> lanes = {{0, 0, 620, height},
+                                              {0, height + 3, 620, 2 * height}};
+        for (std::int64_t range = height; range < 40 * height; range = range * 3 / 2 + 1) {
+            for (std::int64_t position = 0; position + height <= range; position += range / 9 + 1) {
+                int last = -1000;
+                for (const LevelTick& tick : LevelTicks(lanes, {0, range, height, position})) {
+                    if (tick.label.empty()) continue;
+                    ASSERT_GE(tick.labelY - last, 10) << height << " " << range << " " << position;
+                    last = tick.labelY;
+                }
+            }
+        }
     }
 }
 

@@ -6,8 +6,8 @@
 #include <numbers>
 
 #include "view/marker_strip.h"
-#include "view/rulers.h"
 #include "view/ui/qt_values.h"
+#include "view/ui/ruler_painter.h"
 #include "view/ui/waveform_renderer.h"
 
 namespace sonavel {
@@ -23,8 +23,6 @@ constexpr std::uint32_t kRate = 125;
 constexpr Selection kSelection{130, 215};
 constexpr std::uint32_t kCursor = 250;
 constexpr int kMarkerPixels = 10;
-constexpr int kMajorTick = 6;
-constexpr int kMinorTick = 3;
 
 RulerVisibility Visibility(int shown) {
     return shown ? RulerVisibility::kShown : RulerVisibility::kHidden;
@@ -95,8 +93,15 @@ void SoundPreview::paintEvent(QPaintEvent*) {
     PaintWaveform(painter, look);
     painter.fillRect(ToQRect(CursorRect(look.waveform, map, kCursor)), Colour(ColourSlot::kCursor));
     PaintMarkers(painter, geometry.markerStrip, map);
-    if (display.horizontalRuler) PaintTimeRuler(painter, geometry.horizontalRuler, map);
-    if (display.verticalRuler) PaintLevelRuler(painter, geometry, look);
+    if (display.horizontalRuler)
+        PaintHorizontalRuler(
+            painter, {geometry.horizontalRuler, map, kRate, look.statusFormat, kCursor, kSelection},
+            look.colours);
+    if (display.verticalRuler)
+        PaintVerticalRuler(
+            painter,
+            {geometry.verticalRuler, look.lanes, look.vertical, FullScaleOf(sound_.GetBits())},
+            look.colours);
 }
 
 void SoundPreview::PaintWaveform(QPainter& painter, const WaveformLook& look) const {
@@ -119,42 +124,6 @@ void SoundPreview::PaintMarkers(QPainter& painter, const Rectangle& strip,
         painter.drawText(QRect(marker.labelX, strip.top, strip.Width(), strip.Height()),
                          Qt::AlignLeft | Qt::AlignVCenter | Qt::TextDontClip,
                          ToQString(marker.label));
-    }
-}
-
-void SoundPreview::PaintTimeRuler(QPainter& painter, const Rectangle& area,
-                                  const PixelMap& map) const {
-    const QFont font = RulerFont(kRulerFontPixels);
-    const StatusFormat format = static_cast<StatusFormat>(preferences_.statusFormat);
-    const HorizontalRuler ruler =
-        LayOutHorizontalRuler({area, map, kRate, format, kCursor, kSelection}, WidthIn(font));
-    painter.fillRect(ToQRect(area), Colour(ColourSlot::kRulerBackground));
-    painter.setFont(font);
-    painter.setPen(Colour(ColourSlot::kRulerText));
-    for (const TimeTick& tick : ruler.ticks)
-        painter.fillRect(tick.x, area.top, 1,
-                         tick.size == TickSize::kMajor ? kMajorTick : kMinorTick,
-                         Colour(ColourSlot::kRulerText));
-    for (const TimeLabel& label : ruler.labels)
-        painter.drawText(QPoint(label.x, area.bottom - painter.fontMetrics().descent() - 1),
-                         ToQString(label.text));
-}
-
-void SoundPreview::PaintLevelRuler(QPainter& painter, const ViewGeometry& geometry,
-                                   const WaveformLook& look) const {
-    const Rectangle& area = geometry.verticalRuler;
-    painter.fillRect(ToQRect(area), Colour(ColourSlot::kRulerBackground));
-    painter.fillRect(area.left, area.top, 1, area.Height(), Colour(ColourSlot::kRulerText));
-    painter.setFont(RulerFont(kRulerFontPixels - 1));
-    painter.setPen(Colour(ColourSlot::kRulerText));
-    for (const Rectangle& lane : look.lanes) {
-        const LevelMap levels(look.vertical, FullScaleOf(sound_.GetBits()), lane.Height());
-        for (const LevelTick& tick :
-             LayOutVerticalRuler({area.left, lane.top, area.right, lane.bottom}, levels)) {
-            painter.fillRect(area.left, tick.y, 3, 1, Colour(ColourSlot::kRulerText));
-            painter.drawText(QPoint(tick.labelX, tick.labelY + painter.fontMetrics().ascent()),
-                             ToQString(tick.label));
-        }
     }
 }
 

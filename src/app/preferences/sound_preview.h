@@ -28,9 +28,6 @@ class SoundPreview : public QWidget {
     WaveformLook Look(const ViewGeometry& geometry) const;
     void PaintWaveform(QPainter& painter, const WaveformLook& look) const;
     void PaintMarkers(QPainter& painter, const Rectangle& strip, const PixelMap& map) const;
-    void PaintTimeRuler(QPainter& painter, const Rectangle& area, const PixelMap& map) const;
-    void PaintLevelRuler(QPainter& painter, const ViewGeometry& geometry,
-                         const WaveformLook& look) const;
     QColor Colour(ColourSlot slot) const;
 
     SilentPrompts prompts_;

@@ -4,16 +4,22 @@
 
 namespace sonavel {
 
+namespace {
+
+constexpr int kRulerFontPixels = 11;
+
+}  // namespace
+
 QString ToQString(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-QFont RulerFont(int pixelSize) {
+QFont RulerFont() {
     QFont font({QStringLiteral("Times New Roman"), QStringLiteral("Liberation Serif"),
                 QStringLiteral("Nimbus Roman"), QStringLiteral("DejaVu Serif"),
                 QStringLiteral("NanumMyeongjo")});
     font.setStyleHint(QFont::Serif);
-    font.setPixelSize(pixelSize);
+    font.setPixelSize(kRulerFontPixels);
     font.setWeight(QFont::Normal);
     return font;
 }

@@ -20,9 +20,8 @@ inline QColor ToQColor(Rgb colour) {
 }
 QString ToQString(std::string_view text);
 
-// The font of rulers, grid labels and markers.
-QFont RulerFont(int pixelSize);
-inline constexpr int kRulerFontPixels = 11;
+// The font of both rulers and of the grid's labels.
+QFont RulerFont();
 TextWidth WidthIn(const QFont& font);
 
 }  // namespace sonavel

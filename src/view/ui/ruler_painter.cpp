@@ -3,7 +3,6 @@
 #include <QPolygon>
 #include <algorithm>
 
-#include "view/rulers.h"
 #include "view/ui/qt_values.h"
 
 namespace sonavel {
@@ -49,7 +48,34 @@ void PaintMarks(QPainter& painter, const HorizontalRuler& ruler, int top,
     if (ruler.cursorX) PaintMark(painter, *ruler.cursorX, top, MarkShape::kCursor);
 }
 
-HorizontalRuler LayOut(const CSoundView& view, const QFont& font) {
+// Of the digits, with a row of air at both sides.
+int LevelLabelHeight(const QFont& font) {
+    return QFontMetrics(font).tightBoundingRect(QStringLiteral("-0123456789")).height() + 2;
+}
+
+// A label that is wider than its room is drawn narrower.
+void DrawLevelLabel(QPainter& painter, const LevelTick& tick, int right) {
+    const QString text = ToQString(tick.label);
+    const double room = right - tick.labelX;
+    const double width = QFontMetricsF(painter.font()).horizontalAdvance(text);
+    painter.save();
+    painter.translate(tick.labelX, tick.labelY + painter.fontMetrics().ascent());
+    painter.scale(std::min(1.0, room / width), 1);
+    painter.drawText(QPointF(0, 0), text);
+    painter.restore();
+}
+
+// A ruler's field, with the painter set up to draw ticks and labels in it.
+void BeginRuler(QPainter& painter, const Rectangle& area, const ColourTable& colours) {
+    painter.setClipRect(ToQRect(area), Qt::IntersectClip);
+    painter.fillRect(ToQRect(area), ToQColor(colours[ColourSlot::kRulerBackground]));
+    painter.setFont(RulerFont());
+    painter.setPen(ToQColor(colours[ColourSlot::kRulerText]));
+}
+
+}  // namespace
+
+void PaintHorizontalRuler(QPainter& painter, const CSoundView& view) {
     HorizontalRulerRequest request;
     request.area = view.Geometry().horizontalRuler;
     request.map = view.Pixels();
@@ -57,57 +83,54 @@ HorizontalRuler LayOut(const CSoundView& view, const QFont& font) {
     request.format = view.GetStatusFormat();
     request.cursor = view.Cursor();
     request.selection = view.GetSelection();
-    return LayOutHorizontalRuler(request, WidthIn(font));
+    PaintHorizontalRuler(painter, request, view.Colours());
 }
 
-}  // namespace
-
-void PaintHorizontalRuler(QPainter& painter, const CSoundView& view) {
-    const Rectangle& area = view.Geometry().horizontalRuler;
+void PaintHorizontalRuler(QPainter& painter, const HorizontalRulerRequest& request,
+                          const ColourTable& colours) {
+    const Rectangle& area = request.area;
     if (area.Empty()) return;
-    const QFont font = RulerFont(kRulerFontPixels);
-    const HorizontalRuler ruler = LayOut(view, font);
-    const QColor colour = ToQColor(view.Colours()[ColourSlot::kRulerText]);
+    const HorizontalRuler ruler = LayOutHorizontalRuler(request, WidthIn(RulerFont()));
     painter.save();
-    painter.setClipRect(ToQRect(area), Qt::IntersectClip);
-    painter.fillRect(ToQRect(area), ToQColor(view.Colours()[ColourSlot::kRulerBackground]));
+    BeginRuler(painter, area, colours);
+    const QColor colour = painter.pen().color();
     for (const TimeTick& tick : ruler.ticks)
         painter.fillRect(tick.x, area.top, 1,
                          tick.size == TickSize::kMajor ? kMajorTick : kMinorTick, colour);
-    painter.setFont(font);
-    painter.setPen(colour);
     for (const TimeLabel& label : ruler.labels) {
         const QString text = ToQString(label.text);
         // A label that would be cut at the right is not worth its place.
         if (label.x + painter.fontMetrics().horizontalAdvance(text) > area.right) continue;
         painter.drawText(QPoint(label.x, area.bottom - painter.fontMetrics().descent() - 1), text);
     }
-    PaintMarks(painter, ruler, area.top, view.Colours());
+    PaintMarks(painter, ruler, area.top, colours);
     painter.restore();
 }
 
 void PaintVerticalRuler(QPainter& painter, const CSoundView& view) {
-    const Rectangle& area = view.Geometry().verticalRuler;
+    const unsigned channels = std::clamp(view.Sound().GetChannels(), 1u, 2u);
+    const Rectangle lanes[] = {view.Geometry().Lane(0, channels),
+                               view.Geometry().Lane(1, channels)};
+    VerticalRulerRequest request;
+    request.area = view.Geometry().verticalRuler;
+    request.lanes = std::span(lanes).first(channels);
+    request.vertical = view.Vertical();
+    request.fullScale = FullScaleOf(view.Sound().GetBits());
+    PaintVerticalRuler(painter, request, view.Colours());
+}
+
+void PaintVerticalRuler(QPainter& painter, VerticalRulerRequest request,
+                        const ColourTable& colours) {
+    const Rectangle& area = request.area;
     if (area.Empty()) return;
-    const QColor colour = ToQColor(view.Colours()[ColourSlot::kRulerText]);
+    request.labelHeight = LevelLabelHeight(RulerFont());
     painter.save();
-    painter.setClipRect(ToQRect(area), Qt::IntersectClip);
-    painter.fillRect(ToQRect(area), ToQColor(view.Colours()[ColourSlot::kRulerBackground]));
+    BeginRuler(painter, area, colours);
+    const QColor colour = painter.pen().color();
     painter.fillRect(area.left, area.top, 1, area.Height(), colour);
-    painter.setFont(RulerFont(kRulerFontPixels - 1));
-    painter.setPen(colour);
-    const unsigned channels = view.Sound().GetChannels();
-    for (unsigned channel = 0; channel < channels; ++channel) {
-        const Rectangle lane = view.Geometry().Lane(channel, channels);
-        const LevelMap levels(view.Vertical(), FullScaleOf(view.Sound().GetBits()), lane.Height());
-        for (const LevelTick& tick :
-             LayOutVerticalRuler({area.left, lane.top, area.right, lane.bottom}, levels)) {
-            painter.fillRect(area.left, tick.y, kLevelTick, 1, colour);
-            // The topmost label stands inside the ruler, beside its tick instead of across it.
-            const int labelTop = std::max(tick.labelY, lane.top - 1);
-            painter.drawText(QPoint(tick.labelX, labelTop + painter.fontMetrics().ascent()),
-                             ToQString(tick.label));
-        }
+    for (const LevelTick& tick : LayOutVerticalRuler(request)) {
+        painter.fillRect(area.left, tick.y, kLevelTick, 1, colour);
+        if (!tick.label.empty()) DrawLevelLabel(painter, tick, area.right);
     }
     painter.restore();
 }

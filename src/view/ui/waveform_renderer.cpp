@@ -72,7 +72,7 @@ void WaveformRenderer::FillBackground(QPainter& painter) const {
 }
 
 void WaveformRenderer::DrawGrid(QPainter& painter) const {
-    const QFont font = RulerFont(kRulerFontPixels);
+    const QFont font = RulerFont();
     const QColor colour = ToQColor(look_.colours[ColourSlot::kGrid]);
     painter.setFont(font);
     painter.setPen(colour);
