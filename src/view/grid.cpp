@@ -162,7 +162,8 @@ void AddLevelLines(const GridRequest& request, Grid& grid) {
 
 Grid LayOutGrid(const GridRequest& request, const TextWidth& textWidth) {
     Grid grid;
-    if (request.settings.timeGrid != 0 && request.map.Usable()) {
+    if (!request.map.Usable()) return grid;
+    if (request.settings.timeGrid != 0) {
         TimeLines lines(request, textWidth, grid);
         if (request.settings.type == 1) {
             AddRulerLines(request, textWidth, lines);

@@ -44,7 +44,8 @@ struct GridRequest {
     StatusFormat format = StatusFormat::kTime;  // of the labels at the ruler's ticks
 };
 
-// What the settings show, time lines first; where they show it is for GridSettings::Place().
+// What the settings show, time lines first; where they show it is for GridSettings::Place(). Empty
+// without a sound.
 Grid LayOutGrid(const GridRequest& request, const TextWidth& textWidth);
 
 }  // namespace sonavel

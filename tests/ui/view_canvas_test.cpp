@@ -157,6 +157,18 @@ TEST_F(WaveformCanvasTest, TheFirstStrokeRunsFromTheEdgeToTheFirstColumn) {
     }
 }
 
+TEST_F(WaveformCanvasTest, OfAnEmptySoundNothingIsDrawn) {
+    for (const char* grid : {"WIDTH GRID", "HEIGHT GRID", "PRESENT LOCATION"})
+        SetOption("__SOUND_GRID_DISPLAY_ITEMS", grid, 1);
+    SetOption("__SOUND_GRID_OPTIONS", "GRID WIDTH SPACING", 1);
+    SetOption("__SOUND_GRID_OPTIONS", "GRID HEIGHT SPACING", 10);
+    CSoundView& view = Open({2, 0, BeatingTone, {}});
+    Follow(view, 1.0);
+    QImage background(canvas_.Image().size(), QImage::Format_RGB32);
+    background.fill(Qt::black);
+    EXPECT_EQ(canvas_.Image(), background);
+}
+
 // --- The raster
 
 constexpr QRgb kFirst = qRgb(255, 0, 0);

@@ -46,12 +46,16 @@ TEST(TimeGrid, DrawsNothingWithoutSpacingSoundOrRate) {
     GridRequest noRate = TimeGridOf(100);
     noRate.rate = 0;
     GridRequest noSound = TimeGridOf(100);
+    noSound.settings.levelGrid = 1;
     noSound.map = PixelMap(0, {0, 0, 1, 0});
+    GridRequest noWidth = noSound;
+    noWidth.map = PixelMap(1000, {0, 0, 1, 0});
     // The sum of the spacings no longer grows before it comes into sight.
     GridRequest endless = TimeGridOf(1);
     endless.rate = 1;
     endless.map = PixelMap(2'000'000'000, {0, 400, 401, 399});
-    for (const GridRequest& request : {TimeGridOf(0), TimeGridOf(-5), noRate, noSound, endless})
+    for (const GridRequest& request :
+         {TimeGridOf(0), TimeGridOf(-5), noRate, noSound, noWidth, endless})
         EXPECT_TRUE(LayOutGrid(request, SevenPixelsEach).lines.empty());
 }
 

@@ -64,7 +64,7 @@ void WaveformRenderer::FillBackground(QPainter& painter) const {
     const PixelMap map(look_.frameCount, look_.horizontal);
     FillRect(painter, Local(SelectionRect(look_.waveform, map, look_.selection)),
              look_.colours[ColourSlot::kSelection]);
-    if (look_.channels < 2) return;
+    if (look_.channels < 2 || !map.Usable()) return;
     const Rectangle upper = Local(look_.lanes[0]);
     const Rectangle lower = Local(look_.lanes[1]);
     FillRect(painter, {upper.left, upper.bottom, upper.right, lower.top},
