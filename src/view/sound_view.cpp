@@ -88,15 +88,21 @@ int CSoundView::WaveformHeight() const {
 void CSoundView::ReloadSettings() {
     document_.ReloadOptions();
     TakeSettings();
+    ShowStatusFormat(statusFormat_);
     Resize(client_.Width(), client_.Height());
 }
 
 bool CSoundView::SetStatusFormat(StatusFormat format) {
-    statusFormat_ = format;
-    Invalidate(ViewArea::kAll);
-    if (observer_) observer_->OnSelectionChanged();
+    host_.OnStatusFormatChosen(format);
     ProfileFile options = document_.Services().folder.Options();
     return WriteStatusFormat(options, format) || Refuse("Options.ini cannot be written.");
+}
+
+void CSoundView::ShowStatusFormat(StatusFormat format) {
+    statusFormat_ = format;
+    ShowPlayReport();
+    Invalidate(ViewArea::kAll);
+    if (observer_) observer_->OnSelectionChanged();
 }
 
 // --- The document
@@ -105,6 +111,7 @@ void CSoundView::OnSoundChanged(std::uint32_t firstChangedFrame) {
     const bool rebuildsLanes = extremes_.Channels() != Sound().GetChannels();
     extremes_.Rebuild(Sound(), firstChangedFrame);
     ClampToSound();
+    ShowPlayReport();
     if (!shown_) return;
     const ZoomState before = Zoom();
     if (rebuildsLanes) vertical_.Set(FitZoom(Context()).vertical);

@@ -70,8 +70,11 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
     const GridSettings& Grid() const { return grid_; }
     const ColourTable& Colours() const { return colours_; }
     StatusFormat GetStatusFormat() const { return statusFormat_; }
-    // Stores the format in Options.ini. False when that cannot be written; it holds all the same.
+    // Stores the format in Options.ini and has every open view take it. False when it cannot be
+    // written; it holds all the same.
     bool SetStatusFormat(StatusFormat format);
+    // Takes over a format that is stored already.
+    void ShowStatusFormat(StatusFormat format);
 
     // --- Scrolling and zoom
 
@@ -185,6 +188,7 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
     void InvalidateSelectionChange(const Selection& before, const Selection& after);
     void StoreSelection(const SelectionEnds& ends);
     void InvalidatePlayColumn();
+    void ShowPlayReport();
 
     CSoundDoc& document_;
     ViewDialogs& dialogs_;
@@ -210,6 +214,13 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
     std::optional<std::uint32_t> playFrame_;
     int playReports_ = 0;
     std::optional<std::int64_t> playColumn_;  // where play scrolling keeps the position, in pixels
+    // What the status text tells of the player, if it does: it follows the sound's length and the
+    // status format.
+    struct PlayReport {
+        std::string state;
+        std::uint32_t frame = 0;
+    };
+    std::optional<PlayReport> playReport_;
     std::string statusText_;
     std::string lastError_;
 };

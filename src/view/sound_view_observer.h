@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "view/display_settings.h"
 #include "view/view_geometry.h"
 
 namespace sonavel {
@@ -48,6 +49,8 @@ class ViewHost {
     // Opens a document that holds the clip. False when it cannot be made; LastError() says why.
     virtual bool NewDocumentFromClip() = 0;
     virtual const std::string& LastError() const = 0;
+    // One view was told the format, which all of them have to show.
+    virtual void OnStatusFormatChosen(StatusFormat format) = 0;
 };
 
 }  // namespace sonavel

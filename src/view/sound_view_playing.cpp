@@ -65,10 +65,18 @@ void CSoundView::FollowPlayPosition(std::uint32_t frame) {
 }
 
 void CSoundView::OnPlayState(std::string_view stateText, std::uint32_t frame) {
-    const std::uint32_t rate = Sound().GetSamplesPerSecond();
-    ShowStatusText(std::string(stateText) + PositionText(statusFormat_, frame, rate) + " / " +
-                   PositionText(statusFormat_, FrameCount(), rate));
+    playReport_ = {std::string(stateText), frame};
+    ShowPlayReport();
     NoteTransportState();
+}
+
+void CSoundView::ShowPlayReport() {
+    if (!playReport_) return;
+    const std::uint32_t rate = Sound().GetSamplesPerSecond();
+    const std::uint32_t frame = std::min(playReport_->frame, FrameCount());
+    statusText_ = playReport_->state + PositionText(statusFormat_, frame, rate) + " / " +
+                  PositionText(statusFormat_, FrameCount(), rate);
+    if (observer_) observer_->OnStatusText(statusText_);
 }
 
 void CSoundView::OnPeaks(std::int32_t left, std::int32_t right) {
@@ -100,6 +108,7 @@ void CSoundView::PlayFromStart() {
 }
 
 void CSoundView::ShowStatusText(std::string_view text) {
+    playReport_.reset();
     statusText_ = text;
     if (observer_) observer_->OnStatusText(statusText_);
 }

@@ -148,6 +148,10 @@ void Workspace::Close(std::size_t index) {
     if (wasActive && observer_) observer_->OnActivated(Active());
 }
 
+void Workspace::OnStatusFormatChosen(StatusFormat format) {
+    for (const auto& sound : sounds_) sound->view->ShowStatusFormat(format);
+}
+
 // --- Recording
 
 bool Workspace::Record() {

@@ -80,6 +80,7 @@ class Workspace : public ViewHost {
     ClipRecord& Clip() override { return clip_; }
     const std::string& LastError() const override { return lastError_; }
     void ClearError() { lastError_.clear(); }
+    void OnStatusFormatChosen(StatusFormat format) override;
     const HostServices& Services() const { return services_; }
     ViewDialogs& Dialogs() { return viewDialogs_; }
 

@@ -145,6 +145,42 @@ TEST_F(SoundViewWidgetTest, ShowsEveryChangeOfTheSound) {
         EXPECT_EQ(image.pixel(100, y) == pen, y == waveform.top + waveform.Height() / 2) << y;
 }
 
+TEST_F(SoundViewWidgetTest, ThePlayLineInvertsItsColumn) {
+    SetOption("__SOUND_GENERAL_OPTIONS", "DISPLAY SEEKER", 1);
+    CSoundView& view = Open({1, 64000, BeatingTone, {}});
+    view.SetSelection(20000, 40000);
+    const QImage still = Grab();
+    ASSERT_TRUE(view.Sound().Play(0));
+    ASSERT_TRUE(view.Sound().Pause());
+    const QRect waveform = ToQRect(view.Geometry().waveform);
+    for (const std::uint32_t frame : {10000u, 30000u}) {
+        view.OnPlayPosition(2 * frame, 2 * 64000);
+        ExpectScreenIsUpToDate();
+        const QImage image = Grab();
+        const auto x = static_cast<int>(view.Pixels().X(frame));
+        for (int y = waveform.top(); y <= waveform.bottom(); ++y) {
+            ASSERT_EQ(image.pixel(x, y), still.pixel(x, y) ^ 0x00FFFFFF) << frame << " row " << y;
+            ASSERT_EQ(image.pixel(x + 1, y), still.pixel(x + 1, y));
+        }
+    }
+}
+
+TEST_F(SoundViewWidgetTest, AStatusFormatIsShownOnTheRulerAtOnce) {
+    ShowRulers();
+    CSoundView& view = Open({1, 64000, BeatingTone, {}});
+    const QRect ruler = ToQRect(view.Geometry().horizontalRuler);
+    std::vector<QImage> shown;
+    for (const auto format : {StatusFormat::kSample, StatusFormat::kTime, StatusFormat::kSecond}) {
+        ASSERT_TRUE(view.SetStatusFormat(format));
+        QTest::qWait(kPaintMs);
+        const QImage screen = widget_->screen()->grabWindow(widget_->winId()).toImage();
+        shown.push_back(screen.copy(ruler).convertToFormat(QImage::Format_RGB32));
+        EXPECT_EQ(shown.back(), Grab().copy(ruler));
+    }
+    EXPECT_NE(shown[0], shown[1]);
+    EXPECT_NE(shown[1], shown[2]);
+}
+
 TEST_F(SoundViewWidgetTest, ADragSelectsAndAClickSetsTheCursor) {
     CSoundView& view = Open({1, 64000, BeatingTone, {}});
     QSignalSpy changes(widget_.get(), &SoundViewWidget::SelectionChanged);

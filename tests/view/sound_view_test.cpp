@@ -176,6 +176,46 @@ TEST_F(SoundViewTest, TheStatusFormatIsStoredAndChecked) {
     EXPECT_EQ(View().GetStatusFormat(), StatusFormat::kSecond);
 }
 
+TEST_F(SoundViewTest, AStatusFormatReachesEveryOpenView) {
+    OpenRamp(6400);
+    CSoundView& other = View();
+    FakeWindow otherWindow;
+    other.SetObserver(&otherWindow);
+    other.OnPlayState("(Stopped) ", 1500);
+    OpenRamp(100);
+    Watch();
+    ASSERT_TRUE(Run(view_command::kStatusSample));
+    EXPECT_EQ(other.GetStatusFormat(), StatusFormat::kSample);
+    EXPECT_EQ(other.StatusText(), "(Stopped) 1500 / 6400");
+    EXPECT_EQ(otherWindow.texts.back(), other.StatusText());
+    // Rulers, grids and panes show positions.
+    for (const FakeWindow* shown : {&window, &otherWindow}) {
+        EXPECT_EQ(shown->areas.back(), ViewArea::kAll);
+        EXPECT_GE(shown->selectionChanges, 1);
+    }
+    ASSERT_TRUE(folder.Options().SetInteger("__SOUND_OPTIONS", "Status Format", 2));
+    other.ReloadSettings();
+    EXPECT_EQ(other.StatusText(), "(Stopped) 1.500 / 6.400");
+}
+
+TEST_F(SoundViewTest, TheStateTextFollowsTheLengthOfTheSound) {
+    OpenRamp(6400);
+    Watch();
+    View().ShowStatusFormat(StatusFormat::kSample);
+    View().OnPlayState("(Stopped) ", 1500);
+    View().SetSelection(1000, 6000);
+    ASSERT_TRUE(Run(view_command::kCut));
+    EXPECT_EQ(window.texts.back(), "(Stopped) 1400 / 1400");
+    ASSERT_TRUE(Run(view_command::kUndo));
+    EXPECT_EQ(window.texts.back(), "(Stopped) 1500 / 6400");
+    ASSERT_TRUE(Run(view_command::kRedo));
+    EXPECT_EQ(View().StatusText(), "(Stopped) 1400 / 1400");
+    // Another text is no state of the player and stays as it is.
+    View().ShowStatusText("of its own");
+    ASSERT_TRUE(Run(view_command::kUndo));
+    EXPECT_EQ(View().StatusText(), "of its own");
+}
+
 TEST_F(SoundViewTest, PercentTextsAreReadUpToTheSign) {
     const std::pair<const char*, double> cases[] = {
         {"150%", 150}, {" 12.5 % of it", 12.5}, {"75", 75}, {"%", 0}, {"", 0}, {"abc", 0}};
