@@ -24,13 +24,13 @@ enum class ColourSlot : std::size_t {
     kSelectedWaveform = 3,
     kSelection = 4,
     kCentreLine = 5,
-    kLaneSeparator = 6,
     kCursor = 7,
     kEndOfSound = 8,  // also the flags of the markers
     kMarkerLabel = 9,
     kRulerText = 10,
     kMarkerStrip = 11,
     kRulerBackground = 13,
+    kLaneSeparator = 15,
 };
 
 class ColourTable {

@@ -86,7 +86,7 @@ TEST_F(PreferencesTest, EveryPageComesBackFromItsFilesAlone) {
     EXPECT_EQ(options.recordDeviceId, -2);
     EXPECT_EQ(options.saveMarkers, 1);
     EXPECT_EQ(GridSettings::Read(folder_.Options().Read()).Place(), GridPlace::kNowhere);
-    EXPECT_EQ(folder_.Display().Read().GetString(kColourSection, "RESERVED 15"), "15,7,255,");
+    EXPECT_EQ(folder_.Display().Read().GetString(kColourSection, "LANE SEPARATOR"), "15,7,255,");
 }
 
 TEST_F(PreferencesTest, OnlyWhatChangedIsWritten) {

@@ -169,6 +169,27 @@ TEST_F(WaveformCanvasTest, OfAnEmptySoundNothingIsDrawn) {
     EXPECT_EQ(canvas_.Image(), background);
 }
 
+TEST_F(WaveformCanvasTest, TheLaneSeparatorHasAColourOfItsOwn) {
+    CSoundView& view = Open({2, 5000, BeatingTone, {}});
+    const auto pictureWith = [&](std::size_t slot) {
+        std::vector<std::pair<std::string, std::string>> colours;
+        for (std::size_t i = 0; i < ColourTable::kSlots; ++i)
+            colours.emplace_back("K" + std::to_string(i), i == slot ? "200,0,200," : "1,2,3,");
+        EXPECT_TRUE(folder_.Display().SetEntries(kColourSection, colours));
+        view.ReloadSettings();
+        Follow(view, 1.0);
+        return canvas_.Image().copy();
+    };
+    const QImage plain = pictureWith(ColourTable::kSlots);
+    EXPECT_EQ(pictureWith(6), plain) << "a slot that is only kept";
+    const QImage separated = pictureWith(15);
+    for (int y = 0; y < separated.height(); ++y) {
+        const bool between =
+            y >= view.Geometry().Lane(0, 2).bottom && y < view.Geometry().Lane(1, 2).top;
+        EXPECT_EQ(separated.pixel(300, y) == qRgb(200, 0, 200), between) << y;
+    }
+}
+
 // --- The raster
 
 constexpr QRgb kFirst = qRgb(255, 0, 0);

@@ -15,12 +15,11 @@ namespace {
 
 constexpr QSize kSwatch{30, 16};
 
-// Those of the last three are kept in the file, but nothing is drawn in them.
+// The spare ones are kept in the file, but nothing is drawn in them.
 constexpr const char* kColourNames[ColourTable::kSlots] = {
-    "Waveform",     "Background",   "Grid",           "Selected waveform",
-    "Selection",    "Centre line",  "Lane separator", "Cursor",
-    "End of sound", "Marker label", "Ruler text",     "Marker strip",
-    "Spare 12",     "Ruler",        "Spare 14",       "Spare 15",
+    "Waveform", "Background", "Grid",         "Selected waveform", "Selection",  "Centre line",
+    "Spare 6",  "Cursor",     "End of sound", "Marker label",      "Ruler text", "Marker strip",
+    "Spare 12", "Ruler",      "Spare 14",     "Lane separator",
 };
 
 constexpr FlagText kItems[] = {

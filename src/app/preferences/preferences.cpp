@@ -79,10 +79,10 @@ constexpr IntegerKey kKeys[] = {
 };
 
 constexpr const char* kColourKeys[ColourTable::kSlots] = {
-    "WAVEFORM",     "BACKGROUND",       "GRID",           "SELECTED WAVEFORM",
-    "SELECTION",    "CENTER LINE",      "LANE SEPARATOR", "CURSOR",
-    "END OF SOUND", "MARKER LABEL",     "RULER TEXT",     "MARKER STRIP",
-    "RESERVED 12",  "RULER BACKGROUND", "RESERVED 14",    "RESERVED 15",
+    "WAVEFORM",     "BACKGROUND",       "GRID",        "SELECTED WAVEFORM",
+    "SELECTION",    "CENTER LINE",      "RESERVED 6",  "CURSOR",
+    "END OF SOUND", "MARKER LABEL",     "RULER TEXT",  "MARKER STRIP",
+    "RESERVED 12",  "RULER BACKGROUND", "RESERVED 14", "LANE SEPARATOR",
 };
 
 std::string ColourText(Rgb colour) {
