@@ -419,6 +419,9 @@ TEST_F(SoundViewWidgetTest, TheRightButtonOpensTheMenuForTheSelection) {
         const QAction* cut = actions_->Action(view_command::kCut);
         EXPECT_EQ(menu->actions().contains(cut), selected);
         EXPECT_EQ(cut->isEnabled(), selected);
+        const QAction* zoom = actions_->Action(view_command::kZoomSelection);
+        EXPECT_TRUE(menu->actions().contains(zoom));
+        EXPECT_EQ(zoom->isEnabled(), selected);
         menu->close();
         QApplication::processEvents();
     }

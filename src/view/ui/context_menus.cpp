@@ -39,6 +39,7 @@ constexpr MenuEntry kNormal[] = {
     Row(kMarkerDelete),
     MenuEntry::End(),
     kLine,
+    Row(kZoomSelection),
     MenuEntry::Begin("Zoom Time"),
     Row(kZoomTimeIn),
     Row(kZoomTimeOut),
