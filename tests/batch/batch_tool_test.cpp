@@ -383,7 +383,9 @@ TEST_F(BatchToolTest, ShowsTheView) {
     Write("Display.ini", "[__SOUND_DISPLAY_ITEMS]\nVERTICAL RULER=1\nHORIZONTAL RULER=1\n");
     ExpectOutput(
         "open @/r.wav; view; zoom-range 500 1500; scroll-to 9999; view 340 180\n"
-        "zoom-time-full; zoom-level-in; view; select 500 1500; zoom-selection; zoom-time-out; view",
+        "zoom-time-full; zoom-level-in; view; select 500 1500; zoom-selection; zoom-time-out; "
+        "view\n"
+        "zoom-range 0 500; view",
         "view width=640 height=320 waveform=0,0,620,268 h-max=620 h-page=621 h-position=0 "
         "v-max=268 v-page=269 v-position=0 ratio=3 time-percent=100.000 level-percent=100.000\n"
         "view width=340 height=180 waveform=0,0,320,128 h-max=640 h-page=320 h-position=320 "
@@ -391,7 +393,9 @@ TEST_F(BatchToolTest, ShowsTheView) {
         "view width=340 height=180 waveform=0,0,320,128 h-max=2000 h-page=320 h-position=0 "
         "v-max=192 v-page=129 v-position=32 ratio=1 time-percent=625.000 level-percent=150.000\n"
         "view width=340 height=180 waveform=0,0,320,128 h-max=320 h-page=320 h-position=0 "
-        "v-max=192 v-page=129 v-position=32 ratio=6 time-percent=100.000 level-percent=150.000\n");
+        "v-max=192 v-page=129 v-position=32 ratio=6 time-percent=100.000 level-percent=150.000\n"
+        "view width=340 height=180 waveform=0,0,320,128 h-max=1280 h-page=320 h-position=0 "
+        "v-max=192 v-page=129 v-position=32 ratio=1 time-percent=400.000 level-percent=150.000\n");
 }
 
 TEST_F(BatchToolTest, AViewDraggedBackAndForthKeepsItsZoom) {

@@ -1,5 +1,6 @@
 #include "view/transport.h"
 
+#include <algorithm>
 #include <numeric>
 
 #include "view/view_commands.h"
@@ -145,6 +146,26 @@ TEST_F(TransportTest, TheViewShowsPositionAndStateOfThePlayer) {
     EXPECT_FALSE(View().PlayPosition());
     EXPECT_EQ(window.texts.back().rfind("(Stopped) ", 0), 0u);
     EXPECT_EQ(window.transportChanges, 4);
+}
+
+TEST_F(TransportTest, EveryReportRepaintsWhereThePlayLineWasAndWhereItIs) {
+    OpenRamp(6400);
+    Run(kPlay);
+    Watch();
+    const auto repainted = [&](int x) {
+        const Rectangle column{x, 0, x + 1, View().Geometry().waveform.bottom};
+        return std::ranges::find(window.rectangles, column) != window.rectangles.end();
+    };
+    View().OnPlayPosition(2 * 1000, 2 * 6400);
+    EXPECT_TRUE(repainted(100));
+    window.rectangles.clear();
+    View().OnPlayPosition(2 * 1010, 2 * 6400);
+    EXPECT_TRUE(repainted(100));
+    EXPECT_TRUE(repainted(101));
+    window.rectangles.clear();
+    View().OnPlayPosition(2 * 6400, 2 * 6400);
+    EXPECT_TRUE(repainted(101));
+    EXPECT_FALSE(View().PlayPosition());
 }
 
 TEST_F(TransportTest, PlayScrollingKeepsThePositionInTheMiddleOfAZoomedWindow) {

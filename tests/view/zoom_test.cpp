@@ -214,6 +214,10 @@ TEST(UserZoom, RangesOutsideTheSoundAreRefused) {
                                  TimeRange(0.7, 0.5), TimeRange(-0.1, 0.5), TimeRange(2, 3)})
         EXPECT_EQ(ApplyUserZoom(fit, context, zoom), fit)
             << zoom.startSample << ".." << zoom.endSample << ", " << zoom.startSeconds << " s";
+    // From the very first frame, too.
+    for (const UserZoom& zoom : {SampleRange(0, 11025), TimeRange(0, 0.25)})
+        EXPECT_EQ(ApplyUserZoom(TimeZoomFull(fit, context), context, zoom).horizontal,
+                  (ScrollState{0, 2480, 621, 0}));
     EXPECT_EQ(ApplyUserZoom(fit, context, SampleRange(22050, 44100)).horizontal,
               (ScrollState{0, 1240, 621, 620}));
     // Times become frames, within the sound.
