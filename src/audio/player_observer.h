@@ -24,8 +24,12 @@ class PlayerObserver : public PlayPositionObserver {
     virtual void OnPeaks(std::int32_t left, std::int32_t right) = 0;
     // Playing has stopped and the device is closed.
     virtual void OnStopped() = 0;
-    // "(Recording)" with the recorded time, samples and bytes; once for every recorded block.
+    // "(Recording)" with the recorded time, samples and bytes, and how many gaps there are; once
+    // for every recorded block.
     virtual void OnRecorded(std::string_view /*stateText*/) {}
+    // The recording cannot go on: the device is lost, or there is no more room. Who is told ends it
+    // with StopRecording; else the player does, at the start of the sound.
+    virtual void OnRecordingEnded() {}
 };
 
 }  // namespace sonavel

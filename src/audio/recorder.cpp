@@ -13,6 +13,7 @@ Recorder::~Recorder() {
 WaveResult Recorder::Start(const RecorderSettings& settings, WaveBlockDone onBlockDone) {
     settings_ = settings;
     recorded_ = {};
+    outOfMemory_ = false;
     if (!ring_.Allocate(std::size_t{settings.blockFrames} * settings.format.BlockAlign()))
         return kWaveNoMemory;
     const WaveResult result = OpenAndQueue(std::move(onBlockDone));
@@ -33,6 +34,7 @@ WaveResult Recorder::QueueFreeBlocks() {
     while (ring_.IsNextFree()) {
         WaveBlock& block = ring_.Next();
         block.recordedBytes = 0;
+        block.afterGap = false;
         WaveResult result = in_->Prepare(block);
         if (result == kWaveSuccess) result = in_->Add(block);
         if (result != kWaveSuccess) return result;
@@ -72,6 +74,8 @@ std::optional<ChannelPeaks> Recorder::KeepOldest() {
 void Recorder::Append(WaveBlock& block, std::size_t bytes) {
     const std::size_t size = block.data.size();
     try {
+        // What the device missed before the first sound is missing from nothing.
+        if (block.afterGap && recorded_.bytes > 0) recorded_.gaps.push_back(recorded_.bytes);
         std::vector<std::uint8_t> fresh(size);
         block.data.resize(bytes);
         recorded_.blocks.push_back(std::move(block.data));
@@ -81,17 +85,25 @@ void Recorder::Append(WaveBlock& block, std::size_t bytes) {
         // What came so far must stay in one piece, so nothing is kept behind the gap.
         block.data.resize(size);
         settings_.limitBytes = recorded_.bytes;
+        outOfMemory_ = true;
     }
+}
+
+RecordingEnd Recorder::End() const {
+    if (outOfMemory_) return RecordingEnd::kNoMemory;
+    if (recorded_.bytes + settings_.format.BlockAlign() > settings_.limitBytes)
+        return RecordingEnd::kFull;
+    return open_ && in_->Loss() != kWaveSuccess ? RecordingEnd::kDeviceLost : RecordingEnd::kNone;
 }
 
 WaveResult Recorder::Stop() {
     if (!open_) return kWaveSuccess;
-    const WaveResult stopped = in_->Stop();
-    const WaveResult reset = in_->Reset();
+    WaveResult results[] = {in_->Loss(), in_->Stop(), in_->Reset(), kWaveSuccess};
     while (ring_.IsOldestDone()) KeepOldest();
-    const WaveResult closed = Close();
-    if (stopped != kWaveSuccess) return stopped;
-    return reset != kWaveSuccess ? reset : closed;
+    results[3] = Close();
+    const auto* const error =
+        std::ranges::find_if(results, [](WaveResult result) { return result != kWaveSuccess; });
+    return error == std::end(results) ? kWaveSuccess : *error;
 }
 
 WaveResult Recorder::Close() {

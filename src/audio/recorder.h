@@ -17,6 +17,8 @@ namespace sonavel {
 struct RecordedSound {
     std::deque<std::vector<std::uint8_t>> blocks;
     std::uint64_t bytes = 0;
+    // Where the device lost sound: what comes from this byte on does not follow what is before it.
+    std::vector<std::uint64_t> gaps;
 };
 
 struct RecorderSettings {
@@ -25,6 +27,9 @@ struct RecorderSettings {
     std::uint32_t blockFrames = 1024;
     std::uint64_t limitBytes = 0;  // sound beyond it is dropped
 };
+
+// Why a recording cannot go on.
+enum class RecordingEnd { kNone, kDeviceLost, kFull, kNoMemory };
 
 class Recorder {
   public:
@@ -38,13 +43,17 @@ class Recorder {
     // Takes one block that the device has filled, keeps its data and hands the device a new one.
     // Returns the block's peaks; nothing when no block with sound is waiting.
     std::optional<ChannelPeaks> TakeBlock();
-    // Ends recording, keeps the blocks that the device then hands back, and closes it.
+    // Once blocks have been taken: kFull when not one frame more has room.
+    RecordingEnd End() const;
+    // Ends recording, keeps the blocks that the device then hands back, and closes it. The first
+    // error of the device, also that with which it was lost.
     WaveResult Stop();
     // Hands over what was recorded.
     RecordedSound Take();
 
     std::uint64_t RecordedBytes() const { return recorded_.bytes; }
     std::uint32_t RecordedFrames() const;
+    std::size_t GapCount() const { return recorded_.gaps.size(); }
 
   private:
     WaveResult OpenAndQueue(WaveBlockDone onBlockDone);
@@ -59,6 +68,7 @@ class Recorder {
     RecorderSettings settings_;
     RecordedSound recorded_;
     bool open_ = false;
+    bool outOfMemory_ = false;
 };
 
 }  // namespace sonavel

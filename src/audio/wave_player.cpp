@@ -40,7 +40,7 @@ void CWavePlayer::SetRecordBlockFrames(int frames) {
 
 bool CWavePlayer::Play(std::uint32_t startByte) {
     if (!HasData() || IsRecording()) return false;
-    StopForNewStart();
+    if (!StopForNewStart()) return false;
     const ByteRange whole{0, GetDataSize()};
     source_.SetLoopRange(whole);
     if (IsPaused()) {
@@ -55,7 +55,7 @@ bool CWavePlayer::PlayRange(std::uint32_t startByte, std::uint32_t endByte) {
     const ByteRange range{startByte, std::min(endByte, GetDataSize())};
     source_.SetLoopRange(range);
     if (IsPaused()) return Resume();
-    StopForNewStart();
+    if (!StopForNewStart()) return false;
     return Start(range, std::nullopt);
 }
 
@@ -100,9 +100,10 @@ void CWavePlayer::Stop(StopReport report) {
     EndPlaying(report == StopReport::kShow ? EndReport::kPositionAndLevels : EndReport::kNone);
 }
 
-// A running playback makes way for a new one, which loops if this one did.
-void CWavePlayer::StopForNewStart() {
-    if (IsPlaying()) EndPlaying(EndReport::kPosition);
+// A running playback makes way for a new one, which loops if this one did. A device that hangs is
+// not asked again at once.
+bool CWavePlayer::StopForNewStart() {
+    return !IsPlaying() || EndPlaying(EndReport::kPosition) != kWaveNoAnswer;
 }
 
 bool CWavePlayer::Start(ByteRange range, std::optional<ByteRange> skip) {
@@ -130,7 +131,7 @@ bool CWavePlayer::OpenOutput() {
     } else if (!ring_.Allocate(std::size_t{format.BlockAlign()} * playbackBlockFrames_)) {
         result = kWaveNoMemory;
     } else {
-        result = out_->Open(playbackDevice_, format, [this] { Refill(); });
+        result = out_->Open(playbackDevice_, format, [this] { ServeOutput(); });
         if (result == kWaveSuccess) {
             // Blocks are to queue up silently until the ring is full.
             result = out_->Pause();
@@ -147,6 +148,16 @@ WaveResult CWavePlayer::CloseOutput() {
     const WaveResult result = out_->Close();
     ring_.Release();
     return result;
+}
+
+// A step that is under way finds out by itself that its device is lost.
+void CWavePlayer::ServeOutput() {
+    if (!IsActive() || busy_) return;
+    const WaveResult loss = out_->Loss();
+    if (loss != kWaveSuccess)
+        FailPlaying(loss);
+    else
+        Refill();
 }
 
 void CWavePlayer::Refill() {
@@ -182,26 +193,28 @@ WaveResult CWavePlayer::QueueBlocks() {
 }
 
 // The device is closed before anyone hears of it, so that an observer can start anew at once.
-void CWavePlayer::EndPlaying(EndReport report) {
-    if (!IsActive()) return;
+WaveResult CWavePlayer::EndPlaying(EndReport report, WaveResult cause) {
+    if (!IsActive()) return kWaveSuccess;
     Report last = MakeReport();
     last.positionBytes = last.totalBytes;
     state_ = PlayState::kStopped;
     busy_ = false;
     source_.ClearSkip();
-    const WaveResult result = CloseOutput();
+    const WaveResult closed = CloseOutput();
     if (report != EndReport::kNone) {
         SendReport(last);
         ShowState("(Stopped) ");
     }
     if (report == EndReport::kPositionAndLevels) ShowPeaks({0, 0});
     if (observer_) observer_->OnStopped();
+    const WaveResult result = cause != kWaveSuccess ? cause : closed;
     if (result != kWaveSuccess) ReportDeviceError(result);
+    return result;
 }
 
 void CWavePlayer::FailPlaying(WaveResult result) {
-    Stop(StopReport::kShow);
-    ReportDeviceError(result);
+    source_.SetLooping(false);
+    EndPlaying(EndReport::kPositionAndLevels, result);
 }
 
 // The levels are those of the block being heard, over its size in frames taken as a count of bytes:

@@ -62,8 +62,7 @@ class CWavePlayer : public CWave {
     bool IsPaused() const { return state_ == PlayState::kPaused; }
     bool IsRecording() const { return state_ == PlayState::kRecording; }
 
-    // The service step: takes finished blocks back, fills and queues them again. The output
-    // device's notification calls it.
+    // The service step: takes finished blocks back, fills and queues them again.
     void Refill();
 
     // --- Recording
@@ -71,13 +70,15 @@ class CWavePlayer : public CWave {
     // Records in the sound's own format until StopRecording. Playing stops first. False when the
     // device cannot be had, which is shown unless the device id is -2.
     bool StartRecording();
-    // Ends recording and inserts what came at `cursorFrame` (clamped); markers keep their frames
-    // and the sound is marked modified. False when nothing was recorded or the memory cannot be
-    // had; the sound is then unchanged. The sound changes from `cursorFrame` on.
+    // Ends recording and inserts what came at `cursorFrame` (clamped), as much of it as the memory
+    // holds, with a marker "Gap" wherever the device lost sound; other markers keep their frames
+    // and the sound is marked modified. False, with the sound unchanged, when nothing was recorded
+    // or kept. The sound changes from `cursorFrame` on.
     bool StopRecording(std::uint32_t cursorFrame);
+    // Shows, once, why the last recording ended by itself or is not whole. To be called behind
+    // StopRecording when everyone knows of the sound's change, because a message box may wait.
+    void ReportRecordingEnd();
     std::uint32_t GetRecordedFrames() const { return recorder_.RecordedFrames(); }
-    // The recorder's service step, called by the input device's notification.
-    void TakeRecordedBlocks();
 
   private:
     enum class EndReport { kNone, kPosition, kPositionAndLevels };
@@ -87,22 +88,30 @@ class CWavePlayer : public CWave {
         ChannelPeaks peaks;
     };
 
+    // What the devices' notifications call.
+    void ServeOutput();
+    void ServeInput();
+    void TakeRecordedBlocks();
+
     WaveFormat DeviceFormat() const;
     bool IsActive() const { return IsPlaying() || IsPaused(); }
-    void StopForNewStart();
+    bool StopForNewStart();
     bool Start(ByteRange range, std::optional<ByteRange> skip);
     bool OpenOutput();
     WaveResult CloseOutput();
     bool Resume();
     WaveResult QueueBlocks();
-    void EndPlaying(EndReport report);
+    // Shows one error and returns it: the cause, or else what closing the device gave.
+    WaveResult EndPlaying(EndReport report, WaveResult cause = kWaveSuccess);
     void FailPlaying(WaveResult result);
     Report MakeReport() const;
     void SendReport(const Report& report);
     void ShowState(std::string_view text);
     void ShowPeaks(const ChannelPeaks& peaks);
     bool InsertRecorded(std::uint32_t frame, const RecordedSound& recorded);
-    void CopyRecorded(ByteRange gap, const RecordedSound& recorded);
+    std::uint32_t GrowBy(std::uint32_t frames);
+    void CopyRecorded(ByteRange room, const RecordedSound& recorded);
+    void MarkGaps(std::uint32_t frame, std::uint32_t frames, const RecordedSound& recorded);
 
     WaveDevices& devices_;
     PlayerObserver* observer_ = nullptr;
@@ -117,6 +126,9 @@ class CWavePlayer : public CWave {
     BlockRing ring_;
     PlaySource source_;
     Recorder recorder_;
+    // What ReportRecordingEnd has to tell.
+    WaveResult recordingError_ = kWaveSuccess;
+    RecordingEnd recordingEnd_ = RecordingEnd::kNone;
 };
 
 }  // namespace sonavel

@@ -156,9 +156,9 @@ bool CSoundDoc::StopRecording(std::uint32_t cursorFrame) {
     TellWaiting(DocumentObserver::Waiting::kBegins);
     const bool recorded = sound_.StopRecording(cursorFrame);
     TellWaiting(DocumentObserver::Waiting::kEnds);
-    if (!recorded) return FailAsSound("Nothing was recorded.");
-    if (edit) edit->Commit(cursorFrame);
-    return true;
+    if (recorded && edit) edit->Commit(cursorFrame);
+    sound_.ReportRecordingEnd();
+    return recorded || FailAsSound("Nothing was recorded.");
 }
 
 }  // namespace sonavel

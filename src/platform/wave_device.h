@@ -29,6 +29,7 @@ struct WaveFormat {
 struct WaveBlock {
     std::vector<std::uint8_t> data;   // always played or offered whole
     std::uint32_t recordedBytes = 0;  // input only: how much of it the device filled
+    bool afterGap = false;            // input only: sound was lost before its first frame
     std::atomic<bool> done{false};    // set by the device, cleared by Write and Add
 };
 
@@ -43,9 +44,11 @@ inline constexpr WaveResult kWaveInvalidHandle = 5;
 inline constexpr WaveResult kWaveNoDriver = 6;
 inline constexpr WaveResult kWaveNoMemory = 7;
 inline constexpr WaveResult kWaveNotSupported = 8;
+inline constexpr WaveResult kWaveNoAnswer = 20;  // the device hangs
 
-// Told that at least one block is done (several may share one call). It comes from the host's event
-// loop, on the thread that opened the device, never from inside a call of the device.
+// Told that at least one block is done (several may share one call), or that the device is lost. It
+// comes from the host's event loop, on the thread that opened the device, never from inside a call
+// of the device.
 using WaveBlockDone = std::function<void()>;
 
 // What outputs and inputs have in common.
@@ -61,6 +64,10 @@ class WaveDevice {
     virtual WaveResult Reset() = 0;
     virtual WaveResult Unprepare(WaveBlock& block) = 0;
     virtual WaveResult Close() = 0;
+
+    // Why an open device moves no more blocks, which nobody asked it to: it went away, or hangs.
+    // It must be closed then, which succeeds; opening it anew may find it again.
+    virtual WaveResult Loss() const { return kWaveSuccess; }
 };
 
 class WaveOut : public WaveDevice {
@@ -83,6 +90,12 @@ struct WaveDeviceInfo {
     std::string name;
 };
 
+// The devices of one direction. kDefaultWaveDevice can be opened only where there is a default.
+struct WaveDeviceList {
+    std::vector<WaveDeviceInfo> devices;
+    bool hasDefault = false;
+};
+
 // The host's devices.
 class WaveDevices {
   public:
@@ -90,8 +103,11 @@ class WaveDevices {
 
     virtual std::unique_ptr<WaveOut> CreateOut() = 0;
     virtual std::unique_ptr<WaveIn> CreateIn() = 0;
-    virtual std::vector<WaveDeviceInfo> Outputs() const = 0;
-    virtual std::vector<WaveDeviceInfo> Inputs() const = 0;
+    virtual WaveDeviceList Outputs() const = 0;
+    virtual WaveDeviceList Inputs() const = 0;
+    // Looks for devices that have come or gone since they were listed. While one of them is open
+    // this may find nothing new.
+    virtual void ListAnew() {}
 };
 
 }  // namespace sonavel

@@ -148,6 +148,9 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
     void NoteTransportState();
     void ShowStatusText(std::string_view text);
     const std::string& StatusText() const { return statusText_; }
+    // Ends recording, inserts what was recorded at the cursor and shows the whole sound. False when
+    // nothing was recorded, or nothing is being recorded.
+    bool EndRecording();
     // The sample values under the pointer, unless the engine plays or records.
     void ShowSampleValues(int x, int y);
 
@@ -170,6 +173,7 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
     void OnPeaks(std::int32_t left, std::int32_t right) override;
     void OnStopped() override;
     void OnRecorded(std::string_view stateText) override;
+    void OnRecordingEnded() override { EndRecording(); }
 
   private:
     class WaitCursorScope;

@@ -97,6 +97,13 @@ void CSoundView::OnRecorded(std::string_view stateText) {
     NoteTransportState();
 }
 
+bool CSoundView::EndRecording() {
+    const bool recorded = document_.StopRecording(cursor_);
+    ResetTimeZoom();
+    NoteTransportState();
+    return recorded || Refuse(document_.LastError());
+}
+
 void CSoundView::NoteTransportState() {
     if (Sound().GetState() == lastState_) return;
     lastState_ = Sound().GetState();

@@ -73,15 +73,8 @@ bool StopTransport(CSoundView& view) {
         view.Sound().Stop(CWavePlayer::StopReport::kShow);
         return true;
     }
-    if (view.Sound().IsRecording()) return StopRecording(view);
+    if (view.Sound().IsRecording()) return view.EndRecording();
     return view.Refuse("Nothing is playing.");
-}
-
-bool StopRecording(CSoundView& view) {
-    const bool recorded = view.Document().StopRecording(view.Cursor());
-    view.ResetTimeZoom();
-    view.NoteTransportState();
-    return recorded || view.Refuse(view.Document().LastError());
 }
 
 bool PauseTransport(CSoundView& view) {

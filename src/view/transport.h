@@ -10,8 +10,6 @@ bool Playback(CSoundView& view);
 bool PlayLooped(CSoundView& view);
 bool PlayToEnd(CSoundView& view);
 bool StopTransport(CSoundView& view);
-// Puts what was recorded in at the cursor and fits the window.
-bool StopRecording(CSoundView& view);
 bool PauseTransport(CSoundView& view);
 // Stops playing or recording, or plays.
 bool PressSpace(CSoundView& view);

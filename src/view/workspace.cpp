@@ -131,7 +131,7 @@ void Workspace::Activate(std::size_t index) {
 void Workspace::StopActivity(std::size_t index) {
     OpenSound& sound = *sounds_[index];
     CWavePlayer& player = sound.document->Sound();
-    if (player.IsRecording()) StopRecording(*sound.view);
+    if (player.IsRecording()) sound.view->EndRecording();
     sound.document->EndMarkerEdit();
     player.Stop(CWavePlayer::StopReport::kShow);
     sound.document->Preview().Stop(CWavePlayer::StopReport::kSilent);

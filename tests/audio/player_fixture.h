@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -31,6 +32,10 @@ class NotingObserver : public PlayerObserver {
     }
     void OnStopped() override { ++stops; }
     void OnRecorded(std::string_view text) override { recordTexts.emplace_back(text); }
+    void OnRecordingEnded() override {
+        ++recordingEnds;
+        if (onRecordingEnded) onRecordingEnded();
+    }
 
     std::vector<std::uint32_t> positions;
     std::vector<std::uint32_t> totals;
@@ -39,7 +44,9 @@ class NotingObserver : public PlayerObserver {
     std::vector<std::pair<std::int32_t, std::int32_t>> peaks;
     std::vector<std::string> recordTexts;
     int stops = 0;
+    int recordingEnds = 0;
     std::function<void(std::string_view)> onState;
+    std::function<void()> onRecordingEnded;
 };
 
 using Bytes = std::vector<std::uint8_t>;

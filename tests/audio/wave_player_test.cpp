@@ -50,6 +50,7 @@ TEST_P(PlayerLayoutTest, RangesAreHeardByteForByteAndPaddedWithTheLastSample) {
         EXPECT_EQ(out.AllPlayed(), PaddedRange(sound, startFrame * Align(), endFrame * Align(),
                                                BlockBytes(), BytesPerSample()));
     }
+    EXPECT_EQ(std::ranges::count(out.calls, "unprepare"), std::ranges::count(out.calls, "write"));
 }
 
 TEST_P(PlayerLayoutTest, LoopingRepeatsTheRangeUntilStop) {
@@ -143,18 +144,6 @@ TEST_F(PlayerTest, SettingsOutsideTheirRangesAreIgnored) {
     ASSERT_TRUE(player.Play(0));
     EXPECT_EQ(out.deviceId, 256);
     EXPECT_EQ(out.queue.front()->data.size(), 32767u);
-}
-
-TEST_F(PlayerTest, TenBlocksQueueUpBeforeTheDeviceIsLetGo) {
-    MakeSound(1, 8, 5000);
-    ASSERT_TRUE(player.Play(0));
-    std::vector<std::string> expected{"open", "pause"};
-    for (int i = 0; i < CWavePlayer::kBlockCount; ++i) {
-        expected.push_back("prepare");
-        expected.push_back("write");
-    }
-    expected.push_back("restart");
-    EXPECT_EQ(out.calls, expected);
 }
 
 TEST_F(PlayerTest, BlocksComeBackInTheOrderInWhichTheyWereQueued) {
@@ -284,12 +273,22 @@ TEST_F(PlayerTest, StartingWhilePlayingEndsTheOldPlaybackAndKeepsLooping) {
     MakeSound(1, 8, 5000);
     player.SetLooping(true);
     ASSERT_TRUE(player.Play(0));
-    observer = NotingObserver();
-    ASSERT_TRUE(player.PlayRange(1000, 1128));
-    EXPECT_TRUE(player.IsLooping());
-    EXPECT_EQ(observer.positions, (std::vector<std::uint32_t>{5000, 1000}));
-    EXPECT_EQ(observer.states, (std::vector<std::string>{"(Stopped) ", "(Playing) "}));
-    EXPECT_EQ(observer.stops, 1);
+    const struct {
+        std::function<bool()> start;
+        std::uint32_t startByte;
+    } starts[] = {{[&] { return player.PlayRange(1000, 1128); }, 1000},
+                  {[&] { return player.Play(3000); }, 3000}};
+    for (const auto& [start, startByte] : starts) {
+        observer = NotingObserver();
+        out.calls.clear();
+        ASSERT_TRUE(start());
+        EXPECT_TRUE(player.IsLooping());
+        EXPECT_EQ(observer.positions, (std::vector<std::uint32_t>{5000, startByte}));
+        EXPECT_EQ(observer.states, (std::vector<std::string>{"(Stopped) ", "(Playing) "}));
+        EXPECT_EQ(observer.stops, 1);
+        EXPECT_EQ(std::ranges::count(out.calls, "close"), 1);
+        EXPECT_EQ(out.queue.front()->data[0], sound[startByte]);
+    }
     ASSERT_TRUE(player.PlaySkip(0, 1000, 200, 300));
     EXPECT_FALSE(player.IsLooping());
 }
@@ -325,6 +324,76 @@ TEST_F(PlayerTest, DeviceErrorsAreShownAndLeaveThePlayerStopped) {
     player.Stop(CWavePlayer::StopReport::kShow);
     EXPECT_EQ(prompts.messages, std::vector<std::string>{"device handle is invalid"});
     EXPECT_TRUE(player.IsStopped());
+}
+
+TEST_F(PlayerTest, ALostDeviceEndsThePlayingWithOneErrorAndTheNextStartOpensItAnew) {
+    const struct {
+        const char* name;
+        std::function<void()> lose;
+        const char* error = "no device driver present";
+    } cases[] = {
+        {"while playing", [&] { out.Lose(kWaveNoDriver); }},
+        {"while looping",
+         [&] {
+             player.SetLooping(true);
+             out.Lose(kWaveNoDriver);
+         }},
+        {"while paused",
+         [&] {
+             player.Pause();
+             out.Lose(kWaveNoDriver);
+         }},
+        {"hanging", [&] { out.Lose(kWaveNoAnswer); },
+         "드라이버가 DriverCallback 함수를 호출 하지 않습니다."},
+        {"before anyone is told, at the next block",
+         [&] {
+             out.failures = {{"restart", kWaveNoDriver}};
+             out.Hear();
+         }},
+        {"before anyone is told, at the resume",
+         [&] {
+             player.Pause();
+             out.failures = {{"restart", kWaveNoDriver}};
+             player.Pause();
+         }},
+        {"with an error also when it is closed",
+         [&] {
+             out.failures = {{"close", 5}};
+             out.Lose(kWaveNoDriver);
+         }},
+    };
+    MakeSound(1, 8, 5000);
+    player.SetModified(false);
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        prompts.messages.clear();
+        ASSERT_TRUE(player.Play(0));
+        out.Hear();
+        observer = NotingObserver();
+        c.lose();
+        EXPECT_TRUE(player.IsStopped());
+        EXPECT_FALSE(player.IsLooping());
+        EXPECT_FALSE(out.open);
+        EXPECT_EQ(prompts.messages, std::vector<std::string>{c.error});
+        EXPECT_EQ(observer.states.back(), "(Stopped) ");
+        EXPECT_EQ(observer.peaks.back(), std::pair(0, 0));
+        EXPECT_EQ(observer.stops, 1);
+        EXPECT_FALSE(player.GetModified());
+        out.failures.clear();
+        ASSERT_TRUE(player.Play(0));
+        player.Stop(CWavePlayer::StopReport::kSilent);
+    }
+}
+
+TEST_F(PlayerTest, ADeviceThatHangsAtItsEndIsNotAskedAgainAtOnce) {
+    MakeSound(1, 8, 5000);
+    ASSERT_TRUE(player.Play(0));
+    out.failures = {{"close", kWaveNoAnswer}};
+    EXPECT_FALSE(player.Play(0));
+    EXPECT_TRUE(player.IsStopped());
+    EXPECT_EQ(std::ranges::count(out.calls, "open"), 1);
+    EXPECT_EQ(prompts.messages.size(), 1u);
+    EXPECT_TRUE(player.Play(0));
 }
 
 TEST_F(PlayerTest, ASoundThatShrinksWhilePlayingEndsThere) {

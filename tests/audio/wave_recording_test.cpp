@@ -1,4 +1,5 @@
 #include "audio/player_fixture.h"
+#include "support/address_space_limit.h"
 
 namespace sonavel {
 namespace {
@@ -130,6 +131,141 @@ TEST_F(RecordingTest, DeviceErrorsAreShownAndLeaveThePlayerStopped) {
         EXPECT_EQ(prompts.messages, std::vector<std::string>{"no device driver present"});
     }
 }
+
+TEST_F(RecordingTest, ALostDeviceEndsTheRecordingAndItsTakeIsKept) {
+    const struct {
+        const char* name;
+        bool observed;
+        std::uint32_t cursor;  // where an observer wants the take; nobody else knows of one
+    } cases[] = {{"by the observer", true, 400}, {"by the player itself", false, 0}};
+    const Bytes arriving = Pattern(128 * 3 + 50, 3);
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        MakeSound(1, 8, 1000);
+        prompts.messages.clear();
+        observer = NotingObserver();
+        bool keptBeforeTheError = false;
+        observer.onRecordingEnded = [&] {
+            if (!c.observed) return;
+            EXPECT_TRUE(player.StopRecording(c.cursor));
+            keptBeforeTheError = prompts.messages.empty();
+            player.ReportRecordingEnd();
+        };
+        ASSERT_TRUE(player.StartRecording());
+        in.Arrive(arriving);
+        EXPECT_EQ(observer.recordingEnds, 0);
+        in.Lose(kWaveNoDriver);
+        EXPECT_EQ(observer.recordingEnds, 1);
+        EXPECT_TRUE(player.IsStopped());
+        EXPECT_FALSE(in.open);
+        const auto at = sound.begin() + c.cursor;
+        EXPECT_EQ(SoundBytes(), Joined({sound.begin(), at}, arriving, {at, sound.end()}));
+        EXPECT_EQ(prompts.messages, std::vector<std::string>{"no device driver present"});
+        EXPECT_EQ(keptBeforeTheError, c.observed);
+        EXPECT_EQ(observer.peaks.back(), std::pair(0, 0));
+        player.ReportRecordingEnd();
+        EXPECT_EQ(prompts.messages.size(), 1u) << "an error is told once";
+    }
+}
+
+TEST_F(RecordingTest, ErrorsAtTheEndAreToldOnceAndTheTakeIsKept) {
+    const Bytes arriving = Pattern(300);
+    for (const char* call : {"stop", "reset", "close"}) {
+        SCOPED_TRACE(call);
+        ASSERT_TRUE(player.Create(1, 8, 8000, 0));
+        prompts.messages.clear();
+        ASSERT_TRUE(player.StartRecording());
+        in.Arrive(arriving);
+        in.failures = {{call, 5}};
+        EXPECT_TRUE(player.StopRecording(0));
+        EXPECT_EQ(SoundBytes(), arriving);
+        player.ReportRecordingEnd();
+        EXPECT_EQ(prompts.messages, std::vector<std::string>{"device handle is invalid"});
+        in.failures.clear();
+    }
+    prompts.messages.clear();
+    ASSERT_TRUE(player.StartRecording());
+    EXPECT_FALSE(player.StopRecording(0));
+    player.ReportRecordingEnd();
+    EXPECT_TRUE(prompts.messages.empty()) << "an error of the recording before";
+}
+
+TEST_F(RecordingTest, LostSoundIsCountedInTheTextAndMarked) {
+    MakeSound(2, 16, 1000);
+    player.Markers().Add(7, "own", 0);
+    ASSERT_TRUE(player.StartRecording());
+    in.DropSound();  // before the first sound: missing from nothing
+    in.Arrive(Pattern(200 * 4));
+    EXPECT_EQ(observer.recordTexts.back(), "(Recording)00:00:00.016 / 128 Samples / 512 Bytes");
+    in.DropSound();
+    in.Arrive(Pattern(128 * 4));
+    EXPECT_EQ(observer.recordTexts.back(),
+              "(Recording)00:00:00.041 / 328 Samples / 1312 Bytes, 1 gap");
+    in.DropSound();
+    in.Arrive(Pattern(128 * 4));
+    EXPECT_EQ(observer.recordTexts.back(),
+              "(Recording)00:00:00.057 / 456 Samples / 1824 Bytes, 2 gaps");
+    ASSERT_TRUE(player.StopRecording(100));
+    ASSERT_EQ(player.Markers().Count(), 3u);
+    EXPECT_EQ(player.Markers().All()[0].position, 7u);
+    for (const std::size_t i : {1u, 2u}) {
+        EXPECT_EQ(player.Markers().All()[i].name, "Gap");
+        EXPECT_EQ(player.Markers().All()[i].position, 100 + 200 + (i - 1) * 128);
+    }
+    EXPECT_EQ(player.GetFrameCount(), 1456u);
+}
+
+// As much of the take as has room is kept, and the person is told why it ends.
+TEST_F(RecordingTest, EndsAtTheGreatestSizeOfASound) {
+    constexpr std::uint32_t kGreatestFrames = 0x7FFFFFFF / 4;
+    constexpr std::uint32_t kRoom = 128 + 40;
+    // Memory that nobody has written costs nothing.
+    ASSERT_TRUE(player.Create(2, 16, 44100, kGreatestFrames - kRoom));
+    // At the end, so that nothing is moved.
+    observer.onRecordingEnded = [&] {
+        EXPECT_TRUE(player.StopRecording(player.GetFrameCount()));
+        player.ReportRecordingEnd();
+    };
+    ASSERT_TRUE(player.StartRecording());
+    const Bytes arriving = Pattern(128 * 4 * 5, 1);
+    const auto first = std::span(arriving).first(128 * 4);
+    in.Arrive(first);
+    EXPECT_TRUE(player.IsRecording());
+    in.Arrive(std::span(arriving).subspan(first.size()));
+    EXPECT_TRUE(player.IsStopped());
+    EXPECT_EQ(observer.recordingEnds, 1);
+    EXPECT_EQ(player.GetFrameCount(), kGreatestFrames);
+    const auto kept = player.Bytes().last(kRoom * 4);
+    EXPECT_TRUE(std::ranges::equal(kept, std::span(arriving).first(kRoom * 4)));
+    ASSERT_EQ(prompts.messages.size(), 1u);
+    EXPECT_NE(prompts.messages[0].find("2,147,483,647 bytes"), std::string::npos);
+}
+
+#ifndef __SANITIZE_ADDRESS__
+
+TEST_F(RecordingTest, WhatFitsIntoTheMemoryIsKept) {
+    constexpr std::size_t kTake = 12 << 20;
+    constexpr std::size_t kRoom = 5 << 20;
+    ASSERT_TRUE(player.Create(1, 8, 8000, 0));
+    player.SetRecordBlockFrames(32767);
+    ASSERT_TRUE(player.StartRecording());
+    const Bytes arriving = Pattern(kTake);
+    for (std::size_t i = 0; i < kTake; i += 32768) in.Arrive(std::span(arriving).subspan(i, 32768));
+    bool kept = false;
+    {
+        const AddressSpaceLimit limit(kRoom);
+        kept = player.StopRecording(0);
+    }
+    EXPECT_TRUE(kept);
+    EXPECT_GT(player.GetDataSize(), kRoom * 3 / 4);
+    EXPECT_LT(player.GetDataSize(), kTake);
+    EXPECT_TRUE(
+        std::ranges::equal(player.Bytes(), std::span(arriving).first(player.GetDataSize())));
+    player.ReportRecordingEnd();
+    EXPECT_EQ(prompts.messages, std::vector<std::string>{"memory allocation error"});
+}
+
+#endif
 
 TEST_F(RecordingTest, PlayingAndRecordingExcludeEachOther) {
     MakeSound(1, 8, 5000);

@@ -1,12 +1,9 @@
 #include "document/undo_history.h"
 
-#include <sys/resource.h>
-#include <unistd.h>
-
-#include <fstream>
 #include <random>
 
 #include "document_fixture.h"
+#include "support/address_space_limit.h"
 
 namespace sonavel::testing {
 namespace {
@@ -250,24 +247,7 @@ TEST_F(UndoHistoryTest, UndoneStatesAreMovedAndNotCopied) {
     EXPECT_EQ(document->Sound().Bytes().data(), present);
 }
 
-#ifndef __SANITIZE_ADDRESS__  // it takes more address space than any limit would leave
-
-// Leaves the process room for about so many bytes more.
-class AddressSpaceLimit {
-  public:
-    explicit AddressSpaceLimit(std::uint64_t moreBytes) {
-        std::uint64_t pages = 0;
-        std::ifstream("/proc/self/statm") >> pages;
-        getrlimit(RLIMIT_AS, &before_);
-        const rlimit limit{pages * static_cast<rlim_t>(getpagesize()) + moreBytes,
-                           before_.rlim_max};
-        setrlimit(RLIMIT_AS, &limit);
-    }
-    ~AddressSpaceLimit() { setrlimit(RLIMIT_AS, &before_); }
-
-  private:
-    rlimit before_{};
-};
+#ifndef __SANITIZE_ADDRESS__
 
 TEST_F(UndoHistoryTest, WithoutMemoryForAStepThePersonDecides) {
     constexpr std::size_t kBytes = 64 << 20;

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <deque>
+#include <functional>
 #include <map>
 #include <memory>
 #include <span>
@@ -23,11 +24,18 @@ class FakeWaveDevice {
     bool open = false;
     int deviceId = 0;
     WaveFormat format;
+    WaveResult loss = kWaveSuccess;
     std::deque<WaveBlock*> queue;  // what the device holds, oldest first
 
     void Notify() {
         const WaveBlockDone callback = onBlockDone_;
         if (open && callback) callback();
+    }
+
+    // The device goes away by itself.
+    void Lose(WaveResult why) {
+        loss = why;
+        Notify();
     }
 
     WaveResult Call(const std::string& name) {
@@ -39,6 +47,7 @@ class FakeWaveDevice {
         const WaveResult result = Call("open");
         if (result != kWaveSuccess) return result;
         open = true;
+        loss = kWaveSuccess;
         deviceId = id;
         format = wanted;
         onBlockDone_ = std::move(callback);
@@ -109,6 +118,12 @@ class FakeWaveIn : public FakeWaveDevice {
         }
         Notify();
     }
+    // Sound is lost; what arrives next goes into another block.
+    void DropSound() {
+        if (queue.empty()) return;
+        if (queue.front()->recordedBytes > 0) ReturnFront();
+        if (!queue.empty()) queue.front()->afterGap = true;
+    }
 };
 
 // What the players own: the interface of a device that the test holds.
@@ -124,6 +139,7 @@ class FakeWaveHandle : public Interface {
     WaveResult Reset() override { return device_->Reset(); }
     WaveResult Unprepare(WaveBlock&) override { return device_->Call("unprepare"); }
     WaveResult Close() override { return device_->Close(); }
+    WaveResult Loss() const override { return device_->loss; }
 
   protected:
     std::shared_ptr<Device> device_;
@@ -182,8 +198,16 @@ class FakeWaveDevices : public WaveDevices {
     std::unique_ptr<WaveIn> CreateIn() override {
         return std::make_unique<FakeWaveInHandle>(NextOf(ins_, insMade_));
     }
-    std::vector<WaveDeviceInfo> Outputs() const override { return {{0, "Test output"}}; }
-    std::vector<WaveDeviceInfo> Inputs() const override { return {{0, "Test input"}}; }
+    WaveDeviceList Outputs() const override { return outputs; }
+    WaveDeviceList Inputs() const override { return {{{0, "Test input"}}, true}; }
+    void ListAnew() override {
+        ++listings;
+        if (onListAnew) onListAnew();
+    }
+
+    WaveDeviceList outputs{{{0, "Test output"}}, true};
+    int listings = 0;
+    std::function<void()> onListAnew;
 
   private:
     template <typename Device>

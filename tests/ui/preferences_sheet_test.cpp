@@ -176,12 +176,35 @@ TEST_F(PreferencesSheetTest, DevicesByNameAndOneThatIsNotThere) {
     EXPECT_EQ(names,
               (QStringList{"(Default)", "(None)", "Test output", "Device 7 (not there now)"}));
     EXPECT_EQ(outputs.currentIndex(), 3);
+    EXPECT_FALSE(Button(QDialogButtonBox::Apply).isEnabled());
     auto& inputs = Nth<QComboBox>(page, 1);
     EXPECT_EQ(inputs.currentText(), "Test input");  // a missing key is device 0
     inputs.setCurrentIndex(1);
     Button(QDialogButtonBox::Apply).click();
     EXPECT_EQ(DocumentOptions::Read(folder_.Options().Read()).recordDeviceId, kNoWaveDevice);
     EXPECT_EQ(DocumentOptions::Read(folder_.Options().Read()).playbackDeviceId, 7);
+}
+
+TEST_F(PreferencesSheetTest, DevicesAreLookedForWheneverThePageIsSeen) {
+    folder_.Options().SetInteger("__SOUND_WAVE_OPTIONS", "PLAYBACK DEVICE ID", 7);
+    devices_.outputs = {};
+    const auto names = [this] {
+        auto& outputs = Nth<QComboBox>(Page(kWave), 0);
+        QStringList all;
+        for (int i = 0; i < outputs.count(); ++i) all << outputs.itemText(i);
+        EXPECT_EQ(outputs.currentText(), all.last());
+        return all;
+    };
+    Sheet();
+    EXPECT_EQ(devices_.listings, 0) << "no device is needed for the other pages";
+    EXPECT_EQ(names(), (QStringList{"(Default: there is no device now)", "(None)",
+                                    "Device 7 (not there now)"}));
+    Page(kGrid);
+    // A sound server comes up.
+    devices_.onListAnew = [this] { devices_.outputs = {{{0, "New"}, {7, "Known"}}, true}; };
+    EXPECT_EQ(names(), (QStringList{"(Default)", "(None)", "New", "Known"}));
+    EXPECT_EQ(devices_.listings, 2);
+    EXPECT_FALSE(Button(QDialogButtonBox::Apply).isEnabled());
 }
 
 TEST_F(PreferencesSheetTest, TheTestPlaysAToneOnTheChosenDevice) {
@@ -199,6 +222,10 @@ TEST_F(PreferencesSheetTest, TheTestPlaysAToneOnTheChosenDevice) {
     const auto heard = devices_.Out().AllPlayed();
     EXPECT_GT(std::count_if(heard.begin(), heard.end(), [](auto byte) { return byte != 0; }),
               80000);
+    test.click();
+    devices_.Out().Lose(kWaveNoDriver);
+    EXPECT_EQ(test.text(), "&Test");
+    EXPECT_EQ(note.text(), "no device driver present");
 
     Nth<QComboBox>(page, 0).setCurrentIndex(1);
     EXPECT_FALSE(test.isEnabled());

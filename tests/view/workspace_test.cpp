@@ -198,6 +198,32 @@ TEST_F(WorkspaceTest, EveryWayToStopARecordingShowsTheWaitCursorAndFitsTheWindow
     EXPECT_EQ(window.waitCursors.back(), kHide);
 }
 
+TEST_F(WorkspaceTest, ARecordingThatLosesItsDeviceIsInsertedAtTheCursorBeforeTheErrorIsShown) {
+    dialogs.record = RecordChoice{RecordChoice::Target::kActiveDocument, {}, true, 0};
+    const struct {
+        std::size_t bytes;  // that arrive
+        std::uint32_t frames;
+    } cases[] = {{400, 1200}, {0, 1000}};
+    for (const auto& c : cases) {
+        OpenRamp(1000, 1, 16, 8000);
+        View().SetCursor(500);
+        Watch();
+        prompts.messages.clear();
+        ASSERT_TRUE(workspace.Record());
+        Arrive(c.bytes, 0);
+        devices.In().Lose(kWaveNoDriver);
+        EXPECT_TRUE(Sound().IsStopped());
+        EXPECT_EQ(prompts.messages, std::vector<std::string>{"no device driver present"});
+        EXPECT_EQ(window.texts.back().rfind("(Stopped) ", 0), 0u);
+        ASSERT_EQ(View().FrameCount(), c.frames);
+        EXPECT_EQ(Samples(c.frames - 500, 2), (std::vector<int>{500, 501}));
+        EXPECT_EQ(View().Extremes().BlockCount(), (c.frames + 255) / 256);
+        EXPECT_EQ(View().Horizontal().maximum, kWidth) << "fitted";
+        EXPECT_EQ(Document().IsModified(), c.bytes > 0);
+        EXPECT_EQ(Document().History().Count(), c.bytes > 0 ? 1u : 0u);
+    }
+}
+
 TEST_F(WorkspaceTest, ClosingKeepsWhatWasRecorded) {
     dialogs.record = RecordChoice{RecordChoice::Target::kNewDocument, {8000, 1, 8}, true, 0};
     ASSERT_TRUE(workspace.Record());

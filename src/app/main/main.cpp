@@ -34,20 +34,10 @@ QString FileOfCommandLine(const QApplication& qt) {
     return QDir::cleanPath(QFileInfo(files.front()).absoluteFilePath());
 }
 
-}  // namespace
+using sonavel::PortAudioWaveDevices;
 
-int main(int argc, char** argv) {
-    QApplication qt(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("Sonavel"));
-    QApplication::setApplicationVersion(QStringLiteral("1.2 Beta"));
-    QApplication::setDesktopFileName(QStringLiteral("sonavel"));
-    const QString file = FileOfCommandLine(qt);
-    sonavel::ApplyLook(qt);
-    sonavel::LoadPictures();
-    QApplication::setWindowIcon(sonavel::ProgramIcon());
-
+int RunWith(PortAudioWaveDevices& devices, const QString& file) {
     const sonavel::ProgramFolder folder = sonavel::ProgramFolder::OfThisProgram();
-    sonavel::PortAudioWaveDevices devices(sonavel::PostToUiThread);
     sonavel::Application application(devices, folder);
     if (!file.isEmpty()) {
         if (const auto reason = application.OpenAtStart(file)) {
@@ -57,4 +47,35 @@ int main(int argc, char** argv) {
     }
     application.Show();
     return QApplication::exec();
+}
+
+struct ProgramEnd {
+    int status = 0;
+    PortAudioWaveDevices::Ending devices = PortAudioWaveDevices::Ending::kClean;
+};
+
+ProgramEnd Run(int argc, char** argv) {
+    QApplication qt(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Sonavel"));
+    QApplication::setApplicationVersion(QStringLiteral("1.2 Beta"));
+    QApplication::setDesktopFileName(QStringLiteral("sonavel"));
+    const QString file = FileOfCommandLine(qt);
+    sonavel::ApplyLook(qt);
+    sonavel::LoadPictures();
+    QApplication::setWindowIcon(sonavel::ProgramIcon());
+
+    PortAudioWaveDevices devices(sonavel::PostToUiThread);
+    ProgramEnd end;
+    end.status = RunWith(devices, file);
+    end.devices = devices.End();
+    return end;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const ProgramEnd end = Run(argc, argv);
+    // The sound libraries' own clean-up might wait for a thread that hangs in them.
+    if (end.devices == PortAudioWaveDevices::Ending::kHangs) std::_Exit(end.status);
+    return end.status;
 }

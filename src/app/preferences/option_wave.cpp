@@ -20,16 +20,14 @@ QGroupBox* GroupWith(const QString& title, QWidget* content) {
 
 }  // namespace
 
-WaveDeviceFields::WaveDeviceFields(const std::vector<WaveDeviceInfo>& devices, QWidget* parent)
+WaveDeviceFields::WaveDeviceFields(QWidget* parent)
     : QWidget(parent),
       form_(new QFormLayout(this)),
       device_(new QComboBox(this)),
       blockFrames_(new NumberField({kLeastBlockFrames, kMostBlockFrames, 128}, tr("frames"), this)),
       latency_(new QLabel(this)) {
     form_->setContentsMargins(0, 0, 0, 0);
-    device_->addItem(tr("(Default)"), kDefaultWaveDevice);
-    device_->addItem(tr("(None)"), kNoWaveDevice);
-    for (const WaveDeviceInfo& device : devices) device_->addItem(Utf8Text(device.name), device.id);
+    ShowDevices({.devices = {}, .hasDefault = true});
     // Long names are cut off rather than widening the sheet.
     device_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     device_->setMinimumContentsLength(36);
@@ -43,10 +41,26 @@ WaveDeviceFields::WaveDeviceFields(const std::vector<WaveDeviceInfo>& devices, Q
     });
 }
 
-void WaveDeviceFields::SetValues(int deviceId, int blockFrames) {
+void WaveDeviceFields::ShowDevices(const WaveDeviceList& list) {
+    const QSignalBlocker quiet(device_);
+    const int chosen = device_->count() > 0 ? DeviceId() : kDefaultWaveDevice;
+    device_->clear();
+    device_->addItem(list.hasDefault ? tr("(Default)") : tr("(Default: there is no device now)"),
+                     kDefaultWaveDevice);
+    device_->addItem(tr("(None)"), kNoWaveDevice);
+    for (const WaveDeviceInfo& device : list.devices)
+        device_->addItem(Utf8Text(device.name), device.id);
+    Choose(chosen);
+}
+
+void WaveDeviceFields::Choose(int deviceId) {
     if (device_->findData(deviceId) < 0)
         device_->addItem(tr("Device %1 (not there now)").arg(deviceId), deviceId);
     device_->setCurrentIndex(device_->findData(deviceId));
+}
+
+void WaveDeviceFields::SetValues(int deviceId, int blockFrames) {
+    Choose(deviceId);
     blockFrames_->SetValue(blockFrames);
     ShowLatency();
 }
@@ -62,9 +76,10 @@ void WaveDeviceFields::ShowLatency() {
 
 COptionWave::COptionWave(WaveDevices& devices, QWidget* parent)
     : OptionPage(parent),
+      devices_(devices),
       tone_(devices),
-      playback_(new WaveDeviceFields(devices.Outputs(), this)),
-      record_(new WaveDeviceFields(devices.Inputs(), this)),
+      playback_(new WaveDeviceFields(this)),
+      record_(new WaveDeviceFields(this)),
       test_(new QPushButton(this)),
       testNote_(new QLabel(this)) {
     AddTest();
@@ -83,6 +98,13 @@ COptionWave::COptionWave(WaveDevices& devices, QWidget* parent)
         ShowTestState();
     });
     ShowTestState();
+}
+
+void COptionWave::showEvent(QShowEvent* event) {
+    devices_.ListAnew();
+    playback_->ShowDevices(devices_.Outputs());
+    record_->ShowDevices(devices_.Inputs());
+    OptionPage::showEvent(event);
 }
 
 void COptionWave::AddTest() {

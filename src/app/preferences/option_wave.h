@@ -15,8 +15,10 @@ class WaveDeviceFields : public QWidget {
     Q_OBJECT
 
   public:
-    WaveDeviceFields(const std::vector<WaveDeviceInfo>& devices, QWidget* parent = nullptr);
+    explicit WaveDeviceFields(QWidget* parent = nullptr);
 
+    // What there is to choose from; a device that is chosen stays so, also where it is not there.
+    void ShowDevices(const WaveDeviceList& list);
     void SetValues(int deviceId, int blockFrames);
     int DeviceId() const { return device_->currentData().toInt(); }
     int BlockFrames() const { return blockFrames_->Value(); }
@@ -27,6 +29,7 @@ class WaveDeviceFields : public QWidget {
     void Edited();
 
   private:
+    void Choose(int deviceId);
     void ShowLatency();
 
     QFormLayout* form_;
@@ -45,11 +48,16 @@ class COptionWave : public OptionPage {
     void TakeInto(Preferences& preferences) const override;
     bool IsValid() const override;
 
+  protected:
+    // Lists the devices anew: one may have come or gone since the page was seen last.
+    void showEvent(QShowEvent* event) override;
+
   private:
     void AddTest();
     void SwitchTest();
     void ShowTestState();
 
+    WaveDevices& devices_;
     TestTone tone_;
     WaveDeviceFields* playback_;
     WaveDeviceFields* record_;

@@ -25,6 +25,7 @@ double Fade(std::uint32_t frame) {
 TestTone::TestTone(WaveDevices& devices, QObject* parent)
     : QObject(parent), player_(prompts_, progress_, devices) {
     player_.SetObserver(this);
+    prompts_.onNote = [this] { Q_EMIT Ended(); };
     MakeTone();
 }
 

@@ -3,6 +3,7 @@
 
 #include <QObject>
 #include <QString>
+#include <functional>
 
 #include "audio/wave_player.h"
 #include "platform/headless/headless_progress.h"
@@ -13,8 +14,12 @@ namespace sonavel {
 // Keeps the last message instead of showing it in a box.
 class NotedPrompts : public SilentPrompts {
   public:
-    void ShowMessage(std::string_view text) override { note = text; }
+    void ShowMessage(std::string_view text) override {
+        note = text;
+        if (onNote) onNote();
+    }
     std::string note;
+    std::function<void()> onNote;
 };
 
 class TestTone : public QObject, private PlayerObserver {
@@ -30,7 +35,7 @@ class TestTone : public QObject, private PlayerObserver {
     QString Problem() const;
 
   Q_SIGNALS:
-    // Played to its end, stopped, or failed on the way.
+    // Played to its end, stopped, or failed, which may come a second time with the problem.
     void Ended();
 
   private:

@@ -26,12 +26,12 @@ std::unique_ptr<WaveIn> HeadlessWaveDevices::CreateIn() {
     return std::make_unique<HeadlessWaveIn>(pump_, pace_);
 }
 
-std::vector<WaveDeviceInfo> HeadlessWaveDevices::Outputs() const {
-    return {{0, playedFile_.empty() ? "No output" : playedFile_.string()}};
+WaveDeviceList HeadlessWaveDevices::Outputs() const {
+    return {{{0, playedFile_.empty() ? "No output" : playedFile_.string()}}, true};
 }
 
-std::vector<WaveDeviceInfo> HeadlessWaveDevices::Inputs() const {
-    return {{0, "Silence"}};
+WaveDeviceList HeadlessWaveDevices::Inputs() const {
+    return {{{0, "Silence"}}, true};
 }
 
 void HeadlessWaveDevices::PumpUntilIdle() {

@@ -4,7 +4,6 @@
 
 #include <filesystem>
 #include <memory>
-#include <vector>
 
 #include "platform/headless/wave_pump.h"
 
@@ -17,8 +16,8 @@ class HeadlessWaveDevices : public WaveDevices {
 
     std::unique_ptr<WaveOut> CreateOut() override;
     std::unique_ptr<WaveIn> CreateIn() override;
-    std::vector<WaveDeviceInfo> Outputs() const override;
-    std::vector<WaveDeviceInfo> Inputs() const override;
+    WaveDeviceList Outputs() const override;
+    WaveDeviceList Inputs() const override;
 
     // One round of an event loop: every device moves, and its notifications come from in here.
     // False when no device had anything to do.

@@ -4,12 +4,30 @@
 
 namespace sonavel {
 
-BlockNotifier::Channel::Channel(sem_t& wakeUp, WaveBlockDone onBlockDone)
-    : wakeUp_(wakeUp), onBlockDone_(std::move(onBlockDone)) {}
+using Clock = std::chrono::steady_clock;
+
+BlockNotifier::Channel::Channel(std::shared_ptr<WakeUp> wakeUp, WaveBlockDone onBlockDone,
+                                WatchTimes times)
+    : wakeUp_(std::move(wakeUp)), onBlockDone_(std::move(onBlockDone)), times_(times) {}
 
 void BlockNotifier::Channel::Signal() {
     pending_.store(true, std::memory_order_release);
-    sem_post(&wakeUp_);
+    wakeUp_->Raise();
+}
+
+void BlockNotifier::Channel::Lose(WaveResult why) {
+    WaveResult none = kWaveSuccess;
+    if (loss_.compare_exchange_strong(none, why)) Signal();
+}
+
+void BlockNotifier::Channel::Watch() {
+    watched_.store(true, std::memory_order_release);
+    wakeUp_->Raise();
+}
+
+void BlockNotifier::Channel::Close() {
+    open_ = false;
+    watched_.store(false, std::memory_order_release);
 }
 
 void BlockNotifier::Channel::Deliver() {
@@ -17,45 +35,83 @@ void BlockNotifier::Channel::Deliver() {
         onBlockDone_();
 }
 
-BlockNotifier::BlockNotifier(PostToUi post) : post_(std::move(post)) {
-    sem_init(&wakeUp_, 0, 0);
+// Counts its own steps instead of the time, of which much may pass while the program is stopped.
+void BlockNotifier::Channel::Step() {
+    const unsigned beats = beats_.load(std::memory_order_relaxed);
+    const bool quiet = std::exchange(seenBeats_, beats) == beats;
+    if (steps_ < times_.startSteps) {
+        ++steps_;
+        return;
+    }
+    quietSteps_ = quiet ? quietSteps_ + 1 : 0;
+    if (quietSteps_ >= times_.quietSteps) Lose(kWaveNoAnswer);
+}
+
+BlockNotifier::BlockNotifier(PostToUi post, WatchTimes times)
+    : post_(std::move(post)), times_(times) {
     thread_ = std::thread([this] { PostUntilStopped(); });
 }
 
 BlockNotifier::~BlockNotifier() {
     stopping_ = true;
-    sem_post(&wakeUp_);
+    wakeUp_->Raise();
     thread_.join();
-    sem_destroy(&wakeUp_);
 }
 
 std::shared_ptr<BlockNotifier::Channel> BlockNotifier::OpenChannel(WaveBlockDone onBlockDone) {
-    auto channel = std::make_shared<Channel>(wakeUp_, std::move(onBlockDone));
+    auto channel = std::make_shared<Channel>(wakeUp_, std::move(onBlockDone), times_);
+    const std::lock_guard lock(deliveries_->mutex);
     std::erase_if(deliveries_->channels, [](const auto& other) { return other.expired(); });
     deliveries_->channels.push_back(channel);
     return channel;
 }
 
 void BlockNotifier::PostUntilStopped() {
+    Clock::time_point nextStep = Clock::now() + times_.step;
+    bool watching = false;
     while (true) {
-        while (sem_wait(&wakeUp_) != 0) {
-        }
-        while (sem_trywait(&wakeUp_) == 0) {
-        }
+        bool raised = true;
+        if (watching)
+            raised = wakeUp_->WaitUntil(nextStep);
+        else
+            wakeUp_->Wait();
         if (stopping_) return;
-        // One delivery serves every signal that comes before it runs.
-        if (!deliveries_->posted.exchange(true))
-            post_([deliveries = deliveries_] { deliveries->Run(); });
+        if (raised) PostDelivery();
+        if (watching && Clock::now() < nextStep) continue;
+        watching = Step();
+        nextStep = Clock::now() + times_.step;
     }
+}
+
+void BlockNotifier::PostDelivery() {
+    // One delivery serves every signal that comes before it runs.
+    if (!deliveries_->posted.exchange(true))
+        post_([deliveries = deliveries_] { deliveries->Run(); });
+}
+
+bool BlockNotifier::Step() {
+    bool watching = false;
+    for (const auto& channel : deliveries_->Alive()) {
+        if (!channel->IsWatched()) continue;
+        channel->Step();
+        watching = true;
+    }
+    return watching;
+}
+
+std::vector<std::shared_ptr<BlockNotifier::Channel>> BlockNotifier::Deliveries::Alive() {
+    std::vector<std::shared_ptr<Channel>> alive;
+    const std::lock_guard lock(mutex);
+    for (const auto& weak : channels) {
+        if (auto channel = weak.lock()) alive.push_back(std::move(channel));
+    }
+    return alive;
 }
 
 void BlockNotifier::Deliveries::Run() {
     // Before the channels are looked at: a signal from now on posts anew.
     posted = false;
-    const auto current = channels;
-    for (const auto& weak : current) {
-        if (const auto channel = weak.lock()) channel->Deliver();
-    }
+    for (const auto& channel : Alive()) channel->Deliver();
 }
 
 }  // namespace sonavel

@@ -5,20 +5,22 @@
 
 namespace sonavel {
 
-InputFeed::InputFeed(BlockNotifier::Channel& channel, std::atomic<std::uint64_t>& losses)
-    : channel_(channel), losses_(losses) {}
-
 bool InputFeed::Push(WaveBlock& block) {
     block.recordedBytes = 0;
+    block.afterGap = false;
     block.done.store(false, std::memory_order_relaxed);
     return queue_.Push(block);
 }
 
+void InputFeed::NoteGap() {
+    gapBefore_ = true;
+    ReturnCurrent();
+}
+
 void InputFeed::Capture(std::span<const std::uint8_t> in) {
     while (!in.empty()) {
-        if (!current_) current_ = queue_.Pop();
-        if (!current_) {
-            losses_.fetch_add(1, std::memory_order_relaxed);
+        if (!current_ && !TakeBlock()) {
+            gapBefore_ = true;
             return;
         }
         std::uint32_t& filled = current_->recordedBytes;
@@ -28,6 +30,14 @@ void InputFeed::Capture(std::span<const std::uint8_t> in) {
         filled += static_cast<std::uint32_t>(count);
         if (filled == current_->data.size()) ReturnCurrent();
     }
+}
+
+bool InputFeed::TakeBlock() {
+    current_ = queue_.Pop();
+    if (!current_) return false;
+    current_->afterGap = gapBefore_;
+    gapBefore_ = false;
+    return true;
 }
 
 void InputFeed::ReturnCurrent() {

@@ -2,7 +2,6 @@
 // marks them as done. No lock, no allocation.
 #pragma once
 
-#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -15,24 +14,28 @@ namespace sonavel {
 
 class InputFeed {
   public:
-    // `losses` counts the callbacks whose sound found no block; it and the channel must outlive the
-    // feed.
-    InputFeed(BlockNotifier::Channel& channel, std::atomic<std::uint64_t>& losses);
+    // The channel must outlive the feed.
+    InputFeed(const WaveFormat&, BlockNotifier::Channel& channel) : channel_(channel) {}
 
     // --- On the user-interface thread ---
     bool Push(WaveBlock& block);
-    // Marks the block being filled, or every block, as done. Only while no callback runs.
+    // Marks the block being filled, or every block, as done. Only while no callback is inside.
     void ReturnCurrent();
     void ReturnAll();
 
     // --- In the callback ---
+    // Sound was lost before what is captured next, which begins a new block that says so.
+    void NoteGap();
+    // What finds no block is lost.
     void Capture(std::span<const std::uint8_t> in);
 
   private:
+    bool TakeBlock();
+
     BlockNotifier::Channel& channel_;
-    std::atomic<std::uint64_t>& losses_;
     BlockQueue queue_;
     WaveBlock* current_ = nullptr;
+    bool gapBefore_ = false;
 };
 
 }  // namespace sonavel

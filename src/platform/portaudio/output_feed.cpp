@@ -5,12 +5,8 @@
 
 namespace sonavel {
 
-OutputFeed::OutputFeed(const WaveFormat& format, BlockNotifier::Channel& channel,
-                       std::atomic<std::uint64_t>& gaps)
-    : frameBytes_(format.BlockAlign()),
-      silence_(format.bitsPerSample == 8 ? 128 : 0),
-      channel_(channel),
-      gaps_(gaps) {}
+OutputFeed::OutputFeed(const WaveFormat& format, BlockNotifier::Channel& channel)
+    : frameBytes_(format.BlockAlign()), silence_(Silence(format)), channel_(channel) {}
 
 bool OutputFeed::Push(WaveBlock& block) {
     block.done.store(false, std::memory_order_relaxed);
@@ -24,7 +20,6 @@ void OutputFeed::ReturnAll() {
     while (WaveBlock* const block = queue_.Pop()) Return(*block);
     tail_ = nullptr;
     current_ = nullptr;
-    silentSinceTail_ = false;
 }
 
 void OutputFeed::Render(std::span<std::uint8_t> out, std::uint64_t latencyFrames) {
@@ -40,7 +35,6 @@ void OutputFeed::Render(std::span<std::uint8_t> out, std::uint64_t latencyFrames
     }
     std::ranges::fill(out, silence_);
     rendered_ += out.size();
-    if (!paused && !out.empty() && tail_) silentSinceTail_ = true;
 }
 
 bool OutputFeed::NextBlock() {
@@ -48,8 +42,6 @@ bool OutputFeed::NextBlock() {
     current_ = queue_.Pop();
     offset_ = 0;
     if (!current_) return false;
-    if (silentSinceTail_) gaps_.fetch_add(1, std::memory_order_relaxed);
-    silentSinceTail_ = false;
     if (tail_) Return(*tail_);
     tail_ = nullptr;
     return true;

@@ -15,16 +15,18 @@ namespace sonavel {
 
 class OutputFeed {
   public:
-    // `gaps` counts the times that playing had to go on with silence because no block was there; it
-    // and the channel must outlive the feed.
-    OutputFeed(const WaveFormat& format, BlockNotifier::Channel& channel,
-               std::atomic<std::uint64_t>& gaps);
+    // The channel must outlive the feed.
+    OutputFeed(const WaveFormat& format, BlockNotifier::Channel& channel);
+
+    static std::uint8_t Silence(const WaveFormat& format) {
+        return format.bitsPerSample == 8 ? 128 : 0;
+    }
 
     // --- On the user-interface thread ---
     bool Push(WaveBlock& block);
     // Silence while paused; the feed begins paused.
     void SetPaused(bool paused) { paused_.store(paused, std::memory_order_release); }
-    // Marks everything as done. Only while no callback runs.
+    // Marks everything as done. Only while no callback is inside.
     void ReturnAll();
 
     // --- In the callback ---
@@ -42,15 +44,13 @@ class OutputFeed {
     const std::size_t frameBytes_;
     const std::uint8_t silence_;
     BlockNotifier::Channel& channel_;
-    std::atomic<std::uint64_t>& gaps_;
     BlockQueue queue_;
     std::atomic<bool> paused_{true};
     WaveBlock* current_ = nullptr;
     std::size_t offset_ = 0;  // bytes of the current block that have gone
     WaveBlock* tail_ = nullptr;
-    std::uint64_t tailEnd_ = 0;     // byte of the stream behind the tail
-    std::uint64_t rendered_ = 0;    // bytes of the stream so far
-    bool silentSinceTail_ = false;  // without a pause as the reason
+    std::uint64_t tailEnd_ = 0;   // byte of the stream behind the tail
+    std::uint64_t rendered_ = 0;  // bytes of the stream so far
 };
 
 }  // namespace sonavel

@@ -1,55 +1,57 @@
-// The PortAudio library while it is in use, its error codes and its devices in the engine's terms.
+// The sound library as the user-interface thread sees it while it is in use: no call here blocks
+// for longer than two seconds. What gives no answer counts as lost.
 #pragma once
 
-#include <portaudio.h>
-
-#include <atomic>
-#include <cstdint>
+#include <chrono>
 #include <memory>
-#include <vector>
 
 #include "platform/portaudio/block_notifier.h"
-#include "platform/wave_device.h"
+#include "platform/portaudio/device_calls.h"
+#include "platform/portaudio/portaudio_library.h"
 
 namespace sonavel {
 
-// Each PortAudio error as the nearest of the codes 1 to 20.
-WaveResult ToWaveResult(PaError error);
-
-enum class StreamDirection { kInput, kOutput };
+struct DeviceTimes {
+    std::chrono::milliseconds answer{2000};
+    WatchTimes watch;
+};
 
 class PortAudioSession {
   public:
-    explicit PortAudioSession(PostToUi post);
+    explicit PortAudioSession(PostToUi post, DeviceTimes times = {});
     ~PortAudioSession();
     PortAudioSession(const PortAudioSession&) = delete;
     PortAudioSession& operator=(const PortAudioSession&) = delete;
 
-    // The library is started by the first call of these two, because that takes its time. All of it
-    // is called on the user-interface thread.
-    std::vector<WaveDeviceInfo> Devices(StreamDirection direction);
-    struct StreamSettings {
-        WaveResult result = kWaveSuccess;
-        PaStreamParameters parameters{};
-    };
-    StreamSettings Settings(int deviceId, const WaveFormat& format, StreamDirection direction);
+    // The ones known last when there is no answer.
+    WaveDeviceList Devices(StreamDirection direction);
+    void ListAnew();
+
+    // Each returns kWaveNoAnswer in time; the stream is then closed as soon as that is possible,
+    // and must not be used any more.
+    WaveResult Open(const std::shared_ptr<PortAudioStream>& stream, const StreamRequest& request);
+    WaveResult Start(const std::shared_ptr<PortAudioStream>& stream);
+    WaveResult Close(const std::shared_ptr<PortAudioStream>& stream);
+    // Without waiting, for a stream that is lost.
+    void CloseLost(const std::shared_ptr<PortAudioStream>& stream);
+
+    // Leaves the library, unless streams are open.
+    void End();
 
     BlockNotifier& Notifier() { return notifier_; }
-    std::atomic<std::uint64_t>& Underflows() { return underflows_; }
-    std::atomic<std::uint64_t>& Overflows() { return overflows_; }
+    // Whether calls are under way that nobody waits for.
+    bool HasCallsLeft() const { return calls_.AnyLeft(); }
 
   private:
-    PaError Start();
+    using Scope = DeviceCalls::Scope;
+    WaveResult Ask(Scope scope, std::function<WaveResult()> call,
+                   DeviceThread::Job afterwards = nullptr);
+    DeviceThread::Job ClosingOf(const std::shared_ptr<PortAudioStream>& stream) const;
 
+    std::shared_ptr<PortAudioLibrary> library_ = std::make_shared<PortAudioLibrary>();
+    DeviceCalls calls_;
     BlockNotifier notifier_;
-    std::atomic<std::uint64_t> underflows_{0};
-    std::atomic<std::uint64_t> overflows_{0};
-    bool started_ = false;
+    WaveDeviceList known_[2];
 };
-
-// Stops a stream that has been started, dropping what is in flight; no callback runs afterwards.
-void AbortStream(PaStream* stream);
-// Starts a stream that does not run, also one that has ended by itself.
-WaveResult EnsureStarted(PaStream* stream);
 
 }  // namespace sonavel

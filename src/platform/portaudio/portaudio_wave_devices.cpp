@@ -20,20 +20,21 @@ std::unique_ptr<WaveIn> PortAudioWaveDevices::CreateIn() {
     return std::make_unique<PortAudioWaveIn>(session_);
 }
 
-std::vector<WaveDeviceInfo> PortAudioWaveDevices::Outputs() const {
+WaveDeviceList PortAudioWaveDevices::Outputs() const {
     return session_->Devices(StreamDirection::kOutput);
 }
 
-std::vector<WaveDeviceInfo> PortAudioWaveDevices::Inputs() const {
+WaveDeviceList PortAudioWaveDevices::Inputs() const {
     return session_->Devices(StreamDirection::kInput);
 }
 
-std::uint64_t PortAudioWaveDevices::Underflows() const {
-    return session_->Underflows();
+void PortAudioWaveDevices::ListAnew() {
+    session_->ListAnew();
 }
 
-std::uint64_t PortAudioWaveDevices::Overflows() const {
-    return session_->Overflows();
+PortAudioWaveDevices::Ending PortAudioWaveDevices::End() {
+    session_->End();
+    return session_->HasCallsLeft() ? Ending::kHangs : Ending::kClean;
 }
 
 }  // namespace sonavel

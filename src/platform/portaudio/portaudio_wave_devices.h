@@ -1,10 +1,8 @@
 // The machine's sound devices through PortAudio; device ids are PortAudio's indices.
 #pragma once
 
-#include <cstdint>
 #include <functional>
 #include <memory>
-#include <vector>
 
 #include "platform/wave_device.h"
 
@@ -22,13 +20,15 @@ class PortAudioWaveDevices : public WaveDevices {
 
     std::unique_ptr<WaveOut> CreateOut() override;
     std::unique_ptr<WaveIn> CreateIn() override;
-    std::vector<WaveDeviceInfo> Outputs() const override;
-    std::vector<WaveDeviceInfo> Inputs() const override;
+    WaveDeviceList Outputs() const override;
+    WaveDeviceList Inputs() const override;
+    void ListAnew() override;
 
-    // How often, so far, an output had nothing to play in the middle of a sound, and sound that
-    // came in was lost.
-    std::uint64_t Underflows() const;
-    std::uint64_t Overflows() const;
+    // Ends the use of the sound library, behind every device made by this object; nothing else may
+    // be called afterwards. With kHangs a call of the library has not come back: the program must
+    // then end without the clean-up of the libraries, which would wait for it.
+    enum class Ending { kClean, kHangs };
+    Ending End();
 
   private:
     std::shared_ptr<PortAudioSession> session_;

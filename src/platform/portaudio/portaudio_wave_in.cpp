@@ -10,29 +10,22 @@ PortAudioWaveIn::~PortAudioWaveIn() {
 
 int PortAudioWaveIn::Capture(const void* in, void*, unsigned long frames,
                              const PaStreamCallbackTimeInfo*, PaStreamCallbackFlags flags,
-                             void* self) {
-    auto& device = *static_cast<PortAudioWaveIn*>(self);
-    if (flags & paInputOverflow)
-        device.session_->Overflows().fetch_add(1, std::memory_order_relaxed);
+                             void* userData) {
+    auto& stream = *static_cast<Stream*>(static_cast<PortAudioStream*>(userData));
+    stream.channel->Beat();
+    const CallbackGate::Visit visit(stream.gate);
+    if (!visit) return paContinue;
+    if (flags & paInputOverflow) stream.feed.NoteGap();
     if (in)
-        device.feed_->Capture(
-            {static_cast<const std::uint8_t*>(in), frames * device.format_.BlockAlign()});
+        stream.feed.Capture(
+            {static_cast<const std::uint8_t*>(in), frames * stream.format.BlockAlign()});
     return paContinue;
 }
 
 WaveResult PortAudioWaveIn::Open(int deviceId, const WaveFormat& format,
                                  WaveBlockDone onBlockDone) {
-    if (stream_) return kWaveAllocated;
-    const auto settings = session_->Settings(deviceId, format, StreamDirection::kInput);
-    if (settings.result != kWaveSuccess) return settings.result;
-    format_ = format;
-    channel_ = session_->Notifier().OpenChannel(std::move(onBlockDone));
-    feed_.emplace(*channel_, session_->Overflows());
-    const PaError error =
-        Pa_OpenStream(&stream_, &settings.parameters, nullptr, format.samplesPerSecond,
-                      paFramesPerBufferUnspecified, paClipOff | paDitherOff, Capture, this);
-    if (error != paNoError) stream_ = nullptr;
-    return ToWaveResult(error);
+    return OpenStream({deviceId, format, StreamDirection::kInput, Capture, OnStreamFinished},
+                      std::move(onBlockDone));
 }
 
 WaveResult PortAudioWaveIn::Add(WaveBlock& block) {
@@ -40,20 +33,13 @@ WaveResult PortAudioWaveIn::Add(WaveBlock& block) {
 }
 
 WaveResult PortAudioWaveIn::Start() {
-    return stream_ ? EnsureStarted(stream_) : kWaveInvalidHandle;
+    return Run();
 }
 
 WaveResult PortAudioWaveIn::Stop() {
     if (!stream_) return kWaveInvalidHandle;
-    AbortStream(stream_);
-    feed_->ReturnCurrent();
-    return kWaveSuccess;
-}
-
-WaveResult PortAudioWaveIn::Reset() {
-    if (!stream_) return kWaveInvalidHandle;
-    AbortStream(stream_);
-    feed_->ReturnAll();
+    stream_->gate.Close();
+    stream_->feed.ReturnCurrent();
     return kWaveSuccess;
 }
 

@@ -15,12 +15,11 @@ class PortAudioWaveIn : public PortAudioWaveDevice<WaveIn, InputFeed> {
     WaveResult Add(WaveBlock& block) override;
     WaveResult Start() override;
     WaveResult Stop() override;
-    WaveResult Reset() override;
 
   private:
     static int Capture(const void* in, void* out, unsigned long frames,
                        const PaStreamCallbackTimeInfo* time, PaStreamCallbackFlags flags,
-                       void* self);
+                       void* stream);
 };
 
 }  // namespace sonavel

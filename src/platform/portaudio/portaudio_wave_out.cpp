@@ -1,6 +1,7 @@
 #include "platform/portaudio/portaudio_wave_out.h"
 
 #include <algorithm>
+#include <span>
 #include <utility>
 
 namespace sonavel {
@@ -25,38 +26,24 @@ PortAudioWaveOut::~PortAudioWaveOut() {
 }
 
 int PortAudioWaveOut::Render(const void*, void* out, unsigned long frames,
-                             const PaStreamCallbackTimeInfo* time, PaStreamCallbackFlags flags,
-                             void* self) {
-    auto& device = *static_cast<PortAudioWaveOut*>(self);
-    if (flags & paOutputUnderflow)
-        device.session_->Underflows().fetch_add(1, std::memory_order_relaxed);
-    device.feed_->Render({static_cast<std::uint8_t*>(out), frames * device.format_.BlockAlign()},
-                         LatencyFrames(*time, device.format_.samplesPerSecond));
+                             const PaStreamCallbackTimeInfo* time, PaStreamCallbackFlags,
+                             void* userData) {
+    auto& stream = *static_cast<Stream*>(static_cast<PortAudioStream*>(userData));
+    const std::span<std::uint8_t> bytes(static_cast<std::uint8_t*>(out),
+                                        frames * stream.format.BlockAlign());
+    stream.channel->Beat();
+    const CallbackGate::Visit visit(stream.gate);
+    if (visit)
+        stream.feed.Render(bytes, LatencyFrames(*time, stream.format.samplesPerSecond));
+    else
+        std::ranges::fill(bytes, OutputFeed::Silence(stream.format));
     return paContinue;
-}
-
-// A stream that ended by itself shows as an error of the next Restart, which this brings about.
-void PortAudioWaveOut::Finished(void* self) {
-    static_cast<PortAudioWaveOut*>(self)->channel_->Signal();
 }
 
 WaveResult PortAudioWaveOut::Open(int deviceId, const WaveFormat& format,
                                   WaveBlockDone onBlockDone) {
-    if (stream_) return kWaveAllocated;
-    const auto settings = session_->Settings(deviceId, format, StreamDirection::kOutput);
-    if (settings.result != kWaveSuccess) return settings.result;
-    format_ = format;
-    channel_ = session_->Notifier().OpenChannel(std::move(onBlockDone));
-    feed_.emplace(format, *channel_, session_->Underflows());
-    const PaError error =
-        Pa_OpenStream(&stream_, nullptr, &settings.parameters, format.samplesPerSecond,
-                      paFramesPerBufferUnspecified, paClipOff | paDitherOff, Render, this);
-    if (error != paNoError) {
-        stream_ = nullptr;
-        return ToWaveResult(error);
-    }
-    Pa_SetStreamFinishedCallback(stream_, Finished);
-    return kWaveSuccess;
+    return OpenStream({deviceId, format, StreamDirection::kOutput, Render, OnStreamFinished},
+                      std::move(onBlockDone));
 }
 
 WaveResult PortAudioWaveOut::Write(WaveBlock& block) {
@@ -64,22 +51,13 @@ WaveResult PortAudioWaveOut::Write(WaveBlock& block) {
 }
 
 WaveResult PortAudioWaveOut::Pause() {
-    if (stream_) feed_->SetPaused(true);
+    if (stream_) stream_->feed.SetPaused(true);
     return IfOpen();
 }
 
 WaveResult PortAudioWaveOut::Restart() {
-    if (!stream_) return kWaveInvalidHandle;
-    feed_->SetPaused(false);
-    return EnsureStarted(stream_);
-}
-
-WaveResult PortAudioWaveOut::Reset() {
-    if (!stream_) return kWaveInvalidHandle;
-    AbortStream(stream_);
-    feed_->SetPaused(true);
-    feed_->ReturnAll();
-    return kWaveSuccess;
+    if (stream_) stream_->feed.SetPaused(false);
+    return Run();
 }
 
 }  // namespace sonavel

@@ -16,13 +16,11 @@ class PortAudioWaveOut : public PortAudioWaveDevice<WaveOut, OutputFeed> {
     // The stream goes on with silence, so that a pause takes hold at the next buffer.
     WaveResult Pause() override;
     WaveResult Restart() override;
-    WaveResult Reset() override;
 
   private:
     static int Render(const void* in, void* out, unsigned long frames,
                       const PaStreamCallbackTimeInfo* time, PaStreamCallbackFlags flags,
-                      void* self);
-    static void Finished(void* self);
+                      void* stream);
 };
 
 }  // namespace sonavel
