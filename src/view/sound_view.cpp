@@ -10,10 +10,12 @@ CSoundView::CSoundView(CSoundDoc& document, ViewDialogs& dialogs, ViewHost& host
     : document_(document), dialogs_(dialogs), host_(host) {
     document_.AddObserver(this);
     Sound().SetObserver(this);
+    document_.Preview().SetObserver(&previewReports_);
 }
 
 CSoundView::~CSoundView() {
     Sound().SetObserver(nullptr);
+    document_.Preview().SetObserver(nullptr);
     document_.RemoveObserver(this);
 }
 

@@ -12,6 +12,7 @@
 #include "view/colour_table.h"
 #include "view/display_settings.h"
 #include "view/pixel_map.h"
+#include "view/preview_reports.h"
 #include "view/scroll_state.h"
 #include "view/selection.h"
 #include "view/sound_view_observer.h"
@@ -147,6 +148,8 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
     // its own for its start and its end.
     void NoteTransportState();
     void ShowStatusText(std::string_view text);
+    // A player's state with the position and length of its sound.
+    void ShowPlayState(const CWave& sound, std::string_view stateText, std::uint32_t frame);
     const std::string& StatusText() const { return statusText_; }
     // Ends recording, inserts what was recorded at the cursor and shows the whole sound. False when
     // nothing was recorded, or nothing is being recorded.
@@ -198,6 +201,7 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
     ViewDialogs& dialogs_;
     ViewHost& host_;
     SoundViewObserver* observer_ = nullptr;
+    PreviewReports previewReports_{*this};
 
     bool shown_ = false;
     bool maximizePending_ = false;
@@ -218,9 +222,10 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
     std::optional<std::uint32_t> playFrame_;
     int playReports_ = 0;
     std::optional<std::int64_t> playColumn_;  // where play scrolling keeps the position, in pixels
-    // What the status text tells of the player, if it does: it follows the sound's length and the
-    // status format.
+    // What the status text tells of a player, the sound's or the preview's, if it does: it follows
+    // that sound's length and the status format.
     struct PlayReport {
+        const CWave* sound = nullptr;
         std::string state;
         std::uint32_t frame = 0;
     };

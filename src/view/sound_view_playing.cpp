@@ -65,17 +65,23 @@ void CSoundView::FollowPlayPosition(std::uint32_t frame) {
 }
 
 void CSoundView::OnPlayState(std::string_view stateText, std::uint32_t frame) {
-    playReport_ = {std::string(stateText), frame};
-    ShowPlayReport();
+    ShowPlayState(Sound(), stateText, frame);
     NoteTransportState();
+}
+
+void CSoundView::ShowPlayState(const CWave& sound, std::string_view stateText,
+                               std::uint32_t frame) {
+    playReport_ = {&sound, std::string(stateText), frame};
+    ShowPlayReport();
 }
 
 void CSoundView::ShowPlayReport() {
     if (!playReport_) return;
-    const std::uint32_t rate = Sound().GetSamplesPerSecond();
-    const std::uint32_t frame = std::min(playReport_->frame, FrameCount());
+    const CWave& sound = *playReport_->sound;
+    const std::uint32_t rate = sound.GetSamplesPerSecond();
+    const std::uint32_t frame = std::min(playReport_->frame, sound.GetFrameCount());
     statusText_ = playReport_->state + PositionText(statusFormat_, frame, rate) + " / " +
-                  PositionText(statusFormat_, FrameCount(), rate);
+                  PositionText(statusFormat_, sound.GetFrameCount(), rate);
     if (observer_) observer_->OnStatusText(statusText_);
 }
 

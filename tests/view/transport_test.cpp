@@ -168,6 +168,31 @@ TEST_F(TransportTest, EveryReportRepaintsWhereThePlayLineWasAndWhereItIs) {
     EXPECT_FALSE(View().PlayPosition());
 }
 
+TEST_F(TransportTest, APreviewShowsItsStateAndItsPeaksAsTheSoundDoes) {
+    OpenRamp(6400, 1, 8);
+    Watch();
+    const std::vector<float> samples(2000, 16384.0f);
+    const auto play = [&] {
+        ASSERT_TRUE(Document().MakePreview(samples, CSoundDoc::PreviewPlay::kYes, 2000,
+                                           CSoundDoc::PreviewFormat::kStereo16));
+    };
+    play();
+    EXPECT_EQ(window.texts.back(), "(Playing) 1000 / 1000");
+    EXPECT_EQ(window.peaks.back(), std::pair(64, 64)) << "half of what the meter takes as full";
+    devices.Out().Hear();
+    EXPECT_FALSE(View().PlayPosition());
+    EXPECT_FALSE(View().PlayFrame());
+    Document().Preview().Stop(CWavePlayer::StopReport::kSilent);
+    EXPECT_EQ(window.texts.back(), "(Stopped) 1000 / 1000");
+    EXPECT_EQ(window.peaks.back(), std::pair(0, 0));
+
+    play();
+    devices.Out().Lose(kWaveNoDriver);
+    EXPECT_EQ(prompts.messages, std::vector<std::string>{"no device driver present"});
+    EXPECT_EQ(window.texts.back().rfind("(Stopped) ", 0), 0u);
+    EXPECT_EQ(window.peaks.back(), std::pair(0, 0));
+}
+
 TEST_F(TransportTest, PlayScrollingKeepsThePositionInTheMiddleOfAZoomedWindow) {
     SetOption("__SOUND_GENERAL_OPTIONS", "PLAY SCROLLING", 1);
     OpenRamp(64000);

@@ -79,6 +79,7 @@ struct FakeWindow : SoundViewObserver {
     int maximized = 0;
     std::vector<std::string> texts;
     std::vector<WaitCursor> waitCursors;
+    std::vector<std::pair<int, int>> peaks;
 
     void Invalidate(ViewArea area) override { areas.push_back(area); }
     void InvalidateRectangle(const Rectangle& r) override { rectangles.push_back(r); }
@@ -86,7 +87,9 @@ struct FakeWindow : SoundViewObserver {
     void OnSelectionChanged() override { ++selectionChanges; }
     void OnStatusText(std::string_view text) override { texts.emplace_back(text); }
     void SetWaitCursor(WaitCursor cursor) override { waitCursors.push_back(cursor); }
-    void OnPeaks(std::int32_t, std::int32_t) override {}
+    void OnPeaks(std::int32_t left, std::int32_t right) override {
+        peaks.emplace_back(left, right);
+    }
     void OnColoursChanged() override {}
     void OnTransportChanged() override { ++transportChanges; }
     void MaximizeFrame() override { ++maximized; }
