@@ -29,7 +29,7 @@ class TransportBar : public CommandBar {
   public:
     explicit TransportBar(const CommandActions& actions, QWidget* parent = nullptr);
 
-    // The place of the cursor or of what plays, in the status format.
+    // The place of the cursor, or of what is being played or recorded, in the status format.
     void ShowTime(const QString& text);
 
   private:

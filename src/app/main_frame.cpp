@@ -195,12 +195,13 @@ void CMainFrame::UpdateTitle() {
 void CMainFrame::UpdatePanes() {
     OpenSound* active = workspace_->Active();
     const CSoundView* view = active ? active->view.get() : nullptr;
-    const bool busy = view && (view->Sound().IsPlaying() || view->Sound().IsRecording());
+    const bool recording = view && view->Sound().IsRecording();
+    const bool busy = recording || (view && view->Sound().IsPlaying());
     if (busy != playTimer_.isActive()) busy ? playTimer_.start() : playTimer_.stop();
     if (!view) {
-        for (const auto show :
-             {&StatusPanes::ShowState, &StatusPanes::ShowSelection, &StatusPanes::ShowZoom})
-            (status_->*show)({});
+        status_->ShowState({}, StatusPanes::StateWidth::kUsual);
+        status_->ShowSelection({});
+        status_->ShowZoom({});
         transport_->ShowTime({});
         return;
     }
@@ -209,10 +210,14 @@ void CMainFrame::UpdatePanes() {
     const std::string place =
         PositionText(format, view->PlayFrame().value_or(view->Cursor()), rate);
     const std::string selection = SelectionText(format, view->GetSelection(), rate);
-    status_->ShowState(Utf8Text(view->StatusText()));
+    status_->ShowState(Utf8Text(view->StatusText()), busy ? StatusPanes::StateWidth::kOfItsText
+                                                          : StatusPanes::StateWidth::kUsual);
     status_->ShowSelection(Utf8Text(selection.empty() ? place : selection));
     status_->ShowZoom(Utf8Text(ZoomText(view->TimeRatio(), view->TimePercent())));
-    transport_->ShowTime(Utf8Text(place));
+    const std::uint32_t recorded = recording ? view->Sound().GetRecordedFrames() : 0;
+    transport_->ShowTime(
+        recording ? Utf8Text(PositionText(format, std::int64_t{view->Cursor()} + recorded, rate))
+                  : Utf8Text(place));
 }
 
 void CMainFrame::AfterCommand(int commandId, bool succeeded) {

@@ -2,6 +2,7 @@
 
 #include <QTimer>
 #include <algorithm>
+#include <utility>
 
 namespace sonavel {
 
@@ -11,11 +12,14 @@ constexpr int kNoteMs = 8000;
 constexpr int kPanePadding = 10;
 // In a narrow window the panes leave the rest to the prompt.
 constexpr int kShareOfPanes = 85;
+// What a grown pane leaves for the spaces between the panes and the size grip.
+constexpr int kSpaces = 48;
 
 // A text that is cut off is read whole in the tool tip.
 void ShowIn(QLabel& pane, const QString& text) {
     pane.setText(text);
-    const int room = pane.width() - kPanePadding;
+    // Its fixed width, which it takes up a moment after that was set.
+    const int room = pane.minimumWidth() - kPanePadding;
     pane.setToolTip(pane.fontMetrics().horizontalAdvance(text) > room ? text : QString());
 }
 
@@ -35,26 +39,35 @@ StatusPanes::StatusPanes(QWidget* parent) : QStatusBar(parent), prompt_(new QLab
     Update();
 }
 
-QLabel* StatusPanes::AddPane(const QString& name, const QString& widestText) {
+StatusPanes::Pane StatusPanes::AddPane(const QString& name, const QString& widestText) {
     auto* pane = new QLabel(this);
     pane->setObjectName(name);
     pane->setIndent(4);
     pane->setFrameStyle(QFrame::Panel | QFrame::Sunken);
-    panes_.push_back({pane, fontMetrics().horizontalAdvance(widestText) + kPanePadding});
     addPermanentWidget(pane);
-    return pane;
+    return {pane, fontMetrics().horizontalAdvance(widestText) + kPanePadding};
 }
 
 void StatusPanes::resizeEvent(QResizeEvent* event) {
-    // The zoom has one short text; the others are cut off first.
-    const int zoomWidth = panes_.back().fullWidth;
-    int wanted = 0;
-    for (const Pane& pane : panes_) wanted += pane.fullWidth;
-    wanted -= zoomWidth;
-    const int room = std::clamp(width() * kShareOfPanes / 100 - zoomWidth, 0, wanted);
-    for (const Pane& pane : panes_) pane.label->setFixedWidth(pane.fullWidth * room / wanted);
-    zoom_->setFixedWidth(zoomWidth);
+    LayOutPanes();
     QStatusBar::resizeEvent(event);
+}
+
+void StatusPanes::LayOutPanes() {
+    // The zoom has one short text; the others are cut off first, the selection before a grown
+    // state.
+    const int wanted = state_.usualWidth + selection_.usualWidth;
+    const int room = std::clamp(width() * kShareOfPanes / 100 - zoom_.usualWidth, 0, wanted);
+    int state = state_.usualWidth * room / wanted;
+    int selection = selection_.usualWidth * room / wanted;
+    if (grownWidth_ > state) {
+        const int all = std::max(width() - zoom_.usualWidth - kSpaces, 0);
+        state = std::min(grownWidth_, all);
+        selection = std::min(selection, all - state);
+    }
+    state_.label->setFixedWidth(state);
+    selection_.label->setFixedWidth(selection);
+    zoom_.label->setFixedWidth(zoom_.usualWidth);
 }
 
 void StatusPanes::ShowPrompt(const QString& text) {
@@ -73,16 +86,20 @@ void StatusPanes::ShowNote(const QString& text) {
     Update();
 }
 
-void StatusPanes::ShowState(const QString& text) {
-    ShowIn(*state_, text);
+void StatusPanes::ShowState(const QString& text, StateWidth width) {
+    const int needed = fontMetrics().horizontalAdvance(text) + kPanePadding;
+    // Not narrower between two texts, which would make the panes beside it tremble.
+    const int grown = width == StateWidth::kUsual ? 0 : std::max(grownWidth_, needed);
+    if (std::exchange(grownWidth_, grown) != grown) LayOutPanes();
+    ShowIn(*state_.label, text);
 }
 
 void StatusPanes::ShowSelection(const QString& text) {
-    ShowIn(*selection_, text);
+    ShowIn(*selection_.label, text);
 }
 
 void StatusPanes::ShowZoom(const QString& text) {
-    zoom_->setText(text);
+    zoom_.label->setText(text);
 }
 
 void StatusPanes::Update() {

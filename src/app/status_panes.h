@@ -4,7 +4,6 @@
 
 #include <QLabel>
 #include <QStatusBar>
-#include <vector>
 
 namespace sonavel {
 
@@ -18,7 +17,9 @@ class StatusPanes : public QStatusBar {
     void ShowPrompt(const QString& text);
     // A note stays for some seconds, over any prompt.
     void ShowNote(const QString& text);
-    void ShowState(const QString& text);
+    // A text that grows while it is shown takes the room that it needs from the prompt.
+    enum class StateWidth { kUsual, kOfItsText };
+    void ShowState(const QString& text, StateWidth width);
     void ShowSelection(const QString& text);
     void ShowZoom(const QString& text);
 
@@ -29,18 +30,19 @@ class StatusPanes : public QStatusBar {
 
   private:
     struct Pane {
-        QLabel* label;
-        int fullWidth;
+        QLabel* label = nullptr;
+        int usualWidth = 0;
     };
 
-    QLabel* AddPane(const QString& name, const QString& widestText);
+    Pane AddPane(const QString& name, const QString& widestText);
+    void LayOutPanes();
     void Update();
 
     QLabel* prompt_;
-    std::vector<Pane> panes_;
-    QLabel* state_;
-    QLabel* selection_;
-    QLabel* zoom_;
+    Pane state_;
+    Pane selection_;
+    Pane zoom_;
+    int grownWidth_ = 0;  // of the state pane, while its text needs more than usual
     QString note_;
     QString hovered_;
     int noteNumber_ = 0;

@@ -268,6 +268,33 @@ TEST_F(AppFixture, PanesFollowTheView) {
     EXPECT_EQ(pane("zoom"), "");
 }
 
+TEST_F(AppFixture, WhileRecordingTheStateIsReadWholeAndTheReadOutRuns) {
+    ASSERT_TRUE(App().OpenFile(WavFile("a.wav")));
+    Frame().resize(1000, 600);
+    CSoundView& view = *Sounds().Active()->view;
+    view.SetStatusFormat(StatusFormat::kSecond);
+    view.SetCursor(4000);
+    QApplication::processEvents();
+    auto& state = *Frame().findChild<QLabel*>("state");
+    auto& readOut = *Frame().findChild<QLabel*>("readOut");
+    const int usualWidth = state.width();
+    Active().Sound().SetRecordBlockFrames(8000);
+    ASSERT_TRUE(Active().StartRecording());
+    for (int seconds = 1; seconds <= 2; ++seconds) {
+        devices_.Pump();
+        QApplication::processEvents();
+        EXPECT_EQ(readOut.text(), QString("%1.500").arg(seconds));
+    }
+    EXPECT_EQ(state.text(), "(Recording)00:00:02.000 / 16000 Samples / 16000 Bytes");
+    EXPECT_GE(state.contentsRect().width(), state.fontMetrics().horizontalAdvance(state.text()));
+    EXPECT_GT(state.width(), usualWidth);
+    EXPECT_EQ(Frame().width(), 1000);
+    ASSERT_TRUE(view.EndRecording());
+    QApplication::processEvents();
+    EXPECT_EQ(state.width(), usualWidth);
+    EXPECT_EQ(readOut.text(), "0.500");
+}
+
 TEST_F(AppFixture, HoveredCommandsShowTheirPrompts) {
     App();
     QStatusTipEvent hover("Open sound files");
