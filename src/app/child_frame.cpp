@@ -40,6 +40,7 @@ void CChildFrame::LetGo() {
 
 void CChildFrame::OnSoundChanged(std::uint32_t) {
     ShowTitle();
+    Q_EMIT SoundChanged();
     Q_EMIT StateChanged();
 }
 

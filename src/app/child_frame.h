@@ -36,6 +36,8 @@ class CChildFrame : public QMdiSubWindow, public DocumentObserver {
     // The person closes the window; whether it may go is the receiver's to find out.
     void CloseRequested();
     void TitleChanged();
+    // The samples, the length or the format.
+    void SoundChanged();
     // Anything that the panes, the bars or the menus show.
     void StateChanged();
 

@@ -90,6 +90,7 @@ class CMainFrame : public QMainWindow, public WorkspaceObserver {
     // The meter follows the active sound.
     void ConnectMeter(CChildFrame& frame);
     void FitMeter();
+    void ReferMeter(const CWave& sound);
     void AddWindowList();
     void ChooseFrame(CChildFrame* frame);
     void ShowFrameMenu(CChildFrame* frame, const QPoint& globalPosition);

@@ -104,15 +104,22 @@ void CMainFrame::ConnectMeter(CChildFrame& frame) {
     connect(&view, &SoundViewWidget::ColoursChanged, meter_, [this, isActive] {
         if (isActive()) FitMeter();
     });
+    // A conversion, Undo and Redo may bring another sample width.
+    connect(&frame, &CChildFrame::SoundChanged, meter_, [this, &frame, isActive] {
+        if (isActive()) ReferMeter(frame.Sound().document->Sound());
+    });
 }
 
 void CMainFrame::FitMeter() {
     const OpenSound* active = workspace_->Active();
     meter_->SetLevels(0, 0);
     if (!active) return;
-    const CWave& sound = active->document->Sound();
-    meter_->SetReference(static_cast<std::int32_t>(sound.GetMaxValue() + 1));
+    ReferMeter(active->document->Sound());
     meter_->SetColours(active->view->Colours());
+}
+
+void CMainFrame::ReferMeter(const CWave& sound) {
+    meter_->SetReference(static_cast<std::int32_t>(sound.GetMaxValue() + 1));
 }
 
 }  // namespace sonavel

@@ -5,6 +5,7 @@
 
 #include "app/command_ids.h"
 #include "app_fixture.h"
+#include "spatial/spatializer.h"
 #include "view/view_commands.h"
 
 namespace sonavel {
@@ -172,6 +173,34 @@ TEST_F(BarsTest, TheFormatFollowsActivationEditsAndUndo) {
     EXPECT_EQ(Format("rate") + Format("bits") + Format("channels"), "44,100 Hz16-bitStereo");
     while (Sounds().Count() > 0) Sounds().Close(0);
     EXPECT_EQ(Format("rate") + Format("size") + Format("history"), "");
+}
+
+TEST_F(BarsTest, TheMetersReferenceIsThatOfTheActiveSoundWhateverChangesIt) {
+    programFolder_.Options().SetInteger("__SOUND_GENERAL_OPTIONS", "SAVE UNDO REDO INFOMATION", 1);
+    ASSERT_TRUE(App().OpenFile(WavFile("a.wav")));
+    const auto reference = [this] {
+        return Frame().findChild<MeterPanel*>()->Left().Level().reference;
+    };
+    EXPECT_EQ(reference(), 128);
+    ASSERT_TRUE(Active().PushUndoStep("Copy Sample"));
+    ASSERT_TRUE(Active().Sound().ConvertBits(16));
+    Active().NotifyChanged(0);
+    EXPECT_EQ(reference(), 32768);
+    Run(view_command::kUndo);
+    EXPECT_EQ(reference(), 128);
+    Run(view_command::kRedo);
+    EXPECT_EQ(reference(), 32768);
+    Run(view_command::kUndo);
+    ASSERT_TRUE(SpatializePositional({Active(), 0, 0, "", SpatialOutcome::kApply}, {1, 0, 0}));
+    EXPECT_EQ(reference(), 32768);
+
+    ASSERT_TRUE(App().OpenFile(WavFile("b.wav")));
+    EXPECT_EQ(reference(), 128);
+    // What happens to another sound than the active one does not matter.
+    Sounds().At(0).document->NotifyChanged(0);
+    EXPECT_EQ(reference(), 128);
+    Run(app_command::kNextWindow);
+    EXPECT_EQ(reference(), 32768);
 }
 
 TEST_F(BarsTest, EveryBarIsInTheViewMenuAndIsFoundAgainHiddenMovedOrAsItWas) {
