@@ -87,6 +87,22 @@ void TransportBar::ShowTime(const QString& text) {
     readOut_->setText(text.isEmpty() ? QStringLiteral("--:--:--.---") : text);
 }
 
+ZoomBar::ZoomBar(const CommandActions& actions, QWidget* parent)
+    : CommandBar(tr("Zoom"), actions, ZoomBarCommands(), parent), ratio_(new QLabel(this)) {
+    ratio_->setObjectName(QStringLiteral("ratio"));
+    ratio_->setAlignment(Qt::AlignCenter);
+    ratio_->setFrameStyle(QFrame::Panel | QFrame::Sunken);
+    ratio_->setMargin(2);
+    ratio_->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral(" 1 : 888888 ")));
+    ratio_->setToolTip(tr("Time zoom, in samples a pixel"));
+    addSeparator();
+    addWidget(ratio_);
+}
+
+void ZoomBar::ShowRatio(const QString& text) {
+    ratio_->setText(text);
+}
+
 std::span<const int> FileBarCommands() {
     return kFileBar;
 }

@@ -1,4 +1,5 @@
-// A tool bar of commands, and the transport bar with its time read-out.
+// A tool bar of commands, the transport bar with its time read-out, and the zoom bar with its
+// ratio.
 #pragma once
 
 #include <QLabel>
@@ -34,6 +35,20 @@ class TransportBar : public CommandBar {
 
   private:
     QLabel* readOut_;
+};
+
+// The bar "Zoom".
+class ZoomBar : public CommandBar {
+    Q_OBJECT
+
+  public:
+    explicit ZoomBar(const CommandActions& actions, QWidget* parent = nullptr);
+
+    // Of the time zoom, "1 : 64"; empty without a sound.
+    void ShowRatio(const QString& text);
+
+  private:
+    QLabel* ratio_;
 };
 
 std::span<const int> FileBarCommands();

@@ -203,6 +203,7 @@ void CMainFrame::UpdatePanes() {
         status_->ShowSelection({});
         status_->ShowZoom({});
         transport_->ShowTime({});
+        zoom_->ShowRatio({});
         return;
     }
     const auto format = view->GetStatusFormat();
@@ -218,6 +219,7 @@ void CMainFrame::UpdatePanes() {
     transport_->ShowTime(
         recording ? Utf8Text(PositionText(format, std::int64_t{view->Cursor()} + recorded, rate))
                   : Utf8Text(place));
+    zoom_->ShowRatio(Utf8Text(ZoomRatioText(view->TimeRatio())));
 }
 
 void CMainFrame::AfterCommand(int commandId, bool succeeded) {

@@ -117,6 +117,7 @@ class CMainFrame : public QMainWindow, public WorkspaceObserver {
     QMdiArea* area_;
     StatusPanes* status_;
     TransportBar* transport_ = nullptr;
+    ZoomBar* zoom_ = nullptr;
     FormatBar* format_ = nullptr;
     WindowListBar* windowList_ = nullptr;
     PlayMeterBar* meter_ = nullptr;

@@ -23,11 +23,11 @@ void CMainFrame::AddBar(QToolBar& bar, const QString& text, Qt::ToolBarArea area
 
 void CMainFrame::AddBars() {
     auto* file = new CommandBar(tr("File and Edit"), actions_, FileBarCommands(), this);
-    auto* zoom = new CommandBar(tr("Zoom"), actions_, ZoomBarCommands(), this);
+    zoom_ = new ZoomBar(actions_, this);
     auto* spatial = new CommandBar(tr("3D Effects"), actions_, SpatialBarCommands(), this);
     transport_ = new TransportBar(actions_, this);
     AddBar(*file, tr("File and &Edit Bar"));
-    AddBar(*zoom, tr("&Zoom Bar"));
+    AddBar(*zoom_, tr("&Zoom Bar"));
     AddBar(*spatial, tr("&3D Effects Bar"));
     addToolBarBreak();
     AddBar(*transport_, tr("&Remocon Bar"));

@@ -21,6 +21,10 @@ std::string ZoomText(std::int64_t framesPerPixel, double timePercent) {
     return Formatted("Zoom (1 : %lld) %.3f%%", static_cast<long long>(framesPerPixel), timePercent);
 }
 
+std::string ZoomRatioText(std::int64_t framesPerPixel) {
+    return framesPerPixel > 0 ? "1 : " + std::to_string(framesPerPixel) : "";
+}
+
 std::string SampleValuesText(const CWave& wave, std::int64_t frame) {
     const auto position = static_cast<std::uint32_t>(frame);
     const int left = wave.GetSample(0, position);

@@ -13,6 +13,9 @@ namespace sonavel {
 // "Zoom (1 : 64) 100.000%"; empty unless the percentage is above 0.
 std::string ZoomText(std::int64_t framesPerPixel, double timePercent);
 
+// "1 : 64"; empty where a view has no width or no sound.
+std::string ZoomRatioText(std::int64_t framesPerPixel);
+
 // "(Sample Value) Left,Right : -12, 40" of a frame; one value for a mono sound.
 std::string SampleValuesText(const CWave& wave, std::int64_t frame);
 

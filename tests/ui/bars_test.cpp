@@ -203,6 +203,21 @@ TEST_F(BarsTest, TheMetersReferenceIsThatOfTheActiveSoundWhateverChangesIt) {
     EXPECT_EQ(reference(), 32768);
 }
 
+TEST_F(BarsTest, TheZoomBarShowsTheRatio) {
+    const auto ratio = [this] {
+        QApplication::processEvents();
+        return Frame().findChild<QToolBar*>("Zoom")->findChild<QLabel*>("ratio")->text();
+    };
+    EXPECT_EQ(ratio(), "");
+    ASSERT_TRUE(App().OpenFile(WavFile("a.wav")));
+    const CSoundView& view = *Sounds().Active()->view;
+    EXPECT_EQ(ratio(), QStringLiteral("1 : %1").arg(8000 / view.Horizontal().maximum));
+    Run(view_command::kZoomTimeFull);
+    EXPECT_EQ(ratio(), "1 : 1");
+    Run(app_command::kClose);
+    EXPECT_EQ(ratio(), "");
+}
+
 TEST_F(BarsTest, EveryBarIsInTheViewMenuAndIsFoundAgainHiddenMovedOrAsItWas) {
     App();
     const auto names = [this] {
