@@ -109,9 +109,11 @@ void SceneWidget::paintGL() {
 }
 
 void SceneWidget::resizeEvent(QResizeEvent* event) {
-    QOpenGLWidget::resizeEvent(event);
+    // The base class paints within its own handling, so the camera has to know the size before.
     camera_.SetViewport(size());
     FitIfUntouched();
+    QOpenGLWidget::resizeEvent(event);
+    update();
 }
 
 void SceneWidget::showEvent(QShowEvent* event) {
