@@ -56,14 +56,16 @@ std::vector<std::string> LoadPresetNames(const ProfileText& presets) {
     return names;
 }
 
-SystemPreset LoadSystemPreset(const ProfileText& presets, const std::string& name) {
+template <>
+SystemPreset LoadPreset(const ProfileText& presets, const std::string& name) {
     const std::string value = Value(presets, name, kPoints);
     std::string_view text = value;
     const int start = TakeNumber(text, kColumn);
     return {start, TakeNumber(text, kColumn)};
 }
 
-std::vector<UserPoint> LoadUserPreset(const ProfileText& presets, const std::string& name) {
+template <>
+UserPreset LoadPreset(const ProfileText& presets, const std::string& name) {
     const std::string countValue = Value(presets, name, kPointCount);
     std::string_view countText = countValue;
     const int counted = std::clamp(TakeNumber(countText, 3), 0, kGreatestCount);
@@ -71,8 +73,7 @@ std::vector<UserPoint> LoadUserPreset(const ProfileText& presets, const std::str
     // More points than the value has room for were cut off when it was read.
     const bool cut = value.size() == kLongestValue;
     const auto fitting = static_cast<int>((value.size() + kPointColumns - 1) / kPointColumns);
-    std::vector<UserPoint> points(
-        static_cast<std::size_t>(cut ? std::min(counted, fitting) : counted));
+    UserPreset points(static_cast<std::size_t>(cut ? std::min(counted, fitting) : counted));
     for (std::size_t i = 0; i < points.size() && i * kPointColumns < value.size(); ++i) {
         std::string_view piece = std::string_view(value).substr(i * kPointColumns, kPointColumns);
         points[i].x = TakeNumber(piece, kColumn);
@@ -82,12 +83,11 @@ std::vector<UserPoint> LoadUserPreset(const ProfileText& presets, const std::str
     return points;
 }
 
-bool SaveSystemPreset(ProfileFile& file, const std::string& name, const SystemPreset& preset) {
+bool SavePreset(ProfileFile& file, const std::string& name, const SystemPreset& preset) {
     return file.SetString(name, kPoints, Columns({preset.start, preset.end}));
 }
 
-bool SaveUserPreset(ProfileFile& file, const std::string& name,
-                    const std::vector<UserPoint>& points) {
+bool SavePreset(ProfileFile& file, const std::string& name, const UserPreset& points) {
     std::array<char, 16> count;
     std::snprintf(count.data(), count.size(), "%3d", static_cast<int>(points.size()));
     std::string value;

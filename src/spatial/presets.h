@@ -27,17 +27,23 @@ struct UserPoint {
     bool operator==(const UserPoint&) const = default;
 };
 
+// In the order of the point list.
+using UserPreset = std::vector<UserPoint>;
+
 // In the order in which they stand in the file, as far as the names fit into 32767 bytes.
 std::vector<std::string> LoadPresetNames(const ProfileText& presets);
 
-// Missing or malformed numbers read as 0.
-SystemPreset LoadSystemPreset(const ProfileText& presets, const std::string& name);
-std::vector<UserPoint> LoadUserPreset(const ProfileText& presets, const std::string& name);
+// A SystemPreset or a UserPreset. Missing or malformed numbers read as 0.
+template <class Preset>
+Preset LoadPreset(const ProfileText& presets, const std::string& name);
+template <>
+SystemPreset LoadPreset(const ProfileText& presets, const std::string& name);
+template <>
+UserPreset LoadPreset(const ProfileText& presets, const std::string& name);
 
 // False when the file cannot be written.
-bool SaveSystemPreset(ProfileFile& file, const std::string& name, const SystemPreset& preset);
-bool SaveUserPreset(ProfileFile& file, const std::string& name,
-                    const std::vector<UserPoint>& points);
+bool SavePreset(ProfileFile& file, const std::string& name, const SystemPreset& preset);
+bool SavePreset(ProfileFile& file, const std::string& name, const UserPreset& points);
 bool DeletePreset(ProfileFile& file, const std::string& name);
 
 // The first preset of the list cannot be deleted.

@@ -251,9 +251,9 @@ class PresetTest : public DocumentTest {};
 
 TEST_F(PresetTest, StoresNumbersInColumnsOfFour) {
     ProfileFile file = programFolder_.Profile("Usersound.ini");
-    ASSERT_TRUE(SaveUserPreset(file, "Two points", {{10, -20, 5}, {0, 0, 100}}));
+    ASSERT_TRUE(SavePreset(file, "Two points", UserPreset{{10, -20, 5}, {0, 0, 100}}));
     ProfileFile system = programFolder_.Profile("Systemsound.ini");
-    ASSERT_TRUE(SaveSystemPreset(system, "Left", {6, 51}));
+    ASSERT_TRUE(SavePreset(system, "Left", SystemPreset{6, 51}));
     const auto textOf = [](const std::filesystem::path& path) {
         const FileBytes bytes = ReadFileBytes(path);
         return std::string(bytes.begin(), bytes.end());
@@ -261,22 +261,22 @@ TEST_F(PresetTest, StoresNumbersInColumnsOfFour) {
     EXPECT_EQ(textOf(file.Path()),
               "[Two points]\npoint Count=  2\nPoints=10  -20 5   0   0   100 \n");
     EXPECT_EQ(textOf(system.Path()), "[Left]\nPoints=6   51  \n");
-    EXPECT_EQ(LoadUserPreset(file.Read(), "Two points"),
+    EXPECT_EQ(LoadPreset<UserPreset>(file.Read(), "Two points"),
               (std::vector<UserPoint>{{10, -20, 5}, {0, 0, 100}}));
-    EXPECT_EQ(LoadSystemPreset(system.Read(), "Left"), (SystemPreset{6, 51}));
-    EXPECT_EQ(LoadSystemPreset(system.Read(), "None"), SystemPreset{});
+    EXPECT_EQ(LoadPreset<SystemPreset>(system.Read(), "Left"), (SystemPreset{6, 51}));
+    EXPECT_EQ(LoadPreset<SystemPreset>(system.Read(), "None"), SystemPreset{});
 }
 
 TEST_F(PresetTest, ReadsShortAndOverlongLists) {
     ProfileFile file = programFolder_.Profile("Usersound.ini");
     file.SetString("short", "point Count", "  3");
     file.SetString("short", "Points", "1   2   3   4   ");
-    EXPECT_EQ(LoadUserPreset(file.Read(), "short"),
+    EXPECT_EQ(LoadPreset<UserPreset>(file.Read(), "short"),
               (std::vector<UserPoint>{{1, 2, 3}, {4, 0, 0}, {0, 0, 0}}));
 
     const std::vector<UserPoint> many(200, UserPoint{100, -99, 7});
-    ASSERT_TRUE(SaveUserPreset(file, "long", many));
-    const std::vector<UserPoint> read = LoadUserPreset(file.Read(), "long");
+    ASSERT_TRUE(SavePreset(file, "long", many));
+    const std::vector<UserPoint> read = LoadPreset<UserPreset>(file.Read(), "long");
     ASSERT_EQ(read.size(), 167u);
     EXPECT_EQ(read[165], many[0]);
     EXPECT_EQ(read[166], (UserPoint{100, -99, 0}));
@@ -290,8 +290,8 @@ TEST_F(PresetTest, ReadsShortAndOverlongLists) {
 
 TEST_F(PresetTest, DeletesAllButTheFirst) {
     ProfileFile file = programFolder_.Profile("Systemsound.ini");
-    for (const char* name : {"One", "Two", "Three"}) SaveSystemPreset(file, name, {1, 2});
-    EXPECT_EQ(LoadPresetNames(file.Read()), (std::vector<std::string>{"One", "Two", "Three"}));
+    for (const char* name : {"One", "Two", "Three"}) SavePreset(file, name, SystemPreset{1, 2});
+    EXPECT_EQ(LoadPresetNames(file), (std::vector<std::string>{"One", "Two", "Three"}));
     for (const int index : {-1, 0, 1}) EXPECT_EQ(CanDeletePreset(index), index == 1) << index;
     ASSERT_TRUE(DeletePreset(file, "Two"));
     EXPECT_EQ(LoadPresetNames(file.Read()), (std::vector<std::string>{"One", "Three"}));

@@ -308,17 +308,17 @@ TEST_F(SpatialEditors, PresetsAreSavedOverwrittenOnYesAndLoaded) {
     auto* names = presets->findChild<QComboBox*>();
     EXPECT_EQ(names->count(), 0);
     dialog.Points().SetPoints({{10, -20, 5}, {0, 0, 100}});
-    presets->Save("Round");
+    presets->SavePreset("Round");
     EXPECT_NE(TextOf("Usersound.ini").find("[Round]"), std::string::npos);
     EXPECT_NE(TextOf("Usersound.ini").find("10  -20 5   0   0   100 "), std::string::npos);
     EXPECT_EQ(names->currentText(), "Round");
 
     dialog.Points().SetPoints({{1, 2, 3}});
     prompts_.answers = {false, true};
-    presets->Save("Round");
-    EXPECT_EQ(LoadUserPreset(folder_.Profile("Usersound.ini").Read(), "Round").size(), 2u);
-    presets->Save("round");
-    EXPECT_EQ(LoadUserPreset(folder_.Profile("Usersound.ini").Read(), "Round").size(), 1u);
+    presets->SavePreset("Round");
+    EXPECT_EQ(LoadPreset<UserPreset>(folder_.Profile("Usersound.ini").Read(), "Round").size(), 2u);
+    presets->SavePreset("round");
+    EXPECT_EQ(LoadPreset<UserPreset>(folder_.Profile("Usersound.ini").Read(), "Round").size(), 1u);
     EXPECT_EQ(prompts_.questions,
               std::vector<std::string>(2, "There is a preset with the same name. Overwrite it?"));
     EXPECT_EQ(names->count(), 1);
@@ -329,9 +329,9 @@ TEST_F(SpatialEditors, PresetsAreSavedOverwrittenOnYesAndLoaded) {
 
 TEST_F(SpatialEditors, EveryPresetButTheFirstIsDeletedOnYes) {
     ProfileFile file = folder_.Profile("Systemsound.ini");
-    ASSERT_TRUE(SaveSystemPreset(file, "One", {1, 2}));
-    ASSERT_TRUE(SaveSystemPreset(file, "Two", {33, 4}));
-    ASSERT_TRUE(SaveSystemPreset(file, "Beyond", {-5, 77}));
+    ASSERT_TRUE(SavePreset(file, "One", SystemPreset{1, 2}));
+    ASSERT_TRUE(SavePreset(file, "Two", SystemPreset{33, 4}));
+    ASSERT_TRUE(SavePreset(file, "Beyond", SystemPreset{-5, 77}));
     SystemSoundDialog dialog(View(), SourceMotion::kMoving);
     auto* names = dialog.findChild<PresetBar*>()->findChild<QComboBox*>();
     QPushButton* remove = ButtonIn(dialog, "&Delete");
@@ -380,7 +380,7 @@ TEST_F(SpatialEditors, APresetsNameIsAskedFor) {
 TEST_F(SpatialEditors, APresetThatCannotBeWrittenIsSaid) {
     std::filesystem::create_directory(folder_.Path() / "Systemsound.ini");
     SystemSoundDialog dialog(View(), SourceMotion::kPositional);
-    dialog.findChild<PresetBar*>()->Save("Lost");
+    dialog.findChild<PresetBar*>()->SavePreset("Lost");
     ASSERT_EQ(prompts_.messages.size(), 1u);
     EXPECT_NE(prompts_.messages[0].find("could not be saved"), std::string::npos);
 }

@@ -39,15 +39,15 @@ PresetBar::PresetBar(PresetStore store, UserPrompts& prompts, QWidget* parent)
     row->addWidget(save_);
     row->addWidget(delete_);
     FillList({});
-    connect(names_, &QComboBox::activated, this, &PresetBar::LoadCurrent);
+    connect(names_, &QComboBox::activated, this,
+            [this] { LoadPreset(names_->currentText().toStdString()); });
     connect(save_, &QPushButton::clicked, this, &PresetBar::AskNameAndSave);
-    connect(delete_, &QPushButton::clicked, this, &PresetBar::DeleteCurrent);
+    connect(delete_, &QPushButton::clicked, this, &PresetBar::DeletePreset);
 }
 
 bool PresetBar::LoadFirst() {
     if (names_->count() == 0) return false;
-    names_->setCurrentIndex(0);
-    LoadCurrent();
+    LoadPreset(names_->itemText(0).toStdString());
     return true;
 }
 
@@ -55,7 +55,11 @@ void PresetBar::FillList(const QString& current) {
     names_->clear();
     for (const std::string& name : LoadPresetNames(store_.file.Read()))
         names_->addItem(Utf8Text(name));
-    names_->setCurrentIndex(names_->findText(current, Qt::MatchFixedString));
+    SetCurrent(current);
+}
+
+void PresetBar::SetCurrent(const QString& name) {
+    names_->setCurrentIndex(names_->findText(name, Qt::MatchFixedString));
     ShowState();
 }
 
@@ -66,15 +70,14 @@ void PresetBar::ShowState() {
                                                     : QString());
 }
 
-void PresetBar::LoadCurrent() {
-    ShowState();
-    if (names_->currentIndex() >= 0)
-        store_.load(store_.file.Read(), names_->currentText().toStdString());
+void PresetBar::LoadPreset(const std::string& name) {
+    SetCurrent(Utf8Text(name));
+    if (names_->currentIndex() >= 0) store_.load(store_.file.Read(), name);
 }
 
 void PresetBar::AskNameAndSave() {
     PresetNameDialog dialog(store_.nameDialogTitle, names_->currentText(), window());
-    if (dialog.exec() == QDialog::Accepted) Save(dialog.Name().toStdString());
+    if (dialog.exec() == QDialog::Accepted) SavePreset(dialog.Name().toStdString());
 }
 
 // Section names of the file differ in more than the case of their letters.
@@ -85,7 +88,7 @@ bool PresetBar::Exists(const std::string& name) const {
     });
 }
 
-void PresetBar::Save(const std::string& name) {
+void PresetBar::SavePreset(const std::string& name) {
     constexpr const char* kQuestion = "There is a preset with the same name. Overwrite it?";
     if (Exists(name) && !prompts_.AskYesNo(kQuestion, kWarning)) return;
     if (!store_.save(store_.file, name)) {
@@ -96,19 +99,18 @@ void PresetBar::Save(const std::string& name) {
     FillList(Utf8Text(name));
 }
 
-void PresetBar::DeleteCurrent() {
+void PresetBar::DeletePreset() {
     const int index = names_->currentIndex();
     if (!CanDeletePreset(index)) return;
     const std::string name = names_->currentText().toStdString();
     if (!prompts_.AskYesNo(store_.deleteQuestion(name), kWarning)) return;
-    if (!DeletePreset(store_.file, name)) {
+    if (!sonavel::DeletePreset(store_.file, name)) {
         prompts_.ShowMessage("The preset could not be deleted: the file \"" +
                              store_.file.Path().string() + "\" cannot be written.");
         return;
     }
     names_->removeItem(index);
-    names_->setCurrentIndex(index - 1);
-    LoadCurrent();
+    LoadPreset(names_->itemText(index - 1).toStdString());
 }
 
 }  // namespace sonavel

@@ -31,14 +31,21 @@ class PresetBar : public QWidget {
     bool LoadFirst();
     void SetSavingEnabled(bool enabled) { save_->setEnabled(enabled); }
 
+    // The preset that was loaded or saved last; empty for none.
+    QString Current() const { return names_->currentText(); }
+    // Shows a preset as the current one without loading it, when the file still has it.
+    void SetCurrent(const QString& name);
+
+    // Does nothing for a name that the list does not have.
+    void LoadPreset(const std::string& name);
     // Asks before it writes over a preset of that name.
-    void Save(const std::string& name);
+    void SavePreset(const std::string& name);
+    // The current one. Asks first; the one before it in the list is then loaded.
+    void DeletePreset();
 
   private:
     void FillList(const QString& current);
-    void LoadCurrent();
     void AskNameAndSave();
-    void DeleteCurrent();
     void ShowState();
     bool Exists(const std::string& name) const;
 

@@ -37,10 +37,10 @@ PresetStore SystemSoundDialog::Presets() {
     return {Folder().Profile("Systemsound.ini"), tr("System Defined Localization Preset"),
             SystemDeleteQuestion,
             [this](const ProfileText& presets, const std::string& name) {
-                chooser_->Choose(LoadSystemPreset(presets, name));
+                chooser_->Choose(LoadPreset<SystemPreset>(presets, name));
             },
             [this](ProfileFile& file, const std::string& name) {
-                return SaveSystemPreset(file, name, chooser_->Chosen());
+                return SavePreset(file, name, chooser_->Chosen());
             }};
 }
 

@@ -42,10 +42,10 @@ PresetStore UserSoundDialog::Presets() {
     return {Folder().Profile("Usersound.ini"), tr("User Defined Localization Preset"),
             UserDeleteQuestion,
             [this](const ProfileText& presets, const std::string& name) {
-                points_->SetPoints(LoadUserPreset(presets, name));
+                points_->SetPoints(LoadPreset<UserPreset>(presets, name));
             },
             [this](ProfileFile& file, const std::string& name) {
-                return SaveUserPreset(file, name, points_->Points());
+                return SavePreset(file, name, points_->Points());
             }};
 }
 
