@@ -284,14 +284,14 @@ TEST_F(PresetTest, ReadsShortAndOverlongLists) {
     // More numbers than are counted.
     for (const std::size_t counted : {0u, 1u}) {
         file.SetString("long", "point Count", counted ? "  1" : "  0");
-        EXPECT_EQ(LoadUserPreset(file, "long"), std::vector<UserPoint>(counted, many[0]));
+        EXPECT_EQ(LoadPreset<UserPreset>(file.Read(), "long"), std::vector<UserPoint>(counted, many[0]));
     }
 }
 
 TEST_F(PresetTest, DeletesAllButTheFirst) {
     ProfileFile file = programFolder_.Profile("Systemsound.ini");
     for (const char* name : {"One", "Two", "Three"}) SavePreset(file, name, SystemPreset{1, 2});
-    EXPECT_EQ(LoadPresetNames(file), (std::vector<std::string>{"One", "Two", "Three"}));
+    EXPECT_EQ(LoadPresetNames(file.Read()), (std::vector<std::string>{"One", "Two", "Three"}));
     for (const int index : {-1, 0, 1}) EXPECT_EQ(CanDeletePreset(index), index == 1) << index;
     ASSERT_TRUE(DeletePreset(file, "Two"));
     EXPECT_EQ(LoadPresetNames(file.Read()), (std::vector<std::string>{"One", "Three"}));

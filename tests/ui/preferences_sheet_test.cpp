@@ -163,6 +163,16 @@ TEST_F(PreferencesSheetTest, SetsOfColoursByName) {
     EXPECT_EQ(taken.colours.At(4), (Rgb{1, 2, 3}));
     button("&Delete").click();
     EXPECT_TRUE(ColourPresets(folder_.Display()).Names().empty());
+    // The beginning of a name is a name of its own.
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&Sheet()));
+    name.setFocus();
+    for (const char* typed : {"Night sea", "Night"}) {
+        name.lineEdit()->clear();
+        QTest::keyClicks(name.lineEdit(), typed);
+        button("&Save").click();
+    }
+    EXPECT_EQ(ColourPresets(folder_.Display()).Names(),
+              (std::vector<std::string>{"Night sea", "Night"}));
     name.setEditText(QStringLiteral("a]"));
     EXPECT_FALSE(button("&Save").isEnabled());
 }

@@ -33,6 +33,19 @@ QPushButton* ButtonIn(QWidget& dialog, const char* text) {
     return nullptr;
 }
 
+// Types into whatever has the keyboard. The dialog is closed in any case.
+void TypeAndConfirm(QDialog& dialog, const char* text) {
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    auto* field = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    EXPECT_TRUE(field);
+    if (field) {
+        QTest::keyClicks(field, text);
+        QTest::keyClick(field, Qt::Key_Return);
+    }
+    EXPECT_EQ(dialog.result(), QDialog::Accepted);
+    dialog.close();
+}
+
 class SpatialEditors : public ::testing::Test {
   protected:
     SpatialEditors() {
@@ -368,13 +381,21 @@ TEST_F(SpatialEditors, APresetsNameIsAskedFor) {
         EXPECT_EQ(asked->findChild<QLabel*>()->text(), "Enter the name of the preset");
         QPushButton* ok = asked->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
         EXPECT_FALSE(ok->isEnabled());
-        QTest::keyClicks(asked->findChild<QLineEdit*>(), " A]way ");
+        TypeAndConfirm(*asked, " A]way ");
         EXPECT_EQ(asked->Name(), "Away");
-        ok->click();
+    });
+    ButtonIn(dialog, "Sa&ve…")->click();
+    // With a preset chosen its name is proposed, and goes when another is typed.
+    QTimer::singleShot(0, [] {
+        auto* asked = qobject_cast<PresetNameDialog*>(QApplication::activeModalWidget());
+        ASSERT_TRUE(asked);
+        EXPECT_EQ(asked->Name(), "Away");
+        TypeAndConfirm(*asked, "Near");
     });
     ButtonIn(dialog, "Sa&ve…")->click();
     EXPECT_EQ(LoadPresetNames(folder_.Profile("Systemsound.ini").Read()),
-              std::vector<std::string>{"Away"});
+              (std::vector<std::string>{"Away", "Near"}));
+    EXPECT_TRUE(prompts_.questions.empty());
 }
 
 TEST_F(SpatialEditors, APresetThatCannotBeWrittenIsSaid) {

@@ -92,6 +92,48 @@ TEST_F(ViewDialogsTest, UserZoomTakesOnlyWhatItsTypeCanUse) {
     EXPECT_DOUBLE_EQ(dialog.Choice().endSeconds, 2.5);
 }
 
+TEST_F(ViewDialogsTest, APercentageIsTypedAndTakenByOneEnter) {
+    UserZoom initial;
+    initial.levelPercent = initial.timePercent = 50;
+    // "1" is also how entries of the list begin, and "Tab" leads to the time.
+    for (const char* typed : {"1", "75", "200%"}) {
+        SCOPED_TRACE(typed);
+        UserZoomDialog dialog(initial);
+        dialog.show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+        ASSERT_TRUE(qobject_cast<QComboBox*>(QApplication::focusWidget()));
+        QTest::keyClicks(QApplication::focusWidget(), typed);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        ASSERT_TRUE(qobject_cast<QComboBox*>(QApplication::focusWidget()));
+        QTest::keyClicks(QApplication::focusWidget(), "80");
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        EXPECT_EQ(dialog.result(), QDialog::Accepted);
+        EXPECT_FALSE(dialog.isVisible());
+        EXPECT_DOUBLE_EQ(dialog.Choice().levelPercent, QString(typed).remove('%').toDouble());
+        EXPECT_DOUBLE_EQ(dialog.Choice().timePercent, 80);
+    }
+}
+
+TEST_F(ViewDialogsTest, ADialogBeginsInAFieldAndEnterPressesOk) {
+    RecordRequest locked;
+    locked.documentFormat = NewSoundChoice{44100, 2, 16};
+    const auto confirmed = [](FormDialog&& dialog) {
+        dialog.show();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
+        QWidget* field = QApplication::focusWidget();
+        if (!field || qobject_cast<QPushButton*>(field)) return false;
+        QTest::keyClick(field, Qt::Key_Return);
+        return dialog.result() == QDialog::Accepted;
+    };
+    EXPECT_TRUE(confirmed(CRecordDlg({})));
+    EXPECT_TRUE(confirmed(CRecordDlg(locked)));
+    EXPECT_TRUE(confirmed(GoToDialog({22050, 441000, 44100})));
+    EXPECT_TRUE(confirmed(MixDialog({0, 100}, {})));
+    EXPECT_TRUE(confirmed(CrossfadeDialog({0, 100}, {})));
+    EXPECT_TRUE(confirmed(PasteReplicateDialog(3)));
+    EXPECT_TRUE(confirmed(MarkerDialog({})));
+}
+
 TEST_F(ViewDialogsTest, LevelsComeBackByTheirGroup) {
     MixDialog mix({0, 100}, {});
     const auto mixSliders = mix.findChildren<PercentSlider*>();

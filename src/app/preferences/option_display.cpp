@@ -96,6 +96,8 @@ QWidget* COptionDisplay::MakePresets() {
     preset_ = new QComboBox(group);
     preset_->setEditable(true);
     preset_->setInsertPolicy(QComboBox::NoInsert);
+    // Completing would turn a new name into that of another set, which Save then replaces.
+    preset_->setCompleter(nullptr);
     preset_->lineEdit()->setPlaceholderText(tr("Name"));
     preset_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     QPalette warning = refusal_->palette();

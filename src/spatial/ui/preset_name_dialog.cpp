@@ -23,6 +23,7 @@ PresetNameDialog::PresetNameDialog(const QString& title, const QString& proposed
     connect(name_, &QLineEdit::textChanged, this, [this] { SetOkEnabled(!Name().isEmpty()); });
     name_->setText(proposed);
     name_->selectAll();
+    name_->setFocus();
     SetOkEnabled(!Name().isEmpty());
 }
 

@@ -60,13 +60,28 @@ void FormDialog::SetSizing(Sizing sizing) {
 }
 
 void FormDialog::showEvent(QShowEvent* event) {
+    PutButtonsLast();
+    // In a button, Enter would press that button instead of OK.
+    if (QWidget* first = focusWidget() ? nullptr : FirstField())
+        first->setFocus(Qt::TabFocusReason);
+    QDialog::showEvent(event);
+}
+
+void FormDialog::PutButtonsLast() {
     QWidget* last = previousInFocusChain();
     while (last == buttons_ || buttons_->isAncestorOf(last)) last = last->previousInFocusChain();
     for (QAbstractButton* button : buttons_->buttons()) {
         setTabOrder(last, button);
         last = button;
     }
-    QDialog::showEvent(event);
+}
+
+QWidget* FormDialog::FirstField() const {
+    for (QWidget* next = nextInFocusChain(); next != this; next = next->nextInFocusChain()) {
+        const bool takesKeys = next->isEnabled() && (next->focusPolicy() & Qt::TabFocus) != 0;
+        if (takesKeys && next->isVisibleTo(this) && !qobject_cast<QPushButton*>(next)) return next;
+    }
+    return nullptr;
 }
 
 FieldHint::FieldHint(const QString& text, QWidget* parent) : QLabel(text, parent) {

@@ -32,10 +32,15 @@ class FormDialog : public QDialog {
     QFormLayout& AddForm(const QString& groupTitle = {});
     void SetOkEnabled(bool enabled);
     void SetSizing(Sizing sizing);
-    // The buttons come last for the Tab key.
+    // The buttons come last for the Tab key, and a dialog that has not chosen otherwise begins in
+    // its first field.
     void showEvent(QShowEvent* event) override;
 
   private:
+    void PutButtonsLast();
+    // Null when there is nothing but buttons.
+    QWidget* FirstField() const;
+
     QVBoxLayout* body_;
     QDialogButtonBox* buttons_;
 };

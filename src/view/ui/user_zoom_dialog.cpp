@@ -53,6 +53,7 @@ UserZoomDialog::UserZoomDialog(const UserZoom& initial, QWidget* parent)
     types_.button(Number(initial.type))->setChecked(true);
     connect(&types_, &QButtonGroup::idToggled, this, &UserZoomDialog::ShowState);
     ShowState();
+    fieldsOf_[Number(initial.type)].front()->setFocus();
 }
 
 void UserZoomDialog::AddSection(QGridLayout& grid, UserZoom::Type type, const Section& section) {
@@ -65,7 +66,7 @@ void UserZoomDialog::AddSection(QGridLayout& grid, UserZoom::Type type, const Se
         label->setBuddy(section.fields[i]);
         grid.addWidget(label, row + i, 1);
         grid.addWidget(section.fields[i], row + i, 2);
-        fieldsOf_[Number(type)].insert(fieldsOf_[Number(type)].end(), {label, section.fields[i]});
+        fieldsOf_[Number(type)].insert(fieldsOf_[Number(type)].end(), {section.fields[i], label});
     }
     setTabOrder(radio, section.fields[0]);
     setTabOrder(section.fields[0], section.fields[1]);
@@ -77,9 +78,12 @@ QComboBox* UserZoomDialog::MakePercentBox(double percent) {
     auto* box = new QComboBox(this);
     box->setEditable(true);
     box->setInsertPolicy(QComboBox::NoInsert);
+    // Completing would write over what is typed, and keep the first Enter for itself.
+    box->setCompleter(nullptr);
     for (int value : {10, 25, 50, 75, 100, 150, 200, 400, 800, 1600})
         box->addItem(QString::number(value) + QStringLiteral("%"));
     box->setEditText(PercentText(percent));
+    box->lineEdit()->selectAll();
     connect(box, &QComboBox::editTextChanged, this, &UserZoomDialog::ShowState);
     return box;
 }
