@@ -16,6 +16,7 @@
 #include "app/meter/play_meter_bar.h"
 #include "app/recent_files.h"
 #include "app/status_panes.h"
+#include "spatial/ui/spatial_memory.h"
 
 namespace sonavel {
 
@@ -130,6 +131,7 @@ class CMainFrame : public QMainWindow, public WorkspaceObserver {
     // Of the active sound.
     std::unique_ptr<CommandTarget> documentCommands_;
     std::unique_ptr<CommandTarget> spatialCommands_;
+    SpatialMemory spatialMemory_;
     QList<QPointer<QWidget>> heldBars_;
     QTimer refreshTimer_;
     QTimer playTimer_;

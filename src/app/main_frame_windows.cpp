@@ -79,7 +79,8 @@ void CMainFrame::OnActivated(OpenSound* sound) {
     documentCommands_.reset();
     spatialCommands_.reset();
     if (sound) {
-        spatialCommands_ = std::make_unique<SpatialCommands>(*sound->document, *sound->view);
+        spatialCommands_ =
+            std::make_unique<SpatialCommands>(*sound->document, *sound->view, spatialMemory_);
         documentCommands_ =
             std::make_unique<TableCommandTarget<CSoundDoc>>(*sound->document, DocumentCommands());
         area_->setActiveSubWindow(FrameOf(*sound));

@@ -95,10 +95,11 @@ class SpatialEditors : public ::testing::Test {
     FixedDocumentDialogs documentDialogs_;
     CancellingViewDialogs viewDialogs_;
     std::unique_ptr<Workspace> workspace_;
+    SpatialMemory memory_;
 };
 
 TEST_F(SpatialEditors, ASystemPointIsChosenByNumberListOrClick) {
-    SystemSoundDialog dialog(View(), SourceMotion::kPositional);
+    SystemSoundDialog dialog(View(), memory_, SourceMotion::kPositional);
     EXPECT_EQ(dialog.windowTitle(), "System Defined Positional Sound");
     auto* number = dialog.findChild<QSpinBox*>();
     number->selectAll();
@@ -122,7 +123,7 @@ TEST_F(SpatialEditors, ASystemPointIsChosenByNumberListOrClick) {
 }
 
 TEST_F(SpatialEditors, APathHasAStartAndAnEndOfItsOwn) {
-    SystemSoundDialog dialog(View(), SourceMotion::kMoving);
+    SystemSoundDialog dialog(View(), memory_, SourceMotion::kMoving);
     Q_EMIT dialog.Scene().PointPicked(6, Qt::NoModifier);
     Q_EMIT dialog.Scene().PointPicked(40, Qt::ShiftModifier);
     EXPECT_EQ(dialog.Path(), (std::vector{SystemPoint(6), SystemPoint(40)}));
@@ -138,7 +139,7 @@ TEST_F(SpatialEditors, APathHasAStartAndAnEndOfItsOwn) {
 }
 
 TEST_F(SpatialEditors, AClickInTheSceneFindsThePointUnderIt) {
-    SystemSoundDialog dialog(View(), SourceMotion::kPositional);
+    SystemSoundDialog dialog(View(), memory_, SourceMotion::kPositional);
     SceneWidget& scene = dialog.Scene();
     scene.resize(600, 500);
     QResizeEvent resized(scene.size(), {});
@@ -149,7 +150,7 @@ TEST_F(SpatialEditors, AClickInTheSceneFindsThePointUnderIt) {
 }
 
 TEST_F(SpatialEditors, APointIsDraggedAndTheSceneTurnedWithTheMouse) {
-    UserSoundDialog dialog(View(), SourceMotion::kPositional);
+    UserSoundDialog dialog(View(), memory_, SourceMotion::kPositional);
     SceneWidget& scene = dialog.Scene();
     scene.resize(600, 500);
     QResizeEvent resized(scene.size(), {});
@@ -180,7 +181,7 @@ TEST_F(SpatialEditors, APointIsDraggedAndTheSceneTurnedWithTheMouse) {
 }
 
 TEST_F(SpatialEditors, KeysAndWheelMoveTheEye) {
-    SystemSoundDialog dialog(View(), SourceMotion::kPositional);
+    SystemSoundDialog dialog(View(), memory_, SourceMotion::kPositional);
     SceneWidget& scene = dialog.Scene();
     const SceneCamera& camera = scene.Camera();
     const QVector3D first = camera.Eye();
@@ -227,13 +228,13 @@ TEST_F(SpatialEditors, NoKeyMeansTwoThings) {
         EXPECT_GT(letters.size(), 10u);
     };
     for (const SourceMotion motion : {SourceMotion::kPositional, SourceMotion::kMoving}) {
-        check(SystemSoundDialog(View(), motion));
-        check(UserSoundDialog(View(), motion));
+        check(SystemSoundDialog(View(), memory_, motion));
+        check(UserSoundDialog(View(), memory_, motion));
     }
 }
 
 TEST_F(SpatialEditors, UserPointsAreAddedEditedOrderedAndRemoved) {
-    UserSoundDialog dialog(View(), SourceMotion::kMoving);
+    UserSoundDialog dialog(View(), memory_, SourceMotion::kMoving);
     UserPointList& list = dialog.Points();
     auto* table = list.findChild<QTableWidget*>();
     QStringList headers;
@@ -269,7 +270,7 @@ TEST_F(SpatialEditors, UserPointsAreAddedEditedOrderedAndRemoved) {
 }
 
 TEST_F(SpatialEditors, AFullListTakesNoMorePoints) {
-    UserSoundDialog dialog(View(), SourceMotion::kPositional);
+    UserSoundDialog dialog(View(), memory_, SourceMotion::kPositional);
     dialog.Points().SetPoints(std::vector<UserPoint>(kMostUserPoints - 1));
     QPushButton* add = ButtonIn(dialog, "&Add");
     add->click();
@@ -278,7 +279,7 @@ TEST_F(SpatialEditors, AFullListTakesNoMorePoints) {
 }
 
 TEST_F(SpatialEditors, OnlyTheSelectedPointIsThePlaceOfASoundAtRest) {
-    UserSoundDialog dialog(View(), SourceMotion::kPositional);
+    UserSoundDialog dialog(View(), memory_, SourceMotion::kPositional);
     dialog.Points().SetPoints({{10, 0, 0}, {20, 0, 0}, {30, 0, 0}});
     Q_EMIT dialog.Scene().PointPicked(2, Qt::NoModifier);
     EXPECT_EQ(dialog.Path(), std::vector{PositionOf(UserPoint{30, 0, 0})});
@@ -289,7 +290,7 @@ TEST_F(SpatialEditors, OnlyTheSelectedPointIsThePlaceOfASoundAtRest) {
 }
 
 TEST_F(SpatialEditors, TheNumbersOfAPointCanBeTyped) {
-    UserSoundDialog dialog(View(), SourceMotion::kPositional);
+    UserSoundDialog dialog(View(), memory_, SourceMotion::kPositional);
     struct Case {
         const char* field;
         double value;
@@ -316,7 +317,7 @@ TEST_F(SpatialEditors, TheNumbersOfAPointCanBeTyped) {
 }
 
 TEST_F(SpatialEditors, PresetsAreSavedOverwrittenOnYesAndLoaded) {
-    UserSoundDialog dialog(View(), SourceMotion::kMoving);
+    UserSoundDialog dialog(View(), memory_, SourceMotion::kMoving);
     auto* presets = dialog.findChild<PresetBar*>();
     auto* names = presets->findChild<QComboBox*>();
     EXPECT_EQ(names->count(), 0);
@@ -336,7 +337,7 @@ TEST_F(SpatialEditors, PresetsAreSavedOverwrittenOnYesAndLoaded) {
               std::vector<std::string>(2, "There is a preset with the same name. Overwrite it?"));
     EXPECT_EQ(names->count(), 1);
 
-    UserSoundDialog again(View(), SourceMotion::kPositional);
+    UserSoundDialog again(View(), memory_, SourceMotion::kPositional);
     EXPECT_EQ(again.Points().Points(), (std::vector<UserPoint>{{1, 2, 3}}));
 }
 
@@ -345,7 +346,7 @@ TEST_F(SpatialEditors, EveryPresetButTheFirstIsDeletedOnYes) {
     ASSERT_TRUE(SavePreset(file, "One", SystemPreset{1, 2}));
     ASSERT_TRUE(SavePreset(file, "Two", SystemPreset{33, 4}));
     ASSERT_TRUE(SavePreset(file, "Beyond", SystemPreset{-5, 77}));
-    SystemSoundDialog dialog(View(), SourceMotion::kMoving);
+    SystemSoundDialog dialog(View(), memory_, SourceMotion::kMoving);
     auto* names = dialog.findChild<PresetBar*>()->findChild<QComboBox*>();
     QPushButton* remove = ButtonIn(dialog, "&Delete");
     EXPECT_EQ(names->count(), 3);
@@ -373,7 +374,7 @@ TEST_F(SpatialEditors, EveryPresetButTheFirstIsDeletedOnYes) {
 }
 
 TEST_F(SpatialEditors, APresetsNameIsAskedFor) {
-    SystemSoundDialog dialog(View(), SourceMotion::kPositional);
+    SystemSoundDialog dialog(View(), memory_, SourceMotion::kPositional);
     QTimer::singleShot(0, [] {
         auto* asked = qobject_cast<PresetNameDialog*>(QApplication::activeModalWidget());
         ASSERT_TRUE(asked);
@@ -400,14 +401,14 @@ TEST_F(SpatialEditors, APresetsNameIsAskedFor) {
 
 TEST_F(SpatialEditors, APresetThatCannotBeWrittenIsSaid) {
     std::filesystem::create_directory(folder_.Path() / "Systemsound.ini");
-    SystemSoundDialog dialog(View(), SourceMotion::kPositional);
+    SystemSoundDialog dialog(View(), memory_, SourceMotion::kPositional);
     dialog.findChild<PresetBar*>()->SavePreset("Lost");
     ASSERT_EQ(prompts_.messages.size(), 1u);
     EXPECT_NE(prompts_.messages[0].find("could not be saved"), std::string::npos);
 }
 
 TEST_F(SpatialEditors, ThePreviewIsHeardWithItsBallOnTheWay) {
-    UserSoundDialog dialog(View(), SourceMotion::kMoving);
+    UserSoundDialog dialog(View(), memory_, SourceMotion::kMoving);
     QPushButton* preview = ButtonIn(dialog, "&Preview");
     preview->click();
     EXPECT_EQ(progress_.titles, std::vector<std::string>{"ProgressUser Moving Sound"});
@@ -448,11 +449,14 @@ TEST_F(SpatialEditors, ANewDocumentOfThePreviewIsTitledByItsEditor) {
         EXPECT_EQ(Document().Sound().GetChannels(), 2u);
         return Document().Title();
     };
-    EXPECT_EQ(previewAndOpen(SystemSoundDialog(View(), SourceMotion::kMoving)), "System_Sound_1");
-    EXPECT_EQ(previewAndOpen(UserSoundDialog(View(), SourceMotion::kPositional)), "User_Sound_1");
-    EXPECT_EQ(previewAndOpen(SystemSoundDialog(View(), SourceMotion::kPositional)),
+    EXPECT_EQ(previewAndOpen(SystemSoundDialog(View(), memory_, SourceMotion::kMoving)),
+              "System_Sound_1");
+    EXPECT_EQ(previewAndOpen(UserSoundDialog(View(), memory_, SourceMotion::kPositional)),
+              "User_Sound_1");
+    EXPECT_EQ(previewAndOpen(SystemSoundDialog(View(), memory_, SourceMotion::kPositional)),
               "System_Sound_2");
-    EXPECT_EQ(previewAndOpen(UserSoundDialog(View(), SourceMotion::kMoving)), "User_Sound_2");
+    EXPECT_EQ(previewAndOpen(UserSoundDialog(View(), memory_, SourceMotion::kMoving)),
+              "User_Sound_2");
     EXPECT_EQ(progress_.titles,
               (std::vector<std::string>{
                   "ProgressSystem Moving Sound", "Progress User Positional Sound",
@@ -461,7 +465,7 @@ TEST_F(SpatialEditors, ANewDocumentOfThePreviewIsTitledByItsEditor) {
 
 TEST_F(SpatialEditors, OkPlacesTheSelectionAsOneUndoStep) {
     View().SetSelection(1000, 3000);
-    SpatialCommands commands(Document(), View());
+    SpatialCommands commands(Document(), View(), memory_);
     QTimer::singleShot(0, [] {
         auto* dialog = qobject_cast<SystemSoundDialog*>(QApplication::activeModalWidget());
         ASSERT_TRUE(dialog);
@@ -487,7 +491,7 @@ TEST_F(SpatialEditors, OkPlacesTheSelectionAsOneUndoStep) {
 }
 
 TEST_F(SpatialEditors, CancelChangesNothing) {
-    SpatialCommands commands(Document(), View());
+    SpatialCommands commands(Document(), View(), memory_);
     for (const int id : {spatial_command::kSystemPositional, spatial_command::kUserPositional,
                          spatial_command::kSystemMoving, spatial_command::kUserMoving}) {
         QTimer::singleShot(
@@ -496,6 +500,40 @@ TEST_F(SpatialEditors, CancelChangesNothing) {
     }
     EXPECT_FALSE(Document().IsModified());
     EXPECT_FALSE(Document().CanUndo());
+}
+
+TEST_F(SpatialEditors, AnEditorOpensAsItWasLeftHoweverItEnded) {
+    ProfileFile file = folder_.Profile("Systemsound.ini");
+    for (const char* name : {"One", "Two"}) ASSERT_TRUE(SavePreset(file, name, SystemPreset{1, 2}));
+    for (const int result : {QDialog::Accepted, QDialog::Rejected}) {
+        const int shift = result == QDialog::Accepted ? 0 : 7;
+        const SystemPreset chosen{6 + shift, 40 + shift};
+        const UserPreset points{{10, shift, 0}, {20, 0, 5}, {-30, 0, 0}};
+        {
+            SystemSoundDialog system(View(), memory_, SourceMotion::kMoving);
+            system.findChild<PresetBar*>()->LoadPreset("Two");
+            system.Chooser().Choose(chosen);
+            system.Chooser().SetActive(PathEnd::kEnd);
+            UserSoundDialog user(View(), memory_, SourceMotion::kPositional);
+            user.Points().SetPoints(points, 1);
+            user.done(result);
+            system.done(result);
+        }
+        SystemSoundDialog system(View(), memory_, SourceMotion::kMoving);
+        EXPECT_EQ(system.Chooser().Chosen(), chosen);
+        EXPECT_EQ(system.Chooser().Active(), PathEnd::kEnd);
+        EXPECT_EQ(system.findChild<PresetBar*>()->Current(), "Two");
+        EXPECT_EQ(RoleOf(system, static_cast<std::size_t>(chosen.start)), PointRole::kStart);
+        UserSoundDialog user(View(), memory_, SourceMotion::kPositional);
+        EXPECT_EQ(user.Points().Points(), points);
+        EXPECT_EQ(user.Points().Current(), 1);
+        EXPECT_EQ(RoleOf(user, 1), PointRole::kSelected);
+    }
+    // Each of the four has a memory of its own.
+    SystemSoundDialog atRest(View(), memory_, SourceMotion::kPositional);
+    EXPECT_EQ(atRest.Chooser().Chosen(), (SystemPreset{1, 2}));
+    UserSoundDialog moving(View(), memory_, SourceMotion::kMoving);
+    EXPECT_EQ(moving.Points().Points().size(), 2u);
 }
 
 TEST_F(SpatialEditors, TheMenuNamesTheFourEditors) {
@@ -508,20 +546,20 @@ TEST_F(SpatialEditors, TheMenuNamesTheFourEditors) {
 }
 
 TEST_F(SpatialEditors, TheCommandsNeedASound) {
-    SpatialCommands withSound(Document(), View());
+    SpatialCommands withSound(Document(), View(), memory_);
     EXPECT_TRUE(withSound.StateOfCommand(spatial_command::kUserPositional).enabled);
     ASSERT_TRUE(Document().StartRecording());
     EXPECT_FALSE(withSound.StateOfCommand(spatial_command::kUserPositional).enabled);
     Document().StopRecording(0);
     ASSERT_TRUE(workspace_->NewDocument(NewSoundChoice{}));
-    SpatialCommands empty(Document(), View());
+    SpatialCommands empty(Document(), View(), memory_);
     EXPECT_FALSE(empty.StateOfCommand(spatial_command::kSystemMoving).enabled);
     EXPECT_FALSE(empty.RunCommand(spatial_command::kSystemMoving));
 }
 
 TEST_F(SpatialEditors, TheHeaderSaysWhatBecomesOfTheFormat) {
     const auto notes = [this] {
-        SystemSoundDialog dialog(View(), SourceMotion::kPositional);
+        SystemSoundDialog dialog(View(), memory_, SourceMotion::kPositional);
         return dialog.findChild<QLabel*>("headerNotes")->text();
     };
     EXPECT_TRUE(notes().startsWith("Headphones are needed"));

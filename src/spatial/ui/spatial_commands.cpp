@@ -10,7 +10,7 @@ namespace {
 
 template <class Dialog>
 bool Open(SpatialCommandTarget& target, SourceMotion motion) {
-    Dialog dialog(target.view, motion, QApplication::activeWindow());
+    Dialog dialog(target.view, target.memory, motion, QApplication::activeWindow());
     if (dialog.exec() != QDialog::Accepted) return false;
     if (dialog.Apply()) return true;
     const CSoundDoc& document = target.document;
@@ -57,7 +57,7 @@ std::span<const Command<SpatialCommandTarget>> SpatialCommandTable() {
     return kTable;
 }
 
-SpatialCommands::SpatialCommands(CSoundDoc& document, CSoundView& view)
-    : target_{document, view}, commands_(target_, SpatialCommandTable()) {}
+SpatialCommands::SpatialCommands(CSoundDoc& document, CSoundView& view, SpatialMemory& memory)
+    : target_{document, view, memory}, commands_(target_, SpatialCommandTable()) {}
 
 }  // namespace sonavel

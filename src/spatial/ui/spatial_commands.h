@@ -4,6 +4,7 @@
 #include <span>
 
 #include "platform/command_table.h"
+#include "spatial/ui/spatial_memory.h"
 #include "view/sound_view.h"
 
 namespace sonavel {
@@ -20,6 +21,7 @@ enum Id : int {
 struct SpatialCommandTarget {
     CSoundDoc& document;
     CSoundView& view;
+    SpatialMemory& memory;
 };
 
 // Offered while there is sound and it is not being recorded.
@@ -27,7 +29,7 @@ std::span<const Command<SpatialCommandTarget>> SpatialCommandTable();
 
 class SpatialCommands : public CommandTarget {
   public:
-    SpatialCommands(CSoundDoc& document, CSoundView& view);
+    SpatialCommands(CSoundDoc& document, CSoundView& view, SpatialMemory& memory);
 
     bool HandlesCommand(int id) const override { return commands_.HandlesCommand(id); }
     CommandState StateOfCommand(int id) const override { return commands_.StateOfCommand(id); }

@@ -176,6 +176,7 @@ void SpatialDialog::HideBall() {
 
 void SpatialDialog::done(int result) {
     if (running_) return;
+    Remember();
     HideBall();
     // The positions go back to the view.
     if (preview_) Document().Preview().Stop(CWavePlayer::StopReport::kSilent);

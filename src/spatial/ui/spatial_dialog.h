@@ -15,11 +15,10 @@
 #include "spatial/ui/point_numbers.h"
 #include "spatial/ui/preset_bar.h"
 #include "spatial/ui/scene_widget.h"
+#include "spatial/ui/source_motion.h"
 #include "view/sound_view.h"
 
 namespace sonavel {
-
-enum class SourceMotion { kPositional, kMoving };
 
 class SpatialDialog : public QDialog {
     Q_OBJECT
@@ -44,7 +43,7 @@ class SpatialDialog : public QDialog {
     SceneWidget& Scene() { return *scene_; }
     PointNumbers& Numbers() { return *numbers_; }
 
-    // Ends the preview, whichever way the dialog ends.
+    // Remembers what was chosen and ends the preview, whichever way the dialog ends.
     void done(int result) override;
 
   protected:
@@ -58,7 +57,10 @@ class SpatialDialog : public QDialog {
     // are shown, -1 for none.
     void ShowPoints(SceneContent content, int selected);
 
+    virtual void Remember() = 0;
+
     SourceMotion Motion() const { return motion_; }
+    QString CurrentPreset() const { return presets_->Current(); }
     const ProgramFolder& Folder() const { return Document().Services().folder; }
 
     void closeEvent(QCloseEvent* event) override;

@@ -116,6 +116,11 @@ PathEnd SystemPointChooser::Active() const {
     return end && end->isChecked() ? PathEnd::kEnd : PathEnd::kStart;
 }
 
+void SystemPointChooser::SetActive(PathEnd end) {
+    if (QRadioButton* active = rows_[static_cast<std::size_t>(end)].active)
+        active->setChecked(true);
+}
+
 QListWidget* SystemPointChooser::MakePlaces() {
     auto* places = new QListWidget(this);
     places->setAccessibleName(tr("Points"));

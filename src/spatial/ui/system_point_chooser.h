@@ -9,11 +9,9 @@
 #include <array>
 
 #include "spatial/presets.h"
-#include "spatial/ui/spatial_dialog.h"
+#include "spatial/ui/source_motion.h"
 
 namespace sonavel {
-
-enum class PathEnd { kStart = 0, kEnd = 1 };
 
 class SystemPointChooser : public QGroupBox {
     Q_OBJECT
@@ -27,6 +25,8 @@ class SystemPointChooser : public QGroupBox {
     void Choose(PathEnd end, int number);
     // The one that a click in the scene chooses, and whose numbers are shown.
     PathEnd Active() const;
+    // Ignored for a source at rest, which has its start alone.
+    void SetActive(PathEnd end);
 
   Q_SIGNALS:
     void Changed();

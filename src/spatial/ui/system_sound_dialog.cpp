@@ -24,13 +24,28 @@ PointRole RoleOf(int number, const SystemPreset& chosen, SourceMotion motion) {
 
 }  // namespace
 
-SystemSoundDialog::SystemSoundDialog(CSoundView& view, SourceMotion motion, QWidget* parent)
+SystemSoundDialog::SystemSoundDialog(CSoundView& view, SpatialMemory& memory, SourceMotion motion,
+                                     QWidget* parent)
     : SpatialDialog(view, motion, TextsOf(motion), PointNumbers::Editing::kOff, parent),
+      memory_(memory.system[motion]),
       chooser_(new SystemPointChooser(motion, this)) {
     PresetBar& presets = Begin(*chooser_, Presets());
     connect(chooser_, &SystemPointChooser::Changed, this, &SystemSoundDialog::ShowChoice);
     connect(&Scene(), &SceneWidget::PointPicked, this, &SystemSoundDialog::Pick);
-    if (!presets.LoadFirst()) ShowChoice();
+    if (memory_)
+        Recall(presets);
+    else if (!presets.LoadFirst())
+        ShowChoice();
+}
+
+void SystemSoundDialog::Recall(PresetBar& presets) {
+    presets.SetCurrent(memory_->preset);
+    chooser_->SetActive(memory_->active);
+    chooser_->Choose(memory_->chosen);
+}
+
+void SystemSoundDialog::Remember() {
+    memory_ = {chooser_->Chosen(), chooser_->Active(), CurrentPreset()};
 }
 
 PresetStore SystemSoundDialog::Presets() {

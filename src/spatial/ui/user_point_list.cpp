@@ -92,9 +92,9 @@ QPushButton* UserPointList::AddButton(QLayout& column, const QString& text,
     return button;
 }
 
-void UserPointList::SetPoints(std::vector<UserPoint> points) {
+void UserPointList::SetPoints(std::vector<UserPoint> points, int current) {
     points_ = std::move(points);
-    current_ = points_.empty() ? -1 : 0;
+    current_ = points_.empty() ? -1 : std::clamp(current, 0, static_cast<int>(points_.size()) - 1);
     Show();
     Q_EMIT Changed();
 }

@@ -20,8 +20,8 @@ class UserPointList : public QWidget {
     // The index of the selected point, -1 when the list is empty.
     int Current() const { return current_; }
 
-    // Takes the points and selects the first.
-    void SetPoints(std::vector<UserPoint> points);
+    // Takes the points and selects one of them, the nearest where there is none of that index.
+    void SetPoints(std::vector<UserPoint> points, int current = 0);
     void SetPoint(int index, const UserPoint& point);
     void Select(int index);
 

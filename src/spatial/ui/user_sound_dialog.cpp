@@ -23,8 +23,10 @@ std::vector<UserPoint> FirstPoints(SourceMotion motion) {
 
 }  // namespace
 
-UserSoundDialog::UserSoundDialog(CSoundView& view, SourceMotion motion, QWidget* parent)
+UserSoundDialog::UserSoundDialog(CSoundView& view, SpatialMemory& memory, SourceMotion motion,
+                                 QWidget* parent)
     : SpatialDialog(view, motion, TextsOf(motion), PointNumbers::Editing::kOn, parent),
+      memory_(memory.user[motion]),
       points_(new UserPointList(this)) {
     PresetBar& presets = Begin(*points_, Presets());
     connect(points_, &UserPointList::Changed, this, &UserSoundDialog::ShowChoice);
@@ -35,7 +37,19 @@ UserSoundDialog::UserSoundDialog(CSoundView& view, SourceMotion motion, QWidget*
             });
     connect(&Numbers(), &PointNumbers::Edited, this,
             [this](const UserPoint& point) { MovePoint(points_->Current(), point); });
-    if (!presets.LoadFirst()) points_->SetPoints(FirstPoints(motion));
+    if (memory_)
+        Recall(presets);
+    else if (!presets.LoadFirst())
+        points_->SetPoints(FirstPoints(motion));
+}
+
+void UserSoundDialog::Recall(PresetBar& presets) {
+    presets.SetCurrent(memory_->preset);
+    points_->SetPoints(memory_->points, memory_->current);
+}
+
+void UserSoundDialog::Remember() {
+    memory_ = {points_->Points(), points_->Current(), CurrentPreset()};
 }
 
 PresetStore UserSoundDialog::Presets() {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "spatial/ui/spatial_dialog.h"
+#include "spatial/ui/spatial_memory.h"
 #include "spatial/ui/user_point_list.h"
 
 namespace sonavel {
@@ -11,17 +12,24 @@ class UserSoundDialog : public SpatialDialog {
     Q_OBJECT
 
   public:
-    UserSoundDialog(CSoundView& view, SourceMotion motion, QWidget* parent = nullptr);
+    // Shows what the editor remembers, else its first preset, else points to begin with.
+    UserSoundDialog(CSoundView& view, SpatialMemory& memory, SourceMotion motion,
+                    QWidget* parent = nullptr);
 
     std::vector<SourcePosition> Path() const override;
     UserPointList& Points() { return *points_; }
 
+  protected:
+    void Remember() override;
+
   private:
     PresetStore Presets();
+    void Recall(PresetBar& presets);
     PointRole RoleOf(int index) const;
     void MovePoint(int index, const UserPoint& point);
     void ShowChoice();
 
+    std::optional<UserEditorMemory>& memory_;
     UserPointList* points_;
 };
 

@@ -1,0 +1,42 @@
+// What the 3D editors remember until the program ends. The main frame owns one and hands it down.
+#pragma once
+
+#include <QString>
+#include <array>
+#include <optional>
+
+#include "spatial/presets.h"
+#include "spatial/ui/source_motion.h"
+
+namespace sonavel {
+
+struct SystemEditorMemory {
+    SystemPreset chosen;
+    PathEnd active = PathEnd::kStart;
+    QString preset;  // the current one, empty for none
+};
+
+struct UserEditorMemory {
+    UserPreset points;
+    int current = -1;  // the index of the selected point
+    QString preset;
+};
+
+// Of one editor at rest and one moving. Empty before the first dialog.
+template <class Memory>
+class MemoryByMotion {
+  public:
+    std::optional<Memory>& operator[](SourceMotion motion) {
+        return of_[static_cast<std::size_t>(motion)];
+    }
+
+  private:
+    std::array<std::optional<Memory>, 2> of_;
+};
+
+struct SpatialMemory {
+    MemoryByMotion<SystemEditorMemory> system;
+    MemoryByMotion<UserEditorMemory> user;
+};
+
+}  // namespace sonavel
