@@ -1,8 +1,10 @@
 // What the window of the sample file database is made of.
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QShortcut>
 #include <QToolButton>
+#include <algorithm>
 
 #include "app/catalogue/catalogue_icons.h"
 #include "app/catalogue/catalogue_window.h"
@@ -16,6 +18,31 @@ constexpr int kFixedWidths[kFixedColumns] = {200, 100, 78, 56, 72, 72, 150};
 constexpr int kFieldWidth = 100;
 constexpr int kIconSize = 20;
 constexpr int kRowPadding = 8;
+
+// Leaves the keys of its window's actions to the window. Without it a line edit takes those that
+// move or delete in a text on some desktops, such as Ctrl+E and Ctrl+D.
+class WindowKeysFirst : public QObject {
+  public:
+    WindowKeysFirst(std::vector<QAction*> actions, QLineEdit* edit)
+        : QObject(edit), actions_(std::move(actions)) {
+        edit->installEventFilter(this);
+    }
+
+  protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() != QEvent::ShortcutOverride) return false;
+        const QKeySequence key(static_cast<QKeyEvent*>(event)->keyCombination());
+        const auto isWindowKey = [&](const QAction* action) {
+            return action->shortcutContext() == Qt::WindowShortcut && action->shortcut() == key;
+        };
+        if (std::none_of(actions_.begin(), actions_.end(), isWindowKey)) return false;
+        event->ignore();
+        return true;
+    }
+
+  private:
+    std::vector<QAction*> actions_;
+};
 
 }  // namespace
 
@@ -74,6 +101,7 @@ QLayout* CatalogueWindow::MakeFilterRow() {
     filter_->setPlaceholderText(tr("Filter all columns (Ctrl+F)"));
     filter_->setClearButtonEnabled(true);
     filter_->addAction(CatalogueIcon("search"), QLineEdit::LeadingPosition);
+    new WindowKeysFirst(buttons_, filter_);
     connect(filter_, &QLineEdit::textChanged, this, [this](const QString& text) {
         model_.SetFilter(text);
         UpdateCounts();
