@@ -74,7 +74,7 @@ PICTURES = [
     Picture("properties-format", "alt+Return ?Properties Right", "^Properties"),
     Picture("properties-statistics", "alt+Return ?Properties Right Right", "^Properties"),
     Picture("properties-markers", "alt+Return ?Properties Right Right Right", "^Properties"),
-    Picture("sample-database", "alt+w d", "^Sample File Database", after="alt+F4"),
+    Picture("sample-database", "alt+w Up Up Up Return", "^Sample File Database", after="alt+F4"),
     Picture("tabs", "alt+w t", after="alt+w t"),
     Picture("save-changes", "ctrl+a Delete ctrl+w", "^Sonavel$"),
 ]

@@ -34,7 +34,7 @@ constexpr Command<Application> kCommands[] = {
      WithSound},
     {{app_command::kPreferences, "", "&Preferences...", "Ctrl+,", "Change the settings"},
      Do<&Application::EditPreferences>},
-    {{app_command::kSampleDatabase, "", "Sample File &Database", "",
+    {{app_command::kSampleDatabase, "", "Sample File Database", "",
       "Keep catalogues of sound files"},
      Do<&Application::ShowSampleDatabase>},
     {{app_command::kAbout, "", "&About this program...", "", "Show what this program is"},

@@ -114,6 +114,15 @@ class CWave {
 
     MarkerList& Markers() { return markers_; }
     const MarkerList& Markers() const { return markers_; }
+    // Those of the list, by the names of the sound's own operations.
+    std::uint32_t AddMarker(std::uint32_t position, std::string_view name, std::uint32_t length) {
+        return markers_.Add(position, name, length);
+    }
+    bool SetMarker(std::uint32_t id, std::uint32_t position, std::string_view name,
+                   std::uint32_t length) {
+        return markers_.Set(id, position, name, length);
+    }
+    bool RemoveMarker(std::uint32_t id) { return markers_.Remove(id); }
     std::uint32_t GetMarkerBefore(std::uint32_t frame) const { return markers_.Before(frame); }
     std::uint32_t GetMarkerAfter(std::uint32_t frame) const;
 

@@ -9,6 +9,17 @@ namespace sonavel {
 
 namespace {
 
+QString NameOf(ZoomButton::Picture picture) {
+    switch (picture) {
+        case ZoomButton::Picture::kTime:
+            return QStringLiteral("TimeZoom");
+        case ZoomButton::Picture::kLevel:
+            return QStringLiteral("LevelZoom");
+        default:
+            return QStringLiteral("Zoomer");
+    }
+}
+
 // The pictures are drawn on a field of this size.
 constexpr double kField = 22;
 
@@ -29,6 +40,7 @@ void DrawDoubleArrow(QPainter& painter, QPointF centre, QPointF direction) {
 
 ZoomButton::ZoomButton(Picture picture, const QString& toolTip, QWidget* parent)
     : QWidget(parent), picture_(picture) {
+    setObjectName(NameOf(picture));
     setToolTip(toolTip);
     setAccessibleName(toolTip);
     setFocusPolicy(Qt::NoFocus);
