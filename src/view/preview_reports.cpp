@@ -24,8 +24,7 @@ void PreviewReports::OnPlayState(std::string_view stateText, std::uint32_t frame
 
 void PreviewReports::OnPeaks(std::int32_t left, std::int32_t right) {
     const CWave& preview = view_.Document().Preview();
-    view_.OnPeaks(Rescaled(left, preview, view_.Sound()),
-                  Rescaled(right, preview, view_.Sound()));
+    view_.OnPeaks(Rescaled(left, preview, view_.Sound()), Rescaled(right, preview, view_.Sound()));
 }
 
 void PreviewReports::OnStopped() {

@@ -1,5 +1,5 @@
-// What the player of a document's preview sound reports, handed on to the document's view: its state
-// text and its peaks, like those of the sound itself.
+// What the player of a document's preview sound reports, handed on to the document's view: its
+// state text and its peaks, like those of the sound itself.
 #pragma once
 
 #include "audio/player_observer.h"

@@ -1,6 +1,6 @@
 """The sound device goes away, its server is killed and restarted, or hangs, while the editor plays,
 pauses or records: one message, a live window, the sound as it was and the take kept; afterwards
-everything goes on as if nothing had been."""
+everything goes on as if nothing had been. A server that starts after the editor is found."""
 
 import pathlib
 import time
@@ -116,9 +116,23 @@ def try_fault(fault, sound, spoken):
                 assert editor.quit() == 0
 
 
+def find_a_server_that_comes_late(sound):
+    server = SoundServer("server-late")
+    path = sounds.write_wav("late.wav", sound)
+    with Editor(path, environment=server.environment()) as editor:
+        editor.wait_title("Sonavel - late.wav")
+        key("space")
+        take_message(editor)
+        with server:
+            play(editor, server)
+        take_message(editor)
+        assert editor.quit() == 0
+
+
 def main():
     sound = sounds.noise(20 * sounds.RATE, seed=21)
     spoken = sounds.write_wav("spoken.wav", sounds.noise(sounds.RATE, seed=22))
+    find_a_server_that_comes_late(sound)
     for fault in (unplug, restart, hang):
         begun = time.monotonic()
         try_fault(fault, sound, spoken)

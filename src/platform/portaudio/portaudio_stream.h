@@ -1,5 +1,5 @@
-// One open stream of the library with what its callbacks work on. The jobs of the device threads and
-// the device that opened it own it together, so that a call that comes back late finds it still
+// One open stream of the library with what its callbacks work on. The jobs of the device threads
+// and the device that opened it own it together, so that a call that comes back late finds it still
 // there.
 #pragma once
 

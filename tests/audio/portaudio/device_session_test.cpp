@@ -100,8 +100,8 @@ TEST_F(DeviceSessionTest, ACallThatHangsCountsAsALossInTimeAndComesBackHarmless)
         library.Hang(c.call);
         EXPECT_LT(TimeOf([&] {
                       EXPECT_EQ(Play(out), c.played);
-                      EXPECT_EQ(out.Reset(), c.closed == kWaveInvalidHandle ? kWaveInvalidHandle
-                                                                            : kWaveSuccess);
+                      EXPECT_EQ(out.Reset(),
+                                c.closed == kWaveInvalidHandle ? kWaveInvalidHandle : kWaveSuccess);
                       for (const WaveBlock& block : blocks)
                           EXPECT_TRUE(block.done || c.closed == kWaveInvalidHandle);
                       EXPECT_EQ(out.Close(), c.closed);
@@ -258,10 +258,9 @@ TEST_F(DeviceSessionTest, AStartThatFindsNoDeviceListsThemAnew) {
     // The list of before stays while the library hangs.
     library.Hang("Pa_Initialize");
     session->ListAnew();
-    EXPECT_LT(TimeOf([&] {
-                  EXPECT_EQ(session->Devices(StreamDirection::kInput).devices.size(), 2u);
-              }),
-              kAtOnce);
+    EXPECT_LT(
+        TimeOf([&] { EXPECT_EQ(session->Devices(StreamDirection::kInput).devices.size(), 2u); }),
+        kAtOnce);
 }
 
 TEST_F(DeviceSessionTest, TheEndWaitsForNoCallThatHangs) {

@@ -47,8 +47,7 @@ FakePortAudio::Heard FakePortAudio::CallBack(const std::vector<std::uint8_t>& in
     heard.bytes.assign(kFrames, 0xEE);
     const PaStreamCallbackTimeInfo time{};
     heard.result = last_->callback(in.empty() ? nullptr : in.data(), heard.bytes.data(),
-                                   in.empty() ? kFrames : in.size(), &time, flags,
-                                   last_->userData);
+                                   in.empty() ? kFrames : in.size(), &time, flags, last_->userData);
     return heard;
 }
 
