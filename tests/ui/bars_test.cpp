@@ -182,9 +182,9 @@ TEST_F(BarsTest, TheMetersReferenceIsThatOfTheActiveSoundWhateverChangesIt) {
         return Frame().findChild<MeterPanel*>()->Left().Level().reference;
     };
     EXPECT_EQ(reference(), 128);
-    ASSERT_TRUE(Active().PushUndoStep("Copy Sample"));
-    ASSERT_TRUE(Active().Sound().ConvertBits(16));
-    Active().NotifyChanged(0);
+    Result<SoundEdit> edit = Active().BeginEdit("Copy Sample");
+    ASSERT_TRUE(edit && Active().Sound().ConvertBits(16));
+    edit->Commit(0);
     EXPECT_EQ(reference(), 32768);
     Run(view_command::kUndo);
     EXPECT_EQ(reference(), 128);

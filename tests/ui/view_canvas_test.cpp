@@ -172,10 +172,12 @@ TEST_F(WaveformCanvasTest, OfAnEmptySoundNothingIsDrawn) {
 TEST_F(WaveformCanvasTest, TheLaneSeparatorHasAColourOfItsOwn) {
     CSoundView& view = Open({2, 5000, BeatingTone, {}});
     const auto pictureWith = [&](std::size_t slot) {
-        std::vector<std::pair<std::string, std::string>> colours;
-        for (std::size_t i = 0; i < ColourTable::kSlots; ++i)
-            colours.emplace_back("K" + std::to_string(i), i == slot ? "200,0,200," : "1,2,3,");
-        EXPECT_TRUE(folder_.Display().SetEntries(kColourSection, colours));
+        EXPECT_TRUE(folder_.Display().Change([slot](ProfileText& display) {
+            for (std::size_t i = 0; i < ColourTable::kSlots; ++i)
+                display.SetString(kColourSection, "K" + std::to_string(i),
+                                  i == slot ? "200,0,200," : "1,2,3,");
+            return true;
+        }));
         view.ReloadSettings();
         Follow(view, 1.0);
         return canvas_.Image().copy();
