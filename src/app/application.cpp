@@ -1,6 +1,6 @@
 #include "app/application.h"
 
-#include <QFileDialog>
+#include <QDir>
 #include <QTimer>
 
 #include "app/about_dialog.h"
@@ -11,6 +11,8 @@
 #include "app/preferences/option_sheet.h"
 #include "app/properties/file_properties_sheet.h"
 #include "app/save_notice.h"
+#include "platform/qt/file_names.h"
+#include "platform/qt/open_files_dialog.h"
 #include "platform/qt/utf8_text.h"
 
 namespace sonavel {
@@ -90,7 +92,7 @@ void Application::ConnectFrame() {
     documentDialogs_.SetDocumentFolder([this] {
         const OpenSound* active = workspace_.Active();
         if (!active) return QString();
-        return QFile::decodeName(active->document->Path().parent_path().c_str());
+        return FileText(active->document->Path().parent_path());
     });
     const auto open = [this](const QString& path) { OpenFile(path); };
     QObject::connect(&frame_.Recent(), &RecentFiles::Chosen, &frame_, open);
@@ -119,7 +121,7 @@ void Application::Show() {
 }
 
 bool Application::OpenFile(const QString& absolutePath) {
-    const std::filesystem::path path = QFile::encodeName(absolutePath).toStdString();
+    const std::filesystem::path path = FilePath(absolutePath);
     if (const auto index = workspace_.IndexOfPath(path)) {
         workspace_.Activate(*index);
         return true;
@@ -128,9 +130,10 @@ bool Application::OpenFile(const QString& absolutePath) {
         frame_.Recent().Add(absolutePath);
         return true;
     }
-    const QString name = QFileInfo(absolutePath).fileName();
+    const QString name = ShownFileText(FileText(path.filename()));
     frame_.Status().ShowNote(name + QStringLiteral(": ") + Utf8Text(workspace_.LastError()));
-    if (!QFileInfo::exists(absolutePath)) frame_.Recent().Remove(absolutePath);
+    std::error_code error;
+    if (!std::filesystem::exists(path, error)) frame_.Recent().Remove(absolutePath);
     return false;
 }
 
@@ -144,11 +147,11 @@ QString Application::FolderToOpen() {
 
 bool Application::OpenFiles() {
     const QStringList paths =
-        QFileDialog::getOpenFileNames(&frame_, QObject::tr("Open"), FolderToOpen(), OpenFilters());
+        OpenFilesDialog::Ask(QObject::tr("Open"), FolderToOpen(), OpenFilters(), &frame_);
     if (paths.isEmpty()) return false;
     PersonSettings().setValue(kOpenFolderKey, QFileInfo(paths.front()).absolutePath());
     bool allOpened = true;
-    for (const QString& path : paths) allOpened = OpenFile(QDir::cleanPath(path)) && allOpened;
+    for (const QString& path : paths) allOpened = OpenFile(path) && allOpened;
     return allOpened;
 }
 

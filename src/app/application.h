@@ -29,6 +29,8 @@ class Application {
     Workspace& Sounds() { return workspace_; }
     const Workspace& Sounds() const { return workspace_; }
 
+    // Paths are file texts (platform/qt/file_names.h).
+
     // The file of the command line. What went wrong, when it cannot be opened; messages of a file
     // that can are shown once the frame is.
     std::optional<QString> OpenAtStart(const QString& absolutePath);

@@ -11,6 +11,7 @@
 #include "app/frame_commands.h"
 #include "app/main_menu.h"
 #include "app/person_settings.h"
+#include "platform/qt/file_names.h"
 #include "platform/qt/utf8_text.h"
 #include "sound/failure_texts.h"
 #include "spatial/ui/spatial_commands.h"
@@ -228,8 +229,7 @@ void CMainFrame::AfterCommand(int commandId, bool succeeded) {
     if (!reason.empty() && reason != failure::kCancelled) status_->ShowNote(Utf8Text(reason));
     const OpenSound* active = workspace_->Active();
     const bool saved = commandId == app_command::kSave || commandId == app_command::kSaveAs;
-    if (saved && succeeded && active)
-        recent_.Add(QFile::decodeName(active->document->Path().c_str()));
+    if (saved && succeeded && active) recent_.Add(FileText(active->document->Path()));
     ScheduleRefresh();
 }
 

@@ -9,6 +9,7 @@
 
 #include "app/document_commands.h"
 #include "app/main_frame.h"
+#include "platform/qt/file_names.h"
 #include "platform/qt/message_box.h"
 #include "platform/qt/utf8_text.h"
 #include "spatial/ui/spatial_commands.h"
@@ -24,7 +25,7 @@ constexpr int kCascadeSteps = 5;
 QStringList LocalFiles(const QMimeData& data) {
     QStringList files;
     for (const QUrl& url : data.urls())
-        if (url.isLocalFile()) files << QDir::cleanPath(url.toLocalFile());
+        if (const QString file = FileTextOf(url); !file.isEmpty()) files << QDir::cleanPath(file);
     return files;
 }
 

@@ -3,6 +3,8 @@
 #include <QAction>
 
 #include "app/person_settings.h"
+#include "platform/code_page_949.h"
+#include "platform/qt/file_names.h"
 
 namespace sonavel {
 
@@ -15,10 +17,22 @@ QString KeyOf(qsizetype index) {
 }
 
 // The first nine have their number as access key, and an "&" in a name is none.
-QString MenuTextOf(qsizetype index, QString path) {
+QString MenuTextOf(qsizetype index, const QString& file) {
+    QString path = ShownFileText(file);
     path.replace(QStringLiteral("&"), QStringLiteral("&&"));
     const QString key = index < 9 ? QStringLiteral("&%1").arg(index + 1) : QStringLiteral("1&0");
     return key + QStringLiteral("  ") + path;
+}
+
+// The file of settings holds text, and bytes as they are only under a type of their own.
+QVariant StoredForm(const QString& file) {
+    const std::string bytes = FilePath(file).native();
+    return IsValidUtf8(bytes) ? QVariant(file) : QVariant(QByteArray::fromStdString(bytes));
+}
+
+QString FileIn(const QVariant& stored) {
+    if (stored.typeId() != QMetaType::QByteArray) return stored.toString();
+    return FileText(stored.toByteArray().toStdString());
 }
 
 }  // namespace
@@ -51,7 +65,7 @@ void RecentFiles::Load() {
     settings.beginGroup(kGroup);
     paths_.clear();
     for (qsizetype i = 0; i < kMostFiles; ++i) {
-        const QString path = settings.value(KeyOf(i)).toString();
+        const QString path = FileIn(settings.value(KeyOf(i)));
         if (!path.isEmpty() && !paths_.contains(path)) paths_ << path;
     }
 }
@@ -60,7 +74,8 @@ void RecentFiles::Store() const {
     PersonSettings settings;
     settings.beginGroup(kGroup);
     settings.remove(QString());
-    for (qsizetype i = 0; i < paths_.size(); ++i) settings.setValue(KeyOf(i), paths_[i]);
+    for (qsizetype i = 0; i < paths_.size(); ++i)
+        settings.setValue(KeyOf(i), StoredForm(paths_[i]));
 }
 
 void RecentFiles::Fill(QMenu& menu) {

@@ -1,4 +1,5 @@
-// The files used last, newest first, kept from run to run.
+// The files used last, newest first, kept from run to run. Paths are file texts
+// (platform/qt/file_names.h).
 #pragma once
 
 #include <QMenu>

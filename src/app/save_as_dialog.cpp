@@ -8,6 +8,7 @@
 #include <QTreeView>
 
 #include "app/save_details_dialog.h"
+#include "platform/qt/file_names.h"
 
 namespace sonavel {
 
@@ -215,7 +216,7 @@ QString SaveAsDialog::FullPath() const {
 
 SaveAsChoice SaveAsDialog::Choice() const {
     SaveAsChoice choice;
-    choice.path = QFile::encodeName(FullPath()).toStdString();
+    choice.path = FilePath(FullPath());
     choice.channels = static_cast<unsigned>(channels_->checkedId());
     choice.bits = static_cast<unsigned>(bits_->checkedId());
     choice.saveMarkers = saveMarkers_;

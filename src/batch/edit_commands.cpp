@@ -116,7 +116,7 @@ Outcome RemoveMarker(BatchSession& session, const Arguments& words) {
 
 // --- Rows
 
-const PositionalRule kPath = {"PATH", ValueRule::Text()};
+const PositionalRule kPath = {"PATH", ValueRule::Path()};
 const PositionalRule kPosition = {"POSITION", ValueRule::Position()};
 const PositionalRule kMarkerId = {"ID", ValueRule::Whole(0, 0xFFFFFFFF)};
 const std::vector<KeyRule> kMarkerKeys = {{"name", ValueRule::Text()},

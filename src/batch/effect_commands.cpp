@@ -159,7 +159,7 @@ std::vector<CommandRow> EffectCommandRows() {
                     .prefix = Prefix::kPreview});
     rows.push_back({.name = "preview-save",
                     .does = "Write the preview sound as a WAV file without markers",
-                    .positional = {{"PATH", ValueRule::Text()}},
+                    .positional = {{"PATH", ValueRule::Path()}},
                     .run = SavePreview});
     rows.push_back({.name = "preview-new",
                     .does = "Open a copy of the preview sound as a new document",

@@ -1,5 +1,7 @@
 #include "batch/script_lexer.h"
 
+#include <algorithm>
+
 #include "platform/code_page_949.h"
 
 namespace sonavel::batch {
@@ -42,12 +44,19 @@ class Lexer {
             if (c == '\n') ++line_;
             ++position_;
         } else if (c == '#') {
-            while (!AtEnd() && Peek() != '\n') ++position_;
+            SkipComment();
         } else if (IsBlank(c)) {
             ++position_;
         } else {
             ReadWord();
         }
+    }
+
+    void SkipComment() {
+        const std::size_t end = std::min(text_.find('\n', position_), text_.size());
+        if (!IsValidUtf8(text_.substr(position_, end - position_)))
+            mistakes_.push_back({line_, "expected UTF-8 text"});
+        position_ = end;
     }
 
     void FinishCommand() {
@@ -104,22 +113,18 @@ class Lexer {
     std::vector<ScriptCommand> commands_;
 };
 
-int LineOfFirstBadText(std::string_view text) {
-    int line = 1;
-    for (std::size_t start = 0; start <= text.size(); ++line) {
-        const std::size_t end = std::min(text.find('\n', start), text.size());
-        const std::string_view content = text.substr(start, end - start);
-        if (!IsValidUtf8(content) || content.find('\0') != std::string_view::npos) return line;
-        start = end + 1;
-    }
-    return 0;
+// 0 without one.
+int LineOfFirstZeroByte(std::string_view text) {
+    const std::size_t zero = text.find('\0');
+    if (zero == std::string_view::npos) return 0;
+    return 1 + static_cast<int>(std::ranges::count(text.substr(0, zero), '\n'));
 }
 
 }  // namespace
 
 std::vector<ScriptCommand> LexScript(std::string_view text, std::vector<GrammarMistake>& mistakes) {
     if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
-    if (const int line = LineOfFirstBadText(text)) {
+    if (const int line = LineOfFirstZeroByte(text)) {
         mistakes.push_back({line, "expected UTF-8 text"});
         return {};
     }

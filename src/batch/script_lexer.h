@@ -26,7 +26,8 @@ struct GrammarMistake {
 // Commands end at a line break or ";", words at blanks; "…" quotes a word or a part of one, with \"
 // and \\ inside it (any other \ stands for itself); # starts a comment outside quotes. A word is
 // key=value when what stands before its first "=" is an unquoted name of lower-case letters,
-// digits and "-". Mistakes are added to `mistakes`.
+// digits and "-". Words may hold bytes that are not UTF-8, as file names do. Mistakes are added to
+// `mistakes`.
 std::vector<ScriptCommand> LexScript(std::string_view text, std::vector<GrammarMistake>& mistakes);
 
 }  // namespace sonavel::batch

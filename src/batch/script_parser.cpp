@@ -5,6 +5,7 @@
 #include <span>
 
 #include "batch/command_rows.h"
+#include "platform/code_page_949.h"
 
 namespace sonavel::batch {
 namespace {
@@ -17,8 +18,14 @@ std::string WordAsWritten(const ScriptWord& word) {
     return word.key.empty() ? word.text : word.key + '=' + word.text;
 }
 
+constexpr const char* kExpectedUtf8 = "expected UTF-8 text";
+
+bool IsReadable(const ValueRule& rule, std::string_view text) {
+    return rule.kind == ValueRule::Kind::kPath || IsValidUtf8(text);
+}
+
 std::string Quoted(std::string_view text) {
-    return '"' + std::string(text) + '"';
+    return '"' + DisplayText(text) + '"';
 }
 
 class CommandParser {
@@ -40,6 +47,7 @@ class CommandParser {
         if (!FitsPositional(words.size())) return CountMistake(words);
         for (std::size_t i = 0; i < words.size(); ++i) {
             const PositionalRule& rule = RuleAt(i);
+            if (!IsReadable(rule.rule, words[i].text)) return kExpectedUtf8;
             auto value = ParseValue(rule.rule, words[i].text);
             if (!value)
                 return "expected " + DescribeRule(rule.rule) + " for " + rule.name + ", not " +
@@ -73,6 +81,7 @@ class CommandParser {
         for (const ScriptWord& word : words) {
             const KeyRule* rule = FindKey(word.key);
             if (!rule) return KeyMistake(word);
+            if (!IsReadable(rule->rule, word.text)) return kExpectedUtf8;
             if (arguments.Has(word.key)) return "expected " + word.key + "= only once";
             auto value = ParseValue(rule->rule, word.text);
             if (!value)

@@ -121,6 +121,7 @@ ValueRule ValueRule::DecimalList(std::size_t count, double least, double greates
 std::optional<Value> ParseValue(const ValueRule& rule, std::string_view text) {
     switch (rule.kind) {
         case ValueRule::Kind::kText:
+        case ValueRule::Kind::kPath:
             return std::string(text);
         case ValueRule::Kind::kWord:
             return ParseWord(rule, text);
@@ -145,6 +146,7 @@ std::optional<Value> ParseValue(const ValueRule& rule, std::string_view text) {
 std::string DescribeRule(const ValueRule& rule) {
     switch (rule.kind) {
         case ValueRule::Kind::kText:
+        case ValueRule::Kind::kPath:
             return "text";
         case ValueRule::Kind::kWord:
             return Alternatives(rule.words);

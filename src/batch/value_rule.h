@@ -14,7 +14,7 @@ namespace sonavel::batch {
 using Value = std::variant<std::string, std::int64_t, double, bool, std::vector<double>>;
 
 struct ValueRule {
-    enum class Kind { kText, kWord, kWhole, kPosition, kDecimal, kSwitch, kDecimalList };
+    enum class Kind { kText, kPath, kWord, kWhole, kPosition, kDecimal, kSwitch, kDecimalList };
 
     Kind kind = Kind::kText;
     double least = 0;
@@ -24,6 +24,8 @@ struct ValueRule {
     std::vector<std::string> words{};  // of kWord
 
     static ValueRule Text() { return {}; }
+    // Bytes as they are: names of files need not be UTF-8.
+    static ValueRule Path() { return {.kind = Kind::kPath}; }
     static ValueRule OneOf(std::vector<std::string> words);
     static ValueRule Whole(std::int64_t least, std::int64_t greatest);
     // A whole number of any size, which the command clamps.

@@ -1,6 +1,7 @@
 // How a document comes into being and how it is saved: New, Open, Save and Save As.
 #include "document/file_kind.h"
 #include "document/sound_doc.h"
+#include "platform/code_page_949.h"
 #include "sound/aiff_file.h"
 #include "sound/au_file.h"
 #include "sound/failure_texts.h"
@@ -68,7 +69,7 @@ bool CSoundDoc::ReadFile(const std::filesystem::path& path, std::string_view ext
         case FileKind::kUnknown:
             break;
     }
-    return Fail("Files with the extension \"" + std::string(extension) + "\" cannot be opened.");
+    return Fail("Files with the extension \"" + DisplayText(extension) + "\" cannot be opened.");
 }
 
 bool CSoundDoc::ReadWav(const std::filesystem::path& path) {
@@ -102,7 +103,7 @@ bool CSoundDoc::WriteFile(const std::filesystem::path& path, std::string_view ex
         case FileKind::kUnknown:
             break;
     }
-    return Fail("Files with the extension \"" + std::string(extension) + "\" cannot be saved.");
+    return Fail("Files with the extension \"" + DisplayText(extension) + "\" cannot be saved.");
 }
 
 bool CSoundDoc::WriteWav(const std::filesystem::path& path) {
@@ -113,7 +114,7 @@ bool CSoundDoc::WriteWav(const std::filesystem::path& path) {
 
 void CSoundDoc::TakePath(const std::filesystem::path& path) {
     path_ = path;
-    title_ = path.filename().string();
+    title_ = DisplayText(path.filename().native());
 }
 
 bool CSoundDoc::SaveAs() {

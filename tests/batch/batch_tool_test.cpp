@@ -213,6 +213,19 @@ TEST_F(BatchToolTest, OpensSavesAndReports) {
         "duration=0.000500 modified=1 selection=0..0 cursor=0 markers=2\n");
 }
 
+TEST_F(BatchToolTest, OpensAndSavesFilesOfAnyName) {
+    WriteRamp("caf\xE9.wav", 2);
+    ExpectOutput(
+        "open @/caf\xE9.wav; info; save-as @/\xB8\xB6.au; clipboard-load @/caf\xE9.wav\n"
+        "clipboard-save @/clip\xE9.bin; open @/\xB8\xB6.au; info; try open @/\xB8\xB6.x",
+        "document 1 title=\"caf?.wav\" rate=8000 channels=1 bits=16 frames=2 bytes=4 "
+        "duration=0.000250 modified=0 selection=0..0 cursor=0 markers=0\n"
+        "document 2 title=\"마.au\" rate=8000 channels=1 bits=16 frames=2 bytes=4 "
+        "duration=0.000250 modified=0 selection=0..0 cursor=0 markers=0\n"
+        "failed: Files with the extension \".x\" cannot be opened.\n");
+    EXPECT_EQ(fs::file_size(folder_ / "clip\xE9.bin"), 48u);
+}
+
 TEST_F(BatchToolTest, SavesUnderOtherFormats) {
     WriteRamp("r.wav", 4);
     const std::string format = "rate=8000 channels=2 bits=8 frames=4 bytes=8 duration=0.000500 ";

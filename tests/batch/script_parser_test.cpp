@@ -43,7 +43,8 @@ TEST(ScriptLexer, SplitsTextIntoWords) {
         {"a k=v=w", "1|a|k:v=w"},
         {"a 마커", "1|a|마커"},
         {"a \"open\nb", "1|a|open 2|b !1 expected a closing \" before the end of the line"},
-        {"a\nb \xB8\xB6", " !2 expected UTF-8 text"},
+        {"a \xB8\xB6", "1|a|\xB8\xB6"},  // a file may be called so
+        {"a\n# \xB8\xB6\nb", "1|a 3|b !2 expected UTF-8 text"},
         {std::string_view("a\0b", 3), " !1 expected UTF-8 text"},
     };
     for (const auto& [text, expected] : cases) EXPECT_EQ(Lexed(text), expected) << text;
@@ -58,6 +59,9 @@ std::string MistakesOf(std::string_view text) {
 
 TEST(ScriptParser, NamesWhatWasExpected) {
     const std::pair<std::string_view, std::string_view> cases[] = {
+        {"select \xB8 1", "expected UTF-8 text"},
+        {"marker-add 1 name=\xB8\xB6", "expected UTF-8 text"},
+        {"try \xB8\xB6", "expected a command, not \"마\""},
         {"frobnicate", "expected a command, not \"frobnicate\""},
         {"name=x", "expected a command, not \"name=x\""},
         {"open", "expected \"open PATH\""},

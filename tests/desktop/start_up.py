@@ -34,6 +34,16 @@ def start_with_a_file():
     assert path.exists()
 
 
+def start_with_a_name_in_another_encoding():
+    path = pathlib.Path(os.fsdecode(b"\xb8\xb6\xc4\xbf \xe9.wav"))
+    sounds.write_wav(path, sounds.noise(1000, seed=7))
+    with Editor(path) as editor:
+        assert editor.title().startswith("Sonavel - "), editor.title()
+        key("ctrl+w")
+        editor.wait_title("Sonavel")
+        assert editor.quit() == 0
+
+
 def fail_on(path):
     program = pathlib.Path(os.environ["SONAVEL_BIN"]) / "sonavel"
     done = subprocess.run(bounded(program, path), capture_output=True, text=True, check=False,
@@ -68,6 +78,7 @@ def keep_documents_when_a_file_fails(name, content, has_box):
 def main():
     start_without_a_file()
     start_with_a_file()
+    start_with_a_name_in_another_encoding()
     fail_on(pathlib.Path("missing.wav").absolute())
     good = sounds.wav(sounds.noise(1000, seed=9))
     no_channels = good[:22] + b"\0\0" + good[24:]

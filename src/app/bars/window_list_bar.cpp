@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/qt/file_names.h"
 #include "platform/qt/utf8_text.h"
 
 namespace sonavel {
@@ -142,9 +143,8 @@ void WindowListBar::ShowFrame(int index) {
     const CSoundDoc& document = *frame.Sound().document;
     const QString text = ButtonText(frame);
     if (buttons_->tabText(index) != text) buttons_->setTabText(index, text);
-    const std::string& path = document.Path().native();
-    buttons_->setTabToolTip(
-        index, path.empty() ? Utf8Text(document.Title()) : QFile::decodeName(path.c_str()));
+    const QString path = ShownFileText(FileText(document.Path()));
+    buttons_->setTabToolTip(index, path.isEmpty() ? Utf8Text(document.Title()) : path);
 }
 
 void WindowListBar::Refresh(const CChildFrame* active) {

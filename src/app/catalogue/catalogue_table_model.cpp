@@ -8,6 +8,8 @@
 
 #include "app/catalogue/catalogue_icons.h"
 #include "app/catalogue/model/catalogue_columns.h"
+#include "platform/code_page_949.h"
+#include "platform/qt/file_names.h"
 #include "platform/qt/utf8_text.h"
 
 namespace sonavel {
@@ -95,7 +97,8 @@ QVariant CatalogueTableModel::NameData(std::size_t entry, int role) const {
     if (role == Qt::ForegroundRole && missing) return QColor(kMissingColour);
     if (role == Qt::DecorationRole && missing) return missing_;
     if (role == Qt::ToolTipRole)
-        return (missing ? tr("Missing: %1") : QStringLiteral("%1")).arg(Utf8Text(shown.path));
+        return (missing ? tr("Missing: %1") : QStringLiteral("%1"))
+            .arg(Utf8Text(DisplayText(shown.path)));
     return {};
 }
 
@@ -155,8 +158,7 @@ QMimeData* CatalogueTableModel::mimeData(const QModelIndexList& indexes) const {
     QList<QUrl> files;
     for (const QModelIndex& index : indexes) {
         if (index.column() != 0) continue;
-        const std::string& path = catalogue_->At(EntryAt(index.row())).path;
-        files.append(QUrl::fromLocalFile(QFile::decodeName(path.c_str())));
+        files.append(FileUrl(catalogue_->At(EntryAt(index.row())).path));
     }
     auto* data = new QMimeData;
     data->setUrls(files);

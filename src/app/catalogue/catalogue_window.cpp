@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "app/person_settings.h"
+#include "platform/qt/file_names.h"
 #include "platform/qt/utf8_text.h"
 
 namespace sonavel {
@@ -147,7 +148,7 @@ void CatalogueWindow::dragEnterEvent(QDragEnterEvent* event) {
 void CatalogueWindow::dropEvent(QDropEvent* event) {
     QStringList paths;
     for (const QUrl& url : event->mimeData()->urls())
-        if (url.isLocalFile()) paths << url.toLocalFile();
+        if (const QString file = FileTextOf(url); !file.isEmpty()) paths << file;
     event->acceptProposedAction();
     AddPaths(paths);
 }

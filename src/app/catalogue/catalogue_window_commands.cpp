@@ -8,6 +8,8 @@
 
 #include "app/catalogue/catalogue_window.h"
 #include "app/person_settings.h"
+#include "platform/qt/file_names.h"
+#include "platform/qt/open_files_dialog.h"
 #include "platform/qt/utf8_text.h"
 
 namespace sonavel {
@@ -23,15 +25,15 @@ QString LastFolder() {
     return PersonSettings().value(kFolderKey, QDir::homePath()).toString();
 }
 
-std::filesystem::path FilePath(const QString& path) {
-    return QFile::encodeName(path).toStdString();
+QString NameOf(const QString& path) {
+    return ShownFileText(path.section(u'/', -1));
 }
 
 }  // namespace
 
 void CatalogueWindow::AddFiles() {
     const QStringList paths =
-        QFileDialog::getOpenFileNames(this, tr("Add Sound Files"), LastFolder(), tr(kSoundFiles));
+        OpenFilesDialog::Ask(tr("Add Sound Files"), LastFolder(), tr(kSoundFiles), this);
     if (paths.isEmpty()) return;
     PersonSettings().setValue(kFolderKey, QFileInfo(paths.front()).absolutePath());
     AddPaths(paths);
@@ -78,7 +80,7 @@ void CatalogueWindow::RemoveSelected() {
     if (entries.empty() || adding_) return;
     const QString question =
         entries.size() == 1 ? tr("Take \"%1\" off the catalogue? The file itself is kept.")
-                                  .arg(QFileInfo(PathOf(entries.front())).fileName())
+                                  .arg(NameOf(PathOf(entries.front())))
                             : tr("Take %1 sounds off the catalogue? The files themselves are kept.")
                                   .arg(entries.size());
     if (!services_.prompts.AskYesNo(question.toStdString(), "Sample File Database")) return;
@@ -111,7 +113,7 @@ void CatalogueWindow::PlayCurrent() {
     if (!entry) return;
     const std::string path = keeper_.Current().At(*entry).path;
     const bool playing = preview_.Play(path, services_.folder);
-    const QString name = QFileInfo(QFile::decodeName(path.c_str())).fileName();
+    const QString name = NameOf(FileText(path));
     if (playing)
         ShowNote(tr("Playing %1").arg(name));
     else
@@ -123,16 +125,17 @@ void CatalogueWindow::OpenSelected() {
     preview_.Stop();
     for (const std::size_t entry : SelectedEntries()) {
         const QString path = PathOf(entry);
-        if (!openSound_(path)) ShowError(tr("%1 cannot be opened.").arg(path));
+        if (!openSound_(path)) ShowError(tr("%1 cannot be opened.").arg(ShownFileText(path)));
     }
 }
 
 void CatalogueWindow::ShowFolder() {
     const std::optional<std::size_t> entry = CurrentEntry();
     if (!entry) return;
-    const QString folder = QFileInfo(PathOf(*entry)).absolutePath();
-    if (!QFileInfo::exists(folder) || !QDesktopServices::openUrl(QUrl::fromLocalFile(folder)))
-        ShowError(tr("%1 cannot be shown.").arg(folder));
+    const std::filesystem::path folder = FilePath(PathOf(*entry)).parent_path();
+    std::error_code error;
+    if (!std::filesystem::exists(folder, error) || !QDesktopServices::openUrl(FileUrl(folder)))
+        ShowError(tr("%1 cannot be shown.").arg(ShownFileText(FileText(folder))));
 }
 
 void CatalogueWindow::Locate() {
@@ -140,8 +143,8 @@ void CatalogueWindow::Locate() {
     if (!entry) return;
     const QFileInfo before(PathOf(*entry));
     const QString from = before.dir().exists() ? before.absolutePath() : LastFolder();
-    const QString path = QFileDialog::getOpenFileName(this, tr("Locate %1").arg(before.fileName()),
-                                                      from, tr(kSoundFiles));
+    const QString path = QFileDialog::getOpenFileName(
+        this, tr("Locate %1").arg(NameOf(PathOf(*entry))), from, tr(kSoundFiles));
     if (!path.isEmpty()) LocateAt(path);
 }
 

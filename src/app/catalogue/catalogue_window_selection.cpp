@@ -4,6 +4,7 @@
 
 #include "app/catalogue/catalogue_icons.h"
 #include "app/catalogue/catalogue_window.h"
+#include "platform/qt/file_names.h"
 
 namespace sonavel {
 
@@ -28,7 +29,7 @@ std::optional<std::size_t> CatalogueWindow::CurrentEntry() const {
 }
 
 QString CatalogueWindow::PathOf(std::size_t entry) {
-    return QFile::decodeName(keeper_.Current().At(entry).path.c_str());
+    return FileText(keeper_.Current().At(entry).path);
 }
 
 void CatalogueWindow::KeepSelection() {

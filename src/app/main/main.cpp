@@ -1,21 +1,28 @@
 // The desktop editor: sonavel [FILE].
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QDir>
-#include <QFileInfo>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 
 #include "app/application.h"
 #include "app/command_icons.h"
 #include "app/look.h"
 #include "platform/portaudio/portaudio_wave_devices.h"
+#include "platform/qt/file_names.h"
 #include "platform/qt/ui_thread.h"
 
 namespace {
 
-// Nothing without a file. Ends the program for --help, --version and a wrong call.
-QString FileOfCommandLine(const QApplication& qt) {
+// The call, without the words that were the toolkit's, in which no byte of a file's name is lost.
+QStringList CallOf(int count, char** words) {
+    QStringList call;
+    for (int i = 0; i < count; ++i) call << sonavel::FileText(words[i]);
+    return call;
+}
+
+// Empty without a file. Ends the program for --help, --version and a wrong call.
+std::filesystem::path FileOfCommandLine(const QStringList& call) {
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("A sound editor for 8- and 16-bit PCM."));
     parser.addHelpOption();
@@ -23,7 +30,7 @@ QString FileOfCommandLine(const QApplication& qt) {
     parser.addPositionalArgument(
         QStringLiteral("FILE"), QStringLiteral("The sound to open (.wav, .aiff, .aif, .au, .snd)."),
         QStringLiteral("[FILE]"));
-    parser.process(qt);
+    parser.process(call);
     const QStringList files = parser.positionalArguments();
     if (files.isEmpty()) return {};
     if (files.size() > 1) {
@@ -31,17 +38,18 @@ QString FileOfCommandLine(const QApplication& qt) {
         std::exit(1);
     }
     // Without "." and ".." parts: the first "." of a path begins its extension.
-    return QDir::cleanPath(QFileInfo(files.front()).absoluteFilePath());
+    std::error_code error;
+    return std::filesystem::absolute(sonavel::FilePath(files.front()), error).lexically_normal();
 }
 
 using sonavel::PortAudioWaveDevices;
 
-int RunWith(PortAudioWaveDevices& devices, const QString& file) {
+int RunWith(PortAudioWaveDevices& devices, const std::filesystem::path& file) {
     const sonavel::ProgramFolder folder = sonavel::ProgramFolder::OfThisProgram();
     sonavel::Application application(devices, folder);
-    if (!file.isEmpty()) {
-        if (const auto reason = application.OpenAtStart(file)) {
-            std::fprintf(stderr, "sonavel: %s: %s\n", qPrintable(file), qPrintable(*reason));
+    if (!file.empty()) {
+        if (const auto reason = application.OpenAtStart(sonavel::FileText(file))) {
+            std::fprintf(stderr, "sonavel: %s: %s\n", file.c_str(), qPrintable(*reason));
             return 1;
         }
     }
@@ -59,7 +67,7 @@ ProgramEnd Run(int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("Sonavel"));
     QApplication::setApplicationVersion(QStringLiteral("1.2 Beta"));
     QApplication::setDesktopFileName(QStringLiteral("sonavel"));
-    const QString file = FileOfCommandLine(qt);
+    const std::filesystem::path file = FileOfCommandLine(CallOf(argc, argv));
     sonavel::ApplyLook(qt);
     sonavel::LoadPictures();
     QApplication::setWindowIcon(sonavel::ProgramIcon());

@@ -1,13 +1,15 @@
 #include "app/properties/property_texts.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+
 #include <QCoreApplication>
 #include <QDateTime>
-#include <QFile>
-#include <QFileInfo>
 #include <QLocale>
 
 #include "document/file_kind.h"
 #include "platform/code_page_949.h"
+#include "platform/qt/file_names.h"
 #include "platform/qt/utf8_text.h"
 #include "sound/sound_texts.h"
 
@@ -26,6 +28,10 @@ QString Counted(qint64 count) {
 QString DateText(const QDateTime& date) {
     return date.isValid() ? QLocale().toString(date, QStringLiteral("yyyy-MM-dd HH:mm:ss"))
                           : Tr("unknown");
+}
+
+QDateTime DateOf(const statx_timestamp& time) {
+    return QDateTime::fromSecsSinceEpoch(time.tv_sec);
 }
 
 QString TypeText(const std::filesystem::path& path) {
@@ -61,19 +67,21 @@ QString PercentText(double value, std::int32_t reference) {
 QList<PropertyRow> FileRows(const CSoundDoc& document) {
     const QString title = Utf8Text(document.Title());
     if (document.Path().empty()) return {{Tr("Name:"), title}, {Tr("Path:"), Tr("not saved yet")}};
-    const QFileInfo file(QFile::decodeName(document.Path().c_str()));
-    if (!file.exists())
+    const QString path = ShownFileText(FileText(document.Path()));
+    struct statx file;
+    if (statx(AT_FDCWD, document.Path().c_str(), 0, STATX_BASIC_STATS | STATX_BTIME, &file) != 0)
         return {{Tr("Name:"), title},
-                {Tr("Path:"), file.absoluteFilePath()},
+                {Tr("Path:"), path},
                 {Tr("Size:"), Tr("The file is not there any more")}};
     return {
         {Tr("Name:"), title},
-        {Tr("Path:"), file.absoluteFilePath()},
+        {Tr("Path:"), path},
         {Tr("File type:"), TypeText(document.Path())},
-        {Tr("Size:"), Tr("%1 Bytes").arg(Counted(file.size()))},
-        {Tr("Created:"), DateText(file.birthTime())},
-        {Tr("Modified:"), DateText(file.lastModified())},
-        {Tr("Accessed:"), DateText(file.lastRead())},
+        {Tr("Size:"), Tr("%1 Bytes").arg(Counted(static_cast<qint64>(file.stx_size)))},
+        {Tr("Created:"),
+         DateText(file.stx_mask & STATX_BTIME ? DateOf(file.stx_btime) : QDateTime())},
+        {Tr("Modified:"), DateText(DateOf(file.stx_mtime))},
+        {Tr("Accessed:"), DateText(DateOf(file.stx_atime))},
         {Tr("Unsaved changes:"), document.IsModified() ? Tr("yes") : Tr("no")},
     };
 }

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "platform/code_page_949.h"
 #include "sound/sound_texts.h"
 
 namespace sonavel {
@@ -80,9 +81,9 @@ std::string CellText(const Catalogue& catalogue, std::size_t entry, std::size_t 
     const CatalogueEntry& shown = catalogue.At(entry);
     switch (static_cast<CatalogueColumn>(column)) {
         case CatalogueColumn::kName:
-            return std::string(shown.FileName());
+            return DisplayText(shown.FileName());
         case CatalogueColumn::kFolder:
-            return std::string(shown.Folder());
+            return DisplayText(shown.Folder());
         default:
             return FactText(shown.facts, static_cast<CatalogueColumn>(column));
     }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <limits>
 
+#include "platform/code_page_949.h"
+
 namespace sonavel {
 namespace {
 
@@ -71,7 +73,7 @@ void SampleAdder::AddFile(const fs::path& file) {
     }
     if (facts) wave_.SetLastError("The catalogue is full.");
     if (result_.unreadable++ == 0)
-        result_.firstFailure = file.filename().string() + ": " + wave_.LastError();
+        result_.firstFailure = DisplayText(file.filename().native()) + ": " + wave_.LastError();
 }
 
 AddedSamples SampleAdder::Add(std::span<const fs::path> paths) {
