@@ -10,6 +10,21 @@ target_compile_options(sonavel_flags INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Werror -ffp-contract=off
   $<$<AND:$<CXX_COMPILER_ID:GNU>,$<CONFIG:Release>>:-Wno-restrict>)
 
+# Release builds check at run time what can be checked cheaply: copies against the size of their
+# target (to the third level where compiler and C library know it), the stack's return addresses, and
+# tables of functions that nobody can overwrite once the program has started.
+include(CheckCXXSourceCompiles)
+set(CMAKE_REQUIRED_FLAGS "-O2 -Werror -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3")
+check_cxx_source_compiles("#include <cstdio>\nint main() {}" SONAVEL_HAS_FORTIFY_3)
+unset(CMAKE_REQUIRED_FLAGS)
+set(SONAVEL_FORTIFY_LEVEL 2)
+if(SONAVEL_HAS_FORTIFY_3)
+  set(SONAVEL_FORTIFY_LEVEL 3)
+endif()
+set(hardening -fstack-protector-strong -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=${SONAVEL_FORTIFY_LEVEL})
+target_compile_options(sonavel_flags INTERFACE "$<$<CONFIG:Release>:${hardening}>")
+target_link_options(sonavel_flags INTERFACE $<$<CONFIG:Release>:LINKER:-z,relro,-z,now>)
+
 # sonavel_module(NAME [DEPENDS lib...] [PRIVATE lib...]): the sources of the
 # current folder, without its subfolders, as a static library.
 function(sonavel_module name)
