@@ -157,7 +157,7 @@ bool Application::OpenFiles() {
 
 bool Application::HasModifiedSounds() const {
     for (std::size_t i = 0; i < workspace_.Count(); ++i)
-        if (workspace_.At(i).document->IsModified()) return true;
+        if (workspace_.At(i).document->GetModified()) return true;
     return false;
 }
 
@@ -165,7 +165,7 @@ bool Application::SaveAll() {
     bool allSaved = true;
     for (std::size_t i = 0; i < workspace_.Count(); ++i) {
         CSoundDoc& document = *workspace_.At(i).document;
-        if (!document.IsModified()) continue;
+        if (!document.GetModified()) continue;
         workspace_.Activate(i);
         allSaved = SaveUnderOwnPath(document) && allSaved;
     }

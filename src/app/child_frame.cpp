@@ -60,7 +60,7 @@ QString CChildFrame::Name() const {
 
 void CChildFrame::ShowTitle() {
     setWindowTitle(Name() + QStringLiteral("[*]"));
-    setWindowModified(sound_->document->IsModified());
+    setWindowModified(sound_->document->GetModified());
 }
 
 void CChildFrame::closeEvent(QCloseEvent* event) {

@@ -190,7 +190,7 @@ void CMainFrame::UpdateTitle() {
     // A maximised child would add its own name to whatever title it sees.
     for (QMdiSubWindow* window : area_->subWindowList()) removeEventFilter(window);
     setWindowTitle(title_);
-    setWindowModified(active && active->document->IsModified());
+    setWindowModified(active && active->document->GetModified());
 }
 
 void CMainFrame::UpdatePanes() {

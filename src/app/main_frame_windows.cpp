@@ -148,7 +148,7 @@ bool CMainFrame::PreviousWindow() {
 bool CMainFrame::MayClose(std::size_t index) {
     workspace_->StopActivity(index);
     CSoundDoc& document = *workspace_->At(index).document;
-    if (!document.IsModified()) return true;
+    if (!document.GetModified()) return true;
     workspace_->Activate(index);
     const QString question = tr("Save changes to %1?").arg(Utf8Text(document.Title()));
     MessageBox box({.text = question,

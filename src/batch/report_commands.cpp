@@ -21,7 +21,7 @@ Outcome Info(BatchSession& session, const Arguments&) {
                   << " bits=" << sound.GetBits() << " frames=" << sound.GetFrameCount()
                   << " bytes=" << sound.GetDataSize()
                   << " duration=" << FixedText(sound.GetDuration(), 6)
-                  << " modified=" << (document.IsModified() ? 1 : 0)
+                  << " modified=" << (document.GetModified() ? 1 : 0)
                   << " selection=" << view.GetSelectionEnds().start << ".."
                   << view.GetSelectionEnds().end << " cursor=" << view.Cursor()
                   << " markers=" << sound.Markers().Count() << '\n';

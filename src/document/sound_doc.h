@@ -74,7 +74,7 @@ class CSoundDoc {
     const std::filesystem::path& Path() const { return path_; }  // empty while untitled
     const std::string& Title() const { return title_; }
     void SetTitle(std::string_view title);
-    bool IsModified() const { return sound_.GetModified(); }
+    bool GetModified() const { return sound_.GetModified(); }
     void SetModified(bool modified);
 
     const std::string& LastError() const { return lastError_; }

@@ -88,7 +88,7 @@ TEST_F(EveryState, CutTakesTheSelectionToTheClipboard) {
         EXPECT_EQ(PlainSound::Of(document.Sound()), expected);
         EXPECT_EQ(result.selection, (EditSelection{0, 0, at.startFrame}));
         EXPECT_EQ(observer.changes, std::vector<std::uint32_t>{at.startFrame});
-        EXPECT_TRUE(document.IsModified());
+        EXPECT_TRUE(document.GetModified());
         EXPECT_EQ(document.History().StepAt(0).name, "Source Sample");
         ClipRecord clip;
         ASSERT_TRUE(ReadClipboard(clipboard_, clip));
@@ -154,7 +154,7 @@ TEST_F(EveryState, OverwritingCommandsFillTheSelectionAndStoreNoStep) {
             EXPECT_EQ(result.done, written > 0);
             EXPECT_EQ(result.selection, at);
             EXPECT_EQ(PlainSound::Of(document.Sound()), expected);
-            EXPECT_EQ(document.IsModified(), written > 0);
+            EXPECT_EQ(document.GetModified(), written > 0);
             EXPECT_EQ(document.History().Count(), 0u);
         });
     }
@@ -220,7 +220,7 @@ TEST_F(EditOperationsTest, ReplaceTakesTheClipsFormatAndData) {
     ASSERT_TRUE(edit::ReplaceWithClip(*document, MakeClip({2, 16, 44100}, PatternBytes(8, 2))));
     EXPECT_EQ(document->Sound().GetFormat(), MakePcmFormat(2, 16, 44100));
     EXPECT_EQ(BytesOf(document->Sound()), PatternBytes(8, 2));
-    EXPECT_TRUE(document->IsModified());
+    EXPECT_TRUE(document->GetModified());
     EXPECT_FALSE(edit::ReplaceWithClip(*document, {}));
 }
 

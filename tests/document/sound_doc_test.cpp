@@ -29,7 +29,7 @@ TEST_F(SoundDocTest, NewMakesAnEmptySoundOfTheChosenFormat) {
     ASSERT_TRUE(document->NewDocument());
     EXPECT_EQ(document->Sound().GetFormat(), MakePcmFormat(2, 16, 22050));
     EXPECT_FALSE(document->Sound().HasData());
-    EXPECT_FALSE(document->IsModified());
+    EXPECT_FALSE(document->GetModified());
     EXPECT_FALSE(document->NewDocument({.samplesPerSecond = 0, .channels = 2, .bits = 16}));
 }
 
@@ -45,13 +45,13 @@ TEST_F(SoundDocTest, SavedSoundsOpenAgainByTheirExtension) {
         auto document = MakeDocument({2, 16, 10}, PatternBytes(40, 1));
         document->SetModified(true);
         ASSERT_TRUE(document->SaveDocument(At(c.name))) << document->LastError();
-        EXPECT_EQ(document->IsModified(), c.modifiedAfterSave);
+        EXPECT_EQ(document->GetModified(), c.modifiedAfterSave);
         EXPECT_EQ(document->Title(), c.name);
         auto again = MakeDocument();
         ASSERT_TRUE(again->OpenDocument(At(c.name))) << again->LastError();
         EXPECT_EQ(BytesOf(again->Sound()), PatternBytes(40, 1));
         EXPECT_EQ(again->Path(), At(c.name));
-        EXPECT_FALSE(again->IsModified());
+        EXPECT_FALSE(again->GetModified());
     }
 }
 
@@ -61,12 +61,12 @@ TEST_F(SoundDocTest, ASoundOfWhichTheFileHoldsLessCountsAsModified) {
     EXPECT_TRUE(document->SaveCutsSound(At("a.aiff")));
     EXPECT_FALSE(document->SaveCutsSound(At("a.wav")));
     ASSERT_TRUE(document->SaveDocument(At("a.aiff")));
-    EXPECT_TRUE(document->IsModified());
+    EXPECT_TRUE(document->GetModified());
 
     auto whole = MakeDocument({2, 16, 10}, PatternBytes(40, 1));
     whole->SetModified(false);
     ASSERT_TRUE(whole->SaveDocument(At("b.aiff")));
-    EXPECT_FALSE(whole->IsModified());
+    EXPECT_FALSE(whole->GetModified());
 }
 
 TEST_F(SoundDocTest, FailuresLeaveTheDocumentAndSayWhyInTheStatusBar) {

@@ -221,7 +221,7 @@ TEST_F(UndoHistoryTest, UndoBringsBackFormatAndMarkersAndMarksModified) {
     ASSERT_TRUE(document->Undo());
     EXPECT_EQ(document->Sound().GetFormat(), MakePcmFormat(2, 16, 8000));
     EXPECT_EQ(document->Sound().Markers(), markers);
-    EXPECT_TRUE(document->IsModified());
+    EXPECT_TRUE(document->GetModified());
     EXPECT_EQ(observer.changes, std::vector<std::uint32_t>{0});
     ASSERT_TRUE(document->Redo());
     EXPECT_EQ(document->Sound().GetFormat(), MakePcmFormat(1, 16, 11025));

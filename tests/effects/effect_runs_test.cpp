@@ -61,7 +61,7 @@ TEST_F(EffectRunsTest, AnAppliedEffectIsOneStepAndLeavesNoStalePreview) {
             NotingObserver observer;
             document->AddObserver(&observer);
             ASSERT_TRUE(effect.apply(Target(*document, 100, 400), StartValuesOf(effect)));
-            EXPECT_EQ(document->IsModified(), changes);
+            EXPECT_EQ(document->GetModified(), changes);
             EXPECT_EQ(observer.changes,
                       changes ? std::vector<std::uint32_t>{100} : std::vector<std::uint32_t>{});
             EXPECT_EQ(document->Preview().HasData(), !changes);

@@ -31,7 +31,7 @@ TEST_F(SpatializerTest, RendersTheFirstChannelOfTheRangeAndConvertsTheRest) {
         {*document, 1000, 3500, spatial_title::kSystemPositional, SpatialOutcome::kApply},
         {1.2f, 0, 0}));
     const CWave& sound = document->Sound();
-    EXPECT_TRUE(document->IsModified());
+    EXPECT_TRUE(document->GetModified());
     EXPECT_FALSE(document->Preview().HasData());
     const int responses[] = {141, 159};
     for (const unsigned ear : {0u, 1u})
@@ -103,7 +103,7 @@ TEST_F(SpatializerTest, RefusesASoundThatWouldBecomeTooLong) {
     EXPECT_FALSE(SpatializePositional({*document, 0, 10, "", SpatialOutcome::kApply}, {0, 1, 0}));
     EXPECT_EQ(document->LastError(), "The sound is too long to become 16-bit stereo.");
     EXPECT_TRUE(progress_.titles.empty());
-    EXPECT_FALSE(document->IsModified() || document->CanUndo());
+    EXPECT_FALSE(document->GetModified() || document->CanUndo());
     EXPECT_TRUE(SpatializePositional({*document, 0, 10, "", SpatialOutcome::kPreview}, {0, 1, 0}));
 }
 

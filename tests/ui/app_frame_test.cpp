@@ -171,7 +171,7 @@ TEST_F(AppFixture, SaveAllSavesWhatIsModified) {
     ASSERT_TRUE(App().OpenFile(WavFile("c.wav")));
     const auto untouched = std::filesystem::last_write_time(folder_ / "c.wav");
     Run(app_command::kSaveAll);
-    for (std::size_t i = 0; i < 3; ++i) EXPECT_FALSE(Sounds().At(i).document->IsModified()) << i;
+    for (std::size_t i = 0; i < 3; ++i) EXPECT_FALSE(Sounds().At(i).document->GetModified()) << i;
     EXPECT_EQ(std::filesystem::last_write_time(folder_ / "c.wav"), untouched);
     EXPECT_FALSE(Frame().Actions().Action(app_command::kSaveAll)->isEnabled());
 }

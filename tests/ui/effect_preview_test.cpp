@@ -147,7 +147,7 @@ TEST_F(EffectPreviewTest, OpensAsANewDocumentTitledAfterItsEffect) {
         dialog.accept();
     });
     const CSoundDoc& source = Document();
-    EXPECT_FALSE(source.IsModified());
+    EXPECT_FALSE(source.GetModified());
     ASSERT_TRUE(commands_->StateOfCommand(kOpenPreview).enabled);
     EXPECT_TRUE(commands_->RunCommand(kOpenPreview));
     ASSERT_NE(&Document(), &source);

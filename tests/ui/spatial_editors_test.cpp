@@ -427,7 +427,7 @@ TEST_F(SpatialEditors, ThePreviewIsHeardWithItsBallOnTheWay) {
     devices_.PumpUntilIdle();
     EXPECT_EQ(preview->text(), "&Preview");
     EXPECT_FALSE(dialog.Scene().Ball());
-    EXPECT_FALSE(Document().IsModified());
+    EXPECT_FALSE(Document().GetModified());
 
     preview->click();
     dialog.reject();
@@ -498,7 +498,7 @@ TEST_F(SpatialEditors, CancelChangesNothing) {
             0, [] { qobject_cast<QDialog*>(QApplication::activeModalWidget())->reject(); });
         EXPECT_FALSE(commands.RunCommand(id));
     }
-    EXPECT_FALSE(Document().IsModified());
+    EXPECT_FALSE(Document().GetModified());
     EXPECT_FALSE(Document().CanUndo());
 }
 

@@ -70,7 +70,7 @@ TEST_F(EditCommandsTest, EveryCommandLeavesSelectionCursorAndLengthAsStated) {
         EXPECT_EQ(View().GetSelection(), c.newSelection);
         EXPECT_EQ(View().Cursor(), c.newCursor);
         EXPECT_EQ(View().Horizontal().maximum, zoom.maximum);
-        EXPECT_EQ(Document().IsModified(), c.command != kCopy);
+        EXPECT_EQ(Document().GetModified(), c.command != kCopy);
         EXPECT_TRUE(prompts.questions.empty());
     }
 }
@@ -231,7 +231,7 @@ TEST_F(EditCommandsTest, MarkerCommandsClampMarkModifiedAndReportWhatIsMissing) 
     View().SetCursor(300);
     EXPECT_TRUE(Run(kDropMarker));
     EXPECT_EQ(Markers(), (std::vector<MarkerRow>{{300, "Marker 1", 0}}));
-    EXPECT_TRUE(Document().IsModified());
+    EXPECT_TRUE(Document().GetModified());
     const std::uint32_t id = AddMarker(View(), 5000, "end", 10);
     EXPECT_EQ(Markers().at(1), MarkerRow(1000, "end", 0));
     EXPECT_TRUE(SetMarker(View(), id, 900, "", 500));

@@ -127,7 +127,7 @@ TEST_F(MouseInputTest, AMarkerIsDraggedByItsFlagAndEditedByADoubleClick) {
     EXPECT_EQ(Sound().Markers().Find(1)->position, 3500u);
     EXPECT_EQ(Sound().Markers().Find(1)->length, 77u);
     EXPECT_EQ(Sound().Markers().Find(1)->name, "m");
-    EXPECT_TRUE(Document().IsModified());
+    EXPECT_TRUE(Document().GetModified());
     EXPECT_EQ(View().Cursor(), 0u);
     mouse.DoubleClick(At(352, y));
     EXPECT_EQ(dialogs.markerRequest.markerId, 1u);

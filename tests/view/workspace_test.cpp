@@ -230,7 +230,7 @@ TEST_F(WorkspaceTest, ClosingKeepsWhatWasRecorded) {
     Arrive(256, 5);
     workspace.StopActivity(0);
     EXPECT_EQ(View().FrameCount(), 256u);
-    EXPECT_TRUE(Document().IsModified()) << "so that closing asks";
+    EXPECT_TRUE(Document().GetModified()) << "so that closing asks";
     ASSERT_TRUE(Sound().Play(0));
     workspace.Close(0);
     EXPECT_FALSE(devices.Out().open);

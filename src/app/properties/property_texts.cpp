@@ -82,7 +82,7 @@ QList<PropertyRow> FileRows(const CSoundDoc& document) {
          DateText(file.stx_mask & STATX_BTIME ? DateOf(file.stx_btime) : QDateTime())},
         {Tr("Modified:"), DateText(DateOf(file.stx_mtime))},
         {Tr("Accessed:"), DateText(DateOf(file.stx_atime))},
-        {Tr("Unsaved changes:"), document.IsModified() ? Tr("yes") : Tr("no")},
+        {Tr("Unsaved changes:"), document.GetModified() ? Tr("yes") : Tr("no")},
     };
 }
 
