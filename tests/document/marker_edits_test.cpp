@@ -57,7 +57,7 @@ TEST_F(MarkerEditsTest, EveryUndoTakesBackExactlyTheLastThingDone) {
 TEST_F(MarkerEditsTest, ItsStepHoldsNoSamples) {
     const std::uint8_t* const samples = document_->Sound().Bytes().data();
     document_->SetMarkers(MarkersAt({5}));
-    EXPECT_TRUE(document_->IsModified());
+    EXPECT_TRUE(document_->GetModified());
     EXPECT_EQ(document_->History().StepAt(0).kind, kCopyingStepKind);
     for (const bool undone : {false, true}) {
         if (undone) {
@@ -73,7 +73,7 @@ TEST_F(MarkerEditsTest, WithUndoOffItIsStoredNowhere) {
     document_->ReloadOptions();
     document_->SetMarkers(MarkersAt({5}));
     EXPECT_EQ(document_->History().Count(), 0u);
-    EXPECT_TRUE(document_->IsModified());
+    EXPECT_TRUE(document_->GetModified());
     EXPECT_EQ(Positions(), Places{5});
 }
 
@@ -87,7 +87,7 @@ TEST_F(MarkerEditsTest, ADragIsOneStepAndNoneWhenItEndsWhereItBegan) {
     }
     document_->EndMarkerEdit();
     EXPECT_TRUE(document_->CanRedo()) << "nothing has changed";
-    EXPECT_FALSE(document_->IsModified());
+    EXPECT_FALSE(document_->GetModified());
     for (const std::uint32_t position : {6u, 7u, 8u})
         document_->SetMarkers(MarkersAt({position}), Editing::kGoesOn);
     document_->EndMarkerEdit();

@@ -85,7 +85,7 @@ TEST_F(SoundEditTest, OneThatFailsOrIsRefusedLeavesNoTrace) {
         EXPECT_FALSE(c.attempt(*document));
         EXPECT_EQ(BytesOf(document->Sound()), sound);
         EXPECT_EQ(document->Sound().GetFormat(), MakePcmFormat(2, 16, 8000));
-        EXPECT_FALSE(document->IsModified());
+        EXPECT_FALSE(document->GetModified());
         EXPECT_EQ(document->History().Count(), steps);
         ASSERT_TRUE(document->Redo());
         EXPECT_EQ(document->Sound().GetFrameCount(), 13u);

@@ -91,7 +91,7 @@ TEST_F(PreviewedEffectTest, CancelHandsNothingOverAndLeavesTheHistoryAlone) {
         const std::vector<double> values = StartValuesOf(effect);
         EXPECT_FALSE(effect.apply(Target(*document), values)) << name;
         EXPECT_EQ(BytesOf(document->Sound()), before) << name;
-        EXPECT_FALSE(document->IsModified()) << name;
+        EXPECT_FALSE(document->GetModified()) << name;
         EXPECT_TRUE(document->CanRedo() && !document->CanUndo()) << name;
         EXPECT_FALSE(effect.preview(Target(*document), values, PreviewPlay::kNo)) << name;
         EXPECT_EQ(document->Preview().GetFrameCount(), 0u) << name;

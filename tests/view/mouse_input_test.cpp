@@ -155,7 +155,7 @@ TEST_F(MouseInputTest, ADragOfAMarkerIsOneUndoStepHoweverItEnds) {
     drag(302, {310, 402, 302});
     mouse.Release(At(302, y));
     EXPECT_EQ(Document().History().Count(), 0u) << "back where it was";
-    EXPECT_FALSE(Document().IsModified());
+    EXPECT_FALSE(Document().GetModified());
     drag(302, {310, 352});
     mouse.Release(At(362, y));
     drag(362, {402});

@@ -219,7 +219,7 @@ TEST_F(WorkspaceTest, ARecordingThatLosesItsDeviceIsInsertedAtTheCursorBeforeThe
         EXPECT_EQ(Samples(c.frames - 500, 2), (std::vector<int>{500, 501}));
         EXPECT_EQ(View().Extremes().BlockCount(), (c.frames + 255) / 256);
         EXPECT_EQ(View().Horizontal().maximum, kWidth) << "fitted";
-        EXPECT_EQ(Document().IsModified(), c.bytes > 0);
+        EXPECT_EQ(Document().GetModified(), c.bytes > 0);
         EXPECT_EQ(Document().History().Count(), c.bytes > 0 ? 1u : 0u);
     }
 }
