@@ -284,7 +284,8 @@ TEST_F(PresetTest, ReadsShortAndOverlongLists) {
     // More numbers than are counted.
     for (const std::size_t counted : {0u, 1u}) {
         file.SetString("long", "point Count", counted ? "  1" : "  0");
-        EXPECT_EQ(LoadPreset<UserPreset>(file.Read(), "long"), std::vector<UserPoint>(counted, many[0]));
+        EXPECT_EQ(LoadPreset<UserPreset>(file.Read(), "long"),
+                  std::vector<UserPoint>(counted, many[0]));
     }
 }
 

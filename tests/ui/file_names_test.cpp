@@ -18,9 +18,9 @@ constexpr char kKorean949[] = "\xB8\xB6\xC4\xBF.wav";
 constexpr char kLatinName[] = "caf\xE9 b.wav";
 
 TEST(FileNamesTest, EveryNameComesBackAsItWas) {
-    std::vector<std::string> names{"/a/plain.wav", "/a/\xEB\x91\x90.wav",     "/a/\xF0\x9F\x98\x80",
-                                   kKoreanName,    kLatinName,                "\xED\xB2\x80",
-                                   "\xF0\x9F\x98", "\xFF\xF0\x9F\x98\x80\x80", ""};
+    std::vector<std::string> names{
+        "/a/plain.wav", "/a/\xEB\x91\x90.wav", "/a/\xF0\x9F\x98\x80",      kKoreanName, kLatinName,
+        "\xED\xB2\x80", "\xF0\x9F\x98",        "\xFF\xF0\x9F\x98\x80\x80", ""};
     for (int byte = 1; byte < 256; ++byte) names.push_back({'a', static_cast<char>(byte), 'b'});
     for (const std::string& name : names) {
         EXPECT_EQ(FilePath(FileText(name)).native(), name);

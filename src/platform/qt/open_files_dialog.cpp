@@ -61,8 +61,7 @@ OpenFilesDialog::OpenFilesDialog(const QString& title, const QString& folder,
 void OpenFilesDialog::ListOddNames() {
     odd_ = OddNamesIn(directory().absolutePath(), PatternsOf(selectedNameFilter()));
     oddNames_->clear();
-    for (const QString& name : odd_)
-        oddNames_->addItem(ShownFileText(name.section(u'/', -1)));
+    for (const QString& name : odd_) oddNames_->addItem(ShownFileText(name.section(u'/', -1)));
     oddNames_->setCurrentIndex(-1);
     label_->setVisible(!odd_.isEmpty());
     oddNames_->setVisible(!odd_.isEmpty());
