@@ -2,17 +2,32 @@
 
 #include <cmath>
 
+#include "platform/vector_clones.h"
+
 namespace sonavel {
 namespace {
 
 constexpr float kRampStep = 0.0013020834f;  // 1 / 768
 constexpr float kStepDegrees = 10;
 
-float RampUp(int frame) {
+inline float RampUp(int frame) {
     return static_cast<float>(frame) * kRampStep;
 }
-float RampDown(int frame) {
+inline float RampDown(int frame) {
     return 1 - RampUp(frame);
+}
+
+SONAVEL_VECTOR_CLONES
+void Glide(BlockOutput output, float fromGain, float toGain) {
+    for (int j = 0; j < 2 * kBlockFrames; ++j)
+        output[j] *= toGain * RampUp(j / 2) + fromGain * RampDown(j / 2);
+}
+
+SONAVEL_VECTOR_CLONES
+void Fade(const std::array<float, 2 * kBlockFrames>& former, float fromGain, float toGain,
+          BlockOutput output) {
+    for (int j = 0; j < 2 * kBlockFrames; ++j)
+        output[j] = output[j] * RampUp(j / 2) * toGain + former[j] * RampDown(j / 2) * fromGain;
 }
 
 }  // namespace
@@ -25,7 +40,7 @@ EarSpectra::EarSpectra(const SourceDirection& direction) {
 FixedSourceFilter::FixedSourceFilter(const SourcePosition& position)
     : ears_(PositionToDirection(position)), gain_(DistanceGain(position)) {}
 
-void FixedSourceFilter::Process(BlockInput input, float, BlockOutput output) {
+void FixedSourceFilter::Process(BlockInput input, std::size_t, BlockOutput output) const {
     ConvolveBlock(input, ears_.left, ears_.right, output);
     for (float& value : output) value *= gain_;
 }
@@ -37,29 +52,39 @@ bool KeepsResponses(const SourceDirection& from, const SourceDirection& to) {
     return turned <= kStepDegrees && std::abs(to.elevation - from.elevation) <= kStepDegrees;
 }
 
-MovingSourceFilter::MovingSourceFilter(const SourcePath& path)
-    : path_(path),
-      direction_(PositionToDirection(path.At(0))),
-      ears_(std::make_unique<EarSpectra>(direction_)),
-      gain_(DistanceGain(path.At(0))) {}
+const EarSpectra* MovingSourceFilter::EarsOf(const SourceDirection& direction) {
+    return &ears_.try_emplace({direction.leftIndex, direction.rightIndex}, direction).first->second;
+}
 
-void MovingSourceFilter::Process(BlockInput input, float t, BlockOutput output) {
-    const SourcePosition position = path_.At(t);
-    const SourceDirection direction = PositionToDirection(position);
-    const float gain = DistanceGain(position);
-    if (KeepsResponses(direction_, direction)) {
-        ConvolveBlock(input, ears_->left, ears_->right, output);
-        for (int j = 0; j < 2 * kBlockFrames; ++j)
-            output[j] *= gain * RampUp(j / 2) + gain_ * RampDown(j / 2);
-    } else {
-        ConvolveBlock(input, ears_->left, ears_->right, former_);
-        *ears_ = EarSpectra(direction);
-        ConvolveBlock(input, ears_->left, ears_->right, output);
-        for (int j = 0; j < 2 * kBlockFrames; ++j)
-            output[j] = output[j] * RampUp(j / 2) * gain + former_[j] * RampDown(j / 2) * gain_;
-        direction_ = direction;
+MovingSourceFilter::MovingSourceFilter(const SourcePath& path, std::uint32_t rangeFrames) {
+    const auto values = static_cast<float>(std::size_t{2} * rangeFrames);
+    SourceDirection kept = PositionToDirection(path.At(0));
+    Passing passing{nullptr, EarsOf(kept), 0, DistanceGain(path.At(0))};
+    passings_.reserve(rangeFrames / kBlockFrames + 1);
+    for (std::size_t done = 0; done < rangeFrames; done += kBlockFrames) {
+        const SourcePosition position = path.At(static_cast<float>(2 * done) / values);
+        const SourceDirection direction = PositionToDirection(position);
+        passing.from = passing.to;
+        passing.fromGain = passing.toGain;
+        passing.toGain = DistanceGain(position);
+        if (!KeepsResponses(kept, direction)) {
+            kept = direction;
+            passing.to = EarsOf(kept);
+        }
+        passings_.push_back(passing);
     }
-    gain_ = gain;
+}
+
+void MovingSourceFilter::Process(BlockInput input, std::size_t block, BlockOutput output) const {
+    const Passing& passing = passings_[block];
+    ConvolveBlock(input, passing.to->left, passing.to->right, output);
+    if (passing.from == passing.to) {
+        Glide(output, passing.fromGain, passing.toGain);
+        return;
+    }
+    std::array<float, 2 * kBlockFrames> former;
+    ConvolveBlock(input, passing.from->left, passing.from->right, former);
+    Fade(former, passing.fromGain, passing.toGain, output);
 }
 
 }  // namespace sonavel

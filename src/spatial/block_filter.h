@@ -1,10 +1,13 @@
 // The block filters of a source at rest and of one that moves: a block of input in, 768 stereo
-// frames with the distance's gain out.
+// frames with the distance's gain out. What a block needs of those before it is found out when the
+// filter is made, so that blocks are computed in any order and beside each other.
 #pragma once
 
 #include <array>
-#include <memory>
+#include <cstdint>
+#include <map>
 #include <span>
+#include <vector>
 
 #include "spatial/convolution.h"
 #include "spatial/direction.h"
@@ -19,8 +22,8 @@ class BlockFilter {
   public:
     virtual ~BlockFilter() = default;
 
-    // `t`: how much of the range lies before the block, 0 to 1.
-    virtual void Process(BlockInput input, float t, BlockOutput output) = 0;
+    // `block`: how many blocks of the range lie before it.
+    virtual void Process(BlockInput input, std::size_t block, BlockOutput output) const = 0;
 };
 
 // The responses of both ears, transformed.
@@ -35,7 +38,7 @@ class FixedSourceFilter : public BlockFilter {
   public:
     explicit FixedSourceFilter(const SourcePosition& position);
 
-    void Process(BlockInput input, float t, BlockOutput output) override;
+    void Process(BlockInput input, std::size_t block, BlockOutput output) const override;
 
   private:
     EarSpectra ears_;
@@ -46,16 +49,22 @@ class FixedSourceFilter : public BlockFilter {
 // to the new ones within one block; the gain glides from block to block.
 class MovingSourceFilter : public BlockFilter {
   public:
-    explicit MovingSourceFilter(const SourcePath& path);
+    // Along the path within `rangeFrames` frames.
+    MovingSourceFilter(const SourcePath& path, std::uint32_t rangeFrames);
 
-    void Process(BlockInput input, float t, BlockOutput output) override;
+    void Process(BlockInput input, std::size_t block, BlockOutput output) const override;
 
   private:
-    const SourcePath& path_;
-    SourceDirection direction_;
-    std::unique_ptr<EarSpectra> ears_;
-    float gain_;
-    std::array<float, 2 * kBlockFrames> former_;
+    struct Passing {
+        const EarSpectra* from;
+        const EarSpectra* to;
+        float fromGain;
+        float toGain;
+    };
+    const EarSpectra* EarsOf(const SourceDirection& direction);
+
+    std::map<std::pair<int, int>, EarSpectra> ears_;  // by the responses of both ears
+    std::vector<Passing> passings_;                   // of each block
 };
 
 // Whether a source that moved from one direction to the other keeps its responses.

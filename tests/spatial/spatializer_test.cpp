@@ -5,6 +5,7 @@
 #include "document/document_fixture.h"
 #include "spatial/hrir_table.h"
 #include "spatial/presets.h"
+#include "support/thread_count.h"
 
 namespace sonavel::testing {
 namespace {
@@ -114,6 +115,26 @@ TEST_F(SpatializerTest, CancelledRunsEndInSilence) {
     ASSERT_EQ(document->Sound().GetFrameCount(), 10000u);
     EXPECT_NE(document->Sound().GetSample(0, 3 * 768 - 1), 0);
     for (std::uint32_t i = 3 * 768; i < 10000; ++i) ASSERT_EQ(document->Sound().GetSample(0, i), 0);
+}
+
+// Neither a whole run nor what a cancel leaves depends on the number of threads.
+TEST_F(SpatializerTest, ThreadsLeaveTheSameSound) {
+    const SourcePosition path[] = {{-3, 0.2f, 0}, {0, 0.5f, 1}, {4, 0, -0.5f}};
+    for (const std::optional<int> cancelAt : {std::optional<int>(), std::optional<int>(40)})
+        for (const bool moves : {false, true}) {
+            Bytes alone;
+            for (const unsigned threads : {1u, 2u, 5u}) {
+                const ThreadCount count(threads);
+                const auto document = MakeNoise({1, 8, 22050}, 70001, 100);
+                const SpatialTarget target{*document, 500, 69000, "", SpatialOutcome::kApply};
+                progress_.polls = 0;
+                progress_.cancelAtPoll = cancelAt;
+                ASSERT_TRUE(moves ? SpatializeMoving(target, path)
+                                  : SpatializePositional(target, path[0]));
+                if (threads == 1) alone = BytesOf(document->Sound());
+                EXPECT_TRUE(BytesOf(document->Sound()) == alone) << threads << moves;
+            }
+        }
 }
 
 TEST_F(SpatializerTest, ASourceThatStaysEqualsAFixedOne) {
