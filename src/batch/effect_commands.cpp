@@ -5,13 +5,11 @@
 
 #include "batch/batch_session.h"
 #include "batch/command_rows.h"
-#include "effects/effect_table.h"
+#include "effects/effect_runner.h"
 #include "sound/failure_texts.h"
 
 namespace sonavel::batch {
 namespace {
-
-constexpr std::string_view kRightSuffix = "-right";
 
 std::string NumberText(double value, int decimals) {
     char text[64];
@@ -50,17 +48,12 @@ std::string DefaultOf(std::span<const EffectParameter> group) {
     return text;
 }
 
-// The right channel's values default to the left's, so they have no default of their own.
-bool TakesLeftValue(std::string_view key) {
-    return key.ends_with(kRightSuffix);
-}
-
 std::vector<KeyRule> KeysOf(const Effect& effect) {
     std::vector<KeyRule> keys;
     for (std::size_t i = 0; i < effect.parameters.size();) {
         const auto group = GroupAt(effect.parameters, i);
-        const std::string key = group.front().key;
-        keys.push_back({key, RuleOf(group), TakesLeftValue(key) ? "" : DefaultOf(group)});
+        const EffectParameter& first = group.front();
+        keys.push_back({first.key, RuleOf(group), first.follows ? "" : DefaultOf(group)});
         i += group.size();
     }
     return keys;
@@ -79,8 +72,8 @@ std::vector<double> ValuesFor(const Effect& effect, const Arguments& words) {
     std::vector<double> values;
     for (std::size_t i = 0; i < effect.parameters.size();) {
         const auto group = GroupAt(effect.parameters, i);
-        std::string_view key = group.front().key;
-        if (!words.Has(key)) key.remove_suffix(kRightSuffix.size());
+        const EffectParameter& first = group.front();
+        const char* key = words.Has(first.key) ? first.key : first.follows;
         AppendValues(words.Any(key), values);
         i += group.size();
     }
@@ -93,13 +86,14 @@ EffectTarget TargetOf(BatchSession& session) {
 }
 
 Outcome Apply(BatchSession& session, const Arguments& words, const Effect& effect) {
-    return session.OutcomeOf(effect.apply(TargetOf(session), ValuesFor(effect, words)));
+    return ApplyEffect(effect, TargetOf(session), ValuesFor(effect, words));
 }
 
 Outcome Preview(BatchSession& session, const Arguments& words, const Effect& effect) {
-    const std::vector<double> values = ValuesFor(effect, words);
-    if (!effect.preview(TargetOf(session), values, PreviewPlay::kNo))
-        return session.OutcomeOf(false);
+    if (Outcome outcome =
+            PreviewEffect(effect, TargetOf(session), ValuesFor(effect, words), PreviewPlay::kNo);
+        !outcome)
+        return outcome;
     session.Document().SetPreviewTitlePrefix(effect.titlePrefix);
     return Done();
 }
@@ -117,7 +111,7 @@ CommandRow RowOf(const Effect& effect) {
     row.run = [&effect](BatchSession& session, const Arguments& words) {
         return Apply(session, words, effect);
     };
-    if (effect.preview)
+    if (effect.HasPreview())
         row.preview = [&effect](BatchSession& session, const Arguments& words) {
             return Preview(session, words, effect);
         };

@@ -6,6 +6,22 @@
 #include "platform/vector_clones.h"
 
 namespace sonavel {
+namespace {
+
+class DynamicsProcessor : public EffectProcessor {
+  public:
+    explicit DynamicsProcessor(const std::array<DynamicsCurve, 2>& curves) : curves_(curves) {}
+
+    void Process(const EffectPiece& piece) override {
+        for (std::size_t channel = 0; channel < curves_.size(); ++channel)
+            ApplyCurve(piece.channels[channel], curves_[channel]);
+    }
+
+  private:
+    std::array<DynamicsCurve, 2> curves_;
+};
+
+}  // namespace
 
 DynamicsCurve DynamicsCurve::FromDialog(double thresholdPercent, double belowRatio,
                                         double aboveRatio) {
@@ -28,6 +44,12 @@ void ApplyCurve(std::span<float> samples, const DynamicsCurve& curve) {
         // The curve never changes a sample's sign, so this is the sign times the limit.
         sample = std::min(std::max(y, -kLimit), kLimit);
     }
+}
+
+std::unique_ptr<EffectProcessor> MakeDynamics(std::span<const double> values, const EffectRun&) {
+    return std::make_unique<DynamicsProcessor>(
+        std::array{DynamicsCurve::FromDialog(values[0], values[1], values[2]),
+                   DynamicsCurve::FromDialog(values[3], values[4], values[5])});
 }
 
 }  // namespace sonavel

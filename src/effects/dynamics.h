@@ -4,6 +4,8 @@
 
 #include <span>
 
+#include "effects/effect_processor.h"
+
 namespace sonavel {
 
 struct DynamicsCurve {
@@ -15,12 +17,11 @@ struct DynamicsCurve {
     static DynamicsCurve FromDialog(double thresholdPercent, double belowRatio, double aboveRatio);
 };
 
-struct DynamicsParameters {
-    DynamicsCurve left;
-    DynamicsCurve right;  // used for stereo sounds
-};
-
 // In place; results lie within +-32767.
 void ApplyCurve(std::span<float> samples, const DynamicsCurve& curve);
+
+// Values: threshold in percent and the ratios below and above it to 1, of the left and of the right
+// channel.
+std::unique_ptr<EffectProcessor> MakeDynamics(std::span<const double> values, const EffectRun& run);
 
 }  // namespace sonavel

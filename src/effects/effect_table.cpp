@@ -1,20 +1,14 @@
 #include "effects/effect_table.h"
 
-#include <cmath>
-
-#include "effects/effect_commands.h"
+#include "effects/dynamics.h"
+#include "effects/flanger.h"
+#include "effects/modulator.h"
+#include "effects/panpot.h"
+#include "effects/reverb.h"
+#include "effects/volume.h"
 
 namespace sonavel {
 namespace {
-
-using Values = std::span<const double>;
-
-int Whole(double value) {
-    return static_cast<int>(std::lround(value));
-}
-int Tenths(double value) {
-    return static_cast<int>(std::lround(value * 10));
-}
 
 // --- Volume
 
@@ -23,10 +17,6 @@ constexpr EffectParameter kVolumeParameters[] = {
     {"hold", "Hold at full scale", "", 0, 0, 1, 1, kSwitch,
      "values beyond full scale are held there instead of wrapping around"},
 };
-
-VolumeParameters Volume(Values values) {
-    return {Whole(values[0]), values[1] != 0 ? Overload::kHold : Overload::kWrap};
-}
 
 // --- Panpot and crossfade
 
@@ -39,20 +29,10 @@ constexpr EffectParameter kCrossfadeParameters[] = {
     {"nonlinear", "Nonlinear", "", 0, 0, 1, 1, kSwitch},
 };
 
-PanpotParameters Pan(Values values) {
-    PanpotParameters parameters;
-    parameters.pan = Whole(values[0]);
-    return parameters;
-}
-
-PanpotParameters Crossfade(Values values) {
-    PanpotParameters parameters;
-    parameters.mode = PanMode::kCrossfade;
-    parameters.from = Whole(values[0]);
-    parameters.to = Whole(values[1]);
-    parameters.law = values[2] != 0 ? CrossfadeLaw::kExponential : CrossfadeLaw::kLinear;
-    return parameters;
-}
+constexpr EffectTraits kPanpotTraits = {
+    .progressSuffix = " Panpot/Crossfade",
+    .storing = Storing::kQuantized,
+    .monoRefusal = "Can not use Panpot/Crossfade in Mono File."};
 
 // --- Reverberation
 
@@ -64,21 +44,12 @@ constexpr EffectParameter kReverbParameters[] = {
     {"wet", "Wet", "%", 0, 30, 100, 1, 0},
 };
 
-ReverbParameters Reverb(Values values) {
-    return {Whole(values[0]), Whole(values[1]), Whole(values[2]), Whole(values[3]),
-            Whole(values[4])};
-}
-
 // --- Flanger
 
 constexpr EffectParameter kFlangerParameters[] = {
     {"delay", "Delay", "ms", 0, 0.1, 15, 0.1, 1},
     {"modulation", "Modulation", "Hz", 0, 0.1, 10, 0.1, 1},
 };
-
-FlangerParameters Flanger(Values values) {
-    return {Tenths(values[0]), Tenths(values[1])};
-}
 
 // --- Modulator
 
@@ -91,26 +62,16 @@ constexpr EffectParameter kModulatorParameters[] = {
     {"amplitude2", "Amp.", "%", 0, 0, 100, 1, 0},
 };
 
-ModulatorParameters Modulator(Values values) {
-    return {{Whole(values[0]), Whole(values[1]), Whole(values[2])},
-            {Whole(values[3]), Whole(values[4]), Whole(values[5])}};
-}
-
 // --- Dynamics
 
 constexpr EffectParameter kDynamicsParameters[] = {
     {"threshold", "Thres :", "%", 0, 100, 100, 1, 2},
     {"below", "Below 1:", "", 0.1, 1, 20, 0.1, 2},
     {"above", "Above 1:", "", 0.1, 1, 20, 0.1, 2},
-    {"threshold-right", "Thres :", "%", 0, 100, 100, 1, 2},
-    {"below-right", "Below 1:", "", 0.1, 1, 20, 0.1, 2},
-    {"above-right", "Above 1:", "", 0.1, 1, 20, 0.1, 2},
+    {"threshold-right", "Thres :", "%", 0, 100, 100, 1, 2, nullptr, "threshold"},
+    {"below-right", "Below 1:", "", 0.1, 1, 20, 0.1, 2, nullptr, "below"},
+    {"above-right", "Above 1:", "", 0.1, 1, 20, 0.1, 2, nullptr, "above"},
 };
-
-DynamicsParameters Dynamics(Values values) {
-    return {DynamicsCurve::FromDialog(values[0], values[1], values[2]),
-            DynamicsCurve::FromDialog(values[3], values[4], values[5])};
-}
 
 // --- Graphic equalizer
 
@@ -121,47 +82,87 @@ constexpr EffectParameter kEqualizerParameters[] = {
     {"gains", "15kHz", "dB", -40, 0, 40, 0.1, 1},
 };
 
-EqualizerParameters Equalizer(Values values) {
-    EqualizerParameters parameters;
-    for (int band = 0; band < kEqualizerBands; ++band)
-        parameters.positions[band] = -Tenths(values[band]);
-    return parameters;
-}
-
-template <auto Read, auto Run>
-bool Apply(const EffectTarget& target, Values values) {
-    return Run(target, Read(values));
-}
-
-template <auto Read, auto Run>
-bool Preview(const EffectTarget& target, Values values, PreviewPlay play) {
-    return Run(target, Read(values), play);
-}
-
-// OK in the equalizer only closes its dialog; its result is kept through the preview.
-bool ApplyNothing(const EffectTarget&, Values) {
-    return true;
-}
-
 using namespace effect_command;
 
 constexpr Effect kEffects[] = {
-    {kVolume, "volume", "&Volume...", "Change the volume", "Volume_", kVolumeParameters,
-     Apply<Volume, ApplyVolume>, Preview<Volume, PreviewVolume>},
+    // Volume's suffix has no blank before it.
+    {kVolume,
+     "volume",
+     "&Volume...",
+     "Change the volume",
+     "Volume_",
+     kVolumeParameters,
+     MakeVolume,
+     {.progressSuffix = "Volume",
+      .storing = Storing::kTruncated,
+      .previewOrder = UnitOrder::kChannelByChannel,
+      .monoPreview = MonoPreview::kBothSides}},
     {kPanpot, "pan", "&Panpot/Crossfade...", "Move the sound between left and right", "",
-     kPanParameters, Apply<Pan, ApplyPanpot>, nullptr},
+     kPanParameters, MakePan, kPanpotTraits},
     {kPanpot, "crossfade", "&Panpot/Crossfade...", "Move the sound between left and right", "",
-     kCrossfadeParameters, Apply<Crossfade, ApplyPanpot>, nullptr},
-    {kReverb, "reverb", "&Reverberation...", "Add the sound of a room", "Reverb_",
-     kReverbParameters, Apply<Reverb, ApplyReverb>, Preview<Reverb, PreviewReverb>},
-    {kFlanger, "flanger", "&Flanger...", "Mix with a copy of sweeping delay", "Flanging_",
-     kFlangerParameters, Apply<Flanger, ApplyFlanger>, Preview<Flanger, PreviewFlanger>},
-    {kModulator, "modulator", "&Modulator...", "Multiply by two sine oscillators", "",
-     kModulatorParameters, Apply<Modulator, ApplyModulator>, nullptr},
-    {kDynamics, "dynamics", "&Dynamics...", "Reshape the level by a curve", "Dynamics_",
-     kDynamicsParameters, Apply<Dynamics, ApplyDynamics>, nullptr},
-    {kEqualizer, "equalizer", "&Graphic EQ...", "Shape the spectrum with seven bands", "Equalizer_",
-     kEqualizerParameters, ApplyNothing, Preview<Equalizer, PreviewEqualizer>},
+     kCrossfadeParameters, MakeCrossfade, kPanpotTraits},
+    {kReverb,
+     "reverb",
+     "&Reverberation...",
+     "Add the sound of a room",
+     "Reverb_",
+     kReverbParameters,
+     MakeReverb,
+     {.progressSuffix = " Reverberation",
+      .storing = Storing::kWholeResult,
+      .spread = Spread::kChannels,
+      .cancelling = Cancelling::kHandsNothingOver,
+      .peak = PeakRule::kWithin16Bits,
+      .monoPreview = MonoPreview::kBothSides,
+      .percentages = Percentages::kExactToTheEnd,
+      .previewScalesEightBits = true}},
+    {kFlanger,
+     "flanger",
+     "&Flanger...",
+     "Mix with a copy of sweeping delay",
+     "Flanging_",
+     kFlangerParameters,
+     MakeFlanger,
+     {.progressSuffix = " Flanger",
+      .storing = Storing::kWholeResult,
+      .cancelling = Cancelling::kHandsNothingOver,
+      .percentages = Percentages::kSinglePrecisionToTheEnd,
+      .appliesToMono = false}},
+    {kModulator,
+     "modulator",
+     "&Modulator...",
+     "Multiply by two sine oscillators",
+     "",
+     kModulatorParameters,
+     MakeModulator,
+     {.progressSuffix = " Modulator", .storing = Storing::kQuantized}},
+    {kDynamics,
+     "dynamics",
+     "&Dynamics...",
+     "Reshape the level by a curve",
+     "",
+     kDynamicsParameters,
+     MakeDynamics,
+     {.progressSuffix = " Dynamics",
+      .storing = Storing::kQuantized,
+      .percentages = Percentages::kExactToTheEnd,
+      .canRaisePeaks = true,
+      .eightBitNote = "8-bit samples lie below 0.4 % of the curve: they get the gain below any "
+                      "higher threshold."}},
+    {kEqualizer,
+     "equalizer",
+     "&Graphic EQ...",
+     "Shape the spectrum with seven bands",
+     "Equalizer_",
+     kEqualizerParameters,
+     MakeEqualizer,
+     {.progressSuffix = " Equalizer",
+      .storing = Storing::kNothing,
+      .spread = Spread::kNothing,
+      .previewOrder = UnitOrder::kChannelByChannel,
+      .cancelling = Cancelling::kLeavesTheRestAsItIs,
+      .peak = PeakRule::kAsBefore,
+      .percentages = Percentages::kSinglePrecisionToTheEnd}},
 };
 
 }  // namespace

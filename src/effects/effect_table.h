@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "document/sound_doc.h"
+#include "effects/effect_processor.h"
 #include "effects/equalizer.h"
 
 namespace sonavel {
@@ -25,6 +26,8 @@ struct EffectParameter {
     int decimals;  // shown, or kSwitch
     // What it does, where the label leaves that open.
     const char* explanation = nullptr;
+    // Whose value a script means that leaves this one out; null for the start value.
+    const char* follows = nullptr;
 };
 
 // What keeps its state from one run to the next, for as long as the program runs. The application
@@ -41,8 +44,6 @@ struct EffectTarget {
     EffectState& state;
 };
 
-using PreviewPlay = CSoundDoc::PreviewPlay;
-
 namespace effect_command {
 enum Id : int {
     kReverb = 32874,
@@ -55,19 +56,57 @@ enum Id : int {
 };
 }  // namespace effect_command
 
+// What runs beside what: an effect's pieces, its channels, or nothing.
+enum class Spread { kPieces, kChannels, kNothing };
+
+// What OK does: the sound is changed piece by piece, its samples truncated or lifted by the
+// quantizer; or once the whole result is there; or not at all.
+enum class Storing { kTruncated, kQuantized, kWholeResult, kNothing };
+
+// In which order pieces are announced: all channels of each at once, or one channel after the
+// other.
+enum class UnitOrder { kPieceByPiece, kChannelByChannel };
+
+enum class Cancelling { kNotHeeded, kHandsNothingOver, kLeavesTheRestAsItIs };
+
+// What a whole result's peak becomes: at most full scale of 16 bits, or each channel's own from
+// before the run.
+enum class PeakRule { kNone, kWithin16Bits, kAsBefore };
+
+// What is heard on the right of a mono sound's preview.
+enum class MonoPreview { kLeftOnly, kBothSides };
+
+// How the percentages of a run are computed, which shows in the last digit, and where they end.
+enum class Percentages { kExact, kExactToTheEnd, kSinglePrecisionToTheEnd };
+
+struct EffectTraits {
+    const char* progressSuffix;  // of the window's caption
+    Storing storing;
+    Spread spread = Spread::kPieces;
+    UnitOrder previewOrder = UnitOrder::kPieceByPiece;
+    Cancelling cancelling = Cancelling::kNotHeeded;
+    PeakRule peak = PeakRule::kNone;
+    MonoPreview monoPreview = MonoPreview::kLeftOnly;
+    Percentages percentages = Percentages::kExact;
+    const char* monoRefusal = nullptr;  // for effects that take stereo sounds alone
+    // Whether a mono sound takes a whole result; else it is left as it is.
+    bool appliesToMono = true;
+    bool previewScalesEightBits = false;  // to the range of 16-bit samples
+    bool canRaisePeaks = false;
+    const char* eightBitNote = nullptr;  // what is said to a person with such a sound
+};
+
 struct Effect {
     int commandId;
     const char* name;  // of a script
     const char* menuText;
     const char* prompt;
-    const char* titlePrefix;  // of a document made from its preview
+    const char* titlePrefix;  // of a document made from its preview; empty where there is none
     std::span<const EffectParameter> parameters;
-    // Both get one value for each parameter, in the table's order and inside its range. They return
-    // false when nothing was done: refused, cancelled or out of memory; the document's last error
-    // says which.
-    bool (*apply)(const EffectTarget& target, std::span<const double> values);
-    // Null where the effect has no preview.
-    bool (*preview)(const EffectTarget& target, std::span<const double> values, PreviewPlay play);
+    MakeEffectProcessor make;
+    EffectTraits traits;
+
+    bool HasPreview() const { return *titlePrefix != '\0'; }
 };
 
 // Pan and crossfade are two rows that share one dialog and one command.

@@ -2,7 +2,27 @@
 
 #include <cmath>
 
+#include "effects/effect_table.h"
+
 namespace sonavel {
+namespace {
+
+class EqualizerProcessor : public EffectProcessor {
+  public:
+    EqualizerProcessor(const EqualizerParameters& parameters, EqualizerFilters& filters)
+        : parameters_(parameters), filters_(filters) {}
+
+    void Process(const EffectPiece& piece) override {
+        for (const std::span<float> samples : piece.channels)
+            filters_.Process(samples, parameters_);
+    }
+
+  private:
+    EqualizerParameters parameters_;
+    EqualizerFilters& filters_;
+};
+
+}  // namespace
 
 const std::array<EqualizerSection, kEqualizerBands> kEqualizerSections = {{
     {0.002557974075898528f, -1.9948111772537231f, 0.9948840737342834f},
@@ -60,6 +80,14 @@ void EqualizerFilters::Process(std::span<float> samples, const EqualizerParamete
         previous_[band] = w1[band];
         beforePrevious_[band] = w2[band];
     }
+}
+
+std::unique_ptr<EffectProcessor> MakeEqualizer(std::span<const double> values,
+                                               const EffectRun& run) {
+    EqualizerParameters parameters;
+    for (int band = 0; band < kEqualizerBands; ++band)
+        parameters.positions[band] = -static_cast<int>(std::lround(values[band] * 10));
+    return std::make_unique<EqualizerProcessor>(parameters, run.state.equalizer);
 }
 
 }  // namespace sonavel

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <span>
 
+#include "effects/effect_processor.h"
+
 namespace sonavel {
 
 inline constexpr int kEqualizerBands = 7;
@@ -39,5 +41,9 @@ class EqualizerFilters {
     std::array<float, 8> previous_{};
     std::array<float, 8> beforePrevious_{};
 };
+
+// Values: the gain of each band in dB, of one decimal.
+std::unique_ptr<EffectProcessor> MakeEqualizer(std::span<const double> values,
+                                               const EffectRun& run);
 
 }  // namespace sonavel

@@ -11,6 +11,53 @@ namespace {
 // Pi in single precision, all its digits: the sweep of a long sound depends on the last of them.
 constexpr double kPi = 3.141592502593994;
 
+int Tenths(double value) {
+    return static_cast<int>(std::lround(value * 10));
+}
+
+// Mixes a channel's frames in place, each with what lies a delay before it: from the last one on,
+// so that the earlier ones are still as they came. `longest` frames and one more lie before them.
+void MixBackwards(const FlangerDelays& delays, std::span<float> frames, std::size_t longest) {
+    for (std::size_t i = frames.size(); i-- > 0;) {
+        float* here = frames.data() + i;
+        const std::size_t whole = std::min<std::size_t>(delays.whole[i], longest);
+        // A delay of 0 reads one frame beyond the longest delay.
+        const float a = *(here - (whole ? whole : longest + 1));
+        const float b = *(here - (whole + 1));
+        *here = ((b - a) * delays.fraction[i] + a + *here) * 0.5f;
+    }
+}
+
+// Delays beyond the run read silence only, and take no memory whatever rate a file claims.
+class FlangerProcessor : public EffectProcessor {
+  public:
+    FlangerProcessor(const FlangerParameters& parameters, const EffectRun& run)
+        : sweep_(parameters, run.samplesPerSecond),
+          longest_(std::min(FlangerMaxDelay(parameters, run.samplesPerSecond), run.frames)) {}
+
+    std::uint32_t HistoryFrames() const override { return longest_ + 1; }
+    // At least as long as its history, and whole sections.
+    std::uint32_t PieceFrames() const override {
+        return (longest_ / kPieceFrames + 1) * kPieceFrames;
+    }
+    void Process(const EffectPiece& piece) override {
+        FlangerDelays delays;
+        const std::uint32_t sections = (piece.frames + kPieceFrames - 1) / kPieceFrames;
+        for (std::uint32_t section = sections; section-- > 0;) {
+            const std::uint32_t done = section * kPieceFrames;
+            const std::size_t frames = std::min(piece.frames - done, kPieceFrames);
+            sweep_.Delays(piece.first + done, frames, delays);
+            for (const std::span<float> channel : piece.channels)
+                if (!channel.empty())
+                    MixBackwards(delays, channel.subspan(HistoryFrames() + done, frames), longest_);
+        }
+    }
+
+  private:
+    FlangerSweep sweep_;
+    std::uint32_t longest_;
+};
+
 }  // namespace
 
 std::uint32_t FlangerMaxDelay(const FlangerParameters& parameters, std::uint32_t samplesPerSecond) {
@@ -51,27 +98,9 @@ void FlangerSweep::Delays(std::uint32_t firstFrame, std::size_t frames,
     }
 }
 
-FlangerLine::FlangerLine(std::uint32_t maxDelay, std::uint32_t runFrames)
-    : longest_(std::min(maxDelay, runFrames)), line_(2 * (longest_ + 1)) {}
-
-std::span<float> FlangerLine::NextPairs(std::size_t frames) {
-    next_ = line_.Extend(2 * frames);
-    return {next_, 2 * frames};
-}
-
-void FlangerLine::Mix(const FlangerDelays& delays, std::span<float> pairs) {
-    const float* here = next_;
-    float* out = pairs.data();
-    for (std::size_t i = 0; i < pairs.size() / 2; ++i, here += 2, out += 2) {
-        const std::size_t whole = std::min<std::size_t>(delays.whole[i], longest_);
-        // A delay of 0 reads the oldest frame of the line, one beyond the longest delay.
-        const float* a = here - 2 * (whole ? whole : longest_ + 1);
-        const float* b = here - 2 * (whole + 1);
-        const float fraction = delays.fraction[i];
-        for (int slot = 0; slot < 2; ++slot)
-            out[slot] = ((b[slot] - a[slot]) * fraction + a[slot] + here[slot]) * 0.5f;
-    }
-    line_.Keep();
+std::unique_ptr<EffectProcessor> MakeFlanger(std::span<const double> values, const EffectRun& run) {
+    return std::make_unique<FlangerProcessor>(
+        FlangerParameters{Tenths(values[0]), Tenths(values[1])}, run);
 }
 
 }  // namespace sonavel

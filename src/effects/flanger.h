@@ -3,10 +3,9 @@
 
 #include <array>
 #include <cstdint>
-#include <limits>
 #include <span>
 
-#include "effects/delay_filters.h"
+#include "effects/effect_processor.h"
 
 namespace sonavel {
 
@@ -20,7 +19,7 @@ std::uint32_t FlangerMaxDelay(const FlangerParameters& parameters, std::uint32_t
 
 // Delays between two whole frames, one for each frame of a piece.
 struct FlangerDelays {
-    static constexpr std::size_t kMostFrames = 4096;
+    static constexpr std::size_t kMostFrames = kPieceFrames;
 
     std::array<std::uint32_t, kMostFrames> whole;  // frames
     std::array<float, kMostFrames> fraction;
@@ -44,23 +43,7 @@ class FlangerSweep {
     std::array<double, kBlockFrames> sines_;
 };
 
-// The past frames of a run, silent at its start, as pairs of left and right.
-class FlangerLine {
-  public:
-    // `runFrames`: how many frames will be mixed at most. A longer delay reads silence only and
-    // takes no memory, whatever rate a file claims.
-    explicit FlangerLine(std::uint32_t maxDelay,
-                         std::uint32_t runFrames = std::numeric_limits<std::uint32_t>::max());
-
-    // Where to put the pairs of the next frames, to be mixed then.
-    std::span<float> NextPairs(std::size_t frames);
-    // Mixes them into `pairs`; `delays` holds one delay for each of the frames.
-    void Mix(const FlangerDelays& delays, std::span<float> pairs);
-
-  private:
-    std::size_t longest_;  // frames that a delay reaches back, as far as it matters
-    DelayLine line_;
-    float* next_ = nullptr;
-};
+// Values: the greatest delay in ms and the sweeps a second, both of one decimal.
+std::unique_ptr<EffectProcessor> MakeFlanger(std::span<const double> values, const EffectRun& run);
 
 }  // namespace sonavel

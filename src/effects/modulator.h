@@ -3,6 +3,10 @@
 
 #include <cstdint>
 #include <span>
+#include <vector>
+
+#include "effects/effect_processor.h"
+#include "effects/running_sum.h"
 
 namespace sonavel {
 
@@ -17,22 +21,25 @@ struct ModulatorParameters {
     OscillatorParameters second;
 };
 
-// One oscillator over the pieces of one range in order. It does nothing when its frequency or
-// amplitude is 0.
+// One oscillator over the frames of a run. It does nothing when its frequency or amplitude is 0.
 class CModOscillator {
   public:
-    CModOscillator(const OscillatorParameters& parameters, std::uint32_t samplesPerSecond);
+    CModOscillator(const OscillatorParameters& parameters, std::uint32_t samplesPerSecond,
+                   std::uint32_t runFrames);
 
-    // Multiplies the gains of the next frames; at most kMaxPieceFrames of them.
-    void Run(std::span<float> gains);
+    // Multiplies the gains of the piece that begins at this frame of the run; at most kPieceFrames
+    // of them.
+    void Run(std::uint32_t firstFrame, std::span<float> gains) const;
 
   private:
     bool active_;
     std::uint32_t delayFrames_;
     float amplitude_;
-    double step_;
-    float phase_ = 0;
-    std::uint32_t frame_ = 0;
+    std::vector<RunningSum> phases_;  // at the start of each piece
 };
+
+// Values: 1/20 Hz, ms and percent of the first oscillator and of the second one.
+std::unique_ptr<EffectProcessor> MakeModulator(std::span<const double> values,
+                                               const EffectRun& run);
 
 }  // namespace sonavel

@@ -3,6 +3,9 @@
 #include <array>
 #include <cmath>
 
+#include "effects/running_sum.h"
+#include "platform/vector_clones.h"
+
 namespace sonavel {
 namespace {
 
@@ -15,6 +18,7 @@ void Lower(std::span<float> channel, float share) {
 
 // Lowers the left channel where the position is to the right of the centre, and the other way
 // round.
+SONAVEL_VECTOR_CLONES
 void ApplyLinear(std::span<const float> positions, float* left, float* right) {
     for (std::size_t i = 0; i < positions.size(); ++i) {
         const float position = positions[i];
@@ -36,40 +40,60 @@ void ApplyExponential(std::span<const float> positions, float* left, float* righ
     }
 }
 
+// Positions below ten units count as the centre: the division is one of integers.
+int Position(double value) {
+    return static_cast<int>(std::lround(value)) / 10;
+}
+
+class PanProcessor : public EffectProcessor {
+  public:
+    explicit PanProcessor(int position) : position_(static_cast<float>(position)) {}
+
+    void Process(const EffectPiece& piece) override {
+        if (position_ > 0) Lower(piece.channels[0], 100 - position_);
+        if (position_ < 0) Lower(piece.channels[1], position_ + 100);
+    }
+
+  private:
+    float position_;
+};
+
+enum class CrossfadeLaw { kLinear, kExponential };
+
+class CrossfadeProcessor : public EffectProcessor {
+  public:
+    CrossfadeProcessor(int from, int to, CrossfadeLaw law, std::uint32_t frames) : law_(law) {
+        const float step = frames ? static_cast<float>(from - to) / static_cast<float>(frames) : 0;
+        RunningSum position(static_cast<float>(from), -step);
+        position.Skip(1);
+        positions_ = SumsAtPieces(position, frames, kPieceFrames);
+    }
+
+    void Process(const EffectPiece& piece) override {
+        std::array<float, kPieceFrames> positions;
+        const std::span<float> used = std::span(positions).first(piece.frames);
+        RunningSum position = positions_[piece.first / kPieceFrames];
+        position.Take(used);
+        const auto apply = law_ == CrossfadeLaw::kLinear ? ApplyLinear : ApplyExponential;
+        apply(used, piece.channels[0].data(), piece.channels[1].data());
+    }
+
+  private:
+    CrossfadeLaw law_;
+    std::vector<RunningSum> positions_;
+};
+
 }  // namespace
 
-Panpot::Panpot(const PanpotParameters& parameters, std::uint32_t rangeFrames)
-    : parameters_(parameters) {
-    // Positions below ten units count as the centre: the division is one of integers.
-    const int start = parameters.mode == PanMode::kPan ? parameters.pan / 10 : parameters.from / 10;
-    const int end = parameters.to / 10;
-    position_ = static_cast<float>(start);
-    step_ = rangeFrames ? static_cast<float>(start - end) / static_cast<float>(rangeFrames) : 0;
+std::unique_ptr<EffectProcessor> MakePan(std::span<const double> values, const EffectRun&) {
+    return std::make_unique<PanProcessor>(Position(values[0]));
 }
 
-void Panpot::Process(std::span<float> left, std::span<float> right) {
-    if (parameters_.mode == PanMode::kPan)
-        Pan(left, right);
-    else
-        Crossfade(left, right);
-}
-
-void Panpot::Pan(std::span<float> left, std::span<float> right) const {
-    if (position_ > 0) Lower(left, 100 - position_);
-    if (position_ < 0) Lower(right, position_ + 100);
-}
-
-void Panpot::Crossfade(std::span<float> left, std::span<float> right) {
-    std::array<float, kMaxPieceFrames> positions;
-    const std::span<float> used = std::span(positions).first(left.size());
-    for (float& position : used) {
-        position_ -= step_;
-        position = position_;
-    }
-    if (parameters_.law == CrossfadeLaw::kLinear)
-        ApplyLinear(used, left.data(), right.data());
-    else
-        ApplyExponential(used, left.data(), right.data());
+std::unique_ptr<EffectProcessor> MakeCrossfade(std::span<const double> values,
+                                               const EffectRun& run) {
+    const auto law = values[2] != 0 ? CrossfadeLaw::kExponential : CrossfadeLaw::kLinear;
+    return std::make_unique<CrossfadeProcessor>(Position(values[0]), Position(values[1]), law,
+                                                run.frames);
 }
 
 }  // namespace sonavel

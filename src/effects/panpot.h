@@ -1,39 +1,18 @@
-// Panpot and crossfade: one channel of a stereo sound is lowered, by a fixed or a moving position.
+// Panpot and crossfade: one channel of a stereo sound is lowered, by a fixed or a moving position
+// between -100 (left) and 100 (right).
 #pragma once
 
-#include <cstdint>
-#include <span>
-
-#include "effects/effect_buffer.h"
+#include "effects/effect_processor.h"
 
 namespace sonavel {
 
+// The two rows that share one dialog.
 enum class PanMode { kPan = 0, kCrossfade = 1 };
-enum class CrossfadeLaw { kLinear, kExponential };
 
-struct PanpotParameters {
-    PanMode mode = PanMode::kPan;
-    int pan = 0;   // -1000 (left) to 1000 (right)
-    int from = 0;  // crossfade start, likewise
-    int to = 0;    // crossfade end
-    CrossfadeLaw law = CrossfadeLaw::kLinear;
-};
-
-// Runs over the pieces of one range in order.
-class Panpot {
-  public:
-    Panpot(const PanpotParameters& parameters, std::uint32_t rangeFrames);
-
-    // Both spans hold the same number of frames, at most kMaxPieceFrames.
-    void Process(std::span<float> left, std::span<float> right);
-
-  private:
-    void Pan(std::span<float> left, std::span<float> right) const;
-    void Crossfade(std::span<float> left, std::span<float> right);
-
-    PanpotParameters parameters_;
-    float position_;  // -100 to 100
-    float step_;
-};
+// Value: the position in tenths.
+std::unique_ptr<EffectProcessor> MakePan(std::span<const double> values, const EffectRun& run);
+// Values: first and last position in tenths; 0 for a straight curve, 1 for an exponential one.
+std::unique_ptr<EffectProcessor> MakeCrossfade(std::span<const double> values,
+                                               const EffectRun& run);
 
 }  // namespace sonavel

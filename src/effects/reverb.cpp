@@ -7,7 +7,7 @@
 namespace sonavel {
 namespace {
 
-constexpr std::size_t kPieceFrames = 1024;
+constexpr std::size_t kLateFrames = 1024;
 // Divides every reverberant contribution; brings the wet path to about the loudness of the dry one.
 constexpr float kReverberantShare = 1.0f / 4;
 constexpr int kAllPassesAboveMs = 1700;
@@ -66,6 +66,22 @@ void TakeSpill(std::vector<float>& spill, float factor, std::span<float> block) 
     std::fill(spill.end() - static_cast<std::ptrdiff_t>(taken), spill.end(), 0.0f);
 }
 
+class ReverbProcessor : public EffectProcessor {
+  public:
+    ReverbProcessor(const ReverbParameters& parameters, const EffectRun& run)
+        : channels_(run.channels, ReverbChannel(parameters, run.samplesPerSecond, run.frames)) {}
+
+    std::uint32_t PieceFrames() const override { return ReverbChannel::kBlockFrames; }
+    void Process(const EffectPiece& piece) override {
+        for (std::size_t channel = 0; channel < channels_.size(); ++channel)
+            if (!piece.channels[channel].empty())
+                channels_[channel].Process(piece.channels[channel]);
+    }
+
+  private:
+    std::vector<ReverbChannel> channels_;
+};
+
 }  // namespace
 
 int DampingClass(int timeMs) {
@@ -92,13 +108,12 @@ ReverbChannel::ReverbChannel(const ReverbParameters& parameters, std::uint32_t s
                 std::min(Frames(stage.delaySeconds, samplesPerSecond), runFrames), stage.gain);
 }
 
-RunEnd ReverbChannel::Process(std::span<float> block, ProgressWindow& progress) {
+void ReverbChannel::Process(std::span<float> block) {
     std::vector<float> reverb(block.size());
     AddEarly(block, reverb);
-    if (AddLate(block, reverb, progress) == RunEnd::kCancelled) return RunEnd::kCancelled;
+    AddLate(block, reverb);
     for (std::size_t i = 0; i < block.size(); ++i)
         block[i] = (dryShare_ * block[i] + wetShare_ * reverb[i]) * 0.01f;
-    return RunEnd::kFinished;
 }
 
 void ReverbChannel::AddEarly(std::span<const float> dry, std::span<float> reverb) {
@@ -108,20 +123,25 @@ void ReverbChannel::AddEarly(std::span<const float> dry, std::span<float> reverb
             AddShifted(dry, tap.gain * kReverberantShare, tap.delay, reverb, earlySpill_);
 }
 
-RunEnd ReverbChannel::AddLate(std::span<const float> dry, std::span<float> reverb,
-                              ProgressWindow& progress) {
+void ReverbChannel::AddLate(std::span<const float> dry, std::span<float> reverb) {
     TakeSpill(lateSpill_, 1, reverb);
-    std::array<float, kPieceFrames> sum;
-    for (std::size_t done = 0; done < dry.size(); done += kPieceFrames) {
-        if (progress.Poll()) return RunEnd::kCancelled;
-        const std::size_t frames = std::min(kPieceFrames, dry.size() - done);
+    std::array<float, kLateFrames> sum;
+    for (std::size_t done = 0; done < dry.size(); done += kLateFrames) {
+        const std::size_t frames = std::min(kLateFrames, dry.size() - done);
         const std::span<float> piece = std::span(sum).first(frames);
         std::fill(piece.begin(), piece.end(), 0.0f);
         for (DampedComb& comb : combs_) comb.Process(dry.subspan(done, frames), piece);
         for (AllPass& stage : allPasses_) stage.Process(piece);
         AddShifted(piece, kReverberantShare, taps_.lateStart + done, reverb, lateSpill_);
     }
-    return RunEnd::kFinished;
+}
+
+std::unique_ptr<EffectProcessor> MakeReverb(std::span<const double> values, const EffectRun& run) {
+    const auto whole = [&](std::size_t index) {
+        return static_cast<int>(std::lround(values[index]));
+    };
+    return std::make_unique<ReverbProcessor>(
+        ReverbParameters{whole(0), whole(1), whole(2), whole(3), whole(4)}, run);
 }
 
 }  // namespace sonavel

@@ -9,9 +9,8 @@
 #include <vector>
 
 #include "effects/delay_filters.h"
+#include "effects/effect_processor.h"
 #include "effects/reverb_taps.h"
-#include "effects/run_end.h"
-#include "platform/progress_window.h"
 
 namespace sonavel {
 
@@ -25,11 +24,11 @@ class ReverbChannel {
                   std::uint32_t runFrames = std::numeric_limits<std::uint32_t>::max());
 
     // The next block of at most kBlockFrames frames: the dry samples, replaced by the mixture.
-    RunEnd Process(std::span<float> block, ProgressWindow& progress);
+    void Process(std::span<float> block);
 
   private:
     void AddEarly(std::span<const float> dry, std::span<float> reverb);
-    RunEnd AddLate(std::span<const float> dry, std::span<float> reverb, ProgressWindow& progress);
+    void AddLate(std::span<const float> dry, std::span<float> reverb);
 
     ReverbTaps taps_;
     float dryShare_;
@@ -40,6 +39,10 @@ class ReverbChannel {
     std::vector<float> earlySpill_;
     std::vector<float> lateSpill_;
 };
+
+// Values: early reflections and late reverberation in ms, how many reflections, dry and wet
+// percent.
+std::unique_ptr<EffectProcessor> MakeReverb(std::span<const double> values, const EffectRun& run);
 
 // The damping class of a reverberation time: 0, 1 or 2.
 int DampingClass(int timeMs);

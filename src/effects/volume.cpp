@@ -15,12 +15,33 @@ bool IsBeyond(float value, const SampleLimits& limits) {
     return whole < limits.least || whole > limits.greatest;
 }
 
+class VolumeProcessor : public EffectProcessor {
+  public:
+    VolumeProcessor(const VolumeParameters& parameters, unsigned bits)
+        : parameters_(parameters), bits_(bits) {}
+
+    void Process(const EffectPiece& piece) override {
+        for (const std::span<float> samples : piece.channels)
+            ScaleVolume(samples, parameters_, bits_);
+    }
+
+  private:
+    VolumeParameters parameters_;
+    unsigned bits_;
+};
+
 }  // namespace
 
 void ScaleVolume(std::span<float> samples, const VolumeParameters& parameters, unsigned bits) {
     const float factor = static_cast<float>(parameters.percent) * 0.01f;
     for (float& sample : samples) sample = factor * sample;
     if (parameters.overload == Overload::kHold) HoldWithinLimits(samples, bits);
+}
+
+std::unique_ptr<EffectProcessor> MakeVolume(std::span<const double> values, const EffectRun& run) {
+    const VolumeParameters parameters{static_cast<int>(std::lround(values[0])),
+                                      values[1] != 0 ? Overload::kHold : Overload::kWrap};
+    return std::make_unique<VolumeProcessor>(parameters, run.bits);
 }
 
 int VolumePercent(double decibels) {

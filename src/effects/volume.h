@@ -4,6 +4,7 @@
 #include <optional>
 #include <span>
 
+#include "effects/effect_processor.h"
 #include "view/block_extremes.h"
 
 namespace sonavel {
@@ -21,6 +22,9 @@ struct VolumeParameters {
 
 // Scales in place, in single precision; `bits` is the width of the sound's samples.
 void ScaleVolume(std::span<float> samples, const VolumeParameters& parameters, unsigned bits);
+
+// Values: percent; 0 or 1 to hold.
+std::unique_ptr<EffectProcessor> MakeVolume(std::span<const double> values, const EffectRun& run);
 
 // The nearest percentage, 0 to kGreatestVolumePercent.
 int VolumePercent(double decibels);

@@ -6,6 +6,7 @@
 #include "effect_fixture.h"
 #include "effects/quantizer.h"
 #include "effects/range_extremes.h"
+#include "effects/volume.h"
 
 namespace sonavel::testing {
 namespace {

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "document/document_fixture.h"
-#include "effects/effect_commands.h"
+#include "effects/effect_runner.h"
 
 namespace sonavel::testing {
 
@@ -48,11 +48,11 @@ class EffectTest : public DocumentTest {
     // By the effect's name, with the values that its dialog shows, in their order.
     static bool Apply(const char* name, const EffectTarget& target,
                       const std::vector<double>& values) {
-        return FindEffect(name)->apply(target, values);
+        return ApplyEffect(*FindEffect(name), target, values).IsDone();
     }
     static bool Preview(const char* name, const EffectTarget& target,
                         const std::vector<double>& values) {
-        return FindEffect(name)->preview(target, values, PreviewPlay::kNo);
+        return PreviewEffect(*FindEffect(name), target, values, PreviewPlay::kNo).IsDone();
     }
 
     EffectState state_;

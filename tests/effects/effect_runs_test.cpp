@@ -6,11 +6,12 @@
 #include <fstream>
 
 #include "effect_fixture.h"
+#include "support/thread_count.h"
 
 namespace sonavel::testing {
 namespace {
 
-constexpr std::uint32_t kFrames = 5 * kMaxPieceFrames;
+constexpr std::uint32_t kFrames = 5 * kPieceFrames;
 
 struct EffectCase {
     const char* name;
@@ -28,8 +29,8 @@ class EffectRunsTest : public EffectTest {
   protected:
     static bool Makes(const Effect& effect, const EffectTarget& target) {
         const std::vector<double> values = StartValuesOf(effect);
-        return effect.preview ? effect.preview(target, values, PreviewPlay::kNo)
-                              : effect.apply(target, values);
+        return effect.HasPreview() ? Preview(effect.name, target, values)
+                                   : Apply(effect.name, target, values);
     }
     // What the windows of one run showed, from the start of each channel.
     std::vector<std::vector<int>> ShownPositions() const {
@@ -60,7 +61,7 @@ TEST_F(EffectRunsTest, AnAppliedEffectIsOneStepAndLeavesNoStalePreview) {
             ASSERT_TRUE(document->Preview().HasData());
             NotingObserver observer;
             document->AddObserver(&observer);
-            ASSERT_TRUE(effect.apply(Target(*document, 100, 400), StartValuesOf(effect)));
+            ASSERT_TRUE(Apply(effect.name, Target(*document, 100, 400), StartValuesOf(effect)));
             EXPECT_EQ(document->GetModified(), changes);
             EXPECT_EQ(observer.changes,
                       changes ? std::vector<std::uint32_t>{100} : std::vector<std::uint32_t>{});
@@ -80,7 +81,9 @@ TEST_F(EffectRunsTest, EveryEffectShowsHowFarItIs) {
         progress_.polls = 0;
         progress_.positions.clear();
         ASSERT_TRUE(Makes(effect, Target(*document)));
-        EXPECT_GE(progress_.polls, 5);
+        // The reverberation works in larger blocks.
+        const bool inBlocks = effect.commandId == effect_command::kReverb;
+        EXPECT_GE(progress_.polls, inBlocks ? 2 : 5);
         const bool twice = effect.commandId == effect_command::kVolume ||
                            effect.commandId == effect_command::kEqualizer;
         const auto rises = ShownPositions();
@@ -89,8 +92,7 @@ TEST_F(EffectRunsTest, EveryEffectShowsHowFarItIs) {
             EXPECT_GE(rise.back(), 80);
             EXPECT_LE(rise.back(), 100);
         }
-        // The reverberation works in larger blocks.
-        if (effect.commandId == effect_command::kReverb) continue;
+        if (inBlocks) continue;
         EXPECT_EQ(std::vector<int>(rises[0].begin(), rises[0].begin() + 5),
                   (std::vector<int>{0, 20, 40, 60, 80}));
     }
@@ -108,6 +110,60 @@ TEST_F(EffectRunsTest, DirectEffectsKeepTheirWindowAliveAndCannotBeCancelled) {
         progress_.cancelAtPoll = 0;
         ASSERT_TRUE(Apply(run.name, Target(*cancelled), run.values));
         EXPECT_EQ(BytesOf(cancelled->Sound()), BytesOf(document->Sound()));
+    }
+}
+
+// What a run leaves in the sound and in its preview, and what its windows showed.
+struct Left {
+    Bytes sound;
+    Bytes preview;
+    std::vector<int> positions;
+
+    bool operator==(const Left&) const = default;
+};
+
+class ThreadedEffectsTest : public EffectRunsTest {
+  protected:
+    Left LeftBy(const EffectCase& run, const Format& format, unsigned threads) {
+        const ThreadCount count(threads);
+        const auto document = MakeNoise(format, 3 * format.rate + 77, 9000);
+        state_ = {};
+        progress_.polls = 0;
+        progress_.positions.clear();
+        if (FindEffect(run.name)->HasPreview()) Preview(run.name, Target(*document), run.values);
+        const Bytes preview = BytesOf(document->Preview());
+        Apply(run.name, Target(*document, 1000, 3 * format.rate), run.values);
+        return {BytesOf(document->Sound()), preview, progress_.positions};
+    }
+};
+
+const EffectCase kLongRuns[] = {{"volume", {130, 0}},
+                                {"pan", {-300}},
+                                {"crossfade", {-900, 700, 0}},
+                                {"crossfade", {900, -1000, 1}},
+                                {"modulator", {500, 20, 80, 1777, 700, 30}},
+                                {"dynamics", {5, 2, 4, 2.5, 0.5, 1}},
+                                {"flanger", {7, 9.1}},
+                                {"reverb", {120, 2500, 4, 50, 50}},
+                                {"equalizer", {6, -10, 0, 3, -4, 12, -2}}};
+
+TEST_F(ThreadedEffectsTest, ResultsDoNotDependOnTheNumberOfThreads) {
+    for (const Format& format : {Format{2, 16, 22050}, Format{1, 8, 8000}})
+        for (const EffectCase& run : kLongRuns) {
+            SCOPED_TRACE(std::string(run.name) + ", " + NameOf(format));
+            const Left alone = LeftBy(run, format, 1);
+            for (const unsigned threads : {2u, 5u})
+                EXPECT_TRUE(LeftBy(run, format, threads) == alone) << threads;
+        }
+}
+
+TEST_F(ThreadedEffectsTest, NorDoesWhatACancelLeaves) {
+    for (const char* name : {"flanger", "reverb", "equalizer"}) {
+        const EffectCase run{name, StartValuesOf(*FindEffect(name))};
+        progress_.cancelAtPoll = 3;
+        const Left alone = LeftBy(run, {2, 16, 44100}, 1);
+        EXPECT_EQ(alone.preview.empty(), std::string_view(name) != "equalizer");
+        EXPECT_TRUE(LeftBy(run, {2, 16, 44100}, 4) == alone) << name;
     }
 }
 

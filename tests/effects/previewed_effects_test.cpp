@@ -4,6 +4,8 @@
 #include <cmath>
 
 #include "effect_fixture.h"
+#include "effects/flanger.h"
+#include "effects/reverb.h"
 
 namespace sonavel::testing {
 namespace {
@@ -86,14 +88,13 @@ TEST_F(PreviewedEffectTest, CancelHandsNothingOverAndLeavesTheHistoryAlone) {
         document->SetModified(false);
         const Bytes before = BytesOf(document->Sound());
         progress_.polls = 0;
-        progress_.cancelAtPoll = 30;
-        const Effect& effect = *FindEffect(name);
-        const std::vector<double> values = StartValuesOf(effect);
-        EXPECT_FALSE(effect.apply(Target(*document), values)) << name;
+        progress_.cancelAtPoll = 10;
+        const std::vector<double> values = StartValuesOf(*FindEffect(name));
+        EXPECT_FALSE(Apply(name, Target(*document), values)) << name;
         EXPECT_EQ(BytesOf(document->Sound()), before) << name;
         EXPECT_FALSE(document->GetModified()) << name;
         EXPECT_TRUE(document->CanRedo() && !document->CanUndo()) << name;
-        EXPECT_FALSE(effect.preview(Target(*document), values, PreviewPlay::kNo)) << name;
+        EXPECT_FALSE(Preview(name, Target(*document), values)) << name;
         EXPECT_EQ(document->Preview().GetFrameCount(), 0u) << name;
         EXPECT_EQ(progress_.openWindows, 0);
     }
@@ -229,8 +230,6 @@ TEST_F(PreviewedEffectTest, ReverbBringsEightBitPreviewsTo16Bits) {
 }
 
 TEST(ReverbTest, ARunThatEndsBeforeItsDelaysSoundsTheSame) {
-    FakeProgress progress;
-    const auto window = progress.CreateProgress("");
     for (const std::uint32_t frames : {1u, 60u, 500u, 6000u, 40000u}) {
         ReverbChannel endless({.timeMs = 3000}, 44100);
         ReverbChannel ending({.timeMs = 3000}, 44100, frames);
@@ -238,28 +237,31 @@ TEST(ReverbTest, ARunThatEndsBeforeItsDelaysSoundsTheSame) {
             Channel a(std::min(frames - done, ReverbChannel::kBlockFrames));
             for (std::size_t i = 0; i < a.size(); ++i) a[i] = static_cast<float>(i * i % 1999);
             Channel b = a;
-            endless.Process(a, *window);
-            ending.Process(b, *window);
+            endless.Process(a);
+            ending.Process(b);
             ASSERT_EQ(a, b) << frames;
         }
     }
 }
 
-TEST(FlangerTest, ARunThatEndsBeforeItsDelaysSoundsTheSame) {
-    const FlangerParameters parameters{150, 7};
-    const std::uint32_t longest = FlangerMaxDelay(parameters, 192000);
-    for (const std::uint32_t frames : {1u, 2u, 300u, 2000u, longest, longest + 1, 4000u}) {
-        FlangerDelays delays;
-        FlangerSweep(parameters, 192000).Delays(0, frames, delays);
-        const auto mixed = [&](FlangerLine line) {
-            Channel pairs(std::size_t{2} * frames);
-            const auto in = line.NextPairs(frames);
-            for (std::size_t i = 0; i < in.size(); ++i) in[i] = static_cast<float>(i * i % 1999);
-            line.Mix(delays, pairs);
-            return pairs;
-        };
-        EXPECT_EQ(mixed(FlangerLine(longest, frames)), mixed(FlangerLine(longest))) << frames;
-    }
+// A run takes no more history than it has frames.
+TEST_F(PreviewedEffectTest, AFlangerThatEndsBeforeItsDelaySoundsTheSame) {
+    const std::vector<double> values = {15, 0.7};
+    const std::uint32_t longest = FlangerMaxDelay({150, 7}, 192000);
+    const auto flanged = [&](std::uint32_t frames) {
+        const auto processor = MakeFlanger(values, {192000, 16, 1, frames, state_});
+        const std::uint32_t history = processor->HistoryFrames();
+        EXPECT_LE(history, std::min(frames, longest) + 1);
+        Channel samples(history + frames);
+        for (std::size_t i = 0; i < frames; ++i)
+            samples[history + i] = static_cast<float>(i * i % 1999);
+        processor->Process({0, frames, {samples}});
+        samples.erase(samples.begin(), samples.begin() + history);
+        return samples;
+    };
+    const Channel whole = flanged(6000);
+    for (const std::uint32_t frames : {1u, 2u, 300u, 2000u, longest, longest + 1, 4000u})
+        EXPECT_EQ(flanged(frames), Channel(whole.begin(), whole.begin() + frames)) << frames;
 }
 
 // Seven sections whose memory goes on from one channel, and one run, to the next.
@@ -313,7 +315,7 @@ TEST_F(PreviewedEffectTest, ACancelledEqualizerLeavesTheRestUnfiltered) {
     ASSERT_TRUE(Preview("equalizer", Target(*document), kGains));
     LiteralEqualizer literal;
     const Channel left = ValuesOf(document->Sound(), 0);
-    ExpectNear(document->Preview(), 0, 0, literal.Run(left, kGains, 2 * kMaxPieceFrames), 3);
+    ExpectNear(document->Preview(), 0, 0, literal.Run(left, kGains, 2 * kPieceFrames), 3);
     ExpectNear(document->Preview(), 1, 0, ValuesOf(document->Sound(), 1));
     // What was not filtered leaves no trace in the states either.
     progress_.cancelAtPoll.reset();

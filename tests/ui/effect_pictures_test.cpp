@@ -1,7 +1,7 @@
 // The effects' pictures show what the effects do, and the curve's points can be dragged.
 #include <QCheckBox>
 
-#include "effects/effect_buffer.h"
+#include "effects/modulator.h"
 #include "effects/ui/dynamics_picture.h"
 #include "effects/ui/equalizer_picture.h"
 #include "effects/ui/flanger_picture.h"
@@ -39,14 +39,14 @@ TEST_F(EffectPicturesTest, EqualizerShowsWhatASineIsRaisedBy) {
 
 TEST_F(EffectPicturesTest, ModulatorShowsTheGainsOfItsOscillators) {
     const ModulatorParameters parameters{{40, 100, 90}, {700, 20, 60}};
-    CModOscillator first(parameters.first, 22050);
-    CModOscillator second(parameters.second, 22050);
-    std::vector<float> gains(kMaxPieceFrames, 1.0F);
-    for (std::uint32_t start = 0; start < 10000; start += kMaxPieceFrames) {
+    CModOscillator first(parameters.first, 22050, 3 * kPieceFrames);
+    CModOscillator second(parameters.second, 22050, 3 * kPieceFrames);
+    std::vector<float> gains(kPieceFrames, 1.0F);
+    for (std::uint32_t start = 0; start < 10000; start += kPieceFrames) {
         std::fill(gains.begin(), gains.end(), 1.0F);
-        first.Run(gains);
-        second.Run(gains);
-        for (std::uint32_t i = 0; i < kMaxPieceFrames; i += 37)
+        first.Run(start, gains);
+        second.Run(start, gains);
+        for (std::uint32_t i = 0; i < kPieceFrames; i += 37)
             ASSERT_NEAR(ModulatorGain(parameters, 22050, (start + i + 0.5) / 22050), gains[i],
                         0.01);
     }

@@ -11,7 +11,7 @@ constexpr EffectParameter kTimes[] = {
     {"release", "Release Time", "ms", 0, 100, 5000, 1, 0},
 };
 // Of the times in the dialogs' memory, which are no parameters of the effect.
-constexpr Effect kTimesRow{0, "dynamics times", "", "", "", kTimes, nullptr, nullptr};
+constexpr Effect kTimesRow{0, "dynamics times", "", "", "", kTimes, nullptr, {}};
 
 // Shows a curve's value in at least five places.
 class CurveField : public QDoubleSpinBox {

@@ -4,8 +4,7 @@
 #include <QKeyEvent>
 #include <QPointer>
 
-#include "effects/effect_commands.h"
-#include "effects/effect_run.h"
+#include "effects/effect_runner.h"
 #include "effects/range_extremes.h"
 #include "effects/ui/effect_notes.h"
 #include "effects/ui/mnemonics.h"
@@ -33,8 +32,8 @@ EffectDialog::EffectDialog(const EffectDialogContext& context, const Effect& eff
     setPalette(EffectPalette());
     header_->SetStatus(QString::fromUtf8(texts.header));
     const CWave& sound = Document().Sound();
-    header_->SetNotes(EffectNotes(effect.commandId, {sound.GetChannels(), sound.GetBits(),
-                                                     ExtremesOf(sound, RangeOf(Target()))}));
+    header_->SetNotes(EffectNotes(
+        effect, {sound.GetChannels(), sound.GetBits(), ExtremesOf(sound, RangeOf(Target()))}));
     auto* outer = new QVBoxLayout(this);
     outer->setContentsMargins(0, 0, 0, 0);
     outer->setSpacing(0);
@@ -58,7 +57,7 @@ void EffectDialog::AddButtons() {
     auto* row = new QHBoxLayout;
     row->setContentsMargins(12, 0, 12, 12);
     row->setSpacing(kButtonSpacing);
-    if (effect_.preview) AddPreview(*row);
+    if (effect_.HasPreview()) AddPreview(*row);
     connect(AddButton(*row, "&Reset"), &QPushButton::clicked, this, [this] { Reset(); });
     if (preview_)
         AddProgress(*row);
@@ -141,12 +140,13 @@ EffectTarget EffectDialog::Target() {
 
 bool EffectDialog::Apply() {
     Document().SetLastError("");
-    return ChosenEffect().apply(Target(), Values());
+    return ApplyEffect(ChosenEffect(), Target(), Values()).IsDone();
 }
 
 bool EffectDialog::RunPreview() {
     bool made = false;
-    RunDisabled([&] { made = effect_.preview(Target(), Values(), PreviewPlay::kYes); });
+    RunDisabled(
+        [&] { made = PreviewEffect(effect_, Target(), Values(), PreviewPlay::kYes).IsDone(); });
     // A preview that was made but cannot be heard leaves no error in the document.
     if (made || Document().LastError().empty())
         Document().SetPreviewTitlePrefix(effect_.titlePrefix);

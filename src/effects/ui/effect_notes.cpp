@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "effects/effect_table.h"
 #include "effects/volume.h"
 #include "view/sound_statistics.h"
 
@@ -13,21 +12,16 @@ namespace sonavel {
 
 namespace {
 
-using namespace effect_command;
-
-QStringList NotesOnOk(int commandId, const NotedSound& sound) {
+QStringList NotesOnOk(const EffectTraits& traits, const NotedSound& sound) {
     const bool mono = sound.channels == 1;
-    if (commandId == kEqualizer)
+    if (traits.storing == Storing::kNothing)
         return {
             QObject::tr("OK changes nothing: keep a preview with Open Preview as New Document.")};
-    if (commandId == kFlanger && mono)
+    if (!traits.appliesToMono && mono)
         return {QObject::tr("Applying needs a stereo sound: OK leaves this mono sound as it is.")};
-    if (commandId == kPanpot && mono)
+    if (traits.monoRefusal && mono)
         return {QObject::tr("Applying needs a stereo sound: OK changes nothing in a mono sound.")};
-    if (commandId == kDynamics && sound.bits == 8)
-        return {
-            QObject::tr("8-bit samples lie below 0.4 % of the curve: they get the gain below "
-                        "any higher threshold.")};
+    if (traits.eightBitNote && sound.bits == 8) return {QObject::tr(traits.eightBitNote)};
     return {};
 }
 
@@ -47,64 +41,46 @@ QStringList NotesOnVolume(const NotedSound& sound) {
                           .arg(*tooLoud)};
 }
 
-// Three effects store through a quantizer that lifts some positive samples by 128.
-QStringList NotesOnLifting(int commandId, const NotedSound& sound) {
+// The quantizer lifts some positive samples by 128.
+QStringList NotesOnLifting(const EffectTraits& traits, const NotedSound& sound) {
     constexpr int kLift = 128;
     if (sound.bits == 8)
         return {
             QObject::tr("Rounding lifts some samples by 128: in an 8-bit sound they wrap "
                         "around.")};
     const int peak = std::max(sound.extremes.maximum, std::abs(sound.extremes.minimum));
-    // Dynamics can make any sample loud.
-    if (commandId != kDynamics && peak + kLift <= 32767) return {};
+    if (!traits.canRaisePeaks && peak + kLift <= 32767) return {};
     return {QObject::tr("Rounding lifts some samples by 128: the loudest can wrap around.")};
 }
 
-QStringList NotesOnWrapping(int commandId, const NotedSound& sound) {
-    switch (commandId) {
-        case kVolume:
-            return NotesOnVolume(sound);
-        case kPanpot:
-            return sound.channels == 1 ? QStringList() : NotesOnLifting(commandId, sound);
-        case kModulator:
-        case kDynamics:
-            return NotesOnLifting(commandId, sound);
-        case kReverb:
-            if (sound.bits == 16) return {};
-            return {
-                QObject::tr("The result is limited to 16 bits: louder 8-bit samples wrap "
-                            "around to the other sign.")};
-        default:
-            return {};
-    }
+QStringList NotesOnWrapping(const EffectTraits& traits, const NotedSound& sound) {
+    if (traits.monoRefusal && sound.channels == 1) return {};
+    if (traits.storing == Storing::kTruncated) return NotesOnVolume(sound);
+    if (traits.storing == Storing::kQuantized) return NotesOnLifting(traits, sound);
+    if (traits.peak != PeakRule::kWithin16Bits || sound.bits == 16) return {};
+    return {
+        QObject::tr("The result is limited to 16 bits: louder 8-bit samples wrap around to the "
+                    "other sign.")};
 }
 
-bool HasPreview(int commandId) {
-    for (const Effect& effect : Effects())
-        if (effect.commandId == commandId && effect.preview) return true;
-    return false;
-}
-
-QStringList NotesOnPreview(int commandId, const NotedSound& sound) {
+QStringList NotesOnPreview(const EffectTraits& traits, const NotedSound& sound) {
     QStringList notes;
-    if (!HasPreview(commandId)) return notes;
-    const bool mono = sound.channels == 1;
-    const bool oneSided = commandId == kFlanger || commandId == kEqualizer;
-    if (mono)
-        notes << (oneSided ? QObject::tr("Preview plays the first half of a mono range, on the "
-                                         "left only.")
-                           : QObject::tr("Preview plays the first half of a mono range."));
-    // The reverberation brings 8-bit sound to the range of its 16-bit preview; the others do not.
-    if (sound.bits == 8 && commandId != kReverb)
+    if (sound.channels == 1)
+        notes << (traits.monoPreview == MonoPreview::kLeftOnly
+                      ? QObject::tr("Preview plays the first half of a mono range, on the left "
+                                    "only.")
+                      : QObject::tr("Preview plays the first half of a mono range."));
+    if (sound.bits == 8 && !traits.previewScalesEightBits)
         notes << QObject::tr("Preview of an 8-bit sound is very quiet.");
     return notes;
 }
 
 }  // namespace
 
-QStringList EffectNotes(int commandId, const NotedSound& sound) {
-    return NotesOnOk(commandId, sound) + NotesOnWrapping(commandId, sound) +
-           NotesOnPreview(commandId, sound);
+QStringList EffectNotes(const Effect& effect, const NotedSound& sound) {
+    const EffectTraits& traits = effect.traits;
+    QStringList notes = NotesOnOk(traits, sound) + NotesOnWrapping(traits, sound);
+    return effect.HasPreview() ? notes + NotesOnPreview(traits, sound) : notes;
 }
 
 }  // namespace sonavel

@@ -5,6 +5,7 @@
 
 #include <QStringList>
 
+#include "effects/effect_table.h"
 #include "view/block_extremes.h"
 
 namespace sonavel {
@@ -16,6 +17,6 @@ struct NotedSound {
 };
 
 // One sentence a line; empty when there is nothing to say.
-QStringList EffectNotes(int commandId, const NotedSound& sound);
+QStringList EffectNotes(const Effect& effect, const NotedSound& sound);
 
 }  // namespace sonavel

@@ -15,13 +15,6 @@ constexpr double kGreatestMs = 8000;
 constexpr double kLeastDb = -72;
 constexpr QSize kSize{420, 170};
 
-class UncancelledProgress : public ProgressWindow {
-  public:
-    void SetRange(int, int) override {}
-    void SetPosition(int) override {}
-    bool Poll() override { return false; }
-};
-
 double Decibels(double level) {
     return level > 0 ? 20 * std::log10(level) : kLeastDb * 2;
 }
@@ -38,14 +31,13 @@ std::vector<float> ReverbResponse(const ReverbParameters& parameters,
     wet.dryPercent = 0;
     wet.wetPercent = 100;
     ReverbChannel channel(wet, samplesPerSecond);
-    UncancelledProgress progress;
     std::vector<float> response(static_cast<std::size_t>(seconds * samplesPerSecond));
     if (response.empty()) return response;
     response[0] = 1;
     for (std::span<float> rest = response; !rest.empty();) {
         const auto block =
             rest.first(std::min<std::size_t>(rest.size(), ReverbChannel::kBlockFrames));
-        channel.Process(block, progress);
+        channel.Process(block);
         rest = rest.subspan(block.size());
     }
     return response;

@@ -1,0 +1,132 @@
+#include "effects/effect_pass.h"
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+
+#include "effects/quantizer.h"
+#include "sound/sample_io.h"
+
+namespace sonavel {
+namespace {
+
+// Each channel apart, so that the two may be computed beside each other.
+bool ComputesChannelsApart(const EffectTraits& traits, UnitOrder order) {
+    return order == UnitOrder::kChannelByChannel || traits.spread == Spread::kChannels;
+}
+
+}  // namespace
+
+EffectPass::EffectPass(const EffectTraits& traits, const CWave& sound, EffectRange range,
+                       EffectProcessor& processor, ProgressWindow& progress)
+    : traits_(traits),
+      sound_(sound),
+      range_(range),
+      processor_(processor),
+      progress_(progress),
+      pieceFrames_(processor.PieceFrames()),
+      historyFrames_(processor.HistoryFrames()),
+      pieces_((std::size_t{range.length} + pieceFrames_ - 1) / pieceFrames_),
+      slots_(sound.GetChannels()) {}
+
+PassEnd EffectPass::RunInPlace(CWave& sound) {
+    return Run(UnitOrder::kPieceByPiece,
+               [&](unsigned slot, std::uint32_t first, std::span<float> samples) {
+                   if (traits_.storing == Storing::kQuantized) QuantizeInPlace(samples);
+                   WriteTruncated(sound, slot, range_.start + first, samples);
+               });
+}
+
+PassEnd EffectPass::RunIntoPairs(PairBuffer& pairs) {
+    const bool bothSides = traits_.monoPreview == MonoPreview::kBothSides;
+    // A mono sound's right side is announced as one of its own.
+    if (bothSides && traits_.previewOrder == UnitOrder::kChannelByChannel) slots_ = 2;
+    const PassEnd end = Run(traits_.previewOrder, [&](unsigned slot, std::uint32_t first,
+                                                      std::span<const float> samples) {
+        pairs.Put(slot, first, samples);
+    });
+    if (bothSides && slots_ == 1) pairs.CopyLeftToRight();
+    return end;
+}
+
+template <class Store>
+PassEnd EffectPass::Run(UnitOrder order, const Store& store) {
+    const UnitsOfWork work{
+        .count = UnitCount(order),
+        .lanes = Lanes(),
+        .compute = [&](std::size_t unit) { Compute(UnitAt(order, unit), store); },
+        .before = [&](std::size_t unit) { return ShowBefore(UnitAt(order, unit)); }};
+    // Less than a second's sound is done before another thread has started.
+    const unsigned threads = range_.length < sound_.GetSamplesPerSecond() ? 1 : ThreadsToUse();
+    if (ComputeUnits(work, threads) < work.count) return PassEnd::kCancelled;
+    if (traits_.percentages != Percentages::kExact) progress_.SetPosition(100);
+    return PassEnd::kFinished;
+}
+
+std::size_t EffectPass::UnitCount(UnitOrder order) const {
+    return ComputesChannelsApart(traits_, order) ? pieces_ * slots_ : pieces_;
+}
+
+std::size_t EffectPass::Lanes() const {
+    if (traits_.spread == Spread::kPieces) return UnitsOfWork::kEachAlone;
+    return traits_.spread == Spread::kChannels ? slots_ : 1;
+}
+
+EffectPass::Unit EffectPass::UnitAt(UnitOrder order, std::size_t index) const {
+    std::size_t piece = index;
+    Unit unit{0, 0, 0, slots_};
+    if (ComputesChannelsApart(traits_, order)) {
+        const bool channelByChannel = order == UnitOrder::kChannelByChannel;
+        piece = channelByChannel ? index % pieces_ : index / slots_;
+        unit.firstSlot = static_cast<unsigned>(channelByChannel ? index / pieces_ : index % slots_);
+        unit.slots = 1;
+    }
+    unit.first = static_cast<std::uint32_t>(piece * pieceFrames_);
+    unit.frames = std::min(range_.length - unit.first, pieceFrames_);
+    return unit;
+}
+
+template <class Store>
+void EffectPass::Compute(const Unit& unit, const Store& store) {
+    const std::size_t each = std::size_t{historyFrames_} + unit.frames;
+    const auto samples = std::make_unique_for_overwrite<float[]>(each * unit.slots);
+    EffectPiece piece{unit.first, unit.frames, {}};
+    for (unsigned i = 0; i < unit.slots; ++i) {
+        const unsigned slot = unit.firstSlot + i;
+        piece.channels[slot] = {samples.get() + i * each, each};
+        Load(std::min(slot, sound_.GetChannels() - 1), unit, piece.channels[slot]);
+    }
+    if (!cancelled_) processor_.Process(piece);
+    for (unsigned slot = unit.firstSlot; slot < unit.firstSlot + unit.slots; ++slot)
+        store(slot, unit.first, piece.channels[slot].last(unit.frames));
+}
+
+void EffectPass::Load(unsigned channel, const Unit& unit, std::span<float> samples) {
+    const std::uint32_t silent = historyFrames_ - std::min(historyFrames_, unit.first);
+    std::fill_n(samples.begin(), silent, 0.0f);
+    const auto heard = samples.subspan(silent);
+    const std::uint32_t first = unit.first - (historyFrames_ - silent);
+    ReadChannel(sound_, channel, range_.start + first, heard,
+                traits_.storing == Storing::kQuantized ? EightBitReading::kSignedByte
+                                                       : EightBitReading::kFull);
+    if (traits_.peak != PeakRule::kAsBefore) return;
+    float& peak = peaksBefore_[channel];
+    for (const float sample : heard) peak = std::max(peak, std::abs(sample));
+}
+
+Onward EffectPass::ShowBefore(const Unit& unit) {
+    progress_.SetPosition(PercentOf(unit.first));
+    if (cancelled_ || !progress_.Poll()) return Onward::kGoOn;
+    if (traits_.cancelling == Cancelling::kHandsNothingOver) return Onward::kStop;
+    if (traits_.cancelling == Cancelling::kLeavesTheRestAsItIs) cancelled_ = true;
+    return Onward::kGoOn;
+}
+
+int EffectPass::PercentOf(std::uint32_t done) const {
+    if (traits_.percentages == Percentages::kSinglePrecisionToTheEnd)
+        return static_cast<int>(100.0f / static_cast<float>(range_.length) *
+                                static_cast<float>(done));
+    return static_cast<int>(std::uint64_t{done} * 100 / range_.length);
+}
+
+}  // namespace sonavel

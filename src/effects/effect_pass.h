@@ -1,0 +1,65 @@
+// One pass of a processor over a range of a sound: its pieces are loaded, computed on all cores as
+// far as the effect allows, and stored, while the progress window is kept alive.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "effects/effect_range.h"
+#include "effects/effect_table.h"
+#include "effects/pair_buffer.h"
+#include "platform/parallel.h"
+#include "platform/progress_window.h"
+#include "sound/wave.h"
+
+namespace sonavel {
+
+enum class PassEnd { kFinished, kCancelled };
+
+class EffectPass {
+  public:
+    EffectPass(const EffectTraits& traits, const CWave& sound, EffectRange range,
+               EffectProcessor& processor, ProgressWindow& progress);
+
+    // Into the same range of the sound, piece by piece.
+    PassEnd RunInPlace(CWave& sound);
+    // Into pairs of the range's length; the peak of each channel as it was is noted where the
+    // effect needs it.
+    PassEnd RunIntoPairs(PairBuffer& pairs);
+    // The greatest magnitude of a channel before the pass, where the effect restores it.
+    float PeakBefore(unsigned channel) const { return peaksBefore_[channel]; }
+
+  private:
+    // A piece, or one channel of it.
+    struct Unit {
+        std::uint32_t first;
+        std::uint32_t frames;
+        unsigned firstSlot;
+        unsigned slots;
+    };
+
+    template <class Store>
+    PassEnd Run(UnitOrder order, const Store& store);
+    std::size_t UnitCount(UnitOrder order) const;
+    std::size_t Lanes() const;
+    Unit UnitAt(UnitOrder order, std::size_t index) const;
+    template <class Store>
+    void Compute(const Unit& unit, const Store& store);
+    void Load(unsigned channel, const Unit& unit, std::span<float> samples);
+    Onward ShowBefore(const Unit& unit);
+    int PercentOf(std::uint32_t done) const;
+
+    const EffectTraits& traits_;
+    const CWave& sound_;
+    EffectRange range_;
+    EffectProcessor& processor_;
+    ProgressWindow& progress_;
+    std::uint32_t pieceFrames_;
+    std::uint32_t historyFrames_;
+    std::size_t pieces_;
+    unsigned slots_;
+    bool cancelled_ = false;
+    std::array<float, 2> peaksBefore_{};
+};
+
+}  // namespace sonavel

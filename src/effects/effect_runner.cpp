@@ -1,0 +1,179 @@
+#include "effects/effect_runner.h"
+
+#include <algorithm>
+#include <new>
+#include <string>
+
+#include "effects/effect_pass.h"
+#include "sound/failure_texts.h"
+#include "sound/sample_io.h"
+
+namespace sonavel {
+namespace {
+
+constexpr const char* kEmptySound = "The sound is empty.";
+constexpr const char* kCancelled = "The effect was cancelled.";
+
+Outcome Refuse(CSoundDoc& document, std::string_view reason) {
+    document.SetLastError(reason);
+    return Failed(reason);
+}
+
+// Of a step of the document's that left its own last error.
+Outcome AsDocument(const CSoundDoc& document, bool done) {
+    return done ? Done() : Failed(document.LastError());
+}
+
+class EffectRunner {
+  public:
+    EffectRunner(const Effect& effect, const EffectTarget& target, std::span<const double> values)
+        : effect_(effect),
+          traits_(effect.traits),
+          target_(target),
+          document_(target.document),
+          values_(values),
+          range_(RangeOf(target)) {}
+
+    Outcome Apply();
+    Outcome Preview(PreviewPlay play);
+
+  private:
+    Result<SoundEdit> Begin();
+    Outcome ChangeInPlace();
+    Outcome ApplyWhole();
+    template <class Pass>
+    Outcome Run(const Pass& pass);
+    Outcome RunIntoPairs(PairBuffer& pairs);
+    void BringToPeak(const EffectPass& pass, PairBuffer& pairs);
+    void Write(PairBuffer& pairs);
+    void End(SoundEdit& edit);
+
+    const Effect& effect_;
+    const EffectTraits& traits_;
+    const EffectTarget& target_;
+    CSoundDoc& document_;
+    std::span<const double> values_;
+    EffectRange range_;
+};
+
+Outcome EffectRunner::Apply() {
+    if (traits_.storing == Storing::kNothing) return Done();
+    if (traits_.monoRefusal && document_.Sound().GetChannels() == 1) {
+        document_.Services().prompts.ShowMessage(traits_.monoRefusal);
+        return Refuse(document_, traits_.monoRefusal);
+    }
+    return traits_.storing == Storing::kWholeResult ? ApplyWhole() : ChangeInPlace();
+}
+
+Result<SoundEdit> EffectRunner::Begin() {
+    Result<SoundEdit> edit =
+        document_.Sound().HasData() ? document_.BeginEdit("Copy Sample") : Failed(kEmptySound);
+    if (!edit) document_.SetLastError(edit.Reason());
+    return edit;
+}
+
+void EffectRunner::End(SoundEdit& edit) {
+    document_.ClearPreview();
+    edit.Commit(range_.start);
+}
+
+// The pass gets its progress window, which closes behind it.
+template <class Pass>
+Outcome EffectRunner::Run(const Pass& pass) try {
+    const CWave& sound = document_.Sound();
+    const auto processor =
+        effect_.make(values_, {sound.GetSamplesPerSecond(), sound.GetBits(), sound.GetChannels(),
+                               range_.length, target_.state});
+    const auto progress = document_.Services().progress.CreateProgress(std::string("Progress") +
+                                                                       traits_.progressSuffix);
+    EffectPass run(traits_, sound, range_, *processor, *progress);
+    return pass(run) == PassEnd::kFinished ? Done() : Cancelled();
+} catch (const std::bad_alloc&) {
+    return Refuse(document_, failure::kMemory);
+}
+
+Outcome EffectRunner::ChangeInPlace() {
+    Result<SoundEdit> edit = Begin();
+    if (!edit) return edit.Ended();
+    Outcome outcome = Run([&](EffectPass& pass) { return pass.RunInPlace(document_.Sound()); });
+    if (outcome) End(*edit);
+    return outcome;
+}
+
+Outcome EffectRunner::RunIntoPairs(PairBuffer& pairs) {
+    Outcome outcome = Run([&](EffectPass& pass) {
+        const PassEnd end = pass.RunIntoPairs(pairs);
+        if (end == PassEnd::kFinished) BringToPeak(pass, pairs);
+        return end;
+    });
+    return outcome.IsCancelled() ? Refuse(document_, kCancelled) : outcome;
+}
+
+// Silence stays silence, instead of 0 / 0.
+void EffectRunner::BringToPeak(const EffectPass& pass, PairBuffer& pairs) {
+    constexpr float kFullScale = 32767;
+    if (traits_.peak == PeakRule::kWithin16Bits) {
+        const float peak = std::max(pairs.Peak(0), pairs.Peak(1));
+        if (peak > kFullScale) pairs.Scale(kFullScale / peak);
+    }
+    if (traits_.peak != PeakRule::kAsBefore) return;
+    for (unsigned channel = 0; channel < document_.Sound().GetChannels(); ++channel)
+        if (const float peak = pairs.Peak(channel); peak > 0)
+            pairs.Rescale(channel, peak, pass.PeakBefore(channel));
+}
+
+Outcome EffectRunner::ApplyWhole() {
+    if (range_.length == 0) return Refuse(document_, kEmptySound);
+    PairBuffer pairs(range_.length);
+    if (!pairs.HasMemory()) return Refuse(document_, failure::kMemory);
+    Result<SoundEdit> edit = Begin();
+    if (!edit) return edit.Ended();
+    if (Outcome run = RunIntoPairs(pairs); !run) return run;
+    Write(pairs);
+    End(*edit);
+    return Done();
+}
+
+void EffectRunner::Write(PairBuffer& pairs) {
+    CWave& sound = document_.Sound();
+    const bool mono = sound.GetChannels() == 1;
+    if (mono && !traits_.appliesToMono) return;
+    pairs.ForEachPart([&](std::uint32_t first, std::span<float> part) {
+        if (!mono) return WriteInterleaved(sound, range_.start + first, part);
+        for (std::size_t i = 0; i < part.size() / 2; ++i) part[i] = part[2 * i];
+        WriteTruncated(sound, 0, range_.start + first, part.first(part.size() / 2));
+    });
+}
+
+// The sample count of the range is taken as that of a stereo result, so a mono range is previewed
+// for half its length.
+Outcome EffectRunner::Preview(PreviewPlay play) {
+    if (range_.length == 0) return Refuse(document_, kEmptySound);
+    PairBuffer pairs(range_.length);
+    if (!pairs.HasMemory()) return Refuse(document_, failure::kMemory);
+    if (Outcome run = RunIntoPairs(pairs); !run) return run;
+    const CWave& sound = document_.Sound();
+    if (traits_.previewScalesEightBits && sound.GetBits() == 8) pairs.Scale(kEightBitScale);
+    return AsDocument(
+        document_, document_.MakePreview(pairs.Pairs(), play, range_.length * sound.GetChannels(),
+                                         CSoundDoc::PreviewFormat::kStereo16));
+}
+
+}  // namespace
+
+EffectRange RangeOf(const EffectTarget& target) {
+    return RangeToWorkOn(target.selectionStart, target.selectionEnd,
+                         target.document.Sound().GetFrameCount());
+}
+
+Outcome ApplyEffect(const Effect& effect, const EffectTarget& target,
+                    std::span<const double> values) {
+    return EffectRunner(effect, target, values).Apply();
+}
+
+Outcome PreviewEffect(const Effect& effect, const EffectTarget& target,
+                      std::span<const double> values, PreviewPlay play) {
+    return EffectRunner(effect, target, values).Preview(play);
+}
+
+}  // namespace sonavel

@@ -1,0 +1,28 @@
+// Runs effects on documents: what an effect's row says of ranges, memory, the undo step, progress,
+// cancelling and the way of its result is done here for all of them.
+#pragma once
+
+#include <span>
+
+#include "effects/effect_range.h"
+#include "effects/effect_table.h"
+#include "sound/outcome.h"
+
+namespace sonavel {
+
+using PreviewPlay = CSoundDoc::PreviewPlay;
+
+// The frames that effects work on there.
+EffectRange RangeOf(const EffectTarget& target);
+
+// Both take one value for each parameter, in the table's order and inside its range, and leave the
+// reason in the document's last error too.
+//
+// As OK in the dialog does: one undo step; the preview, which no longer fits, is emptied.
+Outcome ApplyEffect(const Effect& effect, const EffectTarget& target,
+                    std::span<const double> values);
+// Into the document's preview sound; for effects that have one.
+Outcome PreviewEffect(const Effect& effect, const EffectTarget& target,
+                      std::span<const double> values, PreviewPlay play);
+
+}  // namespace sonavel
