@@ -1,19 +1,13 @@
-// What all effect dialogs have in common: the look, the header line, the preview, Reset, OK and
-// Cancel, and that they remember their values. A dialog of one effect adds its controls.
+// What all effect dialogs have in common beyond previewing: their controls come from the effect's
+// row, Reset, and that they remember their values. A dialog of one effect lays its controls out.
 #pragma once
 
-#include <QBoxLayout>
-#include <QDialog>
-#include <QPushButton>
-#include <memory>
 #include <vector>
 
 #include "effects/effect_table.h"
-#include "effects/ui/effect_look.h"
 #include "effects/ui/effect_memory.h"
 #include "effects/ui/parameter_control.h"
-#include "effects/ui/preview_toggle.h"
-#include "view/sound_view.h"
+#include "effects/ui/preview_dialog.h"
 
 namespace sonavel {
 
@@ -29,7 +23,7 @@ struct EffectDialogTexts {
     const char* instruction;  // and after a preview
 };
 
-class EffectDialog : public QDialog {
+class EffectDialog : public PreviewDialog {
     Q_OBJECT
 
   public:
@@ -41,13 +35,10 @@ class EffectDialog : public QDialog {
     virtual const Effect& ChosenEffect() const { return effect_; }
     // One value for each parameter of the chosen effect.
     virtual std::vector<double> Values() const;
-    // Runs the effect on the document; to be called after the dialog has ended with OK. False when
-    // nothing was done; the document's last error says why.
-    bool Apply();
     // The start values of every control.
     virtual void Reset();
 
-    // Remembers the values and ends the preview, whichever way the dialog ends.
+    // Remembers the values too.
     void done(int result) override;
 
   protected:
@@ -61,7 +52,6 @@ class EffectDialog : public QDialog {
     std::size_t ControlCount() const { return controls_.size(); }
     QVBoxLayout& Body() { return *body_; }
     EffectMemory& Memory() { return memory_; }
-    CSoundDoc& Document() const { return view_.Document(); }
     bool IsMono() const { return Document().Sound().GetChannels() == 1; }
     std::uint32_t SamplesPerSecond() const { return Document().Sound().GetSamplesPerSecond(); }
     // The last step of a dialog's constructor, once its controls are laid out.
@@ -73,28 +63,19 @@ class EffectDialog : public QDialog {
     virtual void RememberAll() { Remember(effect_, 0, controls_.size()); }
     virtual void RecallAll() { Recall(effect_, 0, controls_.size()); }
 
-    void keyPressEvent(QKeyEvent* event) override;
-    void closeEvent(QCloseEvent* event) override;
+    bool Run(Purpose purpose) override;
 
   private:
     EffectTarget Target();
-    bool RunPreview();
-    void RunDisabled(const std::function<void()>& run);
-    void AddPreview(QHBoxLayout& buttons);
+    bool RunDisabled();
     void AddProgress(QHBoxLayout& buttons);
-    void AddButtons();
-    QPushButton* AddButton(QHBoxLayout& row, const char* text);
+    void AddButtons(const QString& instruction);
 
-    CSoundView& view_;
     EffectState& state_;
     EffectMemory& memory_;
     const Effect& effect_;
-    EffectDialogTexts texts_;
-    EffectHeader* header_;
     QVBoxLayout* body_;
-    std::unique_ptr<PreviewToggle> preview_;
     std::vector<ParameterControl*> controls_;
-    bool running_ = false;
 };
 
 }  // namespace sonavel

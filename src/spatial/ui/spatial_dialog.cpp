@@ -1,6 +1,5 @@
 #include "spatial/ui/spatial_dialog.h"
 
-#include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -28,18 +27,16 @@ QLabel* MakeSceneHint(PointNumbers::Editing editing, QWidget* parent) {
 
 SpatialDialog::SpatialDialog(CSoundView& view, SourceMotion motion, const Texts& texts,
                              PointNumbers::Editing editing, QWidget* parent)
-    : QDialog(parent),
-      view_(view),
+    : PreviewDialog(view, texts.title, texts.titlePrefix, parent),
       motion_(motion),
       progressTitle_(texts.progressTitle),
-      titlePrefix_(texts.titlePrefix),
-      header_(new EffectHeader(this)),
       scene_(new SceneWidget(this)),
       numbers_(new PointNumbers(editing, this)),
       side_(new QVBoxLayout) {
-    setWindowTitle(texts.title);
-    setPalette(EffectPalette());
-    MakePreview(texts.instruction);
+    Header().SetStatus(texts.instruction);
+    Header().SetNotes(Notes());
+    connect(&MakePreview(texts.instruction), &PreviewToggle::Heard, this,
+            &SpatialDialog::FollowPreview);
     auto* sceneColumn = new QVBoxLayout;
     sceneColumn->addWidget(scene_, 1);
     sceneColumn->addWidget(MakeSceneHint(editing, this));
@@ -48,31 +45,13 @@ SpatialDialog::SpatialDialog(CSoundView& view, SourceMotion motion, const Texts&
     middle->setSpacing(12);
     middle->addLayout(sceneColumn, 1);
     middle->addLayout(side_);
-    auto* outer = new QVBoxLayout(this);
-    outer->setContentsMargins(0, 0, 0, 0);
-    outer->setSpacing(0);
-    outer->addWidget(header_);
-    outer->addLayout(middle, 1);
-    outer->addLayout(MakeButtons());
+    Outer().addLayout(middle, 1);
+    Outer().addLayout(MakeButtons());
     ballTimer_.setInterval(kBallInterval);
     connect(&ballTimer_, &QTimer::timeout, this, &SpatialDialog::MoveBall);
 }
 
 SpatialDialog::~SpatialDialog() = default;
-
-void SpatialDialog::MakePreview(const QString& instruction) {
-    header_->SetStatus(instruction);
-    header_->SetNotes(Notes());
-    preview_ = std::make_unique<PreviewToggle>(
-        Document(), [this] { return RunPreview(); }, this);
-    connect(preview_.get(), &PreviewToggle::Heard, this, &SpatialDialog::FollowPreview);
-    connect(preview_.get(), &PreviewToggle::Rendering, this, [this] { header_->SetStatus({}); });
-    connect(preview_.get(), &PreviewToggle::Silent, this,
-            [this, instruction](const QString& reason) {
-                HideBall();
-                header_->SetStatus(reason.isEmpty() ? instruction : reason);
-            });
-}
 
 QStringList SpatialDialog::Notes() const {
     const CWave& sound = Document().Sound();
@@ -91,18 +70,11 @@ QLayout* SpatialDialog::MakeButtons() {
     auto* row = new QHBoxLayout;
     row->setContentsMargins(12, 0, 12, 12);
     row->setSpacing(12);
-    row->addWidget(preview_->Button());
-    row->addWidget(preview_->Bar(), 1);
-    row->addWidget(preview_->Percent());
+    row->addWidget(Preview()->Button());
+    row->addWidget(Preview()->Bar(), 1);
+    row->addWidget(Preview()->Percent());
     row->addSpacing(24);
-    ok_ = new QPushButton(tr("&OK"), this);
-    ok_->setDefault(true);
-    auto* cancel = new QPushButton(tr("&Cancel"), this);
-    cancel->setAutoDefault(false);
-    row->addWidget(ok_);
-    row->addWidget(cancel);
-    connect(ok_, &QPushButton::clicked, this, &QDialog::accept);
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    ok_ = AddOkAndCancel(*row);
     return row;
 }
 
@@ -122,35 +94,21 @@ void SpatialDialog::ShowPoints(SceneContent content, int selected) {
     else
         numbers_->ShowNothing();
     ok_->setEnabled(any);
-    preview_->Button()->setEnabled(any || Document().Preview().IsPlaying());
+    Preview()->Button()->setEnabled(any || Document().Preview().IsPlaying());
     if (presets_) presets_->SetSavingEnabled(any);
     scene_->SetContent(std::move(content));
 }
 
-bool SpatialDialog::Apply() {
-    Document().SetLastError("");
-    return Run(SpatialOutcome::kApply);
-}
-
-bool SpatialDialog::RunPreview() {
-    previewedPath_ = Path();
-    const bool made = Run(SpatialOutcome::kPlayedPreview);
-    // A preview that was made but cannot be heard leaves no error in the document.
-    if (made || Document().LastError().empty()) Document().SetPreviewTitlePrefix(titlePrefix_);
-    return made;
-}
-
-bool SpatialDialog::Run(SpatialOutcome outcome) {
+bool SpatialDialog::Run(Purpose purpose) {
     const std::vector<SourcePosition> path = Path();
-    if (path.empty() || running_) return false;
-    const Selection selection = view_.GetSelection();
-    const SpatialTarget target{Document(), selection.start, selection.end, progressTitle_, outcome};
-    running_ = true;
-    const bool made = motion_ == SourceMotion::kPositional
-                          ? SpatializePositional(target, path.front())
-                          : SpatializeMoving(target, path);
-    running_ = false;
-    return made;
+    const bool applies = purpose == Purpose::kApply;
+    if (!applies) previewedPath_ = path;
+    if (path.empty()) return false;
+    const Selection selection = View().GetSelection();
+    const SpatialTarget target{Document(), selection.start, selection.end, progressTitle_,
+                               applies ? SpatialOutcome::kApply : SpatialOutcome::kPlayedPreview};
+    return motion_ == SourceMotion::kPositional ? SpatializePositional(target, path.front())
+                                                : SpatializeMoving(target, path);
 }
 
 void SpatialDialog::FollowPreview(double share) {
@@ -175,20 +133,10 @@ void SpatialDialog::HideBall() {
 }
 
 void SpatialDialog::done(int result) {
-    if (running_) return;
+    if (IsRunning()) return;
     Remember();
     HideBall();
-    // The positions go back to the view.
-    if (preview_) Document().Preview().Stop(CWavePlayer::StopReport::kSilent);
-    preview_.reset();
-    QDialog::done(result);
-}
-
-void SpatialDialog::closeEvent(QCloseEvent* event) {
-    if (running_)
-        event->ignore();
-    else
-        QDialog::closeEvent(event);
+    PreviewDialog::done(result);
 }
 
 }  // namespace sonavel

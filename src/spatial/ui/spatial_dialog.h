@@ -1,26 +1,21 @@
 // What the 3D editors have in common: the scene, the numbers of the selected point, the presets,
-// the preview with its moving ball, OK and Cancel. An editor adds how its points are chosen.
+// and the ball that moves with the preview. An editor adds how its points are chosen.
 #pragma once
 
-#include <QDialog>
 #include <QElapsedTimer>
-#include <QPushButton>
 #include <QTimer>
-#include <memory>
 #include <vector>
 
-#include "effects/ui/effect_look.h"
-#include "effects/ui/preview_toggle.h"
+#include "effects/ui/preview_dialog.h"
 #include "spatial/spatializer.h"
 #include "spatial/ui/point_numbers.h"
 #include "spatial/ui/preset_bar.h"
 #include "spatial/ui/scene_widget.h"
 #include "spatial/ui/source_motion.h"
-#include "view/sound_view.h"
 
 namespace sonavel {
 
-class SpatialDialog : public QDialog {
+class SpatialDialog : public PreviewDialog {
     Q_OBJECT
 
   public:
@@ -36,14 +31,11 @@ class SpatialDialog : public QDialog {
     // Where the source is: its one point, or the corners of its path. Empty while no point is
     // there.
     virtual std::vector<SourcePosition> Path() const = 0;
-    // Places the sound; to be called after the dialog has ended with OK. False when nothing was
-    // done; the document's last error says why.
-    bool Apply();
 
     SceneWidget& Scene() { return *scene_; }
     PointNumbers& Numbers() { return *numbers_; }
 
-    // Remembers what was chosen and ends the preview, whichever way the dialog ends.
+    // Remembers what was chosen, too.
     void done(int result) override;
 
   protected:
@@ -63,31 +55,23 @@ class SpatialDialog : public QDialog {
     QString CurrentPreset() const { return presets_->Current(); }
     const ProgramFolder& Folder() const { return Document().Services().folder; }
 
-    void closeEvent(QCloseEvent* event) override;
+    bool Run(Purpose purpose) override;
+    void OnSilent() override { HideBall(); }
 
   private:
-    CSoundDoc& Document() const { return view_.Document(); }
     QLayout* MakeButtons();
-    void MakePreview(const QString& instruction);
     QStringList Notes() const;
-    bool Run(SpatialOutcome outcome);
-    bool RunPreview();
     void FollowPreview(double share);
     void MoveBall();
     void HideBall();
 
-    CSoundView& view_;
     SourceMotion motion_;
     std::string_view progressTitle_;
-    std::string_view titlePrefix_;
-    EffectHeader* header_;
     SceneWidget* scene_;
     PointNumbers* numbers_;
     PresetBar* presets_ = nullptr;
     QVBoxLayout* side_;
     QPushButton* ok_ = nullptr;
-    std::unique_ptr<PreviewToggle> preview_;
-    bool running_ = false;
     std::vector<SourcePosition> previewedPath_;
     double heardShare_ = 0;  // as the player told last
     QElapsedTimer sinceHeard_;

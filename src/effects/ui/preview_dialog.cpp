@@ -1,0 +1,90 @@
+#include "effects/ui/preview_dialog.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+
+namespace sonavel {
+
+PreviewDialog::PreviewDialog(CSoundView& view, const QString& title, std::string_view titlePrefix,
+                             QWidget* parent)
+    : QDialog(parent),
+      view_(view),
+      titlePrefix_(titlePrefix),
+      header_(new EffectHeader(this)),
+      outer_(new QVBoxLayout(this)) {
+    setWindowTitle(title);
+    setPalette(EffectPalette());
+    outer_->setContentsMargins(0, 0, 0, 0);
+    outer_->setSpacing(0);
+    outer_->addWidget(header_);
+}
+
+PreviewDialog::~PreviewDialog() = default;
+
+PreviewToggle& PreviewDialog::MakePreview(const QString& instruction) {
+    preview_ = std::make_unique<PreviewToggle>(
+        Document(), [this] { return RunPreview(); }, this);
+    connect(preview_.get(), &PreviewToggle::Rendering, this, [this] { header_->SetStatus({}); });
+    connect(preview_.get(), &PreviewToggle::Silent, this,
+            [this, instruction](const QString& reason) {
+                OnSilent();
+                header_->SetStatus(reason.isEmpty() ? instruction : reason);
+            });
+    return *preview_;
+}
+
+QPushButton* PreviewDialog::AddButton(QHBoxLayout& row, const QString& text) {
+    auto* button = new QPushButton(text, this);
+    button->setAutoDefault(false);
+    row.addWidget(button);
+    return button;
+}
+
+QPushButton* PreviewDialog::AddOkAndCancel(QHBoxLayout& row) {
+    QPushButton* ok = AddButton(row, tr("&OK"));
+    ok->setDefault(true);
+    connect(ok, &QPushButton::clicked, this, &QDialog::accept);
+    connect(AddButton(row, tr("&Cancel")), &QPushButton::clicked, this, &QDialog::reject);
+    return ok;
+}
+
+bool PreviewDialog::Apply() {
+    Document().SetLastError("");
+    return RunWhileOpen(Purpose::kApply);
+}
+
+bool PreviewDialog::RunWhileOpen(Purpose purpose) {
+    if (running_) return false;
+    running_ = true;
+    const bool made = Run(purpose);
+    running_ = false;
+    return made;
+}
+
+bool PreviewDialog::RunPreview() {
+    const bool made = RunWhileOpen(Purpose::kPlayedPreview);
+    // A preview that was made but cannot be heard leaves no error in the document.
+    if (made || Document().LastError().empty()) Document().SetPreviewTitlePrefix(titlePrefix_);
+    return made;
+}
+
+void PreviewDialog::done(int result) {
+    if (running_) return;
+    // The positions go back to the view.
+    if (preview_) Document().Preview().Stop(CWavePlayer::StopReport::kSilent);
+    preview_.reset();
+    QDialog::done(result);
+}
+
+void PreviewDialog::keyPressEvent(QKeyEvent* event) {
+    if (!running_) QDialog::keyPressEvent(event);
+}
+
+void PreviewDialog::closeEvent(QCloseEvent* event) {
+    if (running_)
+        event->ignore();
+    else
+        QDialog::closeEvent(event);
+}
+
+}  // namespace sonavel

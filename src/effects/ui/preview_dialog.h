@@ -1,0 +1,71 @@
+// What every dialog that previews has in common, of an effect or of a place in space: the look, the
+// header line with its notes, Preview and Stop with their progress, OK and Cancel, and that it
+// stays open while it computes.
+#pragma once
+
+#include <QBoxLayout>
+#include <QDialog>
+#include <QPushButton>
+#include <memory>
+
+#include "effects/ui/effect_look.h"
+#include "effects/ui/preview_toggle.h"
+#include "view/sound_view.h"
+
+namespace sonavel {
+
+class PreviewDialog : public QDialog {
+    Q_OBJECT
+
+  public:
+    ~PreviewDialog() override;
+
+    // Does to the document what is set; to be called after the dialog has ended with OK. False when
+    // nothing was done; the document's last error says why.
+    bool Apply();
+
+    // Ends the preview, whichever way the dialog ends.
+    void done(int result) override;
+
+  protected:
+    enum class Purpose { kApply, kPlayedPreview };
+
+    // `titlePrefix` is that of a new document made from the preview.
+    PreviewDialog(CSoundView& view, const QString& title, std::string_view titlePrefix,
+                  QWidget* parent);
+
+    // Computes what is set; false, with the last error of the document, when nothing was done.
+    virtual bool Run(Purpose purpose) = 0;
+    // The preview has fallen silent.
+    virtual void OnSilent() {}
+
+    CSoundView& View() const { return view_; }
+    CSoundDoc& Document() const { return view_.Document(); }
+    EffectHeader& Header() { return *header_; }
+    QVBoxLayout& Outer() { return *outer_; }  // the header, and below it what a dialog adds
+    bool IsRunning() const { return running_; }
+
+    // The header line says the instruction whenever a preview has fallen silent.
+    PreviewToggle& MakePreview(const QString& instruction);
+    PreviewToggle* Preview() const { return preview_.get(); }  // null without a preview
+    // A button that Enter does not press.
+    QPushButton* AddButton(QHBoxLayout& row, const QString& text);
+    // Returns OK, which Enter presses.
+    QPushButton* AddOkAndCancel(QHBoxLayout& row);
+
+    void keyPressEvent(QKeyEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    bool RunWhileOpen(Purpose purpose);
+    bool RunPreview();
+
+    CSoundView& view_;
+    std::string_view titlePrefix_;
+    EffectHeader* header_;
+    QVBoxLayout* outer_;
+    std::unique_ptr<PreviewToggle> preview_;
+    bool running_ = false;
+};
+
+}  // namespace sonavel
