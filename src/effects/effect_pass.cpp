@@ -10,6 +10,9 @@
 namespace sonavel {
 namespace {
 
+// Some milliseconds' work, so that starting threads for them costs little.
+constexpr std::size_t kPiecesAtOnce = 64;
+
 // Each channel apart, so that the two may be computed beside each other.
 bool ComputesChannelsApart(const EffectTraits& traits, UnitOrder order) {
     return order == UnitOrder::kChannelByChannel || traits.spread == Spread::kChannels;
@@ -29,12 +32,21 @@ EffectPass::EffectPass(const EffectTraits& traits, const CWave& sound, EffectRan
       pieces_((std::size_t{range.length} + pieceFrames_ - 1) / pieceFrames_),
       slots_(sound.GetChannels()) {}
 
-PassEnd EffectPass::RunInPlace(CWave& sound) {
-    return Run(UnitOrder::kPieceByPiece,
-               [&](unsigned slot, std::uint32_t first, std::span<float> samples) {
-                   if (traits_.storing == Storing::kQuantized) QuantizeInPlace(samples);
-                   WriteTruncated(sound, slot, range_.start + first, samples);
-               });
+void EffectPass::RunInPlace(CWave& sound) {
+    const auto store = [&](unsigned slot, std::uint32_t first, std::span<float> samples) {
+        if (traits_.storing == Storing::kQuantized) QuantizeInPlace(samples);
+        WriteTruncated(sound, slot, range_.start + first, samples);
+    };
+    const std::size_t atOnce = Threads() > 1 ? kPiecesAtOnce : 1;
+    for (std::size_t first = 0; first < pieces_; first += atOnce) {
+        const std::size_t count = std::min(pieces_ - first, atOnce);
+        for (std::size_t i = first; i < first + count; ++i)
+            ShowBefore(UnitAt(UnitOrder::kPieceByPiece, i));
+        ComputeParts(count, [&](std::size_t part) {
+            Compute(UnitAt(UnitOrder::kPieceByPiece, first + part), store);
+        });
+    }
+    ShowEnd();
 }
 
 PassEnd EffectPass::RunIntoPairs(PairBuffer& pairs) {
@@ -56,11 +68,18 @@ PassEnd EffectPass::Run(UnitOrder order, const Store& store) {
         .lanes = Lanes(),
         .compute = [&](std::size_t unit) { Compute(UnitAt(order, unit), store); },
         .before = [&](std::size_t unit) { return ShowBefore(UnitAt(order, unit)); }};
-    // Less than a second's sound is done before another thread has started.
-    const unsigned threads = range_.length < sound_.GetSamplesPerSecond() ? 1 : ThreadsToUse();
-    if (ComputeUnits(work, threads) < work.count) return PassEnd::kCancelled;
-    if (traits_.percentages != Percentages::kExact) progress_.SetPosition(100);
+    if (ComputeUnits(work, Threads()) < work.count) return PassEnd::kCancelled;
+    ShowEnd();
     return PassEnd::kFinished;
+}
+
+// Less than a second's sound is done before another thread has started.
+unsigned EffectPass::Threads() const {
+    return range_.length < sound_.GetSamplesPerSecond() ? 1 : ThreadsToUse();
+}
+
+void EffectPass::ShowEnd() {
+    if (traits_.percentages != Percentages::kExact) progress_.SetPosition(100);
 }
 
 std::size_t EffectPass::UnitCount(UnitOrder order) const {

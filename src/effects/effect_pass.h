@@ -21,8 +21,9 @@ class EffectPass {
     EffectPass(const EffectTraits& traits, const CWave& sound, EffectRange range,
                EffectProcessor& processor, ProgressWindow& progress);
 
-    // Into the same range of the sound, piece by piece.
-    PassEnd RunInPlace(CWave& sound);
+    // Into the same range of the sound, piece by piece. While the window is polled, and views may
+    // paint the sound, nothing is written.
+    void RunInPlace(CWave& sound);
     // Into pairs of the range's length; the peak of each channel as it was is noted where the
     // effect needs it.
     PassEnd RunIntoPairs(PairBuffer& pairs);
@@ -40,6 +41,8 @@ class EffectPass {
 
     template <class Store>
     PassEnd Run(UnitOrder order, const Store& store);
+    unsigned Threads() const;
+    void ShowEnd();
     std::size_t UnitCount(UnitOrder order) const;
     std::size_t Lanes() const;
     Unit UnitAt(UnitOrder order, std::size_t index) const;

@@ -95,7 +95,10 @@ Outcome EffectRunner::Run(const Pass& pass) try {
 Outcome EffectRunner::ChangeInPlace() {
     Result<SoundEdit> edit = Begin();
     if (!edit) return edit.Ended();
-    Outcome outcome = Run([&](EffectPass& pass) { return pass.RunInPlace(document_.Sound()); });
+    Outcome outcome = Run([&](EffectPass& pass) {
+        pass.RunInPlace(document_.Sound());
+        return PassEnd::kFinished;
+    });
     if (outcome) End(*edit);
     return outcome;
 }

@@ -3,7 +3,9 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <fstream>
+#include <thread>
 
 #include "effect_fixture.h"
 #include "support/thread_count.h"
@@ -157,7 +159,50 @@ TEST_F(ThreadedEffectsTest, ResultsDoNotDependOnTheNumberOfThreads) {
         }
 }
 
-TEST_F(ThreadedEffectsTest, NorDoesWhatACancelLeaves) {
+// Looks at a sound twice while its window is polled, as a view would that paints it.
+class WatchingProgress : public FakeProgress {
+  public:
+    std::unique_ptr<ProgressWindow> CreateProgress(std::string_view title) override {
+        return std::make_unique<Window>(FakeProgress::CreateProgress(title), *this);
+    }
+    const CWave* watched = nullptr;
+    int changes = 0;
+
+  private:
+    class Window : public ProgressWindow {
+      public:
+        Window(std::unique_ptr<ProgressWindow> window, WatchingProgress& owner)
+            : window_(std::move(window)), owner_(owner) {}
+        void SetRange(int from, int to) override { window_->SetRange(from, to); }
+        void SetPosition(int position) override { window_->SetPosition(position); }
+        bool Poll() override {
+            const Bytes before = BytesOf(*owner_.watched);
+            std::this_thread::sleep_for(std::chrono::microseconds(200));
+            if (BytesOf(*owner_.watched) != before) ++owner_.changes;
+            return window_->Poll();
+        }
+
+      private:
+        std::unique_ptr<ProgressWindow> window_;
+        WatchingProgress& owner_;
+    };
+};
+
+TEST_F(ThreadedEffectsTest, TheSoundStaysStillWhileTheWindowIsPolled) {
+    const ThreadCount count(3);
+    for (const EffectCase& run : kDirectRuns) {
+        WatchingProgress progress;
+        HostServices services{prompts_, progress, clipboard_, devices_, programFolder_};
+        CSoundDoc document(services, dialogs_);
+        document.Sound().Adopt(MakeSound({2, 16, 8000}, PatternBytes(400000 * 4, 1)));
+        progress.watched = &document.Sound();
+        ASSERT_TRUE(Apply(run.name, Target(document), run.values));
+        EXPECT_EQ(progress.polls, 98) << run.name;
+        EXPECT_EQ(progress.changes, 0) << run.name;
+    }
+}
+
+TEST_F(ThreadedEffectsTest, WhatACancelLeavesDoesNotDependOnThreads) {
     for (const char* name : {"flanger", "reverb", "equalizer"}) {
         const EffectCase run{name, StartValuesOf(*FindEffect(name))};
         progress_.cancelAtPoll = 3;
