@@ -175,7 +175,7 @@ void CWavePlayer::MarkGaps(std::uint32_t frame, std::uint32_t frames,
                            const RecordedSound& recorded) {
     for (const std::uint64_t byte : recorded.gaps) {
         const auto gapFrame = static_cast<std::uint32_t>(byte / GetBlockAlign());
-        if (gapFrame < frames) Markers().Add(frame + gapFrame, "Gap", 0);
+        if (gapFrame < frames) AddMarker(frame + gapFrame, "Gap", 0);
     }
 }
 

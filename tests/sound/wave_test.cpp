@@ -1,4 +1,5 @@
 #include <random>
+#include <tuple>
 
 #include "sound/typed_samples.h"
 #include "wave_fixture.h"
@@ -49,6 +50,22 @@ TEST_F(WaveTest, ComputesItsFigures) {
     wave.SetRate(11025);
     EXPECT_DOUBLE_EQ(wave.GetDuration(), 2);
     EXPECT_EQ(wave.GetFrameCount(), 22050u);
+}
+
+TEST_F(WaveTest, MarkersAreSetAndRemovedByTheirIds) {
+    Fill(1, 8, 8000, FileBytes(100));
+    EXPECT_EQ(wave.AddMarker(10, "", 0), 1u);
+    EXPECT_EQ(wave.AddMarker(20, "here", 5), 2u);
+    EXPECT_TRUE(wave.SetMarker(2, 40, "", 7));
+    const Marker& set = *wave.Markers().Find(2);
+    EXPECT_EQ(std::tie(set.position, set.sampleOffset, set.name, set.length),
+              std::make_tuple(40u, 40u, "here", 7u));
+    EXPECT_EQ(wave.GetMarkerBefore(39), 10u);
+    EXPECT_TRUE(wave.RemoveMarker(1));
+    EXPECT_FALSE(wave.RemoveMarker(1) || wave.SetMarker(1, 0, "gone", 0));
+    EXPECT_EQ(wave.GetMarkerBefore(39), 0u);
+    EXPECT_EQ(wave.GetMarkerAfter(39), 40u);
+    EXPECT_EQ(wave.GetMarkerAfter(40), 100u) << "the end of the sound";
 }
 
 TEST_F(WaveTest, KnowsTheSpanOfEachWidth) {
