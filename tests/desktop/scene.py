@@ -55,7 +55,7 @@ def main():
         key("alt+d", "Return")
         dialog = editor.wait_dialog("^System Defined Positional Sound$")
         editor.activate(dialog)
-        for size in ((1400, 900), (900, 900), (1100, 640)):
+        for size in ((1400, 900), (960, 640)):
             xdotool("windowsize", "--sync", dialog, *size)
             at_once = scene_at_rest(dialog)
             colours = len({at_once[place:place + 3] for place in range(0, len(at_once), 3)})
