@@ -143,8 +143,8 @@ void CatalogueWindow::Locate() {
     if (!entry) return;
     const QFileInfo before(PathOf(*entry));
     const QString from = before.dir().exists() ? before.absolutePath() : LastFolder();
-    const QString path = QFileDialog::getOpenFileName(
-        this, tr("Locate %1").arg(NameOf(PathOf(*entry))), from, tr(kSoundFiles));
+    const QString path = OpenFilesDialog::AskOne(tr("Locate %1").arg(NameOf(PathOf(*entry))), from,
+                                                 tr(kSoundFiles), this);
     if (!path.isEmpty()) LocateAt(path);
 }
 

@@ -85,4 +85,11 @@ QStringList OpenFilesDialog::Ask(const QString& title, const QString& folder,
     return dialog.exec() == QDialog::Accepted ? dialog.Chosen() : QStringList();
 }
 
+QString OpenFilesDialog::AskOne(const QString& title, const QString& folder, const QString& filters,
+                                QWidget* parent) {
+    OpenFilesDialog dialog(title, folder, filters, parent);
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    return dialog.exec() == QDialog::Accepted ? dialog.Chosen().value(0) : QString();
+}
+
 }  // namespace sonavel

@@ -12,7 +12,7 @@ class OpenFilesDialog : public QFileDialog {
     Q_OBJECT
 
   public:
-    // `filters` as QFileDialog takes them.
+    // `filters` as QFileDialog takes them; several files may be chosen at once.
     OpenFilesDialog(const QString& title, const QString& folder, const QString& filters,
                     QWidget* parent);
 
@@ -22,6 +22,9 @@ class OpenFilesDialog : public QFileDialog {
     // Runs a dialog; empty when it was cancelled.
     static QStringList Ask(const QString& title, const QString& folder, const QString& filters,
                            QWidget* parent);
+    // Likewise for a single file.
+    static QString AskOne(const QString& title, const QString& folder, const QString& filters,
+                          QWidget* parent);
 
   private:
     void ListOddNames();
