@@ -1,7 +1,9 @@
 // The main frame's child windows: how they come, are arranged and go.
 #include <QCloseEvent>
+#include <QDir>
 #include <QDragEnterEvent>
 #include <QDropEvent>
+#include <QLayout>
 #include <QMimeData>
 #include <QStatusTipEvent>
 #include <QTabBar>

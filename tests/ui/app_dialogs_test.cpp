@@ -18,7 +18,7 @@ namespace sonavel {
 namespace {
 
 template <class Button>
-Button* ButtonOf(const QWidget& dialog, const QString& text) {
+Button* RequiredButton(const QWidget& dialog, const QString& text) {
     for (Button* button : dialog.findChildren<Button*>())
         if (button->text() == text) return button;
     ADD_FAILURE() << "no button " << text.toStdString();
@@ -48,8 +48,8 @@ TEST_F(AppDialogsTest, NewOffersElevenRatesAndStartsWithCdRateMonoEightBit) {
     EXPECT_EQ(first.bits, 8u);
 
     rate->setCurrentText("60000");
-    ButtonOf<QRadioButton>(dialog, "&Stereo")->click();
-    ButtonOf<QRadioButton>(dialog, "&16bit Data")->click();
+    RequiredButton<QRadioButton>(dialog, "&Stereo")->click();
+    RequiredButton<QRadioButton>(dialog, "&16bit Data")->click();
     const NewSoundChoice second = dialog.Choice();
     EXPECT_EQ(second.samplesPerSecond, 60000u);
     EXPECT_EQ(second.channels, 2u);
@@ -122,13 +122,13 @@ TEST_F(SaveAsDialogTest, TextsAndWarningFollowTheChoice) {
     EXPECT_EQ(FieldText<QLineEdit>(*dialog, "update"), "44,100 Hz, 16-bit, Stereo");
     EXPECT_EQ(FieldText<QLabel>(*dialog, "saveWarning"), "");
 
-    ButtonOf<QRadioButton>(*dialog, "&Mono Channel")->click();
-    ButtonOf<QRadioButton>(*dialog, "&8 Bit Data")->click();
+    RequiredButton<QRadioButton>(*dialog, "&Mono Channel")->click();
+    RequiredButton<QRadioButton>(*dialog, "&8 Bit Data")->click();
     EXPECT_EQ(FieldText<QLineEdit>(*dialog, "update"), "44,100 Hz, 8-bit, Mono");
     EXPECT_EQ(asked_.channels, 1u);
     EXPECT_EQ(asked_.bits, 8u);
 
-    auto* noMarkers = ButtonOf<QCheckBox>(*dialog, "Not Save Marker");
+    auto* noMarkers = RequiredButton<QCheckBox>(*dialog, "Not Save Marker");
     EXPECT_FALSE(noMarkers->isChecked());
     noMarkers->click();
     EXPECT_FALSE(dialog->Choice().saveMarkers);
@@ -167,16 +167,31 @@ TEST_F(AppDialogsTest, AboutShowsItsTextsAndRunsTheLogo) {
          {"Sonavel", "Version 1.2 Beta", "Phsycal Memory", "Available Disk Space"})
         EXPECT_TRUE(texts.contains(QLatin1String(text))) << text;
     EXPECT_TRUE(texts.contains(QString::fromStdString(PhysicalMemoryText())));
-    ButtonOf<QPushButton>(about, "&Logo")->click();
+    RequiredButton<QPushButton>(about, "&Logo")->click();
     EXPECT_EQ(runs, 1);
 }
+
+// Sees the logo's timer by what it sends.
+class PictureTimerWatch : public QObject {
+  public:
+    PictureTimerWatch() { qApp->installEventFilter(this); }
+    bool HasStopped() const { return timer_ && !timer_->isActive(); }
+    bool eventFilter(QObject* object, QEvent* event) override {
+        auto* timer = event->type() == QEvent::Timer ? qobject_cast<QTimer*>(object) : nullptr;
+        if (timer && timer->interval() == LogoWindow::kPictureMs) timer_ = timer;
+        return false;
+    }
+
+  private:
+    QTimer* timer_ = nullptr;
+};
 
 TEST_F(AppDialogsTest, TheLogoRunsToItsLastPictureAndStays) {
     LogoWindow logo;
     logo.show();
     EXPECT_EQ(logo.Picture(), 0);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return logo.Picture() == 10; }, 5000));
-    QTest::qWait(2 * LogoWindow::kPictureMs);
+    PictureTimerWatch timer;
+    EXPECT_TRUE(QTest::qWaitFor([&] { return timer.HasStopped(); }, 5000));
     EXPECT_EQ(logo.Picture(), 10);
     EXPECT_TRUE(logo.isVisible());
     QTest::mouseClick(&logo, Qt::LeftButton);

@@ -2,12 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include "view/text_widths.h"
+
 namespace sonavel {
 namespace {
-
-int SevenPixelsEach(std::string_view text) {
-    return static_cast<int>(text.size()) * 7;
-}
 
 // One second of 1000 frames on 500 pixels unless told otherwise.
 GridRequest RequestFor(const GridSettings& settings) {

@@ -3,21 +3,11 @@
 #include <gtest/gtest.h>
 
 #include "view/random_sound.h"
+#include "view/text_widths.h"
 #include "view/zoom.h"
 
 namespace sonavel {
 namespace {
-
-// Digits of equal width, as most fonts have them.
-int SevenPixelsEach(std::string_view text) {
-    return static_cast<int>(text.size()) * 7;
-}
-// The widest digits are other ones than those of the longest label.
-int Proportional(std::string_view text) {
-    int width = 0;
-    for (const char c : text) width += c == '1' || c == '.' ? 3 : 8;
-    return width;
-}
 
 HorizontalRulerRequest RequestFor(std::int64_t frames, const ScrollState& horizontal,
                                   StatusFormat format) {
