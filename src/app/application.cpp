@@ -1,5 +1,6 @@
 #include "app/application.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QTimer>
 
@@ -7,12 +8,12 @@
 #include "app/application_commands.h"
 #include "app/command_icons.h"
 #include "app/document_commands.h"
-#include "app/person_settings.h"
 #include "app/preferences/option_sheet.h"
 #include "app/properties/file_properties_sheet.h"
 #include "app/save_notice.h"
 #include "platform/qt/file_names.h"
 #include "platform/qt/open_files_dialog.h"
+#include "platform/qt/person_settings.h"
 #include "platform/qt/utf8_text.h"
 
 namespace sonavel {

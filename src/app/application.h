@@ -4,10 +4,10 @@
 
 #include <QStringList>
 
-#include "app/catalogue/catalogue_window.h"
 #include "app/logo_sound.h"
 #include "app/main_frame.h"
 #include "app/qt_document_dialogs.h"
+#include "catalogue/ui/catalogue_window.h"
 #include "effects/ui/effect_command_target.h"
 #include "platform/qt/qt_progress.h"
 #include "platform/qt/qt_prompts.h"

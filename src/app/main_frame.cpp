@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QFile>
 #include <QMenuBar>
 #include <QScreen>
 
@@ -10,8 +11,8 @@
 #include "app/document_commands.h"
 #include "app/frame_commands.h"
 #include "app/main_menu.h"
-#include "app/person_settings.h"
 #include "platform/qt/file_names.h"
+#include "platform/qt/person_settings.h"
 #include "platform/qt/utf8_text.h"
 #include "sound/failure_texts.h"
 #include "spatial/ui/spatial_commands.h"

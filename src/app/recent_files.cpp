@@ -2,9 +2,9 @@
 
 #include <QAction>
 
-#include "app/person_settings.h"
 #include "platform/code_page_949.h"
 #include "platform/qt/file_names.h"
+#include "platform/qt/person_settings.h"
 
 namespace sonavel {
 

@@ -54,7 +54,8 @@ LeadByte ReadLeadByte(std::uint8_t byte) {
     return {0, 0, 0};
 }
 
-// The length of the character at the start of `bytes`, 0 when there is no valid one.
+}  // namespace
+
 std::size_t Utf8CharacterLength(std::string_view bytes) {
     const LeadByte lead = ReadLeadByte(static_cast<std::uint8_t>(bytes[0]));
     if (lead.length == 0 || lead.length > bytes.size()) return 0;
@@ -67,8 +68,6 @@ std::size_t Utf8CharacterLength(std::string_view bytes) {
     const bool surrogate = character >= 0xD800 && character < 0xE000;
     return character < lead.least || surrogate || character > 0x10FFFF ? 0 : lead.length;
 }
-
-}  // namespace
 
 bool IsValidUtf8(std::string_view bytes) {
     while (!bytes.empty()) {

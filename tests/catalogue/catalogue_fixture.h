@@ -3,9 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include "app/catalogue/model/catalogue_rows.h"
-#include "app/catalogue/model/catalogue_store.h"
-#include "app/catalogue/model/sample_files.h"
+#include "catalogue/catalogue_rows.h"
+#include "catalogue/catalogue_store.h"
+#include "catalogue/sample_files.h"
 #include "platform/headless/headless_progress.h"
 #include "platform/headless/silent_prompts.h"
 #include "support/sound_files.h"

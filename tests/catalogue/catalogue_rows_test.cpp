@@ -1,8 +1,10 @@
-#include "app/catalogue/model/catalogue_rows.h"
+#include "catalogue/catalogue_rows.h"
 
 #include <gmock/gmock.h>
 
-#include "app/catalogue/model/catalogue_columns.h"
+#include <QLocale>
+
+#include "catalogue/catalogue_columns.h"
 #include "catalogue_fixture.h"
 
 namespace sonavel {
@@ -49,6 +51,40 @@ TEST_F(CatalogueRowsTest, TheFilterLooksForEveryWordInAnyColumn) {
     for (const auto& c : cases) {
         rows.SetFilter(c.filter);
         EXPECT_EQ(Shown(), c.shown) << c.filter;
+    }
+}
+
+TEST_F(CatalogueRowsTest, TheFilterKnowsCapitalsOfEveryAlphabet) {
+    const struct {
+        const char* name;
+        const char* filter;
+    } cases[] = {
+        {"Kick DRUM", "kick drum"},
+        {"ÄÖÜ × Þ", "äöü × þ"},
+        {"ŁÓDŹ Ž", "łódź ž"},
+        {"ΣΩΑ", "σωα"},
+        {"ПРИВЕТ Ё", "привет ё"},
+        {"ＡＺ", "ａｚ"},
+        {"한글 日本 🥁", "🥁 日本"},
+        {"broken \xFF\xC3 name", "NAME"},
+    };
+    for (const auto& c : cases) AddNames({c.name});
+    rows.Rebuild();
+    for (const auto& c : cases) {
+        rows.SetFilter(c.filter);
+        EXPECT_THAT(Shown(), ElementsAre(c.name)) << c.filter;
+    }
+}
+
+TEST_F(CatalogueRowsTest, NamesStandInOneOrderWhateverThePersonsLocale) {
+    const Names sorted = {"_a", "2", "010", "a", "Ä", "ab", "B",  "kick 2", "KICK 10",
+                          "o",  "ö", "z",   "Ω", "Я", "가", "나", "漢"};
+    AddNames({sorted.rbegin(), sorted.rend()});
+    // The first has letters behind z, the second Hangul before a.
+    for (const char* locale : {"sv_SE", "ko_KR", "C"}) {
+        QLocale::setDefault(QLocale(QLatin1String(locale)));
+        rows.Rebuild();
+        EXPECT_EQ(Shown(), sorted) << locale;
     }
 }
 

@@ -1,10 +1,9 @@
-#include "app/catalogue/model/catalogue_text.h"
+#include "catalogue/catalogue_text.h"
 
 #include <gmock/gmock.h>
 
 #include <random>
 
-#include "app/catalogue/model/code_points.h"
 #include "catalogue_fixture.h"
 #include "platform/code_page_949.h"
 
@@ -139,25 +138,26 @@ TEST(CatalogueTextTest, WhateverIsReadFromBrokenBytesCanBeWrittenAndReadAgain) {
     }
 }
 
-TEST(CodePointsTest, FoldingKnowsCapitalsBeyondAscii) {
+TEST(CatalogueTextTest, AValueThatIsTooLongIsCutBetweenCharacters) {
+    Catalogue catalogue;
+    catalogue.SetFields({"Note"});
+    ASSERT_TRUE(catalogue.Add({"/a.wav", {8000, 10, 1, 16, 64}}));
+    const std::size_t most = Catalogue::kMostValueBytes;
     const struct {
-        const char* text;
-        const char* folded;
+        const char* character;
+        std::size_t before;  // bytes of the value that lie before the character
+        std::size_t kept;
     } cases[] = {
-        {"Kick DRUM", "kick drum"}, {"ÄÖÜ × Þ", "äöü × þ"},
-        {"ŁÓDŹ Ž", "łódź ž"},       {"ΣΩΑ", "σωα"},
-        {"ПРИВЕТ Ё", "привет ё"},   {"한글 日本 🥁", "한글 日本 🥁"},
-        {"A\xFF\xC3", "a\xFF\xC3"}, {"ＡＺ", "ａｚ"},
+        {"é", most - 2, most},        {"é", most - 1, most - 1},
+        {"글", most - 3, most},       {"글", most - 2, most - 2},
+        {"🥁", most - 3, most - 3}, {"\x80\x80\x80\x80\x80", most - 1, most},
     };
-    for (const auto& c : cases) EXPECT_EQ(FoldCase(c.text), c.folded);
-}
-
-TEST(CodePointsTest, CuttingKeepsCodePointsWhole) {
-    const std::string text = "a한글";
-    const std::size_t kept[] = {0, 1, 1, 1, 4, 4, 4, 7, 7};
-    for (std::size_t most = 0; most < std::size(kept); ++most)
-        EXPECT_EQ(CutToBytes(text, most).size(), kept[most]) << most;
-    EXPECT_EQ(CutToBytes(std::string(100, '\x80'), 50).size(), 50u);
+    for (const auto& c : cases) {
+        std::string text(c.before, c.character[0] == '\x80' ? '\x80' : 'x');
+        text.append(c.character).append("behind it");
+        catalogue.SetValue(0, 0, text);
+        EXPECT_EQ(catalogue.Value(0, 0), text.substr(0, c.kept)) << c.character << " " << c.before;
+    }
 }
 
 }  // namespace

@@ -1,8 +1,8 @@
-#include "app/catalogue/model/sample_files.h"
+#include "catalogue/sample_files.h"
 
 #include <gmock/gmock.h>
 
-#include "app/catalogue/model/sample_preview.h"
+#include "catalogue/sample_preview.h"
 #include "catalogue_fixture.h"
 #include "support/fake_wave_devices.h"
 

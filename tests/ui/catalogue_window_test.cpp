@@ -1,4 +1,4 @@
-#include "app/catalogue/catalogue_window.h"
+#include "catalogue/ui/catalogue_window.h"
 
 #include <gmock/gmock.h>
 
@@ -12,7 +12,7 @@
 #include <QToolButton>
 #include <QUrl>
 
-#include "app/catalogue/model/catalogue_columns.h"
+#include "catalogue/catalogue_columns.h"
 #include "platform/headless/memory_clipboard.h"
 #include "support/fake_wave_devices.h"
 #include "support/qt_test_application.h"
@@ -87,7 +87,10 @@ class CatalogueWindowTest : public ::testing::Test {
             if (button->text() == QLatin1String(text)) return button;
         return nullptr;
     }
-    void WaitForChecks() { QTest::qWait(30); }
+    // The files are looked at between other work.
+    void ExpectCountsSoon(const std::string& counts) {
+        EXPECT_TRUE(QTest::qWaitFor([&] { return Counts() == counts; })) << Counts();
+    }
 
     TemporaryFolder folder;
     ProgramFolder programFolder{folder / "program"};
@@ -187,8 +190,7 @@ TEST_F(CatalogueWindowTest, MissingFilesAreMarkedAndFoundAgain) {
     fs::rename(folder / "sounds", folder / "moved");
     fs::remove(folder / "moved" / "북.wav");
     QTest::keyClick(&Window(), Qt::Key_F5);
-    WaitForChecks();
-    EXPECT_EQ(Counts(), "3 sounds, 3 missing");
+    ExpectCountsSoon("3 sounds, 3 missing");
     EXPECT_TRUE(Table().model()->index(0, 0).data(Qt::DecorationRole).isValid());
     Select(0);
     EXPECT_TRUE(Button("Locate")->isEnabled());
@@ -200,8 +202,7 @@ TEST_F(CatalogueWindowTest, MissingFilesAreMarkedAndFoundAgain) {
     Get<QCheckBox>("missingOnly").click();
     EXPECT_THAT(Names(), ElementsAre("북.wav"));
     window.reset();
-    WaitForChecks();
-    EXPECT_EQ(Counts(), "3 sounds, 1 missing");
+    ExpectCountsSoon("3 sounds, 1 missing");
     EXPECT_EQ(Cell(0, 6), (folder / "moved").string());
 }
 

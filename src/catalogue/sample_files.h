@@ -1,0 +1,42 @@
+// Sound files as they come into a catalogue, are looked at again, and are found where they moved.
+#pragma once
+
+#include <filesystem>
+#include <span>
+#include <string>
+
+#include "catalogue/catalogue.h"
+#include "platform/progress_window.h"
+
+namespace sonavel {
+
+struct AddedSamples {
+    std::size_t added = 0;
+    std::size_t known = 0;       // in the catalogue before
+    std::size_t unreadable = 0;  // left out
+    std::string firstFailure{};  // of those: the name and the reason
+    bool cancelled = false;      // what had been added by then stays
+};
+
+// Adds files, and of folders all sound files in and below them. Links to folders are not followed.
+// The sound is for probing.
+AddedSamples AddSamples(Catalogue& catalogue, std::span<const std::filesystem::path> paths,
+                        CWave& wave, ProgressFactory& progress);
+
+enum class Probing { kWhenSizeChanged, kAlways };
+enum class CheckResult {
+    kSame,
+    kPresenceChanged,  // which is not stored
+    kFactsChanged,
+};
+
+// Looks whether the file is there, and reads its header again when it seems to have changed.
+CheckResult CheckSample(Catalogue& catalogue, std::size_t entry, Probing probing, CWave& wave);
+
+// Takes `found` for the file of a missing entry, and looks for the files of the other missing
+// entries below the folder that has moved with it. Returns how many entries were found again; 0
+// when `found` is no sound file or stands for another entry, which the sound's last error tells.
+std::size_t LocateSample(Catalogue& catalogue, std::size_t entry,
+                         const std::filesystem::path& found, CWave& wave);
+
+}  // namespace sonavel
