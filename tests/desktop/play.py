@@ -1,9 +1,7 @@
 """Space plays the sound that was opened, sample for sample, and Space again stops it."""
 
-import time
-
 import sounds
-from editor_driver import Editor, Monitor, key, wait_for
+from editor_driver import Editor, Monitor, key, settled_pixels, wait_for
 
 MOST_SECONDS_UNTIL_HEARD = 2.0
 LEAST_SECONDS_IN_A_ROW = 1.0
@@ -37,7 +35,7 @@ def main():
         wait_for("sound", lambda: any(monitor.heard()[-4410:]))
         key("space")
         wait_for("silence", lambda: not any(monitor.heard()[-44100:]), seconds=1.5)
-        time.sleep(0.3)
+        settled_pixels(editor.window)
         assert editor.title() == "Sonavel - played.wav", "playing changed the document"
         assert editor.quit() == 0
 

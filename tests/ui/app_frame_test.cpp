@@ -61,7 +61,7 @@ TEST_F(AppFixture, TheTitleNamesTheActiveSoundWithAStarWhileModified) {
     EXPECT_EQ(Frame().windowTitle(), "Sonavel - b.wav[*]");
     EXPECT_FALSE(Frame().isWindowModified());
     Frame().Area().activeSubWindow()->showMaximized();
-    QTest::qWait(20);
+    QApplication::processEvents();
     EXPECT_EQ(Frame().windowTitle(), "Sonavel - b.wav[*]");
     Run(app_command::kNextWindow);
     EXPECT_EQ(Frame().windowTitle(), "Sonavel - a.wav[*]");

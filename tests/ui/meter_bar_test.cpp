@@ -1,27 +1,13 @@
 // The play meter bar: what it paints, what of it it repaints, and what its commands keep.
 #include <gtest/gtest.h>
 
-#include <QPaintEvent>
-#include <QTest>
-
 #include "app/meter/play_meter_bar.h"
+#include "support/paint_watch.h"
 #include "support/qt_test_application.h"
 #include "support/sound_files.h"
 
 namespace sonavel {
 namespace {
-
-// Notes what of a widget was repainted.
-class PaintRegion : public QObject {
-  public:
-    QRegion region;
-
-  protected:
-    bool eventFilter(QObject*, QEvent* event) override {
-        if (event->type() == QEvent::Paint) region += static_cast<QPaintEvent*>(event)->region();
-        return false;
-    }
-};
 
 class MeterBarTest : public testing::Test {
   protected:
@@ -81,16 +67,14 @@ TEST_F(MeterBarTest, TheReferenceIsHalfTheFullScale) {
 TEST_F(MeterBarTest, OnlyTheBandThatChangedIsPainted) {
     MeterPanel& panel = Panel(610, 60);
     Bar().SetLevels(16384, 16384);
-    QTest::qWait(50);
-    PaintRegion painted;
-    panel.Left().installEventFilter(&painted);
+    PaintWatch left(panel.Left());
+    PaintWatch right(panel.Right());
     Bar().SetLevels(8192, 16384);  // -12 dB: from 540 to 480 of 600 pixels
-    QTest::qWait(50);
-    EXPECT_EQ(painted.region.boundingRect(), QRect(481, 1, 60, 22));
-    painted.region = {};
+    EXPECT_EQ(left.Painted().boundingRect(), QRect(481, 1, 60, 22));
+    EXPECT_FALSE(right.Any());
     Bar().SetLevels(8192, 100);
-    QTest::qWait(50);
-    EXPECT_TRUE(painted.region.isEmpty());
+    EXPECT_FALSE(right.Painted().isEmpty());
+    EXPECT_FALSE(left.Any());
 }
 
 TEST_F(MeterBarTest, ColoursComeFromTheView) {

@@ -1,39 +1,16 @@
 // The window of a sound view: what it paints, how mouse, keys and scroll bars reach the view.
+#include <QAbstractEventDispatcher>
 #include <QScreen>
 #include <QSignalSpy>
 #include <QWheelEvent>
 
+#include "support/paint_watch.h"
 #include "ui/view_fixture.h"
 #include "view/envelope.h"
 #include "view/ui/qt_values.h"
 
 namespace sonavel {
 namespace {
-
-// Long enough for what was asked for to be painted.
-constexpr int kPaintMs = 50;
-
-// Collects what a widget is asked to paint.
-class PaintWatch : public QObject {
-  public:
-    explicit PaintWatch(QWidget& widget) : widget_(widget) {
-        QTest::qWait(kPaintMs);
-        widget.installEventFilter(this);
-    }
-    QRegion Painted() {
-        QTest::qWait(kPaintMs);
-        return painted_;
-    }
-    bool eventFilter(QObject* object, QEvent* event) override {
-        if (object == &widget_ && event->type() == QEvent::Paint)
-            painted_ += static_cast<QPaintEvent*>(event)->region();
-        return false;
-    }
-
-  private:
-    QWidget& widget_;
-    QRegion painted_;
-};
 
 int WidthOf(const QRegion& region) {
     int width = 0;
@@ -66,13 +43,14 @@ class SoundViewWidgetTest : public ViewFixture {
     }
     // What stands on the screen, against everything painted anew.
     void ExpectScreenIsUpToDate() {
-        QTest::qWait(kPaintMs);
-        const QImage screen = widget_->screen()
-                                  ->grabWindow(widget_->winId())
-                                  .toImage()
-                                  .convertToFormat(QImage::Format_RGB32);
         const QRect waveform = ToQRect(widget_->View().Geometry().waveform);
-        EXPECT_EQ(screen.copy(waveform), Grab().copy(waveform));
+        EXPECT_TRUE(QTest::qWaitFor([&] {
+            const QImage screen = widget_->screen()
+                                      ->grabWindow(widget_->winId())
+                                      .toImage()
+                                      .convertToFormat(QImage::Format_RGB32);
+            return screen.copy(waveform) == Grab().copy(waveform);
+        }));
     }
     QScrollBar* Bar(Qt::Orientation orientation) const {
         for (QScrollBar* bar : widget_->findChildren<QScrollBar*>())
@@ -216,9 +194,8 @@ TEST_F(SoundViewWidgetTest, ADragPastTheEdgeScrollsOn) {
     QTest::mouseRelease(widget_.get(), Qt::LeftButton, {}, Waveform(view.WaveformWidth() + 15, 20));
     EXPECT_EQ(view.GetSelection().start, anchor);
     EXPECT_GE(view.GetSelection().end, FrameAt(view.WaveformWidth() - 1));
-    const std::int64_t position = view.Horizontal().position;
-    QTest::qWait(80);
-    EXPECT_EQ(view.Horizontal().position, position);
+    EXPECT_TRUE(QAbstractEventDispatcher::instance()->registeredTimers(widget_.get()).isEmpty())
+        << "it scrolls on";
 }
 
 TEST_F(SoundViewWidgetTest, TheWheelZoomsAroundThePointer) {

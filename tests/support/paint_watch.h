@@ -1,0 +1,39 @@
+// Sees what of a widget is painted.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QPaintEvent>
+#include <QTest>
+#include <QWidget>
+
+namespace sonavel {
+
+class PaintWatch : public QObject {
+  public:
+    // Begins when nothing is left to paint: what was asked for before is painted together with the
+    // whole widget.
+    explicit PaintWatch(QWidget& widget) : widget_(widget) {
+        widget.installEventFilter(this);
+        widget.update();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return painted_.contains(widget_.rect()); }));
+        painted_ = {};
+    }
+    bool Any() const { return !painted_.isEmpty(); }
+    // All of it since the last call, once there is any.
+    QRegion Painted() {
+        EXPECT_TRUE(QTest::qWaitFor([&] { return Any(); }));
+        return std::exchange(painted_, {});
+    }
+    bool eventFilter(QObject* object, QEvent* event) override {
+        if (object == &widget_ && event->type() == QEvent::Paint)
+            painted_ += static_cast<QPaintEvent*>(event)->region();
+        return false;
+    }
+
+  private:
+    QWidget& widget_;
+    QRegion painted_;
+};
+
+}  // namespace sonavel
