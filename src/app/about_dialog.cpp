@@ -37,7 +37,7 @@ QFrame* Line(QWidget* parent) {
 
 }  // namespace
 
-AboutDialog::AboutDialog(std::function<void()> runLogo, QWidget* parent) : QDialog(parent) {
+AboutDialog::AboutDialog(const std::function<void()>& runLogo, QWidget* parent) : QDialog(parent) {
     const WaitCursor wait;
     setWindowTitle(tr("About Sonavel"));
     auto* grid = new QGridLayout(this);
@@ -50,7 +50,7 @@ AboutDialog::AboutDialog(std::function<void()> runLogo, QWidget* parent) : QDial
     AddNames(*grid);
     AddMachine(*grid);
     AddNotice(*grid);
-    AddButtons(*grid, std::move(runLogo));
+    AddButtons(*grid, runLogo);
 }
 
 QLabel* AboutDialog::TextLabel(const QString& text) {
@@ -93,7 +93,7 @@ void AboutDialog::AddNotice(QGridLayout& grid) {
     grid.addWidget(notice, 8, 0, 1, 2);
 }
 
-void AboutDialog::AddButtons(QGridLayout& grid, std::function<void()> runLogo) {
+void AboutDialog::AddButtons(QGridLayout& grid, const std::function<void()>& runLogo) {
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok, this);
     QPushButton* logo = buttons->addButton(tr("&Logo"), QDialogButtonBox::ActionRole);
     logo->setAutoDefault(false);

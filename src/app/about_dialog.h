@@ -13,14 +13,14 @@ class AboutDialog : public QDialog {
 
   public:
     // `runLogo` shows the logo until it is clicked away.
-    explicit AboutDialog(std::function<void()> runLogo, QWidget* parent = nullptr);
+    explicit AboutDialog(const std::function<void()>& runLogo, QWidget* parent = nullptr);
 
   private:
     QLabel* TextLabel(const QString& text);
     void AddNames(QGridLayout& grid);
     void AddMachine(QGridLayout& grid);
     void AddNotice(QGridLayout& grid);
-    void AddButtons(QGridLayout& grid, std::function<void()> runLogo);
+    void AddButtons(QGridLayout& grid, const std::function<void()>& runLogo);
 };
 
 }  // namespace sonavel

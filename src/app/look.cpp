@@ -1,5 +1,6 @@
 #include "app/look.h"
 
+#include <QApplication>
 #include <QFont>
 #include <QFontInfo>
 #include <QPalette>
@@ -39,8 +40,8 @@ QPalette PaletteFrom(const PaletteColours& colours) {
     return palette;
 }
 
-bool DesktopIsDark(const QApplication& application) {
-    const QPalette own = application.palette();
+bool DesktopIsDark() {
+    const QPalette own = QApplication::palette();
     return own.color(QPalette::Window).lightness() < own.color(QPalette::WindowText).lightness();
 }
 
@@ -79,8 +80,8 @@ void SetFonts() {
 
 }  // namespace
 
-void ApplyLook(QApplication& application) {
-    const bool dark = DesktopIsDark(application);
+void ApplyLook() {
+    const bool dark = DesktopIsDark();
     QApplication::setStyle(new ProgramStyle);
     QApplication::setPalette(PaletteFrom(dark ? kDark : kLight));
     SetFonts();

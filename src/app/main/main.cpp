@@ -68,7 +68,7 @@ ProgramEnd Run(int argc, char** argv) {
     QApplication::setApplicationVersion(QStringLiteral("1.2 Beta"));
     QApplication::setDesktopFileName(QStringLiteral("sonavel"));
     const std::filesystem::path file = FileOfCommandLine(CallOf(argc, argv));
-    sonavel::ApplyLook(qt);
+    sonavel::ApplyLook();
     sonavel::LoadPictures();
     QApplication::setWindowIcon(sonavel::ProgramIcon());
 
