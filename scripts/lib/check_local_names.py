@@ -27,7 +27,9 @@ PARAMETER_NAME = re.compile(r"[\w\]]+(?: = [^,)]*)?(?=[,)])")
 
 
 def local_names(text):
-    """Yields what the unnamed namespaces of a source declare, functions with the types that they take."""
+    """Yields (name, meaning) of what the unnamed namespaces of a source declare: functions with the types
+    that they take, and the meaning of an alias, since two that mean the same do not disturb each other.
+    """
     depth = 0
     lines = text.splitlines()
     for number, line in enumerate(lines):
@@ -38,9 +40,9 @@ def local_names(text):
         elif depth:
             match = DECLARED.match(line)
             if match and match["mark"] == "(" and not re.match("k[A-Z]", match["name"]):
-                yield f"{match['name']}({parameter_types(match['rest'], lines[number + 1:number + 9])})"
+                yield f"{match['name']}({parameter_types(match['rest'], lines[number + 1:number + 9])})", None
             elif match:
-                yield match["type"] or match["alias"] or match["name"]
+                yield match["type"] or match["alias"] or match["name"], match["alias"] and line
 
 
 def parameter_types(rest, lines_below):
@@ -70,14 +72,13 @@ def owner(file, lists):
 def faults():
     for folder, sources, alone in groups():
         yield from (f"{folder}/CMakeLists.txt: there is no {name}" for name in sorted(alone - set(sources)))
-        users = collections.defaultdict(set)
-        for source in sources:
-            for name in local_names(pathlib.Path(source).read_text(encoding="utf-8")):
-                users[name].add(source)
-        for name, found in sorted(users.items()):
-            together = sorted(found - alone)
-            if len(together) > 1:
-                yield f"{name} means something else in each of {', '.join(together)}"
+        users = collections.defaultdict(dict)
+        for source in set(sources) - alone:
+            for name, meaning in local_names(pathlib.Path(source).read_text(encoding="utf-8")):
+                users[name][source] = meaning or source
+        for name, meanings in sorted(users.items()):
+            if len(set(meanings.values())) > 1:
+                yield f"{name} means something else in each of {', '.join(sorted(meanings))}"
 
 
 def main():

@@ -13,7 +13,7 @@
 namespace sonavel::testing {
 namespace {
 
-constexpr std::uint32_t kFrames = 5 * kPieceFrames;
+constexpr std::uint32_t kRunFrames = 5 * kPieceFrames;
 
 struct EffectCase {
     const char* name;
@@ -79,7 +79,7 @@ TEST_F(EffectRunsTest, AnAppliedEffectIsOneStepAndLeavesNoStalePreview) {
 TEST_F(EffectRunsTest, EveryEffectShowsHowFarItIs) {
     for (const Effect& effect : Effects()) {
         SCOPED_TRACE(effect.name);
-        const auto document = MakeNoise({2, 16}, kFrames);
+        const auto document = MakeNoise({2, 16}, kRunFrames);
         progress_.polls = 0;
         progress_.positions.clear();
         ASSERT_TRUE(Makes(effect, Target(*document)));
@@ -103,8 +103,8 @@ TEST_F(EffectRunsTest, EveryEffectShowsHowFarItIs) {
 TEST_F(EffectRunsTest, DirectEffectsKeepTheirWindowAliveAndCannotBeCancelled) {
     for (const EffectCase& run : kDirectRuns) {
         SCOPED_TRACE(run.name);
-        const auto document = MakeNoise({2, 16}, kFrames);
-        const auto cancelled = MakeNoise({2, 16}, kFrames);
+        const auto document = MakeNoise({2, 16}, kRunFrames);
+        const auto cancelled = MakeNoise({2, 16}, kRunFrames);
         progress_.cancelAtPoll.reset();
         progress_.polls = 0;
         ASSERT_TRUE(Apply(run.name, Target(*document), run.values));

@@ -43,13 +43,15 @@ class SoundViewWidgetTest : public ViewFixture {
     }
     // What stands on the screen, against everything painted anew.
     void ExpectScreenIsUpToDate() {
-        const QRect waveform = ToQRect(widget_->View().Geometry().waveform);
+        ExpectScreenIsUpToDate(ToQRect(widget_->View().Geometry().waveform));
+    }
+    void ExpectScreenIsUpToDate(const QRect& area) {
         EXPECT_TRUE(QTest::qWaitFor([&] {
             const QImage screen = widget_->screen()
                                       ->grabWindow(widget_->winId())
                                       .toImage()
                                       .convertToFormat(QImage::Format_RGB32);
-            return screen.copy(waveform) == Grab().copy(waveform);
+            return screen.copy(area) == Grab().copy(area);
         }));
     }
     QScrollBar* Bar(Qt::Orientation orientation) const {
@@ -150,10 +152,8 @@ TEST_F(SoundViewWidgetTest, AStatusFormatIsShownOnTheRulerAtOnce) {
     std::vector<QImage> shown;
     for (const auto format : {StatusFormat::kSample, StatusFormat::kTime, StatusFormat::kSecond}) {
         ASSERT_TRUE(view.SetStatusFormat(format));
-        QTest::qWait(kPaintMs);
-        const QImage screen = widget_->screen()->grabWindow(widget_->winId()).toImage();
-        shown.push_back(screen.copy(ruler).convertToFormat(QImage::Format_RGB32));
-        EXPECT_EQ(shown.back(), Grab().copy(ruler));
+        ExpectScreenIsUpToDate(ruler);
+        shown.push_back(Grab().copy(ruler));
     }
     EXPECT_NE(shown[0], shown[1]);
     EXPECT_NE(shown[1], shown[2]);
