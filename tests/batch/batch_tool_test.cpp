@@ -18,7 +18,7 @@ struct ToolResult {
     std::string errors;
 };
 
-class BatchToolTest : public testing::Test {
+class BatchToolTest : public ::testing::Test {
   protected:
     BatchToolTest() {
         Write("Options.ini",

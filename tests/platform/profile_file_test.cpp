@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 constexpr char kMarkerKey[] = "마커 저장";
 constexpr char kMarkerKeyIn949[] = "\xB8\xB6\xC4\xBF \xC0\xFA\xC0\xE5";
 
-class ProfileFileTest : public testing::Test {
+class ProfileFileTest : public ::testing::Test {
   protected:
     void Write(std::string_view bytes) const { WriteFileBytes(path_, BytesOf(bytes)); }
     std::string Bytes() const { return ReadSmallFile(path_, 1 << 20).value_or("(none)"); }

@@ -17,7 +17,7 @@ constexpr const char* kFiles[] = {"Options.ini", "Display.ini", "Systemsound.ini
                                   "SampleDB.ini"};
 
 // The person's own configuration, for the time of a test.
-class ProgramFolderTest : public testing::Test {
+class ProgramFolderTest : public ::testing::Test {
   protected:
     void SetUp() override {
         for (const char* name : {"XDG_CONFIG_HOME", "HOME"}) {

@@ -78,7 +78,7 @@ class FullDisk {
     void (*signal_)(int) = std::signal(SIGXFSZ, SIG_IGN);
 };
 
-class ReplacingFileTest : public testing::Test {
+class ReplacingFileTest : public ::testing::Test {
   protected:
     void SetUp() override { WriteFileBytes(target, old); }
     void ExpectOldFileWhole() {

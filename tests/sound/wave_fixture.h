@@ -23,7 +23,7 @@ inline bool SaveWav(const std::filesystem::path& path, CWave& wave) {
     return wave.Save(path, MarkerSaving::kOn);
 }
 
-class WaveTest : public testing::Test {
+class WaveTest : public ::testing::Test {
   protected:
     // Fills the sound by bytes as they lie in memory; the last frame may be cut.
     void Fill(unsigned channels, unsigned bits, std::uint32_t rate, const FileBytes& bytes) {

@@ -17,7 +17,7 @@ class PaintWatch : public QObject {
         widget.installEventFilter(this);
         widget.update();
         EXPECT_TRUE(QTest::qWaitFor([&] { return painted_.contains(widget_.rect()); }));
-        painted_ = {};
+        WaitUntilQuiet();
     }
     bool Any() const { return !painted_.isEmpty(); }
     // All of it since the last call, once there is any.
@@ -32,6 +32,16 @@ class PaintWatch : public QObject {
     }
 
   private:
+    // A view paints what has gathered at its own pace: it is quiet when a pause brings no more
+    // painting.
+    void WaitUntilQuiet() {
+        for (painted_ = QRegion(widget_.rect()); Any();) {
+            painted_ = {};
+            QTest::qWait(kPauseMs);
+        }
+    }
+
+    static constexpr int kPauseMs = 25;
     QWidget& widget_;
     QRegion painted_;
 };

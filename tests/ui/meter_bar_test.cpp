@@ -9,7 +9,7 @@
 namespace sonavel {
 namespace {
 
-class MeterBarTest : public testing::Test {
+class MeterBarTest : public ::testing::Test {
   protected:
     MeterBarTest() {
         TestApplication();

@@ -15,7 +15,7 @@
 namespace sonavel {
 namespace {
 
-class PreferencesSheetTest : public testing::Test {
+class PreferencesSheetTest : public ::testing::Test {
   protected:
     PreferencesSheetTest() { TestApplication(); }
 

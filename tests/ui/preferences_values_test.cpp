@@ -9,7 +9,7 @@
 namespace sonavel {
 namespace {
 
-class PreferencesTest : public testing::Test {
+class PreferencesTest : public ::testing::Test {
   protected:
     void WriteText(std::string_view name, std::string_view text) {
         WriteFileBytes(files_ / name, BytesOf(text));

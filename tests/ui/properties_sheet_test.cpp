@@ -22,7 +22,7 @@ struct NoDialogs : DocumentDialogs {
     std::optional<SaveAsChoice> AskSaveAs(const SaveAsRequest&) override { return {}; }
 };
 
-class PropertiesTest : public testing::Test {
+class PropertiesTest : public ::testing::Test {
   protected:
     PropertiesTest() {
         TestApplication();

@@ -10,7 +10,7 @@
 namespace sonavel {
 namespace {
 
-class SoundStatisticsTest : public testing::Test {
+class SoundStatisticsTest : public ::testing::Test {
   protected:
     // The value of a channel at a frame.
     template <typename Value>

@@ -7,7 +7,7 @@
 namespace sonavel {
 namespace {
 
-class ViewSettings : public testing::Test {
+class ViewSettings : public ::testing::Test {
   protected:
     ProfileFile FileWith(std::string_view text) const {
         WriteFileBytes(folder_ / "a.ini", BytesOf(text));
