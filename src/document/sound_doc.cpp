@@ -87,7 +87,6 @@ void CSoundDoc::ForgetHistory() {
 
 Result<SoundEdit> CSoundDoc::BeginEdit(std::string_view stepName) {
     if (!options_.saveUndo || sound_.IsRecording()) return BeginUnrecordedEdit();
-    EndMarkerEdit();
     std::optional<SoundCopy> copy = sound_.CopySound();
     if (!copy &&
         !services_.prompts.AskOkCancel("There is not enough memory for an undo step.\n"

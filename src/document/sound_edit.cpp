@@ -15,7 +15,6 @@ void SoundEdit::Commit(std::uint32_t firstChangedFrame) {
         history.Add(std::move(*step_));
     else
         history.DiscardRedo();
-    step_.reset();
     document_->NotifyChanged(firstChangedFrame);
 }
 

@@ -94,6 +94,8 @@ TEST(ClipImage, AnImageWithoutSamplesKeepsTheClipBefore) {
         Put(image, 40, 4, size);
         ClipRecord clip = MakeClip({1, 8}, {1, 2, 3});
         EXPECT_TRUE(ReadClipImage(image, clip)) << size;
+        image.resize(44);
+        EXPECT_TRUE(ReadClipImage(image, clip)) << size << " and nothing behind the header";
         EXPECT_EQ(clip.DataSize(), 3u) << size;
     }
 }

@@ -186,6 +186,20 @@ TEST_F(EditOperationsTest, SelectionsBehindTheEndAreClamped) {
     const EditResult pasted = edit::Paste(*document, MakeClip({1, 8}, {9}), {0, 0, 0xFFFFFFFF});
     EXPECT_EQ(pasted.selection.cursorFrame, 8u);
     EXPECT_EQ(BytesOf(document->Sound()).back(), 9);
+    EXPECT_EQ(edit::PasteBlockOverwrite(*document, MakeClip({1, 8}, {5}), {6, 99, 0}).selection,
+              (EditSelection{6, 8, 0}));
+    EXPECT_EQ(BytesOf(document->Sound()).back(), 5);
+    EXPECT_FALSE(edit::PasteBlockOverwrite(*document, MakeClip({1, 8}, {5}), {50, 99, 0}).done);
+    EXPECT_EQ(document->LastError(), "Nothing is selected.");
+}
+
+TEST_F(EditOperationsTest, AThousandCopiesAreTheMost) {
+    auto document = MakeDocument({1, 8}, {1, 2});
+    EXPECT_TRUE(edit::Paste(*document, MakeClip({1, 8}, {7}), {0, 0, 1}, 1000).done);
+    Bytes expected(1002, 7);
+    expected.front() = 1;
+    expected.back() = 2;
+    EXPECT_EQ(BytesOf(document->Sound()), expected);
 }
 
 TEST_F(EditOperationsTest, PasteIntoAnEmptySoundCanBeUndone) {
@@ -201,9 +215,15 @@ TEST_F(EditOperationsTest, PasteIntoAnEmptySoundCanBeUndone) {
 TEST_F(EditOperationsTest, AClipThatDoesNotFitIsRefused) {
     auto document = MakeDocument({2, 16}, PatternBytes(16, 1));
     const ClipRecord none;
+    ClipRecord gone = MakeClip({2, 16}, PatternBytes(8, 2));
+    gone.present = false;
     const ClipRecord narrow = MakeClip({2, 8}, PatternBytes(8, 2));
-    for (const ClipRecord* clip : {&none, &narrow}) {
+    for (const ClipRecord* clip : std::initializer_list<const ClipRecord*>{&none, &gone, &narrow}) {
+        document->ClearError();
         EXPECT_FALSE(edit::Paste(*document, *clip, {0, 2, 0}).done);
+        EXPECT_EQ(document->LastError(), clip == &narrow
+                                             ? "The clip has another format than the sound."
+                                             : "There is no sound on the clipboard.");
         EXPECT_FALSE(edit::PasteBlockOverwrite(*document, *clip, {0, 2, 0}).done);
         EXPECT_FALSE(edit::Mix(*document, *clip, {0, 2, 0}, {}).done);
     }

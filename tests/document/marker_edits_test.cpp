@@ -116,6 +116,23 @@ TEST_F(MarkerEditsTest, AnyOtherEditEndsADrag) {
     EXPECT_EQ(document_->Sound().GetFrameCount(), 100u);
 }
 
+TEST_F(MarkerEditsTest, RedoAndTheEndOfARecordingEndADrag) {
+    document_->SetMarkers(MarkersAt({5}));
+    ASSERT_TRUE(document_->Undo());
+    document_->SetMarkers(MarkersAt({8}), Editing::kGoesOn);
+    EXPECT_FALSE(document_->Redo()) << "the drag has come about";
+    EXPECT_EQ(Positions(), Places{8});
+
+    ASSERT_TRUE(document_->StartRecording());
+    document_->SetMarkers(MarkersAt({9}), Editing::kGoesOn);
+    devices_.In().Arrive(Bytes{1, 2, 3});
+    ASSERT_TRUE(document_->StopRecording(0));
+    for (const Places& before : {Places{9}, Places{8}, Places{}}) {
+        ASSERT_TRUE(document_->Undo());
+        EXPECT_EQ(Positions(), before);
+    }
+}
+
 TEST_F(MarkerEditsTest, PlayingAndRecordingGoOn) {
     ASSERT_TRUE(document_->Sound().Play(0));
     document_->SetMarkers(MarkersAt({5}));

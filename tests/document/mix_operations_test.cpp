@@ -101,6 +101,9 @@ TEST_F(MixTest, SenselessGainsDoNoHarm) {
         auto document = MakeDocument({2, 16}, PatternBytes(16, 1));
         const ClipRecord clip = MakeClip({2, 16}, PatternBytes(16, 2));
         EXPECT_TRUE(edit::Mix(*document, clip, {}, {gain, gain}).done);
+        if (std::isnan(gain)) {
+            EXPECT_EQ(BytesOf(document->Sound()), Bytes(16)) << "no number is no sound";
+        }
         EXPECT_TRUE(edit::CrossfadeMix(*document, clip, {}, {{gain, 1}, {1, gain}}).done);
         EXPECT_EQ(document->Sound().GetFrameCount(), 4u);
     }

@@ -1,6 +1,7 @@
 #include "document/sound_doc.h"
 
 #include <cmath>
+#include <functional>
 
 #include "document/untitled_titles.h"
 #include "document_fixture.h"
@@ -31,6 +32,57 @@ TEST_F(SoundDocTest, NewMakesAnEmptySoundOfTheChosenFormat) {
     EXPECT_FALSE(document->Sound().HasData());
     EXPECT_FALSE(document->GetModified());
     EXPECT_FALSE(document->NewDocument({.samplesPerSecond = 0, .channels = 2, .bits = 16}));
+}
+
+TEST_F(SoundDocTest, NewAndOpenLeaveNothingOfTheSoundBefore) {
+    WriteWavFile("a.wav", {1, 8}, PatternBytes(10, 1));
+    const std::function<bool(CSoundDoc&)> ways[] = {
+        [](CSoundDoc& document) {
+            return document.NewDocument({.samplesPerSecond = 8000, .channels = 1, .bits = 8});
+        },
+        [&](CSoundDoc& document) { return document.OpenDocument(At("a.wav")); }};
+    for (const auto& take : ways) {
+        auto document = MakeDocument({1, 16}, PatternBytes(60000, 1));
+        ASSERT_TRUE(edit::Delete(*document, {0, 10, 0}).done);
+        ASSERT_TRUE(edit::Delete(*document, {0, 10, 0}).done);
+        ASSERT_TRUE(document->Undo());
+        MarkerList markers;
+        markers.Add(5, "", 0);
+        document->SetMarkers(markers, CSoundDoc::MarkerEditing::kGoesOn);
+        ASSERT_TRUE(document->Sound().Play(0));
+        NotingObserver observer;
+        document->AddObserver(&observer);
+        EXPECT_TRUE(take(*document)) << document->LastError();
+        EXPECT_TRUE(document->Sound().IsStopped());
+        EXPECT_EQ(observer.changes, std::vector<std::uint32_t>{0});
+        EXPECT_FALSE(document->GetModified());
+        document->EndMarkerEdit();
+        EXPECT_EQ(document->History().Count(), 0u);
+        EXPECT_FALSE(document->CanRedo());
+    }
+}
+
+TEST_F(SoundDocTest, ObserversHearOfTitlesAndChangesUntilTheyAreLetGo) {
+    SetMarkerSaving(true);
+    auto document = MakeDocument({1, 8}, PatternBytes(10, 1));
+    NotingObserver observer;
+    document->AddObserver(&observer);
+    const std::function<void()> changes[] = {
+        [&] { document->SetTitle("a"); }, [&] { document->SetModified(true); },
+        [&] { document->NotifyChanged(3); },
+        [&] { EXPECT_TRUE(document->SaveDocument(At("a.wav"))) << document->LastError(); }};
+    for (const auto& change : changes) {
+        observer.titles = 0;
+        change();
+        EXPECT_GT(observer.titles, 0);
+    }
+    EXPECT_EQ(observer.changes, std::vector<std::uint32_t>{3});
+    document->RemoveObserver(&observer);
+    for (const auto& change : changes) {
+        observer.titles = 0;
+        change();
+        EXPECT_EQ(observer.titles, 0);
+    }
 }
 
 TEST_F(SoundDocTest, SavedSoundsOpenAgainByTheirExtension) {
@@ -91,6 +143,37 @@ TEST_F(SoundDocTest, FailuresLeaveTheDocumentAndSayWhyInTheStatusBar) {
     }
 }
 
+TEST_F(SoundDocTest, AFailureNeverShowsTheReasonOfOneBefore) {
+    WriteWavFile("alaw.wav", {1, 8}, PatternBytes(10, 1));
+    Bytes alaw = ReadFileBytes(At("alaw.wav"));
+    alaw[20] = 6;  // the format tag
+    WriteFileBytes(At("alaw.wav"), alaw);
+    SetMarkerSaving(false);
+    const std::pair<std::function<bool(CSoundDoc&)>, const char*> cases[] = {
+        {[&](CSoundDoc& d) { return d.OpenDocument(At("alaw.wav")); },
+         "This format cannot be edited: A-Law"},
+        {[&](CSoundDoc& d) { return d.SaveDocument(At("b.wav")); },
+         "The sound was written without its markers."},
+        {[&](CSoundDoc& d) {
+             d.Sound().SetRecordDevice(kNoWaveDevice);
+             return d.StartRecording();
+         },
+         "Recording could not be started."},
+        {[&](CSoundDoc& d) {
+             EXPECT_TRUE(d.StartRecording());
+             d.Sound().SetLastError("stale");
+             return d.StopRecording(0);
+         },
+         "Nothing was recorded."},
+    };
+    for (const auto& [attempt, reason] : cases) {
+        auto document = MakeDocument({1, 8}, PatternBytes(10, 1));
+        document->Sound().SetLastError("stale");
+        EXPECT_FALSE(attempt(*document));
+        EXPECT_EQ(document->LastError(), reason);
+    }
+}
+
 TEST_F(SoundDocTest, OpeningMaximizesAndPlaysAlsoWhenReadingFailed) {
     WriteOptions("OPEN AND MAXIMIZE=1\nOPEN AND PLAY=1\n");
     auto document = MakeDocument();
@@ -111,7 +194,9 @@ TEST_F(SoundDocTest, SaveWithMarkersOffWritesTheFileAndFails) {
     EXPECT_FALSE(document->LastError().empty());
     EXPECT_EQ(std::filesystem::file_size(At("a.wav")), 64u);
     EXPECT_FALSE(document->SaveDocument(At("a.mp3")));
+    document->SetSaveMarkers(true);
     EXPECT_FALSE(document->SaveDocument(".wav"));
+    EXPECT_EQ(document->LastError(), "The file name has no extension.");
     EXPECT_EQ(folder_.FileCount(), 2u) << "the sound and the options";
 }
 
@@ -162,6 +247,8 @@ TEST_F(SoundDocTest, SaveWarnsOfWhatTheFileWouldLose) {
         {"a.wav", {2, 16, 10}, 50, {"odd", "even"}, 0, true},
         {"a.wav", {2, 16, 10}, 50, {"even"}, 5, true},
         {"a.wav", {1, 8, 10}, 51, {"even"}, 0, true},
+        {"a.wav", {1, 16, 10}, 51, {"even"}, 0, false},
+        {"a.wav", {2, 16, 10}, 51, {"even"}, 0, false},
         {"a.wav", {1, 8, 10}, 51, {}, 0, false},
         {"a.aiff", {2, 16, 10}, 10, {}, 0, false},
         {"a.aiff", {2, 16, 10}, 11, {}, 0, true},
@@ -179,6 +266,12 @@ TEST_F(SoundDocTest, SaveWarnsOfWhatTheFileWouldLose) {
         EXPECT_EQ(!document->SaveWarning(At(c.file)).empty(), c.warns)
             << c.file << ": " << document->SaveWarning(At(c.file));
     }
+    auto document = MakeDocument({2, 16, 10}, PatternBytes(200, 1));
+    document->SetSaveMarkers(true);
+    for (const char* name : {"odd", "even"}) document->Sound().Markers().Add(1, name, 5);
+    EXPECT_EQ(document->SaveWarning(At("a.wav")),
+              "Marker names behind one with an odd number of bytes will not be read again. "
+              "The lengths of markers will not be read again.");
 }
 
 TEST_F(SoundDocTest, SaveWarnsWhereAConversionWrapsTheLoudestSamples) {
@@ -202,7 +295,8 @@ TEST_F(SoundDocTest, MissingAndSenselessOptionsLeaveTheDefaultBlock) {
         {"", 0},
         {"PLAYBACK BUFFER SIZE=127\n", 0},
         {"PLAYBACK BUFFER SIZE=32768\n", 0},
-        {"PLAYBACK DEVICE ID=3\nPLAYBACK BUFFER SIZE=-5\n", 3}};
+        {"PLAYBACK DEVICE ID=3\nPLAYBACK BUFFER SIZE=-5\n", 3},
+        {"PLAYBACK DEVICE ID=4\nRECORD DEVICE ID=4\n", 4}};
     for (const auto& [options, device] : cases) {
         WriteOptions("", options);
         auto document = MakeDocument({1, 8}, PatternBytes(100000, 1));
@@ -210,6 +304,8 @@ TEST_F(SoundDocTest, MissingAndSenselessOptionsLeaveTheDefaultBlock) {
         ASSERT_TRUE(document->Sound().Play(0));
         EXPECT_EQ(devices_.Out().queue.front()->data.size(), 1024u) << options;
         EXPECT_EQ(devices_.Out().deviceId, device) << options;
+        ASSERT_TRUE(document->StartRecording());
+        EXPECT_EQ(devices_.In().deviceId, device == 4 ? 4 : 0) << options;
     }
 }
 
@@ -227,6 +323,30 @@ TEST_F(SoundDocTest, PreviewTruncatesSamplesIntoItsFormat) {
     EXPECT_EQ(document->Preview().GetSample(1, 0), -1);
     EXPECT_EQ(document->Preview().GetSample(0, 1), 100);
     EXPECT_TRUE(document->Preview().IsPlaying());
+}
+
+TEST_F(SoundDocTest, APreviewHoldsWhatItHasRoomForAndSilenceBehindWhatThereIs) {
+    using enum CSoundDoc::PreviewFormat;
+    const struct {
+        CSoundDoc::PreviewFormat format;
+        std::uint32_t lengthBytes;
+        std::vector<float> samples;
+        Bytes expected;
+    } cases[] = {{kOfTheSound, 4, {1, 2}, {127, 126, 128, 128}},
+                 {kOfTheSound, 2, {1, 2, 3, 4}, {127, 126}},
+                 {kStereo16, 4, {1}, {1, 0, 0, 0, 0, 0, 0, 0}},
+                 {kStereo16, 2, {1, 2, 3, 4}, {1, 0, 2, 0}}};
+    for (const auto& c : cases) {
+        auto document = MakeDocument({1, 8}, PatternBytes(4, 1));
+        // Memory that held something else before, and a preview that plays.
+        const std::vector<float> earlier(50000, 7);
+        ASSERT_TRUE(document->MakePreview(earlier, CSoundDoc::PreviewPlay::kYes, 50000, c.format));
+        ASSERT_TRUE(document->Preview().IsPlaying());
+        ASSERT_TRUE(
+            document->MakePreview(c.samples, CSoundDoc::PreviewPlay::kNo, c.lengthBytes, c.format));
+        EXPECT_EQ(BytesOf(document->Preview()), c.expected);
+        EXPECT_TRUE(document->Preview().IsStopped());
+    }
 }
 
 TEST_F(SoundDocTest, RecordingGoesInAtTheCursorAsOneUndoStep) {

@@ -228,6 +228,16 @@ TEST_F(UndoHistoryTest, UndoBringsBackFormatAndMarkersAndMarksModified) {
     EXPECT_TRUE(document->Sound().Markers().Empty());
 }
 
+TEST_F(UndoHistoryTest, UndoAndRedoStopPlaying) {
+    auto document = MakeDocument({1, 16}, PatternBytes(60000, 1));
+    ASSERT_TRUE(edit::Delete(*document, {0, 10, 0}).done);
+    for (bool (CSoundDoc::*const step)() : {&CSoundDoc::Undo, &CSoundDoc::Redo}) {
+        ASSERT_TRUE(document->Sound().Play(0));
+        ASSERT_TRUE(((*document).*step)());
+        EXPECT_TRUE(document->Sound().IsStopped());
+    }
+}
+
 TEST_F(UndoHistoryTest, WithUndoOffEditsStoreNothingAndUndoDoesNothing) {
     WriteOptions("");
     auto document = MakeDocument({1, 8}, PatternBytes(10, 1));

@@ -1,8 +1,11 @@
-#include "view/edit_commands.h"
+#include "view/commands/edit_commands.h"
 
-#include "view/marker_commands.h"
-#include "view/view_commands.h"
-#include "view_fixture.h"
+#include <algorithm>
+
+#include "view/commands/marker_commands.h"
+#include "view/commands/view_commands.h"
+#include "view/draw/first_difference.h"
+#include "view/view_fixture.h"
 
 namespace sonavel {
 namespace {
@@ -132,8 +135,11 @@ TEST_F(EditCommandsTest, ACancelledDialogChangesNothingAndStoresNoStep) {
         EXPECT_FALSE(Run(command));
         EXPECT_EQ(View().LastError(), "Cancelled.");
     }
-    dialogs.replicateCount = 1001;
-    EXPECT_FALSE(Run(kPasteReplicate));
+    for (const int count : {0, 1001}) {
+        dialogs.replicateCount = count;
+        EXPECT_FALSE(Run(kPasteReplicate));
+        EXPECT_EQ(View().LastError(), "A clip is pasted 1 to 1000 times.");
+    }
     EXPECT_EQ(Bytes(), before);
     EXPECT_EQ(Document().History().Count(), 0u);
 }
@@ -214,6 +220,23 @@ TEST_F(EditCommandsTest, UndoFitsTheWindowAndRedoKeepsTheZoomWithTheEditInSight)
     }
 }
 
+TEST_F(EditCommandsTest, TheFirstDifferenceIsFoundInSoundsOfAnyLength) {
+    constexpr std::uint32_t kFrames = 100'000;
+    OpenRamp(kFrames, 2);
+    const SoundCopy before = *Sound().CopySound();
+    EXPECT_EQ(FirstDifferentFrame(before, Sound()), kFrames) << "none";
+    for (const std::uint32_t frame : {99'999u, 70'000u, 32'768u, 16'384u, 16'383u, 1u, 0u}) {
+        Sound().SetSample(1, frame, 12345);
+        EXPECT_EQ(FirstDifferentFrame(before, Sound()), frame);
+    }
+    Sound().Adopt({before.format, {}, {}});
+    EXPECT_EQ(FirstDifferentFrame(before, Sound()), 0u);
+    Sound().GrowWithSilence(1);
+    EXPECT_EQ(FirstDifferentFrame(before, Sound()), 1u) << "the shorter one's end";
+    Sound().SetRate(5);
+    EXPECT_EQ(FirstDifferentFrame(before, Sound()), 0u) << "another format";
+}
+
 TEST_F(EditCommandsTest, UndoClampsSelectionAndCursorToTheShorterSound) {
     OpenRamp(1000);
     CopyFrames(0, 1000);
@@ -241,6 +264,26 @@ TEST_F(EditCommandsTest, MarkerCommandsClampMarkModifiedAndReportWhatIsMissing) 
     EXPECT_EQ(View().LastError(), "There is no such marker.");
     EXPECT_EQ(NearestMarkerId(View(), 500), 1u);
     EXPECT_EQ(NearestMarkerId(View(), 601), id);
+}
+
+TEST_F(EditCommandsTest, TheMarkerDialogShowsTheSoundAndAddsItsFirstMarker) {
+    OpenRamp(1000, 1, 16, 8000);
+    View().SetCursor(70);
+    EXPECT_EQ(NearestMarkerId(View(), 5), 0u);
+    dialogs.markerEdits = {{MarkerEdit::Kind::kAdd, 0, 70, "", 0}};
+    EXPECT_TRUE(Run(kMarkerAdd));
+    EXPECT_EQ(Markers(), (std::vector<MarkerRow>{{70, "Marker 1", 0}}));
+    EXPECT_EQ(dialogs.markerRequest.markerId, 0u);
+    EXPECT_EQ(dialogs.markerRequest.newPosition, 70u);
+    EXPECT_EQ(dialogs.markerRequest.frameCount, 1000u);
+    EXPECT_EQ(dialogs.markerRequest.samplesPerSecond, 8000u);
+    EXPECT_TRUE(dialogs.markerRequest.markers.Empty());
+    Watch();
+    EXPECT_TRUE(Run(kMarkerDelete));
+    EXPECT_EQ(dialogs.markerRequest.start, MarkerDialogRequest::Start::kList);
+    EXPECT_EQ(dialogs.markerRequest.markers.Count(), 1u);
+    for (const ViewArea area : {ViewArea::kMarkerStrip, ViewArea::kWaveform})
+        EXPECT_EQ(std::ranges::count(window.areas, area), 1);
 }
 
 TEST_F(EditCommandsTest, TheMarkerDialogProposesTheSelectionAndItsEditsAreCarriedOut) {

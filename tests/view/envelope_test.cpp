@@ -1,11 +1,11 @@
-#include "view/envelope.h"
+#include "view/draw/envelope.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 
 #include "view/random_sound.h"
-#include "view/zoom.h"
+#include "view/state/zoom.h"
 
 namespace sonavel {
 namespace {

@@ -1,7 +1,8 @@
-#include "view/mouse_input.h"
+#include "view/input/mouse_input.h"
 
-#include "view/marker_strip.h"
-#include "view_fixture.h"
+#include "view/commands/marker_commands.h"
+#include "view/draw/marker_strip.h"
+#include "view/view_fixture.h"
 
 namespace sonavel {
 namespace {
@@ -167,6 +168,27 @@ TEST_F(MouseInputTest, ADragOfAMarkerIsOneUndoStepHoweverItEnds) {
         EXPECT_TRUE(Run(view_command::kUndo));
         EXPECT_EQ(position(), before);
     }
+    drag(302, {310});
+    RemoveMarker(View(), 1);
+    mouse.Move(At(320, y));
+    mouse.Release(At(330, y));
+    EXPECT_TRUE(Sound().Markers().Empty()) << "a marker that is gone is not dragged on";
+}
+
+TEST_F(MouseInputTest, APressBesideTheTimeOrDuringADragSelectsNothing) {
+    ProfileFile display = folder.Display();
+    ASSERT_TRUE(display.SetInteger("__SOUND_DISPLAY_ITEMS", "VERTICAL RULER", 1));
+    View().ReloadSettings();
+    View().SetSelection(1000, 2000);
+    const int ruler = View().Geometry().verticalRuler.left + 2;
+    mouse.Press(MouseButton::kLeft, At(ruler));
+    EXPECT_FALSE(mouse.IsDragging());
+    EXPECT_EQ(View().GetSelection(), (Selection{1000, 2000}));
+    mouse.Press(MouseButton::kLeft, At(300));
+    EXPECT_EQ(mouse.Press(MouseButton::kRight, At(400)), MouseRequest::kNone);
+    mouse.Press(MouseButton::kLeft, At(400));
+    mouse.Release(At(500));
+    EXPECT_EQ(View().GetSelection().start, View().Pixels().NearestFrameAt(300));
 }
 
 TEST_F(MouseInputTest, TheWheelZoomsAroundTheFrameUnderThePointer) {

@@ -1,10 +1,10 @@
-#include "view/rulers.h"
+#include "view/draw/rulers.h"
 
 #include <gtest/gtest.h>
 
 #include "view/random_sound.h"
+#include "view/state/zoom.h"
 #include "view/text_widths.h"
-#include "view/zoom.h"
 
 namespace sonavel {
 namespace {

@@ -1,8 +1,8 @@
-#include "view/scroll_state.h"
+#include "view/state/scroll_state.h"
 
 #include <gtest/gtest.h>
 
-#include "view/pixel_map.h"
+#include "view/state/pixel_map.h"
 #include "view/view_printers.h"
 
 namespace sonavel {

@@ -1,12 +1,12 @@
 // A selection whose start was moved past its end works as the one between its two ends.
-#include "view/selection.h"
+#include "view/state/selection.h"
 
 #include "document/clip_image.h"
-#include "view/cursor_moves.h"
-#include "view/mouse_input.h"
-#include "view/status_texts.h"
-#include "view/view_commands.h"
-#include "view_fixture.h"
+#include "view/commands/view_commands.h"
+#include "view/input/cursor_moves.h"
+#include "view/input/mouse_input.h"
+#include "view/state/status_texts.h"
+#include "view/view_fixture.h"
 
 namespace sonavel {
 namespace {

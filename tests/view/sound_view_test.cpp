@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "view/view_commands.h"
-#include "view_fixture.h"
+#include "view/commands/view_commands.h"
+#include "view/view_fixture.h"
 
 namespace sonavel {
 namespace {

@@ -1,10 +1,10 @@
-#include "view/transport.h"
+#include "view/commands/transport.h"
 
 #include <algorithm>
 #include <numeric>
 
-#include "view/view_commands.h"
-#include "view_fixture.h"
+#include "view/commands/view_commands.h"
+#include "view/view_fixture.h"
 
 namespace sonavel {
 namespace {
@@ -95,9 +95,14 @@ TEST_F(TransportTest, LoopedPlayingRepeatsTheSelectionUntilStop) {
     EXPECT_TRUE(Sound().IsPlaying());
     EXPECT_TRUE(Run(kStop));
     EXPECT_TRUE(Sound().IsStopped());
-    // Playback after a loop does not loop.
-    EXPECT_TRUE(Run(kPlay));
-    EXPECT_FALSE(Sound().IsLooping());
+    // What plays after a loop does not loop.
+    for (const int command : {kPlay, kPlayToEnd}) {
+        EXPECT_TRUE(Run(command));
+        EXPECT_FALSE(Sound().IsLooping());
+        View().SetSelection(0, 0);
+        EXPECT_TRUE(Run(kPlayLooped));
+        EXPECT_TRUE(Sound().IsLooping());
+    }
 }
 
 TEST_F(TransportTest, SpacePlaysAndStopsAndEnterPauses) {
@@ -227,6 +232,15 @@ TEST_F(TransportTest, PlayScrollingDriftsToTheMiddleAboveEightFramesAPixel) {
     int moves = 0;
     for (std::size_t i = 1; i < scrolled.size(); ++i) moves += scrolled[i] != scrolled[i - 1];
     EXPECT_LE(moves, 10) << "only every third report scrolls";
+}
+
+TEST_F(TransportTest, AReportOfTheEndTakesThePlayLineAway) {
+    OpenRamp(6400);
+    Run(kPlay);
+    View().OnPlayPosition(12798, 12800);
+    EXPECT_EQ(View().PlayFrame(), 6399u);
+    View().OnPlayPosition(12800, 12800);
+    EXPECT_FALSE(View().PlayFrame());
 }
 
 TEST_F(TransportTest, WithoutSoundNothingPlays) {

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "support/test_files.h"
-#include "view/colour_table.h"
-#include "view/display_settings.h"
+#include "view/draw/colour_table.h"
+#include "view/state/display_settings.h"
 
 namespace sonavel {
 namespace {

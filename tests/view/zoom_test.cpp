@@ -1,10 +1,10 @@
-#include "view/zoom.h"
+#include "view/state/zoom.h"
 
 #include <gtest/gtest.h>
 
 #include <limits>
 
-#include "view/pixel_map.h"
+#include "view/state/pixel_map.h"
 #include "view/view_printers.h"
 
 namespace sonavel {

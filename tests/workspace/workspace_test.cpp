@@ -94,6 +94,26 @@ TEST_F(WorkspaceTest, OpeningReadsEachFileOfSettingsOnce) {
     EXPECT_EQ(displayFile.Count(), 2u);
 }
 
+TEST_F(WorkspaceTest, ADocumentStandsOnceInTheOrderOfActivation) {
+    for (int i = 0; i < 3; ++i) ASSERT_TRUE(workspace.NewDocument(NewSoundChoice{}));
+    for (const std::size_t index : {0u, 1u, 0u, 1u}) workspace.Activate(index);
+    for (const char* title : {"Sound1", "Sound3"}) {
+        workspace.Close(*workspace.ActiveIndex());
+        EXPECT_EQ(Document().Title(), title);
+    }
+}
+
+TEST_F(WorkspaceTest, StoppingEveryActivityStopsTheSoundAndItsPreview) {
+    OpenRamp(6400);
+    const std::vector<float> samples(12800);
+    ASSERT_TRUE(Document().MakePreview(samples, CSoundDoc::PreviewPlay::kYes, 0,
+                                       CSoundDoc::PreviewFormat::kStereo16));
+    ASSERT_TRUE(Sound().Play(0));
+    workspace.StopActivity(0);
+    EXPECT_TRUE(Sound().IsStopped());
+    EXPECT_TRUE(Document().Preview().IsStopped());
+}
+
 TEST_F(WorkspaceTest, ACancelledOrFailedDocumentLeavesTheOthersAlone) {
     OpenRamp(100);
     EXPECT_FALSE(workspace.NewDocument());
@@ -156,8 +176,12 @@ TEST_F(WorkspaceTest, RecordingIntoTheActiveDocumentInsertsAtTheCursor) {
     OpenRamp(1000, 1, 16, 8000);
     View().SetCursor(500);
     dialogs.record = RecordChoice{RecordChoice::Target::kActiveDocument, {11025, 2, 8}, true, 5};
+    Watch();
     ASSERT_TRUE(workspace.Record());
+    EXPECT_EQ(window.transportChanges, 1);
     ASSERT_TRUE(dialogs.recordRequest.documentFormat);
+    EXPECT_EQ(dialogs.recordRequest.initial.format.samplesPerSecond, 8000u);
+    EXPECT_EQ(dialogs.recordRequest.initial.format.bits, 16u);
     EXPECT_EQ(dialogs.recordRequest.documentFormat->samplesPerSecond, 8000u);
     EXPECT_EQ(dialogs.recordRequest.initial.target, RecordChoice::Target::kActiveDocument);
     EXPECT_FALSE(workspace.Record()) << "already recording";
