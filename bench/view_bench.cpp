@@ -4,8 +4,8 @@
 #include <numeric>
 
 #include "bench_host.h"
-#include "view/block_extremes.h"
-#include "view/envelope.h"
+#include "view/draw/block_extremes.h"
+#include "view/draw/envelope.h"
 
 namespace sonavel::bench {
 namespace {

@@ -38,12 +38,16 @@ target_link_libraries(sonavel_test_flags INTERFACE sonavel_flags)
 target_include_directories(sonavel_test_flags INTERFACE ${CMAKE_SOURCE_DIR}/tests)
 target_compile_options(sonavel_test_flags INTERFACE $<$<CONFIG:Release>:-O1>)
 
-# sonavel_module(NAME [DEPENDS lib...] [PRIVATE lib...] [HEADERS target]): the sources of the
-# current folder, without its subfolders, as a static library. Without HEADERS it reads the standard
+# sonavel_module(NAME [FOLDERS folder...] [DEPENDS lib...] [PRIVATE lib...] [HEADERS target]): the
+# sources of the current folder, and of those subfolders that are named, as a static library. Without HEADERS it reads the standard
 # headers that were compiled once; NONE is for one whose flags differ from theirs.
 function(sonavel_module name)
-  cmake_parse_arguments(ARG "" "HEADERS" "DEPENDS;PRIVATE" ${ARGN})
-  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  cmake_parse_arguments(ARG "" "HEADERS" "FOLDERS;DEPENDS;PRIVATE" ${ARGN})
+  set(patterns ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  foreach(folder IN LISTS ARG_FOLDERS)
+    list(APPEND patterns ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp)
+  endforeach()
+  file(GLOB sources CONFIGURE_DEPENDS ${patterns})
   if(NOT sources)  # a folder of headers alone
     add_library(${name} INTERFACE)
     target_link_libraries(${name} INTERFACE sonavel_flags ${ARG_DEPENDS})

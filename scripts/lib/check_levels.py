@@ -11,6 +11,7 @@ LEVELS = {
     "document": 3,
     "view": 4,
     "catalogue": 4,
+    "workspace": 5,
     "effects": 5,
     "spatial": 5,
     "view/ui": 6,

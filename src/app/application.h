@@ -13,7 +13,7 @@
 #include "platform/qt/qt_prompts.h"
 #include "platform/qt/qt_wave_clipboard.h"
 #include "view/ui/qt_view_dialogs.h"
-#include "view/workspace.h"
+#include "workspace/workspace.h"
 
 namespace sonavel {
 

@@ -5,7 +5,7 @@
 
 #include "document/sound_doc.h"
 #include "view/ui/command_menu.h"
-#include "view/workspace.h"
+#include "workspace/workspace.h"
 
 namespace sonavel {
 

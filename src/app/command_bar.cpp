@@ -4,7 +4,7 @@
 
 #include "app/command_ids.h"
 #include "spatial/ui/spatial_commands.h"
-#include "view/view_commands.h"
+#include "view/commands/view_commands.h"
 
 namespace sonavel {
 

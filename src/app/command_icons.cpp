@@ -5,7 +5,7 @@
 #include "app/command_ids.h"
 #include "platform/qt/palette_icon.h"
 #include "spatial/ui/spatial_commands.h"
-#include "view/view_commands.h"
+#include "view/commands/view_commands.h"
 
 // Resources of a static library are linked in by a call from outside every namespace.
 static void InitialiseResources() {

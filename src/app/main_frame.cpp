@@ -16,7 +16,7 @@
 #include "platform/qt/utf8_text.h"
 #include "sound/failure_texts.h"
 #include "spatial/ui/spatial_commands.h"
-#include "view/status_texts.h"
+#include "view/state/status_texts.h"
 #include "view/ui/sound_view_widget.h"
 
 namespace sonavel {

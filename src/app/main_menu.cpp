@@ -4,7 +4,7 @@
 #include "app/meter/play_meter_bar.h"
 #include "effects/ui/effect_command_target.h"
 #include "spatial/ui/spatial_commands.h"
-#include "view/view_commands.h"
+#include "view/commands/view_commands.h"
 
 namespace sonavel {
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "app/save_as_dialog.h"
-#include "view/workspace.h"
+#include "workspace/workspace.h"
 
 namespace sonavel {
 

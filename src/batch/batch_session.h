@@ -14,7 +14,7 @@
 #include "platform/headless/memory_clipboard.h"
 #include "platform/headless/scripted_prompts.h"
 #include "platform/program_folder.h"
-#include "view/workspace.h"
+#include "workspace/workspace.h"
 
 namespace sonavel::batch {
 

@@ -4,8 +4,8 @@
 #include "batch/batch_session.h"
 #include "batch/command_rows.h"
 #include "platform/small_file.h"
-#include "view/marker_commands.h"
-#include "view/view_commands.h"
+#include "view/commands/marker_commands.h"
+#include "view/commands/view_commands.h"
 
 namespace sonavel::batch {
 namespace {

@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "document/document_dialogs.h"
-#include "view/view_dialogs.h"
+#include "view/commands/view_dialogs.h"
 
 namespace sonavel::batch {
 

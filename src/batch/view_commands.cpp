@@ -5,9 +5,9 @@
 #include "batch/batch_session.h"
 #include "batch/command_rows.h"
 #include "batch/report_text.h"
-#include "view/cursor_moves.h"
-#include "view/envelope.h"
-#include "view/view_commands.h"
+#include "view/commands/view_commands.h"
+#include "view/draw/envelope.h"
+#include "view/input/cursor_moves.h"
 
 namespace sonavel::batch {
 namespace {

@@ -3,7 +3,7 @@
 
 #include "effects/effect_range.h"
 #include "sound/wave.h"
-#include "view/block_extremes.h"
+#include "view/draw/block_extremes.h"
 
 namespace sonavel {
 

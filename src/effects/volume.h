@@ -5,7 +5,7 @@
 #include <span>
 
 #include "effects/effect_processor.h"
-#include "view/block_extremes.h"
+#include "view/draw/block_extremes.h"
 
 namespace sonavel {
 

@@ -8,7 +8,8 @@
 
 namespace sonavel {
 
-// The bytes of the character at the start of a text that is not empty; 0 when there is no valid one.
+// The bytes of the character at the start of a text that is not empty; 0 when there is no valid
+// one.
 std::size_t Utf8CharacterLength(std::string_view bytes);
 bool IsValidUtf8(std::string_view bytes);
 // Nothing when the bytes are not code page 949.

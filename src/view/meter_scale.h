@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "platform/profile_file.h"
-#include "view/rectangle.h"
-#include "view/text_width.h"
+#include "view/draw/text_width.h"
+#include "view/state/rectangle.h"
 
 namespace sonavel {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "view/status_texts.h"
+#include "view/state/status_texts.h"
 
 namespace sonavel {
 

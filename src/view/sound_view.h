@@ -8,18 +8,18 @@
 #include <string_view>
 
 #include "document/sound_doc.h"
-#include "view/block_extremes.h"
-#include "view/colour_table.h"
-#include "view/display_settings.h"
-#include "view/pixel_map.h"
-#include "view/preview_reports.h"
-#include "view/scroll_state.h"
-#include "view/selection.h"
+#include "view/commands/view_dialogs.h"
+#include "view/draw/block_extremes.h"
+#include "view/draw/colour_table.h"
 #include "view/sound_view_observer.h"
-#include "view/view_dialogs.h"
-#include "view/view_geometry.h"
-#include "view/zoom.h"
-#include "view/zoom_axis.h"
+#include "view/state/display_settings.h"
+#include "view/state/pixel_map.h"
+#include "view/state/preview_reports.h"
+#include "view/state/scroll_state.h"
+#include "view/state/selection.h"
+#include "view/state/view_geometry.h"
+#include "view/state/zoom.h"
+#include "view/state/zoom_axis.h"
 
 namespace sonavel {
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "view/display_settings.h"
-#include "view/view_geometry.h"
+#include "view/state/display_settings.h"
+#include "view/state/view_geometry.h"
 
 namespace sonavel {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "view/sound_view.h"
-#include "view/status_texts.h"
+#include "view/state/status_texts.h"
 
 namespace sonavel {
 namespace {

@@ -1,10 +1,10 @@
-#include "view/workspace.h"
+#include "workspace/workspace.h"
 
 #include <algorithm>
 
 #include "document/edit_operations.h"
 #include "sound/failure_texts.h"
-#include "view/transport.h"
+#include "view/commands/transport.h"
 
 namespace sonavel {
 namespace {

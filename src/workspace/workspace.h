@@ -13,8 +13,8 @@
 #include "document/clip_record.h"
 #include "document/sound_doc.h"
 #include "document/untitled_titles.h"
+#include "view/commands/view_commands.h"
 #include "view/sound_view.h"
-#include "view/view_commands.h"
 
 namespace sonavel {
 

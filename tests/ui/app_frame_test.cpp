@@ -10,7 +10,7 @@
 #include "app/main_menu.h"
 #include "app/save_notice.h"
 #include "app_fixture.h"
-#include "view/view_commands.h"
+#include "view/commands/view_commands.h"
 
 namespace sonavel {
 namespace {

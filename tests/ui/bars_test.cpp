@@ -7,7 +7,7 @@
 #include "app/command_ids.h"
 #include "app_fixture.h"
 #include "spatial/spatializer.h"
-#include "view/view_commands.h"
+#include "view/commands/view_commands.h"
 
 namespace sonavel {
 namespace {

@@ -15,7 +15,7 @@
 #include "support/fake_progress.h"
 #include "support/qt_test_application.h"
 #include "view/ui/sound_view_widget.h"
-#include "view/workspace.h"
+#include "workspace/workspace.h"
 
 namespace sonavel {
 

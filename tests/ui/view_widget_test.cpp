@@ -6,7 +6,7 @@
 
 #include "support/paint_watch.h"
 #include "ui/view_fixture.h"
-#include "view/envelope.h"
+#include "view/draw/envelope.h"
 #include "view/ui/qt_values.h"
 
 namespace sonavel {

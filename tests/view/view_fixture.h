@@ -14,7 +14,7 @@
 #include "support/fake_wave_devices.h"
 #include "support/recording_prompts.h"
 #include "support/test_files.h"
-#include "view/workspace.h"
+#include "workspace/workspace.h"
 
 namespace sonavel {
 

@@ -3,8 +3,8 @@
 
 #include <ostream>
 
-#include "view/rectangle.h"
-#include "view/scroll_state.h"
+#include "view/state/rectangle.h"
+#include "view/state/scroll_state.h"
 
 namespace sonavel {
 

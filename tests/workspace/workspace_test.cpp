@@ -1,4 +1,4 @@
-#include "view/workspace.h"
+#include "workspace/workspace.h"
 
 #include <sys/inotify.h>
 
@@ -6,8 +6,8 @@
 #include <set>
 
 #include "platform/file_descriptor.h"
-#include "view/transport.h"
-#include "view_fixture.h"
+#include "view/commands/transport.h"
+#include "view/view_fixture.h"
 
 namespace sonavel {
 namespace {

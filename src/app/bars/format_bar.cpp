@@ -4,7 +4,7 @@
 
 #include "platform/qt/utf8_text.h"
 #include "sound/sound_texts.h"
-#include "view/status_texts.h"
+#include "view/state/status_texts.h"
 
 namespace sonavel {
 

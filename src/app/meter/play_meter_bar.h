@@ -6,7 +6,7 @@
 
 #include "app/meter/play_meter.h"
 #include "platform/command_table.h"
-#include "view/colour_table.h"
+#include "view/draw/colour_table.h"
 #include "view/ui/command_menu.h"
 
 namespace sonavel {

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "view/colour_table.h"
+#include "view/draw/colour_table.h"
 
 namespace sonavel {
 

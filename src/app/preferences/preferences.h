@@ -4,8 +4,8 @@
 
 #include "document/document_options.h"
 #include "platform/program_folder.h"
-#include "view/colour_table.h"
-#include "view/display_settings.h"
+#include "view/draw/colour_table.h"
+#include "view/state/display_settings.h"
 
 namespace sonavel {
 

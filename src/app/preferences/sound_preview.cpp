@@ -5,7 +5,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "view/marker_strip.h"
+#include "view/draw/marker_strip.h"
 #include "view/ui/qt_values.h"
 #include "view/ui/ruler_painter.h"
 #include "view/ui/waveform_renderer.h"

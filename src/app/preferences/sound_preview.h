@@ -7,7 +7,7 @@
 #include "platform/headless/headless_progress.h"
 #include "platform/headless/silent_prompts.h"
 #include "sound/wave.h"
-#include "view/block_extremes.h"
+#include "view/draw/block_extremes.h"
 #include "view/ui/waveform_look.h"
 
 namespace sonavel {

@@ -6,7 +6,7 @@
 #include <QStringList>
 
 #include "effects/effect_table.h"
-#include "view/block_extremes.h"
+#include "view/draw/block_extremes.h"
 
 namespace sonavel {
 

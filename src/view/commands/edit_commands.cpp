@@ -1,10 +1,10 @@
-#include "view/edit_commands.h"
+#include "view/commands/edit_commands.h"
 
 #include "document/clip_image.h"
 #include "document/edit_operations.h"
 #include "sound/failure_texts.h"
 #include "sound/sound_texts.h"
-#include "view/first_difference.h"
+#include "view/draw/first_difference.h"
 
 namespace sonavel {
 namespace {

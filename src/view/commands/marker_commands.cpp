@@ -1,4 +1,4 @@
-#include "view/marker_commands.h"
+#include "view/commands/marker_commands.h"
 
 #include <algorithm>
 #include <span>

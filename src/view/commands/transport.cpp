@@ -1,4 +1,4 @@
-#include "view/transport.h"
+#include "view/commands/transport.h"
 
 #include <algorithm>
 

@@ -1,9 +1,9 @@
-#include "view/view_commands.h"
+#include "view/commands/view_commands.h"
 
-#include "view/cursor_moves.h"
-#include "view/edit_commands.h"
-#include "view/marker_commands.h"
-#include "view/transport.h"
+#include "view/commands/edit_commands.h"
+#include "view/commands/marker_commands.h"
+#include "view/commands/transport.h"
+#include "view/input/cursor_moves.h"
 
 namespace sonavel {
 namespace {

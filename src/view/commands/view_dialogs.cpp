@@ -1,4 +1,4 @@
-#include "view/view_dialogs.h"
+#include "view/commands/view_dialogs.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,4 +1,4 @@
-#include "view/block_extremes.h"
+#include "view/draw/block_extremes.h"
 
 #include <algorithm>
 

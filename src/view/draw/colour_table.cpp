@@ -1,4 +1,4 @@
-#include "view/colour_table.h"
+#include "view/draw/colour_table.h"
 
 #include <cstdlib>
 #include <string>

@@ -1,11 +1,11 @@
-#include "view/envelope.h"
+#include "view/draw/envelope.h"
 
 #include <algorithm>
 #include <span>
 
 #include "sound/typed_samples.h"
-#include "view/level_map.h"
 #include "view/sample_scan.h"
+#include "view/state/level_map.h"
 
 namespace sonavel {
 namespace {

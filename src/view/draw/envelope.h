@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "sound/wave.h"
-#include "view/block_extremes.h"
-#include "view/pixel_map.h"
-#include "view/rectangle.h"
-#include "view/selection.h"
+#include "view/draw/block_extremes.h"
+#include "view/state/pixel_map.h"
+#include "view/state/rectangle.h"
+#include "view/state/selection.h"
 
 namespace sonavel {
 

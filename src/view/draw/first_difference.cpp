@@ -1,4 +1,4 @@
-#include "view/first_difference.h"
+#include "view/draw/first_difference.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,4 +1,4 @@
-#include "view/grid.h"
+#include "view/draw/grid.h"
 
 #include <algorithm>
 #include <cstdio>

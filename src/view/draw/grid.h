@@ -5,12 +5,12 @@
 #include <string>
 #include <vector>
 
-#include "view/display_settings.h"
-#include "view/pixel_map.h"
-#include "view/rectangle.h"
-#include "view/rulers.h"
-#include "view/scroll_state.h"
-#include "view/text_width.h"
+#include "view/draw/rulers.h"
+#include "view/draw/text_width.h"
+#include "view/state/display_settings.h"
+#include "view/state/pixel_map.h"
+#include "view/state/rectangle.h"
+#include "view/state/scroll_state.h"
 
 namespace sonavel {
 

@@ -1,4 +1,4 @@
-#include "view/marker_strip.h"
+#include "view/draw/marker_strip.h"
 
 #include <algorithm>
 

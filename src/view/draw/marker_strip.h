@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "sound/marker_list.h"
-#include "view/pixel_map.h"
-#include "view/rectangle.h"
-#include "view/text_width.h"
+#include "view/draw/text_width.h"
+#include "view/state/pixel_map.h"
+#include "view/state/rectangle.h"
 
 namespace sonavel {
 

@@ -1,10 +1,10 @@
-#include "view/rulers.h"
+#include "view/draw/rulers.h"
 
 #include <algorithm>
 #include <climits>
 
-#include "view/status_texts.h"
-#include "view/time_steps.h"
+#include "view/draw/time_steps.h"
+#include "view/state/status_texts.h"
 
 namespace sonavel {
 namespace {

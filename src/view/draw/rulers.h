@@ -7,12 +7,12 @@
 #include <string>
 #include <vector>
 
-#include "view/display_settings.h"
-#include "view/level_map.h"
-#include "view/pixel_map.h"
-#include "view/rectangle.h"
-#include "view/selection.h"
-#include "view/text_width.h"
+#include "view/draw/text_width.h"
+#include "view/state/display_settings.h"
+#include "view/state/level_map.h"
+#include "view/state/pixel_map.h"
+#include "view/state/rectangle.h"
+#include "view/state/selection.h"
 
 namespace sonavel {
 

@@ -1,7 +1,7 @@
-#include "view/time_steps.h"
+#include "view/draw/time_steps.h"
 
 #include "sound/sound_texts.h"
-#include "view/status_texts.h"
+#include "view/state/status_texts.h"
 
 namespace sonavel {
 namespace {

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "view/display_settings.h"
-#include "view/pixel_map.h"
+#include "view/state/display_settings.h"
+#include "view/state/pixel_map.h"
 
 namespace sonavel {
 

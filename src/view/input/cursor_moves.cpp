@@ -1,4 +1,4 @@
-#include "view/cursor_moves.h"
+#include "view/input/cursor_moves.h"
 
 #include <algorithm>
 

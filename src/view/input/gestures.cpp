@@ -1,4 +1,4 @@
-#include "view/gestures.h"
+#include "view/input/gestures.h"
 
 #include <algorithm>
 

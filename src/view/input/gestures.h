@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "view/selection.h"
+#include "view/state/selection.h"
 
 namespace sonavel {
 

@@ -1,11 +1,11 @@
-#include "view/mouse_input.h"
+#include "view/input/mouse_input.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "view/cursor_moves.h"
-#include "view/marker_commands.h"
-#include "view/marker_strip.h"
+#include "view/commands/marker_commands.h"
+#include "view/draw/marker_strip.h"
+#include "view/input/cursor_moves.h"
 
 namespace sonavel {
 namespace {

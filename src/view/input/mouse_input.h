@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <memory>
 
-#include "view/gestures.h"
+#include "view/input/gestures.h"
 #include "view/sound_view.h"
 
 namespace sonavel {

@@ -1,4 +1,4 @@
-#include "view/display_settings.h"
+#include "view/state/display_settings.h"
 
 namespace sonavel {
 namespace {

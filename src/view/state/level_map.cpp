@@ -1,4 +1,4 @@
-#include "view/level_map.h"
+#include "view/state/level_map.h"
 
 #include <algorithm>
 

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "view/scroll_state.h"
+#include "view/state/scroll_state.h"
 
 namespace sonavel {
 

@@ -1,4 +1,4 @@
-#include "view/pixel_map.h"
+#include "view/state/pixel_map.h"
 
 #include <algorithm>
 

@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-#include "view/scroll_state.h"
+#include "view/state/scroll_state.h"
 
 namespace sonavel {
 

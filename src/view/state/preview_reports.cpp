@@ -1,4 +1,4 @@
-#include "view/preview_reports.h"
+#include "view/state/preview_reports.h"
 
 #include "view/sound_view.h"
 

@@ -1,4 +1,4 @@
-#include "view/scroll_state.h"
+#include "view/state/scroll_state.h"
 
 #include <algorithm>
 

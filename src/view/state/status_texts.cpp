@@ -1,4 +1,4 @@
-#include "view/status_texts.h"
+#include "view/state/status_texts.h"
 
 #include <cstdio>
 

@@ -5,8 +5,8 @@
 #include <string>
 
 #include "sound/wave.h"
-#include "view/display_settings.h"
-#include "view/selection.h"
+#include "view/state/display_settings.h"
+#include "view/state/selection.h"
 
 namespace sonavel {
 

@@ -1,4 +1,4 @@
-#include "view/view_geometry.h"
+#include "view/state/view_geometry.h"
 
 #include <algorithm>
 

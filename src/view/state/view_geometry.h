@@ -1,9 +1,9 @@
 // Where the parts of a view lie within its client area.
 #pragma once
 
-#include "view/pixel_map.h"
-#include "view/rectangle.h"
-#include "view/selection.h"
+#include "view/state/pixel_map.h"
+#include "view/state/rectangle.h"
+#include "view/state/selection.h"
 
 namespace sonavel {
 

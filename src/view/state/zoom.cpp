@@ -1,4 +1,4 @@
-#include "view/zoom.h"
+#include "view/state/zoom.h"
 
 #include <algorithm>
 #include <cmath>
@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <optional>
 
-#include "view/pixel_map.h"
+#include "view/state/pixel_map.h"
 
 namespace sonavel {
 namespace {

@@ -5,8 +5,8 @@
 #include <cstdint>
 
 #include "sound/wave.h"
-#include "view/scroll_state.h"
-#include "view/view_dialogs.h"
+#include "view/commands/view_dialogs.h"
+#include "view/state/scroll_state.h"
 
 namespace sonavel {
 

@@ -1,4 +1,4 @@
-#include "view/zoom_axis.h"
+#include "view/state/zoom_axis.h"
 
 namespace sonavel {
 

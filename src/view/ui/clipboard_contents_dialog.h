@@ -1,8 +1,8 @@
 // The dialog "Clipboard Contents": what the clipboard holds, and a button that plays it.
 #pragma once
 
+#include "view/commands/view_dialogs.h"
 #include "view/ui/form_dialog.h"
-#include "view/view_dialogs.h"
 
 namespace sonavel {
 

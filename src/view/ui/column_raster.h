@@ -7,8 +7,8 @@
 #include <span>
 #include <vector>
 
-#include "view/envelope.h"
-#include "view/rectangle.h"
+#include "view/draw/envelope.h"
+#include "view/state/rectangle.h"
 
 namespace sonavel {
 

@@ -1,6 +1,6 @@
 #include "view/ui/context_menus.h"
 
-#include "view/view_commands.h"
+#include "view/commands/view_commands.h"
 
 namespace sonavel {
 

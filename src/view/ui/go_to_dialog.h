@@ -1,8 +1,8 @@
 // The dialog "Go to Cursor": the place to go to, as a frame or as a time.
 #pragma once
 
+#include "view/commands/view_dialogs.h"
 #include "view/ui/form_dialog.h"
-#include "view/view_dialogs.h"
 
 namespace sonavel {
 

@@ -1,8 +1,8 @@
 // The dialogs "Mix" and "Crossfade", which set levels, and "Paste Replicate", which sets a count.
 #pragma once
 
+#include "view/commands/view_dialogs.h"
 #include "view/ui/form_dialog.h"
-#include "view/view_dialogs.h"
 
 namespace sonavel {
 

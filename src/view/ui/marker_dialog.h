@@ -7,8 +7,8 @@
 #include <QTreeWidget>
 #include <vector>
 
+#include "view/commands/view_dialogs.h"
 #include "view/ui/form_dialog.h"
-#include "view/view_dialogs.h"
 
 namespace sonavel {
 

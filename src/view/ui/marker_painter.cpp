@@ -1,6 +1,6 @@
 #include "view/ui/marker_painter.h"
 
-#include "view/marker_strip.h"
+#include "view/draw/marker_strip.h"
 #include "view/ui/qt_values.h"
 
 namespace sonavel {

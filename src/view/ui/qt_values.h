@@ -6,9 +6,9 @@
 #include <QRect>
 #include <string_view>
 
-#include "view/colour_table.h"
-#include "view/rectangle.h"
-#include "view/text_width.h"
+#include "view/draw/colour_table.h"
+#include "view/draw/text_width.h"
+#include "view/state/rectangle.h"
 
 namespace sonavel {
 

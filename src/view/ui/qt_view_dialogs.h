@@ -4,7 +4,7 @@
 #include <QPointer>
 #include <QWidget>
 
-#include "view/view_dialogs.h"
+#include "view/commands/view_dialogs.h"
 
 namespace sonavel {
 

@@ -5,8 +5,8 @@
 #include <QCheckBox>
 #include <QComboBox>
 
+#include "view/commands/view_dialogs.h"
 #include "view/ui/form_dialog.h"
-#include "view/view_dialogs.h"
 
 namespace sonavel {
 

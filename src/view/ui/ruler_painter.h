@@ -3,8 +3,8 @@
 
 #include <QPainter>
 
-#include "view/colour_table.h"
-#include "view/rulers.h"
+#include "view/draw/colour_table.h"
+#include "view/draw/rulers.h"
 #include "view/sound_view.h"
 
 namespace sonavel {

@@ -6,7 +6,7 @@
 #include <QScrollBar>
 #include <QWidget>
 
-#include "view/mouse_input.h"
+#include "view/input/mouse_input.h"
 #include "view/sound_view.h"
 #include "view/ui/command_menu.h"
 #include "view/ui/context_menus.h"

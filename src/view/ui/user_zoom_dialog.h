@@ -6,8 +6,8 @@
 #include <QGridLayout>
 #include <vector>
 
+#include "view/commands/view_dialogs.h"
 #include "view/ui/form_dialog.h"
-#include "view/view_dialogs.h"
 
 namespace sonavel {
 

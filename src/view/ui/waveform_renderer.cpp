@@ -4,7 +4,7 @@
 #include <cmath>
 #include <limits>
 
-#include "view/grid.h"
+#include "view/draw/grid.h"
 #include "view/ui/column_raster.h"
 #include "view/ui/qt_values.h"
 

@@ -5,7 +5,7 @@
 #include <QImage>
 #include <QPainter>
 
-#include "view/envelope.h"
+#include "view/draw/envelope.h"
 #include "view/ui/waveform_look.h"
 
 namespace sonavel {
