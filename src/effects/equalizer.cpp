@@ -1,29 +1,13 @@
 #include "effects/equalizer.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstring>
 
 #include "effects/effect_table.h"
+#include "platform/vector_clones.h"
 
 namespace sonavel {
-namespace {
-
-class EqualizerProcessor : public EffectProcessor {
-  public:
-    EqualizerProcessor(const EqualizerParameters& parameters, EqualizerFilters& filters)
-        : parameters_(parameters), filters_(filters) {}
-
-    void Process(const EffectPiece& piece) override {
-        for (const std::span<float> samples : piece.channels)
-            filters_.Process(samples, parameters_);
-    }
-
-  private:
-    EqualizerParameters parameters_;
-    EqualizerFilters& filters_;
-};
-
-}  // namespace
-
 const std::array<EqualizerSection, kEqualizerBands> kEqualizerSections = {{
     {0.002557974075898528f, -1.9948111772537231f, 0.9948840737342834f},
     {0.006370087154209614f, -1.986806035041809f, 0.9872598052024841f},
@@ -51,35 +35,100 @@ std::array<const char*, kEqualizerBands> EqualizerLabels(std::uint32_t samplesPe
     }
 }
 
-void EqualizerFilters::Process(std::span<float> samples, const EqualizerParameters& parameters) {
-    // Eight lanes, one a band: the bands are independent, so one vector carries them all.
-    alignas(32) float g[8]{}, a1[8]{}, a2[8]{}, weight[8]{};
-    alignas(32) float w1[8], w2[8], out[8];
-    for (int band = 0; band < 8; ++band) {
-        w1[band] = previous_[band];
-        w2[band] = beforePrevious_[band];
-        if (band == kEqualizerBands) break;
-        g[band] = kEqualizerSections[band].g;
-        a1[band] = kEqualizerSections[band].a1;
-        a2[band] = kEqualizerSections[band].a2;
-        weight[band] = EqualizerWeight(parameters.positions[band]);
-    }
-    for (float& sample : samples) {
-        const float x = sample;
-        for (int band = 0; band < 8; ++band) {
-            const float w = g[band] * x - a1[band] * w1[band] - a2[band] * w2[band];
-            out[band] = weight[band] * (w - w2[band]);
-            w2[band] = w1[band];
-            w1[band] = w;
+namespace {
+
+constexpr int kLanes = EqualizerFilters::kLanes;
+constexpr int kLastLane = kEqualizerBands - 1;
+
+using Lanes = float __attribute__((vector_size(kLanes * sizeof(float))));
+using LaneNumbers = std::int32_t __attribute__((vector_size(kLanes * sizeof(std::int32_t))));
+
+// The bands from the last lane down to the first; one more fills the vector and stays 0. At step i
+// each works on the frame behind the one of the lane above it: the last lane takes in frame i while
+// the first one completes frame i - 6, so that the sums of the frames move on by a lane a step.
+struct Bank {
+    Bank(const EqualizerParameters& parameters, const std::array<float, kLanes>& w1,
+         const std::array<float, kLanes>& w2) {
+        for (int band = 0; band < kEqualizerBands; ++band) {
+            const int lane = kLastLane - band;
+            g[lane] = kEqualizerSections[band].g;
+            a1[lane] = kEqualizerSections[band].a1;
+            a2[lane] = kEqualizerSections[band].a2;
+            weight[lane] = EqualizerWeight(parameters.positions[band]);
         }
-        float y = x;
-        for (int band = 0; band < kEqualizerBands; ++band) y += out[band];
-        sample = y;
+        std::memcpy(&previous, w1.data(), sizeof previous);
+        std::memcpy(&beforePrevious, w2.data(), sizeof beforePrevious);
     }
-    for (int band = 0; band < kEqualizerBands; ++band) {
-        previous_[band] = w1[band];
-        beforePrevious_[band] = w2[band];
+
+    Lanes g{}, a1{}, a2{}, weight{};
+    Lanes previous, beforePrevious;
+    Lanes sums{};
+};
+
+// `frames`: that of each lane. Lanes that `active` (-1, else 0) leaves out keep their states.
+inline void Step(Bank& bank, const float* frames, const LaneNumbers& active) {
+    Lanes x;
+    std::memcpy(&x, frames, sizeof x);
+    const Lanes w = bank.g * x - bank.a1 * bank.previous - bank.a2 * bank.beforePrevious;
+    const Lanes out = bank.weight * (w - bank.beforePrevious);
+    bank.sums = __builtin_shufflevector(bank.sums, x, 1, 2, 3, 4, 5, 6, kLanes + kLastLane, 7);
+    bank.sums += out;
+    bank.beforePrevious = active ? bank.previous : bank.beforePrevious;
+    bank.previous = active ? w : bank.previous;
+}
+
+// `padded`: the piece with 6 values before it and 8 behind, which are not part of it.
+SONAVEL_VECTOR_CLONES
+void FilterPiece(Bank& kept, const float* padded, float* out, std::size_t frames) {
+    constexpr LaneNumbers kAll = {-1, -1, -1, -1, -1, -1, -1, -1};
+    constexpr LaneNumbers kNumbers = {0, 1, 2, 3, 4, 5, 6, 7};
+    Bank bank = kept;
+    const auto count = static_cast<std::int32_t>(frames);
+    // At both ends of the piece some lanes have no frame.
+    const auto stepAtEnd = [&](std::int32_t i) {
+        const LaneNumbers frame = kNumbers + (i - kLastLane);
+        Step(bank, padded + i, (frame >= 0) & (frame < count));
+        if (i >= kLastLane) out[i - kLastLane] = bank.sums[0];
+    };
+    std::int32_t i = 0;
+    for (; i < kLastLane; ++i) stepAtEnd(i);
+    for (; i < count; ++i) {
+        Step(bank, padded + i, kAll);
+        out[i - kLastLane] = bank.sums[0];
     }
+    for (; i < count + kLastLane; ++i) stepAtEnd(i);
+    kept = bank;
+}
+
+class EqualizerProcessor : public EffectProcessor {
+  public:
+    EqualizerProcessor(const EqualizerParameters& parameters, EqualizerFilters& filters)
+        : parameters_(parameters), filters_(filters) {}
+
+    void Process(const EffectPiece& piece) override {
+        for (const std::span<float> samples : piece.channels)
+            filters_.Process(samples, parameters_);
+    }
+
+  private:
+    EqualizerParameters parameters_;
+    EqualizerFilters& filters_;
+};
+
+}  // namespace
+
+void EqualizerFilters::Process(std::span<float> samples, const EqualizerParameters& parameters) {
+    Bank bank(parameters, previous_, beforePrevious_);
+    std::array<float, kLastLane + kPieceFrames + kLanes> padded{};
+    while (!samples.empty()) {
+        const std::size_t frames = std::min<std::size_t>(samples.size(), kPieceFrames);
+        const auto behind = std::copy_n(samples.begin(), frames, padded.begin() + kLastLane);
+        std::fill_n(behind, kLanes, 0.0f);
+        FilterPiece(bank, padded.data(), samples.data(), frames);
+        samples = samples.subspan(frames);
+    }
+    std::memcpy(previous_.data(), &bank.previous, sizeof bank.previous);
+    std::memcpy(beforePrevious_.data(), &bank.beforePrevious, sizeof bank.beforePrevious);
 }
 
 std::unique_ptr<EffectProcessor> MakeEqualizer(std::span<const double> values,

@@ -30,16 +30,20 @@ float EqualizerWeight(int position);
 std::array<const char*, kEqualizerBands> EqualizerLabels(std::uint32_t samplesPerSecond);
 
 // The filters with their memory. One object lives as long as the program: its states carry over
-// from the left channel to the right one and from one run to the next.
+// from the left channel to the right one and from one run to the next, and so one core computes
+// all: every frame begins with what the one before it left.
 class EqualizerFilters {
   public:
+    // A power of two, for vectors.
+    static constexpr int kLanes = 8;
+
     // y = x + the weighted bands, in single precision and in the order of the bands; in place.
     void Process(std::span<float> samples, const EqualizerParameters& parameters);
 
   private:
-    // w[n-1] and w[n-2] of each band; the eighth lane fills the vector and stays 0.
-    std::array<float, 8> previous_{};
-    std::array<float, 8> beforePrevious_{};
+    // w[n-1] and w[n-2] of each band.
+    std::array<float, kLanes> previous_{};
+    std::array<float, kLanes> beforePrevious_{};
 };
 
 // Values: the gain of each band in dB, of one decimal.
