@@ -32,7 +32,7 @@ EffectPass::EffectPass(const EffectTraits& traits, const CWave& sound, EffectRan
       pieces_((std::size_t{range.length} + pieceFrames_ - 1) / pieceFrames_),
       slots_(sound.GetChannels()) {}
 
-void EffectPass::RunInPlace(CWave& sound) {
+WorkEnd EffectPass::RunInPlace(CWave& sound) {
     const auto store = [&](unsigned slot, std::uint32_t first, std::span<float> samples) {
         if (traits_.storing == Storing::kQuantized) QuantizeInPlace(samples);
         WriteTruncated(sound, slot, range_.start + first, samples);
@@ -42,18 +42,20 @@ void EffectPass::RunInPlace(CWave& sound) {
         const std::size_t count = std::min(pieces_ - first, atOnce);
         for (std::size_t i = first; i < first + count; ++i)
             ShowBefore(UnitAt(UnitOrder::kPieceByPiece, i));
-        ComputeParts(count, [&](std::size_t part) {
+        const WorkEnd end = ComputeParts(count, [&](std::size_t part) {
             Compute(UnitAt(UnitOrder::kPieceByPiece, first + part), store);
         });
+        if (end != WorkEnd::kFinished) return end;
     }
     ShowEnd();
+    return WorkEnd::kFinished;
 }
 
-PassEnd EffectPass::RunIntoPairs(PairBuffer& pairs) {
+WorkEnd EffectPass::RunIntoPairs(PairBuffer& pairs) {
     const bool bothSides = traits_.monoPreview == MonoPreview::kBothSides;
     // A mono sound's right side is announced as one of its own.
     if (bothSides && traits_.previewOrder == UnitOrder::kChannelByChannel) slots_ = 2;
-    const PassEnd end = Run(traits_.previewOrder, [&](unsigned slot, std::uint32_t first,
+    const WorkEnd end = Run(traits_.previewOrder, [&](unsigned slot, std::uint32_t first,
                                                       std::span<const float> samples) {
         pairs.Put(slot, first, samples);
     });
@@ -62,15 +64,15 @@ PassEnd EffectPass::RunIntoPairs(PairBuffer& pairs) {
 }
 
 template <class Store>
-PassEnd EffectPass::Run(UnitOrder order, const Store& store) {
+WorkEnd EffectPass::Run(UnitOrder order, const Store& store) {
     const UnitsOfWork work{
         .count = UnitCount(order),
         .lanes = Lanes(),
         .compute = [&](std::size_t unit) { Compute(UnitAt(order, unit), store); },
         .before = [&](std::size_t unit) { return ShowBefore(UnitAt(order, unit)); }};
-    if (ComputeUnits(work, Threads()) < work.count) return PassEnd::kCancelled;
-    ShowEnd();
-    return PassEnd::kFinished;
+    const WorkEnd end = ComputeUnits(work, Threads()).end;
+    if (end == WorkEnd::kFinished) ShowEnd();
+    return end;
 }
 
 // Less than a second's sound is done before another thread has started.
@@ -108,11 +110,16 @@ EffectPass::Unit EffectPass::UnitAt(UnitOrder order, std::size_t index) const {
 template <class Store>
 void EffectPass::Compute(const Unit& unit, const Store& store) {
     const std::size_t each = std::size_t{historyFrames_} + unit.frames;
-    const auto samples = std::make_unique_for_overwrite<float[]>(each * unit.slots);
+    // Pieces without history take no memory: nothing fails once the sound has begun to change.
+    std::array<float, std::size_t{2} * kPieceFrames> usual;
+    std::unique_ptr<float[]> longer;
+    if (each * unit.slots > usual.size())
+        longer = std::make_unique_for_overwrite<float[]>(each * unit.slots);
+    float* samples = longer ? longer.get() : usual.data();
     EffectPiece piece{unit.first, unit.frames, {}};
     for (unsigned i = 0; i < unit.slots; ++i) {
         const unsigned slot = unit.firstSlot + i;
-        piece.channels[slot] = {samples.get() + i * each, each};
+        piece.channels[slot] = {samples + i * each, each};
         Load(std::min(slot, sound_.GetChannels() - 1), unit, piece.channels[slot]);
     }
     if (!cancelled_) processor_.Process(piece);

@@ -14,8 +14,6 @@
 
 namespace sonavel {
 
-enum class PassEnd { kFinished, kCancelled };
-
 class EffectPass {
   public:
     EffectPass(const EffectTraits& traits, const CWave& sound, EffectRange range,
@@ -23,10 +21,10 @@ class EffectPass {
 
     // Into the same range of the sound, piece by piece. While the window is polled, and views may
     // paint the sound, nothing is written.
-    void RunInPlace(CWave& sound);
+    WorkEnd RunInPlace(CWave& sound);
     // Into pairs of the range's length; the peak of each channel as it was is noted where the
     // effect needs it.
-    PassEnd RunIntoPairs(PairBuffer& pairs);
+    WorkEnd RunIntoPairs(PairBuffer& pairs);
     // The greatest magnitude of a channel before the pass, where the effect restores it.
     float PeakBefore(unsigned channel) const { return peaksBefore_[channel]; }
 
@@ -40,7 +38,7 @@ class EffectPass {
     };
 
     template <class Store>
-    PassEnd Run(UnitOrder order, const Store& store);
+    WorkEnd Run(UnitOrder order, const Store& store);
     unsigned Threads() const;
     void ShowEnd();
     std::size_t UnitCount(UnitOrder order) const;

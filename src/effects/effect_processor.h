@@ -35,7 +35,8 @@ class EffectProcessor {
   public:
     virtual ~EffectProcessor() = default;
 
-    // Replaces the piece's own frames by the result.
+    // Replaces the piece's own frames by the result. Throws std::bad_alloc alone, and nothing where
+    // the effect changes the sound piece by piece, which could not be taken back.
     virtual void Process(const EffectPiece& piece) = 0;
     virtual std::uint32_t PieceFrames() const { return kPieceFrames; }
     // How many frames before each piece it is given; those before the run are silent.

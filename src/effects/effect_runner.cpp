@@ -87,7 +87,14 @@ Outcome EffectRunner::Run(const Pass& pass) try {
     const auto progress = document_.Services().progress.CreateProgress(std::string("Progress") +
                                                                        traits_.progressSuffix);
     EffectPass run(traits_, sound, range_, *processor, *progress);
-    return pass(run) == PassEnd::kFinished ? Done() : Cancelled();
+    switch (pass(run)) {
+        case WorkEnd::kFinished:
+            return Done();
+        case WorkEnd::kStopped:
+            return Cancelled();
+        default:
+            return Refuse(document_, failure::kMemory);
+    }
 } catch (const std::bad_alloc&) {
     return Refuse(document_, failure::kMemory);
 }
@@ -95,18 +102,15 @@ Outcome EffectRunner::Run(const Pass& pass) try {
 Outcome EffectRunner::ChangeInPlace() {
     Result<SoundEdit> edit = Begin();
     if (!edit) return edit.Ended();
-    Outcome outcome = Run([&](EffectPass& pass) {
-        pass.RunInPlace(document_.Sound());
-        return PassEnd::kFinished;
-    });
+    Outcome outcome = Run([&](EffectPass& pass) { return pass.RunInPlace(document_.Sound()); });
     if (outcome) End(*edit);
     return outcome;
 }
 
 Outcome EffectRunner::RunIntoPairs(PairBuffer& pairs) {
     Outcome outcome = Run([&](EffectPass& pass) {
-        const PassEnd end = pass.RunIntoPairs(pairs);
-        if (end == PassEnd::kFinished) BringToPeak(pass, pairs);
+        const WorkEnd end = pass.RunIntoPairs(pairs);
+        if (end == WorkEnd::kFinished) BringToPeak(pass, pairs);
         return end;
     });
     return outcome.IsCancelled() ? Refuse(document_, kCancelled) : outcome;

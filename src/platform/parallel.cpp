@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <atomic>
 #include <cstdlib>
+#include <memory>
+#include <new>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -15,58 +17,55 @@ constexpr long kMostThreads = 64;
 
 class Crew {
   public:
-    explicit Crew(const UnitsOfWork& work) : work_(work), done_(work.count) {}
+    explicit Crew(const UnitsOfWork& work) : work_(work) {}
     ~Crew() {
         stopped_ = true;
         for (std::thread& thread : threads_) thread.join();
     }
 
     void Start(unsigned helpers);
-    std::size_t Lead();
+    WorkDone Lead();
 
   private:
     bool EachAlone() const { return work_.lanes == UnitsOfWork::kEachAlone; }
-    template <class Run>
-    bool StartThread(const Run& run);
     void Compute(std::size_t unit);
     bool ComputeNext();
     void ComputeLane(std::size_t lane);
     void Finish(std::size_t unit);
 
     const UnitsOfWork& work_;
-    std::vector<std::atomic<int>> done_;
+    std::unique_ptr<std::atomic<int>[]> done_;  // of each unit; null where one thread does all
     std::atomic<std::size_t> next_ = 0;
     std::atomic<bool> stopped_ = false;
+    std::atomic<bool> outOfMemory_ = false;
     std::vector<std::thread> threads_;
     std::size_t ledLanes_ = 0;  // lanes that threads of their own compute: the last ones
 };
 
 // Without a thread the others do its work.
-template <class Run>
-bool Crew::StartThread(const Run& run) {
-    try {
-        threads_.emplace_back(run);
-    } catch (const std::system_error&) {
-        return false;
-    }
-    return true;
-}
-
-void Crew::Start(unsigned helpers) {
+void Crew::Start(unsigned helpers) try {
+    done_ = std::make_unique<std::atomic<int>[]>(work_.count);
     threads_.reserve(helpers);
-    for (unsigned i = 0; i < helpers; ++i) {
-        const std::size_t lane = work_.lanes - 1 - i;
-        const bool started = EachAlone() ? StartThread([this] {
-            while (ComputeNext()) continue;
-        })
-                                         : StartThread([this, lane] { ComputeLane(lane); });
-        if (!started) return;
-        ++ledLanes_;
+    for (; ledLanes_ < helpers; ++ledLanes_) {
+        if (EachAlone())
+            threads_.emplace_back([this] {
+                while (ComputeNext()) continue;
+            });
+        else
+            threads_.emplace_back(
+                [this, lane = work_.lanes - 1 - ledLanes_] { ComputeLane(lane); });
     }
+} catch (const std::bad_alloc&) {
+} catch (const std::system_error&) {
 }
 
 void Crew::Compute(std::size_t unit) {
-    work_.compute(unit);
+    try {
+        work_.compute(unit);
+    } catch (const std::bad_alloc&) {
+        outOfMemory_ = true;
+    }
+    if (!done_) return;
     done_[unit].store(1, std::memory_order_release);
     done_[unit].notify_one();
 }
@@ -85,6 +84,7 @@ void Crew::ComputeLane(std::size_t lane) {
 
 // Computes it, or other units while another thread does.
 void Crew::Finish(std::size_t unit) {
+    if (!done_) return Compute(unit);
     if (!EachAlone()) {
         if (unit % work_.lanes < work_.lanes - ledLanes_) Compute(unit);
     } else {
@@ -93,12 +93,13 @@ void Crew::Finish(std::size_t unit) {
     done_[unit].wait(0, std::memory_order_acquire);
 }
 
-std::size_t Crew::Lead() {
+WorkDone Crew::Lead() {
     for (std::size_t unit = 0; unit < work_.count; ++unit) {
-        if (work_.before(unit) == Onward::kStop) return unit;
+        if (work_.before(unit) == Onward::kStop) return {WorkEnd::kStopped, unit};
         Finish(unit);
+        if (outOfMemory_) return {WorkEnd::kOutOfMemory, unit};
     }
-    return work_.count;
+    return {WorkEnd::kFinished, work_.count};
 }
 
 }  // namespace
@@ -110,7 +111,7 @@ unsigned ThreadsToUse() {
     return static_cast<unsigned>(std::clamp(threads, 1L, kMostThreads));
 }
 
-std::size_t ComputeUnits(const UnitsOfWork& work, unsigned threads) {
+WorkDone ComputeUnits(const UnitsOfWork& work, unsigned threads) {
     const std::size_t most = work.lanes == UnitsOfWork::kEachAlone ? work.count : work.lanes;
     const std::size_t used = std::min<std::size_t>(threads, most);
     Crew crew(work);
@@ -118,11 +119,11 @@ std::size_t ComputeUnits(const UnitsOfWork& work, unsigned threads) {
     return crew.Lead();
 }
 
-void ComputeParts(std::size_t count, std::function<void(std::size_t part)> compute) {
-    ComputeUnits({.count = count,
-                  .compute = std::move(compute),
-                  .before = [](std::size_t) { return Onward::kGoOn; }},
-                 ThreadsToUse());
+WorkEnd ComputeParts(std::size_t count, std::function<void(std::size_t part)> compute) {
+    const UnitsOfWork work{.count = count,
+                           .compute = std::move(compute),
+                           .before = [](std::size_t) { return Onward::kGoOn; }};
+    return ComputeUnits(work, ThreadsToUse()).end;
 }
 
 }  // namespace sonavel

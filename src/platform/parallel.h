@@ -20,20 +20,30 @@ struct UnitsOfWork {
     // Else unit u follows unit u - lanes, and units of different lanes may be computed beside each
     // other; 1 is one unit after the other.
     std::size_t lanes = kEachAlone;
-    // Computes a unit, on any thread; must not throw.
+    // Computes a unit, on any thread; throws std::bad_alloc alone.
     std::function<void(std::size_t unit)> compute;
     // Called for every unit on the calling thread, in their order and when the units before it are
     // done: progress is shown and a cancel noticed here.
     std::function<Onward(std::size_t unit)> before;
 };
 
-// Computes all units on up to `threads` threads, the calling one among them, and returns how many
-// count: all, or those before the one at which `before` stopped. Units behind it may have been
-// computed too, and are not to be used.
-std::size_t ComputeUnits(const UnitsOfWork& work, unsigned threads);
+enum class WorkEnd { kFinished, kStopped, kOutOfMemory };
+
+struct WorkDone {
+    WorkEnd end = WorkEnd::kFinished;
+    // How many units count: all, or those before the one at which `before` stopped or the memory
+    // could not be had. Units behind it may have been computed too, and are not to be used.
+    std::size_t units = 0;
+
+    bool operator==(const WorkDone&) const = default;
+};
+
+// Computes all units on up to `threads` threads, the calling one among them; on fewer where no more
+// can be started.
+WorkDone ComputeUnits(const UnitsOfWork& work, unsigned threads);
 
 // Computes parts that stand alone, as ComputeUnits() with all threads; without progress or cancel.
 // A single part starts no thread.
-void ComputeParts(std::size_t count, std::function<void(std::size_t part)> compute);
+WorkEnd ComputeParts(std::size_t count, std::function<void(std::size_t part)> compute);
 
 }  // namespace sonavel

@@ -64,7 +64,7 @@ void RunFilter(const CWave& sound, FrameRange range, const BlockFilter& filter,
     // Less than a second's sound is done before another thread has started.
     const unsigned threads = range.Frames() < sound.GetSamplesPerSecond() ? 1 : ThreadsToUse();
     const std::size_t done =
-        ComputeUnits({.count = blocks, .compute = compute, .before = before}, threads);
+        ComputeUnits({.count = blocks, .compute = compute, .before = before}, threads).units;
     if (done < blocks) std::ranges::fill(output.subspan(done * kBlockFloats), 0.0f);
     progress.SetPosition(100);
 }

@@ -212,6 +212,39 @@ TEST_F(ThreadedEffectsTest, WhatACancelLeavesDoesNotDependOnThreads) {
     }
 }
 
+// Has no memory for what lies behind its third piece.
+class ForgetfulProcessor : public EffectProcessor {
+  public:
+    void Process(const EffectPiece& piece) override {
+        if (piece.first >= 3 * kPieceFrames) throw std::bad_alloc();
+    }
+};
+
+TEST_F(ThreadedEffectsTest, MemoryThatRunsOutOnAnyThreadLeavesTheSoundAsItWas) {
+    for (const char* name : {"flanger", "reverb", "equalizer"}) {
+        Effect effect = *FindEffect(name);
+        effect.make = [](std::span<const double>,
+                         const EffectRun&) -> std::unique_ptr<EffectProcessor> {
+            return std::make_unique<ForgetfulProcessor>();
+        };
+        for (const unsigned threads : {1u, 2u, 5u}) {
+            SCOPED_TRACE(std::string(name) + ", " + std::to_string(threads));
+            const ThreadCount count(threads);
+            const auto document = MakeNoise({2, 16, 8000}, 8 * kPieceFrames);
+            const Bytes before = BytesOf(document->Sound());
+            EXPECT_EQ(PreviewEffect(effect, Target(*document), {}, PreviewPlay::kNo),
+                      Failed(failure::kMemory));
+            EXPECT_FALSE(document->Preview().HasData());
+            EXPECT_EQ(
+                ApplyEffect(effect, Target(*document), {}),
+                effect.traits.storing == Storing::kNothing ? Done() : Failed(failure::kMemory));
+            EXPECT_EQ(BytesOf(document->Sound()), before);
+            EXPECT_FALSE(document->CanUndo() || document->GetModified());
+            EXPECT_EQ(progress_.openWindows, 0);
+        }
+    }
+}
+
 std::size_t VirtualBytes() {
     std::size_t pages = 0;
     std::ifstream("/proc/self/statm") >> pages;

@@ -6,8 +6,11 @@
 
 #include <atomic>
 #include <cstdlib>
+#include <new>
 #include <thread>
 #include <vector>
+
+#include "support/address_space_limit.h"
 
 namespace sonavel::testing {
 namespace {
@@ -27,7 +30,8 @@ TEST(ParallelTest, EveryUnitIsComputedOnceAndAnnouncedInOrder) {
                 return Onward::kGoOn;
             };
             const auto compute = [&](std::size_t unit) { ++computed[unit]; };
-            EXPECT_EQ(ComputeUnits({kUnits, lanes, compute, before}, threads), kUnits);
+            EXPECT_EQ(ComputeUnits({kUnits, lanes, compute, before}, threads),
+                      (WorkDone{WorkEnd::kFinished, kUnits}));
             for (const auto& times : computed) ASSERT_EQ(times, 1);
             ASSERT_EQ(announced.size(), kUnits);
             for (std::size_t i = 0; i < kUnits; ++i) ASSERT_EQ(announced[i], i);
@@ -57,12 +61,39 @@ TEST(ParallelTest, AStopTellsHowManyUnitsCount) {
             EXPECT_EQ(
                 ComputeUnits({kUnits, lanes, [&](std::size_t unit) { ++computed[unit]; }, before},
                              threads),
-                10u);
+                (WorkDone{WorkEnd::kStopped, 10}));
             for (std::size_t unit = 0; unit < 10; ++unit) EXPECT_EQ(computed[unit], 1);
             // One thread does not run ahead.
             EXPECT_LE(computed[10], threads == 1 ? 0 : 1);
         }
 }
+
+TEST(ParallelTest, AUnitWithoutMemoryEndsTheWork) {
+    for (const unsigned threads : {1u, 2u, 4u})
+        for (const std::size_t lanes : {UnitsOfWork::kEachAlone, std::size_t{1}, std::size_t{3}}) {
+            const auto compute = [](std::size_t unit) {
+                if (unit >= 10) throw std::bad_alloc();
+            };
+            const auto before = [](std::size_t) { return Onward::kGoOn; };
+            const WorkDone done = ComputeUnits({kUnits, lanes, compute, before}, threads);
+            EXPECT_EQ(done.end, WorkEnd::kOutOfMemory) << threads << " " << lanes;
+            EXPECT_LE(done.units, 10u);
+            EXPECT_EQ(ComputeParts(kUnits, compute), WorkEnd::kOutOfMemory);
+        }
+}
+
+#ifndef __SANITIZE_ADDRESS__
+TEST(ParallelTest, WhereThreadsCannotBeStartedFewerDoTheWork) {
+    for (const std::size_t lanes : {UnitsOfWork::kEachAlone, std::size_t{60}}) {
+        std::vector<std::atomic<int>> computed(kUnits);
+        const AddressSpaceLimit noRoomForStacks(1 << 20);
+        ComputeUnits({kUnits, lanes, [&](std::size_t unit) { ++computed[unit]; },
+                      [](std::size_t) { return Onward::kGoOn; }},
+                     60);
+        for (const auto& times : computed) ASSERT_EQ(times, 1);
+    }
+}
+#endif
 
 TEST(ParallelTest, UnitsAreComputedBesideEachOther) {
     // Each unit waits for the other: one thread alone would wait forever.
