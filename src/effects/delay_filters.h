@@ -13,16 +13,17 @@ namespace sonavel {
 // A line of past values followed by the piece being worked on.
 class DelayLine {
   public:
-    // `reach`: how many past values stay readable.
-    explicit DelayLine(std::size_t reach) : reach_(reach), values_(reach) {}
+    // `reach`: how many past values stay readable; they are silent to begin with.
+    explicit DelayLine(std::size_t reach) : reach_(reach), end_(reach), values_(reach) {}
 
     // Makes room for a piece and returns its place; place[-1] is the newest past value.
     float* Extend(std::size_t frames);
-    // Makes the piece part of the past.
-    void Keep();
+    // Makes as many frames of it part of the past.
+    void Keep(std::size_t frames) { end_ += frames; }
 
   private:
     std::size_t reach_;
+    std::size_t end_;  // of the past
     std::vector<float> values_;
 };
 

@@ -141,7 +141,7 @@ void EffectPass::Load(unsigned channel, const Unit& unit, std::span<float> sampl
 }
 
 Onward EffectPass::ShowBefore(const Unit& unit) {
-    progress_.SetPosition(PercentOf(unit.first));
+    progress_.SetPosition(PercentOf(unit.first - unit.first % processor_.FramesPerStep()));
     if (cancelled_ || !progress_.Poll()) return Onward::kGoOn;
     if (traits_.cancelling == Cancelling::kHandsNothingOver) return Onward::kStop;
     if (traits_.cancelling == Cancelling::kLeavesTheRestAsItIs) cancelled_ = true;

@@ -39,6 +39,8 @@ class EffectProcessor {
     // the effect changes the sound piece by piece, which could not be taken back.
     virtual void Process(const EffectPiece& piece) = 0;
     virtual std::uint32_t PieceFrames() const { return kPieceFrames; }
+    // Progress is shown at multiples of so many frames.
+    virtual std::uint32_t FramesPerStep() const { return 1; }
     // How many frames before each piece it is given; those before the run are silent.
     virtual std::uint32_t HistoryFrames() const { return 0; }
 };

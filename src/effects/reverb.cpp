@@ -4,15 +4,15 @@
 #include <array>
 #include <cmath>
 
+#include "platform/vector_clones.h"
+
 namespace sonavel {
 namespace {
 
-constexpr std::size_t kLateFrames = 1024;
 // Divides every reverberant contribution; brings the wet path to about the loudness of the dry one.
 constexpr float kReverberantShare = 1.0f / 4;
 constexpr int kAllPassesAboveMs = 1700;
-// The polarity of what one block's early part spills into the next. It was once meant to be drawn
-// at random, but has always come out as -1.
+// The polarity of what one block's early part spills into the next.
 constexpr float kSpillPolarity = -1;
 
 struct CombSettings {
@@ -47,23 +47,17 @@ ReverbTaps ShortenedTo(std::uint32_t frames, ReverbTaps taps) {
     return taps;
 }
 
-// Adds as much of `values`, scaled, as the block holds from `at` on; the rest goes to the spill.
-void AddShifted(std::span<const float> values, float gain, std::size_t at, std::span<float> block,
-                std::vector<float>& spill) {
-    const std::size_t inside = at < block.size() ? std::min(values.size(), block.size() - at) : 0;
-    float* to = block.data() + (inside ? at : 0);
-    for (std::size_t i = 0; i < inside; ++i) to[i] += values[i] * gain;
-    const std::size_t spillAt = at + inside - block.size();
-    for (std::size_t i = inside; i < values.size(); ++i)
-        spill[spillAt + i - inside] += values[i] * gain;
+SONAVEL_VECTOR_CLONES
+void Add(const float* __restrict values, float gain, std::span<float> sum) {
+    float* __restrict to = sum.data();
+    for (std::size_t i = 0; i < sum.size(); ++i) to[i] += values[i] * gain;
 }
 
-// Moves the spill's first values into the block; what a short block has no room for moves up.
-void TakeSpill(std::vector<float>& spill, float factor, std::span<float> block) {
-    const std::size_t taken = std::min(spill.size(), block.size());
-    for (std::size_t i = 0; i < taken; ++i) block[i] += spill[i] * factor;
-    std::copy(spill.begin() + static_cast<std::ptrdiff_t>(taken), spill.end(), spill.begin());
-    std::fill(spill.end() - static_cast<std::ptrdiff_t>(taken), spill.end(), 0.0f);
+SONAVEL_VECTOR_CLONES
+void Mix(const float* __restrict dry, float dryShare, std::span<const float> reverb, float wetShare,
+         float* __restrict mixture) {
+    for (std::size_t i = 0; i < reverb.size(); ++i)
+        mixture[i] = (dryShare * dry[i] + wetShare * reverb[i]) * 0.01f;
 }
 
 class ReverbProcessor : public EffectProcessor {
@@ -71,7 +65,8 @@ class ReverbProcessor : public EffectProcessor {
     ReverbProcessor(const ReverbParameters& parameters, const EffectRun& run)
         : channels_(run.channels, ReverbChannel(parameters, run.samplesPerSecond, run.frames)) {}
 
-    std::uint32_t PieceFrames() const override { return ReverbChannel::kBlockFrames; }
+    std::uint32_t PieceFrames() const override { return ReverbChannel::kPieceFrames; }
+    std::uint32_t FramesPerStep() const override { return ReverbChannel::kBlockFrames; }
     void Process(const EffectPiece& piece) override {
         for (std::size_t channel = 0; channel < channels_.size(); ++channel)
             if (!piece.channels[channel].empty())
@@ -93,8 +88,8 @@ ReverbChannel::ReverbChannel(const ReverbParameters& parameters, std::uint32_t s
     : taps_(ShortenedTo(runFrames, MakeReverbTaps(parameters, samplesPerSecond))),
       dryShare_(static_cast<float>(parameters.dryPercent)),
       wetShare_(static_cast<float>(parameters.wetPercent)),
-      earlySpill_(taps_.longest),
-      lateSpill_(taps_.lateStart) {
+      dry_(taps_.longest),
+      late_(taps_.lateStart) {
     const DampedComb::Taps& damping = kDamping[DampingClass(parameters.timeMs)];
     const float timeSeconds = static_cast<float>(parameters.timeMs * 0.001);
     for (const CombSettings& comb : kCombs) {
@@ -108,32 +103,50 @@ ReverbChannel::ReverbChannel(const ReverbParameters& parameters, std::uint32_t s
                 std::min(Frames(stage.delaySeconds, samplesPerSecond), runFrames), stage.gain);
 }
 
-void ReverbChannel::Process(std::span<float> block) {
-    std::vector<float> reverb(block.size());
-    AddEarly(block, reverb);
-    AddLate(block, reverb);
-    for (std::size_t i = 0; i < block.size(); ++i)
-        block[i] = (dryShare_ * block[i] + wetShare_ * reverb[i]) * 0.01f;
+void ReverbChannel::Process(std::span<float> piece) {
+    float* dry = dry_.Extend(piece.size());
+    std::copy(piece.begin(), piece.end(), dry);
+    Piece sums;
+    const std::span<float> reverb = std::span(sums).first(piece.size());
+    AddEarly(dry, reverb);
+    AddLate(dry, reverb);
+    Mix(dry, dryShare_, reverb, wetShare_, piece.data());
+    dry_.Keep(piece.size());
+    placeInBlock_ = (placeInBlock_ + kPieceFrames) % kBlockFrames;
 }
 
-void ReverbChannel::AddEarly(std::span<const float> dry, std::span<float> reverb) {
-    TakeSpill(earlySpill_, kSpillPolarity, reverb);
-    for (const ReverbTap& tap : taps_.taps)
-        if (tap.gain != 0)
-            AddShifted(dry, tap.gain * kReverberantShare, tap.delay, reverb, earlySpill_);
+void ReverbChannel::AddEarly(const float* dry, std::span<float> reverb) const {
+    std::fill(reverb.begin(), reverb.end(), 0.0f);
+    for (std::uint32_t ago = taps_.longest / kBlockFrames + 1; ago > 0; --ago)
+        AddTaps(dry, ago, reverb);
+    for (float& value : reverb) value *= kSpillPolarity;
+    AddTaps(dry, 0, reverb);
 }
 
-void ReverbChannel::AddLate(std::span<const float> dry, std::span<float> reverb) {
-    TakeSpill(lateSpill_, 1, reverb);
-    std::array<float, kLateFrames> sum;
-    for (std::size_t done = 0; done < dry.size(); done += kLateFrames) {
-        const std::size_t frames = std::min(kLateFrames, dry.size() - done);
-        const std::span<float> piece = std::span(sum).first(frames);
-        std::fill(piece.begin(), piece.end(), 0.0f);
-        for (DampedComb& comb : combs_) comb.Process(dry.subspan(done, frames), piece);
-        for (AllPass& stage : allPasses_) stage.Process(piece);
-        AddShifted(piece, kReverberantShare, taps_.lateStart + done, reverb, lateSpill_);
+// What was heard so many blocks before the present one.
+void ReverbChannel::AddTaps(const float* dry, std::uint32_t blocksAgo,
+                            std::span<float> reverb) const {
+    const auto frames = static_cast<std::int64_t>(reverb.size());
+    const std::int64_t blockStart =
+        -std::int64_t{placeInBlock_} - std::int64_t{blocksAgo} * kBlockFrames;
+    for (const ReverbTap& tap : taps_.taps) {
+        const std::int64_t first = std::clamp<std::int64_t>(blockStart + tap.delay, 0, frames);
+        const std::int64_t end =
+            std::clamp<std::int64_t>(blockStart + tap.delay + kBlockFrames, 0, frames);
+        const float gain = tap.gain * kReverberantShare;
+        if (gain == 0) continue;
+        if (first < end) Add(dry + first - tap.delay, gain, reverb.subspan(first, end - first));
     }
+}
+
+void ReverbChannel::AddLate(const float* dry, std::span<float> reverb) {
+    float* late = late_.Extend(reverb.size());
+    const std::span<float> sum(late, reverb.size());
+    std::fill(sum.begin(), sum.end(), 0.0f);
+    for (DampedComb& comb : combs_) comb.Process({dry, reverb.size()}, sum);
+    for (AllPass& stage : allPasses_) stage.Process(sum);
+    Add(late - taps_.lateStart, kReverberantShare, reverb);
+    late_.Keep(reverb.size());
 }
 
 std::unique_ptr<EffectProcessor> MakeReverb(std::span<const double> values, const EffectRun& run) {

@@ -3,6 +3,7 @@
 // Moorer's rooms).
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <limits>
 #include <span>
@@ -16,28 +17,33 @@ namespace sonavel {
 
 class ReverbChannel {
   public:
-    static constexpr std::uint32_t kBlockFrames = 32768;
+    static constexpr std::uint32_t kPieceFrames = 1024;
+    // At the end of each block the early reflections that reach into the next change their sign.
+    static constexpr std::uint32_t kBlockFrames = 32 * kPieceFrames;
 
     // `runFrames`: how many frames will be processed at most. What is delayed beyond them is never
     // heard and takes no memory, whatever rate a file claims.
     ReverbChannel(const ReverbParameters& parameters, std::uint32_t samplesPerSecond,
                   std::uint32_t runFrames = std::numeric_limits<std::uint32_t>::max());
 
-    // The next block of at most kBlockFrames frames: the dry samples, replaced by the mixture.
-    void Process(std::span<float> block);
+    // The next piece, of kPieceFrames but for the last: the dry samples, replaced by the mixture.
+    void Process(std::span<float> piece);
 
   private:
-    void AddEarly(std::span<const float> dry, std::span<float> reverb);
-    void AddLate(std::span<const float> dry, std::span<float> reverb);
+    using Piece = std::array<float, kPieceFrames>;
+
+    void AddEarly(const float* dry, std::span<float> reverb) const;
+    void AddTaps(const float* dry, std::uint32_t blocksAgo, std::span<float> reverb) const;
+    void AddLate(const float* dry, std::span<float> reverb);
 
     ReverbTaps taps_;
     float dryShare_;
     float wetShare_;
     std::vector<DampedComb> combs_;
     std::vector<AllPass> allPasses_;
-    // What passes the end of a block, from the early taps and from the shifted late part.
-    std::vector<float> earlySpill_;
-    std::vector<float> lateSpill_;
+    DelayLine dry_;
+    DelayLine late_;
+    std::uint32_t placeInBlock_ = 0;
 };
 
 // Values: early reflections and late reverberation in ms, how many reflections, dry and wet

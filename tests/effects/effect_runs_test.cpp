@@ -83,9 +83,9 @@ TEST_F(EffectRunsTest, EveryEffectShowsHowFarItIs) {
         progress_.polls = 0;
         progress_.positions.clear();
         ASSERT_TRUE(Makes(effect, Target(*document)));
-        // The reverberation works in larger blocks.
+        // The reverberation shows larger blocks.
         const bool inBlocks = effect.commandId == effect_command::kReverb;
-        EXPECT_GE(progress_.polls, inBlocks ? 2 : 5);
+        EXPECT_GE(progress_.polls, 5);
         const bool twice = effect.commandId == effect_command::kVolume ||
                            effect.commandId == effect_command::kEqualizer;
         const auto rises = ShownPositions();

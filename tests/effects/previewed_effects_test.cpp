@@ -88,7 +88,7 @@ TEST_F(PreviewedEffectTest, CancelHandsNothingOverAndLeavesTheHistoryAlone) {
         document->SetModified(false);
         const Bytes before = BytesOf(document->Sound());
         progress_.polls = 0;
-        progress_.cancelAtPoll = 10;
+        progress_.cancelAtPoll = 30;
         const std::vector<double> values = StartValuesOf(*FindEffect(name));
         EXPECT_FALSE(Apply(name, Target(*document), values)) << name;
         EXPECT_EQ(BytesOf(document->Sound()), before) << name;
@@ -233,8 +233,8 @@ TEST(ReverbTest, ARunThatEndsBeforeItsDelaysSoundsTheSame) {
     for (const std::uint32_t frames : {1u, 60u, 500u, 6000u, 40000u}) {
         ReverbChannel endless({.timeMs = 3000}, 44100);
         ReverbChannel ending({.timeMs = 3000}, 44100, frames);
-        for (std::uint32_t done = 0; done < frames; done += ReverbChannel::kBlockFrames) {
-            Channel a(std::min(frames - done, ReverbChannel::kBlockFrames));
+        for (std::uint32_t done = 0; done < frames; done += ReverbChannel::kPieceFrames) {
+            Channel a(std::min(frames - done, ReverbChannel::kPieceFrames));
             for (std::size_t i = 0; i < a.size(); ++i) a[i] = static_cast<float>(i * i % 1999);
             Channel b = a;
             endless.Process(a);
