@@ -2,7 +2,6 @@
 // is UTF-8 here; as bytes it may be UTF-8 or code page 949, and keeps the encoding it had.
 #pragma once
 
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,11 +14,6 @@ class ProfileText {
   public:
     // What is only read may hold anything; what is written again must come back as it was.
     enum class Purpose { kRead, kRewrite };
-
-    ProfileText();
-    ~ProfileText();
-    ProfileText(ProfileText&&) noexcept;
-    ProfileText& operator=(ProfileText&&) noexcept;
 
     // Nothing for bytes that cannot be an initialisation file.
     static std::optional<ProfileText> FromBytes(std::string_view bytes, Purpose purpose);
@@ -43,8 +37,31 @@ class ProfileText {
     void DeleteSection(std::string_view section);
 
   private:
-    struct Parsed;
-    std::unique_ptr<Parsed> parsed_;
+    // Each with the comment lines above it, which end in line feeds.
+    struct Entry {
+        std::string comment;
+        std::string key;
+        std::string value;  // as it stands behind the "=", with its blanks
+    };
+    struct Section {
+        std::string comment;
+        std::string name;  // empty for that of the keys before the first section line
+        std::vector<Entry> entries;
+    };
+    class Parser;
+
+    const Section* Find(std::string_view name) const;
+    // Adds the section where it lacks; null for a name that no section can have.
+    std::vector<Entry>* EntriesToChange(std::string_view section);
+    static bool Put(std::vector<Entry>& entries, std::string_view key, std::string_view value);
+
+    // How the text lies on the disk, so that a rewritten file keeps it.
+    bool byteOrderMark_ = false;
+    bool utf8_ = false;  // holds UTF-8 text outside ASCII
+    bool carriageReturns_ = false;
+    std::string headComment_;
+    std::vector<Section> sections_;
+    std::string tailComment_;
 };
 
 }  // namespace sonavel

@@ -65,6 +65,15 @@ TEST_F(ProfileFileTest, KeepsOrderAndCommentsOnRewriting) {
                                             {"z", "3"}, {"a", "2"}, {"new", "-4"}}));
 }
 
+TEST_F(ProfileFileTest, OfTheSameNameTwiceTheFirstCounts) {
+    Write("x=1\r[S]\rk=1\rother=2\rK=3\r[T]\r[s]\r; above\rlast=4\r");
+    ProfileFile file(path_);
+    EXPECT_EQ(file.Read().GetInteger("S", "K"), 1);
+    EXPECT_EQ(file.Read().Entries("S").size(), 4u);
+    ASSERT_TRUE(file.SetInteger("s", "K", 5));
+    EXPECT_EQ(Bytes(), "x=1\n\n[S]\nk=5\nother=2\n\n; above\nlast=4\n\n[T]\n");
+}
+
 TEST_F(ProfileFileTest, KeepsCommentsOfAFileWithoutEntries) {
     Write("; one\n\n; two");
     ASSERT_TRUE(ProfileFile(path_).SetString("S", "k", "v"));
