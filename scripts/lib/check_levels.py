@@ -12,12 +12,16 @@ LEVELS = {
     "view": 4,
     "catalogue": 4,
     "workspace": 5,
+    "meter": 5,
+    "properties": 5,
     "effects": 5,
     "spatial": 5,
     "view/ui": 6,
     "effects/ui": 6,
     "spatial/ui": 6,
     "catalogue/ui": 6,
+    "meter/ui": 6,
+    "properties/ui": 6,
     "platform/qt": 6,
     "platform/portaudio": 6,
     "platform/headless": 6,
@@ -25,7 +29,10 @@ LEVELS = {
     "batch": 7,
 }
 # The catalogue links to the toolkit's core alone, so the build keeps widgets out of it.
-TOOLKIT_FOLDERS = {"catalogue", "view/ui", "effects/ui", "spatial/ui", "catalogue/ui", "platform/qt", "app"}
+TOOLKIT_FOLDERS = {
+    "catalogue", "view/ui", "effects/ui", "spatial/ui", "catalogue/ui", "meter/ui", "properties/ui",
+    "platform/qt", "app",
+}
 # Adapters stand on the toolkit adapters beside them.
 SAME_LEVEL_ALLOWED = {
     ("view/ui", "platform/qt"),
@@ -36,6 +43,9 @@ SAME_LEVEL_ALLOWED = {
     ("spatial/ui", "effects/ui"),
     ("catalogue/ui", "platform/qt"),
     ("catalogue/ui", "platform/headless"),
+    ("meter/ui", "view/ui"),
+    ("properties/ui", "view/ui"),
+    ("properties/ui", "platform/qt"),
 }
 INCLUDE = re.compile(r'#include\s+([<"])([^>"]+)[>"]')
 

@@ -9,12 +9,12 @@
 #include "app/command_icons.h"
 #include "app/document_commands.h"
 #include "app/preferences/option_sheet.h"
-#include "app/properties/file_properties_sheet.h"
 #include "app/save_notice.h"
 #include "platform/qt/file_names.h"
 #include "platform/qt/open_files_dialog.h"
 #include "platform/qt/person_settings.h"
 #include "platform/qt/utf8_text.h"
+#include "properties/ui/file_properties_sheet.h"
 
 namespace sonavel {
 

@@ -13,9 +13,9 @@
 #include "app/child_frame.h"
 #include "app/command_bar.h"
 #include "app/logo_window.h"
-#include "app/meter/play_meter_bar.h"
 #include "app/recent_files.h"
 #include "app/status_panes.h"
+#include "meter/ui/play_meter_bar.h"
 #include "spatial/ui/spatial_memory.h"
 
 namespace sonavel {

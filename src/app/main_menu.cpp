@@ -1,8 +1,8 @@
 #include "app/main_menu.h"
 
 #include "app/command_ids.h"
-#include "app/meter/play_meter_bar.h"
 #include "effects/ui/effect_command_target.h"
+#include "meter/ui/play_meter_bar.h"
 #include "spatial/ui/spatial_commands.h"
 #include "view/commands/view_commands.h"
 

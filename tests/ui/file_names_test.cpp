@@ -4,9 +4,9 @@
 #include <QComboBox>
 #include <QMimeData>
 
-#include "app/properties/property_texts.h"
 #include "app_fixture.h"
 #include "platform/qt/open_files_dialog.h"
+#include "properties/ui/property_texts.h"
 
 namespace sonavel {
 namespace {

@@ -1,7 +1,7 @@
 // The play meter bar: what it paints, what of it it repaints, and what its commands keep.
 #include <gtest/gtest.h>
 
-#include "app/meter/play_meter_bar.h"
+#include "meter/ui/play_meter_bar.h"
 #include "support/paint_watch.h"
 #include "support/qt_test_application.h"
 #include "support/sound_files.h"

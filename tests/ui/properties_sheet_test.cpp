@@ -5,10 +5,10 @@
 #include <QTest>
 #include <QTreeWidget>
 
-#include "app/properties/file_properties_sheet.h"
-#include "app/properties/property_texts.h"
 #include "platform/headless/memory_clipboard.h"
 #include "platform/headless/silent_prompts.h"
+#include "properties/ui/file_properties_sheet.h"
+#include "properties/ui/property_texts.h"
 #include "support/fake_progress.h"
 #include "support/fake_wave_devices.h"
 #include "support/qt_test_application.h"

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "audio/wave_player.h"
-#include "view/meter_scale.h"
+#include "meter/meter_scale.h"
 
 namespace sonavel {
 namespace {

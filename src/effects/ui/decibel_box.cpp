@@ -1,7 +1,7 @@
 #include "effects/ui/decibel_box.h"
 
 #include "effects/volume.h"
-#include "view/sound_statistics.h"
+#include "sound/decibels.h"
 
 namespace sonavel {
 

@@ -6,7 +6,7 @@
 #include <cstdlib>
 
 #include "effects/volume.h"
-#include "view/sound_statistics.h"
+#include "sound/decibels.h"
 
 namespace sonavel {
 

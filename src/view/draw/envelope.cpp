@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <span>
 
+#include "sound/sample_scan.h"
 #include "sound/typed_samples.h"
-#include "view/sample_scan.h"
 #include "view/state/level_map.h"
 
 namespace sonavel {

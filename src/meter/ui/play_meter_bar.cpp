@@ -1,4 +1,4 @@
-#include "app/meter/play_meter_bar.h"
+#include "meter/ui/play_meter_bar.h"
 
 #include <QContextMenuEvent>
 #include <QFontMetrics>

@@ -1,4 +1,4 @@
-#include "view/sound_statistics.h"
+#include "properties/sound_statistics.h"
 
 #include <algorithm>
 #include <cmath>
@@ -6,8 +6,8 @@
 #include <limits>
 #include <span>
 
+#include "sound/sample_scan.h"
 #include "sound/typed_samples.h"
-#include "view/sample_scan.h"
 
 namespace sonavel {
 namespace {
@@ -153,11 +153,6 @@ std::optional<SoundStatistics> MeasureSound(const CWave& wave, ProgressFactory& 
     const auto window = progress.CreateProgress(" Statistics");
     return wave.GetBits() == 8 ? Measure<std::uint8_t>(wave, *window)
                                : Measure<std::int16_t>(wave, *window);
-}
-
-std::optional<double> LevelInDecibels(double value, std::int32_t reference) {
-    if (value == 0 || reference <= 0) return std::nullopt;
-    return 20 * std::log10(std::abs(value) / reference);
 }
 
 }  // namespace sonavel

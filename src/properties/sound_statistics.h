@@ -31,7 +31,4 @@ struct SoundStatistics {
 // that the sound may have been replaced by a shorter one. Nothing when the person cancelled.
 std::optional<SoundStatistics> MeasureSound(const CWave& wave, ProgressFactory& progress);
 
-// 20 log10 (|value| / reference); nothing for silence.
-std::optional<double> LevelInDecibels(double value, std::int32_t reference);
-
 }  // namespace sonavel

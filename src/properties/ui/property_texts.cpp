@@ -1,4 +1,4 @@
-#include "app/properties/property_texts.h"
+#include "properties/ui/property_texts.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -11,6 +11,7 @@
 #include "platform/code_page_949.h"
 #include "platform/qt/file_names.h"
 #include "platform/qt/utf8_text.h"
+#include "sound/decibels.h"
 #include "sound/sound_texts.h"
 
 namespace sonavel {

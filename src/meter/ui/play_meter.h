@@ -5,7 +5,7 @@
 #include <QColor>
 #include <QWidget>
 
-#include "view/meter_scale.h"
+#include "meter/meter_scale.h"
 
 namespace sonavel {
 

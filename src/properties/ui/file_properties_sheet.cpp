@@ -1,12 +1,12 @@
-#include "app/properties/file_properties_sheet.h"
+#include "properties/ui/file_properties_sheet.h"
 
 #include <QGridLayout>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QTreeWidget>
 
-#include "app/properties/property_texts.h"
 #include "platform/qt/utf8_text.h"
+#include "properties/ui/property_texts.h"
 
 namespace sonavel {
 

@@ -4,7 +4,7 @@
 
 #include <QDockWidget>
 
-#include "app/meter/play_meter.h"
+#include "meter/ui/play_meter.h"
 #include "platform/command_table.h"
 #include "view/draw/colour_table.h"
 #include "view/ui/command_menu.h"

@@ -6,7 +6,7 @@
 #include <QStringList>
 
 #include "document/sound_doc.h"
-#include "view/sound_statistics.h"
+#include "properties/sound_statistics.h"
 
 namespace sonavel {
 

@@ -4,8 +4,8 @@
 #include <numbers>
 
 #include "platform/headless/silent_prompts.h"
+#include "properties/sound_statistics.h"
 #include "support/fake_progress.h"
-#include "view/sound_statistics.h"
 
 namespace sonavel {
 namespace {
@@ -109,12 +109,6 @@ TEST_F(SoundStatisticsTest, ProgressGoesUpAndCancelling) {
     progress_.cancelAtPoll = progress_.polls + 2;
     EXPECT_FALSE(MeasureSound(wave_, progress_));
     EXPECT_EQ(progress_.openWindows, 0);
-}
-
-TEST(LevelInDecibelsTest, SilenceHasNone) {
-    EXPECT_NEAR(LevelInDecibels(-16384, 32768).value(), -6.0206, 1e-4);
-    EXPECT_EQ(LevelInDecibels(0, 32768), std::nullopt);
-    EXPECT_EQ(LevelInDecibels(5, 0), std::nullopt);
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "view/sample_scan.h"
+#include "sound/sample_scan.h"
 
 #include <algorithm>
 #include <cstring>

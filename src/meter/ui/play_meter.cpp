@@ -1,4 +1,4 @@
-#include "app/meter/play_meter.h"
+#include "meter/ui/play_meter.h"
 
 #include <qdrawutil.h>
 

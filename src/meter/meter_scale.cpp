@@ -1,9 +1,10 @@
-#include "view/meter_scale.h"
+#include "meter/meter_scale.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstdio>
 #include <cstdlib>
+
+#include "sound/decibels.h"
 
 namespace sonavel {
 namespace {
@@ -97,8 +98,8 @@ double MeterLevel::Percent() const {
 }
 
 double DecibelsOf(const MeterLevel& level, MeterScale scale) {
-    if (level.Magnitude() == 0 || level.reference <= 0) return FloorOf(scale);
-    return 20 * std::log10(static_cast<double>(level.Magnitude()) / level.reference);
+    return LevelInDecibels(static_cast<double>(level.Magnitude()), level.reference)
+        .value_or(FloorOf(scale));
 }
 
 MeterPlaces LayOutMeters(const Rectangle& bar) {

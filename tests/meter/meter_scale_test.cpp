@@ -1,4 +1,4 @@
-#include "view/meter_scale.h"
+#include "meter/meter_scale.h"
 
 #include <gtest/gtest.h>
 
