@@ -8,7 +8,7 @@ enum Id : int {
     kPreferences = 32830,
     kSaveAll = 32844,
     kSampleDatabase = 32878,
-    // Without an old number.
+    // Commands that came later.
     kCloseAll = 33101,
     kTabs = 33102,
     kFileProperties = 33104,

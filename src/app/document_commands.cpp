@@ -10,7 +10,7 @@ bool SaveAs(CSoundDoc& document) {
     return document.SaveAs();
 }
 
-// Ctrl+S belongs to the crossfading mix, as it always has.
+// Ctrl+S is the key of the crossfading mix, so Save has it with Shift.
 constexpr Command<CSoundDoc> kCommands[] = {
     {{app_command::kSave, "save", "&Save", "Ctrl+Shift+S", "Save the active sound"},
      SaveUnderOwnPath},

@@ -59,7 +59,7 @@ void PaintWords(QPainter& painter) {
     painter.setFont(TextFont(42, QFont::DemiBold));
     painter.drawText(QRectF(34, 14, 300, 60), Qt::AlignLeft | Qt::AlignVCenter,
                      QStringLiteral("Sonavel"));
-    // The face that the logo window has always asked for; whatever stands in for it serves.
+    // Where the face is not installed, whatever stands in for it serves.
     QFont small(QStringLiteral("Arial"));
     small.setPixelSize(13);
     painter.setFont(small);

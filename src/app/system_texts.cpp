@@ -25,7 +25,7 @@ std::string Format(const char* format, Values... values) {
 }  // namespace
 
 std::string PhysicalMemoryText(std::uint64_t totalBytes) {
-    // Behind the dot stands the rest in bytes, not a decimal fraction: the text's old form.
+    // Behind the dot stands the rest in bytes, not a decimal fraction: intended.
     return Format("%" PRIu64 ".%3" PRIu64 " MBytes", totalBytes / kMegabyte,
                   totalBytes % kMegabyte);
 }

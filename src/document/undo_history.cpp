@@ -71,15 +71,11 @@ std::uint64_t UndoHistory::MemoryBytes() const {
     return bytes;
 }
 
-bool UndoHistory::IsCurrentLast() const {
-    return !shown_ && !steps_.empty();
-}
-
 std::string UndoHistory::UndoMenuText(MenuPass pass) const {
     const std::optional<std::size_t> current = CurrentPosition();
     if (!current) return "&Undo";
     const UndoStep& step = steps_[*current];
-    // The words are kept as people know them, "Cant't" included.
+    // Intended: each pass has a spelling of its own, by which a menu shows which one filled it.
     const char* cannot = pass == MenuPass::kFirst ? "Cant't &Undo" : "Can't &Undo";
     return (step.canUndo ? "&Undo" : cannot) + step.name;
 }

@@ -56,8 +56,6 @@ class UndoHistory {
     const UndoStep& StepAt(std::size_t index) const { return steps_[index]; }
     // Nothing when no step is left to undo.
     std::optional<std::size_t> CurrentPosition() const;
-    // False also for an empty history.
-    bool IsCurrentLast() const;
 
     // The menu is updated in two passes, which spell "can't" differently; nothing else differs.
     enum class MenuPass { kFirst, kSecond };

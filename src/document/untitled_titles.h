@@ -13,14 +13,6 @@ inline constexpr std::string_view kPaste = "Paste_";
 inline constexpr std::string_view kRecorder = "Recorder_";
 inline constexpr std::string_view kSystemSound = "System_Sound_";
 inline constexpr std::string_view kUserSound = "User_Sound_";
-inline constexpr std::string_view kReverb = "Reverb_";
-inline constexpr std::string_view kEcho = "Echo_";
-inline constexpr std::string_view kTimePitch = "Time_Pitch_";
-inline constexpr std::string_view kDopplerShift = "Doppler_Shift_";
-inline constexpr std::string_view kCrossTalk = "Cross_Talk_";
-inline constexpr std::string_view kDynamics = "Dynamics_";
-inline constexpr std::string_view kFlanging = "Flanging_";
-inline constexpr std::string_view kEqualizer = "Equalizer_";
 }  // namespace untitled_prefix
 
 class UntitledTitles {

@@ -12,7 +12,8 @@ namespace {
 // Divides every reverberant contribution; brings the wet path to about the loudness of the dry one.
 constexpr float kReverberantShare = 1.0f / 4;
 constexpr int kAllPassesAboveMs = 1700;
-// The polarity of what one block's early part spills into the next.
+// The polarity of what one block's early part spills into the next. Another
+// value would change how every setting sounds.
 constexpr float kSpillPolarity = -1;
 
 struct CombSettings {

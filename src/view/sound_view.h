@@ -132,13 +132,6 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
 
     // --- Playing
 
-    // The flags that the transport commands leave for each other and for the window's buttons.
-    struct TransportFlags {
-        bool playingSelection = false;
-        bool playToEnd = false;
-    };
-    TransportFlags& Transport() { return transport_; }
-    const TransportFlags& Transport() const { return transport_; }
     // The column of the play position in client pixels while playing or paused, else nothing.
     std::optional<Rectangle> PlayPosition() const;
     // Its frame, likewise.
@@ -217,7 +210,6 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
 
     SelectionEnds selectionEnds_;
     std::uint32_t cursor_ = 0;
-    TransportFlags transport_;
     PlayState lastState_ = PlayState::kStopped;
     std::optional<std::uint32_t> playFrame_;
     int playReports_ = 0;

@@ -120,19 +120,6 @@ TEST_F(TransportTest, SpacePlaysAndStopsAndEnterPauses) {
     EXPECT_EQ(View().LastError(), "Nothing is playing.");
 }
 
-TEST_F(TransportTest, TheFlagsTellHowPlayingStarted) {
-    OpenRamp(2000);
-    View().SetSelection(10, 20);
-    Run(kPlay);
-    EXPECT_TRUE(View().Transport().playingSelection);
-    Run(kPlayToEnd);
-    EXPECT_TRUE(View().Transport().playToEnd);
-    View().SetSelection(0, 0);
-    Run(kPlay);
-    EXPECT_FALSE(View().Transport().playingSelection);
-    EXPECT_FALSE(View().Transport().playToEnd);
-}
-
 TEST_F(TransportTest, TheViewShowsPositionAndStateOfThePlayer) {
     OpenRamp(6400);
     Watch();

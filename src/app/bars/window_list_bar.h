@@ -47,7 +47,7 @@ class WindowListBar : public QToolBar {
     QTabBar& Buttons() { return *buttons_; }
 
   Q_SIGNALS:
-    // The middle button closes the window, which asks as it always does.
+    // The middle button closes the window, which asks whether to save.
     void Chosen(CChildFrame* frame);
     void MenuRequested(CChildFrame* frame, const QPoint& globalPosition);
 

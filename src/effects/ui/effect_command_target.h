@@ -12,7 +12,6 @@
 namespace sonavel {
 
 namespace effect_command {
-// Without an old number.
 inline constexpr int kOpenPreview = 33103;
 }  // namespace effect_command
 

@@ -40,10 +40,8 @@ std::uint32_t Behind(const CSoundView& view, std::uint32_t frame, std::uint32_t 
 
 bool Playback(CSoundView& view) {
     if (!view.Sound().HasData()) return view.Refuse(kNoSound);
-    view.Transport().playToEnd = false;
     view.ClearPlayPosition();
     view.Sound().SetLooping(false);
-    view.Transport().playingSelection = view.HasSelection();
     if (view.HasSelection())
         return PlayFrames(view, view.GetSelection().start, view.GetSelection().end);
     return StartFromCursor(view) || view.Refuse(kNotStarted);
@@ -51,7 +49,6 @@ bool Playback(CSoundView& view) {
 
 bool PlayLooped(CSoundView& view) {
     if (!view.Sound().HasData()) return view.Refuse(kNoSound);
-    view.Transport().playToEnd = false;
     view.ClearPlayPosition();
     view.Sound().SetLooping(true);
     if (view.HasSelection())
@@ -61,14 +58,12 @@ bool PlayLooped(CSoundView& view) {
 
 bool PlayToEnd(CSoundView& view) {
     if (!view.Sound().HasData()) return view.Refuse(kNoSound);
-    view.Transport().playToEnd = true;
     view.ClearPlayPosition();
     view.Sound().SetLooping(false);
     return view.Sound().Play(0) || view.Refuse(kNotStarted);
 }
 
 bool StopTransport(CSoundView& view) {
-    view.Transport().playToEnd = false;
     if (view.Sound().IsPlaying()) {
         view.Sound().Stop(CWavePlayer::StopReport::kShow);
         return true;

@@ -53,7 +53,7 @@ enum Id : int {
     kSelectAll = 57642,
     kUndo = 57643,
     kRedo = 57644,
-    // Keys and commands without an old number.
+    // Keys, and commands that came later.
     kClipboardContents = 33001,
     kSpaceKey = 33010,
     kCursorLeft = 33011,

@@ -40,7 +40,7 @@ bool MoveCursorLeft(CSoundView& view, int pixels, MoveMode mode) {
     std::int64_t cursor = std::int64_t{view.Cursor()} - step.step;
     if (PlaceInWindow(view, step, cursor) < 0)
         view.ScrollHorizontallyTo(view.Horizontal().position - step.scrollDistance);
-    // Intended: a move past the start stops at frame 1, where Rewind has always stopped.
+    // Intended: a move past the start stops at frame 1; Start alone leads to 0.
     if (cursor < 0) cursor = 1;
     const auto target = static_cast<std::uint32_t>(cursor);
     view.SetCursor(target);
