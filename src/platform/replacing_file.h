@@ -24,6 +24,8 @@ class ReplacingFile {
     // the file which `target` leads to when it is a symbolic link. False when the folder cannot be
     // written, or the target exists and may not be written or is no regular file.
     bool Open(const std::filesystem::path& target);
+    // Where it is written until then, for a program that writes by path.
+    const std::filesystem::path& TemporaryPath() const { return temporary_; }
     // False when the disk is full or fails.
     bool Write(std::span<const std::uint8_t> bytes);
     // Flushes to the disk and renames over the target, which keeps its owner, permissions, access
