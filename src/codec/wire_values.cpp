@@ -34,13 +34,19 @@ constexpr std::uint32_t kMostBits = 64;
 
 std::size_t MostBytes(RecordType type) {
     switch (type) {
-        case RecordType::kDescription: return 4 * kMostNameBytes + 4 * kMostChannels;
-        case RecordType::kTag: return kMostTagBytes + 2 * kMostNameBytes;
-        case RecordType::kChapter: return kMostChapterName + kMostNameBytes;
-        case RecordType::kFrames: return kMostFrameBytes;
+        case RecordType::kDescription:
+            return 4 * kMostNameBytes + 4 * kMostChannels;
+        case RecordType::kTag:
+            return kMostTagBytes + 2 * kMostNameBytes;
+        case RecordType::kChapter:
+            return kMostChapterName + kMostNameBytes;
+        case RecordType::kFrames:
+            return kMostFrameBytes;
         case RecordType::kEnd:
-        case RecordType::kRequest: return 64;
-        case RecordType::kFailure: return 2 * kMostNameBytes;
+        case RecordType::kRequest:
+            return 64;
+        case RecordType::kFailure:
+            return 2 * kMostNameBytes;
     }
     return 0;
 }

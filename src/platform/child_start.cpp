@@ -98,9 +98,9 @@ class SpawnPlan {
         sigfillset(&all);
         return posix_spawnattr_setsigmask(&attributes_, &none) == 0 &&
                posix_spawnattr_setsigdefault(&attributes_, &all) == 0 &&
-               posix_spawnattr_setflags(
-                   &attributes_,
-                   POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSID) == 0;
+               posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGMASK |
+                                                          POSIX_SPAWN_SETSIGDEF |
+                                                          POSIX_SPAWN_SETSID) == 0;
     }
     pid_t Spawn(const ChildCommand& command) {
         std::string program = command.program.string();
@@ -109,8 +109,8 @@ class SpawnPlan {
         for (std::string& word : words) pointers.push_back(word.data());
         pointers.push_back(nullptr);
         pid_t pid = -1;
-        const int error = posix_spawn(&pid, program.c_str(), &actions_, &attributes_,
-                                      pointers.data(), environ);
+        const int error =
+            posix_spawn(&pid, program.c_str(), &actions_, &attributes_, pointers.data(), environ);
         return error == 0 ? pid : -1;
     }
 
@@ -128,12 +128,10 @@ void Limit(pid_t pid, __rlimit_resource what, rlim_t soft, rlim_t hard) {
 // it gets the signal that tells why it ended; a second later, if it has caught that, the other one.
 void SetLimits(pid_t pid, const ChildCommand& command) {
     Limit(pid, RLIMIT_CORE, 0, 0);
-    if (command.cpuSeconds != 0)
-        Limit(pid, RLIMIT_CPU, command.cpuSeconds, command.cpuSeconds + 1);
+    if (command.cpuSeconds != 0) Limit(pid, RLIMIT_CPU, command.cpuSeconds, command.cpuSeconds + 1);
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
     // Sanitizers reserve terabytes of address space.
-    if (command.memoryBytes != 0)
-        Limit(pid, RLIMIT_AS, command.memoryBytes, command.memoryBytes);
+    if (command.memoryBytes != 0) Limit(pid, RLIMIT_AS, command.memoryBytes, command.memoryBytes);
 #endif
 }
 

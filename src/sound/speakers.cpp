@@ -5,14 +5,30 @@
 namespace sonavel {
 namespace {
 
-constexpr std::array<std::string_view, kSpeakerCount> kNames = {
-    "Front left",           "Front right",           "Front centre",    "Low frequency",
-    "Rear left",            "Rear right",            "Front left of centre",
-    "Front right of centre", "Rear centre",          "Side left",       "Side right",
-    "Top centre",           "Top front left",        "Top front centre", "Top front right",
-    "Top rear left",        "Top rear centre",       "Top rear right",  "Mono",
-    "Ambisonic W",          "Ambisonic X",           "Ambisonic Y",     "Ambisonic Z",
-    ""};
+constexpr std::array<std::string_view, kSpeakerCount> kNames = {"Front left",
+                                                                "Front right",
+                                                                "Front centre",
+                                                                "Low frequency",
+                                                                "Rear left",
+                                                                "Rear right",
+                                                                "Front left of centre",
+                                                                "Front right of centre",
+                                                                "Rear centre",
+                                                                "Side left",
+                                                                "Side right",
+                                                                "Top centre",
+                                                                "Top front left",
+                                                                "Top front centre",
+                                                                "Top front right",
+                                                                "Top rear left",
+                                                                "Top rear centre",
+                                                                "Top rear right",
+                                                                "Mono",
+                                                                "Ambisonic W",
+                                                                "Ambisonic X",
+                                                                "Ambisonic Y",
+                                                                "Ambisonic Z",
+                                                                ""};
 
 }  // namespace
 

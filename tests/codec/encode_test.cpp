@@ -36,10 +36,14 @@ TEST_F(EncodeTest, KeepsEverySampleThatFits) {
     std::vector<std::uint8_t> bytes;
     std::vector<std::int16_t> words;
     std::vector<float> deep, floats;
-    for (const std::int32_t v : Ramp(2 * kFrames, 8)) bytes.push_back(static_cast<std::uint8_t>(v + 128));
-    for (const std::int32_t v : Ramp(2 * kFrames, 16)) words.push_back(static_cast<std::int16_t>(v));
-    for (const std::int32_t v : Ramp(2 * kFrames, 24)) deep.push_back(static_cast<float>(v) * 0x1p-23f);
-    for (const std::int32_t v : Ramp(2 * kFrames, 32)) floats.push_back(static_cast<float>(v) * 0x1.1p-29f);
+    for (const std::int32_t v : Ramp(2 * kFrames, 8))
+        bytes.push_back(static_cast<std::uint8_t>(v + 128));
+    for (const std::int32_t v : Ramp(2 * kFrames, 16))
+        words.push_back(static_cast<std::int16_t>(v));
+    for (const std::int32_t v : Ramp(2 * kFrames, 24))
+        deep.push_back(static_cast<float>(v) * 0x1p-23f);
+    for (const std::int32_t v : Ramp(2 * kFrames, 32))
+        floats.push_back(static_cast<float>(v) * 0x1.1p-29f);
     const struct {
         EncodedDepth depth;
         FrameSamples samples;
@@ -53,7 +57,8 @@ TEST_F(EncodeTest, KeepsEverySampleThatFits) {
         for (const auto& row : depths) {
             if (kind == kFlac && row.depth == EncodedDepth::kFloat32) continue;
             SCOPED_TRACE(testing::Message() << static_cast<int>(kind) << " at " << row.bits);
-            const Outcome encoded = Encode(Request(kind, row.depth, row.samples, kFrames), row.sound);
+            const Outcome encoded =
+                Encode(Request(kind, row.depth, row.samples, kFrames), row.sound);
             ASSERT_TRUE(encoded) << encoded.Reason();
             const auto decoded = Decode(path);
             ASSERT_TRUE(decoded) << decoded.Reason();
@@ -68,15 +73,15 @@ TEST_F(EncodeTest, KeepsEverySampleThatFits) {
 
 // The values where two neighbours of a depth meet: to the nearest, never past the ends.
 TEST_F(EncodeTest, RoundsToTheNearestAndHoldsAtFullScale) {
-    const std::vector<float> values = {0.0f,  1.0f,  -1.0f,       7.5f,      -7.5f,
-                                       1e30f, 0.49f, 0.51f,       -0.51f,    NAN,
-                                       2.5f,  1.4f,  INFINITY,    -INFINITY};
+    const std::vector<float> values = {0.0f,  1.0f,   -1.0f, 7.5f, -7.5f, 1e30f,    0.49f,
+                                       0.51f, -0.51f, NAN,   2.5f, 1.4f,  INFINITY, -INFINITY};
     // In units of the depth, but for the full-scale ones.
     const struct {
         EncodedDepth depth;
         float unit;
         float most;
-    } rows[] = {{EncodedDepth::k8, 0x1p-7f, 127}, {EncodedDepth::k16, 0x1p-15f, 32767},
+    } rows[] = {{EncodedDepth::k8, 0x1p-7f, 127},
+                {EncodedDepth::k16, 0x1p-15f, 32767},
                 {EncodedDepth::k24, 0x1p-23f, 8388607}};
     for (const auto& row : rows) {
         std::vector<float> sound, expected;
@@ -112,9 +117,9 @@ TEST_F(EncodeTest, LossyKindsKeepTheSoundAndItsTags) {
         sound.push_back(0.5f * std::sin(0.05f * static_cast<float>(i)));
         sound.push_back(0.25f * std::sin(0.11f * static_cast<float>(i)));
     }
-    const std::vector<SoundTag> tags = {{"title", "Würfel %s %n"}, {"artist", "A B"},
-                                        {"album", "C"},            {"date", "2026"},
-                                        {"comment", "two\nlines"}, {"copyright", "D"}};
+    const std::vector<SoundTag> tags = {
+        {"title", "Würfel %s %n"}, {"artist", "A B"},         {"album", "C"},
+        {"date", "2026"},          {"comment", "two\nlines"}, {"copyright", "D"}};
     std::uintmax_t sizes[2] = {};
     for (const SoundFileKind kind : {kOggVorbis, kOpus, kMp3})
         for (const std::uint32_t quality : {2u, 9u}) {
@@ -137,8 +142,11 @@ TEST_F(EncodeTest, LossyKindsKeepTheSoundAndItsTags) {
             // The library writes no copyright into MP3 files.
             for (const SoundTag& tag : tags)
                 EXPECT_EQ(std::ranges::count(sink.head.tags, tag),
-                          kind != kMp3 || tag.key != "copyright") << tag.key;
-            if (quality == 9) { EXPECT_GT(sizes[1], sizes[0]); }
+                          kind != kMp3 || tag.key != "copyright")
+                    << tag.key;
+            if (quality == 9) {
+                EXPECT_GT(sizes[1], sizes[0]);
+            }
         }
 }
 

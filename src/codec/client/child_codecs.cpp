@@ -28,7 +28,9 @@ namespace {
 Outcome CheckReadable(const std::filesystem::path& path) {
     struct stat status;
     if (stat(path.c_str(), &status) != 0)
-        return Failed(errno == ENOENT ? kNoSuchFile : errno == EACCES ? kNotPermitted : kUnreadable);
+        return Failed(errno == ENOENT   ? kNoSuchFile
+                      : errno == EACCES ? kNotPermitted
+                                        : kUnreadable);
     if (!S_ISREG(status.st_mode)) return Failed(kNoRegularFile);
     if (access(path.c_str(), R_OK) != 0) return Failed(kNotPermitted);
     return Done();
@@ -89,8 +91,7 @@ Result<SoundFileHead> ChildCodecs::Probe(const std::filesystem::path& path,
     return std::move(sink.head);
 }
 
-Result<DecodedSound> ChildCodecs::Decode(const std::filesystem::path& path,
-                                         FrameSink& sink) const {
+Result<DecodedSound> ChildCodecs::Decode(const std::filesystem::path& path, FrameSink& sink) const {
     return DecodeBy(path, DecodeExtent::kAll, sink);
 }
 

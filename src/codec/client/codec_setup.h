@@ -9,7 +9,7 @@ namespace sonavel {
 
 // Empty where there is no such program.
 struct CodecPrograms {
-    std::filesystem::path helper;   // sonavel-codec
+    std::filesystem::path helper;  // sonavel-codec
     std::filesystem::path ffmpeg;
     std::filesystem::path ffprobe;  // says more of a file before it is decoded; not needed
 };

@@ -24,20 +24,25 @@ constexpr std::size_t kMostReportBytes = kMostTagBytesOfFile + (std::size_t{8} <
 // Reads the one file that it is given: playlists and such that lead to others are none of the
 // formats, and no other protocol is spoken.
 void AddInput(const std::filesystem::path& path, std::vector<std::string>& arguments) {
-    arguments.insert(arguments.end(), {"-protocol_whitelist", "file", "-format_whitelist",
-                                       std::string(kAllowedDemuxers), "-i",
-                                       "file:" + path.string()});
+    arguments.insert(arguments.end(),
+                     {"-protocol_whitelist", "file", "-format_whitelist",
+                      std::string(kAllowedDemuxers), "-i", "file:" + path.string()});
 }
 
 ChildCommand ProbeCommand(const CodecSetup& setup, const std::filesystem::path& path) {
     ChildCommand command;
     command.program = setup.programs.ffprobe;
-    command.arguments = {"-hide_banner", "-loglevel", "error", "-select_streams", "a:0",
+    command.arguments = {"-hide_banner",
+                         "-loglevel",
+                         "error",
+                         "-select_streams",
+                         "a:0",
                          "-show_entries",
                          "stream=codec_name,sample_fmt,sample_rate,channels,bits_per_raw_sample,"
                          "duration:stream_tags:format=duration:format_tags:"
                          "chapter=start_time,end_time:chapter_tags",
-                         "-of", "flat"};
+                         "-of",
+                         "flat"};
     AddInput(path, command.arguments);
     return command;
 }
@@ -167,8 +172,7 @@ class FfmpegDecoding {
 
     Outcome TakePiece(WatchedChild& child, DecodedSound& sound, bool& more) {
         const std::size_t frameBytes = head_.description.BytesPerFrame();
-        const std::size_t wanted =
-            std::max<std::size_t>(1, kPieceBytes / frameBytes) * frameBytes;
+        const std::size_t wanted = std::max<std::size_t>(1, kPieceBytes / frameBytes) * frameBytes;
         std::span<std::uint8_t> room = sink_.Room(wanted);
         if (room.size() != wanted) {
             own_.resize(wanted);

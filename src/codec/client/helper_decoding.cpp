@@ -51,11 +51,16 @@ class HelperDecoding {
         if (head->type == RecordType::kFailure) return TakeFailure();
         if (described_ == (head->type == RecordType::kDescription)) return stream_.Nonsense();
         switch (head->type) {
-            case RecordType::kDescription: return TakeDescription();
-            case RecordType::kTag: return TakeTag();
-            case RecordType::kChapter: return TakeChapter();
-            case RecordType::kEnd: return TakeEnd();
-            default: return stream_.Nonsense();
+            case RecordType::kDescription:
+                return TakeDescription();
+            case RecordType::kTag:
+                return TakeTag();
+            case RecordType::kChapter:
+                return TakeChapter();
+            case RecordType::kEnd:
+                return TakeEnd();
+            default:
+                return stream_.Nonsense();
         }
     }
 

@@ -112,9 +112,9 @@ class Collector {
 
     void TakeTag(std::string_view key, const std::string& value) {
         // What the container says of itself is nothing of the sound's.
-        constexpr std::string_view kOfContainer[] = {"major_brand",  "minor_version", "language",
-                                                     "compatible_brands", "handler_name",
-                                                     "vendor_id", "encoder", "creation_time"};
+        constexpr std::string_view kOfContainer[] = {
+            "major_brand",  "minor_version", "language", "compatible_brands",
+            "handler_name", "vendor_id",     "encoder",  "creation_time"};
         if (std::ranges::find(kOfContainer, key) != std::end(kOfContainer)) return;
         if (report_.tags.size() == wire::kMostTags || value.size() > kMostTagBytes) return;
         tagBytes_ += key.size() + value.size();

@@ -13,9 +13,9 @@
 namespace sonavel {
 
 struct ProbeReport {
-    std::string coding;         // ffmpeg's short name
-    std::string sampleFormat;   // "s16", "fltp"
-    std::uint32_t bits = 0;     // of a sample in the file, where it says so
+    std::string coding;        // ffmpeg's short name
+    std::string sampleFormat;  // "s16", "fltp"
+    std::uint32_t bits = 0;    // of a sample in the file, where it says so
     std::uint32_t rate = 0;
     std::uint32_t channels = 0;
     double seconds = 0;

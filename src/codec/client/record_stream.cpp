@@ -45,13 +45,20 @@ Outcome RecordStream::TakeContent(std::span<std::uint8_t> room) {
 Outcome OutcomeOf(const wire::Failure& failure, CodecWork work) {
     const bool decodes = work == CodecWork::kDecoding;
     switch (failure.code) {
-        case wire::FailureCode::kUnreadable: return Failed(kUnreadable);
-        case wire::FailureCode::kUnknownFormat: return Failed(kUnknownFormat);
-        case wire::FailureCode::kDamaged: return Failed(kDamaged);
-        case wire::FailureCode::kMemory: return Failed(decodes ? kDecoderMemory : kEncoderMemory);
-        case wire::FailureCode::kUnwritable: return Failed(kUnwritable);
-        case wire::FailureCode::kUnencodable: return Failed(kUnencodable);
-        case wire::FailureCode::kBadCall: break;
+        case wire::FailureCode::kUnreadable:
+            return Failed(kUnreadable);
+        case wire::FailureCode::kUnknownFormat:
+            return Failed(kUnknownFormat);
+        case wire::FailureCode::kDamaged:
+            return Failed(kDamaged);
+        case wire::FailureCode::kMemory:
+            return Failed(decodes ? kDecoderMemory : kEncoderMemory);
+        case wire::FailureCode::kUnwritable:
+            return Failed(kUnwritable);
+        case wire::FailureCode::kUnencodable:
+            return Failed(kUnencodable);
+        case wire::FailureCode::kBadCall:
+            break;
     }
     return Failed(decodes ? kDecoderNonsense : kEncoderNonsense);
 }

@@ -20,8 +20,8 @@ struct WavStreamHead {
 // Fills the block; false when the stream ends before.
 using StreamRead = std::function<bool(std::span<std::uint8_t>)>;
 
-// Reads up to the first frame. Nothing when this is no WAV stream of 8- or 16-bit integers or 32-bit
-// floats.
+// Reads up to the first frame. Nothing when this is no WAV stream of 8- or 16-bit integers or
+// 32-bit floats.
 std::optional<WavStreamHead> ReadWavStreamHead(const StreamRead& read);
 
 }  // namespace sonavel

@@ -69,8 +69,8 @@ class FrameSender {
     std::uint64_t left_;
 };
 
-void SendFrames(const char* path, const LibraryFile& file,
-                const SoundFileDescription& description, RecordOutput& output, DecodedSound& end) {
+void SendFrames(const char* path, const LibraryFile& file, const SoundFileDescription& description,
+                RecordOutput& output, DecodedSound& end) {
     const auto reader = MakeFrameReader(path, file, description);
     end.frames = FrameSender(*reader, description, output).SendAll();
     end.silencedSamples = reader->Silenced();

@@ -98,8 +98,8 @@ class PieceWriter {
         ints_.resize(floats.size());
         for (std::size_t i = 0; i < floats.size(); ++i) {
             const float value = std::clamp(floats[i] * full, -full, full - 1.0f);
-            ints_[i] = static_cast<int>(std::lrint(std::isnan(value) ? 0.0f : value))
-                       * (1 << (32 - bits));
+            ints_[i] =
+                static_cast<int>(std::lrint(std::isnan(value) ? 0.0f : value)) * (1 << (32 - bits));
         }
     }
     void RoundWords(const std::int16_t* words, std::size_t samples) {

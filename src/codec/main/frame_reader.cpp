@@ -6,8 +6,7 @@
 
 namespace sonavel {
 
-std::unique_ptr<FrameReader> MakeFrameReader(const char* path,
-                                             const LibraryFile& file,
+std::unique_ptr<FrameReader> MakeFrameReader(const char* path, const LibraryFile& file,
                                              const SoundFileDescription& description) {
     if (Packed24Reader::CanRead(file))
         return std::make_unique<Packed24Reader>(file.handle.get(), description.channels);

@@ -26,7 +26,7 @@ class FrameReader {
     // What the last so many calls gave stays as it is during the next one.
     virtual std::size_t KeptCalls() const = 0;
 
-    std::uint64_t Frames() const { return frames_; }  // that were read
+    std::uint64_t Frames() const { return frames_; }      // that were read
     std::uint64_t Silenced() const { return silenced_; }  // samples that were no finite numbers
     // Whether the library met what it could not make sense of. It goes on behind that where it can.
     bool HadError() const { return hadError_; }

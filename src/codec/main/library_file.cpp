@@ -18,9 +18,9 @@ constexpr struct {
     int libraryString;
     std::string_view key;
 } kStrings[] = {
-    {SF_STR_TITLE, "title"},       {SF_STR_ARTIST, "artist"},     {SF_STR_ALBUM, "album"},
-    {SF_STR_DATE, "date"},         {SF_STR_COMMENT, "comment"},   {SF_STR_COPYRIGHT, "copyright"},
-    {SF_STR_TRACKNUMBER, "track"}, {SF_STR_GENRE, "genre"},       {SF_STR_LICENSE, "license"},
+    {SF_STR_TITLE, "title"},       {SF_STR_ARTIST, "artist"},   {SF_STR_ALBUM, "album"},
+    {SF_STR_DATE, "date"},         {SF_STR_COMMENT, "comment"}, {SF_STR_COPYRIGHT, "copyright"},
+    {SF_STR_TRACKNUMBER, "track"}, {SF_STR_GENRE, "genre"},     {SF_STR_LICENSE, "license"},
     {SF_STR_SOFTWARE, "software"},
 };
 
@@ -58,7 +58,8 @@ wire::Failure FailureOfOpening() {
     const int error = sf_error(nullptr);
     const std::string text = sf_strerror(nullptr);
     if (text.find("malloc") != std::string::npos) return {wire::FailureCode::kMemory, text};
-    const bool isKnown = error != SF_ERR_UNRECOGNISED_FORMAT && error != SF_ERR_UNSUPPORTED_ENCODING;
+    const bool isKnown =
+        error != SF_ERR_UNRECOGNISED_FORMAT && error != SF_ERR_UNSUPPORTED_ENCODING;
     return {isKnown ? wire::FailureCode::kDamaged : wire::FailureCode::kUnknownFormat, text};
 }
 
@@ -103,8 +104,8 @@ std::vector<Speaker> SpeakersOf(const LibraryFile& file) {
 
 std::string LogOf(const LibraryFile& file) {
     std::string log(16384, '\0');
-    const int got = sf_command(file.handle.get(), SFC_GET_LOG_INFO, log.data(),
-                               static_cast<int>(log.size()));
+    const int got =
+        sf_command(file.handle.get(), SFC_GET_LOG_INFO, log.data(), static_cast<int>(log.size()));
     log.resize(static_cast<std::size_t>(std::clamp(got, 0, static_cast<int>(log.size()))));
     return log;
 }
@@ -136,8 +137,8 @@ std::uint64_t FramesOfMissing(const DisputedSize& size, const SF_INFO& info) {
     const LibraryCoding coding = CodingOf(info.format);
     const std::uint64_t missing = size.claimed - size.present;
     if (coding.depth != FileDepth::kNone) {
-        const auto frameBytes = std::max<std::uint64_t>(
-            coding.bits / 8 * static_cast<std::uint64_t>(info.channels), 1);
+        const auto frameBytes =
+            std::max<std::uint64_t>(coding.bits / 8 * static_cast<std::uint64_t>(info.channels), 1);
         return (missing + frameBytes - 1) / frameBytes;
     }
     // Coded sound: as many a byte as there are in what is present.
@@ -199,7 +200,8 @@ std::vector<SoundTag> TagsOf(const LibraryFile& file) {
 
 std::vector<SoundChapter> ChaptersOf(const LibraryFile& file) {
     std::uint32_t count = 0;
-    if (sf_command(file.handle.get(), SFC_GET_CUE_COUNT, &count, sizeof count) != SF_TRUE) return {};
+    if (sf_command(file.handle.get(), SFC_GET_CUE_COUNT, &count, sizeof count) != SF_TRUE)
+        return {};
     count = std::min(count, static_cast<std::uint32_t>(wire::kMostChapters));
     const std::size_t headBytes = offsetof(SF_CUES, cue_points);
     std::vector<std::uint8_t> cues(headBytes + count * sizeof(SF_CUE_POINT));
@@ -225,7 +227,8 @@ std::uint64_t PromisedFrames(const LibraryFile& file) {
     if (file.promisedFrames > 0) return file.promisedFrames;
     if (file.info.frames < 0 || file.info.frames >= SF_COUNT_MAX) return 0;
     const std::string log = LogOf(file);
-    for (const std::string_view name : {"\ndata :", "\n SSND :", "\n  Data Size   :", "\nriff :"}) {
+    for (const std::string_view name :
+         {"\ndata :", "\n SSND :", "\n  Data Size   :", "\nriff :", "\n  Riff size :"}) {
         const DisputedSize size = FindDisputedSize(log, name);
         if (size.claimed <= size.present || IsPlaceholder(size.claimed)) continue;
         return static_cast<std::uint64_t>(file.info.frames) + FramesOfMissing(size, file.info);

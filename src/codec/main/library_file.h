@@ -22,7 +22,7 @@ struct LibraryFile {
     LibraryHandle handle;
     SF_INFO info{};
     std::uint64_t promisedFrames = 0;  // by a head whose frames are not all there, else 0
-    wire::Failure failure;  // why there is no handle
+    wire::Failure failure;             // why there is no handle
 };
 
 // The path must lead to a regular file; its name's extension helps where the content says nothing.
@@ -33,8 +33,8 @@ std::vector<SoundTag> TagsOf(const LibraryFile& file);
 // The cue points that the library gives.
 std::vector<SoundChapter> ChaptersOf(const LibraryFile& file);
 
-// The frames that the head promises where the file ends before they do, as far as the library notices
-// that on opening; else 0. To be asked before frames are read.
+// The frames that the head promises where the file ends before they do, as far as the library
+// notices that on opening; else 0. To be asked before frames are read.
 std::uint64_t PromisedFrames(const LibraryFile& file);
 // True for a stream whose last page, which tells its length, is not there.
 bool LacksItsEnd(const LibraryFile& file);

@@ -12,32 +12,19 @@ using enum SoundFileKind;
 using enum FrameSamples;
 
 constexpr LibraryContainer kContainers[] = {
-    {SF_FORMAT_WAV, kWav, "WAV"},
-    {SF_FORMAT_WAVEX, kWav, "WAV"},
-    {SF_FORMAT_RF64, kRf64, "RF64"},
-    {SF_FORMAT_W64, kW64, "W64"},
-    {SF_FORMAT_AIFF, kAiff, "AIFF"},
-    {SF_FORMAT_AU, kAu, "AU"},
-    {SF_FORMAT_CAF, kCaf, "CAF"},
-    {SF_FORMAT_FLAC, kFlac, "FLAC"},
-    {SF_FORMAT_MPEG, kOther, "MPEG audio"},
-    {SF_FORMAT_OGG, kOther, "Ogg"},
-    {SF_FORMAT_RAW, kOther, "Raw"},
-    {SF_FORMAT_PAF, kOther, "PAF"},
-    {SF_FORMAT_SVX, kOther, "IFF/8SVX"},
-    {SF_FORMAT_NIST, kOther, "NIST Sphere"},
-    {SF_FORMAT_VOC, kOther, "VOC"},
-    {SF_FORMAT_IRCAM, kOther, "IRCAM"},
-    {SF_FORMAT_MAT4, kOther, "MAT 4"},
-    {SF_FORMAT_MAT5, kOther, "MAT 5"},
-    {SF_FORMAT_PVF, kOther, "PVF"},
-    {SF_FORMAT_XI, kOther, "XI"},
-    {SF_FORMAT_HTK, kOther, "HTK"},
-    {SF_FORMAT_SDS, kOther, "SDS"},
-    {SF_FORMAT_AVR, kOther, "AVR"},
-    {SF_FORMAT_SD2, kOther, "SD2"},
-    {SF_FORMAT_WVE, kOther, "WVE"},
-    {SF_FORMAT_MPC2K, kOther, "MPC 2000"},
+    {SF_FORMAT_WAV, kWav, "WAV"},           {SF_FORMAT_WAVEX, kWav, "WAV"},
+    {SF_FORMAT_RF64, kRf64, "RF64"},        {SF_FORMAT_W64, kW64, "W64"},
+    {SF_FORMAT_AIFF, kAiff, "AIFF"},        {SF_FORMAT_AU, kAu, "AU"},
+    {SF_FORMAT_CAF, kCaf, "CAF"},           {SF_FORMAT_FLAC, kFlac, "FLAC"},
+    {SF_FORMAT_MPEG, kOther, "MPEG audio"}, {SF_FORMAT_OGG, kOther, "Ogg"},
+    {SF_FORMAT_RAW, kOther, "Raw"},         {SF_FORMAT_PAF, kOther, "PAF"},
+    {SF_FORMAT_SVX, kOther, "IFF/8SVX"},    {SF_FORMAT_NIST, kOther, "NIST Sphere"},
+    {SF_FORMAT_VOC, kOther, "VOC"},         {SF_FORMAT_IRCAM, kOther, "IRCAM"},
+    {SF_FORMAT_MAT4, kOther, "MAT 4"},      {SF_FORMAT_MAT5, kOther, "MAT 5"},
+    {SF_FORMAT_PVF, kOther, "PVF"},         {SF_FORMAT_XI, kOther, "XI"},
+    {SF_FORMAT_HTK, kOther, "HTK"},         {SF_FORMAT_SDS, kOther, "SDS"},
+    {SF_FORMAT_AVR, kOther, "AVR"},         {SF_FORMAT_SD2, kOther, "SD2"},
+    {SF_FORMAT_WVE, kOther, "WVE"},         {SF_FORMAT_MPC2K, kOther, "MPC 2000"},
 };
 
 // Where the coding names the file better than its container does.
@@ -46,10 +33,8 @@ constexpr struct {
     SoundFileKind kind;
     std::string_view name;
 } kNamedByCoding[] = {
-    {SF_FORMAT_VORBIS, kOggVorbis, "Ogg Vorbis"},
-    {SF_FORMAT_OPUS, kOpus, "Opus"},
-    {SF_FORMAT_MPEG_LAYER_I, kOther, "MP1"},
-    {SF_FORMAT_MPEG_LAYER_II, kOther, "MP2"},
+    {SF_FORMAT_VORBIS, kOggVorbis, "Ogg Vorbis"}, {SF_FORMAT_OPUS, kOpus, "Opus"},
+    {SF_FORMAT_MPEG_LAYER_I, kOther, "MP1"},      {SF_FORMAT_MPEG_LAYER_II, kOther, "MP2"},
     {SF_FORMAT_MPEG_LAYER_III, kMp3, "MP3"},
 };
 
@@ -133,8 +118,9 @@ LibraryContainer ContainerOf(int libraryFormat) {
 LibraryCoding CodingOf(int libraryFormat) {
     const int subtype = libraryFormat & SF_FORMAT_SUBMASK;
     const auto* found = std::ranges::find(kCodings, subtype, &LibraryCoding::subtype);
-    return found != std::end(kCodings) ? *found
-                                       : LibraryCoding{subtype, "unknown coding", kNone, 0, kFloat32};
+    return found != std::end(kCodings)
+               ? *found
+               : LibraryCoding{subtype, "unknown coding", kNone, 0, kFloat32};
 }
 
 std::optional<int> LibraryFormatFor(SoundFileKind kind, EncodedDepth depth) {

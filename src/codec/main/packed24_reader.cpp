@@ -8,7 +8,8 @@
 namespace sonavel {
 namespace {
 
-static_assert(std::endian::native == std::endian::little, "samples are used as they lie in the file");
+static_assert(std::endian::native == std::endian::little,
+              "samples are used as they lie in the file");
 
 constexpr std::size_t kSampleBytes = 3;
 

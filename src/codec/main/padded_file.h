@@ -18,8 +18,8 @@ class PaddedFile {
 
     // For sf_open_virtual, with this object as the user's data.
     SF_VIRTUAL_IO& Callbacks();
-    // How much of the file lies behind the present place, which is that of the first sample when the
-    // library has just opened it.
+    // How much of the file lies behind the present place, which is that of the first sample when
+    // the library has just opened it.
     sf_count_t BytesAhead() const { return position_ < realBytes_ ? realBytes_ - position_ : 0; }
 
   private:

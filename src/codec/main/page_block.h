@@ -16,8 +16,8 @@ class PageBlock {
     PageBlock() = default;
     explicit PageBlock(std::size_t bytes)
         : bytes_(bytes),
-          memory_(mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1,
-                       0)) {
+          memory_(
+              mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0)) {
         if (memory_ == MAP_FAILED) throw std::bad_alloc();
     }
     ~PageBlock() {
@@ -31,9 +31,7 @@ class PageBlock {
         return *this;
     }
 
-    std::span<std::uint8_t> Bytes() const {
-        return {static_cast<std::uint8_t*>(memory_), bytes_};
-    }
+    std::span<std::uint8_t> Bytes() const { return {static_cast<std::uint8_t*>(memory_), bytes_}; }
 
   private:
     std::size_t bytes_ = 0;

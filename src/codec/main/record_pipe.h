@@ -16,8 +16,8 @@ class RecordOutput {
     explicit RecordOutput(int descriptor);
 
     void Send(wire::RecordType type, std::span<const std::uint8_t> content);
-    // Frames in memory of whole pages that stays as it is until WaitUntilRead(Sent()) has come back:
-    // a pipe then takes them without copying.
+    // Frames in memory of whole pages that stays as it is until WaitUntilRead(Sent()) has come
+    // back: a pipe then takes them without copying.
     void SendLasting(std::span<const std::uint8_t> frames);
     std::uint64_t Sent() const { return sent_; }  // bytes
     void WaitUntilRead(std::uint64_t sent);

@@ -25,10 +25,12 @@ SampleReader::Got SampleReader::Read(std::span<std::uint8_t> to) {
 sf_count_t SampleReader::ReadFrames(std::span<std::uint8_t> to, std::size_t frames) {
     const auto wanted = static_cast<sf_count_t>(frames);
     switch (samples_) {
-        case FrameSamples::kUnsigned8: return ReadBytes(to, frames);
+        case FrameSamples::kUnsigned8:
+            return ReadBytes(to, frames);
         case FrameSamples::kSigned16:
             return sf_readf_short(file_, reinterpret_cast<short*>(to.data()), wanted);
-        case FrameSamples::kFloat32: break;
+        case FrameSamples::kFloat32:
+            break;
     }
     return sf_readf_float(file_, reinterpret_cast<float*>(to.data()), wanted);
 }

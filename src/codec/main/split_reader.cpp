@@ -1,12 +1,16 @@
 #include "codec/main/split_reader.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace sonavel {
 namespace {
 
 constexpr std::size_t kSegmentBytes = std::size_t{2} << 20;
 constexpr unsigned kMostWorkers = 4;
+// So many frames of the next segment are decoded with each one: behind damage a decoder may go on
+// with what comes later, and then these are others than those that the next segment begins with.
+constexpr std::uint64_t kSeamFrames = 256;
 constexpr std::uint64_t kNone = ~std::uint64_t{0};
 
 unsigned WorkerCount() {
@@ -22,20 +26,23 @@ std::size_t SegmentFrames(const SoundFileDescription& description) {
 bool SplitReader::CanRead(const LibraryFile& file, const SoundFileDescription& description) {
     // A frame of FLAC stands alone; a packet of Vorbis needs the one before it, which the library
     // decodes when it seeks. The other lossy codings keep more of a past.
-    const bool standsAlone = description.kind == SoundFileKind::kFlac ||
-                             description.kind == SoundFileKind::kOggVorbis;
-    return standsAlone && file.info.seekable != 0 &&
-           description.counted == FrameCount::kStated && WorkerCount() > 1 &&
-           description.frames >= 4 * SegmentFrames(description);
+    const bool standsAlone =
+        description.kind == SoundFileKind::kFlac || description.kind == SoundFileKind::kOggVorbis;
+    return standsAlone && file.info.seekable != 0 && description.counted == FrameCount::kStated &&
+           WorkerCount() > 1 && description.frames >= 4 * SegmentFrames(description);
 }
 
 SplitReader::SplitReader(const char* path, const LibraryFile& file,
                          const SoundFileDescription& description)
-    : file_(file), description_(description),frameBytes_(description.BytesPerFrame()), framesPerRead_(WholeFrames(kPieceBytes, frameBytes_)/frameBytes_), framesPerSegment_(SegmentFrames(description)) {
+    : file_(file),
+      description_(description),
+      frameBytes_(description.BytesPerFrame()),
+      framesPerRead_(WholeFrames(kPieceBytes, frameBytes_) / frameBytes_),
+      framesPerSegment_(SegmentFrames(description)) {
     segments_ = (description.frames + framesPerSegment_ - 1) / framesPerSegment_;
     ring_.resize(WorkerCount() + kKeptSegments + 1);
     for (Segment& slot : ring_)
-        slot.memory = PageBlock(framesPerSegment_ * description.BytesPerFrame());
+        slot.memory = PageBlock((framesPerSegment_ + kSeamFrames) * frameBytes_);
     // All before the first thread starts: the library's own error is one for the whole program.
     for (unsigned i = 0; i < WorkerCount(); ++i) handles_.push_back(OpenLibraryFile(path));
     for (const LibraryFile& handle : handles_)
@@ -69,7 +76,8 @@ std::uint64_t SplitReader::Claim() {
 
 void SplitReader::Decode(SNDFILE* file, SampleReader& samples, std::uint64_t segment) {
     Segment& slot = Slot(segment);
-    const std::uint64_t frames = FramesOf(segment);
+    const std::uint64_t frames = std::min(FramesOf(segment) + kSeamFrames,
+                                          description_.frames - segment * framesPerSegment_);
     const auto start = static_cast<sf_count_t>(segment * framesPerSegment_);
     slot.isGood = false;
     if (file == nullptr || sf_seek(file, start, SF_SEEK_SET) != start) return;
@@ -118,11 +126,18 @@ std::span<const std::uint8_t> SplitReader::Next() {
         std::unique_lock lock(mutex_);
         changed_.wait(lock, [&] { return slot.isDecoded; });
     }
-    if (!slot.isGood) return TakeStraight();
-    ++nextToTake_;
-    frames_ += slot.frames;
+    if (!slot.isGood || !FitsTheOneBefore(nextToTake_)) return TakeStraight();
+    const std::uint64_t frames = FramesOf(nextToTake_++);
+    frames_ += frames;
     silenced_ += slot.silenced;
-    return slot.memory.Bytes().first(slot.frames * frameBytes_);
+    return slot.memory.Bytes().first(frames * frameBytes_);
+}
+
+bool SplitReader::FitsTheOneBefore(std::uint64_t segment) {
+    if (segment == 0) return true;
+    const auto before = Slot(segment - 1).memory.Bytes().subspan(framesPerSegment_ * frameBytes_);
+    const auto bytes = std::min(kSeamFrames, FramesOf(segment)) * frameBytes_;
+    return std::memcmp(before.data(), Slot(segment).memory.Bytes().data(), bytes) == 0;
 }
 
 // From the first segment on that does not come out whole, the file is read as if it never had been

@@ -1,5 +1,6 @@
 // Reads a file in segments that several threads decode side by side. It is for codings whose
-// segments come out the same, bit for bit, wherever decoding starts.
+// segments come out the same, bit for bit, wherever decoding starts; where they do not, because the
+// file is damaged, it goes on in one piece.
 #pragma once
 
 #include <condition_variable>
@@ -18,8 +19,7 @@ class SplitReader : public FrameReader {
     // Whether the file is of such a coding and long enough to be worth it on this machine.
     static bool CanRead(const LibraryFile& file, const SoundFileDescription& description);
 
-    SplitReader(const char* path, const LibraryFile& file,
-                const SoundFileDescription& description);
+    SplitReader(const char* path, const LibraryFile& file, const SoundFileDescription& description);
     ~SplitReader() override;
 
     std::span<const std::uint8_t> Next() override;
@@ -31,7 +31,7 @@ class SplitReader : public FrameReader {
     struct Segment {
         bool isDecoded = false;
         PageBlock memory;
-        std::size_t frames = 0;  // that it holds
+        std::size_t frames = 0;  // of the segment and of the seam behind it, which begins the next
         bool isGood = false;     // the frames are all that belong to it
         std::uint64_t silenced = 0;
     };
@@ -44,6 +44,7 @@ class SplitReader : public FrameReader {
     std::uint64_t Claim();
     void Decode(SNDFILE* file, SampleReader& samples, std::uint64_t segment);
     void Publish(std::uint64_t segment);
+    bool FitsTheOneBefore(std::uint64_t segment);
 
     void Release();
     void StopWorkers();
