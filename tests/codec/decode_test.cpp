@@ -135,7 +135,8 @@ TEST_F(DecodeTest, LongFilesAreTheSameAsInOnePiece) {
     std::vector<std::int32_t> sound;
     for (int i = 0; i < 2 * 2'500'000; ++i)
         sound.push_back((static_cast<std::int32_t>(0x1p29 * std::sin(1e-5 * i * (i % 2 + 1.0))) +
-                         (i * 7919 % 65536 << 12)) & ~0xFFFF);
+                         (i * 7919 % 65536 << 12)) &
+                        ~0xFFFF);
     for (const int format : {SF_FORMAT_FLAC | SF_FORMAT_PCM_16, SF_FORMAT_OGG | SF_FORMAT_VORBIS}) {
         SCOPED_TRACE(testing::Message() << std::hex << format);
         WriteByLibrary(path, format, 2, 44100, sound);
@@ -171,7 +172,7 @@ TEST_F(DecodeTest, WhatIsNoNumberBecomesSilenceAndIsCounted) {
 }
 
 TEST_F(DecodeTest, TellsSpeakersTagsAndCuePoints) {
-    int map[] = {SF_CHANNEL_MAP_LEFT, SF_CHANNEL_MAP_RIGHT, SF_CHANNEL_MAP_CENTER,
+    int map[] = {SF_CHANNEL_MAP_LEFT, SF_CHANNEL_MAP_RIGHT,     SF_CHANNEL_MAP_CENTER,
                  SF_CHANNEL_MAP_LFE,  SF_CHANNEL_MAP_REAR_LEFT, SF_CHANNEL_MAP_REAR_RIGHT};
     SF_CUES cues{};
     cues.cue_count = 2;
@@ -190,9 +191,8 @@ TEST_F(DecodeTest, TellsSpeakersTagsAndCuePoints) {
     }();
     ASSERT_TRUE(head) << head.Reason();
     using enum Speaker;
-    EXPECT_EQ(head->description.speakers,
-              (std::vector{kFrontLeft, kFrontRight, kFrontCentre, kLowFrequency, kRearLeft,
-                           kRearRight}));
+    EXPECT_EQ(head->description.speakers, (std::vector{kFrontLeft, kFrontRight, kFrontCentre,
+                                                       kLowFrequency, kRearLeft, kRearRight}));
     EXPECT_EQ(SpeakerName(head->description.speakers[3]), "Low frequency");
     EXPECT_EQ(std::ranges::count(head->tags, SoundTag{"title", "T%s"}), 1);
     EXPECT_EQ(std::ranges::count(head->tags, SoundTag{"artist", "\xC0\xC7 raw"}), 1);
@@ -225,7 +225,9 @@ TEST_F(DecodeTest, WhatIsCutOffIsSalvaged) {
 // The content decides, the name only helps where the content says nothing; and any path is taken.
 TEST_F(DecodeTest, TakesAnyNameForAPath) {
     const auto samples = Ramp(2000, 16);
-    for (const char* name : {"no extension", "steps.v2.mp3", "-f", "$(x) 'y' \"z\"", "W\xFC" "rfel.wav",
+    for (const char* name : {"no extension", "steps.v2.mp3", "-f", "$(x) 'y' \"z\"",
+                             "W\xFC"
+                             "rfel.wav",
                              "a\nb.flac"}) {
         WriteByLibrary(folder / name, SF_FORMAT_FLAC | SF_FORMAT_PCM_16, 1, 44100,
                        LeftAligned(samples, 16));

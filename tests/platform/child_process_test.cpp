@@ -7,10 +7,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <signal.h>
 #include <cerrno>
 #include <filesystem>
 #include <iterator>
-#include <signal.h>
 
 namespace sonavel {
 namespace {
@@ -141,7 +141,8 @@ TEST_F(ChildProcessTest, WritingToOneThatIsGoneIsTheEnd) {
 TEST_F(ChildProcessTest, InheritsNoDescriptors) {
     const int careless = dup2(STDERR_FILENO, 40);
     ASSERT_EQ(careless, 40);
-    const char* script = "for n in 0 1 2 3 4 5 6 7 8 9 40; do [ -e /proc/$$/fd/$n ] && echo $n; done";
+    const char* script =
+        "for n in 0 1 2 3 4 5 6 7 8 9 40; do [ -e /proc/$$/fd/$n ] && echo $n; done";
     EXPECT_EQ(OutputOf(Shell(script)), "0\n1\n2\n");
     close(careless);
     const int kept = fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 50);

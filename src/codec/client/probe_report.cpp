@@ -50,6 +50,13 @@ double SecondsOf(std::string_view text) {
     return isGood ? std::min(seconds, kMostSeconds) : 0.0;
 }
 
+std::string LowerCase(std::string_view key) {
+    std::string lower(key);
+    for (char& c : lower)
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    return lower;
+}
+
 struct ChapterTimes {
     double start = 0;
     double end = 0;
@@ -119,7 +126,7 @@ class Collector {
         if (report_.tags.size() == wire::kMostTags || value.size() > kMostTagBytes) return;
         tagBytes_ += key.size() + value.size();
         if (tagBytes_ > kMostTagBytesOfFile) return;
-        report_.tags.push_back({std::string(key.substr(0, wire::kMostNameBytes)), value});
+        report_.tags.push_back({LowerCase(key.substr(0, wire::kMostNameBytes)), value});
     }
 
     ProbeReport report_;
