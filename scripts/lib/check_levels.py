@@ -7,6 +7,7 @@ import sys
 LEVELS = {
     "platform": 0,
     "sound": 1,
+    "codec": 2,
     "audio": 2,
     "document": 3,
     "view": 4,
@@ -25,8 +26,10 @@ LEVELS = {
     "platform/qt": 6,
     "platform/portaudio": 6,
     "platform/headless": 6,
+    "codec/client": 6,
     "app": 7,
     "batch": 7,
+    "codec/main": 7,
 }
 # The catalogue links to the toolkit's core alone, so the build keeps widgets out of it.
 TOOLKIT_FOLDERS = {
@@ -72,6 +75,8 @@ def faults(file, root):
                 yield f"{file}:{number}: the toolkit stays out of {own}"
             if own != "platform/portaudio" and target == "portaudio.h":
                 yield f"{file}:{number}: the device library stays out of {own}"
+            if own != "codec/main" and target == "sndfile.h":
+                yield f"{file}:{number}: decoders stay out of {own}"
             continue
         other = folder_of(target)
         if other is None or other == own or (own, other) in SAME_LEVEL_ALLOWED:

@@ -47,9 +47,9 @@ class Descriptor {
 
 struct Channel {
     Descriptor ours;
-    Descriptor childs;
+    Descriptor theirs;
 
-    bool Raise() { return ours.Raise() && childs.Raise(); }
+    bool Raise() { return ours.Raise() && theirs.Raise(); }
 };
 
 bool MakeOutputPipe(Channel& channel) {
@@ -61,8 +61,8 @@ bool MakeOutputPipe(Channel& channel) {
 
 bool MakeInput(ChildInput input, Channel& channel) {
     if (input == ChildInput::kNothing) {
-        channel.childs = Descriptor(open("/dev/null", O_RDONLY | O_CLOEXEC));
-        return channel.childs.Raise();
+        channel.theirs = Descriptor(open("/dev/null", O_RDONLY | O_CLOEXEC));
+        return channel.theirs.Raise();
     }
     int ends[2];
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0) return false;
@@ -143,8 +143,8 @@ pid_t StartChild(const ChildCommand& command, ChildDescriptors& ours) {
         return -1;
     fcntl(output.ours.Get(), F_SETPIPE_SZ, kPipeBytes);
     SpawnPlan plan;
-    if (!plan.Put(input.childs, STDIN_FILENO) || !plan.Put(output.childs, STDOUT_FILENO) ||
-        !plan.Put(error.childs, STDERR_FILENO) || !plan.CloseTheRest() || !plan.Isolate())
+    if (!plan.Put(input.theirs, STDIN_FILENO) || !plan.Put(output.theirs, STDOUT_FILENO) ||
+        !plan.Put(error.theirs, STDERR_FILENO) || !plan.CloseTheRest() || !plan.Isolate())
         return -1;
     const pid_t pid = plan.Spawn(command);
     if (pid == -1) return -1;

@@ -25,8 +25,7 @@ TEST(ProbeReport, TakesWhatMakesSense) {
     EXPECT_EQ(report->bits, 16u);
     EXPECT_EQ(report->seconds, 1.5);
     EXPECT_EQ(report->tags, (std::vector<SoundTag>{{"title", "a \"b\" $x \\ =\nl"}}));
-    EXPECT_EQ(report->chapters,
-              (std::vector<SoundChapter>{{0, 0, ""}, {24000, 24000, "Two"}}));
+    EXPECT_EQ(report->chapters, (std::vector<SoundChapter>{{0, 0, ""}, {24000, 24000, "Two"}}));
     EXPECT_FALSE(ParseProbeReport(""));
     EXPECT_FALSE(ParseProbeReport("format.duration=\"9\"\n"));
     const auto wild = ParseProbeReport(
@@ -53,8 +52,8 @@ TEST(WavStream, ReadsTheHeadOfAStreamOfUnknownLength) {
                RiffChunkBytes("fmt ", WavFormatBytes(parts)) + before + BytesOf("data") +
                FileBytes(4, 0xFF) + FileBytes(8);
     };
-    const auto head = HeadOf(stream({3, 6, 48000, 32, 24, {}, {}, {}},
-                                    RiffChunkBytes("LIST", FileBytes(5))));
+    const auto head =
+        HeadOf(stream({3, 6, 48000, 32, 24, {}, {}, {}}, RiffChunkBytes("LIST", FileBytes(5))));
     ASSERT_TRUE(head);
     EXPECT_EQ(head->channels, 6u);
     EXPECT_EQ(head->rate, 48000u);
@@ -92,8 +91,7 @@ class FfmpegTest : public CodecTest {
         if (!codecs.CanDecodeWithFfmpeg() || !HasProgram("ffmpeg"))
             GTEST_SKIP() << "ffmpeg is not installed";
         for (int i = 0; i < 2 * 48000; ++i)
-            sound_.push_back(
-                static_cast<std::int16_t>(12000 * std::sin(0.03 * i * (1 + i % 2))));
+            sound_.push_back(static_cast<std::int16_t>(12000 * std::sin(0.03 * i * (1 + i % 2))));
         WavParts parts{1, 2, 48000, 16, 4, {}, BytesOfSamples(sound_), {}};
         WriteFileBytes(folder / "in.wav", WavBytes(parts));
     }
@@ -109,9 +107,9 @@ class FfmpegTest : public CodecTest {
 };
 
 TEST_F(FfmpegTest, LosslessSoundIsBitForBit) {
-    for (const auto& [words, name, format] :
-         {std::tuple{"-c:a alac", "a.m4a", "M4A"}, {"-c:a wavpack", "a.wv", "WavPack"},
-          {"-c:a pcm_s16le", "a.mkv", "Matroska"}}) {
+    for (const auto& [words, name, format] : {std::tuple{"-c:a alac", "a.m4a", "M4A"},
+                                              {"-c:a wavpack", "a.wv", "WavPack"},
+                                              {"-c:a pcm_s16le", "a.mkv", "Matroska"}}) {
         SCOPED_TRACE(name);
         const auto decoded = Decode(Make(words, name));
         ASSERT_TRUE(decoded) << decoded.Reason();

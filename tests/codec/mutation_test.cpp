@@ -12,13 +12,20 @@ namespace sonavel {
 namespace {
 
 constexpr int kFormats[] = {
-    SF_FORMAT_WAV | SF_FORMAT_PCM_16,    SF_FORMAT_WAV | SF_FORMAT_PCM_24,
-    SF_FORMAT_WAV | SF_FORMAT_IMA_ADPCM, SF_FORMAT_WAV | SF_FORMAT_GSM610,
-    SF_FORMAT_WAVEX | SF_FORMAT_FLOAT,   SF_FORMAT_RF64 | SF_FORMAT_PCM_16,
-    SF_FORMAT_W64 | SF_FORMAT_PCM_24,    SF_FORMAT_AIFF | SF_FORMAT_PCM_24,
-    SF_FORMAT_AU | SF_FORMAT_ULAW,       SF_FORMAT_CAF | SF_FORMAT_ALAC_16,
-    SF_FORMAT_CAF | SF_FORMAT_PCM_24,    SF_FORMAT_FLAC | SF_FORMAT_PCM_16,
-    SF_FORMAT_OGG | SF_FORMAT_VORBIS,    SF_FORMAT_OGG | SF_FORMAT_OPUS,
+    SF_FORMAT_WAV | SF_FORMAT_PCM_16,
+    SF_FORMAT_WAV | SF_FORMAT_PCM_24,
+    SF_FORMAT_WAV | SF_FORMAT_IMA_ADPCM,
+    SF_FORMAT_WAV | SF_FORMAT_GSM610,
+    SF_FORMAT_WAVEX | SF_FORMAT_FLOAT,
+    SF_FORMAT_RF64 | SF_FORMAT_PCM_16,
+    SF_FORMAT_W64 | SF_FORMAT_PCM_24,
+    SF_FORMAT_AIFF | SF_FORMAT_PCM_24,
+    SF_FORMAT_AU | SF_FORMAT_ULAW,
+    SF_FORMAT_CAF | SF_FORMAT_ALAC_16,
+    SF_FORMAT_CAF | SF_FORMAT_PCM_24,
+    SF_FORMAT_FLAC | SF_FORMAT_PCM_16,
+    SF_FORMAT_OGG | SF_FORMAT_VORBIS,
+    SF_FORMAT_OGG | SF_FORMAT_OPUS,
     SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III,
 };
 constexpr int kTruncations = 12;
@@ -54,8 +61,8 @@ class MutationTest : public CodecTest {
     static FileBytes Mutated(FileBytes bytes, std::mt19937& random) {
         for (unsigned n = 1 + random() % 3; n > 0; --n) {
             // Heads are where most goes wrong.
-            const std::size_t reach = random() % 2 == 0 ? std::min<std::size_t>(bytes.size(), 128)
-                                                        : bytes.size();
+            const std::size_t reach =
+                random() % 2 == 0 ? std::min<std::size_t>(bytes.size(), 128) : bytes.size();
             const std::size_t at = random() % reach;
             constexpr std::uint8_t kEdges[] = {0, 1, 0x7F, 0x80, 0xFF};
             bytes[at] = random() % 2 == 0 ? kEdges[random() % std::size(kEdges)]

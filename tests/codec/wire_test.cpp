@@ -56,8 +56,7 @@ TEST(Wire, WhatIsPackedIsParsed) {
 // Bytes in the order of the numbers' weight, so that both sides may be of any make.
 TEST(Wire, NumbersAreLittleEndian) {
     EXPECT_EQ(Greeting(), (Bytes{'S', 'N', 'V', 'C', 1, 0, 0, 0}));
-    EXPECT_EQ(Pack(RecordHead{RecordType::kFrames, 0x1234}),
-              (Bytes{4, 0, 0, 0, 0x34, 0x12, 0, 0}));
+    EXPECT_EQ(Pack(RecordHead{RecordType::kFrames, 0x1234}), (Bytes{4, 0, 0, 0, 0x34, 0x12, 0, 0}));
 }
 
 TEST(Wire, APieceOfARecordOrMoreThanOneIsNothing) {
