@@ -135,7 +135,7 @@ ChildEnd ChildProcess::Finish(Milliseconds limit) {
 
 ChildEnd ChildProcess::Kill() {
     if (pid_ != -1) {
-        // The child leads a session of its own: what it has started goes with it.
+        // The child leads a group of its own: what it has started goes with it.
         kill(-pid_, SIGKILL);
         kill(pid_, SIGKILL);
         ReapKilled();

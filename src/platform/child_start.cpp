@@ -90,17 +90,19 @@ class SpawnPlan {
     bool CloseTheRest() {
         return posix_spawn_file_actions_addclosefrom_np(&actions_, kFirstOwnDescriptor) == 0;
     }
-    // A session of its own, so that the child and what it starts can be ended as a whole, with the
-    // signals as a fresh program finds them.
+    // A group of its own, so that the child and what it starts can be ended as a whole, with the
+    // signals as a fresh program finds them. No session of its own: the system shares the processor
+    // out by sessions, and the child works for this one.
     bool Isolate() {
         sigset_t none, all;
         sigemptyset(&none);
         sigfillset(&all);
         return posix_spawnattr_setsigmask(&attributes_, &none) == 0 &&
                posix_spawnattr_setsigdefault(&attributes_, &all) == 0 &&
+               posix_spawnattr_setpgroup(&attributes_, 0) == 0 &&
                posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGMASK |
                                                           POSIX_SPAWN_SETSIGDEF |
-                                                          POSIX_SPAWN_SETSID) == 0;
+                                                          POSIX_SPAWN_SETPGROUP) == 0;
     }
     pid_t Spawn(const ChildCommand& command) {
         std::string program = command.program.string();

@@ -222,6 +222,28 @@ TEST_F(DecodeTest, WhatIsCutOffIsSalvaged) {
     }
 }
 
+TEST_F(DecodeTest, SizesThatLieByFarPromiseNothingImpossible) {
+    const auto samples = Ramp(2000, 16);
+    const struct {
+        int format;
+        std::ptrdiff_t size;  // where the file's own size stands
+    } cases[] = {{SF_FORMAT_W64 | SF_FORMAT_PCM_16, 16},
+                 {SF_FORMAT_W64 | SF_FORMAT_ULAW, 16},
+                 {SF_FORMAT_RF64 | SF_FORMAT_PCM_16, 20}};
+    for (const auto& row : cases) {
+        SCOPED_TRACE(testing::Message() << std::hex << row.format);
+        WriteByLibrary(path, row.format, 1, 44100, LeftAligned(samples, 16));
+        FileBytes bytes = ReadFileBytes(path);
+        std::fill_n(bytes.begin() + row.size, 7, 0xFF);
+        bytes[static_cast<std::size_t>(row.size) + 7] = 0x7F;
+        WriteFileBytes(path, bytes);
+        const auto decoded = Decode(path);
+        ASSERT_TRUE(decoded) << decoded.Reason();
+        EXPECT_EQ(decoded->frames, 2000u);
+        EXPECT_EQ(decoded->condition, SoundCondition::kCutShort);
+    }
+}
+
 // The content decides, the name only helps where the content says nothing; and any path is taken.
 TEST_F(DecodeTest, TakesAnyNameForAPath) {
     const auto samples = Ramp(2000, 16);

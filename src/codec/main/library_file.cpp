@@ -63,6 +63,11 @@ wire::Failure FailureOfOpening() {
     return {isKnown ? wire::FailureCode::kDamaged : wire::FailureCode::kUnknownFormat, text};
 }
 
+// The library's greatest number stands for an unknown length.
+bool IsCounted(const SF_INFO& info) {
+    return info.frames >= 0 && static_cast<std::uint64_t>(info.frames) <= wire::kMostFrames;
+}
+
 // Only of samples that all take the same room can be said which are there.
 std::int64_t FixedFrameBytes(const SF_INFO& info) {
     const int subtype = info.format & SF_FORMAT_SUBMASK;
@@ -80,7 +85,7 @@ void OpenPadded(const char* path, LibraryFile& file) {
     const std::int64_t frameBytes = FixedFrameBytes(file.info);
     const sf_count_t there = frameBytes > 0 ? file.padded->BytesAhead() / frameBytes : 0;
     if (there == 0 || file.info.frames < there) return file.handle.reset();
-    file.promisedFrames = static_cast<std::uint64_t>(file.info.frames);
+    file.promisedFrames = std::min(static_cast<std::uint64_t>(file.info.frames), wire::kMostFrames);
     file.info.frames = there;
 }
 
@@ -144,7 +149,9 @@ std::uint64_t FramesOfMissing(const DisputedSize& size, const SF_INFO& info) {
     // Coded sound: as many a byte as there are in what is present.
     const double framesPerByte = static_cast<double>(info.frames) /
                                  static_cast<double>(std::max<std::uint64_t>(size.present, 1));
-    return static_cast<std::uint64_t>(framesPerByte * static_cast<double>(missing));
+    const double frames = framesPerByte * static_cast<double>(missing);
+    return frames < static_cast<double>(wire::kMostFrames) ? static_cast<std::uint64_t>(frames)
+                                                           : wire::kMostFrames;
 }
 
 }  // namespace
@@ -177,7 +184,7 @@ SoundFileDescription DescribeFile(const LibraryFile& file) {
     description.channels = static_cast<std::uint32_t>(std::max(file.info.channels, 0));
     description.samples = coding.samples;
     description.speakers = SpeakersOf(file);
-    if (file.info.frames >= 0 && file.info.frames < SF_COUNT_MAX) {
+    if (IsCounted(file.info)) {
         description.counted = FrameCount::kStated;
         description.frames = static_cast<std::uint64_t>(file.info.frames);
     }
@@ -225,13 +232,15 @@ bool LacksItsEnd(const LibraryFile& file) {
 
 std::uint64_t PromisedFrames(const LibraryFile& file) {
     if (file.promisedFrames > 0) return file.promisedFrames;
-    if (file.info.frames < 0 || file.info.frames >= SF_COUNT_MAX) return 0;
+    if (!IsCounted(file.info)) return 0;
     const std::string log = LogOf(file);
     for (const std::string_view name :
          {"\ndata :", "\n SSND :", "\n  Data Size   :", "\nriff :", "\n  Riff size :"}) {
         const DisputedSize size = FindDisputedSize(log, name);
         if (size.claimed <= size.present || IsPlaceholder(size.claimed)) continue;
-        return static_cast<std::uint64_t>(file.info.frames) + FramesOfMissing(size, file.info);
+        return std::min(
+            static_cast<std::uint64_t>(file.info.frames) + FramesOfMissing(size, file.info),
+            wire::kMostFrames);
     }
     return 0;
 }
