@@ -10,7 +10,7 @@ constexpr std::size_t kSegmentBytes = std::size_t{2} << 20;
 constexpr unsigned kMostWorkers = 4;
 // So many frames of the next segment are decoded with each one: behind damage a decoder may go on
 // with what comes later, and then these are others than those that the next segment begins with.
-constexpr std::uint64_t kSeamFrames = 256;
+constexpr std::uint64_t kSeamFrames = 2048;
 constexpr std::uint64_t kNone = ~std::uint64_t{0};
 
 unsigned WorkerCount() {
@@ -24,10 +24,12 @@ std::size_t SegmentFrames(const SoundFileDescription& description) {
 }  // namespace
 
 bool SplitReader::CanRead(const LibraryFile& file, const SoundFileDescription& description) {
-    // A frame of FLAC stands alone; a packet of Vorbis needs the one before it, which the library
-    // decodes when it seeks. The other lossy codings keep more of a past.
-    const bool standsAlone =
-        description.kind == SoundFileKind::kFlac || description.kind == SoundFileKind::kOggVorbis;
+    // A frame of FLAC stands alone; a packet of Vorbis needs the one before it, and MP3 a few
+    // frames, which the library decodes when it seeks. Where that is too few of them, as at low bit
+    // rates, the first seam shows it.
+    const bool standsAlone = description.kind == SoundFileKind::kFlac ||
+                             description.kind == SoundFileKind::kOggVorbis ||
+                             description.kind == SoundFileKind::kMp3;
     return standsAlone && file.info.seekable != 0 && description.counted == FrameCount::kStated &&
            WorkerCount() > 1 && description.frames >= 4 * SegmentFrames(description);
 }
