@@ -152,7 +152,7 @@ TEST_F(LongFileTest, AreTheSameAsInOnePiece) {
     std::vector<std::int32_t> sound;
     for (int i = 0; i < 2 * 2'500'000; ++i)
         sound.push_back((static_cast<std::int32_t>(0x1p29 * std::sin(1e-5 * i * (i % 2 + 1.0))) +
-                         (i * 7919 % 65536 << 12)) &
+                         static_cast<std::int32_t>(i * 7919LL % 65536 << 12)) &
                         ~0xFFFF);
     const auto lowest = [](SNDFILE* file) {
         int constant = SF_BITRATE_MODE_CONSTANT;

@@ -18,6 +18,14 @@ constexpr char kUsage[] =
 
 }  // namespace
 
+#if defined(__SANITIZE_ADDRESS__)
+// The editor cannot limit the address space of a sanitized program, of which it takes terabytes,
+// and takes an end by a signal for a crash.
+extern "C" const char* __asan_default_options() {
+    return "hard_rss_limit_mb=512:abort_on_error=1:handle_segv=0:handle_abort=0";
+}
+#endif
+
 int main(int count, char** words) {
     using sonavel::DecodeExtent;
     // Without the editor there is nobody to decode for.
