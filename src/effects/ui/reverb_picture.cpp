@@ -36,7 +36,7 @@ std::vector<float> ReverbResponse(const ReverbParameters& parameters,
     response[0] = 1;
     for (std::span<float> rest = response; !rest.empty();) {
         const auto block =
-            rest.first(std::min<std::size_t>(rest.size(), ReverbChannel::kBlockFrames));
+            rest.first(std::min<std::size_t>(rest.size(), ReverbChannel::kPieceFrames));
         channel.Process(block);
         rest = rest.subspan(block.size());
     }
