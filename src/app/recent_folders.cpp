@@ -2,21 +2,24 @@
 
 #include <algorithm>
 
+#include "platform/settings.h"
+
 namespace sonavel {
 
 namespace {
 
-constexpr const char* kSection = "__SOUND_USED_FOLDER";
+const Setting& kNewest = RowOf(SettingId::kUsedFolder);
 
 // "Used Folder" is the newest; "Used Folder 2" and so on stand behind it.
 std::string KeyOf(std::size_t index) {
-    return index == 0 ? "Used Folder" : "Used Folder " + std::to_string(index + 1);
+    const std::string key(kNewest.key);
+    return index == 0 ? key : key + ' ' + std::to_string(index + 1);
 }
 
 std::vector<std::string> PathsIn(const ProfileText& options) {
     std::vector<std::string> paths;
     for (std::size_t i = 0; i < RecentFolders::kMostFolders; ++i) {
-        std::string path = options.GetString(kSection, KeyOf(i));
+        std::string path = options.GetString(kNewest.section, KeyOf(i));
         if (!path.empty() && std::find(paths.begin(), paths.end(), path) == paths.end())
             paths.push_back(std::move(path));
     }
@@ -32,7 +35,7 @@ bool AddTo(ProfileText& options, const std::string& absolutePath) {
     if (paths.size() > RecentFolders::kMostFolders) paths.resize(RecentFolders::kMostFolders);
     std::vector<std::pair<std::string, std::string>> entries;
     for (std::size_t i = 0; i < paths.size(); ++i) entries.emplace_back(KeyOf(i), paths[i]);
-    return options.SetEntries(kSection, entries);
+    return options.SetEntries(kNewest.section, entries);
 }
 
 }  // namespace

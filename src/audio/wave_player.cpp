@@ -2,15 +2,13 @@
 
 #include <algorithm>
 
+#include "platform/settings.h"
+
 namespace sonavel {
 namespace {
 
-constexpr int kGreatestDeviceId = 256;
-constexpr int kLeastBlockFrames = 128;
-constexpr int kGreatestBlockFrames = 32767;
-
-void SetWithin(int& setting, int value, int least, int greatest) {
-    if (value >= least && value <= greatest) setting = value;
+void SetAccepted(int& number, SettingId id, int value) {
+    if (RowOf(id).Accepts(value)) number = value;
 }
 
 }  // namespace
@@ -23,19 +21,19 @@ CWavePlayer::~CWavePlayer() {
 }
 
 void CWavePlayer::SetPlaybackDevice(int id) {
-    SetWithin(playbackDevice_, id, kNoWaveDevice, kGreatestDeviceId);
+    SetAccepted(playbackDevice_, SettingId::kPlaybackDevice, id);
 }
 
 void CWavePlayer::SetPlaybackBlockFrames(int frames) {
-    SetWithin(playbackBlockFrames_, frames, kLeastBlockFrames, kGreatestBlockFrames);
+    SetAccepted(playbackBlockFrames_, SettingId::kPlaybackBlockFrames, frames);
 }
 
 void CWavePlayer::SetRecordDevice(int id) {
-    SetWithin(recordDevice_, id, kNoWaveDevice, kGreatestDeviceId);
+    SetAccepted(recordDevice_, SettingId::kRecordDevice, id);
 }
 
 void CWavePlayer::SetRecordBlockFrames(int frames) {
-    SetWithin(recordBlockFrames_, frames, kLeastBlockFrames, kGreatestBlockFrames);
+    SetAccepted(recordBlockFrames_, SettingId::kRecordBlockFrames, frames);
 }
 
 bool CWavePlayer::Play(std::uint32_t startByte) {

@@ -22,7 +22,6 @@ enum class PlayState { kStopped = 0, kPlaying = 1, kPaused = 3, kRecording = 4 }
 class CWavePlayer : public CWave {
   public:
     static constexpr int kBlockCount = BlockRing::kCount;
-    static constexpr int kDefaultBlockFrames = 1024;
 
     CWavePlayer(UserPrompts& prompts, ProgressFactory& progress, WaveDevices& devices);
     ~CWavePlayer() override;  // stops without reports and drops what was being recorded

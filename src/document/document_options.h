@@ -1,11 +1,11 @@
 // What a document takes from Options.ini when it is created.
 #pragma once
 
-#include "platform/profile_text.h"
+#include "platform/settings.h"
 
 namespace sonavel {
 
-// Missing keys read as 0.
+// As the numbers stand in the file; missing keys read as 0.
 struct DocumentOptions {
     int playbackDeviceId = 0;
     int playbackBlockFrames = 0;
@@ -21,7 +21,7 @@ struct DocumentOptions {
     int playScrolling = 1;
     int saveMarkers = 0;
 
-    static DocumentOptions Read(const ProfileText& options);
+    static DocumentOptions Read(const SettingValues& options);
 };
 
 }  // namespace sonavel

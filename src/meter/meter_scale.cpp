@@ -9,9 +9,6 @@
 namespace sonavel {
 namespace {
 
-constexpr std::string_view kSection = "__SOUND_PLAY_METER";
-constexpr std::string_view kTypeKey = "PLAYING METER TYPE";
-constexpr std::string_view kLabelsKey = "SHOW LABELS";
 constexpr std::int32_t kLeastSample = -32768;
 constexpr int kTicks = 10;
 constexpr int kLabelGap = 2;
@@ -182,25 +179,9 @@ MeterBarPlaces LayOutMeterBar(const Rectangle& bar, MeterReadOuts readOuts,
     return fits ? WithReadOutsBelow(bar, height) : plain;
 }
 
-MeterSettings MeterSettings::Read(const ProfileText& options) {
-    MeterSettings settings;
-    const int type = StoredMeterScale(options);
-    if (type == 0) settings.scale = MeterScale::kThirtyDb;
-    if (type == 2) settings.scale = MeterScale::kNinetyDb;
-    settings.showLabels = options.GetInteger(kSection, kLabelsKey);
-    return settings;
-}
-
-int StoredMeterScale(const ProfileText& options) {
-    return options.GetInteger(kSection, kTypeKey);
-}
-
-bool WriteMeterScale(ProfileFile& options, MeterScale scale) {
-    return options.SetInteger(kSection, kTypeKey, static_cast<int>(scale));
-}
-
-bool WriteMeterLabels(ProfileFile& options, int showLabels) {
-    return options.SetInteger(kSection, kLabelsKey, showLabels);
+MeterSettings MeterSettings::Read(const SettingValues& options) {
+    const int scale = RowOf(SettingId::kMeterScale).Effective(options[SettingId::kMeterScale]);
+    return {static_cast<MeterScale>(scale), options[SettingId::kMeterLabels]};
 }
 
 }  // namespace sonavel

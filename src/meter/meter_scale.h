@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/profile_file.h"
+#include "platform/settings.h"
 #include "view/draw/text_width.h"
 #include "view/state/rectangle.h"
 
@@ -108,14 +108,8 @@ struct MeterSettings {
 
     // A stored 0 gives the first scale and 2 the third; every other number gives the second, so the
     // absolute scale does not come back at the next start, which is intended.
-    static MeterSettings Read(const ProfileText& options);
+    static MeterSettings Read(const SettingValues& options);
     bool operator==(const MeterSettings&) const = default;
 };
-
-// The number as it stands in the file, 0 for a missing key.
-int StoredMeterScale(const ProfileText& options);
-// False when the file cannot be written.
-bool WriteMeterScale(ProfileFile& options, MeterScale scale);
-bool WriteMeterLabels(ProfileFile& options, int showLabels);
 
 }  // namespace sonavel

@@ -13,6 +13,7 @@ namespace sonavel {
 
 inline constexpr int kDefaultWaveDevice = -1;
 inline constexpr int kNoWaveDevice = -2;
+inline constexpr int kDefaultBlockFrames = 1024;
 
 // 8-bit samples are unsigned bytes around 128, 16-bit samples little-endian signed words; frames
 // are interleaved, left first.

@@ -154,11 +154,10 @@ TEST(MeterScaleTest, SettingsComeBackButTheAbsoluteScale) {
     const MeterScale readBack[] = {MeterScale::kThirtyDb, MeterScale::kSixtyDb,
                                    MeterScale::kNinetyDb, MeterScale::kSixtyDb};
     for (std::size_t i = 0; i < 4; ++i) {
-        ASSERT_TRUE(WriteMeterScale(file, kScales[i]));
+        ASSERT_TRUE(WriteNumber(file, SettingId::kMeterScale, static_cast<int>(i)));
         EXPECT_EQ(MeterSettings::Read(file.Read()).scale, readBack[i]);
-        EXPECT_EQ(StoredMeterScale(file.Read()), static_cast<int>(i));
     }
-    ASSERT_TRUE(WriteMeterLabels(file, 1));
+    ASSERT_TRUE(WriteNumber(file, SettingId::kMeterLabels, 1));
     EXPECT_EQ(MeterSettings::Read(file.Read()).showLabels, 1);
     file.SetInteger("__SOUND_PLAY_METER", "PLAYING METER TYPE", -5);
     EXPECT_EQ(MeterSettings::Read(file.Read()).scale, MeterScale::kSixtyDb);

@@ -108,7 +108,7 @@ TEST_F(MeterBarTest, CommandsChangeCheckAndKeepTheSettings) {
         EXPECT_FALSE(commands.StateOfCommand(c.id).checked) << c.text;
         ASSERT_TRUE(commands.RunCommand(c.id));
         EXPECT_TRUE(commands.StateOfCommand(c.id).checked) << c.text;
-        EXPECT_EQ(StoredMeterScale(options_.Read()), c.stored);
+        EXPECT_EQ(StoredNumber(options_.Read(), SettingId::kMeterScale), c.stored);
         EXPECT_EQ(PlayMeterBar(options_).Scale(), c.readBack) << c.text;
     }
     EXPECT_FALSE(commands.StateOfCommand(kShowLevel).checked);
@@ -121,8 +121,8 @@ TEST_F(MeterBarTest, SettingsReadAnewKeepTheAbsoluteScaleUnlessAnotherWasWritten
     Bar().SetScale(MeterScale::kAbsolute);
     Bar().ReloadSettings();
     EXPECT_EQ(Bar().Scale(), MeterScale::kAbsolute);
-    WriteMeterScale(options_, MeterScale::kNinetyDb);
-    WriteMeterLabels(options_, 1);
+    WriteNumber(options_, SettingId::kMeterScale, static_cast<int>(MeterScale::kNinetyDb));
+    WriteNumber(options_, SettingId::kMeterLabels, 1);
     Bar().ReloadSettings();
     EXPECT_EQ(Bar().Scale(), MeterScale::kNinetyDb);
     EXPECT_TRUE(Bar().ShowsLabels());

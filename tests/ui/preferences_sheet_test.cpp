@@ -8,6 +8,8 @@
 #include "app/preferences/option_display.h"
 #include "app/preferences/option_sheet.h"
 #include "app/preferences/option_wave.h"
+#include "document/document_options.h"
+#include "platform/qt/utf8_text.h"
 #include "support/fake_wave_devices.h"
 #include "support/qt_test_application.h"
 #include "support/sound_files.h"
@@ -107,6 +109,16 @@ TEST_F(PreferencesSheetTest, NumbersOutOfRangeAreRefusedBesideTheirField) {
         EXPECT_EQ(ShownHints(page), QStringList());
         EXPECT_TRUE(Button(QDialogButtonBox::Ok).isEnabled());
     }
+}
+
+TEST_F(PreferencesSheetTest, EverySettingOnThePagesIsExplained) {
+    QStringList explained;
+    for (const QWidget* widget : Sheet().findChildren<QWidget*>())
+        if (!widget->toolTip().isEmpty()) explained << widget->toolTip();
+    EXPECT_EQ(explained.removeDuplicates(), 0);
+    for (const Setting& row : AllSettings())
+        EXPECT_EQ(explained.contains(Utf8Text(row.explanation)), row.kind != SettingKind::kText)
+            << row.key;
 }
 
 TEST_F(PreferencesSheetTest, FilesThatCannotBeWrittenKeepTheSheetOpen) {

@@ -3,8 +3,10 @@
 
 #include "app/preferences/colour_presets.h"
 #include "app/preferences/preferences.h"
+#include "document/document_options.h"
 #include "platform/code_page_949.h"
 #include "support/sound_files.h"
+#include "view/state/display_settings.h"
 
 namespace sonavel {
 namespace {
@@ -33,42 +35,42 @@ constexpr Change kPages[] = {
      [](Preferences& p) {
          for (std::size_t slot = 0; slot < ColourTable::kSlots; ++slot)
              p.colours.Set(slot, {static_cast<std::uint8_t>(slot), 7, 255});
-         p.display.horizontalRuler = 1;
-         p.display.verticalRuler = 1;
-         p.display.centreLine = 1;
+         p.settings[SettingId::kHorizontalRuler] = 1;
+         p.settings[SettingId::kVerticalRuler] = 1;
+         p.settings[SettingId::kCentreLine] = 1;
      }},
     {"general",
      [](Preferences& p) {
-         p.options.displaySampleData = 1;
-         p.options.displaySeeker = 1;
-         p.options.openAndPlay = 1;
-         p.options.openAndMaximize = 1;
-         p.options.openAndFullTimeZoom = 1;
-         p.options.applyAutoSkipMode = 1;
-         p.options.saveUndo = 1;
-         p.options.playScrolling = 1;
-         p.options.saveMarkers = 1;
-         p.statusFormat = 2;
-         p.autoPlay = 1;
-         p.meterScale = 2;
-         p.meterLabels = 1;
+         p.settings[SettingId::kDisplaySampleData] = 1;
+         p.settings[SettingId::kDisplaySeeker] = 1;
+         p.settings[SettingId::kOpenAndPlay] = 1;
+         p.settings[SettingId::kOpenAndMaximize] = 1;
+         p.settings[SettingId::kOpenAndFullTimeZoom] = 1;
+         p.settings[SettingId::kApplyAutoSkipMode] = 1;
+         p.settings[SettingId::kSaveUndo] = 1;
+         p.settings[SettingId::kPlayScrolling] = 1;
+         p.settings[SettingId::kSaveMarkers] = 1;
+         p.settings[SettingId::kStatusFormat] = 2;
+         p.settings[SettingId::kAutoPlay] = 1;
+         p.settings[SettingId::kMeterScale] = 2;
+         p.settings[SettingId::kMeterLabels] = 1;
      }},
     {"grid",
      [](Preferences& p) {
-         p.grid = {.timeGrid = 1,
-                   .levelGrid = 1,
-                   .timeLabels = 1,
-                   .type = 1,
-                   .location = 2,
-                   .widthSpacingMs = 250,
-                   .heightSpacingPercent = 25};
+         p.settings[SettingId::kTimeGrid] = 1;
+         p.settings[SettingId::kLevelGrid] = 1;
+         p.settings[SettingId::kTimeLabels] = 1;
+         p.settings[SettingId::kGridType] = 1;
+         p.settings[SettingId::kGridLocation] = 2;
+         p.settings[SettingId::kGridWidthSpacing] = 250;
+         p.settings[SettingId::kGridHeightSpacing] = 25;
      }},
     {"wave",
      [](Preferences& p) {
-         p.options.playbackDeviceId = 3;
-         p.options.playbackBlockFrames = 128;
-         p.options.recordDeviceId = -2;
-         p.options.recordBlockFrames = 32767;
+         p.settings[SettingId::kPlaybackDevice] = 3;
+         p.settings[SettingId::kPlaybackBlockFrames] = 128;
+         p.settings[SettingId::kRecordDevice] = -2;
+         p.settings[SettingId::kRecordBlockFrames] = 32767;
      }},
 };
 
@@ -97,15 +99,13 @@ TEST_F(PreferencesTest, OnlyWhatChangedIsWritten) {
         "[__SOUND_PLAY_METER]\nPLAYING METER TYPE=3\n";
     WriteText("Options.ini", text);
     const Preferences before = Preferences::Read(folder_);
-    EXPECT_EQ(before.options.playbackBlockFrames, 1024);
-    EXPECT_EQ(before.options.openAndPlay, 1);
-    EXPECT_EQ(before.grid.location, 2);
-    EXPECT_EQ(before.grid.widthSpacingMs, 0);
-    EXPECT_EQ(before.meterScale, 1);
+    EXPECT_EQ(before.settings[SettingId::kPlaybackBlockFrames], 1024);
+    EXPECT_EQ(before.settings[SettingId::kOpenAndPlay], 1);
+    EXPECT_EQ(before.settings[SettingId::kMeterScale], 1);
     ASSERT_TRUE(WriteChanges(folder_, before, before));
     EXPECT_EQ(Text("Options.ini"), text);
     Preferences after = before;
-    after.options.recordDeviceId = 5;
+    after.settings[SettingId::kRecordDevice] = 5;
     ASSERT_TRUE(WriteChanges(folder_, before, after));
     const ProfileText file = folder_.Options().Read();
     EXPECT_EQ(file.GetInteger("__SOUND_WAVE_OPTIONS", "PLAYBACK BUFFER SIZE"), 100);
@@ -119,7 +119,7 @@ TEST_F(PreferencesTest, FilesOfTheKoreanCodePageStayInIt) {
               encoded("; 설정\n[__SOUND_GENERAL_OPTIONS]\n마커 저장=0\n[다른]\n키=값\n"));
     WriteText("Display.ini", encoded("[__SOUND_밤하늘]\nA=1,2,3,\nB=4,5,6,\n"));
     const Preferences before = Preferences::Read(folder_);
-    EXPECT_EQ(before.options.saveMarkers, 0);
+    EXPECT_EQ(before.settings[SettingId::kSaveMarkers], 0);
     for (const Change& page : kPages) {
         const Preferences stored = Preferences::Read(folder_);
         Preferences after = stored;
@@ -144,7 +144,7 @@ TEST_F(PreferencesTest, FilesThatCannotBeWritten) {
     const ProgramFolder nowhere("/nowhere/at all");
     const Preferences before = Preferences::Read(nowhere);
     Preferences after = before;
-    after.autoPlay = 1;
+    after.settings[SettingId::kAutoPlay] = 1;
     EXPECT_FALSE(WriteChanges(nowhere, before, after));
     after = before;
     after.colours.Set(3, {1, 1, 1});

@@ -49,6 +49,16 @@ TEST_F(ViewSettings, MoreColoursThanSlotsAndNoFileAtAll) {
     EXPECT_EQ(untouched, ColourTable());
 }
 
+TEST_F(ViewSettings, TheShippedColoursAreTheDefaults) {
+    const ProfileText shipped = ProfileFile(SONAVEL_DEFAULTS "/Display.ini").Read();
+    for (const std::string_view section : {kColourSection, kDefaultColourSection}) {
+        ColourTable table;
+        for (std::size_t slot = 0; slot < ColourTable::kSlots; ++slot) table.Set(slot, {1, 2, 3});
+        table.Load(shipped, section);
+        EXPECT_EQ(table, ColourTable()) << section;
+    }
+}
+
 TEST_F(ViewSettings, ReadTheDisplayAndGridKeys) {
     const ProfileText file =
         FileWith(

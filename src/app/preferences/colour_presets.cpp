@@ -9,8 +9,6 @@ namespace sonavel {
 namespace {
 
 constexpr std::string_view kPrefix = "__SOUND_";
-constexpr std::string_view kDefaultSection = "__SOUND_DEFAULT_SECTION";
-constexpr std::string_view kDisplayItems = "__SOUND_DISPLAY_ITEMS";
 
 // Section names are the same in any case.
 bool EqualNames(std::string_view a, std::string_view b) {
@@ -20,13 +18,13 @@ bool EqualNames(std::string_view a, std::string_view b) {
 }
 
 bool IsReserved(std::string_view section) {
-    return EqualNames(section, kColourSection) || EqualNames(section, kDefaultSection) ||
-           EqualNames(section, kDisplayItems);
+    return EqualNames(section, kColourSection) || EqualNames(section, kDefaultColourSection) ||
+           EqualNames(section, RowOf(SettingId::kCentreLine).section);
 }
 
 ColourTable DefaultsIn(const ProfileText& display) {
     ColourTable colours;
-    colours.Load(display, kDefaultSection);
+    colours.Load(display, kDefaultColourSection);
     return colours;
 }
 

@@ -22,12 +22,6 @@ constexpr const char* kColourNames[ColourTable::kSlots] = {
     "Spare 12", "Ruler",      "Spare 14",     "Lane separator",
 };
 
-constexpr FlagText kItems[] = {
-    {"&Horizontal ruler", [](Preferences& p) -> int& { return p.display.horizontalRuler; }},
-    {"&Vertical ruler", [](Preferences& p) -> int& { return p.display.verticalRuler; }},
-    {"C&entre line", [](Preferences& p) -> int& { return p.display.centreLine; }},
-};
-
 QIcon SwatchIcon(const QColor& colour, double pixelRatio) {
     QPixmap pixmap(kSwatch * pixelRatio);
     pixmap.setDevicePixelRatio(pixelRatio);
@@ -82,11 +76,9 @@ QWidget* COptionDisplay::MakeColours() {
 QWidget* COptionDisplay::MakeItems() {
     auto* group = new QGroupBox(tr("Shown"), this);
     auto* row = new QHBoxLayout(group);
-    for (const FlagText& item : kItems) {
-        auto* column = new QVBoxLayout;
-        items_.Add(*column, {&item, 1}, *this);
-        row->addLayout(column);
-    }
+    AddFlag(*row, SettingId::kHorizontalRuler, tr("&Horizontal ruler"));
+    AddFlag(*row, SettingId::kVerticalRuler, tr("&Vertical ruler"));
+    AddFlag(*row, SettingId::kCentreLine, tr("C&entre line"));
     return group;
 }
 
@@ -131,12 +123,12 @@ QPushButton* COptionDisplay::AddButton(const QString& text, void (COptionDisplay
 }
 
 void COptionDisplay::ShowPreferences(const Preferences& preferences) {
-    items_.Show(preferences);
+    OptionPage::ShowPreferences(preferences);
     SetColours(preferences.colours);
 }
 
 void COptionDisplay::TakeInto(Preferences& preferences) const {
-    items_.TakeInto(preferences);
+    OptionPage::TakeInto(preferences);
     preferences.colours = colours_;
 }
 

@@ -1,7 +1,6 @@
 // The page "Display" of the preferences: colours, named sets of them, rulers and centre line.
 #pragma once
 
-#include <QComboBox>
 #include <QPushButton>
 #include <array>
 
@@ -42,7 +41,6 @@ class COptionDisplay : public OptionPage {
 
     ColourPresets presets_;
     ColourTable colours_;
-    FlagBoxes items_;
     std::array<QPushButton*, ColourTable::kSlots> swatches_{};
     QComboBox* preset_ = nullptr;
     QLabel* refusal_;

@@ -1,8 +1,6 @@
 // The page "Grid" of the preferences.
 #pragma once
 
-#include <QComboBox>
-
 #include "app/preferences/option_page.h"
 #include "app/preferences/sound_preview.h"
 
@@ -14,20 +12,12 @@ class COptionGrid : public OptionPage {
   public:
     explicit COptionGrid(QWidget* parent = nullptr);
 
-    void ShowPreferences(const Preferences& preferences) override;
-    void TakeInto(Preferences& preferences) const override;
-    bool IsValid() const override;
     void ShowPreview(const Preferences& preferences) override;
 
   private:
     QWidget* MakeItems();
     QWidget* MakeForm();
 
-    FlagBoxes items_;
-    QComboBox* type_;
-    QComboBox* location_;
-    NumberField* widthSpacing_;
-    NumberField* heightSpacing_;
     SoundPreview* preview_;
 };
 

@@ -1,11 +1,11 @@
 // What the pages of the preferences have in common, and the fields they are made of.
 #pragma once
 
-#include <QCheckBox>
+#include <QComboBox>
 #include <QLabel>
 #include <QSpinBox>
 #include <QVBoxLayout>
-#include <span>
+#include <functional>
 #include <vector>
 
 #include "app/preferences/preferences.h"
@@ -13,70 +13,64 @@
 
 namespace sonavel {
 
+// A number with its unit. One that the setting does not accept stays as it was typed and is refused
+// by the text beside it.
+class NumberField : public QWidget {
+    Q_OBJECT
+
+  public:
+    NumberField(SettingId setting, int step, const QString& unit, QWidget* parent = nullptr);
+
+    int Value() const { return number_->value(); }
+    void SetValue(int value) { number_->setValue(value); }
+    bool IsValid() const { return setting_.Accepts(Value()); }
+
+  Q_SIGNALS:
+    void Edited();
+
+  private:
+    const Setting& setting_;
+    QSpinBox* number_;
+    FieldHint* refusal_;
+};
+
+// How a control stands for a setting's number.
+struct SettingControl {
+    SettingId setting;
+    QWidget* widget;
+    std::function<void(int)> show;
+    std::function<int()> number;
+};
+
 class OptionPage : public QWidget {
     Q_OBJECT
 
   public:
     using QWidget::QWidget;
 
-    virtual void ShowPreferences(const Preferences& preferences) = 0;
+    virtual void ShowPreferences(const Preferences& preferences);
     // Puts what the page edits into the preferences.
-    virtual void TakeInto(Preferences& preferences) const = 0;
+    virtual void TakeInto(Preferences& preferences) const;
     // False while a field holds what is refused.
-    virtual bool IsValid() const { return true; }
+    bool IsValid() const;
     // All pages' values together, after each edit.
     virtual void ShowPreview(const Preferences&) {}
 
   Q_SIGNALS:
     // By the person or by ShowPreferences.
     void Edited();
-};
 
-struct FlagText {
-    const char* text;  // with "&" before the access key
-    int& (*value)(Preferences&);
-};
-
-// Check boxes that stand for flags of the preferences.
-class FlagBoxes {
-  public:
-    void Add(QVBoxLayout& column, std::span<const FlagText> flags, OptionPage& page);
-    void Show(Preferences preferences);
-    void TakeInto(Preferences& preferences) const;
+  protected:
+    // The page shows and takes the setting through the control, and its tool tip explains it.
+    void AddControl(SettingControl control);
+    // A check box; `text` is with "&" before the access key.
+    void AddFlag(QBoxLayout& layout, SettingId setting, const QString& text);
+    // A list with the names of the numbers 0, 1 and so on.
+    QComboBox* AddChoice(SettingId setting, const QStringList& names);
+    NumberField* AddNumber(SettingId setting, int step, const QString& unit);
 
   private:
-    struct Box {
-        QCheckBox* box;
-        int& (*value)(Preferences&);
-    };
-    std::vector<Box> boxes_;
-};
-
-struct NumberRange {
-    int lowest = 0;
-    int highest = 0;
-    int step = 1;
-};
-
-// A number with its unit. One out of range stays as it was typed and is refused by the text beside
-// it.
-class NumberField : public QWidget {
-    Q_OBJECT
-
-  public:
-    NumberField(const NumberRange& range, const QString& unit, QWidget* parent = nullptr);
-
-    int Value() const { return number_->value(); }
-    void SetValue(int value) { number_->setValue(value); }
-    bool IsValid() const;
-
-  Q_SIGNALS:
-    void Edited();
-
-  private:
-    NumberRange range_;
-    QSpinBox* number_;
-    FieldHint* refusal_;
+    std::vector<SettingControl> controls_;
 };
 
 }  // namespace sonavel

@@ -20,11 +20,11 @@ QGroupBox* GroupWith(const QString& title, QWidget* content) {
 
 }  // namespace
 
-WaveDeviceFields::WaveDeviceFields(QWidget* parent)
+WaveDeviceFields::WaveDeviceFields(SettingId blockFrames, QWidget* parent)
     : QWidget(parent),
       form_(new QFormLayout(this)),
       device_(new QComboBox(this)),
-      blockFrames_(new NumberField({kLeastBlockFrames, kMostBlockFrames, 128}, tr("frames"), this)),
+      blockFrames_(new NumberField(blockFrames, 128, tr("frames"), this)),
       latency_(new QLabel(this)) {
     form_->setContentsMargins(0, 0, 0, 0);
     ShowDevices({.devices = {}, .hasDefault = true});
@@ -39,6 +39,7 @@ WaveDeviceFields::WaveDeviceFields(QWidget* parent)
         ShowLatency();
         Q_EMIT Edited();
     });
+    ShowLatency();
 }
 
 void WaveDeviceFields::ShowDevices(const WaveDeviceList& list) {
@@ -59,12 +60,6 @@ void WaveDeviceFields::Choose(int deviceId) {
     device_->setCurrentIndex(device_->findData(deviceId));
 }
 
-void WaveDeviceFields::SetValues(int deviceId, int blockFrames) {
-    Choose(deviceId);
-    blockFrames_->SetValue(blockFrames);
-    ShowLatency();
-}
-
 void WaveDeviceFields::ShowLatency() {
     if (!IsValid()) return latency_->setText(QStringLiteral("-"));
     const double blockMs = BlockFrames() * 1000 / kUsualRate;
@@ -78,8 +73,8 @@ COptionWave::COptionWave(WaveDevices& devices, QWidget* parent)
     : OptionPage(parent),
       devices_(devices),
       tone_(devices),
-      playback_(new WaveDeviceFields(this)),
-      record_(new WaveDeviceFields(this)),
+      playback_(AddFields(SettingId::kPlaybackDevice, SettingId::kPlaybackBlockFrames)),
+      record_(AddFields(SettingId::kRecordDevice, SettingId::kRecordBlockFrames)),
       test_(new QPushButton(this)),
       testNote_(new QLabel(this)) {
     AddTest();
@@ -98,6 +93,16 @@ COptionWave::COptionWave(WaveDevices& devices, QWidget* parent)
         ShowTestState();
     });
     ShowTestState();
+}
+
+WaveDeviceFields* COptionWave::AddFields(SettingId device, SettingId blockFrames) {
+    auto* fields = new WaveDeviceFields(blockFrames, this);
+    AddControl({device, fields->DeviceField(), [fields](int id) { fields->Choose(id); },
+                [fields] { return fields->DeviceId(); }});
+    NumberField* const frames = fields->BlockFramesField();
+    AddControl({blockFrames, frames, [frames](int number) { frames->SetValue(number); },
+                [frames] { return frames->Value(); }});
+    return fields;
 }
 
 void COptionWave::showEvent(QShowEvent* event) {
@@ -133,24 +138,6 @@ void COptionWave::ShowTestState() {
     test_->setText(tone_.IsPlaying() ? tr("S&top") : tr("&Test"));
     test_->setEnabled(tone_.IsPlaying() ||
                       (playback_->IsValid() && playback_->DeviceId() != kNoWaveDevice));
-}
-
-void COptionWave::ShowPreferences(const Preferences& preferences) {
-    const DocumentOptions& options = preferences.options;
-    playback_->SetValues(options.playbackDeviceId, options.playbackBlockFrames);
-    record_->SetValues(options.recordDeviceId, options.recordBlockFrames);
-}
-
-void COptionWave::TakeInto(Preferences& preferences) const {
-    DocumentOptions& options = preferences.options;
-    options.playbackDeviceId = playback_->DeviceId();
-    options.playbackBlockFrames = playback_->BlockFrames();
-    options.recordDeviceId = record_->DeviceId();
-    options.recordBlockFrames = record_->BlockFrames();
-}
-
-bool COptionWave::IsValid() const {
-    return playback_->IsValid() && record_->IsValid();
 }
 
 }  // namespace sonavel

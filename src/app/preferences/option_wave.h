@@ -2,7 +2,6 @@
 // blocks.
 #pragma once
 
-#include <QComboBox>
 #include <QPushButton>
 
 #include "app/preferences/option_page.h"
@@ -15,13 +14,15 @@ class WaveDeviceFields : public QWidget {
     Q_OBJECT
 
   public:
-    explicit WaveDeviceFields(QWidget* parent = nullptr);
+    explicit WaveDeviceFields(SettingId blockFrames, QWidget* parent = nullptr);
 
     // What there is to choose from; a device that is chosen stays so, also where it is not there.
     void ShowDevices(const WaveDeviceList& list);
-    void SetValues(int deviceId, int blockFrames);
+    void Choose(int deviceId);
     int DeviceId() const { return device_->currentData().toInt(); }
     int BlockFrames() const { return blockFrames_->Value(); }
+    QWidget* DeviceField() { return device_; }
+    NumberField* BlockFramesField() { return blockFrames_; }
     bool IsValid() const { return blockFrames_->IsValid(); }
     QFormLayout& Form() { return *form_; }
 
@@ -29,7 +30,6 @@ class WaveDeviceFields : public QWidget {
     void Edited();
 
   private:
-    void Choose(int deviceId);
     void ShowLatency();
 
     QFormLayout* form_;
@@ -44,15 +44,12 @@ class COptionWave : public OptionPage {
   public:
     explicit COptionWave(WaveDevices& devices, QWidget* parent = nullptr);
 
-    void ShowPreferences(const Preferences& preferences) override;
-    void TakeInto(Preferences& preferences) const override;
-    bool IsValid() const override;
-
   protected:
     // Lists the devices anew: one may have come or gone since the page was seen last.
     void showEvent(QShowEvent* event) override;
 
   private:
+    WaveDeviceFields* AddFields(SettingId device, SettingId blockFrames);
     void AddTest();
     void SwitchTest();
     void ShowTestState();

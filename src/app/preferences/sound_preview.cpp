@@ -75,15 +75,15 @@ WaveformLook SoundPreview::Look(const ViewGeometry& geometry) const {
     look.vertical = ScrollState{0, look.waveform.Height() / 2, kWholeRangePage, 0}.Clamped();
     look.selection = kSelection;
     look.colours = preferences_.colours;
-    look.centreLine = preferences_.display.centreLine;
-    look.grid = preferences_.grid;
-    look.statusFormat = static_cast<StatusFormat>(preferences_.statusFormat);
+    look.centreLine = preferences_.settings[SettingId::kCentreLine];
+    look.grid = GridSettings::Read(preferences_.settings);
+    look.statusFormat = ReadStatusFormat(preferences_.settings);
     look.pixelRatio = devicePixelRatioF();
     return look;
 }
 
 void SoundPreview::paintEvent(QPaintEvent*) {
-    const DisplaySettings& display = preferences_.display;
+    const DisplaySettings display = DisplaySettings::Read(preferences_.settings);
     const ViewGeometry geometry = ViewGeometry::Layout({{0, 0, width(), height() + kBottomRow},
                                                         Visibility(display.horizontalRuler),
                                                         Visibility(display.verticalRuler)});

@@ -11,6 +11,7 @@
 #include "platform/qt/open_files_dialog.h"
 #include "platform/qt/person_settings.h"
 #include "platform/qt/utf8_text.h"
+#include "platform/settings.h"
 
 namespace sonavel {
 
@@ -103,7 +104,7 @@ void CatalogueWindow::PlayOrStop() {
 // With "Auto Play" on, a sound is heard as its row is chosen; not when the rows are made anew.
 void CatalogueWindow::PlayAsChosen() {
     if (!table_->hasFocus() || CurrentEntry() == keptCurrent_) return;
-    if (services_.folder.Options().Read().GetInteger("__SOUND_OPTIONS", "Auto Play") != 1) return;
+    if (StoredNumber(services_.folder.Options().Read(), SettingId::kAutoPlay) != 1) return;
     preview_.Stop();
     PlayCurrent();
 }

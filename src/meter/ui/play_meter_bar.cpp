@@ -168,18 +168,19 @@ void PlayMeterBar::ReloadSettings() {
     const ProfileText options = options_.Read();
     const MeterSettings settings = MeterSettings::Read(options);
     // The absolute scale is written, but never read back.
-    if (StoredMeterScale(options) != static_cast<int>(scale_)) ShowScale(settings.scale);
+    if (StoredNumber(options, SettingId::kMeterScale) != static_cast<int>(scale_))
+        ShowScale(settings.scale);
     ShowLabels(settings.showLabels);
 }
 
 bool PlayMeterBar::SetScale(MeterScale scale) {
     ShowScale(scale);
-    return WriteMeterScale(options_, scale);
+    return WriteNumber(options_, SettingId::kMeterScale, static_cast<int>(scale));
 }
 
 bool PlayMeterBar::SwitchLabels() {
     ShowLabels(ShowsLabels() ? 0 : 1);
-    return WriteMeterLabels(options_, showLabels_);
+    return WriteNumber(options_, SettingId::kMeterLabels, showLabels_);
 }
 
 void PlayMeterBar::ShowScale(MeterScale scale) {

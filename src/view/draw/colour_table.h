@@ -55,6 +55,8 @@ class ColourTable {
     std::array<Rgb, kSlots> colours_;
 };
 
+// The sections of the colours in use and of those that the preferences go back to.
 inline constexpr std::string_view kColourSection = "__SOUND_UPDATE_SECTION";
+inline constexpr std::string_view kDefaultColourSection = "__SOUND_DEFAULT_SECTION";
 
 }  // namespace sonavel

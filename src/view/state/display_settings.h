@@ -2,7 +2,7 @@
 // and whenever the preferences change. A missing key reads as 0.
 #pragma once
 
-#include "platform/profile_file.h"
+#include "platform/settings.h"
 
 namespace sonavel {
 
@@ -11,7 +11,7 @@ struct DisplaySettings {
     int verticalRuler = 1;
     int centreLine = 1;
 
-    static DisplaySettings Read(const ProfileText& display);
+    static DisplaySettings Read(const SettingValues& display);
 };
 
 enum class GridPlace { kBehindWaveform, kInFront, kNowhere };
@@ -25,7 +25,7 @@ struct GridSettings {
     int widthSpacingMs = 1000;
     int heightSpacingPercent = 50;  // of full scale
 
-    static GridSettings Read(const ProfileText& options);
+    static GridSettings Read(const SettingValues& options);
     GridPlace Place() const;
     bool operator==(const GridSettings&) const = default;
 };
@@ -33,7 +33,7 @@ struct GridSettings {
 enum class StatusFormat { kSample = 0, kTime = 1, kSecond = 2 };
 
 // Another number than 0 to 2 reads as the time format.
-StatusFormat ReadStatusFormat(const ProfileText& options);
+StatusFormat ReadStatusFormat(const SettingValues& options);
 bool WriteStatusFormat(ProfileFile& options, StatusFormat format);
 
 }  // namespace sonavel

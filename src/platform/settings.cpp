@@ -1,0 +1,129 @@
+#include "platform/settings.h"
+
+#include <algorithm>
+
+#include "platform/wave_device.h"
+
+namespace sonavel {
+namespace {
+
+constexpr auto kOptions = SettingsFile::kOptions;
+constexpr auto kDisplay = SettingsFile::kDisplay;
+constexpr auto kFlag = SettingKind::kFlag;
+constexpr auto kInteger = SettingKind::kInteger;
+
+constexpr int kMostWaveDevice = 256;
+constexpr int kLeastBlockFrames = 128;
+constexpr int kMostBlockFrames = 32767;
+
+constexpr std::string_view kWave = "__SOUND_WAVE_OPTIONS";
+constexpr std::string_view kGeneral = "__SOUND_GENERAL_OPTIONS";
+constexpr std::string_view kStatus = "__SOUND_OPTIONS";
+constexpr std::string_view kFolders = "__SOUND_USED_FOLDER";
+constexpr std::string_view kGridForm = "__SOUND_GRID_OPTIONS";
+constexpr std::string_view kGridItems = "__SOUND_GRID_DISPLAY_ITEMS";
+constexpr std::string_view kMeter = "__SOUND_PLAY_METER";
+constexpr std::string_view kItems = "__SOUND_DISPLAY_ITEMS";
+
+// clang-format off
+constexpr Setting kRows[] = {
+    {SettingId::kPlaybackDevice, kOptions, kWave, "PLAYBACK DEVICE ID", kInteger, "-1",
+     "The number of the device that plays: -1 is the system's default, -2 none.",
+     kNoWaveDevice, kMostWaveDevice, kDefaultWaveDevice},
+    {SettingId::kPlaybackBlockFrames, kOptions, kWave, "PLAYBACK BUFFER SIZE", kInteger, "1024",
+     "Frames in a block that is played, 128 to 32767: fewer follow faster, more break off less.",
+     kLeastBlockFrames, kMostBlockFrames, kDefaultBlockFrames},
+    {SettingId::kRecordDevice, kOptions, kWave, "RECORD DEVICE ID", kInteger, "-1",
+     "The number of the device that records: -1 is the system's default, -2 none.",
+     kNoWaveDevice, kMostWaveDevice, kDefaultWaveDevice},
+    {SettingId::kRecordBlockFrames, kOptions, kWave, "RECORD BUFFER SIZE", kInteger, "1024",
+     "Frames in a block that is recorded, 128 to 32767.",
+     kLeastBlockFrames, kMostBlockFrames, kDefaultBlockFrames},
+    {SettingId::kDisplaySampleData, kOptions, kGeneral, "DISPLAY SAMPLE DATA", kFlag, "1",
+     "The status bar shows the sample values under the cursor."},
+    {SettingId::kDisplaySeeker, kOptions, kGeneral, "DISPLAY SEEKER", kFlag, "1",
+     "A line in the waveform shows what is being played."},
+    {SettingId::kOpenAndPlay, kOptions, kGeneral, "OPEN AND PLAY", kFlag, "0",
+     "A sound is played as soon as it is opened."},
+    {SettingId::kOpenAndMaximize, kOptions, kGeneral, "OPEN AND MAXIMIZE", kFlag, "0",
+     "The window of a sound that is opened fills the main window."},
+    {SettingId::kOpenAndFullTimeZoom, kOptions, kGeneral, "OPEN AND FULL TIME ZOOM", kFlag, "0",
+     "A sound is first shown with one pixel to a frame instead of whole."},
+    {SettingId::kApplyAutoSkipMode, kOptions, kGeneral, "APPLY AUTO SKIP MODE", kFlag, "1",
+     "A switch of the drawing's speed that is kept in the file; the drawing needs none."},
+    // Spelled so in every file that exists.
+    {SettingId::kSaveUndo, kOptions, kGeneral, "SAVE UNDO REDO INFOMATION", kFlag, "1",
+     "Edits can be undone; without, they take no memory for it."},
+    {SettingId::kPlayScrolling, kOptions, kGeneral, "PLAY SCROLLING", kInteger, "1",
+     "While it is played, the waveform scrolls along.", 0, 1, 0},
+    {SettingId::kSaveMarkers, kOptions, kGeneral, "마커 저장", kFlag, "1",
+     "Markers are written with a WAV file."},
+    {SettingId::kStatusFormat, kOptions, kStatus, "Status Format", kInteger, "1",
+     "Positions and lengths are shown as 0 sample numbers, 1 time, 2 seconds.", 0, 2, 1},
+    {SettingId::kAutoPlay, kOptions, kStatus, "Auto Play", kFlag, "0",
+     "Samples are played as they are chosen in the sample file database."},
+    {SettingId::kUsedFolder, kOptions, kFolders, "Used Folder", SettingKind::kText, "",
+     "The folder that a sound was saved to last."},
+    {SettingId::kGridType, kOptions, kGridForm, "GRID TYPE", kInteger, "0",
+     "Lines of the time grid stand 0 every so many milliseconds, 1 at the ruler's ticks.", 0, 1, 0},
+    {SettingId::kGridLocation, kOptions, kGridForm, "GRID LOCATION", kInteger, "1",
+     "The grid is drawn 0 in front of the waveform, 1 behind it, 2 nowhere.", 0, 2, 2},
+    {SettingId::kGridWidthSpacing, kOptions, kGridForm, "GRID WIDTH SPACING", kInteger, "1000",
+     "Milliseconds from one line of the time grid to the next.", 0, 3600000},
+    {SettingId::kGridHeightSpacing, kOptions, kGridForm, "GRID HEIGHT SPACING", kInteger, "50",
+     "Percent of full scale from one line of the level grid to the next.", 0, 200},
+    {SettingId::kTimeGrid, kOptions, kGridItems, "WIDTH GRID", kFlag, "0",
+     "The waveform has lines at points in time."},
+    {SettingId::kLevelGrid, kOptions, kGridItems, "HEIGHT GRID", kFlag, "0",
+     "The waveform has lines at levels."},
+    {SettingId::kTimeLabels, kOptions, kGridItems, "PRESENT LOCATION", kFlag, "1",
+     "The lines of the time grid say their time."},
+    {SettingId::kMeterScale, kOptions, kMeter, "PLAYING METER TYPE", kInteger, "1",
+     "The play meter starts with a scale from 0 -30 dB, 1 -60 dB, 2 -90 dB.", 0, 2, 1},
+    {SettingId::kMeterLabels, kOptions, kMeter, "SHOW LABELS", kFlag, "1",
+     "The play meter shows levels as numbers."},
+    {SettingId::kHorizontalRuler, kDisplay, kItems, "HORIZONTAL RULER", kFlag, "1",
+     "Below the waveform stands a ruler of time."},
+    {SettingId::kVerticalRuler, kDisplay, kItems, "VERTICAL RULER", kFlag, "1",
+     "Beside the waveform stands a ruler of levels."},
+    {SettingId::kCentreLine, kDisplay, kItems, "CENTER LINE", kFlag, "1",
+     "Every channel has a line at level 0."},
+};
+// clang-format on
+
+constexpr bool RowsStandByTheirIds() {
+    for (std::size_t i = 0; i < std::size(kRows); ++i)
+        if (static_cast<std::size_t>(kRows[i].id) != i) return false;
+    return std::size(kRows) == static_cast<std::size_t>(SettingId::kCount);
+}
+static_assert(RowsStandByTheirIds());
+
+}  // namespace
+
+int Setting::Effective(int stored) const {
+    if (kind == SettingKind::kFlag) return stored != 0;
+    return Accepts(stored) ? stored : otherwise.value_or(std::clamp(stored, least, greatest));
+}
+
+std::span<const Setting> AllSettings() {
+    return kRows;
+}
+
+const Setting& RowOf(SettingId id) {
+    return kRows[static_cast<std::size_t>(id)];
+}
+
+SettingValues::SettingValues(const ProfileText& file) {
+    for (const Setting& row : kRows)
+        if (row.kind != SettingKind::kText) (*this)[row.id] = StoredNumber(file, row.id);
+}
+
+int StoredNumber(const ProfileText& file, SettingId id) {
+    return file.GetInteger(RowOf(id).section, RowOf(id).key);
+}
+
+bool WriteNumber(ProfileFile& file, SettingId id, int number) {
+    return file.SetInteger(RowOf(id).section, RowOf(id).key, number);
+}
+
+}  // namespace sonavel
