@@ -1,7 +1,6 @@
 #include "effects/effect_pass.h"
 
 #include <algorithm>
-#include <cmath>
 #include <memory>
 
 #include "effects/quantizer.h"
@@ -20,7 +19,7 @@ bool ComputesChannelsApart(const EffectTraits& traits, UnitOrder order) {
 
 }  // namespace
 
-EffectPass::EffectPass(const EffectTraits& traits, const CWave& sound, EffectRange range,
+EffectPass::EffectPass(const EffectTraits& traits, const CWave& sound, FrameRange range,
                        EffectProcessor& processor, ProgressWindow& progress)
     : traits_(traits),
       sound_(sound),
@@ -29,7 +28,7 @@ EffectPass::EffectPass(const EffectTraits& traits, const CWave& sound, EffectRan
       progress_(progress),
       pieceFrames_(processor.PieceFrames()),
       historyFrames_(processor.HistoryFrames()),
-      pieces_((std::size_t{range.length} + pieceFrames_ - 1) / pieceFrames_),
+      pieces_((std::size_t{range.Frames()} + pieceFrames_ - 1) / pieceFrames_),
       slots_(sound.GetChannels()) {}
 
 WorkEnd EffectPass::RunInPlace(CWave& sound) {
@@ -58,6 +57,8 @@ WorkEnd EffectPass::RunIntoPairs(PairBuffer& pairs) {
     const WorkEnd end = Run(traits_.previewOrder, [&](unsigned slot, std::uint32_t first,
                                                       std::span<const float> samples) {
         pairs.Put(slot, first, samples);
+        if (traits_.peak == PeakRule::kNone) return;
+        peaks_[slot].after = std::max(peaks_[slot].after, PeakOf(samples));
     });
     if (bothSides && slots_ == 1) pairs.CopyLeftToRight();
     return end;
@@ -77,7 +78,7 @@ WorkEnd EffectPass::Run(UnitOrder order, const Store& store) {
 
 // Less than a second's sound is done before another thread has started.
 unsigned EffectPass::Threads() const {
-    return range_.length < sound_.GetSamplesPerSecond() ? 1 : ThreadsToUse();
+    return range_.Frames() < sound_.GetSamplesPerSecond() ? 1 : ThreadsToUse();
 }
 
 void EffectPass::ShowEnd() {
@@ -103,7 +104,7 @@ EffectPass::Unit EffectPass::UnitAt(UnitOrder order, std::size_t index) const {
         unit.slots = 1;
     }
     unit.first = static_cast<std::uint32_t>(piece * pieceFrames_);
-    unit.frames = std::min(range_.length - unit.first, pieceFrames_);
+    unit.frames = std::min(range_.Frames() - unit.first, pieceFrames_);
     return unit;
 }
 
@@ -136,8 +137,7 @@ void EffectPass::Load(unsigned channel, const Unit& unit, std::span<float> sampl
                 traits_.storing == Storing::kQuantized ? EightBitReading::kSignedByte
                                                        : EightBitReading::kFull);
     if (traits_.peak != PeakRule::kAsBefore) return;
-    float& peak = peaksBefore_[channel];
-    for (const float sample : heard) peak = std::max(peak, std::abs(sample));
+    peaks_[channel].before = std::max(peaks_[channel].before, PeakOf(heard));
 }
 
 Onward EffectPass::ShowBefore(const Unit& unit) {
@@ -150,9 +150,9 @@ Onward EffectPass::ShowBefore(const Unit& unit) {
 
 int EffectPass::PercentOf(std::uint32_t done) const {
     if (traits_.percentages == Percentages::kSinglePrecisionToTheEnd)
-        return static_cast<int>(100.0f / static_cast<float>(range_.length) *
+        return static_cast<int>(100.0f / static_cast<float>(range_.Frames()) *
                                 static_cast<float>(done));
-    return static_cast<int>(std::uint64_t{done} * 100 / range_.length);
+    return static_cast<int>(std::uint64_t{done} * 100 / range_.Frames());
 }
 
 }  // namespace sonavel

@@ -5,28 +5,32 @@
 #include <array>
 #include <cstdint>
 
-#include "effects/effect_range.h"
 #include "effects/effect_table.h"
-#include "effects/pair_buffer.h"
 #include "platform/parallel.h"
 #include "platform/progress_window.h"
+#include "sound/frame_range.h"
+#include "sound/pair_buffer.h"
 #include "sound/wave.h"
 
 namespace sonavel {
 
 class EffectPass {
   public:
-    EffectPass(const EffectTraits& traits, const CWave& sound, EffectRange range,
+    EffectPass(const EffectTraits& traits, const CWave& sound, FrameRange range,
                EffectProcessor& processor, ProgressWindow& progress);
 
     // Into the same range of the sound, piece by piece. While the window is polled, and views may
     // paint the sound, nothing is written.
     WorkEnd RunInPlace(CWave& sound);
-    // Into pairs of the range's length; the peak of each channel as it was is noted where the
-    // effect needs it.
+    // Into pairs of the range's length; the peaks of each channel are noted where the effect needs
+    // them.
     WorkEnd RunIntoPairs(PairBuffer& pairs);
-    // The greatest magnitude of a channel before the pass, where the effect restores it.
-    float PeakBefore(unsigned channel) const { return peaksBefore_[channel]; }
+    // The greatest magnitudes of a channel before and after a pass into pairs.
+    struct Peaks {
+        float before = 0;
+        float after = 0;
+    };
+    const Peaks& PeaksOf(unsigned channel) const { return peaks_[channel]; }
 
   private:
     // A piece, or one channel of it.
@@ -52,7 +56,7 @@ class EffectPass {
 
     const EffectTraits& traits_;
     const CWave& sound_;
-    EffectRange range_;
+    FrameRange range_;
     EffectProcessor& processor_;
     ProgressWindow& progress_;
     std::uint32_t pieceFrames_;
@@ -60,7 +64,8 @@ class EffectPass {
     std::size_t pieces_;
     unsigned slots_;
     bool cancelled_ = false;
-    std::array<float, 2> peaksBefore_{};
+    // Each changed by its channel alone, which is computed on one thread at a time.
+    std::array<Peaks, 2> peaks_{};
 };
 
 }  // namespace sonavel

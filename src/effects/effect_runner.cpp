@@ -53,7 +53,7 @@ class EffectRunner {
     const EffectTarget& target_;
     CSoundDoc& document_;
     std::span<const double> values_;
-    EffectRange range_;
+    FrameRange range_;
 };
 
 Outcome EffectRunner::Apply() {
@@ -83,7 +83,7 @@ Outcome EffectRunner::Run(const Pass& pass) try {
     const CWave& sound = document_.Sound();
     const auto processor =
         effect_.make(values_, {sound.GetSamplesPerSecond(), sound.GetBits(), sound.GetChannels(),
-                               range_.length, target_.state});
+                               range_.Frames(), target_.state});
     const auto progress = document_.Services().progress.CreateProgress(std::string("Progress") +
                                                                        traits_.progressSuffix);
     EffectPass run(traits_, sound, range_, *processor, *progress);
@@ -120,18 +120,18 @@ Outcome EffectRunner::RunIntoPairs(PairBuffer& pairs) {
 void EffectRunner::BringToPeak(const EffectPass& pass, PairBuffer& pairs) {
     constexpr float kFullScale = 32767;
     if (traits_.peak == PeakRule::kWithin16Bits) {
-        const float peak = std::max(pairs.Peak(0), pairs.Peak(1));
+        const float peak = std::max(pass.PeaksOf(0).after, pass.PeaksOf(1).after);
         if (peak > kFullScale) pairs.Scale(kFullScale / peak);
     }
     if (traits_.peak != PeakRule::kAsBefore) return;
     for (unsigned channel = 0; channel < document_.Sound().GetChannels(); ++channel)
-        if (const float peak = pairs.Peak(channel); peak > 0)
-            pairs.Rescale(channel, peak, pass.PeakBefore(channel));
+        if (const auto [before, after] = pass.PeaksOf(channel); after > 0)
+            pairs.Rescale(channel, after, before);
 }
 
 Outcome EffectRunner::ApplyWhole() {
-    if (range_.length == 0) return Refuse(document_, kEmptySound);
-    PairBuffer pairs(range_.length);
+    if (range_.Frames() == 0) return Refuse(document_, kEmptySound);
+    PairBuffer pairs(range_.Frames());
     if (!pairs.HasMemory()) return Refuse(document_, failure::kMemory);
     Result<SoundEdit> edit = Begin();
     if (!edit) return edit.Ended();
@@ -155,20 +155,20 @@ void EffectRunner::Write(PairBuffer& pairs) {
 // The sample count of the range is taken as that of a stereo result, so a mono range is previewed
 // for half its length.
 Outcome EffectRunner::Preview(PreviewPlay play) {
-    if (range_.length == 0) return Refuse(document_, kEmptySound);
-    PairBuffer pairs(range_.length);
+    if (range_.Frames() == 0) return Refuse(document_, kEmptySound);
+    PairBuffer pairs(range_.Frames());
     if (!pairs.HasMemory()) return Refuse(document_, failure::kMemory);
     if (Outcome run = RunIntoPairs(pairs); !run) return run;
     const CWave& sound = document_.Sound();
     if (traits_.previewScalesEightBits && sound.GetBits() == 8) pairs.Scale(kEightBitScale);
     return AsDocument(
-        document_, document_.MakePreview(pairs.Pairs(), play, range_.length * sound.GetChannels(),
+        document_, document_.MakePreview(pairs.Pairs(), play, range_.Frames() * sound.GetChannels(),
                                          CSoundDoc::PreviewFormat::kStereo16));
 }
 
 }  // namespace
 
-EffectRange RangeOf(const EffectTarget& target) {
+FrameRange RangeOf(const EffectTarget& target) {
     return RangeToWorkOn(target.selectionStart, target.selectionEnd,
                          target.document.Sound().GetFrameCount());
 }

@@ -4,8 +4,8 @@
 
 #include <span>
 
-#include "effects/effect_range.h"
 #include "effects/effect_table.h"
+#include "sound/frame_range.h"
 #include "sound/outcome.h"
 
 namespace sonavel {
@@ -13,7 +13,7 @@ namespace sonavel {
 using PreviewPlay = CSoundDoc::PreviewPlay;
 
 // The frames that effects work on there.
-EffectRange RangeOf(const EffectTarget& target);
+FrameRange RangeOf(const EffectTarget& target);
 
 // Both take one value for each parameter, in the table's order and inside its range, and leave the
 // reason in the document's last error too.

@@ -22,10 +22,10 @@ SampleExtremes Scan(std::span<const Stored> samples) {
 
 }  // namespace
 
-SampleExtremes ExtremesOf(const CWave& sound, EffectRange range) {
+SampleExtremes ExtremesOf(const CWave& sound, FrameRange range) {
     const std::span<const std::uint8_t> bytes =
         sound.Bytes().subspan(std::size_t{range.start} * sound.GetBlockAlign(),
-                              std::size_t{range.length} * sound.GetBlockAlign());
+                              std::size_t{range.Frames()} * sound.GetBlockAlign());
     return sound.GetBits() == 8 ? Scan(bytes) : Scan(Words(bytes));
 }
 

@@ -1,13 +1,13 @@
 // The greatest and the least sample of a range, over all channels.
 #pragma once
 
-#include "effects/effect_range.h"
+#include "sound/frame_range.h"
 #include "sound/wave.h"
 #include "view/draw/block_extremes.h"
 
 namespace sonavel {
 
 // As CWave::GetSample gives them; both 0 for an empty range. The range lies inside the sound.
-SampleExtremes ExtremesOf(const CWave& sound, EffectRange range);
+SampleExtremes ExtremesOf(const CWave& sound, FrameRange range);
 
 }  // namespace sonavel

@@ -27,4 +27,12 @@ inline FrameRange RangeBetween(std::uint32_t a, std::uint32_t b) {
     return {std::min(a, b), std::max(a, b)};
 }
 
+// What lies between the two ends of a selection, or the whole sound where they are one; never
+// beyond the sound.
+inline FrameRange RangeToWorkOn(std::uint32_t selectionStart, std::uint32_t selectionEnd,
+                                std::uint32_t frameCount) {
+    if (selectionStart == selectionEnd) return {0, frameCount};
+    return RangeBetween(selectionStart, selectionEnd).ClampedTo(frameCount);
+}
+
 }  // namespace sonavel

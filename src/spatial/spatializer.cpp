@@ -2,15 +2,14 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
+#include <new>
 #include <string>
 #include <vector>
 
 #include "platform/parallel.h"
-#include "platform/vector_clones.h"
 #include "sound/failure_texts.h"
-#include "sound/float_block.h"
 #include "sound/frame_range.h"
+#include "sound/pair_buffer.h"
 #include "sound/sample_io.h"
 #include "spatial/block_filter.h"
 
@@ -18,15 +17,6 @@ namespace sonavel {
 namespace {
 
 constexpr unsigned kResultFrameBytes = 4;
-
-// Some seconds.
-constexpr std::size_t kPartFloats = std::size_t{1} << 19;
-
-FrameRange RangeOf(const SpatialTarget& target) {
-    const std::uint32_t frames = target.document.Sound().GetFrameCount();
-    if (target.selectionStart == target.selectionEnd) return {0, frames};
-    return RangeBetween(target.selectionStart, target.selectionEnd).ClampedTo(frames);
-}
 
 // A block of a range, with the 256 samples before it; those before the range are silent.
 void ReadBlock(const CWave& sound, FrameRange range, std::size_t index,
@@ -42,17 +32,21 @@ void ReadBlock(const CWave& sound, FrameRange range, std::size_t index,
     ReadChannel(sound, 0, range.start + done - history, heard, EightBitReading::kFull);
 }
 
-// Fills the output as far as the person lets it; the rest stays silent.
-void RunFilter(const CWave& sound, FrameRange range, const BlockFilter& filter,
-               std::span<float> output, ProgressWindow& progress) {
+// Fills the output as far as the person lets it, and returns its peak; the rest stays silent.
+float RunFilter(const CWave& sound, FrameRange range, const BlockFilter& filter,
+                std::span<float> output, ProgressWindow& progress) {
     constexpr std::size_t kBlockFloats = std::size_t{2} * kBlockFrames;
+    const std::size_t blocks = (output.size() + kBlockFloats - 1) / kBlockFloats;
+    std::vector<float> peaks(blocks);
     const auto compute = [&](std::size_t index) {
         std::array<float, kBlockInput> input;
         std::array<float, kBlockFloats> block;
         ReadBlock(sound, range, index, input);
         filter.Process(input, index, block);
         const auto to = output.subspan(index * kBlockFloats);
-        std::copy_n(block.begin(), std::min(block.size(), to.size()), to.begin());
+        const auto heard = std::span(block).first(std::min(block.size(), to.size()));
+        std::ranges::copy(heard, to.begin());
+        peaks[index] = PeakOf(heard);
     };
     const auto before = [&](std::size_t index) {
         if (index == 0) return Onward::kGoOn;
@@ -60,56 +54,27 @@ void RunFilter(const CWave& sound, FrameRange range, const BlockFilter& filter,
         progress.SetPosition(static_cast<int>(index * kBlockFloats * 100 / range.Frames() / 2));
         return Onward::kGoOn;
     };
-    const std::size_t blocks = (output.size() + kBlockFloats - 1) / kBlockFloats;
     // Less than a second's sound is done before another thread has started.
     const unsigned threads = range.Frames() < sound.GetSamplesPerSecond() ? 1 : ThreadsToUse();
     const std::size_t done =
         ComputeUnits({.count = blocks, .compute = compute, .before = before}, threads).units;
     if (done < blocks) std::ranges::fill(output.subspan(done * kBlockFloats), 0.0f);
     progress.SetPosition(100);
-}
-
-template <class Work>
-void ForEachPart(std::span<float> output, const Work& work) {
-    ComputeParts((output.size() + kPartFloats - 1) / kPartFloats, [&](std::size_t part) {
-        const std::size_t first = part * kPartFloats;
-        work(part, output.subspan(first, std::min(kPartFloats, output.size() - first)));
-    });
-}
-
-SONAVEL_VECTOR_CLONES
-float PeakOf(std::span<const float> values) {
-    std::array<float, 16> peaks{};
-    std::size_t i = 0;
-    for (; i + peaks.size() <= values.size(); i += peaks.size())
-        for (std::size_t k = 0; k < peaks.size(); ++k)
-            peaks[k] = std::max(peaks[k], std::abs(values[i + k]));
-    for (; i < values.size(); ++i) peaks[0] = std::max(peaks[0], std::abs(values[i]));
-    return std::ranges::max(peaks);
-}
-
-SONAVEL_VECTOR_CLONES
-void Multiply(std::span<float> values, float factor) {
-    for (float& value : values) value *= factor;
+    return PeakOf(std::span(peaks).first(done));
 }
 
 // Peaks beyond 16 bits are brought down first; 8-bit sounds are brought up afterwards, and what
 // passes 16 bits then is held at their ends.
-void FitInto16Bits(std::span<float> output, unsigned bits) {
+void FitInto16Bits(PairBuffer& output, float peak, unsigned bits) {
     constexpr float kLimit = 32767;
-    std::vector<float> peaks(output.size() / kPartFloats + 1);
-    ForEachPart(output, [&](std::size_t part, std::span<const float> values) {
-        peaks[part] = PeakOf(values);
-    });
-    const float peak = std::ranges::max(peaks);
-    ForEachPart(output, [&](std::size_t, std::span<float> values) {
-        if (peak > kLimit) Multiply(values, kLimit / peak);
-        if (bits == 8) Multiply(values, kEightBitScale);
-        HoldWithinLimits(values, 16);
-    });
+    if (peak > kLimit) output.Scale(kLimit / peak);
+    if (bits == 8) output.Scale(kEightBitScale);
+    if (peak > kLimit || bits == 8)
+        output.ForEachPart(
+            [](std::uint32_t, std::span<float> pairs) { HoldWithinLimits(pairs, 16); });
 }
 
-bool Store(CSoundDoc& document, FrameRange range, std::span<float> output) {
+bool Store(CSoundDoc& document, FrameRange range, PairBuffer& output) {
     Result<SoundEdit> edit = document.BeginEdit("Copy Sample");
     if (!edit) {
         document.SetLastError(edit.Reason());
@@ -120,9 +85,8 @@ bool Store(CSoundDoc& document, FrameRange range, std::span<float> output) {
         document.SetLastError(failure::kMemory);
         return false;
     }
-    ForEachPart(output, [&](std::size_t part, std::span<const float> values) {
-        const auto first = static_cast<std::uint32_t>(part * kPartFloats / 2);
-        WriteInterleaved(sound, range.start + first, values);
+    output.ForEachPart([&](std::uint32_t first, std::span<const float> pairs) {
+        WriteInterleaved(sound, range.start + first, pairs);
     });
     document.ClearPreview();
     edit->Commit(0);
@@ -133,19 +97,20 @@ bool FitsAs16BitStereo(const CWave& sound) {
     return std::uint64_t{sound.GetFrameCount()} * kResultFrameBytes <= kMaxSoundBytes;
 }
 
-bool HandOver(const SpatialTarget& target, FrameRange range, std::span<float> output) {
+bool HandOver(const SpatialTarget& target, FrameRange range, PairBuffer& output) {
     if (target.outcome == SpatialOutcome::kApply) return Store(target.document, range, output);
     const auto play = target.outcome == SpatialOutcome::kPlayedPreview
                           ? CSoundDoc::PreviewPlay::kYes
                           : CSoundDoc::PreviewPlay::kNo;
-    return target.document.MakePreview(output, play, 2 * range.Frames(),
+    return target.document.MakePreview(output.Pairs(), play, 2 * range.Frames(),
                                        CSoundDoc::PreviewFormat::kStereo16);
 }
 
 template <class MakeFilter>
-bool Spatialize(const SpatialTarget& target, const MakeFilter& makeFilter) {
+bool Spatialize(const SpatialTarget& target, const MakeFilter& makeFilter) try {
     CSoundDoc& document = target.document;
-    const FrameRange range = RangeOf(target);
+    const FrameRange range =
+        RangeToWorkOn(target.selectionStart, target.selectionEnd, document.Sound().GetFrameCount());
     if (range.IsEmpty()) {
         document.SetLastError("The sound is empty.");
         return false;
@@ -154,19 +119,23 @@ bool Spatialize(const SpatialTarget& target, const MakeFilter& makeFilter) {
         document.SetLastError("The sound is too long to become 16-bit stereo.");
         return false;
     }
-    FloatBlock block(std::size_t{2} * range.Frames());
-    if (!block.HasMemory()) {
+    PairBuffer output(range.Frames());
+    if (!output.HasMemory()) {
         document.SetLastError(failure::kMemory);
         return false;
     }
-    const std::span<float> output = block.Floats();
+    float peak = 0;
     {
         const auto progress =
             document.Services().progress.CreateProgress("Progress" + std::string(target.title));
-        RunFilter(document.Sound(), range, makeFilter(range.Frames()), output, *progress);
+        peak = RunFilter(document.Sound(), range, makeFilter(range.Frames()), output.Pairs(),
+                         *progress);
     }
-    FitInto16Bits(output, document.Sound().GetBits());
+    FitInto16Bits(output, peak, document.Sound().GetBits());
     return HandOver(target, range, output);
+} catch (const std::bad_alloc&) {
+    target.document.SetLastError(failure::kMemory);
+    return false;
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// Float pairs of a range, left and right of each frame whatever the sound's channel count: what an
-// effect computes before its result is handed over as a whole.
+// Float pairs of a range, left and right of each frame whatever the sound's channel count: what is
+// computed before its result is handed over as a whole.
 #pragma once
 
 #include <cstdint>
@@ -9,6 +9,9 @@
 #include "sound/float_block.h"
 
 namespace sonavel {
+
+// The greatest magnitude; 0 of nothing.
+float PeakOf(std::span<const float> values);
 
 // Zero to begin with. What goes over all pairs is spread over the cores.
 class PairBuffer {
@@ -22,7 +25,6 @@ class PairBuffer {
     void Put(unsigned slot, std::uint32_t firstFrame, std::span<const float> values);
     // The right slot of every pair becomes its left one.
     void CopyLeftToRight();
-    float Peak(unsigned slot) const;  // the greatest magnitude
     // Every value of both slots * factor.
     void Scale(float factor);
     // Every value of a slot / from * to.
