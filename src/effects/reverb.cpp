@@ -104,7 +104,16 @@ ReverbChannel::ReverbChannel(const ReverbParameters& parameters, std::uint32_t s
                 std::min(Frames(stage.delaySeconds, samplesPerSecond), runFrames), stage.gain);
 }
 
-void ReverbChannel::Process(std::span<float> piece) {
+void ReverbChannel::Process(std::span<float> samples) {
+    while (!samples.empty()) {
+        const std::size_t frames = std::min<std::size_t>(
+            samples.size(), std::min(kPieceFrames, kBlockFrames - placeInBlock_));
+        ProcessPiece(samples.first(frames));
+        samples = samples.subspan(frames);
+    }
+}
+
+void ReverbChannel::ProcessPiece(std::span<float> piece) {
     float* dry = dry_.Extend(piece.size());
     std::copy(piece.begin(), piece.end(), dry);
     Piece sums;
@@ -113,7 +122,7 @@ void ReverbChannel::Process(std::span<float> piece) {
     AddLate(dry, reverb);
     Mix(dry, dryShare_, reverb, wetShare_, piece.data());
     dry_.Keep(piece.size());
-    placeInBlock_ = (placeInBlock_ + kPieceFrames) % kBlockFrames;
+    placeInBlock_ = (placeInBlock_ + static_cast<std::uint32_t>(piece.size())) % kBlockFrames;
 }
 
 void ReverbChannel::AddEarly(const float* dry, std::span<float> reverb) const {

@@ -26,12 +26,13 @@ class ReverbChannel {
     ReverbChannel(const ReverbParameters& parameters, std::uint32_t samplesPerSecond,
                   std::uint32_t runFrames = std::numeric_limits<std::uint32_t>::max());
 
-    // The next piece, of kPieceFrames but for the last: the dry samples, replaced by the mixture.
-    void Process(std::span<float> piece);
+    // The next dry samples, replaced by the mixture.
+    void Process(std::span<float> samples);
 
   private:
     using Piece = std::array<float, kPieceFrames>;
 
+    void ProcessPiece(std::span<float> piece);
     void AddEarly(const float* dry, std::span<float> reverb) const;
     void AddTaps(const float* dry, std::uint32_t blocksAgo, std::span<float> reverb) const;
     void AddLate(const float* dry, std::span<float> reverb);

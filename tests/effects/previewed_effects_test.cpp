@@ -244,6 +244,18 @@ TEST(ReverbTest, ARunThatEndsBeforeItsDelaysSoundsTheSame) {
     }
 }
 
+TEST(ReverbTest, HowTheSamplesAreCutDoesNotMatter) {
+    Channel whole(80000);
+    for (std::size_t i = 0; i < whole.size(); ++i) whole[i] = static_cast<float>(i * i % 1999);
+    Channel cut = whole;
+    ReverbChannel({.timeMs = 3000}, 44100).Process(whole);
+    ReverbChannel channel({.timeMs = 3000}, 44100);
+    for (std::size_t done = 0; done < cut.size(); done += 777)
+        channel.Process(
+            std::span(cut).subspan(done, std::min<std::size_t>(777, cut.size() - done)));
+    EXPECT_EQ(cut, whole);
+}
+
 // A run takes no more history than it has frames.
 TEST_F(PreviewedEffectTest, AFlangerThatEndsBeforeItsDelaySoundsTheSame) {
     const std::vector<double> values = {15, 0.7};
