@@ -34,12 +34,7 @@ std::vector<float> ReverbResponse(const ReverbParameters& parameters,
     std::vector<float> response(static_cast<std::size_t>(seconds * samplesPerSecond));
     if (response.empty()) return response;
     response[0] = 1;
-    for (std::span<float> rest = response; !rest.empty();) {
-        const auto block =
-            rest.first(std::min<std::size_t>(rest.size(), ReverbChannel::kPieceFrames));
-        channel.Process(block);
-        rest = rest.subspan(block.size());
-    }
+    channel.Process(response);
     return response;
 }
 
