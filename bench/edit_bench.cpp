@@ -53,9 +53,8 @@ struct HourDocument {
         document.Sound().Create(2, 16, kRate, kRate * kHour);
         FillWithNoise(document.Sound());
         second.present = true;
-        second.format = document.Sound().GetFormat();
-        second.buffer.AllocBuffer(kRate * kFrameBytes);
-        std::memset(second.buffer.Data(), 1, second.buffer.Size());
+        second.Create(2, 16, kRate, kRate);
+        std::memset(second.MutableBytes().data(), 1, second.GetDataSize());
     }
 };
 
@@ -88,7 +87,7 @@ BENCHMARK(BM_MemmoveSecondHalfOfAnHour)->Unit(benchmark::kMillisecond);
 // Into memory that is fresh each time, as an undo step's is.
 void BM_MemcpyAnHour(benchmark::State& state) {
     HourDocument hour;
-    for (auto _ : state) benchmark::DoNotOptimize(hour.document.Sound().CopySound());
+    for (auto _ : state) benchmark::DoNotOptimize(hour.document.Sound().Copy());
 }
 BENCHMARK(BM_MemcpyAnHour)->Unit(benchmark::kMillisecond);
 

@@ -35,7 +35,7 @@ BENCHMARK(BM_Memcpy)->Unit(benchmark::kMillisecond);
 void BM_CopySound(benchmark::State& state) {
     Host host;
     const auto wave = MakeNoise(host, 2, 16, kTenMinutes);
-    for (auto _ : state) benchmark::DoNotOptimize(wave->CopySound());
+    for (auto _ : state) benchmark::DoNotOptimize(wave->Copy());
     SetBytes(state, wave->GetDataSize());
 }
 BENCHMARK(BM_CopySound)->Unit(benchmark::kMillisecond);

@@ -78,8 +78,8 @@ bool WriteSeeds(const fs::path& folder) {
             wave.Markers().Add(3, "", 2);
             const std::string name = std::to_string(bits) + "-" + std::to_string(channels);
             written = written && wave.Save(folder / "wav" / name, MarkerSaving::kOn) &&
-                      WriteAiff(folder / "aiff" / name, wave) &&
-                      WriteAu(folder / "au" / name, wave);
+                      WriteAiff(wave, folder / "aiff" / name, MarkerSaving::kOn, {}).IsDone() &&
+                      WriteAu(wave, folder / "au" / name, MarkerSaving::kOn, {}).IsDone();
         }
     }
     WriteFileBytes(folder / "wav" / "texts", WavWithTexts());

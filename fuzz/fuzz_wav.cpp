@@ -1,9 +1,12 @@
 // Fuzzes the WAV reader and the probe before it.
 #include "read_fuzzed.h"
+#include "sound/wav_file.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    sonavel::ReadFuzzed(data, size, [](const std::filesystem::path& path, sonavel::CWave& wave) {
-        return wave.IsPCM(path) && wave.Open(path, sonavel::WavOpenMode::kReadAll);
-    });
+    const auto read = [](const std::filesystem::path& path, const sonavel::TransferHost& host) {
+        const auto info = sonavel::ProbeWav(path);
+        return info ? sonavel::ReadWav(path, host) : info.Ended();
+    };
+    sonavel::ReadFuzzed(data, size, read);
     return 0;
 }

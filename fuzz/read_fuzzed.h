@@ -48,7 +48,7 @@ void ReadFuzzed(const std::uint8_t* data, std::size_t size, Reader read) {
     progress.cancelAtPoll = 16;
     CWave wave(prompts, progress);
     Require(wave.Create(1, 8, 7, 3));
-    const bool opened = read(file.Path(), wave);
+    const bool opened = wave.Take(read(file.Path(), wave.FileHost()));
     Require(progress.openWindows == 0);
     if (!opened) {
         Require(wave.GetFormat() == MakePcmFormat(1, 8, 7) && wave.GetFrameCount() == 3);

@@ -11,7 +11,6 @@ MAX_PUBLIC_FUNCTIONS = 30
 BROAD_CLASSES = {
     "CSoundDoc": "still forwards the edits, the history and the preview of its sound",
     "CSoundView": "still forwards geometry, selection, cursor and playing one by one",
-    "CWave": "holds format, samples, markers and failures in one object",
 }
 
 # What is read over: comments, texts and characters, lines of the preprocessor.

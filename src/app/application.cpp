@@ -15,6 +15,7 @@
 #include "platform/qt/person_settings.h"
 #include "platform/qt/utf8_text.h"
 #include "properties/ui/file_properties_sheet.h"
+#include "sound/file_formats.h"
 
 namespace sonavel {
 
@@ -27,14 +28,14 @@ constexpr const char* kOpenFolderKey = "Main Frame/OpenFolder";
 constexpr int kLogoSoundDelayMs = 250;
 
 QString OpenFilters() {
-    return QStringList{
-        QObject::tr("Audio Files (*.wav *.au *.snd *.aiff *.aif)"),
-        QObject::tr("Wave Files (*.wav)"),
-        QObject::tr("Next/Sun audio files (*.au *.snd)"),
-        QObject::tr("Apple audio files (*.aiff *.aif)"),
-        QObject::tr("All Files (*)"),
+    QStringList filters{QObject::tr("Audio Files (%1)").arg(Utf8Text(AllExtensions("*", " ")))};
+    for (const FileFormat& format : FileFormats()) {
+        QStringList patterns;
+        for (const std::string_view extension : format.extensions)
+            patterns << QStringLiteral("*") + Utf8Text(extension);
+        filters << QStringLiteral("%1 (%2)").arg(Utf8Text(format.openName), patterns.join(u' '));
     }
-        .join(QStringLiteral(";;"));
+    return (filters << QObject::tr("All Files (*)")).join(QStringLiteral(";;"));
 }
 
 }  // namespace
@@ -67,7 +68,7 @@ EffectHost Application::MakeEffectHost() {
                 return active ? active->view.get() : nullptr;
             },
         .openSound =
-            [this](SoundCopy&& sound, std::string_view titlePrefix) {
+            [this](Sound&& sound, std::string_view titlePrefix) {
                 return workspace_.NewDocumentFromSound(std::move(sound), titlePrefix);
             },
         .state = effectState_,

@@ -1,6 +1,6 @@
 #include "app/save_notice.h"
 
-#include "document/file_kind.h"
+#include "sound/file_formats.h"
 
 namespace sonavel {
 
@@ -8,6 +8,12 @@ namespace {
 
 SaveNotice Refused(std::string text) {
     return {std::move(text), false};
+}
+
+// ".wav, .au, .snd, .aiff or .aif"
+std::string AllEndings() {
+    std::string endings = AllExtensions("", ", ");
+    return endings.replace(endings.rfind(','), 1, " or");
 }
 
 }  // namespace
@@ -24,12 +30,10 @@ SaveNotice NoticeOfSave(Workspace& workspace, const SaveAsChoice& choice) {
         (choice.channels != sound.GetChannels() || choice.bits != sound.GetBits()))
         return Refused("Channels and bits cannot be changed while the sound is being recorded.");
     const std::string extension = ExtensionFromFirstDot(choice.path);
-    if (FileKindOfExtension(extension) != FileKind::kUnknown)
-        return {active->document->SaveWarning(choice)};
+    if (FileFormatOfExtension(extension)) return {active->document->SaveWarning(choice)};
     if (extension.find('/') != std::string::npos)
         return Refused("Nothing can be saved here: the name of a folder has a \".\" in it.");
-    return Refused(
-        "Nothing can be saved under this name: it must end in .wav, .au, .snd, .aiff or .aif.");
+    return Refused("Nothing can be saved under this name: it must end in " + AllEndings() + ".");
 }
 
 }  // namespace sonavel

@@ -26,7 +26,7 @@ void BlockRing::Release() {
     queuedCount_ = 0;
 }
 
-void BlockRing::QueueNext(std::uint32_t startByte) {
+void BlockRing::QueueNext(std::uint64_t startByte) {
     entries_[next_].queued = true;
     entries_[next_].startByte = startByte;
     next_ = (next_ + 1) % kCount;

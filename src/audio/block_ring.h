@@ -22,13 +22,13 @@ class BlockRing {
     bool IsNextFree() const { return !entries_[next_].queued; }
     WaveBlock& Next() { return entries_[next_].block; }
     // The next block now belongs to the device; `startByte` is where in the sound its data begins.
-    void QueueNext(std::uint32_t startByte);
+    void QueueNext(std::uint64_t startByte);
 
     // The device is through with the oldest block.
     bool IsOldestDone() const;
     WaveBlock& Oldest() { return entries_[oldest_].block; }
     const WaveBlock& Oldest() const { return entries_[oldest_].block; }
-    std::uint32_t OldestStart() const { return entries_[oldest_].startByte; }
+    std::uint64_t OldestStart() const { return entries_[oldest_].startByte; }
     void FreeOldest();
 
     bool AreAllFree() const { return queuedCount_ == 0; }
@@ -37,7 +37,7 @@ class BlockRing {
     struct Entry {
         WaveBlock block;
         bool queued = false;
-        std::uint32_t startByte = 0;
+        std::uint64_t startByte = 0;
     };
 
     std::array<Entry, kCount> entries_;

@@ -22,17 +22,16 @@ void PlaySource::Start(ByteRange range, unsigned bytesPerSample) {
     skip_.reset();
 }
 
-std::optional<std::uint32_t> PlaySource::FillBlock(std::span<const std::uint8_t> sound,
+std::optional<std::uint64_t> PlaySource::FillBlock(std::span<const std::uint8_t> sound,
                                                    std::span<std::uint8_t> block) {
     // Twice at most: a loop range that holds nothing to play must not go round for ever.
     for (int attempt = 0; attempt < 2; ++attempt) {
-        const std::uint32_t blockStart = position_;
+        const std::uint64_t blockStart = position_;
         LeaveOutSkipped();
-        end_ = static_cast<std::uint32_t>(std::min<std::size_t>(end_, sound.size()));
+        end_ = std::min<std::uint64_t>(end_, sound.size());
         if (position_ < end_) {
             CopyPadded(sound.first(end_), block);
-            position_ +=
-                static_cast<std::uint32_t>(std::min<std::size_t>(block.size(), end_ - position_));
+            position_ += std::min<std::uint64_t>(block.size(), end_ - position_);
             return blockStart;
         }
         if (!looping_ || attempt > 0) break;
@@ -47,7 +46,7 @@ std::optional<std::uint32_t> PlaySource::FillBlock(std::span<const std::uint8_t>
 // on it.
 void PlaySource::LeaveOutSkipped() {
     if (!skip_ || position_ < skip_->start || position_ > skip_->end) return;
-    const std::uint32_t samples = (skip_->end - position_) / bytesPerSample_ + 1;
+    const std::uint64_t samples = (skip_->end - position_) / bytesPerSample_ + 1;
     position_ += samples * bytesPerSample_;
 }
 

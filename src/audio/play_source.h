@@ -10,8 +10,8 @@ namespace sonavel {
 
 // Byte offsets [start, end).
 struct ByteRange {
-    std::uint32_t start = 0;
-    std::uint32_t end = 0;
+    std::uint64_t start = 0;
+    std::uint64_t end = 0;
 };
 
 class PlaySource {
@@ -28,13 +28,13 @@ class PlaySource {
     // Fills the whole block with the next bytes of the sound, the range's last sample repeated
     // behind its end. Returns the byte at which the block starts, before anything left out; nothing
     // when there is nothing left to play, also where the sound has become shorter than the range.
-    std::optional<std::uint32_t> FillBlock(std::span<const std::uint8_t> sound,
+    std::optional<std::uint64_t> FillBlock(std::span<const std::uint8_t> sound,
                                            std::span<std::uint8_t> block);
 
-    std::uint32_t Position() const { return position_; }
-    std::uint32_t End() const { return end_; }
+    std::uint64_t Position() const { return position_; }
+    std::uint64_t End() const { return end_; }
     // True from one byte before the end on.
-    bool IsAtEnd() const { return std::uint64_t{end_} <= std::uint64_t{position_} + 1; }
+    bool IsAtEnd() const { return end_ <= position_ + 1; }
 
   private:
     void LeaveOutSkipped();
@@ -42,8 +42,8 @@ class PlaySource {
 
     ByteRange loop_;
     std::optional<ByteRange> skip_;
-    std::uint32_t position_ = 0;
-    std::uint32_t end_ = 0;
+    std::uint64_t position_ = 0;
+    std::uint64_t end_ = 0;
     unsigned bytesPerSample_ = 1;
     bool looping_ = false;
 };

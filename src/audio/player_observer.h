@@ -12,7 +12,7 @@ class PlayPositionObserver {
 
     // Byte offset of the block that is being heard, of `totalBytes`; equal to it when playing has
     // ended.
-    virtual void OnPlayPosition(std::uint32_t positionBytes, std::uint32_t totalBytes) = 0;
+    virtual void OnPlayPosition(std::uint64_t positionBytes, std::uint64_t totalBytes) = 0;
 };
 
 class PlayerObserver : public PlayPositionObserver {

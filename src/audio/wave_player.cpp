@@ -36,7 +36,7 @@ void CWavePlayer::SetRecordBlockFrames(int frames) {
     SetAccepted(recordBlockFrames_, SettingId::kRecordBlockFrames, frames);
 }
 
-bool CWavePlayer::Play(std::uint32_t startByte) {
+bool CWavePlayer::Play(std::uint64_t startByte) {
     if (!HasData() || IsRecording()) return false;
     if (!StopForNewStart()) return false;
     const ByteRange whole{0, GetDataSize()};
@@ -48,7 +48,7 @@ bool CWavePlayer::Play(std::uint32_t startByte) {
     return Start({startByte, whole.end}, std::nullopt);
 }
 
-bool CWavePlayer::PlayRange(std::uint32_t startByte, std::uint32_t endByte) {
+bool CWavePlayer::PlayRange(std::uint64_t startByte, std::uint64_t endByte) {
     if (!HasData() || IsRecording()) return false;
     const ByteRange range{startByte, std::min(endByte, GetDataSize())};
     source_.SetLoopRange(range);
@@ -57,11 +57,11 @@ bool CWavePlayer::PlayRange(std::uint32_t startByte, std::uint32_t endByte) {
     return Start(range, std::nullopt);
 }
 
-bool CWavePlayer::PlaySkip(std::uint32_t startByte, std::uint32_t endByte, std::uint32_t skipStart,
-                           std::uint32_t skipEnd) {
+bool CWavePlayer::PlaySkip(std::uint64_t startByte, std::uint64_t endByte, std::uint64_t skipStart,
+                           std::uint64_t skipEnd) {
     if (!HasData() || IsRecording()) return false;
     const ByteRange range{startByte, std::min(endByte, GetDataSize())};
-    const auto inRange = [&](std::uint32_t byte) {
+    const auto inRange = [&](std::uint64_t byte) {
         return byte >= range.start && byte <= range.end;
     };
     if (range.start >= range.end || !inRange(skipStart) || !inRange(skipEnd)) return false;
@@ -180,7 +180,7 @@ void CWavePlayer::Refill() {
 WaveResult CWavePlayer::QueueBlocks() {
     while (ring_.IsNextFree()) {
         WaveBlock& block = ring_.Next();
-        const std::optional<std::uint32_t> startByte = source_.FillBlock(Bytes(), block.data);
+        const std::optional<std::uint64_t> startByte = source_.FillBlock(Bytes(), block.data);
         if (!startByte) break;
         WaveResult result = out_->Prepare(block);
         if (result == kWaveSuccess) result = out_->Write(block);
@@ -218,12 +218,11 @@ void CWavePlayer::FailPlaying(WaveResult result) {
 // The levels are those of the block being heard, over its size in frames taken as a count of bytes:
 // an intended oddity that the meters' liveliness depends on.
 CWavePlayer::Report CWavePlayer::MakeReport() const {
-    const std::uint32_t total = GetDataSize();
-    const std::uint32_t position =
+    const std::uint64_t total = GetDataSize();
+    const std::uint64_t position =
         std::min(ring_.AreAllFree() ? source_.Position() : ring_.OldestStart(), total);
-    const auto end = static_cast<std::uint32_t>(
-        std::min({std::uint64_t{position} + static_cast<unsigned>(playbackBlockFrames_),
-                  std::uint64_t{total}, std::uint64_t{std::max(source_.End(), position)}}));
+    const std::uint64_t end = std::min({position + static_cast<unsigned>(playbackBlockFrames_),
+                                        total, std::max(source_.End(), position)});
     ChannelPeaks peaks{kNoPeak, kNoPeak};
     if (total > 0) {
         const std::uint64_t frames = GetFrameCount();
@@ -242,8 +241,8 @@ void CWavePlayer::SendReport(const Report& report) {
 
 void CWavePlayer::ShowState(std::string_view text) {
     if (!observer_) return;
-    const std::uint64_t total = std::max(GetDataSize(), 1u);
-    const std::uint64_t position = std::min<std::uint64_t>(source_.Position(), GetDataSize());
+    const std::uint64_t total = std::max<std::uint64_t>(GetDataSize(), 1);
+    const std::uint64_t position = std::min(source_.Position(), GetDataSize());
     observer_->OnPlayState(text, static_cast<std::uint32_t>(position * GetFrameCount() / total));
 }
 

@@ -43,11 +43,11 @@ class CWavePlayer : public CWave {
 
     // Byte offsets into the sound, cut off at its end. Each returns false when nothing was started
     // or resumed.
-    bool Play(std::uint32_t startByte);
-    bool PlayRange(std::uint32_t startByte, std::uint32_t endByte);
+    bool Play(std::uint64_t startByte);
+    bool PlayRange(std::uint64_t startByte, std::uint64_t endByte);
     // Leaves out the bytes between the skip bounds, both of which must lie in the range.
-    bool PlaySkip(std::uint32_t startByte, std::uint32_t endByte, std::uint32_t skipStart,
-                  std::uint32_t skipEnd);
+    bool PlaySkip(std::uint64_t startByte, std::uint64_t endByte, std::uint64_t skipStart,
+                  std::uint64_t skipEnd);
     // Between playing and paused; false in any other state.
     bool Pause();
     enum class StopReport { kSilent, kShow };
@@ -82,8 +82,8 @@ class CWavePlayer : public CWave {
   private:
     enum class EndReport { kNone, kPosition, kPositionAndLevels };
     struct Report {
-        std::uint32_t positionBytes;
-        std::uint32_t totalBytes;
+        std::uint64_t positionBytes;
+        std::uint64_t totalBytes;
         ChannelPeaks peaks;
     };
 

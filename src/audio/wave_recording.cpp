@@ -3,7 +3,6 @@
 #include <cmath>
 #include <cstdio>
 #include <cstring>
-#include <limits>
 #include <string>
 #include <utility>
 
@@ -12,8 +11,6 @@
 
 namespace sonavel {
 namespace {
-
-constexpr std::uint64_t kGreatestSoundBytes = std::numeric_limits<std::int32_t>::max();
 
 constexpr char kFullText[] =
     "The sound has reached 2,147,483,647 bytes, the most that it can hold.\n"
@@ -68,7 +65,7 @@ bool CWavePlayer::StartRecording() {
     settings.deviceId = recordDevice_;
     settings.format = DeviceFormat();
     settings.blockFrames = static_cast<std::uint32_t>(recordBlockFrames_);
-    settings.limitBytes = kGreatestSoundBytes - GetDataSize();
+    settings.limitBytes = kMaxSoundBytes - GetDataSize();
     recordingError_ = kWaveSuccess;
     recordingEnd_ = RecordingEnd::kNone;
     const WaveResult result = recorder_.Start(settings, [this] { ServeInput(); });
@@ -125,14 +122,14 @@ void CWavePlayer::ReportRecordingEnd() {
 }
 
 bool CWavePlayer::InsertRecorded(std::uint32_t frame, const RecordedSound& recorded) {
-    const std::uint32_t offset = ByteOffset(frame);
-    const std::uint32_t oldSize = GetDataSize();
+    const std::uint64_t offset = ByteOffset(frame);
+    const std::uint64_t oldSize = GetDataSize();
     const auto wanted = static_cast<std::uint32_t>(recorded.bytes / GetBlockAlign());
     // Grown at its end, so that the markers keep their frames.
     const std::uint32_t frames = GrowBy(wanted);
     if (frames < wanted) recordingEnd_ = RecordingEnd::kNoMemory;
     if (frames == 0) return false;
-    const std::uint32_t gained = GetDataSize() - oldSize;
+    const std::uint64_t gained = GetDataSize() - oldSize;
     std::uint8_t* const room = MutableBytes().data() + offset;
     std::memmove(room + gained, room, oldSize - offset);
     CopyRecorded({offset, offset + gained}, recorded);
@@ -158,12 +155,13 @@ std::uint32_t CWavePlayer::GrowBy(std::uint32_t frames) {
 
 void CWavePlayer::CopyRecorded(ByteRange room, const RecordedSound& recorded) {
     CopyProgress progress(Progress(), recorded.blocks.size());
-    std::size_t offset = room.start;
+    std::uint64_t offset = room.start;
     for (std::size_t i = 0; i < recorded.blocks.size(); ++i) {
         const auto& block = recorded.blocks[i];
         // The progress window lets the host run, which may have shortened the sound.
-        const std::size_t end = std::min(room.end, GetDataSize());
-        const std::size_t count = std::min(block.size(), std::max(end, offset) - offset);
+        const std::uint64_t end = std::min(room.end, GetDataSize());
+        const std::uint64_t count =
+            std::min<std::uint64_t>(block.size(), std::max(end, offset) - offset);
         std::memcpy(MutableBytes().data() + offset, block.data(), count);
         offset += count;
         progress.AfterBlock(i);

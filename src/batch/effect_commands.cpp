@@ -135,8 +135,8 @@ Outcome SavePreview(BatchSession& session, const Arguments& words) {
 Outcome NewFromPreview(BatchSession& session, const Arguments&) {
     const CSoundDoc& document = session.Document();
     if (!document.Preview().HasData()) return Failed(kNoPreview);
-    std::optional<SoundCopy> copy = document.Preview().CopySound();
-    if (!copy) return Failed(failure::kMemory);
+    Result<Sound> copy = document.Preview().Copy();
+    if (!copy) return copy.Ended();
     if (session.Sounds().NewDocumentFromSound(std::move(*copy), document.PreviewTitlePrefix()))
         return Done();
     return Failed(session.Sounds().LastError());

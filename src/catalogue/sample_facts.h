@@ -3,9 +3,8 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <optional>
 
-#include "sound/wave.h"
+#include "sound/file_format.h"
 
 namespace sonavel {
 
@@ -23,11 +22,9 @@ struct SampleFacts {
 // By its extension alone.
 bool IsSoundFileName(const std::filesystem::path& path);
 
-// Failures are reported through the sound, which is otherwise left as it is.
-std::optional<SampleFacts> ProbeSample(const std::filesystem::path& path, CWave& wave);
+// Reads the header alone.
+Result<SampleFacts> ProbeSample(const std::filesystem::path& path);
 
-// Replaces the sound by the file's. On failure the sound is unchanged and the failure reported
-// through it.
-bool ReadSample(const std::filesystem::path& path, CWave& wave);
+Result<Sound> ReadSample(const std::filesystem::path& path, const TransferHost& host);
 
 }  // namespace sonavel

@@ -18,10 +18,8 @@ fs::path Absolute(const fs::path& path) {
 
 class SampleAdder {
   public:
-    SampleAdder(Catalogue& catalogue, CWave& wave, ProgressFactory& progress)
-        : catalogue_(catalogue),
-          wave_(wave),
-          progress_(progress.CreateProgress("Add sound files")) {}
+    SampleAdder(Catalogue& catalogue, ProgressFactory& progress)
+        : catalogue_(catalogue), progress_(progress.CreateProgress("Add sound files")) {}
 
     AddedSamples Add(std::span<const fs::path> paths);
 
@@ -32,7 +30,6 @@ class SampleAdder {
     void AddFile(const fs::path& file);
 
     Catalogue& catalogue_;
-    CWave& wave_;
     std::unique_ptr<ProgressWindow> progress_;
     std::vector<fs::path> files_;
     AddedSamples result_;
@@ -65,15 +62,14 @@ void SampleAdder::AddFile(const fs::path& file) {
         ++result_.known;
         return;
     }
-    wave_.SetLastError("");
-    const std::optional<SampleFacts> facts = ProbeSample(file, wave_);
+    const Result<SampleFacts> facts = ProbeSample(file);
     if (facts && catalogue_.Add({file.string(), *facts, {}, FilePresence::kThere})) {
         ++result_.added;
         return;
     }
-    if (facts) wave_.SetLastError("The catalogue is full.");
+    const std::string reason = facts ? "The catalogue is full." : facts.Reason();
     if (result_.unreadable++ == 0)
-        result_.firstFailure = DisplayText(file.filename().native()) + ": " + wave_.LastError();
+        result_.firstFailure = DisplayText(file.filename().native()) + ": " + reason;
 }
 
 AddedSamples SampleAdder::Add(std::span<const fs::path> paths) {
@@ -111,35 +107,32 @@ FolderMove MoveOf(std::string_view before, std::string_view now) {
     return {std::string(before) + '/', std::string(now) + '/'};
 }
 
-bool Settle(Catalogue& catalogue, std::size_t entry, const std::string& path, CWave& wave) {
-    const std::optional<SampleFacts> facts = ProbeSample(path, wave);
-    if (!facts) return false;
-    if (!catalogue.SetPath(entry, path)) {
-        wave.SetLastError("The file is in the catalogue already.");
-        return false;
-    }
+Outcome Settle(Catalogue& catalogue, std::size_t entry, const std::string& path) {
+    const Result<SampleFacts> facts = ProbeSample(path);
+    if (!facts) return facts.Ended();
+    if (!catalogue.SetPath(entry, path)) return Failed("The file is in the catalogue already.");
     catalogue.SetFacts(entry, *facts);
     catalogue.SetPresence(entry, FilePresence::kThere);
-    return true;
+    return Done();
 }
 
-bool FollowMove(Catalogue& catalogue, std::size_t entry, const FolderMove& move, CWave& wave) {
+bool FollowMove(Catalogue& catalogue, std::size_t entry, const FolderMove& move) {
     const CatalogueEntry& missing = catalogue.At(entry);
     if (missing.presence != FilePresence::kMissing || !missing.path.starts_with(move.from))
         return false;
     const std::string path = move.to + missing.path.substr(move.from.size());
     std::error_code error;
-    return fs::is_regular_file(path, error) && Settle(catalogue, entry, path, wave);
+    return fs::is_regular_file(path, error) && Settle(catalogue, entry, path).IsDone();
 }
 
 }  // namespace
 
-AddedSamples AddSamples(Catalogue& catalogue, std::span<const fs::path> paths, CWave& wave,
+AddedSamples AddSamples(Catalogue& catalogue, std::span<const fs::path> paths,
                         ProgressFactory& progress) {
-    return SampleAdder(catalogue, wave, progress).Add(paths);
+    return SampleAdder(catalogue, progress).Add(paths);
 }
 
-CheckResult CheckSample(Catalogue& catalogue, std::size_t entry, Probing probing, CWave& wave) {
+CheckResult CheckSample(Catalogue& catalogue, std::size_t entry, Probing probing) {
     const std::string& path = catalogue.At(entry).path;
     std::error_code error;
     const bool there = fs::is_regular_file(path, error);
@@ -148,19 +141,18 @@ CheckResult CheckSample(Catalogue& catalogue, std::size_t entry, Probing probing
         catalogue.SetPresence(entry, presence) ? CheckResult::kPresenceChanged : CheckResult::kSame;
     const bool changed = there && fs::file_size(path, error) != catalogue.At(entry).facts.fileBytes;
     if (!there || (probing == Probing::kWhenSizeChanged && !changed)) return result;
-    const std::optional<SampleFacts> facts = ProbeSample(path, wave);
+    const Result<SampleFacts> facts = ProbeSample(path);
     return facts && catalogue.SetFacts(entry, *facts) ? CheckResult::kFactsChanged : result;
 }
 
-std::size_t LocateSample(Catalogue& catalogue, std::size_t entry, const fs::path& found,
-                         CWave& wave) {
+Result<std::size_t> LocateSample(Catalogue& catalogue, std::size_t entry, const fs::path& found) {
     const std::string before = catalogue.At(entry).path;
     const std::string now = Absolute(found).string();
-    if (!Settle(catalogue, entry, now, wave)) return 0;
+    if (Outcome settled = Settle(catalogue, entry, now); !settled) return settled;
     std::size_t count = 1;
     const FolderMove move = MoveOf(before, now);
     for (std::size_t i = 0; i < catalogue.Count(); ++i)
-        if (i != entry && FollowMove(catalogue, i, move, wave)) ++count;
+        if (i != entry && FollowMove(catalogue, i, move)) ++count;
     return count;
 }
 

@@ -7,6 +7,7 @@
 
 #include "catalogue/catalogue.h"
 #include "platform/progress_window.h"
+#include "sound/outcome.h"
 
 namespace sonavel {
 
@@ -19,9 +20,8 @@ struct AddedSamples {
 };
 
 // Adds files, and of folders all sound files in and below them. Links to folders are not followed.
-// The sound is for probing.
 AddedSamples AddSamples(Catalogue& catalogue, std::span<const std::filesystem::path> paths,
-                        CWave& wave, ProgressFactory& progress);
+                        ProgressFactory& progress);
 
 enum class Probing { kWhenSizeChanged, kAlways };
 enum class CheckResult {
@@ -31,12 +31,12 @@ enum class CheckResult {
 };
 
 // Looks whether the file is there, and reads its header again when it seems to have changed.
-CheckResult CheckSample(Catalogue& catalogue, std::size_t entry, Probing probing, CWave& wave);
+CheckResult CheckSample(Catalogue& catalogue, std::size_t entry, Probing probing);
 
 // Takes `found` for the file of a missing entry, and looks for the files of the other missing
-// entries below the folder that has moved with it. Returns how many entries were found again; 0
-// when `found` is no sound file or stands for another entry, which the sound's last error tells.
-std::size_t LocateSample(Catalogue& catalogue, std::size_t entry,
-                         const std::filesystem::path& found, CWave& wave);
+// entries below the folder that has moved with it. Returns how many entries were found again; fails
+// when `found` is no sound file or stands for another entry.
+Result<std::size_t> LocateSample(Catalogue& catalogue, std::size_t entry,
+                                 const std::filesystem::path& found);
 
 }  // namespace sonavel

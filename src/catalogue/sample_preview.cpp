@@ -12,7 +12,7 @@ SamplePreview::SamplePreview(UserPrompts& prompts, ProgressFactory& progress, Wa
 bool SamplePreview::Play(const std::filesystem::path& path, const ProgramFolder& folder) {
     Stop();
     player_.SetLastError("");
-    if (!ReadSample(path, player_)) return false;
+    if (!player_.Take(ReadSample(path, player_.FileHost()))) return false;
     const DocumentOptions chosen = DocumentOptions::Read(folder.Options().Read());
     player_.SetPlaybackDevice(chosen.playbackDeviceId);
     player_.SetPlaybackBlockFrames(chosen.playbackBlockFrames);

@@ -24,7 +24,7 @@ class SamplePreview : private PlayerObserver {
     void SetOnStopped(std::function<void()> onStopped) { onStopped_ = std::move(onStopped); }
 
   private:
-    void OnPlayPosition(std::uint32_t, std::uint32_t) override {}
+    void OnPlayPosition(std::uint64_t, std::uint64_t) override {}
     void OnPlayState(std::string_view, std::uint32_t) override {}
     void OnPeaks(std::int32_t, std::int32_t) override {}
     void OnStopped() override {

@@ -1,6 +1,4 @@
 // Making the clip on the clipboard fit the sound that it is to go into.
-#include <utility>
-
 #include "document/clip_image.h"
 #include "document/edit_operations.h"
 #include "sound/failure_texts.h"
@@ -9,40 +7,18 @@ namespace sonavel::edit {
 namespace {
 
 bool SameFormat(const CWave& sound, const ClipRecord& clip) {
-    return sound.GetSamplesPerSecond() == clip.format.samplesPerSecond &&
-           sound.GetChannels() == clip.format.channels &&
-           sound.GetBits() == clip.format.bitsPerSample;
+    return sound.GetSamplesPerSecond() == clip.GetSamplesPerSecond() &&
+           sound.GetChannels() == clip.GetChannels() && sound.GetBits() == clip.GetBits();
 }
 
 bool AskWhetherToConvert(UserPrompts& prompts) {
     return prompts.AskOkCancel("원본 포맷과 같지 않습니다...", "경고");
 }
 
-// Lets `convert` change the clip as a sound of its own.
-template <class Conversion>
-bool ConvertClip(const HostServices& services, ClipRecord& clip, Conversion convert) {
-    CWave sound(services.prompts, services.progress);
-    sound.Adopt({clip.format, std::move(clip.buffer), {}});
-    const bool converted = convert(sound);
-    SoundCopy result = sound.Exchange({});
-    clip.format = result.format;
-    clip.buffer = std::move(result.buffer);
-    return converted;
-}
-
 // The rate is taken over without resampling.
-bool TakeRateAndBits(CSoundDoc& document, ClipRecord& clip) {
-    const CWave& sound = document.Sound();
-    return ConvertClip(document.Services(), clip, [&](CWave& clipSound) {
-        clipSound.SetRate(sound.GetSamplesPerSecond());
-        return clipSound.ConvertBits(sound.GetBits());
-    });
-}
-
-bool TakeChannels(CSoundDoc& document, ClipRecord& clip, ChannelChoice choice) {
-    return ConvertClip(document.Services(), clip, [&](CWave& clipSound) {
-        return clipSound.ConvertChannels(document.Sound().GetChannels(), choice);
-    });
+bool TakeRateAndBits(const CSoundDoc& document, ClipRecord& clip) {
+    clip.SetRate(document.Sound().GetSamplesPerSecond());
+    return clip.ConvertBits(document.Sound().GetBits());
 }
 
 bool Refuse(CSoundDoc& document, std::string_view reason) {
@@ -62,13 +38,14 @@ bool PrepareClip(CSoundDoc& document, ClipRecord& clip) {
     if (!TakeRateAndBits(document, clip)) return Refuse(document, failure::kMemory);
     // A clip that differed in nothing but rate or bits is never pasted: people who have got past
     // the warning still choose how channels are converted, and here there is nothing to choose.
-    if (clip.format.channels == document.Sound().GetChannels())
+    if (clip.GetChannels() == document.Sound().GetChannels())
         return Refuse(document, "A sound of another rate or bit depth is not pasted.");
     const auto choice = services.prompts.AskChannelConversion(
-        clip.format.channels == 1 ? ChannelConversion::kMonoToStereo
-                                  : ChannelConversion::kStereoToMono);
+        clip.GetChannels() == 1 ? ChannelConversion::kMonoToStereo
+                                : ChannelConversion::kStereoToMono);
     if (!choice) return Refuse(document, failure::kCancelled);
-    return TakeChannels(document, clip, *choice) || Refuse(document, failure::kMemory);
+    return clip.ConvertChannels(document.Sound().GetChannels(), *choice) ||
+           Refuse(document, failure::kMemory);
 }
 
 }  // namespace sonavel::edit

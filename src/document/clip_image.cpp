@@ -84,8 +84,9 @@ bool ReadClipImage(std::span<const std::uint8_t> image, ClipRecord& clip) {
     SoundBuffer samples;
     if (!samples.AllocBuffer(bytes)) return false;
     if (bytes) std::memcpy(samples.Data(), &image[offset], bytes);
-    clip.buffer = std::move(samples);
-    clip.format = MakePcmFormat(format.channels, format.bitsPerSample, format.samplesPerSecond);
+    static_cast<Sound&>(clip) = {
+        MakePcmFormat(format.channels, format.bitsPerSample, format.samplesPerSecond),
+        std::move(samples)};
     clip.present = true;
     return true;
 }

@@ -24,11 +24,11 @@ EditResult RemoveSelection(CSoundDoc& document, const EditSelection& at) {
 
 // The clip `count` times over; false when the memory cannot be had.
 bool Repeat(const ClipRecord& clip, std::uint32_t count, SoundBuffer& repeated) {
-    const std::uint64_t bytes = std::uint64_t{clip.DataSize()} * count;
+    const std::uint64_t bytes = clip.GetDataSize() * count;
     if (bytes > kMaxSoundBytes || !repeated.AllocBuffer(bytes)) return false;
     for (std::uint32_t i = 0; i < count; ++i)
-        std::memcpy(repeated.Data() + std::size_t{i} * clip.DataSize(), clip.buffer.Data(),
-                    clip.DataSize());
+        std::memcpy(repeated.Data() + i * clip.GetDataSize(), clip.Bytes().data(),
+                    clip.GetDataSize());
     return true;
 }
 
@@ -74,7 +74,7 @@ EditResult OverwriteSelection(CSoundDoc& document, const ClipRecord& clip,
         return NothingDone(document, requested, reason);
     const std::size_t start = sound.ByteOffset(at.startFrame);
     const std::size_t selected = sound.ByteOffset(at.endFrame) - start;
-    const std::size_t bytes = BytesToFill(extent, selected, clip.DataSize());
+    const std::size_t bytes = BytesToFill(extent, selected, clip.GetDataSize());
     if (bytes == 0) {
         constexpr std::string_view kTooSmall = "Too small block..................";
         document.Services().prompts.ShowMessage(kTooSmall);
@@ -154,11 +154,9 @@ EditResult PasteBlockCopy(CSoundDoc& document, const ClipRecord& clip, const Edi
 }
 
 bool ReplaceWithClip(CSoundDoc& document, const ClipRecord& clip) {
-    std::optional<SoundCopy> copy;
-    if (clip.present) copy = clip.CopySound();
+    Result<Sound> copy = clip.present ? clip.Copy() : Failed("There is no sound on the clipboard.");
     if (!copy) {
-        document.SetLastError(clip.present ? failure::kMemory
-                                           : "There is no sound on the clipboard.");
+        document.SetLastError(copy.Reason());
         return false;
     }
     Result<SoundEdit> edit = document.BeginUnrecordedEdit();

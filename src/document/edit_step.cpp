@@ -27,9 +27,9 @@ EditResult Done(SoundEdit& edit, const EditSelection& after, std::uint32_t first
 }
 
 std::string_view ReasonAgainst(const CWave& sound, const ClipRecord& clip) {
-    if (!clip.present || clip.buffer.Size() == 0) return "There is no sound on the clipboard.";
+    if (!clip.present || !clip.HasData()) return "There is no sound on the clipboard.";
     const bool fits =
-        clip.format.channels == sound.GetChannels() && clip.format.bitsPerSample == sound.GetBits();
+        clip.GetChannels() == sound.GetChannels() && clip.GetBits() == sound.GetBits();
     return fits ? "" : "The clip has another format than the sound.";
 }
 

@@ -87,7 +87,7 @@ void CSoundDoc::ForgetHistory() {
 
 Result<SoundEdit> CSoundDoc::BeginEdit(std::string_view stepName) {
     if (!options_.saveUndo || sound_.IsRecording()) return BeginUnrecordedEdit();
-    std::optional<SoundCopy> copy = sound_.CopySound();
+    auto copy = sound_.Copy();
     if (!copy &&
         !services_.prompts.AskOkCancel("There is not enough memory for an undo step.\n"
                                        "Go on without one? This edit cannot be undone then.",

@@ -154,9 +154,8 @@ class CSoundDoc {
 
   private:
     bool ReadFile(const std::filesystem::path& path, std::string_view extension);
-    bool ReadWav(const std::filesystem::path& path);
     bool WriteFile(const std::filesystem::path& path, std::string_view extension);
-    bool WriteWav(const std::filesystem::path& path);
+    SaveAsChoice SaveAsItIs(const std::filesystem::path& path) const;
     bool ConvertForSave(const SaveAsChoice& choice);
     void TakePath(const std::filesystem::path& path);
     void OpenIntoWindow();

@@ -1,21 +1,10 @@
 // How a document comes into being and how it is saved: New, Open, Save and Save As.
-#include "document/file_kind.h"
 #include "document/sound_doc.h"
 #include "platform/code_page_949.h"
-#include "sound/aiff_file.h"
-#include "sound/au_file.h"
 #include "sound/failure_texts.h"
+#include "sound/file_formats.h"
 
 namespace sonavel {
-namespace {
-
-// The list as people know it, with its stray blank and a pattern that no reader stands behind.
-constexpr std::string_view kSaveFilter =
-    "Audio Files (*.wav;*.au;*.aiff) |*.wav;*.au;*.aiff;*.mp3|Wave File (*.wav)|*.wav|"
-    "Next/Sun audio file (*.au)|*.au|Apple audio files (*.aiff)|*.aiff|All Files (*.*)|*.*||";
-
-}  // namespace
-
 bool CSoundDoc::NewDocument() {
     const std::optional<NewSoundChoice> choice = dialogs_.AskNewSound({});
     return choice ? NewDocument(*choice) : Refuse(failure::kCancelled);
@@ -57,24 +46,11 @@ void CSoundDoc::OpenIntoWindow() {
 }
 
 bool CSoundDoc::ReadFile(const std::filesystem::path& path, std::string_view extension) {
-    constexpr std::string_view kUnread = "The file could not be read.";
-    sound_.SetLastError("");
-    switch (FileKindOfExtension(extension)) {
-        case FileKind::kWav:
-            return ReadWav(path);
-        case FileKind::kNextSun:
-            return ReadAu(path, sound_) || FailAsSound(kUnread);
-        case FileKind::kAiff:
-            return ReadAiff(path, sound_) || FailAsSound(kUnread);
-        case FileKind::kUnknown:
-            break;
-    }
-    return Fail("Files with the extension \"" + DisplayText(extension) + "\" cannot be opened.");
-}
-
-bool CSoundDoc::ReadWav(const std::filesystem::path& path) {
-    if (!sound_.IsPCM(path)) return FailAsSound("The file does not hold PCM sound.");
-    return sound_.Open(path, WavOpenMode::kReadAll) || FailAsSound("The file could not be read.");
+    const FileFormat* format = FileFormatOfExtension(extension);
+    if (!format)
+        return Fail("Files with the extension \"" + DisplayText(extension) +
+                    "\" cannot be opened.");
+    return sound_.Take(format->read(path, sound_.FileHost())) || Fail(sound_.LastError());
 }
 
 bool CSoundDoc::SaveDocument(const std::filesystem::path& path) {
@@ -88,28 +64,18 @@ bool CSoundDoc::SaveDocument(const std::filesystem::path& path) {
 }
 
 bool CSoundDoc::WriteFile(const std::filesystem::path& path, std::string_view extension) {
-    constexpr std::string_view kUnwritten = "The file could not be written.";
-    sound_.SetLastError("");
-    switch (FileKindOfExtension(extension)) {
-        case FileKind::kWav:
-            return WriteWav(path);
-        case FileKind::kNextSun:
-            return WriteAu(path, sound_) || FailAsSound(kUnwritten);
-        case FileKind::kAiff:
-            if (!WriteAiff(path, sound_)) return FailAsSound(kUnwritten);
-            // A modified sound stays so; one of which the file holds less becomes so.
-            if (!SaveWarning(path).empty()) sound_.SetModified(true);
-            return true;
-        case FileKind::kUnknown:
-            break;
-    }
-    return Fail("Files with the extension \"" + DisplayText(extension) + "\" cannot be saved.");
-}
-
-bool CSoundDoc::WriteWav(const std::filesystem::path& path) {
+    const FileFormat* format = FileFormatOfExtension(extension);
+    if (!format)
+        return Fail("Files with the extension \"" + DisplayText(extension) + "\" cannot be saved.");
     const MarkerSaving markers = options_.saveMarkers ? MarkerSaving::kOn : MarkerSaving::kOff;
-    if (sound_.Save(path, markers)) return true;
-    return FailAsSound("The sound was written without markers, because saving markers is off.");
+    if (!sound_.ReportOutcome(format->write(sound_, path, markers, sound_.FileHost())))
+        return Fail(sound_.LastError());
+    if (format->savedMark == SavedMark::kSaved)
+        sound_.SetModified(false);
+    else if (!SaveWarning(path).empty())
+        // A modified sound stays so; one of which the file holds less becomes so.
+        sound_.SetModified(true);
+    return true;
 }
 
 void CSoundDoc::TakePath(const std::filesystem::path& path) {
@@ -120,7 +86,7 @@ void CSoundDoc::TakePath(const std::filesystem::path& path) {
 bool CSoundDoc::SaveAs() {
     const std::optional<SaveAsChoice> choice =
         dialogs_.AskSaveAs({.proposedName = title_,
-                            .filter = std::string(kSaveFilter),
+                            .filter = SaveFilter(),
                             .samplesPerSecond = sound_.GetSamplesPerSecond(),
                             .channels = sound_.GetChannels(),
                             .bits = sound_.GetBits(),

@@ -17,7 +17,7 @@ void CSoundDoc::EndMarkerEdit() {
     if (!before || *before == sound_.Markers()) return;
     if (options_.saveUndo)
         history_.Add({.name = "Marker",
-                      .sound = {.format = {}, .buffer = {}, .markers = std::move(*before)},
+                      .sound = {{}, {}, std::move(*before)},
                       .holds = UndoStep::Holds::kMarkers});
     else
         history_.DiscardRedo();

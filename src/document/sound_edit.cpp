@@ -19,7 +19,7 @@ void SoundEdit::Commit(std::uint32_t firstChangedFrame) {
 }
 
 void SoundEdit::TakeMarkers() {
-    if (step_) step_->sound.markers = document_->Sound().Markers();
+    if (step_) step_->sound.Markers() = document_->Sound().Markers();
 }
 
 }  // namespace sonavel

@@ -22,7 +22,7 @@ void UndoHistory::Clear() {
     shown_.reset();
 }
 
-bool UndoHistory::Undo(CWave& sound) {
+bool UndoHistory::Undo(Sound& sound) {
     if (!CanUndo()) return false;
     if (!shown_) {
         Add({.name = "Copy Sample", .sound = {}});
@@ -32,21 +32,21 @@ bool UndoHistory::Undo(CWave& sound) {
     return true;
 }
 
-bool UndoHistory::Redo(CWave& sound) {
+bool UndoHistory::Redo(Sound& sound) {
     if (!CanRedo()) return false;
     ExchangeWith(sound, *shown_ + 1);
     if (*shown_ == steps_.size() - 1) DiscardRedo();
     return true;
 }
 
-void UndoHistory::ExchangeWith(CWave& sound, std::size_t target) {
+void UndoHistory::ExchangeWith(Sound& sound, std::size_t target) {
     const UndoStep& crossed = steps_[std::min(*shown_, target)];
-    SoundCopy& left = steps_[*shown_].sound;
-    SoundCopy& entered = steps_[target].sound;
+    Sound& left = steps_[*shown_].sound;
+    Sound& entered = steps_[target].sound;
     if (crossed.holds == UndoStep::Holds::kMarkers)
-        left.markers = std::exchange(sound.Markers(), std::move(entered.markers));
+        left.Markers() = std::exchange(sound.Markers(), std::move(entered.Markers()));
     else
-        left = sound.Exchange(std::move(entered));
+        left = std::exchange(sound, std::move(entered));
     shown_ = target;
 }
 
@@ -67,7 +67,7 @@ std::optional<std::size_t> UndoHistory::CurrentPosition() const {
 
 std::uint64_t UndoHistory::MemoryBytes() const {
     std::uint64_t bytes = 0;
-    for (const UndoStep& step : steps_) bytes += step.sound.buffer.Size();
+    for (const UndoStep& step : steps_) bytes += step.sound.GetDataSize();
     return bytes;
 }
 

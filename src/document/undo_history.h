@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "sound/wave.h"
+#include "sound/sound.h"
 
 namespace sonavel {
 
@@ -20,7 +20,7 @@ struct UndoStep {
     enum class Holds { kSound, kMarkers };
 
     std::string name;
-    SoundCopy sound;  // vacant while the document itself holds this state
+    Sound sound;  // vacant while the document itself holds this state
     bool canUndo = true;
     int kind = kCopyingStepKind;
     // kMarkers: the edit that followed left everything else of the sound as it was.
@@ -45,8 +45,8 @@ class UndoHistory {
 
     // Exchanges the sound for the state before, and after. False, with nothing changed, when there
     // is none.
-    bool Undo(CWave& sound);
-    bool Redo(CWave& sound);
+    bool Undo(Sound& sound);
+    bool Redo(Sound& sound);
     bool CanUndo() const;
     bool CanRedo() const;
 
@@ -63,7 +63,7 @@ class UndoHistory {
     std::string RedoMenuText() const;
 
   private:
-    void ExchangeWith(CWave& sound, std::size_t target);
+    void ExchangeWith(Sound& sound, std::size_t target);
 
     std::deque<UndoStep> steps_;
     // During a run of undos: the step whose state the document shows.

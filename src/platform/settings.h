@@ -1,5 +1,5 @@
-// The table of what a person can set in Options.ini and Display.ini, one row each. Reading, writing,
-// the pages of the preferences and the files as they are shipped come from it.
+// The table of what a person can set in Options.ini and Display.ini, one row each. Reading,
+// writing, the pages of the preferences and the files as they are shipped come from it.
 #pragma once
 
 #include <array>

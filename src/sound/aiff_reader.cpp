@@ -26,10 +26,15 @@ bool Is(const ChunkId& id, const char* text) {
 
 class AiffReader {
   public:
-    explicit AiffReader(CWave& wave) : wave_(wave), cursor_(file_) {}
+    explicit AiffReader(const TransferHost& host) : host_(host), cursor_(file_) {}
 
-    bool Read(const std::filesystem::path& path);
-    std::optional<SoundFileInfo> Probe(const std::filesystem::path& path);
+    Outcome FindSound(const std::filesystem::path& path);
+    // Checks what was announced against what can be edited. The sound begins as zeros.
+    Outcome Prepare();
+    Outcome ReadSamples();
+
+    SoundFileInfo Info() const { return {Format(), common_->frames}; }
+    Sound TakeSound() { return {Format(), std::move(samples_)}; }
 
   private:
     // What the chunk COMM says; a number that cannot be one of the editor's is 0.
@@ -40,34 +45,28 @@ class AiffReader {
         std::uint32_t rate = 0;
     };
 
-    bool Fail(std::string_view text);
-    void Warn(std::string_view text) { wave_.ReportError(text); }
+    PcmFormat Format() const {
+        return MakePcmFormat(common_->channels, common_->bits, common_->rate);
+    }
     void WarnOfEnd(std::string_view text);
     std::optional<std::uint32_t> ReadNumber();
     void SkipOrWarn(std::uint64_t bytes, std::string_view warning);
-    bool ReadForm();
-    bool FindSound();
-    bool ReadCommon();
+    Outcome ReadForm();
+    Outcome WalkToSound();
+    Outcome ReadCommon();
     void SkipUnknown();
     void EnterSound();
-    bool Prepare();
     void TellOfSilence();
-    bool ReadSamples();
     bool ReadPresent(std::span<std::uint8_t> bytes, TransferProgress& progress);
     bool FillUp(std::span<std::uint8_t> bytes, TransferProgress& progress);
 
-    CWave& wave_;
+    const TransferHost& host_;
     FileSource file_;
     ByteCursor cursor_;
     std::optional<Common> common_;
-    SoundCopy sound_;
+    SoundBuffer samples_;
     bool endTold_ = false;  // the file ends too early, and the person has been told
 };
-
-bool AiffReader::Fail(std::string_view text) {
-    wave_.ReportError(text);
-    return false;
-}
 
 std::optional<std::uint32_t> AiffReader::ReadNumber() {
     std::uint8_t bytes[4];
@@ -76,7 +75,7 @@ std::optional<std::uint32_t> AiffReader::ReadNumber() {
 }
 
 void AiffReader::WarnOfEnd(std::string_view text) {
-    Warn(text);
+    host_.Warn(text);
     endTold_ = true;
 }
 
@@ -85,50 +84,50 @@ void AiffReader::SkipOrWarn(std::uint64_t bytes, std::string_view warning) {
     cursor_.Skip(bytes);
 }
 
-bool AiffReader::ReadForm() {
+Outcome AiffReader::ReadForm() {
     ChunkId id;
     if (!cursor_.ReadAll(id) || !Is(id, "FORM"))
-        return Fail("AIFF header does not begin with magic word FORM");
+        return Failed("AIFF header does not begin with magic word FORM");
     cursor_.Skip(4);
     if (!cursor_.ReadAll(id) || !Is(id, "AIFF"))
-        return Fail("AIFF 'FORM' chunk does specify 'AIFF' as type");
-    return true;
+        return Failed("AIFF 'FORM' chunk does specify 'AIFF' as type");
+    return Done();
 }
 
 // Goes through the chunks up to the sound, or to the end of a file without one. Pad bytes behind
 // chunks of odd size are not skipped: intended, files read as they always did.
-bool AiffReader::FindSound() {
+Outcome AiffReader::WalkToSound() {
     ChunkId id;
     // Zeros are no chunks, and there may be gigabytes of them.
     while (cursor_.ReadAll(id) && id != ChunkId{}) {
         if (Is(id, "SSND")) {
             EnterSound();
-            return true;
+            return Done();
         }
         if (!Is(id, "COMM"))
             SkipUnknown();
-        else if (!ReadCommon())
-            return false;
+        else if (Outcome read = ReadCommon(); !read)
+            return read;
     }
     WarnOfEnd("Missing SSND chunk in AIFF file");
     // Also where zeros ended the search: nothing that follows is sound.
     cursor_.Seek(file_.Size());
-    return true;
+    return Done();
 }
 
-bool AiffReader::ReadCommon() {
-    if (ReadNumber() != 18u) Warn("AIFF COMM chunk has bad size");
+Outcome AiffReader::ReadCommon() {
+    if (ReadNumber() != 18u) host_.Warn("AIFF COMM chunk has bad size");
     std::uint8_t fields[8];
     ExtendedFloat rate;
     if (!cursor_.ReadAll(fields) || !cursor_.ReadAll(rate))
-        return Fail("EOF while reading IEEE extended number");
+        return Failed("EOF while reading IEEE extended number");
     Common common{LoadBig16(fields), LoadBig32(fields + 2), LoadBig16(fields + 6), 0};
     const double value = DoubleFromExtended(rate);
     // Both comparisons are false for NaN.
     constexpr std::uint32_t kGreatestRate = std::numeric_limits<std::uint32_t>::max() / 4;
     if (value >= 1 && value <= kGreatestRate) common.rate = static_cast<std::uint32_t>(value);
     common_ = common;
-    return true;
+    return Done();
 }
 
 void AiffReader::SkipUnknown() {
@@ -142,23 +141,21 @@ void AiffReader::EnterSound() {
     cursor_.Skip(4);
     const std::optional<std::uint32_t> offset = ReadNumber();
     const std::optional<std::uint32_t> blockSize = ReadNumber();
-    if (blockSize.value_or(0) != 0) Warn("AIFF header specifies nonzero blocksize?");
+    if (blockSize.value_or(0) != 0) host_.Warn("AIFF header specifies nonzero blocksize?");
     const std::uint64_t missing = blockSize ? 0 : 1;
     SkipOrWarn(offset.value_or(0) + missing, "unexpected EOF while skipping AIFF offset");
 }
 
-// Checks what was announced against what can be edited. The sound begins as zeros.
-bool AiffReader::Prepare() {
-    if (!common_) return Fail("Missing COMM chunk in AIFF file");
-    sound_.format = MakePcmFormat(common_->channels, common_->bits, common_->rate);
-    if (!IsEditable(sound_.format)) return Fail(FormatRefusal(sound_.format));
-    const std::uint64_t bytes = std::uint64_t{common_->frames} * sound_.format.blockAlign;
-    if (bytes > kMaxSoundBytes) return Fail(failure::kMemory);
-    return sound_.buffer.AllocZeros(bytes) || Fail(failure::kMemory);
+Outcome AiffReader::Prepare() {
+    const PcmFormat format = Format();
+    if (!IsEditable(format)) return Failed(FormatRefusal(format));
+    const std::uint64_t bytes = std::uint64_t{common_->frames} * format.blockAlign;
+    if (bytes > kMaxSoundBytes || !samples_.AllocZeros(bytes)) return Failed(failure::kMemory);
+    return Done();
 }
 
 void AiffReader::TellOfSilence() {
-    wave_.Prompts().ShowStatus("The file ends before its sound does; the rest is silence.");
+    host_.Note("The file ends before its sound does; the rest is silence.");
     if (!endTold_) WarnOfEnd(kCutChunk);
 }
 
@@ -180,7 +177,7 @@ bool AiffReader::ReadPresent(std::span<std::uint8_t> bytes, TransferProgress& pr
 // memory as long as nobody touches them.
 bool AiffReader::FillUp(std::span<std::uint8_t> bytes, TransferProgress& progress) {
     if (common_->bits != 8) return true;
-    const std::size_t before = sound_.buffer.Size() - bytes.size();
+    const std::size_t before = samples_.Size() - bytes.size();
     for (std::size_t done = 0; done < bytes.size();) {
         const std::size_t piece = std::min(bytes.size() - done, kTransferPieceBytes);
         std::memset(&bytes[done], 128, piece);
@@ -190,45 +187,42 @@ bool AiffReader::FillUp(std::span<std::uint8_t> bytes, TransferProgress& progres
     return true;
 }
 
-bool AiffReader::ReadSamples() {
-    const std::span<std::uint8_t> bytes = sound_.buffer.Bytes();
+Outcome AiffReader::ReadSamples() {
+    const std::span<std::uint8_t> bytes = samples_.Bytes();
     const auto present = std::min<std::uint64_t>(bytes.size(), cursor_.Remaining());
     if (present < bytes.size()) TellOfSilence();
-    TransferProgress progress(wave_.Progress(), "Read sound file", bytes.size());
+    TransferProgress progress(host_, "Read sound file", bytes.size());
     // The half of a word that the file ends with is read with the half that it lacks.
     const auto read = std::min<std::uint64_t>(bytes.size(), present + present % 2);
     if (ReadPresent(bytes.first(read), progress) && FillUp(bytes.subspan(read), progress))
-        return true;
-    wave_.ReportInStatus(failure::kCancelled);
-    return false;
+        return Done();
+    return Cancelled();
 }
 
-bool AiffReader::Read(const std::filesystem::path& path) {
-    if (!file_.Open(path)) return Fail(failure::kOpenFile);
-    if (!ReadForm() || !FindSound() || !Prepare() || !ReadSamples()) return false;
-    wave_.Adopt(std::move(sound_));
-    wave_.SetModified(false);
-    return true;
-}
-
-std::optional<SoundFileInfo> AiffReader::Probe(const std::filesystem::path& path) {
-    const bool found = file_.Open(path) ? ReadForm() && FindSound() : Fail(failure::kOpenFile);
-    if (!found || (!common_ && !Fail("Missing COMM chunk in AIFF file"))) return std::nullopt;
-    return SoundFileInfo{MakePcmFormat(common_->channels, common_->bits, common_->rate),
-                         common_->frames};
+Outcome AiffReader::FindSound(const std::filesystem::path& path) {
+    if (!file_.Open(path)) return Failed(failure::kOpenFile);
+    if (Outcome form = ReadForm(); !form) return form;
+    if (Outcome walked = WalkToSound(); !walked) return walked;
+    return common_ ? Done() : Failed("Missing COMM chunk in AIFF file");
 }
 
 }  // namespace
 
-std::optional<SoundFileInfo> ProbeAiff(const std::filesystem::path& path, CWave& wave) {
-    return AiffReader(wave).Probe(path);
+Result<SoundFileInfo> ProbeAiff(const std::filesystem::path& path) {
+    const TransferHost nobody;
+    AiffReader reader(nobody);
+    if (Outcome found = reader.FindSound(path); !found) return found;
+    return reader.Info();
 }
 
-bool ReadAiff(const std::filesystem::path& path, CWave& wave) try {
-    return AiffReader(wave).Read(path);
+Result<Sound> ReadAiff(const std::filesystem::path& path, const TransferHost& host) try {
+    AiffReader reader(host);
+    if (Outcome found = reader.FindSound(path); !found) return found;
+    if (Outcome prepared = reader.Prepare(); !prepared) return prepared;
+    if (Outcome read = reader.ReadSamples(); !read) return read;
+    return reader.TakeSound();
 } catch (const std::bad_alloc&) {
-    wave.ReportError(failure::kMemory);
-    return false;
+    return Failed(failure::kMemory);
 }
 
 }  // namespace sonavel

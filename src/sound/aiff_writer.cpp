@@ -12,13 +12,13 @@
 namespace sonavel {
 namespace {
 
-std::vector<std::uint8_t> BuildHeader(const CWave& wave) {
-    const std::uint32_t soundBytes = wave.GetFrameCount() * wave.GetBlockAlign();
+std::vector<std::uint8_t> BuildHeader(const Sound& sound) {
+    const std::uint32_t soundBytes = sound.GetFrameCount() * sound.GetBlockAlign();
     ByteBuilder header;
     header.Text("FORM").Big32(soundBytes + 46).Text("AIFF");
-    header.Text("COMM").Big32(18).Big16(wave.GetChannels()).Big32(wave.GetFrameCount());
-    header.Big16(wave.GetBits());
-    for (const std::uint8_t byte : ExtendedFromInteger(wave.GetRate())) header.Byte(byte);
+    header.Text("COMM").Big32(18).Big16(sound.GetChannels()).Big32(sound.GetFrameCount());
+    header.Big16(sound.GetBits());
+    for (const std::uint8_t byte : ExtendedFromInteger(sound.GetRate())) header.Byte(byte);
     header.Text("SSND").Big32(soundBytes + 8).Big32(0).Big32(0);
     return header.Bytes();
 }
@@ -31,43 +31,48 @@ bool WriteZeros(ReplacingFile& file, std::uint64_t count) {
     return true;
 }
 
-bool Write8BitSamples(ReplacingFile& file, const CWave& wave) {
-    const std::size_t bytes = std::size_t{wave.GetFrameCount()} * wave.GetChannels();
-    return WriteTransformed(file, wave.Bytes().first(bytes), AddHalfRange);
+bool Write8BitSamples(ReplacingFile& file, const Sound& sound) {
+    const std::size_t bytes = std::size_t{sound.GetFrameCount()} * sound.GetChannels();
+    return WriteTransformed(file, sound.Bytes().first(bytes), AddHalfRange);
 }
 
 // Exactly one second, whatever the length of the sound: intended, the files keep the size that they
 // always had, and the document stays modified because of it.
-bool Write16BitSamples(ReplacingFile& file, const CWave& wave) {
-    const std::uint64_t bytes = std::uint64_t{wave.GetRate()} * 2 * wave.GetChannels();
+bool Write16BitSamples(ReplacingFile& file, const Sound& sound) {
+    const std::uint64_t bytes = std::uint64_t{sound.GetRate()} * 2 * sound.GetChannels();
     if (bytes > kMaxSoundBytes) return false;
-    const std::size_t present = std::min<std::uint64_t>(bytes, wave.GetDataSize());
-    return WriteTransformed(file, wave.Bytes().first(present), SwapBytePairs) &&
+    const std::size_t present = std::min<std::uint64_t>(bytes, sound.GetDataSize());
+    return WriteTransformed(file, sound.Bytes().first(present), SwapBytePairs) &&
            WriteZeros(file, bytes - present);
 }
 
-bool WriteFile(ReplacingFile& file, const CWave& wave) {
-    if (!file.Write(BuildHeader(wave))) return false;
+bool WriteFile(ReplacingFile& file, const Sound& sound) {
+    if (!file.Write(BuildHeader(sound))) return false;
     const bool written =
-        wave.GetBits() == 8 ? Write8BitSamples(file, wave) : Write16BitSamples(file, wave);
+        sound.GetBits() == 8 ? Write8BitSamples(file, sound) : Write16BitSamples(file, sound);
     return written && file.Commit();
-}
-
-bool Fail(CWave& wave, std::string_view text) {
-    wave.ReportError(text);
-    return false;
 }
 
 }  // namespace
 
-bool WriteAiff(const std::filesystem::path& path, CWave& wave) try {
+Outcome WriteAiff(const Sound& sound, const std::filesystem::path& path, MarkerSaving,
+                  const TransferHost&) try {
     ReplacingFile file;
-    if (!file.Open(path)) return Fail(wave, failure::kOpenFile);
-    if (wave.GetBits() != 8 && wave.GetBits() != 16)
-        return Fail(wave, "unsupported output style/size for AIFF header");
-    return WriteFile(file, wave) || Fail(wave, failure::kWriteData);
+    if (!file.Open(path)) return Failed(failure::kOpenFile);
+    if (sound.GetBits() != 8 && sound.GetBits() != 16)
+        return Failed("unsupported output style/size for AIFF header");
+    return WriteFile(file, sound) ? Done() : Failed(failure::kWriteData);
 } catch (const std::bad_alloc&) {
-    return Fail(wave, failure::kMemory);
+    return Failed(failure::kMemory);
+}
+
+SaveLoss LossInAiff(const Sound& sound, const SavedForm& form) {
+    SaveLoss loss;
+    loss.cutsSound = form.bits == 16 && sound.GetFrameCount() > sound.GetRate();
+    if (loss.cutsSound)
+        loss.Add("Only the first second of a 16-bit sound is written to an AIFF file.");
+    if (!sound.Markers().Empty()) loss.Add("An AIFF file holds no markers.");
+    return loss;
 }
 
 }  // namespace sonavel

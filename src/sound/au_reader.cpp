@@ -2,7 +2,6 @@
 #include <array>
 #include <limits>
 #include <new>
-#include <optional>
 #include <string>
 
 #include "sound/au_file.h"
@@ -27,17 +26,18 @@ struct AuHeader {
 
 class AuReader {
   public:
-    explicit AuReader(CWave& wave) : wave_(wave), cursor_(file_) {}
+    AuReader() : cursor_(file_) {}
 
-    bool Read(const std::filesystem::path& path);
-    std::optional<SoundFileInfo> Probe(const std::filesystem::path& path);
+    Outcome FindSound(const std::filesystem::path& path);
+    Outcome ReadSamples();
+
+    SoundFileInfo Info() const { return {format_, frames_}; }
+    Sound TakeSound() { return {format_, std::move(samples_)}; }
 
   private:
-    bool Fail(std::string_view text);
-    bool ReadHeader();
-    bool CheckFormat();
-    bool CheckSize();
-    bool ReadSamples();
+    Outcome ReadHeader();
+    Outcome CheckFormat();
+    Outcome CheckSize();
     bool ReadCompanded(const ExpansionTable& table);
 
     bool IsCompanded() const {
@@ -47,62 +47,57 @@ class AuReader {
         return header_.encoding == AuEncoding::kLinear16 ? 2 : 1;
     }
 
-    CWave& wave_;
     FileSource file_;
     ByteCursor cursor_;
     AuHeader header_;
     std::uint32_t frames_ = 0;
-    SoundCopy sound_;
+    PcmFormat format_;
+    SoundBuffer samples_;
 };
 
-bool AuReader::Fail(std::string_view text) {
-    wave_.ReportError(text);
-    return false;
-}
-
-bool AuReader::ReadHeader() {
+Outcome AuReader::ReadHeader() {
     std::uint8_t bytes[kAuHeaderBytes];
     if (!cursor_.ReadAll(bytes) || LoadBig32(bytes) != kAuMagic)
-        return Fail("This is no Next/Sun audio file.");
+        return Failed("This is no Next/Sun audio file.");
     header_.dataOffset = LoadBig32(bytes + 4);
     header_.dataBytes = LoadBig32(bytes + 8);
     header_.encoding = AuEncoding{LoadBig32(bytes + 12)};
     header_.rate = LoadBig32(bytes + 16);
     header_.channels = LoadBig32(bytes + 20);
-    return true;
+    return Done();
 }
 
-bool AuReader::CheckFormat() {
+Outcome AuReader::CheckFormat() {
     if (!IsCompanded() && header_.encoding != AuEncoding::kLinear8 &&
         header_.encoding != AuEncoding::kLinear16)
-        return Fail("This Next/Sun encoding cannot be edited: " +
-                    std::to_string(static_cast<std::uint32_t>(header_.encoding)));
+        return Failed("This Next/Sun encoding cannot be edited: " +
+                      std::to_string(static_cast<std::uint32_t>(header_.encoding)));
     if (header_.channels != 1 && header_.channels != 2)
-        return Fail("This format cannot be edited: " + std::to_string(header_.channels) +
-                    " channels");
+        return Failed("This format cannot be edited: " + std::to_string(header_.channels) +
+                      " channels");
     // The bytes per second must fit their field.
     if (header_.rate > std::numeric_limits<std::uint32_t>::max() / 4) header_.rate = 0;
     const unsigned bits = header_.encoding == AuEncoding::kLinear8 ? 8 : 16;
-    sound_.format = MakePcmFormat(header_.channels, bits, header_.rate);
-    return IsEditable(sound_.format) || Fail(FormatRefusal(sound_.format));
+    format_ = MakePcmFormat(header_.channels, bits, header_.rate);
+    return IsEditable(format_) ? Done() : Failed(FormatRefusal(format_));
 }
 
-bool AuReader::CheckSize() {
+Outcome AuReader::CheckSize() {
     cursor_.Seek(header_.dataOffset);
     if (header_.dataOffset < kAuHeaderBytes || header_.dataOffset > file_.Size())
-        return Fail(failure::kReadData);
+        return Failed(failure::kReadData);
     std::uint64_t bytes = header_.dataBytes;
     if (bytes == kAuUnknownSize) bytes = cursor_.Remaining();
-    if (bytes > cursor_.Remaining()) return Fail(failure::kReadData);
+    if (bytes > cursor_.Remaining()) return Failed(failure::kReadData);
     const std::uint64_t frames = bytes / (StoredBytesPerSample() * header_.channels);
-    if (frames * sound_.format.blockAlign > kMaxSoundBytes) return Fail(failure::kMemory);
+    if (frames * format_.blockAlign > kMaxSoundBytes) return Failed(failure::kMemory);
     frames_ = static_cast<std::uint32_t>(frames);
-    return true;
+    return Done();
 }
 
 bool AuReader::ReadCompanded(const ExpansionTable& table) {
     std::array<std::uint8_t, 1 << 16> codes;
-    std::span<std::int16_t> samples = Words(sound_.buffer.Bytes());
+    std::span<std::int16_t> samples = Words(samples_.Bytes());
     while (!samples.empty()) {
         const std::size_t piece = std::min(samples.size(), codes.size());
         if (!cursor_.ReadAll({codes.data(), piece})) return false;
@@ -112,9 +107,9 @@ bool AuReader::ReadCompanded(const ExpansionTable& table) {
     return true;
 }
 
-bool AuReader::ReadSamples() {
-    if (!sound_.buffer.AllocBuffer(std::size_t{frames_} * sound_.format.blockAlign))
-        return Fail(failure::kMemory);
+Outcome AuReader::ReadSamples() {
+    if (!samples_.AllocBuffer(std::size_t{frames_} * format_.blockAlign))
+        return Failed(failure::kMemory);
     bool complete = false;
     if (header_.encoding == AuEncoding::kMuLaw) {
         complete = ReadCompanded(MuLawTable());
@@ -122,38 +117,35 @@ bool AuReader::ReadSamples() {
         complete = ReadCompanded(ALawTable());
     } else {
         const bool bytes = header_.encoding == AuEncoding::kLinear8;
-        complete = ReadTransformed(cursor_, sound_.buffer.Bytes(),
-                                   bytes ? AddHalfRange : SwapBytePairs) == sound_.buffer.Size();
+        complete = ReadTransformed(cursor_, samples_.Bytes(),
+                                   bytes ? AddHalfRange : SwapBytePairs) == samples_.Size();
     }
-    return complete || Fail(failure::kReadData);
+    return complete ? Done() : Failed(failure::kReadData);
 }
 
-bool AuReader::Read(const std::filesystem::path& path) {
-    if (!file_.Open(path)) return Fail(failure::kOpenFile);
-    if (!ReadHeader() || !CheckFormat() || !CheckSize() || !ReadSamples()) return false;
-    wave_.Adopt(std::move(sound_));
-    wave_.SetModified(false);
-    return true;
-}
-
-std::optional<SoundFileInfo> AuReader::Probe(const std::filesystem::path& path) {
-    const bool found =
-        file_.Open(path) ? ReadHeader() && CheckFormat() && CheckSize() : Fail(failure::kOpenFile);
-    if (!found) return std::nullopt;
-    return SoundFileInfo{sound_.format, frames_};
+// Up to where the samples begin.
+Outcome AuReader::FindSound(const std::filesystem::path& path) {
+    if (!file_.Open(path)) return Failed(failure::kOpenFile);
+    if (Outcome header = ReadHeader(); !header) return header;
+    if (Outcome format = CheckFormat(); !format) return format;
+    return CheckSize();
 }
 
 }  // namespace
 
-std::optional<SoundFileInfo> ProbeAu(const std::filesystem::path& path, CWave& wave) {
-    return AuReader(wave).Probe(path);
+Result<SoundFileInfo> ProbeAu(const std::filesystem::path& path) {
+    AuReader reader;
+    if (Outcome found = reader.FindSound(path); !found) return found;
+    return reader.Info();
 }
 
-bool ReadAu(const std::filesystem::path& path, CWave& wave) try {
-    return AuReader(wave).Read(path);
+Result<Sound> ReadAu(const std::filesystem::path& path, const TransferHost&) try {
+    AuReader reader;
+    if (Outcome found = reader.FindSound(path); !found) return found;
+    if (Outcome read = reader.ReadSamples(); !read) return read;
+    return reader.TakeSound();
 } catch (const std::bad_alloc&) {
-    wave.ReportError(failure::kMemory);
-    return false;
+    return Failed(failure::kMemory);
 }
 
 }  // namespace sonavel

@@ -15,38 +15,36 @@ namespace {
 // Padded with zero bytes to a multiple of 8, of which the last ends the text.
 constexpr std::string_view kAnnotation("Sonavel\0", 8);
 
-std::vector<std::uint8_t> BuildHeader(const CWave& wave, std::uint32_t dataBytes) {
-    const AuEncoding encoding = wave.GetBits() == 8 ? AuEncoding::kLinear8 : AuEncoding::kLinear16;
+std::vector<std::uint8_t> BuildHeader(const Sound& sound, std::uint32_t dataBytes) {
+    const AuEncoding encoding = sound.GetBits() == 8 ? AuEncoding::kLinear8 : AuEncoding::kLinear16;
     ByteBuilder header;
     header.Big32(kAuMagic).Big32(kAuHeaderBytes + std::uint32_t{kAnnotation.size()});
     header.Big32(dataBytes).Big32(static_cast<std::uint32_t>(encoding));
-    header.Big32(wave.GetSamplesPerSecond()).Big32(wave.GetChannels()).Text(kAnnotation);
+    header.Big32(sound.GetSamplesPerSecond()).Big32(sound.GetChannels()).Text(kAnnotation);
     return header.Bytes();
 }
 
-bool WriteFile(ReplacingFile& file, const CWave& wave) {
-    const std::uint32_t dataBytes = wave.GetFrameCount() * wave.GetBlockAlign();
-    const ByteTransform transform = wave.GetBits() == 8 ? AddHalfRange : SwapBytePairs;
-    return file.Write(BuildHeader(wave, dataBytes)) &&
-           WriteTransformed(file, wave.Bytes().first(dataBytes), transform) && file.Commit();
-}
-
-bool Fail(CWave& wave, std::string_view text) {
-    wave.ReportError(text);
-    return false;
+bool WriteFile(ReplacingFile& file, const Sound& sound) {
+    const std::uint32_t dataBytes = sound.GetFrameCount() * sound.GetBlockAlign();
+    const ByteTransform transform = sound.GetBits() == 8 ? AddHalfRange : SwapBytePairs;
+    return file.Write(BuildHeader(sound, dataBytes)) &&
+           WriteTransformed(file, sound.Bytes().first(dataBytes), transform) && file.Commit();
 }
 
 }  // namespace
 
-bool WriteAu(const std::filesystem::path& path, CWave& wave) try {
-    if (!IsEditable(wave.GetFormat())) return Fail(wave, FormatRefusal(wave.GetFormat()));
+Outcome WriteAu(const Sound& sound, const std::filesystem::path& path, MarkerSaving,
+                const TransferHost&) try {
+    if (!IsEditable(sound.GetFormat())) return Failed(FormatRefusal(sound.GetFormat()));
     ReplacingFile file;
-    if (!file.Open(path)) return Fail(wave, failure::kOpenFile);
-    if (!WriteFile(file, wave)) return Fail(wave, failure::kWriteData);
-    wave.SetModified(false);
-    return true;
+    if (!file.Open(path)) return Failed(failure::kOpenFile);
+    return WriteFile(file, sound) ? Done() : Failed(failure::kWriteData);
 } catch (const std::bad_alloc&) {
-    return Fail(wave, failure::kMemory);
+    return Failed(failure::kMemory);
+}
+
+SaveLoss LossInAu(const Sound& sound, const SavedForm&) {
+    return {sound.Markers().Empty() ? "" : "A Next/Sun file holds no markers."};
 }
 
 }  // namespace sonavel

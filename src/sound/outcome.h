@@ -18,7 +18,9 @@ class [[nodiscard]] Outcome {
   public:
     bool IsDone() const { return end_ == End::kDone; }
     bool IsCancelled() const { return end_ == End::kCancelled; }
-    bool IsFailed() const { return end_ == End::kFailed; }
+    bool IsFailed() const { return end_ == End::kFailed || IsQuiet(); }
+    // A failure that is told in the status bar and has no message box of its own.
+    bool IsQuiet() const { return end_ == End::kFailedQuietly; }
     explicit operator bool() const { return IsDone(); }
 
     // Why nothing came about, one sentence for the person; empty when done.
@@ -27,12 +29,13 @@ class [[nodiscard]] Outcome {
     bool operator==(const Outcome&) const = default;
 
   private:
-    enum class End { kDone, kCancelled, kFailed };
+    enum class End { kDone, kCancelled, kFailed, kFailedQuietly };
 
     Outcome(End end, std::string_view reason) : end_(end), reason_(reason) {}
     friend Outcome Done();
     friend Outcome Cancelled();
     friend Outcome Failed(std::string_view reason);
+    friend Outcome FailedQuietly(std::string_view reason);
 
     End end_;
     std::string reason_;
@@ -47,6 +50,9 @@ inline Outcome Cancelled() {
 inline Outcome Failed(std::string_view reason) {
     return {Outcome::End::kFailed, reason};
 }
+inline Outcome FailedQuietly(std::string_view reason) {
+    return {Outcome::End::kFailedQuietly, reason};
+}
 
 // A value, or why there is none.
 template <class T>
@@ -57,8 +63,9 @@ class [[nodiscard]] Result {
     Result(Outcome why) : outcome_(std::move(why)) { assert(!outcome_.IsDone()); }
 
     explicit operator bool() const { return value_.has_value(); }
-    T& operator*() { return *value_; }
-    const T& operator*() const { return *value_; }
+    T& operator*() & { return *value_; }
+    const T& operator*() const& { return *value_; }
+    T&& operator*() && { return *std::move(value_); }
     T* operator->() { return &*value_; }
     const T* operator->() const { return &*value_; }
 

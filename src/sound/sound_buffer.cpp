@@ -8,6 +8,7 @@
 #include "sound/huge_pages.h"
 
 namespace sonavel {
+
 SoundBuffer::~SoundBuffer() {
     FreeBuffer();
 }
@@ -16,8 +17,9 @@ SoundBuffer::SoundBuffer(SoundBuffer&& other) noexcept
     : data_(std::exchange(other.data_, nullptr)), size_(std::exchange(other.size_, 0)) {}
 
 SoundBuffer& SoundBuffer::operator=(SoundBuffer&& other) noexcept {
-    std::swap(data_, other.data_);
-    std::swap(size_, other.size_);
+    SoundBuffer taken(std::move(other));
+    std::swap(data_, taken.data_);
+    std::swap(size_, taken.size_);
     return *this;
 }
 

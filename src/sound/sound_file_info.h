@@ -8,8 +8,8 @@
 namespace sonavel {
 
 struct SoundFileInfo {
-    PcmFormat format;  // that of the sound which reading the file gives
-    std::uint32_t frames = 0;
+    PcmFormat format;  // that of the sound which reading the file gives; need not be editable
+    std::uint64_t frames = 0;
 };
 
 }  // namespace sonavel

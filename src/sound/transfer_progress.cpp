@@ -11,20 +11,23 @@ int RoundedPercent(std::uint64_t part, std::uint64_t whole) {
 
 }  // namespace
 
-TransferProgress::TransferProgress(ProgressFactory& factory, std::string_view title,
+TransferProgress::TransferProgress(const TransferHost& host, std::string_view title,
                                    std::uint64_t totalBytes)
-    : window_(factory.CreateProgress(title)), totalBytes_(totalBytes) {
+    : totalBytes_(totalBytes) {
+    if (!host.progress) return;
+    window_ = host.progress->CreateProgress(title);
     window_->SetRange(0, 100);
 }
 
 bool TransferProgress::Advance(std::uint64_t doneBytes) {
+    if (!window_) return true;
     if (const std::uint64_t blocks = doneBytes / kBlockBytes)
         window_->SetPosition(RoundedPercent((blocks - 1) * kBlockBytes, totalBytes_));
     return !window_->Poll();
 }
 
 void TransferProgress::Finish() {
-    window_->SetPosition(100);
+    if (window_) window_->SetPosition(100);
     window_.reset();
 }
 

@@ -6,7 +6,7 @@
 #include <memory>
 #include <string_view>
 
-#include "platform/progress_window.h"
+#include "sound/transfer_host.h"
 
 namespace sonavel {
 
@@ -15,7 +15,7 @@ inline constexpr std::size_t kTransferPieceBytes = std::size_t{1} << 20;
 
 class TransferProgress {
   public:
-    TransferProgress(ProgressFactory& factory, std::string_view title, std::uint64_t totalBytes);
+    TransferProgress(const TransferHost& host, std::string_view title, std::uint64_t totalBytes);
 
     // Shows the position of the last whole block of 2048 bytes that is done: the rounded percentage
     // of the bytes before that block. False when the person has cancelled.
@@ -24,7 +24,7 @@ class TransferProgress {
     void Finish();
 
   private:
-    std::unique_ptr<ProgressWindow> window_;
+    std::unique_ptr<ProgressWindow> window_;  // null: nothing is shown
     std::uint64_t totalBytes_;
 };
 

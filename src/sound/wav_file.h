@@ -1,29 +1,25 @@
-// RIFF WAVE files: reading one into a sound, looking at its format, and writing one.
+// RIFF WAVE files: reading one, looking at its format, and writing one.
 #pragma once
 
-#include <cstdint>
 #include <filesystem>
-#include <optional>
 
-#include "sound/wave.h"
+#include "sound/file_format.h"
 
 namespace sonavel {
 
-struct WavInfo {
-    PcmFormat format;  // bits per sample only when the tag is PCM
-    std::uint32_t dataBytes = 0;
-    std::uint32_t frames = 0;
-};
+// The format and the length, of compressed sound as far as its bytes per second tell. A file that
+// is no WAV file fails quietly.
+Result<SoundFileInfo> ProbeWav(const std::filesystem::path& path);
 
-// Failures are reported through the sound, which is otherwise left as it is.
-std::optional<WavInfo> ProbeWav(const std::filesystem::path& path, CWave& wave);
+// Markers that cannot be read cost no sound: a warning, and those read so far stay. What is no WAV
+// file or holds no PCM fails quietly.
+Result<Sound> ReadWav(const std::filesystem::path& path, const TransferHost& host);
 
-// Replaces the sound by the file's. On failure the sound is unchanged and the failure reported
-// through it.
-bool ReadWav(const std::filesystem::path& path, CWave& wave);
+// Writes the sound and, with MarkerSaving::kOn, its markers. With MarkerSaving::kOff the file is
+// complete, but that ends as a quiet failure.
+Outcome WriteWav(const Sound& sound, const std::filesystem::path& path, MarkerSaving saving,
+                 const TransferHost& host);
 
-// Writes the sound and, with MarkerSaving::kOn, its markers. On success the sound is no longer
-// modified; with MarkerSaving::kOff the file is complete but the result is failure.
-bool WriteWav(const std::filesystem::path& path, CWave& wave, MarkerSaving markers);
+SaveLoss LossInWav(const Sound& sound, const SavedForm& form);
 
 }  // namespace sonavel

@@ -17,138 +17,128 @@ namespace {
 
 constexpr std::uint32_t kUnknownSize = 0xFFFFFFFF;  // the data go up to the end of the file
 
-// One reading of one file. Each step returns false after it has reported its failure.
+// One reading of one file, step by step.
 class WavReader {
   public:
-    explicit WavReader(CWave& wave) : wave_(wave), riff_(file_) {}
+    WavReader() : riff_(file_) {}
 
-    bool FindFormatAndData(const std::filesystem::path& path);
-    bool CheckEditable();
-    bool ReadSamples();
-    void ReadMarkerChunks();
+    Outcome FindFormatAndData(const std::filesystem::path& path);
+    Outcome CheckEditable() const;
+    Outcome ReadSamples(const TransferHost& host);
+    void ReadMarkerChunks(const TransferHost& host);
 
-    WavInfo Info() const;
-    SoundCopy TakeSound() { return std::move(sound_); }
+    SoundFileInfo Info() const;
+    Sound TakeSound() { return {format_, std::move(samples_), std::move(markers_)}; }
 
   private:
-    bool Fail(std::string_view text);
-    bool FailQuietly(std::string_view text);
-    bool FindFormat();
-    bool ReadFormat(const RiffChunk& chunk);
-    bool Transfer(TransferProgress& progress);
+    Outcome FindFormat();
+    Outcome ReadFormat(const RiffChunk& chunk);
+    Outcome Transfer(TransferProgress& progress);
 
-    CWave& wave_;
     FileSource file_;
     RiffReader riff_;
     RiffChunk form_;
     RiffChunk data_;
-    SoundCopy sound_;
+    PcmFormat format_;
+    SoundBuffer samples_;
+    MarkerList markers_;
 };
 
-bool WavReader::Fail(std::string_view text) {
-    wave_.ReportError(text);
-    return false;
-}
-
-bool WavReader::FailQuietly(std::string_view text) {
-    wave_.ReportInStatus(text);
-    return false;
-}
-
-bool WavReader::FindFormatAndData(const std::filesystem::path& path) {
-    if (!file_.Open(path)) return Fail(failure::kOpenFile);
-    if (!FindFormat()) return false;
+Outcome WavReader::FindFormatAndData(const std::filesystem::path& path) {
+    if (!file_.Open(path)) return Failed(failure::kOpenFile);
+    if (Outcome found = FindFormat(); !found) return found;
     const std::optional<RiffChunk> data = riff_.Descend(kDataChunk, form_);
-    if (!data) return FailQuietly("The file has no data chunk.");
+    if (!data) return FailedQuietly("The file has no data chunk.");
     data_ = *data;
     // What writes into a pipe cannot know the size when it writes the header.
     if (data_.sizeBytes == kUnknownSize)
         data_.sizeBytes = static_cast<std::uint32_t>(riff_.Cursor().Remaining());
-    return true;
+    return Done();
 }
 
-bool WavReader::FindFormat() {
+Outcome WavReader::FindFormat() {
     const std::optional<RiffChunk> form = riff_.DescendForm(kRiffChunk, kWaveForm);
-    if (!form) return FailQuietly("The file has no RIFF chunk of the form WAVE.");
+    if (!form) return FailedQuietly("The file has no RIFF chunk of the form WAVE.");
     form_ = *form;
     const std::optional<RiffChunk> format = riff_.Descend(kFormatChunk, form_);
-    if (!format) return FailQuietly("The file has no fmt chunk.");
-    if (!ReadFormat(*format)) return false;
+    if (!format) return FailedQuietly("The file has no fmt chunk.");
+    if (Outcome read = ReadFormat(*format); !read) return read;
     riff_.Ascend(*format);
-    return true;
+    return Done();
 }
 
-bool WavReader::ReadFormat(const RiffChunk& chunk) {
+Outcome WavReader::ReadFormat(const RiffChunk& chunk) {
     std::array<std::uint8_t, kWavExtensibleFormatBytes> bytes;
     const std::size_t wanted = std::min<std::size_t>(chunk.sizeBytes, bytes.size());
     const std::span there(bytes.data(), riff_.Cursor().Read({bytes.data(), wanted}));
-    if (there.size() < kLeastWavFormatBytes) return Fail("Wave Format Read Failure.");
-    sound_.format = ParseWavFormat(there);
-    return sound_.format.formatTag != kPcmFormatTag || there.size() >= kWavPcmFormatBytes ||
-           Fail("Data Read Failure.");
+    if (there.size() < kLeastWavFormatBytes) return Failed("Wave Format Read Failure.");
+    format_ = ParseWavFormat(there);
+    if (format_.formatTag == kPcmFormatTag && there.size() < kWavPcmFormatBytes)
+        return Failed("Data Read Failure.");
+    return Done();
 }
 
-WavInfo WavReader::Info() const {
-    const std::uint16_t blockAlign = sound_.format.blockAlign;
-    return {sound_.format, data_.sizeBytes, blockAlign ? data_.sizeBytes / blockAlign : 0};
+SoundFileInfo WavReader::Info() const {
+    const std::uint64_t bytes = data_.sizeBytes;
+    // A block of compressed sound holds many frames.
+    if (format_.formatTag != kPcmFormatTag && format_.averageBytesPerSecond != 0)
+        return {format_, bytes * format_.samplesPerSecond / format_.averageBytesPerSecond};
+    return {format_, format_.blockAlign ? bytes / format_.blockAlign : 0};
 }
 
-bool WavReader::CheckEditable() {
-    if (IsEditable(sound_.format)) return true;
-    const std::string text = FormatRefusal(sound_.format);
-    return sound_.format.formatTag == kPcmFormatTag ? Fail(text) : FailQuietly(text);
+Outcome WavReader::CheckEditable() const {
+    if (IsEditable(format_)) return Done();
+    const std::string text = FormatRefusal(format_);
+    return format_.formatTag == kPcmFormatTag ? Failed(text) : FailedQuietly(text);
 }
 
-bool WavReader::ReadSamples() {
-    if (data_.sizeBytes > kMaxSoundBytes) return Fail(failure::kMemory);
+Outcome WavReader::ReadSamples(const TransferHost& host) {
+    if (data_.sizeBytes > kMaxSoundBytes) return Failed(failure::kMemory);
     // Looked at before the memory is taken, so that a size that lies costs nothing.
     const bool complete = data_.sizeBytes <= riff_.Cursor().Remaining();
-    if (complete && !sound_.buffer.AllocBuffer(data_.sizeBytes)) return Fail(failure::kMemory);
-    TransferProgress progress(wave_.Progress(), "Read sound file", data_.sizeBytes);
+    if (complete && !samples_.AllocBuffer(data_.sizeBytes)) return Failed(failure::kMemory);
+    TransferProgress progress(host, "Read sound file", data_.sizeBytes);
     if (complete) return Transfer(progress);
     progress.Finish();
-    return Fail(failure::kReadData);
+    return Failed(failure::kReadData);
 }
 
-bool WavReader::Transfer(TransferProgress& progress) {
-    const std::span<std::uint8_t> bytes = sound_.buffer.Bytes();
+Outcome WavReader::Transfer(TransferProgress& progress) {
+    const std::span<std::uint8_t> bytes = samples_.Bytes();
     for (std::size_t done = 0; done < bytes.size();) {
         const std::size_t piece = std::min(bytes.size() - done, kTransferPieceBytes);
         if (!riff_.Cursor().ReadAll(bytes.subspan(done, piece))) {
             progress.Finish();
-            return Fail(failure::kReadData);
+            return Failed(failure::kReadData);
         }
         done += piece;
-        if (!progress.Advance(done)) return FailQuietly(failure::kCancelled);
+        if (!progress.Advance(done)) return Cancelled();
     }
-    return true;
+    return Done();
 }
 
-// Markers that cannot be read cost no sound: those read so far stay.
-void WavReader::ReadMarkerChunks() {
+void WavReader::ReadMarkerChunks(const TransferHost& host) {
     riff_.Ascend(data_);
-    if (!ReadMarkers(riff_, form_, sound_.markers)) wave_.ReportError("마커 읽기 실패...");
+    if (!ReadMarkers(riff_, form_, markers_)) host.Warn("마커 읽기 실패...");
 }
 
 }  // namespace
 
-std::optional<WavInfo> ProbeWav(const std::filesystem::path& path, CWave& wave) {
-    WavReader reader(wave);
-    if (!reader.FindFormatAndData(path)) return std::nullopt;
+Result<SoundFileInfo> ProbeWav(const std::filesystem::path& path) {
+    WavReader reader;
+    if (Outcome found = reader.FindFormatAndData(path); !found) return found;
     return reader.Info();
 }
 
-bool ReadWav(const std::filesystem::path& path, CWave& wave) try {
-    WavReader reader(wave);
-    if (!reader.FindFormatAndData(path) || !reader.CheckEditable() || !reader.ReadSamples())
-        return false;
-    reader.ReadMarkerChunks();
-    wave.Adopt(reader.TakeSound());
-    wave.SetModified(false);
-    return true;
+Result<Sound> ReadWav(const std::filesystem::path& path, const TransferHost& host) try {
+    WavReader reader;
+    if (Outcome found = reader.FindFormatAndData(path); !found) return found;
+    if (Outcome editable = reader.CheckEditable(); !editable) return editable;
+    if (Outcome read = reader.ReadSamples(host); !read) return read;
+    reader.ReadMarkerChunks(host);
+    return reader.TakeSound();
 } catch (const std::bad_alloc&) {
-    wave.ReportError(failure::kMemory);
-    return false;
+    return Failed(failure::kMemory);
 }
 
 }  // namespace sonavel

@@ -13,72 +13,90 @@ namespace {
 
 constexpr std::uint32_t kBytesBeforeData = 36;
 
-std::vector<std::uint8_t> BuildHeader(const CWave& wave, std::uint32_t riffSize) {
-    const PcmFormat& format = wave.GetFormat();
+std::vector<std::uint8_t> BuildHeader(const Sound& sound, std::uint32_t riffSize) {
+    const PcmFormat& format = sound.GetFormat();
     ByteBuilder header;
     header.Text("RIFF").Little32(riffSize).Text("WAVEfmt ").Little32(16);
     header.Little16(format.formatTag).Little16(format.channels);
     header.Little32(format.samplesPerSecond).Little32(format.averageBytesPerSecond);
     header.Little16(format.blockAlign).Little16(format.bitsPerSample);
-    header.Text("data").Little32(wave.GetDataSize());
+    header.Text("data").Little32(static_cast<std::uint32_t>(sound.GetDataSize()));
     return header.Bytes();
 }
 
-// False when a write failed or the person cancelled; the failure is reported.
-bool WriteSamples(ReplacingFile& file, CWave& wave) {
-    const std::span<const std::uint8_t> bytes = wave.Bytes();
-    TransferProgress progress(wave.Progress(), "Write sound file", bytes.size());
+Outcome WriteSamples(ReplacingFile& file, std::span<const std::uint8_t> bytes,
+                     const TransferHost& host) {
+    TransferProgress progress(host, "Write sound file", bytes.size());
     for (std::size_t done = 0; done < bytes.size();) {
         const std::size_t piece = std::min(bytes.size() - done, kTransferPieceBytes);
         if (!file.Write(bytes.subspan(done, piece))) {
             progress.Finish();
-            wave.ReportError(failure::kWriteData);
-            return false;
+            return Failed(failure::kWriteData);
         }
         done += piece;
-        if (!progress.Advance(done)) {
-            wave.ReportInStatus(failure::kCancelled);
-            return false;
-        }
+        if (!progress.Advance(done)) return Cancelled();
     }
-    return true;
+    return Done();
 }
 
-bool WriteFile(ReplacingFile& file, CWave& wave, const MarkerChunks& markers) {
+Outcome WriteFile(ReplacingFile& file, const Sound& sound, const MarkerChunks& markers,
+                  const TransferHost& host) {
     // The list behind "cue " is left out of the RIFF size, and odd data get no pad byte: intended,
     // files keep the bytes that they always had.
     const auto riffSize =
-        static_cast<std::uint32_t>(kBytesBeforeData + wave.GetDataSize() + markers.cue.size());
-    const bool headed = file.Write(BuildHeader(wave, riffSize));
-    if (headed && !WriteSamples(file, wave)) return false;
-    if (headed && file.Write(markers.cue) && file.Write(markers.list) && file.Commit()) return true;
-    wave.ReportError(failure::kWriteData);
-    return false;
+        static_cast<std::uint32_t>(kBytesBeforeData + sound.GetDataSize() + markers.cue.size());
+    if (!file.Write(BuildHeader(sound, riffSize))) return Failed(failure::kWriteData);
+    if (Outcome written = WriteSamples(file, sound.Bytes(), host); !written) return written;
+    if (file.Write(markers.cue) && file.Write(markers.list) && file.Commit()) return Done();
+    return Failed(failure::kWriteData);
+}
+
+bool HasRegions(const MarkerList& markers) {
+    return std::ranges::any_of(markers.All(), [](const Marker& m) { return m.length != 0; });
+}
+
+// The reader skips a byte behind a label of odd length that the writer does not write, and so
+// misses the labels behind it.
+bool HidesLabels(const MarkerList& markers) {
+    return std::any_of(markers.All().begin(), markers.All().end() - 1,
+                       [](const Marker& marker) { return marker.name.size() % 2 != 0; });
 }
 
 }  // namespace
 
-bool WriteWav(const std::filesystem::path& path, CWave& wave, MarkerSaving saving) try {
+Outcome WriteWav(const Sound& sound, const std::filesystem::path& path, MarkerSaving saving,
+                 const TransferHost& host) try {
     ReplacingFile file;
-    if (!file.Open(path)) {
-        wave.ReportError(failure::kOpenFile);
-        return false;
-    }
+    if (!file.Open(path)) return Failed(failure::kOpenFile);
     MarkerChunks markers;
-    if (saving == MarkerSaving::kOn && !wave.Markers().Empty())
-        markers = BuildMarkerChunks(wave.Markers());
-    if (!WriteFile(file, wave, markers)) return false;
-    if (saving == MarkerSaving::kOff) {
-        // A save that leaves markers out counts as failed, so that the sound stays modified:
-        // intended.
-        wave.ReportInStatus("The sound was written without its markers.");
-        return false;
-    }
-    wave.SetModified(false);
-    return true;
+    if (saving == MarkerSaving::kOn && !sound.Markers().Empty())
+        markers = BuildMarkerChunks(sound.Markers());
+    if (Outcome written = WriteFile(file, sound, markers, host); !written) return written;
+    // A save that leaves markers out counts as failed, so that the sound stays modified: intended.
+    return saving == MarkerSaving::kOn
+               ? Done()
+               : FailedQuietly("The sound was written without its markers.");
 } catch (const std::bad_alloc&) {
-    wave.ReportError(failure::kMemory);
-    return false;
+    return Failed(failure::kMemory);
+}
+
+SaveLoss LossInWav(const Sound& sound, const SavedForm& form) {
+    if (form.markers == MarkerSaving::kOff)
+        return {
+            "Saving markers is off: the file gets the sound alone, and the sound still "
+            "counts as not saved."};
+    const MarkerList& markers = sound.Markers();
+    if (markers.Empty()) return {};
+    const std::uint64_t frameBytes = form.channels * (form.bits / 8);
+    if (sound.GetFrameCount() * frameBytes % 2 != 0)
+        return {
+            "The markers will not be found when the file is opened, because its number of "
+            "bytes is odd."};
+    SaveLoss loss;
+    if (HidesLabels(markers))
+        loss.Add("Marker names behind one with an odd number of bytes will not be read again.");
+    if (HasRegions(markers)) loss.Add("The lengths of markers will not be read again.");
+    return loss;
 }
 
 }  // namespace sonavel

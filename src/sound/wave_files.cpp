@@ -6,20 +6,34 @@
 namespace sonavel {
 
 bool CWave::Open(const std::filesystem::path& path, WavOpenMode mode) {
-    if (mode == WavOpenMode::kProbe) return ProbeWav(path, *this).has_value();
-    return ReadWav(path, *this);
+    if (mode == WavOpenMode::kProbe) return ReportOutcome(ProbeWav(path).Ended());
+    return Take(ReadWav(path, FileHost()));
 }
 
 bool CWave::IsPCM(const std::filesystem::path& path) {
-    const std::optional<WavInfo> info = ProbeWav(path, *this);
-    if (!info) return false;
-    if (info->format.formatTag == kPcmFormatTag) return true;
-    ReportInStatus(FormatRefusal(info->format));
-    return false;
+    const Result<SoundFileInfo> info = ProbeWav(path);
+    if (!info) return ReportOutcome(info.Ended());
+    return info->format.formatTag == kPcmFormatTag ||
+           ReportOutcome(FailedQuietly(FormatRefusal(info->format)));
 }
 
 bool CWave::Save(const std::filesystem::path& path, MarkerSaving markers) {
-    return WriteWav(path, *this, markers);
+    if (!ReportOutcome(WriteWav(*this, path, markers, FileHost()))) return false;
+    SetModified(false);
+    return true;
+}
+
+bool CWave::Take(Result<Sound>&& read) {
+    if (!read) return ReportOutcome(read.Ended());
+    Adopt(std::move(*read));
+    SetModified(false);
+    return true;
+}
+
+TransferHost CWave::FileHost() {
+    return {.progress = &progress_,
+            .warn = [this](std::string_view text) { ReportError(text); },
+            .note = [this](std::string_view text) { prompts_.ShowStatus(text); }};
 }
 
 }  // namespace sonavel

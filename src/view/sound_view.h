@@ -164,7 +164,7 @@ class CSoundView : public PlayerObserver, public DocumentObserver {
     void MaximizeFrame() override;
     void PlayFromStart() override;
     void OnWaiting(Waiting waiting) override;
-    void OnPlayPosition(std::uint32_t positionBytes, std::uint32_t totalBytes) override;
+    void OnPlayPosition(std::uint64_t positionBytes, std::uint64_t totalBytes) override;
     void OnPlayState(std::string_view stateText, std::uint32_t frame) override;
     void OnPeaks(std::int32_t left, std::int32_t right) override;
     void OnStopped() override;

@@ -43,7 +43,7 @@ void CSoundView::ClearPlayPosition() {
     playReports_ = 0;
 }
 
-void CSoundView::OnPlayPosition(std::uint32_t positionBytes, std::uint32_t totalBytes) {
+void CSoundView::OnPlayPosition(std::uint64_t positionBytes, std::uint64_t totalBytes) {
     if (positionBytes >= totalBytes) {
         ClearPlayPosition();
         return;

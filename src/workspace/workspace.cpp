@@ -101,7 +101,7 @@ bool Workspace::OpenDocument(const std::filesystem::path& path) {
     return true;
 }
 
-bool Workspace::NewDocumentFromSound(SoundCopy&& copy, std::string_view titlePrefix) {
+bool Workspace::NewDocumentFromSound(Sound&& copy, std::string_view titlePrefix) {
     std::unique_ptr<OpenSound> sound = MakeSound();
     sound->document->Sound().Adopt(std::move(copy));
     sound->document->SetTitle(titles_.Next(titlePrefix));

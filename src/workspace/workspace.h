@@ -64,7 +64,7 @@ class Workspace : public ViewHost {
     bool NewDocument(const NewSoundChoice& format);
     bool OpenDocument(const std::filesystem::path& path);
     // Titled with the prefix and the next number of that prefix.
-    bool NewDocumentFromSound(SoundCopy&& sound, std::string_view titlePrefix);
+    bool NewDocumentFromSound(Sound&& sound, std::string_view titlePrefix);
     bool NewDocumentFromClip() override;
 
     void Activate(std::size_t index);

@@ -18,7 +18,7 @@ namespace sonavel {
 
 class NotingObserver : public PlayerObserver {
   public:
-    void OnPlayPosition(std::uint32_t position, std::uint32_t total) override {
+    void OnPlayPosition(std::uint64_t position, std::uint64_t total) override {
         positions.push_back(position);
         totals.push_back(total);
     }

@@ -27,7 +27,7 @@ class CatalogueFixture : public ::testing::Test {
         for (const std::string& name : names) ASSERT_TRUE(catalogue.Add({"/s/" + name, {}}));
     }
     AddedSamples Add(const std::vector<std::filesystem::path>& paths) {
-        return AddSamples(catalogue, paths, wave, progress);
+        return AddSamples(catalogue, paths, progress);
     }
     static std::vector<std::string> NamesOf(const Catalogue& shown, const CatalogueRows& rows) {
         std::vector<std::string> names;
@@ -39,7 +39,6 @@ class CatalogueFixture : public ::testing::Test {
     TemporaryFolder folder;
     SilentPrompts prompts;
     HeadlessProgress progress;
-    CWave wave{prompts, progress};
     Catalogue catalogue;
 };
 

@@ -44,8 +44,8 @@ TEST_F(SampleFilesTest, ProbingReadsFormatAndLengthOfEveryKind) {
     };
     for (const auto& c : cases) {
         WriteFileBytes(folder / c.name, c.bytes);
-        const auto facts = ProbeSample(folder / c.name, wave);
-        ASSERT_TRUE(facts) << c.name << ": " << wave.LastError();
+        const auto facts = ProbeSample(folder / c.name);
+        ASSERT_TRUE(facts) << c.name << ": " << facts.Reason();
         EXPECT_EQ(facts->samplesPerSecond, c.facts.samplesPerSecond) << c.name;
         EXPECT_EQ(facts->channels, c.facts.channels) << c.name;
         EXPECT_EQ(facts->bits, c.facts.bits) << c.name;
@@ -54,9 +54,8 @@ TEST_F(SampleFilesTest, ProbingReadsFormatAndLengthOfEveryKind) {
     }
     for (const char* name : {"empty.wav", "empty.au", "empty.aiff", "text.txt"}) {
         WriteFileBytes(folder / name, {});
-        EXPECT_FALSE(ProbeSample(folder / name, wave)) << name;
+        EXPECT_FALSE(ProbeSample(folder / name)) << name;
     }
-    EXPECT_FALSE(wave.HasData());
 }
 
 TEST_F(SampleFilesTest, FoldersAreAddedWithWhatLiesBelowThem) {
@@ -94,17 +93,16 @@ TEST_F(SampleFilesTest, RemovingKeepsTheOthersInOrder) {
 TEST_F(SampleFilesTest, CheckingMarksMissingFilesAndReadsChangedOnes) {
     const fs::path path = WriteWav("a.wav", 10);
     Add({path});
-    EXPECT_EQ(CheckSample(catalogue, 0, Probing::kWhenSizeChanged, wave), CheckResult::kSame);
+    EXPECT_EQ(CheckSample(catalogue, 0, Probing::kWhenSizeChanged), CheckResult::kSame);
     WriteWav("a.wav", 20);
-    EXPECT_EQ(CheckSample(catalogue, 0, Probing::kWhenSizeChanged, wave),
-              CheckResult::kFactsChanged);
+    EXPECT_EQ(CheckSample(catalogue, 0, Probing::kWhenSizeChanged), CheckResult::kFactsChanged);
     EXPECT_EQ(catalogue.At(0).facts.frames, 20u);
     fs::remove(path);
-    EXPECT_EQ(CheckSample(catalogue, 0, Probing::kAlways, wave), CheckResult::kPresenceChanged);
+    EXPECT_EQ(CheckSample(catalogue, 0, Probing::kAlways), CheckResult::kPresenceChanged);
     EXPECT_EQ(catalogue.MissingCount(), 1u);
     EXPECT_EQ(catalogue.At(0).facts.frames, 20u);
     fs::create_directory(path);
-    EXPECT_EQ(CheckSample(catalogue, 0, Probing::kAlways, wave), CheckResult::kSame);
+    EXPECT_EQ(CheckSample(catalogue, 0, Probing::kAlways), CheckResult::kSame);
 }
 
 class LocateTest : public SampleFilesTest {
@@ -115,7 +113,7 @@ class LocateTest : public SampleFilesTest {
     }
     void CheckAll() {
         for (std::size_t i = 0; i < catalogue.Count(); ++i)
-            CheckSample(catalogue, i, Probing::kWhenSizeChanged, wave);
+            CheckSample(catalogue, i, Probing::kWhenSizeChanged);
     }
 };
 
@@ -125,7 +123,7 @@ TEST_F(LocateTest, OneFoundFileBringsBackWhatMovedWithIt) {
     fs::rename(folder / "other/4.wav", folder / "disk/4.wav");
     CheckAll();
     EXPECT_EQ(catalogue.MissingCount(), 4u);
-    EXPECT_EQ(LocateSample(catalogue, 1, folder / "disk/new/kits/a/2.wav", wave), 3u);
+    EXPECT_EQ(*LocateSample(catalogue, 1, folder / "disk/new/kits/a/2.wav"), 3u);
     EXPECT_EQ(catalogue.At(2).path, (folder / "disk/new/kits/b/3.wav").string());
     EXPECT_EQ(catalogue.MissingCount(), 1u);
     CheckAll();
@@ -136,11 +134,11 @@ TEST_F(LocateTest, ARenamedFileIsTakenAndOthersAreNotGuessed) {
     fs::rename(folder / "old/kits/a/1.wav", folder / "old/kits/a/one.wav");
     fs::remove(folder / "old/kits/a/2.wav");
     CheckAll();
-    EXPECT_EQ(LocateSample(catalogue, 0, folder / "old/kits/a/one.wav", wave), 1u);
+    EXPECT_EQ(*LocateSample(catalogue, 0, folder / "old/kits/a/one.wav"), 1u);
     EXPECT_EQ(catalogue.At(0).FileName(), "one.wav");
-    EXPECT_EQ(LocateSample(catalogue, 1, folder / "old/kits/b/3.wav", wave), 0u);
-    EXPECT_EQ(wave.LastError(), "The file is in the catalogue already.");
-    EXPECT_EQ(LocateSample(catalogue, 1, folder / "nowhere.wav", wave), 0u);
+    EXPECT_EQ(LocateSample(catalogue, 1, folder / "old/kits/b/3.wav").Reason(),
+              "The file is in the catalogue already.");
+    EXPECT_FALSE(LocateSample(catalogue, 1, folder / "nowhere.wav"));
     EXPECT_EQ(catalogue.At(1).FileName(), "2.wav");
     EXPECT_EQ(catalogue.MissingCount(), 1u);
 }

@@ -48,7 +48,7 @@ TEST_F(ClipCompatibilityTest, FormatsAndAnswersDecide) {
         EXPECT_EQ(prompts_.conversions.size(), c.channelQuestions);
         EXPECT_EQ(document->LastError().empty(), c.accepted);
         if (c.accepted) {
-            EXPECT_EQ(clip_.format, document->Sound().GetFormat());
+            EXPECT_EQ(clip_.GetFormat(), document->Sound().GetFormat());
             EXPECT_TRUE(edit::Paste(*document, clip_, {}).done);
         }
     }

@@ -33,7 +33,7 @@ TEST(ClipImage, ReadsBackWhatWasWrittenInAnyCaseOfTheTags) {
         ClipRecord clip;
         ASSERT_TRUE(ReadClipImage(image, clip)) << NameOf(format);
         EXPECT_TRUE(clip.present);
-        EXPECT_EQ(clip.format, MakePcmFormat(format.channels, format.bits, format.rate));
+        EXPECT_EQ(clip.GetFormat(), MakePcmFormat(format.channels, format.bits, format.rate));
         EXPECT_EQ(BytesOf(clip), samples);
     }
 }
@@ -77,8 +77,8 @@ TEST(ClipImage, HostileImagesFailAndLeaveTheRecordAlone) {
         Put(image, c.offset, c.count, c.value);
         ClipRecord clip = MakeClip({1, 8}, {1, 2, 3});
         EXPECT_FALSE(ReadClipImage(image, clip)) << c.name;
-        EXPECT_EQ(clip.DataSize(), 3u) << c.name;
-        EXPECT_EQ(clip.format.channels, 1u) << c.name;
+        EXPECT_EQ(clip.GetDataSize(), 3u) << c.name;
+        EXPECT_EQ(clip.GetChannels(), 1u) << c.name;
     }
     for (std::size_t size = 0; size < good.size(); ++size) {
         // A block of its own, so that a read behind its end is seen.
@@ -96,14 +96,14 @@ TEST(ClipImage, AnImageWithoutSamplesKeepsTheClipBefore) {
         EXPECT_TRUE(ReadClipImage(image, clip)) << size;
         image.resize(44);
         EXPECT_TRUE(ReadClipImage(image, clip)) << size << " and nothing behind the header";
-        EXPECT_EQ(clip.DataSize(), 3u) << size;
+        EXPECT_EQ(clip.GetDataSize(), 3u) << size;
     }
 }
 
 TEST(ClipImage, OnlyWholeFramesAreTaken) {
     ClipRecord clip;
     ASSERT_TRUE(ReadClipImage(ImageOf({2, 16}, PatternBytes(11, 1)), clip));
-    EXPECT_EQ(clip.DataSize(), 8u);
+    EXPECT_EQ(clip.GetDataSize(), 8u);
     EXPECT_EQ(clip.GetFrameCount(), 2u);
 }
 

@@ -47,16 +47,15 @@ inline Bytes PatternBytes(std::size_t count, unsigned seed) {
     return bytes;
 }
 
-inline SoundCopy MakeSound(const Format& format, const Bytes& bytes) {
-    SoundCopy sound{MakePcmFormat(format.channels, format.bits, format.rate), {}, {}};
-    EXPECT_TRUE(sound.buffer.AllocBuffer(bytes.size()));
-    std::copy(bytes.begin(), bytes.end(), sound.buffer.Data());
-    return sound;
+inline Sound MakeSound(const Format& format, const Bytes& bytes) {
+    SoundBuffer samples;
+    EXPECT_TRUE(samples.AllocBuffer(bytes.size()));
+    std::copy(bytes.begin(), bytes.end(), samples.Data());
+    return {MakePcmFormat(format.channels, format.bits, format.rate), std::move(samples)};
 }
 
 inline ClipRecord MakeClip(const Format& format, const Bytes& bytes) {
-    SoundCopy sound = MakeSound(format, bytes);
-    return {.present = true, .format = sound.format, .buffer = std::move(sound.buffer)};
+    return {MakeSound(format, bytes), true};
 }
 
 struct ScriptedDialogs : DocumentDialogs {

@@ -62,10 +62,10 @@ class EveryState : public DocumentTest {
     }
     static std::vector<Bytes> FramesOf(const ClipRecord& clip, unsigned count = 1) {
         std::vector<Bytes> frames;
-        const unsigned align = clip.format.blockAlign;
+        const unsigned align = clip.GetBlockAlign();
         for (unsigned i = 0; i < count; ++i)
-            for (std::size_t at = 0; at < clip.DataSize(); at += align)
-                frames.emplace_back(clip.buffer.Data() + at, clip.buffer.Data() + at + align);
+            for (std::size_t at = 0; at < clip.GetDataSize(); at += align)
+                frames.emplace_back(clip.Bytes().data() + at, clip.Bytes().data() + at + align);
         return frames;
     }
 };

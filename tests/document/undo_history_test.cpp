@@ -11,9 +11,9 @@ namespace {
 class UndoHistoryTest : public DocumentTest {
   protected:
     // One 8-bit frame that holds the number of edits made.
-    static SoundCopy State(std::uint8_t edits) { return MakeSound({1, 8}, {edits}); }
+    static Sound State(std::uint8_t edits) { return MakeSound({1, 8}, {edits}); }
     void Edit(UndoHistory& history, std::string name, std::uint8_t after) {
-        history.Add({.name = std::move(name), .sound = *sound_.CopySound()});
+        history.Add({.name = std::move(name), .sound = *sound_.Copy()});
         sound_.Adopt(State(after));
     }
     unsigned Shown() const { return sound_.Bytes()[0]; }
@@ -67,7 +67,7 @@ TEST_F(UndoHistoryTest, TheMemoryIsThatOfTheSamplesWhicheverOfTheStatesTheDocume
     UndoHistory history;
     EXPECT_EQ(history.MemoryBytes(), 0u);
     const auto edit = [&](std::size_t bytesAfter) {
-        history.Add({.name = "E", .sound = *sound_.CopySound()});
+        history.Add({.name = "E", .sound = *sound_.Copy()});
         sound_.Adopt(MakeSound({1, 8}, Bytes(bytesAfter)));
     };
     sound_.Adopt(MakeSound({1, 8}, Bytes(100)));

@@ -39,7 +39,7 @@ TEST_F(AiffFileTest, WritesItsHeaderAndSamples) {
     parts.frames = 2;
     parts.bits = 8;
     parts.data = {128, 129, 0, 127};
-    EXPECT_EQ(WrittenBy(WriteAiff), AiffBytes(parts));
+    EXPECT_EQ(WrittenBy(SaveAiff), AiffBytes(parts));
     EXPECT_EQ(LoadBig32(&AiffBytes(parts)[4]), 2u * 2 + 46);
     EXPECT_TRUE(wave.GetModified());
 }
@@ -48,7 +48,7 @@ TEST_F(AiffFileTest, EightBitSoundsComeBackTurnedRound) {
     FileBytes turned = EveryByte();
     for (std::uint8_t& byte : turned) byte = static_cast<std::uint8_t>(256 - byte);
     Fill(1, 8, 22050, EveryByte());
-    ASSERT_TRUE(Reads(ReadAiff, WrittenBy(WriteAiff)));
+    ASSERT_TRUE(Reads(OpenAiff, WrittenBy(SaveAiff)));
     EXPECT_EQ(SoundBytes(wave), turned);
     EXPECT_EQ(wave.GetFormat(), MakePcmFormat(1, 8, 22050));
 }
@@ -58,7 +58,7 @@ TEST_F(AiffFileTest, SixteenBitSoundsAreWrittenAsOneSecond) {
         const std::size_t second = 8000 * 2 * channels;
         for (const std::size_t size : {2 * second, second, second / 4}) {
             Fill(channels, 16, 8000, Pattern(size));
-            const FileBytes file = WrittenBy(WriteAiff);
+            const FileBytes file = WrittenBy(SaveAiff);
             ASSERT_EQ(file.size(), 54 + second);
             EXPECT_EQ(LoadBig32(&file[22]), size / (2 * channels));
             EXPECT_EQ(LoadBig32(&file[42]), size + 8);
@@ -81,7 +81,7 @@ TEST_F(AiffFileTest, ReadsBothWidthsBehindUnknownChunksAndOffsets) {
         const FileBytes file =
             AiffFormBytes(unknown + AiffCommonBytes(parts) + unknown + SoundHeader(0, 5, 0) +
                           FileBytes(5, 99) + data + BytesOf("behind"));
-        ASSERT_TRUE(Reads(ReadAiff, file));
+        ASSERT_TRUE(Reads(OpenAiff, file));
         FileBytes expected = data;
         for (std::size_t i = 0; i < expected.size(); ++i)
             expected[i] = bits == 16 ? data[i ^ 1] : static_cast<std::uint8_t>(128 - data[i]);
@@ -121,7 +121,7 @@ TEST_F(AiffFileTest, WarnsAndReadsOn) {
     };
     for (const auto& row : cases) {
         prompts.messages.clear();
-        ASSERT_TRUE(Reads(ReadAiff, AiffFormBytes(row.chunks)));
+        ASSERT_TRUE(Reads(OpenAiff, AiffFormBytes(row.chunks)));
         EXPECT_EQ(prompts.messages, row.messages);
         FileBytes expected = data;
         expected.resize(row.soundBytes);
@@ -138,7 +138,7 @@ TEST_F(AiffFileTest, LackingEightBitSoundIsSilence) {
         parts.frames = 3 * kPiece;
         parts.bits = 8;
         parts.data = FileBytes(present, 1);
-        ASSERT_TRUE(Reads(ReadAiff, AiffBytes(parts)));
+        ASSERT_TRUE(Reads(OpenAiff, AiffBytes(parts)));
         FileBytes expected(present, 127);
         expected.resize(3 * kPiece, 128);
         EXPECT_EQ(SoundBytes(wave), expected);
@@ -148,7 +148,7 @@ TEST_F(AiffFileTest, LackingEightBitSoundIsSilence) {
 TEST_F(AiffFileTest, OwnFilesOfLongSoundsOpenAgain) {
     const FileBytes sound = Pattern(8000 * 2 * 100);
     Fill(1, 16, 8000, sound);
-    ASSERT_TRUE(Reads(ReadAiff, WrittenBy(WriteAiff)));
+    ASSERT_TRUE(Reads(OpenAiff, WrittenBy(SaveAiff)));
     FileBytes expected(sound.begin(), sound.begin() + 8000 * 2);
     expected.resize(sound.size());
     EXPECT_EQ(SoundBytes(wave), expected);
@@ -167,7 +167,7 @@ TEST_F(AiffFileTest, SilenceThatNobodyTouchesCostsNoMemory) {
     parts.frames = kMaxSoundBytes / 2;
     parts.data = Pattern(3000);
     const std::size_t before = ResidentBytes();
-    ASSERT_TRUE(Reads(ReadAiff, AiffBytes(parts)));
+    ASSERT_TRUE(Reads(OpenAiff, AiffBytes(parts)));
     EXPECT_EQ(wave.GetFrameCount(), kMaxSoundBytes / 2);
     EXPECT_LT(ResidentBytes(), before + (std::size_t{64} << 20));
     EXPECT_NE(wave.GetSample(0, 1499), 0);
@@ -184,7 +184,7 @@ TEST_F(AiffFileTest, ReadingIsShownAndCanBeCancelled) {
         Fill(1, 16, 8000, Pattern(64));
         progress.positions.clear();
         progress.cancelAtPoll = progress.polls + 2;
-        EXPECT_FALSE(Reads(ReadAiff, AiffBytes(parts)));
+        EXPECT_FALSE(Reads(OpenAiff, AiffBytes(parts)));
         EXPECT_EQ(progress.titles.back(), "Read sound file");
         EXPECT_EQ(progress.positions.size(), 3u);
         EXPECT_EQ(progress.openWindows, 0);
@@ -194,7 +194,7 @@ TEST_F(AiffFileTest, ReadingIsShownAndCanBeCancelled) {
 }
 
 TEST_F(AiffFileTest, ASoundWithoutAFormatIsRefused) {
-    EXPECT_FALSE(WriteAiff(folder / "out.aiff", wave));
+    EXPECT_FALSE(SaveAiff(folder / "out.aiff", wave));
     EXPECT_EQ(prompts.messages,
               std::vector<std::string>{"unsupported output style/size for AIFF header"});
     EXPECT_EQ(folder.FileCount(), 0u);

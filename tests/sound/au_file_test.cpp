@@ -32,21 +32,17 @@ TEST(CompandedSamplesTest, GrowStrictlyWithinEachSign) {
 TEST_F(AuFileTest, WritesItsHeaderAnnotationAndSamples) {
     const FileBytes annotation = {'S', 'o', 'n', 'a', 'v', 'e', 'l', 0};
     Fill(2, 16, 44100, {1, 2, 3, 4});
-    wave.SetModified(true);
-    EXPECT_EQ(WrittenBy(WriteAu),
-              AuBytes({32, 4, 3, 44100, 2, annotation + FileBytes{2, 1, 4, 3}}));
-    EXPECT_FALSE(wave.GetModified());
+    EXPECT_EQ(WrittenBy(SaveAu), AuBytes({32, 4, 3, 44100, 2, annotation + FileBytes{2, 1, 4, 3}}));
     Fill(1, 8, 8000, {0, 128, 255});
-    EXPECT_EQ(WrittenBy(WriteAu),
-              AuBytes({32, 3, 2, 8000, 1, annotation + FileBytes{128, 0, 127}}));
+    EXPECT_EQ(WrittenBy(SaveAu), AuBytes({32, 3, 2, 8000, 1, annotation + FileBytes{128, 0, 127}}));
 }
 
 TEST_F(AuFileTest, EveryWidthComesBackAsItWas) {
     for (const auto& [channels, bits] : {std::pair{1u, 8u}, {2u, 8u}, {1u, 16u}, {2u, 16u}}) {
         Fill(channels, bits, 16000, Pattern(300000));
-        const FileBytes file = WrittenBy(WriteAu);
+        const FileBytes file = WrittenBy(SaveAu);
         Fill(1, 8, 8000, {});
-        ASSERT_TRUE(Reads(ReadAu, file));
+        ASSERT_TRUE(Reads(OpenAu, file));
         EXPECT_EQ(SoundBytes(wave), Pattern(300000));
         EXPECT_EQ(wave.GetFormat(), MakePcmFormat(channels, bits, 16000));
     }
@@ -57,7 +53,7 @@ TEST_F(AuFileTest, ExpandsCompandedSamples) {
     const FileBytes codes = Pattern(200001);
     for (const std::uint32_t encoding : {1u, 27u}) {
         const ExpansionTable& table = encoding == 1 ? MuLawTable() : ALawTable();
-        ASSERT_TRUE(Reads(ReadAu, AuBytes({24, 200001, encoding, 8000, 1, codes})));
+        ASSERT_TRUE(Reads(OpenAu, AuBytes({24, 200001, encoding, 8000, 1, codes})));
         ASSERT_EQ(wave.GetFormat(), MakePcmFormat(1, 16, 8000));
         ASSERT_EQ(wave.GetFrameCount(), codes.size());
         for (std::uint32_t frame = 0; frame < codes.size(); ++frame)
@@ -69,7 +65,7 @@ TEST_F(AuFileTest, ReadsUpToTheEndOrToTheSizeAndOnlyWholeFrames) {
     const FileBytes behind = FileBytes(4) + Pattern(11);
     for (const auto& [size, frames] :
          {std::pair{0xFFFFFFFFu, 2u}, {11u, 2u}, {8u, 2u}, {7u, 1u}, {0u, 0u}}) {
-        ASSERT_TRUE(Reads(ReadAu, AuBytes({28, size, 3, 8000, 2, behind})));
+        ASSERT_TRUE(Reads(OpenAu, AuBytes({28, size, 3, 8000, 2, behind})));
         EXPECT_EQ(wave.GetFrameCount(), frames) << size;
         EXPECT_EQ(wave.GetDataSize(), frames * 4);
     }

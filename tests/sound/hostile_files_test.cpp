@@ -183,7 +183,7 @@ TEST_F(HostileFilesTest, ManyEmptyChunksAreQuick) {
     const auto start = std::chrono::steady_clock::now();
     EXPECT_TRUE(Reads(OpenWav, WavBytes(parts)));
     EXPECT_EQ(SoundBytes(wave), Pattern(100));
-    EXPECT_TRUE(Reads(ReadAiff, AiffBytes(aiff)));
+    EXPECT_TRUE(Reads(OpenAiff, AiffBytes(aiff)));
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
 }
 
@@ -213,7 +213,7 @@ TEST_F(HostileFilesTest, GigabytesOfZerosAreQuick) {
         {OpenWav, {}, "The file has no RIFF chunk of the form WAVE."},
         {OpenWav, riff, "The file has no fmt chunk."},
         {OpenWav, riff + format, "The file has no data chunk."},
-        {ReadAiff, AiffFormBytes({}), "Missing COMM chunk in AIFF file"},
+        {OpenAiff, AiffFormBytes({}), "Missing COMM chunk in AIFF file"},
     };
     const auto start = std::chrono::steady_clock::now();
     for (const auto& row : cases) {
@@ -236,7 +236,7 @@ TEST_F(HostileFilesTest, PathsThatAreNoReadableFiles) {
     const std::filesystem::path pipe = folder / "pipe";
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     for (const std::filesystem::path& path : {folder.Path(), folder / "none", pipe}) {
-        for (const FileAction read : {OpenWav, ReadAiff, ReadAu}) {
+        for (const FileAction read : {OpenWav, OpenAiff, OpenAu}) {
             EXPECT_FALSE(read(path, wave));
             EXPECT_EQ(prompts.messages.back(), "File Open Failure.");
             ExpectUnchanged();
@@ -266,7 +266,7 @@ TEST_F(HostileFilesTest, AiffHeadersThatLie) {
          "Missing COMM chunk in AIFF file"},
         {announcing(0x40000000), "Memory Allocation Failure."},
     };
-    for (const auto& [bytes, text] : cases) ExpectRefused(ReadAiff, bytes, text);
+    for (const auto& [bytes, text] : cases) ExpectRefused(OpenAiff, bytes, text);
 }
 
 TEST_F(HostileFilesTest, AiffFormatsThatCannotBeEdited) {
@@ -290,7 +290,7 @@ TEST_F(HostileFilesTest, AiffFormatsThatCannotBeEdited) {
     };
     for (const auto& row : cases) {
         AiffParts parts{row.channels, 4, row.bits, row.rate, {}, Pattern(8)};
-        EXPECT_FALSE(Reads(ReadAiff, AiffBytes(parts)));
+        EXPECT_FALSE(Reads(OpenAiff, AiffBytes(parts)));
         EXPECT_EQ(wave.LastError().find("This format cannot be edited: "), 0u);
         ExpectUnchanged();
     }
@@ -302,7 +302,7 @@ TEST_F(HostileFilesTest, AuHeadersThatLie) {
     const FileBytes good = AuBytes(parts);
     for (const FileBytes& bytes :
          {FileBytes(), Resized(good, 23), Patched(good, 0, BytesOf("dns."))})
-        ExpectRefused(ReadAu, bytes, "This is no Next/Sun audio file.");
+        ExpectRefused(OpenAu, bytes, "This is no Next/Sun audio file.");
     const struct {
         std::uint32_t AuParts::*field;
         std::vector<std::uint32_t> values;
@@ -325,7 +325,7 @@ TEST_F(HostileFilesTest, AuHeadersThatLie) {
             std::string text = c.text;
             if (const auto at = text.find('#'); at != std::string::npos)
                 text.replace(at, 1, std::to_string(value));
-            ExpectRefused(ReadAu, AuBytes(lying), text);
+            ExpectRefused(OpenAu, AuBytes(lying), text);
         }
     }
 }

@@ -13,7 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr FileAction kWriters[] = {SaveWav, WriteAiff, WriteAu};
+constexpr FileAction kWriters[] = {SaveWav, SaveAiff, SaveAu};
 
 class SoundWritersTest : public WaveTest {
   protected:
@@ -66,7 +66,7 @@ TEST_F(SoundWritersTest, AFullDiskLeavesTheOldFileWhole) {
 }
 
 TEST_F(SoundWritersTest, NoFileStaysOpen) {
-    const FileAction readers[] = {OpenWav, ReadAiff, ReadAu};
+    const FileAction readers[] = {OpenWav, OpenAiff, OpenAu};
     const std::size_t before = OpenFileCount();
     for (const FileAction write : kWriters) write(folder / "no folder" / "a", wave);
     for (std::size_t kind = 0; kind < std::size(kWriters); ++kind) {

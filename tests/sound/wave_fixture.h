@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+#include "sound/aiff_file.h"
+#include "sound/au_file.h"
 #include "sound/wave.h"
 #include "support/fake_progress.h"
 #include "support/recording_prompts.h"
@@ -23,14 +25,30 @@ inline bool SaveWav(const std::filesystem::path& path, CWave& wave) {
     return wave.Save(path, MarkerSaving::kOn);
 }
 
+inline bool OpenAiff(const std::filesystem::path& path, CWave& wave) {
+    return wave.Take(ReadAiff(path, wave.FileHost()));
+}
+
+inline bool SaveAiff(const std::filesystem::path& path, CWave& wave) {
+    return wave.ReportOutcome(WriteAiff(wave, path, MarkerSaving::kOn, wave.FileHost()));
+}
+
+inline bool OpenAu(const std::filesystem::path& path, CWave& wave) {
+    return wave.Take(ReadAu(path, wave.FileHost()));
+}
+
+inline bool SaveAu(const std::filesystem::path& path, CWave& wave) {
+    return wave.ReportOutcome(WriteAu(wave, path, MarkerSaving::kOn, wave.FileHost()));
+}
+
 class WaveTest : public ::testing::Test {
   protected:
     // Fills the sound by bytes as they lie in memory; the last frame may be cut.
     void Fill(unsigned channels, unsigned bits, std::uint32_t rate, const FileBytes& bytes) {
-        SoundCopy sound{MakePcmFormat(channels, bits, rate), {}, {}};
-        ASSERT_TRUE(sound.buffer.AllocBuffer(bytes.size()));
-        std::ranges::copy(bytes, sound.buffer.Data());
-        wave.Adopt(std::move(sound));
+        SoundBuffer samples;
+        ASSERT_TRUE(samples.AllocBuffer(bytes.size()));
+        std::ranges::copy(bytes, samples.Data());
+        wave.Adopt({MakePcmFormat(channels, bits, rate), std::move(samples)});
     }
 
     // Bytes that differ from their neighbours, so that a shift or a swap shows.

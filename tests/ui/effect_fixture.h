@@ -61,7 +61,7 @@ class EffectFixture : public ::testing::Test {
         workspace_->SetInitialViewSize(400, 200);
         commands_ = std::make_unique<EffectCommands>(EffectHost{
             [this] { return workspace_->Active() ? workspace_->Active()->view.get() : nullptr; },
-            [this](SoundCopy&& sound, std::string_view prefix) {
+            [this](class Sound&& sound, std::string_view prefix) {
                 return workspace_->NewDocumentFromSound(std::move(sound), prefix);
             },
             state_, memory_, nullptr});
@@ -69,9 +69,8 @@ class EffectFixture : public ::testing::Test {
 
     // Every sample is 100.
     void Open(const EffectSound& sound) {
-        SoundCopy copy;
-        copy.format = MakePcmFormat(sound.channels, sound.bits, sound.samplesPerSecond);
-        ASSERT_TRUE(copy.buffer.AllocBuffer(std::size_t{sound.frames} * copy.format.blockAlign));
+        class Sound copy;
+        ASSERT_TRUE(copy.Create(sound.channels, sound.bits, sound.samplesPerSecond, sound.frames));
         ASSERT_TRUE(workspace_->NewDocumentFromSound(std::move(copy), "Test"));
         for (std::uint32_t frame = 0; frame < sound.frames; ++frame)
             for (unsigned channel = 0; channel < sound.channels; ++channel)

@@ -58,9 +58,8 @@ class SpatialEditors : public ::testing::Test {
     }
 
     void Open(unsigned channels, unsigned bits, std::uint32_t frames) {
-        SoundCopy copy;
-        copy.format = MakePcmFormat(channels, bits, 44100);
-        ASSERT_TRUE(copy.buffer.AllocBuffer(std::size_t{frames} * copy.format.blockAlign));
+        Sound copy;
+        ASSERT_TRUE(copy.Create(channels, bits, 44100, frames));
         ASSERT_TRUE(workspace_->NewDocumentFromSound(std::move(copy), "Test"));
         for (std::uint32_t i = 0; i < frames; ++i)
             Document().Sound().SetSample(0, i, i / 50 % 2 ? 90 : -90);
@@ -438,7 +437,7 @@ TEST_F(SpatialEditors, ANewDocumentOfThePreviewIsTitledByItsEditor) {
     EffectState state;
     EffectMemory memory;
     EffectCommands effects({[this] { return &View(); },
-                            [this](SoundCopy&& sound, std::string_view prefix) {
+                            [this](Sound&& sound, std::string_view prefix) {
                                 return workspace_->NewDocumentFromSound(std::move(sound), prefix);
                             },
                             state, memory, nullptr});

@@ -88,14 +88,13 @@ class ViewFixture : public ::testing::Test {
 
     // Opens the sound in a window of this size.
     CSoundView& Open(const TestSound& sound, QSize size = {640, 320}) {
-        SoundCopy copy;
-        copy.format = MakePcmFormat(sound.channels, 16, 44100);
-        EXPECT_TRUE(copy.buffer.AllocBuffer(std::size_t{sound.frames} * copy.format.blockAlign));
-        auto* samples = reinterpret_cast<std::int16_t*>(copy.buffer.Data());
+        class Sound copy;
+        EXPECT_TRUE(copy.Create(sound.channels, 16, 44100, sound.frames));
+        auto* samples = reinterpret_cast<std::int16_t*>(copy.MutableBytes().data());
         for (std::uint32_t frame = 0; frame < sound.frames; ++frame)
             for (unsigned channel = 0; channel < sound.channels; ++channel)
                 *samples++ = static_cast<std::int16_t>(sound.signal(channel, frame));
-        copy.markers = sound.markers;
+        copy.Markers() = sound.markers;
         EXPECT_TRUE(workspace_->NewDocumentFromSound(std::move(copy), "Test"));
         widget_ = std::make_unique<SoundViewWidget>(*workspace_->Active()->view, *actions_);
         widget_->resize(size);

@@ -223,13 +223,13 @@ TEST_F(EditCommandsTest, UndoFitsTheWindowAndRedoKeepsTheZoomWithTheEditInSight)
 TEST_F(EditCommandsTest, TheFirstDifferenceIsFoundInSoundsOfAnyLength) {
     constexpr std::uint32_t kFrames = 100'000;
     OpenRamp(kFrames, 2);
-    const SoundCopy before = *Sound().CopySound();
+    const auto before = *Sound().Copy();
     EXPECT_EQ(FirstDifferentFrame(before, Sound()), kFrames) << "none";
     for (const std::uint32_t frame : {99'999u, 70'000u, 32'768u, 16'384u, 16'383u, 1u, 0u}) {
         Sound().SetSample(1, frame, 12345);
         EXPECT_EQ(FirstDifferentFrame(before, Sound()), frame);
     }
-    Sound().Adopt({before.format, {}, {}});
+    Sound().Adopt({before.GetFormat(), {}, {}});
     EXPECT_EQ(FirstDifferentFrame(before, Sound()), 0u);
     Sound().GrowWithSilence(1);
     EXPECT_EQ(FirstDifferentFrame(before, Sound()), 1u) << "the shorter one's end";

@@ -125,7 +125,7 @@ class ViewTest : public ::testing::Test {
                 const std::int32_t signedValue = channel == 0 ? value : -value;
                 ramp.SetSample(channel, frame, bits == 8 ? 128 - signedValue : signedValue);
             }
-        std::optional<SoundCopy> copy = ramp.CopySound();
+        auto copy = ramp.Copy();
         ASSERT_TRUE(copy);
         ASSERT_TRUE(workspace.NewDocumentFromSound(std::move(*copy), "Ramp_"));
         Document().SetModified(false);

@@ -11,6 +11,8 @@
 #include "platform/portaudio/portaudio_wave_devices.h"
 #include "platform/qt/file_names.h"
 #include "platform/qt/ui_thread.h"
+#include "platform/qt/utf8_text.h"
+#include "sound/file_formats.h"
 
 namespace {
 
@@ -27,9 +29,10 @@ std::filesystem::path FileOfCommandLine(const QStringList& call) {
     parser.setApplicationDescription(QStringLiteral("A sound editor for 8- and 16-bit PCM."));
     parser.addHelpOption();
     parser.addVersionOption();
-    parser.addPositionalArgument(
-        QStringLiteral("FILE"), QStringLiteral("The sound to open (.wav, .aiff, .aif, .au, .snd)."),
-        QStringLiteral("[FILE]"));
+    parser.addPositionalArgument(QStringLiteral("FILE"),
+                                 QStringLiteral("The sound to open (%1).")
+                                     .arg(sonavel::Utf8Text(sonavel::AllExtensions("", ", "))),
+                                 QStringLiteral("[FILE]"));
     parser.process(call);
     const QStringList files = parser.positionalArguments();
     if (files.isEmpty()) return {};

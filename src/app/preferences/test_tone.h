@@ -40,7 +40,7 @@ class TestTone : public QObject, private PlayerObserver {
 
   private:
     void MakeTone();
-    void OnPlayPosition(std::uint32_t, std::uint32_t) override {}
+    void OnPlayPosition(std::uint64_t, std::uint64_t) override {}
     void OnPlayState(std::string_view, std::uint32_t) override {}
     void OnPeaks(std::int32_t, std::int32_t) override {}
     void OnStopped() override { Q_EMIT Ended(); }

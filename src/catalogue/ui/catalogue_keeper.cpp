@@ -11,8 +11,7 @@ constexpr int kCheckTurnMs = 5;
 
 }  // namespace
 
-CatalogueKeeper::CatalogueKeeper(const ProgramFolder& folder)
-    : wave_(prompts_, progress_), store_(folder) {
+CatalogueKeeper::CatalogueKeeper(const ProgramFolder& folder) : store_(folder) {
     saveTimer_.setSingleShot(true);
     saveTimer_.setInterval(kSaveDelay);
     saveTimer_.callOnTimeout(this, [this] {
@@ -90,7 +89,7 @@ void CatalogueKeeper::CheckSome() {
     QElapsedTimer turn;
     turn.start();
     for (; nextToCheck_ < Current().Count() && turn.elapsed() < kCheckTurnMs; ++nextToCheck_) {
-        const CheckResult result = CheckSample(Current(), nextToCheck_, probing_, wave_);
+        const CheckResult result = CheckSample(Current(), nextToCheck_, probing_);
         if (result == CheckResult::kFactsChanged) MarkChanged();
         if (result != CheckResult::kSame) Q_EMIT EntryChecked(nextToCheck_);
     }

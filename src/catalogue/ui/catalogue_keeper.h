@@ -9,8 +9,6 @@
 
 #include "catalogue/catalogue_store.h"
 #include "catalogue/sample_files.h"
-#include "platform/headless/headless_progress.h"
-#include "platform/headless/silent_prompts.h"
 
 namespace sonavel {
 
@@ -25,8 +23,6 @@ class CatalogueKeeper : public QObject {
     ~CatalogueKeeper() override;  // saves
 
     CatalogueStore& Store() { return store_; }
-    // For probing; shows nothing.
-    CWave& Wave() { return wave_; }
 
     bool IsOpen() const { return loaded_ != nullptr; }
     const std::string& Name() const { return name_; }  // empty when none is open
@@ -58,9 +54,6 @@ class CatalogueKeeper : public QObject {
     void Close();
     void CheckSome();
 
-    SilentPrompts prompts_;
-    HeadlessProgress progress_;
-    CWave wave_;
     CatalogueStore store_;
     std::string name_;
     std::unique_ptr<LoadedCatalogue> loaded_;

@@ -17,6 +17,7 @@
 #include "catalogue/ui/catalogue_keeper.h"
 #include "catalogue/ui/catalogue_list.h"
 #include "catalogue/ui/catalogue_table_model.h"
+#include "platform/headless/silent_prompts.h"
 #include "platform/host_services.h"
 
 namespace sonavel {

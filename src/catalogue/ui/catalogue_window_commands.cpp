@@ -12,15 +12,24 @@
 #include "platform/qt/person_settings.h"
 #include "platform/qt/utf8_text.h"
 #include "platform/settings.h"
+#include "sound/file_formats.h"
 
 namespace sonavel {
 
 namespace {
 
 constexpr const char* kFolderKey = "Sample File Database/Folder";
-const char* const kSoundFiles =
-    QT_TRANSLATE_NOOP("sonavel::CatalogueWindow",
-                      "Sound Files (*.wav *.WAV *.au *.AU *.snd *.SND *.aiff *.AIFF *.aif *.AIF)");
+
+// In small letters and in capitals.
+QString SoundFileFilter() {
+    QStringList patterns;
+    for (const FileFormat& format : FileFormats())
+        for (const std::string_view extension : format.extensions) {
+            const QString pattern = QStringLiteral("*") + Utf8Text(extension);
+            patterns << pattern << pattern.toUpper();
+        }
+    return CatalogueWindow::tr("Sound Files (%1)").arg(patterns.join(u' '));
+}
 
 QString LastFolder() {
     return PersonSettings().value(kFolderKey, QDir::homePath()).toString();
@@ -34,7 +43,7 @@ QString NameOf(const QString& path) {
 
 void CatalogueWindow::AddFiles() {
     const QStringList paths =
-        OpenFilesDialog::Ask(tr("Add Sound Files"), LastFolder(), tr(kSoundFiles), this);
+        OpenFilesDialog::Ask(tr("Add Sound Files"), LastFolder(), SoundFileFilter(), this);
     if (paths.isEmpty()) return;
     PersonSettings().setValue(kFolderKey, QFileInfo(paths.front()).absolutePath());
     AddPaths(paths);
@@ -53,8 +62,7 @@ void CatalogueWindow::AddPaths(const QStringList& paths) {
     adding_ = true;
     std::vector<std::filesystem::path> files;
     for (const QString& path : paths) files.push_back(FilePath(path));
-    const AddedSamples result =
-        AddSamples(keeper_.Current(), files, keeper_.Wave(), services_.progress);
+    const AddedSamples result = AddSamples(keeper_.Current(), files, services_.progress);
     adding_ = false;
     AfterAdding(result);
 }
@@ -145,20 +153,19 @@ void CatalogueWindow::Locate() {
     const QFileInfo before(PathOf(*entry));
     const QString from = before.dir().exists() ? before.absolutePath() : LastFolder();
     const QString path = OpenFilesDialog::AskOne(tr("Locate %1").arg(NameOf(PathOf(*entry))), from,
-                                                 tr(kSoundFiles), this);
+                                                 SoundFileFilter(), this);
     if (!path.isEmpty()) LocateAt(path);
 }
 
 void CatalogueWindow::LocateAt(const QString& path) {
     const std::optional<std::size_t> entry = CurrentEntry();
     if (!entry || keeper_.Current().At(*entry).presence != FilePresence::kMissing) return;
-    const std::size_t found =
-        LocateSample(keeper_.Current(), *entry, FilePath(path), keeper_.Wave());
-    if (found == 0) return ShowError(Utf8Text(keeper_.Wave().LastError()));
+    const Result<std::size_t> found = LocateSample(keeper_.Current(), *entry, FilePath(path));
+    if (!found) return ShowError(Utf8Text(found.Reason()));
     PersonSettings().setValue(kFolderKey, QFileInfo(path).absolutePath());
     keeper_.MarkChanged();
     model_.EntriesChanged();
-    ShowNote(tr("%1 found again").arg(found));
+    ShowNote(tr("%1 found again").arg(*found));
     UpdateActions();
 }
 

@@ -97,9 +97,9 @@ bool EffectCommands::RunEffect(int id, CSoundView& view) {
 }
 
 bool EffectCommands::OpenPreview(CSoundDoc& document) {
-    std::optional<SoundCopy> copy = document.Preview().CopySound();
+    Result<Sound> copy = document.Preview().Copy();
     if (!copy) {
-        document.SetLastError("Memory Allocation Failure.");
+        document.SetLastError(copy.Reason());
         document.Services().prompts.ShowStatus(document.LastError());
         return false;
     }

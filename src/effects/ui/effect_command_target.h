@@ -23,7 +23,7 @@ struct EffectHost {
     // Null when no sound is open.
     std::function<CSoundView*()> activeView;
     // Opens a sound as a new document, titled with the prefix and a number.
-    std::function<bool(SoundCopy&& sound, std::string_view titlePrefix)> openSound;
+    std::function<bool(Sound&& sound, std::string_view titlePrefix)> openSound;
     EffectState& state;
     EffectMemory& memory;
     QWidget* window;  // of the dialogs; may be null

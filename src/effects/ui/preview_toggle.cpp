@@ -74,7 +74,7 @@ void PreviewToggle::Stop() {
     ShowSilent();
 }
 
-void PreviewToggle::OnPlayPosition(std::uint32_t positionBytes, std::uint32_t totalBytes) {
+void PreviewToggle::OnPlayPosition(std::uint64_t positionBytes, std::uint64_t totalBytes) {
     constexpr int kPercentOfTheEnd = 99;
     const std::uint64_t total = totalBytes ? totalBytes : 1;
     const auto percent = static_cast<int>(std::uint64_t{positionBytes} * 100 / total);

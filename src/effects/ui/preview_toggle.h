@@ -39,7 +39,7 @@ class PreviewToggle : public QObject, private PlayPositionObserver {
     void Silent(const QString& reason);
 
   private:
-    void OnPlayPosition(std::uint32_t positionBytes, std::uint32_t totalBytes) override;
+    void OnPlayPosition(std::uint64_t positionBytes, std::uint64_t totalBytes) override;
     void ShowBar(int percent);
     void ShowSilent(const QString& reason = {});
 

@@ -7,11 +7,11 @@
 #include <QDateTime>
 #include <QLocale>
 
-#include "document/file_kind.h"
 #include "platform/code_page_949.h"
 #include "platform/qt/file_names.h"
 #include "platform/qt/utf8_text.h"
 #include "sound/decibels.h"
+#include "sound/file_formats.h"
 #include "sound/sound_texts.h"
 
 namespace sonavel {
@@ -36,17 +36,8 @@ QDateTime DateOf(const statx_timestamp& time) {
 }
 
 QString TypeText(const std::filesystem::path& path) {
-    switch (FileKindOfExtension(ExtensionFromFirstDot(path))) {
-        case FileKind::kWav:
-            return Tr("Wave File (*.wav)");
-        case FileKind::kNextSun:
-            return Tr("Next/Sun audio file (*.au)");
-        case FileKind::kAiff:
-            return Tr("Apple audio files (*.aiff)");
-        case FileKind::kUnknown:
-            break;
-    }
-    return Tr("unknown");
+    const FileFormat* format = FileFormatOfExtension(ExtensionFromFirstDot(path));
+    return format ? Utf8Text(format->saveName) : Tr("unknown");
 }
 
 double SecondsOf(qint64 frames, std::uint32_t samplesPerSecond) {

@@ -62,7 +62,7 @@ class ClipPlayer : public ClipboardPreview {
         : player_(document.Services().prompts, document.Services().progress,
                   document.Services().devices) {
         player_.SetPlaybackDevice(document.Options().playbackDeviceId);
-        if (std::optional<SoundCopy> sound = clip.CopySound()) player_.Adopt(std::move(*sound));
+        if (auto sound = clip.Copy()) player_.Adopt(std::move(*sound));
     }
     void Play() override { player_.Play(0); }
     void Stop() override { player_.Stop(CWavePlayer::StopReport::kSilent); }
@@ -84,7 +84,7 @@ void ScrollToRedoneEdit(CSoundView& view) {
     const UndoStep& step = history.StepAt(*before);
     const std::uint32_t frame =
         step.holds == UndoStep::Holds::kMarkers
-            ? FirstDifferentFrame(step.sound.markers, view.Sound().Markers())
+            ? FirstDifferentFrame(step.sound.Markers(), view.Sound().Markers())
             : FirstDifferentFrame(step.sound, view.Sound());
     if (!view.IsFrameInSight(frame)) view.ScrollToShow(frame);
 }
@@ -161,7 +161,8 @@ bool ShowClipboardContents(CSoundView& view) {
         return view.Refuse("The clipboard holds no wave data.");
     ClipPlayer player(view.Document(), clip);
     view.Dialogs().ShowClipboardContents(
-        {AttributesText(clip.format), clip.DataSize(), clip.GetFrameCount(), clip.GetDuration()},
+        {AttributesText(clip.GetFormat()), static_cast<std::uint32_t>(clip.GetDataSize()),
+         clip.GetFrameCount(), clip.GetDuration()},
         player);
     return true;
 }

@@ -32,9 +32,9 @@ std::uint32_t FirstDifferentFrame(const MarkerList& before, const MarkerList& af
     return is != now.end() ? is->position : 0;
 }
 
-std::uint32_t FirstDifferentFrame(const SoundCopy& before, const CWave& after) {
-    if (!(before.format == after.GetFormat()) || after.GetBlockAlign() == 0) return 0;
-    return static_cast<std::uint32_t>(FirstDifferentByte(before.buffer.Bytes(), after.Bytes()) /
+std::uint32_t FirstDifferentFrame(const Sound& before, const Sound& after) {
+    if (!(before.GetFormat() == after.GetFormat()) || after.GetBlockAlign() == 0) return 0;
+    return static_cast<std::uint32_t>(FirstDifferentByte(before.Bytes(), after.Bytes()) /
                                       after.GetBlockAlign());
 }
 

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "sound/wave.h"
+#include "sound/sound.h"
 
 namespace sonavel {
 
@@ -13,6 +13,6 @@ std::uint32_t FirstDifferentFrame(const MarkerList& before, const MarkerList& af
 
 // The first frame whose bytes differ, or the length of the shorter sound where one begins with the
 // other; 0 for different formats.
-std::uint32_t FirstDifferentFrame(const SoundCopy& before, const CWave& after);
+std::uint32_t FirstDifferentFrame(const Sound& before, const Sound& after);
 
 }  // namespace sonavel

@@ -13,7 +13,7 @@ class PreviewReports : public PlayerObserver {
     explicit PreviewReports(CSoundView& view) : view_(view) {}
 
     // Positions go to whoever asked the player for them; in the view they would name other frames.
-    void OnPlayPosition(std::uint32_t, std::uint32_t) override {}
+    void OnPlayPosition(std::uint64_t, std::uint64_t) override {}
     void OnPlayState(std::string_view stateText, std::uint32_t frame) override;
     void OnPeaks(std::int32_t left, std::int32_t right) override;
     // Also after a stop that showed nothing, the levels are at rest and the text says so.

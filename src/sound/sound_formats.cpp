@@ -1,10 +1,10 @@
-// The changes of format of CWave: rate, bits and channels.
+// The changes of format of Sound: rate, bits and channels.
 #include <cstring>
 #include <utility>
 
 #include "sound/sample_conversion.h"
+#include "sound/sound.h"
 #include "sound/typed_samples.h"
-#include "sound/wave.h"
 
 namespace sonavel {
 namespace {
@@ -58,44 +58,36 @@ bool MakeChannels(const PcmFormat& format, const SoundBuffer& from, unsigned cha
 
 }  // namespace
 
-void CWave::SetRate(std::uint32_t samplesPerSecond) {
+void Sound::SetRate(std::uint32_t samplesPerSecond) {
     if (samplesPerSecond == format_.samplesPerSecond) return;
     format_.samplesPerSecond = samplesPerSecond;
     format_.averageBytesPerSecond = samplesPerSecond * format_.blockAlign;
-    modified_ = true;
 }
 
-void CWave::TakeConverted(const PcmFormat& format, SoundBuffer&& buffer) {
-    buffer_ = std::move(buffer);
+bool Sound::ConvertBits(unsigned bits) {
+    return ConvertFormat(format_.channels, ChannelChoice::kBothOrMix, bits);
+}
+
+bool Sound::ConvertChannels(unsigned channels, ChannelChoice choice) {
+    return ConvertFormat(channels, choice, format_.bitsPerSample);
+}
+
+bool Sound::ConvertFormat(unsigned channels, ChannelChoice choice, unsigned bits) {
+    const bool newChannels = channels != format_.channels;
+    PcmFormat format = format_;
+    SoundBuffer between, converted;
+    if (newChannels) {
+        if (!MakeChannels(format, samples_, channels, choice, between)) return false;
+        format = WithChannels(format, channels);
+    }
+    if (bits != format.bitsPerSample) {
+        if (!MakeBits(format, newChannels ? between : samples_, bits, converted)) return false;
+        samples_ = std::move(converted);
+        format = WithBits(format, bits);
+    } else if (newChannels) {
+        samples_ = std::move(between);
+    }
     format_ = format;
-    modified_ = true;
-}
-
-bool CWave::ConvertBits(unsigned bits) {
-    if (bits == format_.bitsPerSample) return true;
-    SoundBuffer converted;
-    if (!MakeBits(format_, buffer_, bits, converted)) return false;
-    TakeConverted(WithBits(format_, bits), std::move(converted));
-    return true;
-}
-
-bool CWave::ConvertChannels(unsigned channels, ChannelChoice choice) {
-    if (channels == format_.channels) return true;
-    SoundBuffer converted;
-    if (!MakeChannels(format_, buffer_, channels, choice, converted)) return false;
-    TakeConverted(WithChannels(format_, channels), std::move(converted));
-    return true;
-}
-
-bool CWave::ConvertFormat(unsigned channels, ChannelChoice choice, unsigned bits) {
-    if (channels == format_.channels) return ConvertBits(bits);
-    if (bits == format_.bitsPerSample) return ConvertChannels(channels, choice);
-    const PcmFormat between = WithChannels(format_, channels);
-    SoundBuffer betweenBuffer, converted;
-    if (!MakeChannels(format_, buffer_, channels, choice, betweenBuffer) ||
-        !MakeBits(between, betweenBuffer, bits, converted))
-        return false;
-    TakeConverted(WithBits(between, bits), std::move(converted));
     return true;
 }
 

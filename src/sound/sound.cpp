@@ -1,0 +1,120 @@
+#include "sound/sound.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+namespace sonavel {
+
+Sound::Sound(const PcmFormat& format, SoundBuffer samples, MarkerList markers)
+    : format_(format), samples_(std::move(samples)), markers_(std::move(markers)) {}
+
+Result<Sound> Sound::Copy() const {
+    SoundBuffer samples;
+    if (!samples.CopyFrom(samples_)) return Failed(failure::kMemory);
+    return Sound(format_, std::move(samples), markers_);
+}
+
+bool Sound::Create(unsigned channels, unsigned bits, std::uint32_t samplesPerSecond,
+                   std::uint32_t frames) {
+    const PcmFormat format = MakePcmFormat(channels, bits, samplesPerSecond);
+    const std::uint64_t bytes = std::uint64_t{frames} * format.blockAlign;
+    if (bytes > kMaxSoundBytes || !samples_.AllocBuffer(bytes)) return false;
+    format_ = format;
+    markers_.Clear();
+    return true;
+}
+
+std::uint32_t Sound::GetFrameCount() const {
+    return format_.blockAlign ? static_cast<std::uint32_t>(GetDataSize() / format_.blockAlign) : 0;
+}
+
+unsigned Sound::GetBytesPerSample() const {
+    return format_.channels ? format_.blockAlign / format_.channels : 0;
+}
+
+double Sound::GetDuration() const {
+    if (format_.formatTag != kPcmFormatTag || format_.averageBytesPerSecond == 0) return 0;
+    return static_cast<double>(GetDataSize()) / format_.averageBytesPerSecond;
+}
+
+std::uint32_t Sound::GetRate() const {
+    if (!HasData()) return format_.samplesPerSecond;
+    return static_cast<std::uint32_t>(std::uint64_t{GetFrameCount()} *
+                                      format_.averageBytesPerSecond / GetDataSize());
+}
+
+std::uint64_t Sound::ByteOffset(std::uint32_t frame) const {
+    const std::uint32_t frames = GetFrameCount();
+    return frames == 0 ? 0 : frame * GetDataSize() / frames;
+}
+
+std::int32_t Sound::GetSample(unsigned channel, std::uint32_t frame) const {
+    const std::uint64_t offset =
+        std::uint64_t{channel} * GetBytesPerSample() + std::uint64_t{frame} * format_.blockAlign;
+    if (offset >= samples_.Size()) return 0;
+    const std::uint8_t* sample = samples_.Data() + offset;
+    if (format_.bitsPerSample == 8) return 128 - *sample;
+    const unsigned high = offset + 1 < samples_.Size() ? sample[1] : 0u;
+    return static_cast<std::int16_t>(sample[0] | high << 8);
+}
+
+void Sound::SetSample(unsigned channel, std::uint32_t frame, std::int32_t value) {
+    const unsigned bits = format_.bitsPerSample;
+    const std::uint64_t offset =
+        std::uint64_t{frame} * format_.blockAlign + std::uint64_t{bits} * channel / 8;
+    if (offset + bits / 8 > samples_.Size()) return;
+    const auto stored = static_cast<std::uint32_t>(bits == 8 ? 128 - std::int64_t{value} : value);
+    for (unsigned byte = 0; byte < bits / 8; ++byte)
+        samples_.Data()[offset + byte] = static_cast<std::uint8_t>(stored >> 8 * byte);
+}
+
+std::uint32_t Sound::GetMaxValue(unsigned bits) const {
+    switch (bits ? bits : format_.bitsPerSample) {
+        case 16:
+            return 0xFFFF;
+        case 32:
+            return 0xFFFFFFFF;
+        default:
+            return 0xFF;
+    }
+}
+
+bool Sound::InsertFrames(std::uint32_t frame, std::span<const std::uint8_t> bytes) {
+    if (bytes.empty()) return true;
+    frame = std::min(frame, GetFrameCount());
+    // Behind the last frame means behind all data, a cut last frame included.
+    const std::size_t oldSize = samples_.Size();
+    const std::size_t offset = frame == GetFrameCount() ? oldSize : ByteOffset(frame);
+    if (bytes.size() > kMaxSoundBytes - oldSize) return false;
+    if (!samples_.ReAllocBuffer(oldSize + bytes.size())) return false;
+    std::uint8_t* gap = samples_.Data() + offset;
+    std::memmove(gap + bytes.size(), gap, oldSize - offset);
+    std::memcpy(gap, bytes.data(), bytes.size());
+    const std::size_t blockAlign = std::max<std::size_t>(format_.blockAlign, 1);
+    markers_.ShiftForInsertion(frame, static_cast<std::uint32_t>(bytes.size() / blockAlign));
+    return true;
+}
+
+bool Sound::RemoveFrames(std::uint32_t startFrame, std::uint32_t endFrame) {
+    endFrame = std::min(endFrame, GetFrameCount());
+    if (startFrame >= endFrame) return false;
+    const std::size_t start = ByteOffset(startFrame);
+    const std::size_t end = ByteOffset(endFrame);
+    const std::size_t kept = samples_.Size() - (end - start);
+    std::memmove(samples_.Data() + start, samples_.Data() + end, samples_.Size() - end);
+    if (!samples_.ReAllocBuffer(kept)) return false;
+    markers_.ShiftForRemoval(startFrame, endFrame);
+    return true;
+}
+
+bool Sound::GrowWithSilence(std::uint32_t frames) {
+    const std::uint64_t bytes = std::uint64_t{frames} * format_.blockAlign;
+    const std::size_t oldSize = samples_.Size();
+    if (bytes <= oldSize) return true;
+    if (bytes > kMaxSoundBytes || !samples_.ReAllocBuffer(bytes)) return false;
+    std::memset(samples_.Data() + oldSize, format_.bitsPerSample == 8 ? 128 : 0, bytes - oldSize);
+    return true;
+}
+
+}  // namespace sonavel

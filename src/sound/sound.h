@@ -1,0 +1,91 @@
+// Sound: one sound as a value, with its format, its samples and its markers. It is what a file
+// holds, a clip, an undo step and a document.
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+#include "platform/user_prompts.h"
+#include "sound/marker_list.h"
+#include "sound/outcome.h"
+#include "sound/pcm_format.h"
+#include "sound/sound_buffer.h"
+
+namespace sonavel {
+
+// The most that a sound may hold: its size is a signed 32-bit number in files and devices.
+inline constexpr std::uint64_t kMaxSoundBytes = 0x7FFFFFFF;
+
+// Can be moved; Copy() is the only way to copy the samples.
+class Sound {
+  public:
+    Sound() = default;
+    // Of samples as they lie in memory; the last frame may be cut.
+    Sound(const PcmFormat& format, SoundBuffer samples, MarkerList markers = {});
+
+    // Format, samples and markers; fails when the memory cannot be had.
+    Result<Sound> Copy() const;
+    // Replaces the sound by `frames` frames of unspecified content without markers. False when the
+    // memory cannot be had or would pass 2^31 - 1 bytes; the old sound is then kept.
+    bool Create(unsigned channels, unsigned bits, std::uint32_t samplesPerSecond,
+                std::uint32_t frames);
+
+    bool HasData() const { return samples_.Size() != 0; }
+    std::uint32_t GetFrameCount() const;
+    std::uint64_t GetDataSize() const { return samples_.Size(); }  // bytes
+    unsigned GetChannels() const { return format_.channels; }
+    unsigned GetBits() const { return format_.bitsPerSample; }
+    unsigned GetBlockAlign() const { return format_.blockAlign; }
+    unsigned GetBytesPerSample() const;
+    std::uint32_t GetSamplesPerSecond() const { return format_.samplesPerSecond; }
+    double GetDuration() const;  // seconds; 0 for another tag than PCM
+    // frames x bytes per second / data size, truncated; of an empty sound its samples per second.
+    std::uint32_t GetRate() const;
+    const PcmFormat& GetFormat() const { return format_; }
+
+    std::span<const std::uint8_t> Bytes() const { return samples_.Bytes(); }
+    std::span<std::uint8_t> MutableBytes() { return samples_.Bytes(); }
+    // frame x data size / frame count, a 64-bit product; 0 for an empty sound.
+    std::uint64_t ByteOffset(std::uint32_t frame) const;
+    MarkerList& Markers() { return markers_; }
+    const MarkerList& Markers() const { return markers_; }
+
+    // --- Samples
+
+    // Signed; 16-bit as stored, 8-bit as 128 - byte (-127..128). 0 at or beyond the end of the
+    // data.
+    std::int32_t GetSample(unsigned channel, std::uint32_t frame) const;
+    // Stores the low bits (8-bit: the byte 128 - value). Ignored beyond the end of the data.
+    void SetSample(unsigned channel, std::uint32_t frame, std::int32_t value);
+    // The span of a sample width as a mask: 0xFF, 0xFFFF, 0xFFFFFFFF; 0xFF for any other width;
+    // bits 0 stands for the sound's own.
+    std::uint32_t GetMaxValue(unsigned bits = 0) const;
+
+    // --- Changes of format
+
+    // Only the rate: the frames are kept and play faster or slower.
+    void SetRate(std::uint32_t samplesPerSecond);
+    // Between 8 and 16 bits. False when the memory cannot be had; the sound is then unchanged.
+    bool ConvertBits(unsigned bits);
+    // Between 1 and 2 channels, likewise.
+    bool ConvertChannels(unsigned channels, ChannelChoice choice);
+    // Channels, then bits, as one change that comes about whole or not at all.
+    bool ConvertFormat(unsigned channels, ChannelChoice choice, unsigned bits);
+
+    // --- Changes of content, which move the markers
+
+    // Inserts whole frames of the sound's own format, which must not lie in this sound's own block.
+    // False when the memory cannot be had.
+    bool InsertFrames(std::uint32_t frame, std::span<const std::uint8_t> bytes);
+    // False when the range holds no frame of the sound.
+    bool RemoveFrames(std::uint32_t startFrame, std::uint32_t endFrame);
+    // Makes the sound longer by silence up to `frames`; never shorter.
+    bool GrowWithSilence(std::uint32_t frames);
+
+  private:
+    PcmFormat format_;
+    SoundBuffer samples_;
+    MarkerList markers_;
+};
+
+}  // namespace sonavel
