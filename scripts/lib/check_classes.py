@@ -10,7 +10,6 @@ MAX_PUBLIC_FUNCTIONS = 30
 # Exceptions, each with its reason.
 BROAD_CLASSES = {
     "CSoundDoc": "still forwards the edits, the history and the preview of its sound",
-    "CSoundView": "still forwards geometry, selection, cursor and playing one by one",
 }
 
 # What is read over: comments, texts and characters, lines of the preprocessor.

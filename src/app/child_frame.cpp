@@ -22,7 +22,6 @@ CChildFrame::CChildFrame(OpenSound& sound, CommandActions& actions, QWidget* par
     connect(view_, &SoundViewWidget::TransportChanged, this, &CChildFrame::ShowTitle);
     connect(view_, &SoundViewWidget::TransportChanged, this, &CChildFrame::StateChanged);
     connect(view_, &SoundViewWidget::StatusTextChanged, this, &CChildFrame::StateChanged);
-    connect(view_, &SoundViewWidget::MaximizeRequested, this, &CChildFrame::showMaximized);
     ShowTitle();
 }
 
@@ -47,10 +46,6 @@ void CChildFrame::OnSoundChanged(std::uint32_t) {
 void CChildFrame::OnTitleOrModifiedChanged() {
     ShowTitle();
     Q_EMIT TitleChanged();
-}
-
-void CChildFrame::MaximizeFrame() {
-    showMaximized();
 }
 
 QString CChildFrame::Name() const {

@@ -29,8 +29,6 @@ class CChildFrame : public QMdiSubWindow, public DocumentObserver {
 
     void OnSoundChanged(std::uint32_t firstChangedFrame) override;
     void OnTitleOrModifiedChanged() override;
-    void MaximizeFrame() override;
-    void PlayFromStart() override {}
 
   Q_SIGNALS:
     // The person closes the window; whether it may go is the receiver's to find out.

@@ -208,20 +208,22 @@ void CMainFrame::UpdatePanes() {
         zoom_->ShowRatio({});
         return;
     }
-    const auto format = view->GetStatusFormat();
+    const auto format = view->Settings().statusFormat;
     const std::uint32_t rate = view->Sound().GetSamplesPerSecond();
     const std::string place =
-        PositionText(format, view->PlayFrame().value_or(view->Cursor()), rate);
-    const std::string selection = SelectionText(format, view->GetSelection(), rate);
-    status_->ShowState(Utf8Text(view->StatusText()), busy ? StatusPanes::StateWidth::kOfItsText
-                                                          : StatusPanes::StateWidth::kUsual);
+        PositionText(format, view->Playing().PlayFrame().value_or(view->State().Cursor()), rate);
+    const std::string selection = SelectionText(format, view->State().GetSelection(), rate);
+    status_->ShowState(
+        Utf8Text(view->Playing().StatusText()),
+        busy ? StatusPanes::StateWidth::kOfItsText : StatusPanes::StateWidth::kUsual);
     status_->ShowSelection(Utf8Text(selection.empty() ? place : selection));
-    status_->ShowZoom(Utf8Text(ZoomText(view->TimeRatio(), view->TimePercent())));
+    status_->ShowZoom(Utf8Text(ZoomText(view->Zoom().TimeRatio(), view->Zoom().TimePercent())));
     const std::uint32_t recorded = recording ? view->Sound().GetRecordedFrames() : 0;
     transport_->ShowTime(
-        recording ? Utf8Text(PositionText(format, std::int64_t{view->Cursor()} + recorded, rate))
-                  : Utf8Text(place));
-    zoom_->ShowRatio(Utf8Text(ZoomRatioText(view->TimeRatio())));
+        recording
+            ? Utf8Text(PositionText(format, std::int64_t{view->State().Cursor()} + recorded, rate))
+            : Utf8Text(place));
+    zoom_->ShowRatio(Utf8Text(ZoomRatioText(view->Zoom().TimeRatio())));
 }
 
 void CMainFrame::AfterCommand(int commandId, bool succeeded) {

@@ -90,6 +90,7 @@ class CMainFrame : public QMainWindow, public WorkspaceObserver {
     void ShowInViewMenu(QAction& toggle, const QString& text);
     // The meter follows the active sound.
     void ConnectMeter(CChildFrame& frame);
+    void GiveMeterTo(const OpenSound* active);
     void FitMeter();
     void ReferMeter(const CWave& sound);
     void AddWindowList();

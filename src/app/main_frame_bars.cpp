@@ -98,9 +98,6 @@ void CMainFrame::AddMeter() {
 void CMainFrame::ConnectMeter(CChildFrame& frame) {
     SoundViewWidget& view = frame.View();
     const auto isActive = [this, &frame] { return &frame.Sound() == workspace_->Active(); };
-    connect(&view, &SoundViewWidget::PeaksChanged, meter_, [this, isActive](int left, int right) {
-        if (isActive()) meter_->SetLevels(left, right);
-    });
     connect(&view, &SoundViewWidget::ColoursChanged, meter_, [this, isActive] {
         if (isActive()) FitMeter();
     });
@@ -110,12 +107,20 @@ void CMainFrame::ConnectMeter(CChildFrame& frame) {
     });
 }
 
+void CMainFrame::GiveMeterTo(const OpenSound* active) {
+    for (std::size_t i = 0; i < workspace_->Count(); ++i) {
+        OpenSound& sound = workspace_->At(i);
+        sound.view->Playing().SetMeter(&sound == active ? meter_ : nullptr);
+    }
+    FitMeter();
+}
+
 void CMainFrame::FitMeter() {
     const OpenSound* active = workspace_->Active();
-    meter_->SetLevels(0, 0);
+    meter_->OnPeaks(0, 0);
     if (!active) return;
     ReferMeter(active->document->Sound());
-    meter_->SetColours(active->view->Colours());
+    meter_->SetColours(active->view->Settings().colours);
 }
 
 void CMainFrame::ReferMeter(const CWave& sound) {

@@ -61,6 +61,9 @@ void CMainFrame::OnDocumentAdded(OpenSound& sound) {
     const int step = kCascadeStep * (others % kCascadeSteps);
     frame->move(step, step);
     frame->show();
+    // Once the frame around it is built.
+    if (sound.document->Options().openAndMaximize && !sound.document->Path().empty())
+        QMetaObject::invokeMethod(frame, &CChildFrame::showMaximized, Qt::QueuedConnection);
 }
 
 void CMainFrame::OnDocumentClosing(OpenSound& sound) {
@@ -88,7 +91,7 @@ void CMainFrame::OnActivated(OpenSound* sound) {
             std::make_unique<TableCommandTarget<CSoundDoc>>(*sound->document, DocumentCommands());
         area_->setActiveSubWindow(FrameOf(*sound));
     }
-    FitMeter();
+    GiveMeterTo(sound);
     ScheduleRefresh();
 }
 

@@ -15,13 +15,19 @@ class PlayPositionObserver {
     virtual void OnPlayPosition(std::uint64_t positionBytes, std::uint64_t totalBytes) = 0;
 };
 
-class PlayerObserver : public PlayPositionObserver {
+class PeakObserver {
   public:
-    // "(Stopped) ", "(Playing) ", "(Pausing) "; the frame is that of the next byte to be queued.
-    virtual void OnPlayState(std::string_view stateText, std::uint32_t frame) = 0;
+    virtual ~PeakObserver() = default;
+
     // Peaks for both meter channels as sample magnitudes, a mono sound's on both; -999999 for an
     // empty range.
     virtual void OnPeaks(std::int32_t left, std::int32_t right) = 0;
+};
+
+class PlayerObserver : public PlayPositionObserver, public PeakObserver {
+  public:
+    // "(Stopped) ", "(Playing) ", "(Pausing) "; the frame is that of the next byte to be queued.
+    virtual void OnPlayState(std::string_view stateText, std::uint32_t frame) = 0;
     // Playing has stopped and the device is closed.
     virtual void OnStopped() = 0;
     // "(Recording)" with the recorded time, samples and bytes, and how many gaps there are; once

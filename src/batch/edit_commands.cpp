@@ -29,13 +29,13 @@ Outcome RunMenuCommand(BatchSession& session, int id) {
 
 Outcome Select(BatchSession& session, const Arguments& words) {
     CSoundView& view = session.View();
-    view.SetSelection(Frame(view, words.Whole("START")), Frame(view, words.Whole("END")));
+    view.State().SetSelection(Frame(view, words.Whole("START")), Frame(view, words.Whole("END")));
     return Done();
 }
 
 Outcome SetCursor(BatchSession& session, const Arguments& words) {
     CSoundView& view = session.View();
-    view.SetCursor(Frame(view, words.Whole("FRAME")));
+    view.State().SetCursor(Frame(view, words.Whole("FRAME")));
     return Done();
 }
 

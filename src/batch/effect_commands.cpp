@@ -81,7 +81,7 @@ std::vector<double> ValuesFor(const Effect& effect, const Arguments& words) {
 }
 
 EffectTarget TargetOf(BatchSession& session) {
-    const Selection selection = session.View().GetSelection();
+    const Selection selection = session.View().State().GetSelection();
     return {session.Document(), selection.start, selection.end, session.Effects()};
 }
 

@@ -22,8 +22,8 @@ Outcome Info(BatchSession& session, const Arguments&) {
                   << " bytes=" << sound.GetDataSize()
                   << " duration=" << FixedText(sound.GetDuration(), 6)
                   << " modified=" << (document.GetModified() ? 1 : 0)
-                  << " selection=" << view.GetSelectionEnds().start << ".."
-                  << view.GetSelectionEnds().end << " cursor=" << view.Cursor()
+                  << " selection=" << view.State().GetSelectionEnds().start << ".."
+                  << view.State().GetSelectionEnds().end << " cursor=" << view.State().Cursor()
                   << " markers=" << sound.Markers().Count() << '\n';
     return Done();
 }

@@ -23,7 +23,7 @@ std::vector<SourcePosition> PointsFrom(const Arguments& words) {
 }
 
 SpatialTarget TargetOf(BatchSession& session, std::string_view title, SpatialOutcome outcome) {
-    const Selection selection = session.View().GetSelection();
+    const Selection selection = session.View().State().GetSelection();
     return {session.Document(), selection.start, selection.end, title, outcome};
 }
 

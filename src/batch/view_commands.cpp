@@ -24,34 +24,35 @@ Outcome View(BatchSession& session, const Arguments& words) {
     if (words.Has("WIDTH"))
         view.Resize(static_cast<int>(words.Whole("WIDTH")),
                     static_cast<int>(words.Whole("HEIGHT")));
-    const Rectangle& waveform = view.Geometry().waveform;
-    const Rectangle& client = view.Client();
+    const Rectangle& waveform = view.State().Geometry().waveform;
+    const Rectangle& client = view.State().Client();
     std::ostream& out = session.Out();
     out << "view width=" << client.Width() << " height=" << client.Height()
         << " waveform=" << waveform.left << ',' << waveform.top << ',' << waveform.right << ','
         << waveform.bottom;
-    PrintScrollState(out, "h", view.Horizontal());
-    PrintScrollState(out, "v", view.Vertical());
-    out << " ratio=" << view.TimeRatio() << " time-percent=" << FixedText(view.TimePercent(), 3)
-        << " level-percent=" << FixedText(view.LevelPercent(), 3) << '\n';
+    PrintScrollState(out, "h", view.Zoom().Horizontal());
+    PrintScrollState(out, "v", view.Zoom().Vertical());
+    out << " ratio=" << view.Zoom().TimeRatio()
+        << " time-percent=" << FixedText(view.Zoom().TimePercent(), 3)
+        << " level-percent=" << FixedText(view.Zoom().LevelPercent(), 3) << '\n';
     return Done();
 }
 
 Outcome ZoomRange(BatchSession& session, const Arguments& words) {
     CSoundView& view = session.View();
-    UserZoom zoom = view.CurrentUserZoom();
+    UserZoom zoom = view.Zoom().CurrentUserZoom();
     zoom.type = UserZoom::Type::kSample;
     zoom.startSample = words.Whole("START");
     zoom.endSample = words.Whole("END");
     if (zoom.startSample < 0 || zoom.endSample <= zoom.startSample ||
         zoom.endSample > std::int64_t{view.FrameCount()})
         return Failed("The range does not lie within the sound.");
-    view.ApplyUserZoom(zoom);
+    view.Zoom().Apply(zoom);
     return Done();
 }
 
 Outcome ScrollTo(BatchSession& session, const Arguments& words) {
-    session.View().ScrollHorizontallyTo(words.Whole("POSITION"));
+    session.View().Zoom().ScrollHorizontallyTo(words.Whole("POSITION"));
     return Done();
 }
 
@@ -72,10 +73,10 @@ Outcome Envelope(BatchSession& session, const Arguments& words) {
     const EnvelopeRequest request = {.wave = view.Sound(),
                                      .extremes = view.Extremes(),
                                      .channel = channel,
-                                     .lane = view.Geometry().Lane(channel, channels),
-                                     .horizontal = view.Horizontal(),
-                                     .vertical = view.Vertical(),
-                                     .selection = view.GetSelection()};
+                                     .lane = view.State().Geometry().Lane(channel, channels),
+                                     .horizontal = view.Zoom().Horizontal(),
+                                     .vertical = view.Zoom().Vertical(),
+                                     .selection = view.State().GetSelection()};
     for (const EnvelopeColumn& column : EnvelopeColumns(request))
         session.Out() << column.x << ' ' << column.yMax << ' ' << column.yMin
                       << (column.pen == ColumnPen::kSelected ? " selected\n" : " normal\n");

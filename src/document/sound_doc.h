@@ -29,9 +29,6 @@ class DocumentObserver {
     // everything.
     virtual void OnSoundChanged(std::uint32_t firstChangedFrame) = 0;
     virtual void OnTitleOrModifiedChanged() = 0;
-    virtual void MaximizeFrame() = 0;
-    // Starts playback of the sound from its first byte.
-    virtual void PlayFromStart() = 0;
     // Around what holds the program up: the wait cursor.
     enum class Waiting { kBegins, kEnds };
     virtual void OnWaiting(Waiting) {}
@@ -158,7 +155,6 @@ class CSoundDoc {
     SaveAsChoice SaveAsItIs(const std::filesystem::path& path) const;
     bool ConvertForSave(const SaveAsChoice& choice);
     void TakePath(const std::filesystem::path& path);
-    void OpenIntoWindow();
     // Each stores the text as the last error and returns false; Fail also shows it in the status
     // bar.
     bool Fail(std::string_view text);

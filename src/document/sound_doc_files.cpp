@@ -33,16 +33,9 @@ bool CSoundDoc::OpenDocument(const std::filesystem::path& path) {
         TellChanged(0);
         SetModified(false);
     }
-    // Also after a failed read: the window then shows what it showed before.
-    OpenIntoWindow();
+    // Also after a failed read: what was there before is then heard.
+    if (options_.openAndPlay) sound_.Play(0);
     return read;
-}
-
-void CSoundDoc::OpenIntoWindow() {
-    for (DocumentObserver* observer : observers_) {
-        if (options_.openAndMaximize) observer->MaximizeFrame();
-        if (options_.openAndPlay) observer->PlayFromStart();
-    }
 }
 
 bool CSoundDoc::ReadFile(const std::filesystem::path& path, std::string_view extension) {

@@ -14,29 +14,26 @@ struct ClipRecord;
 
 enum class ViewArea { kWaveform, kHorizontalRuler, kVerticalRuler, kMarkerStrip, kAll };
 
-// The window of a view.
+// The window of a view. As it stands here it is told everything and does nothing.
 class SoundViewObserver {
   public:
     virtual ~SoundViewObserver() = default;
 
-    virtual void Invalidate(ViewArea area) = 0;
+    virtual void Invalidate(ViewArea) {}
     // A part of the client area, such as the strip of the cursor.
-    virtual void InvalidateRectangle(const Rectangle& rectangle) = 0;
+    virtual void InvalidateRectangle(const Rectangle&) {}
     // A scroll state changed; the zoom pane of the status bar hangs on it too.
-    virtual void OnScrollChanged() = 0;
+    virtual void OnScrollChanged() {}
     // Selection or cursor changed: the panes that show them, and the enabled commands.
-    virtual void OnSelectionChanged() = 0;
+    virtual void OnSelectionChanged() {}
     // The text of the state pane, such as "(Playing) ".
-    virtual void OnStatusText(std::string_view text) = 0;
+    virtual void OnStatusText(std::string_view) {}
     enum class WaitCursor { kShow, kHide };
-    virtual void SetWaitCursor(WaitCursor cursor) = 0;
-    // For the play meter; peaks as the player reports them.
-    virtual void OnPeaks(std::int32_t left, std::int32_t right) = 0;
+    virtual void SetWaitCursor(WaitCursor) {}
     // The colours were loaded; the meter takes slots 0 to 2 and the channel count.
-    virtual void OnColoursChanged() = 0;
+    virtual void OnColoursChanged() {}
     // The player started, paused or stopped.
-    virtual void OnTransportChanged() = 0;
-    virtual void MaximizeFrame() = 0;
+    virtual void OnTransportChanged() {}
 };
 
 // What a view asks of the program around it.

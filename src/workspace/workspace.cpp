@@ -131,7 +131,7 @@ void Workspace::Activate(std::size_t index) {
 void Workspace::StopActivity(std::size_t index) {
     OpenSound& sound = *sounds_[index];
     CWavePlayer& player = sound.document->Sound();
-    if (player.IsRecording()) sound.view->EndRecording();
+    if (player.IsRecording()) sound.view->Playing().EndRecording();
     sound.document->EndMarkerEdit();
     player.Stop(CWavePlayer::StopReport::kShow);
     sound.document->Preview().Stop(CWavePlayer::StopReport::kSilent);
@@ -179,7 +179,7 @@ bool Workspace::StartRecording(const RecordChoice& choice) {
     if (needsNew && !NewTitledDocument(choice.format, untitled_prefix::kRecorder)) return false;
     OpenSound& sound = *Active();
     if (!sound.document->StartRecording()) return Fail(sound.document->LastError());
-    sound.view->NoteTransportState();
+    sound.view->Playing().NoteTransportState();
     return true;
 }
 

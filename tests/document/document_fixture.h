@@ -73,13 +73,9 @@ struct ScriptedDialogs : DocumentDialogs {
 struct NotingObserver : DocumentObserver {
     std::vector<std::uint32_t> changes;
     int titles = 0;
-    int maximized = 0;
-    int played = 0;
 
     void OnSoundChanged(std::uint32_t frame) override { changes.push_back(frame); }
     void OnTitleOrModifiedChanged() override { ++titles; }
-    void MaximizeFrame() override { ++maximized; }
-    void PlayFromStart() override { ++played; }
 };
 
 // A clipboard that some other program may be holding.

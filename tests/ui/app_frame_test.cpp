@@ -68,6 +68,16 @@ TEST_F(AppFixture, TheTitleNamesTheActiveSoundWithAStarWhileModified) {
     EXPECT_EQ(Active().Title(), "a.wav");
 }
 
+TEST_F(AppFixture, FilesAreOpenedMaximizedWhereTheSettingsSaySo) {
+    programFolder_.Options().SetInteger("__SOUND_GENERAL_OPTIONS", "OPEN AND MAXIMIZE", 1);
+    ASSERT_TRUE(Sounds().NewDocument(NewSoundChoice{}));
+    QApplication::processEvents();
+    EXPECT_FALSE(Frame().FrameOf(*Sounds().Active())->isMaximized());
+    ASSERT_TRUE(App().OpenFile(WavFile("a.wav")));
+    QApplication::processEvents();
+    EXPECT_TRUE(Frame().FrameOf(*Sounds().Active())->isMaximized());
+}
+
 TEST_F(AppFixture, AFileThatIsOpenComesToTheFront) {
     const QString first = WavFile("a.wav");
     ASSERT_TRUE(App().OpenFile(first));
@@ -254,14 +264,14 @@ TEST_F(AppFixture, PanesFollowTheView) {
     ASSERT_TRUE(App().OpenFile(WavFile("a.wav")));
     CSoundView& view = *Sounds().Active()->view;
     view.SetStatusFormat(StatusFormat::kSecond);
-    view.SetSelection(4000, 6000);
+    view.State().SetSelection(4000, 6000);
     QApplication::processEvents();
     const auto pane = [this](const char* name) {
         return Frame().findChild<QLabel*>(QLatin1String(name))->text();
     };
     EXPECT_TRUE(pane("selection").contains("0.500")) << pane("selection").toStdString();
     EXPECT_TRUE(pane("zoom").startsWith("Zoom (1 : "));
-    view.SetCursor(2000);
+    view.State().SetCursor(2000);
     QApplication::processEvents();
     EXPECT_EQ(pane("readOut"), "0.250");
     Run(app_command::kClose);
@@ -273,7 +283,7 @@ TEST_F(AppFixture, WhileRecordingTheStateIsReadWholeAndTheReadOutRuns) {
     Frame().resize(1000, 600);
     CSoundView& view = *Sounds().Active()->view;
     view.SetStatusFormat(StatusFormat::kSecond);
-    view.SetCursor(4000);
+    view.State().SetCursor(4000);
     QApplication::processEvents();
     auto& state = *Frame().findChild<QLabel*>("state");
     auto& readOut = *Frame().findChild<QLabel*>("readOut");
@@ -289,7 +299,7 @@ TEST_F(AppFixture, WhileRecordingTheStateIsReadWholeAndTheReadOutRuns) {
     EXPECT_GE(state.contentsRect().width(), state.fontMetrics().horizontalAdvance(state.text()));
     EXPECT_GT(state.width(), usualWidth);
     EXPECT_EQ(Frame().width(), 1000);
-    ASSERT_TRUE(view.EndRecording());
+    ASSERT_TRUE(view.Playing().EndRecording());
     QApplication::processEvents();
     EXPECT_EQ(state.width(), usualWidth);
     EXPECT_EQ(readOut.text(), "0.500");

@@ -175,7 +175,7 @@ TEST_F(BarsTest, TheFormatFollowsActivationEditsAndUndo) {
     EXPECT_EQ(Format("length"), "00:00:01.000");
     EXPECT_EQ(Format("size"), "7.8 KB");
     EXPECT_EQ(Format("history"), "Undo: 0 bytes");
-    Sounds().Active()->view->SetSelection(0, 4000);
+    Sounds().Active()->view->State().SetSelection(0, 4000);
     Run(view_command::kDelete);
     EXPECT_EQ(Format("length"), "00:00:00.500");
     EXPECT_EQ(Format("history"), "Undo: 7.8 KB");
@@ -224,7 +224,7 @@ TEST_F(BarsTest, TheZoomBarShowsTheRatio) {
     EXPECT_EQ(ratio(), "");
     ASSERT_TRUE(App().OpenFile(WavFile("a.wav")));
     const CSoundView& view = *Sounds().Active()->view;
-    EXPECT_EQ(ratio(), QStringLiteral("1 : %1").arg(8000 / view.Horizontal().maximum));
+    EXPECT_EQ(ratio(), QStringLiteral("1 : %1").arg(8000 / view.Zoom().Horizontal().maximum));
     Run(view_command::kZoomTimeFull);
     EXPECT_EQ(ratio(), "1 : 1");
     Run(app_command::kClose);

@@ -144,12 +144,12 @@ TEST_F(EffectDialogsTest, VolumeMeasuresTheRange) {
     Sound().SetSample(1, 2000, -19800);
     EXPECT_TRUE(notes()[0].startsWith("Peak of the range: -4.4 dB"));
     EXPECT_TRUE(notes()[1].startsWith("Louder than full scale from 166 % on"));
-    View().SetSelection(2001, 3000);
+    View().State().SetSelection(2001, 3000);
     EXPECT_TRUE(notes()[0].startsWith("Peak of the range: -50.3 dB"));
     EXPECT_EQ(notes()[1], "Within full scale up to 300 %.");
     for (std::uint32_t frame = 0; frame < 10; ++frame)
         for (const unsigned channel : {0u, 1u}) Sound().SetSample(channel, frame, 0);
-    View().SetSelection(0, 10);
+    View().State().SetSelection(0, 10);
     EXPECT_EQ(notes(), QStringList{"Peak of the range: silence."});
 }
 

@@ -61,7 +61,7 @@ TEST_F(EffectPreviewTest, StopsAtTheButtonAndWhenTheDialogCloses) {
     Sound().Play(0);
     devices_.Pump();
     devices_.Pump();
-    EXPECT_TRUE(View().PlayFrame().has_value());
+    EXPECT_TRUE(View().Playing().PlayFrame().has_value());
 }
 
 TEST_F(EffectPreviewTest, HoldsTheDialogWhileItIsComputed) {
@@ -95,7 +95,7 @@ TEST_F(EffectPreviewTest, SaysWhyThereIsNothingToHear) {
 
 TEST_F(EffectPreviewTest, OkAppliesToTheSelectionAsOneUndoStep) {
     Open({});
-    View().SetSelection(1000, 2000);
+    View().State().SetSelection(1000, 2000);
     EXPECT_FALSE(RunWith(kVolume, [](QDialog& dialog) {
         dialog.findChild<QSlider*>()->setValue(0);
         dialog.reject();

@@ -42,7 +42,7 @@ class MeterBarTest : public ::testing::Test {
 
 TEST_F(MeterBarTest, ABarIsFilledFromTheEmptyEndInItsDirection) {
     MeterPanel& flat = Panel(610, 60);
-    Bar().SetLevels(16384, 0);  // -6 dB: 90 % of the scale
+    Bar().OnPeaks(16384, 0);  // -6 dB: 90 % of the scale
     EXPECT_EQ(flat.Left().size(), QSize(602, 24));
     EXPECT_NE(Pixel(flat.Left(), 530, 12), QColor(Qt::black));
     EXPECT_EQ(Pixel(flat.Left(), 550, 12), QColor(Qt::black));
@@ -58,7 +58,7 @@ TEST_F(MeterBarTest, ABarIsFilledFromTheEmptyEndInItsDirection) {
 TEST_F(MeterBarTest, TheReferenceIsHalfTheFullScale) {
     MeterPanel& panel = Panel(610, 60);
     Bar().SetReference(256);
-    Bar().SetLevels(64, 64);
+    Bar().OnPeaks(64, 64);
     EXPECT_EQ(panel.Left().Level(), (MeterLevel{64, 128}));
     Bar().SetReference(65536);
     EXPECT_EQ(panel.Right().Level(), (MeterLevel{64, 32768}));
@@ -66,13 +66,13 @@ TEST_F(MeterBarTest, TheReferenceIsHalfTheFullScale) {
 
 TEST_F(MeterBarTest, OnlyTheBandThatChangedIsPainted) {
     MeterPanel& panel = Panel(610, 60);
-    Bar().SetLevels(16384, 16384);
+    Bar().OnPeaks(16384, 16384);
     PaintWatch left(panel.Left());
     PaintWatch right(panel.Right());
-    Bar().SetLevels(8192, 16384);  // -12 dB: from 540 to 480 of 600 pixels
+    Bar().OnPeaks(8192, 16384);  // -12 dB: from 540 to 480 of 600 pixels
     EXPECT_EQ(left.Painted().boundingRect(), QRect(481, 1, 60, 22));
     EXPECT_FALSE(right.Any());
-    Bar().SetLevels(8192, 100);
+    Bar().OnPeaks(8192, 100);
     EXPECT_FALSE(right.Painted().isEmpty());
     EXPECT_FALSE(left.Any());
 }

@@ -463,7 +463,7 @@ TEST_F(SpatialEditors, ANewDocumentOfThePreviewIsTitledByItsEditor) {
 }
 
 TEST_F(SpatialEditors, OkPlacesTheSelectionAsOneUndoStep) {
-    View().SetSelection(1000, 3000);
+    View().State().SetSelection(1000, 3000);
     SpatialCommands commands(Document(), View(), memory_);
     QTimer::singleShot(0, [] {
         auto* dialog = qobject_cast<SystemSoundDialog*>(QApplication::activeModalWidget());

@@ -39,27 +39,35 @@ TEST_F(WaveformCanvasTest, StripsGiveThePictureOfAWholeDrawing) {
         Kind kind;
     };
     const Step steps[] = {
-        {"zoom", [&] { view.ZoomTimeIn(), view.ZoomTimeIn(), view.ZoomTimeIn(); }, Kind::kAll},
-        {"scroll forward", [&] { view.ScrollHorizontallyTo(200); }, Kind::kScrolled},
-        {"far", [&] { view.ScrollHorizontallyTo(2600); }, Kind::kAll},
-        {"back a pixel", [&] { view.ScrollHorizontally(ScrollStep::kLineBack); }, Kind::kScrolled},
-        {"select", [&] { view.SetSelection(140000, 150001); }, Kind::kParts},
-        {"grow", [&] { view.SetSelection(139000, 155000); }, Kind::kParts},
-        {"scroll back", [&] { view.ScrollHorizontallyTo(2540); }, Kind::kScrolled},
+        {"zoom",
+         [&] {
+             view.Zoom().Time(TimeZoomIn), view.Zoom().Time(TimeZoomIn),
+                 view.Zoom().Time(TimeZoomIn);
+         },
+         Kind::kAll},
+        {"scroll forward", [&] { view.Zoom().ScrollHorizontallyTo(200); }, Kind::kScrolled},
+        {"far", [&] { view.Zoom().ScrollHorizontallyTo(2600); }, Kind::kAll},
+        {"back a pixel", [&] { view.Zoom().ScrollHorizontally(ScrollStep::kLineBack); },
+         Kind::kScrolled},
+        {"select", [&] { view.State().SetSelection(140000, 150001); }, Kind::kParts},
+        {"grow", [&] { view.State().SetSelection(139000, 155000); }, Kind::kParts},
+        {"scroll back", [&] { view.Zoom().ScrollHorizontallyTo(2540); }, Kind::kScrolled},
         {"selection past the left edge",
-         [&] { view.SetSelection(1, static_cast<std::uint32_t>(FrameAt(50))); }, Kind::kParts},
-        {"scroll with it", [&] { view.ScrollHorizontallyTo(2500); }, Kind::kScrolled},
-        {"drop", [&] { view.SetSelection(0, 0); }, Kind::kParts},
+         [&] { view.State().SetSelection(1, static_cast<std::uint32_t>(FrameAt(50))); },
+         Kind::kParts},
+        {"scroll with it", [&] { view.Zoom().ScrollHorizontallyTo(2500); }, Kind::kScrolled},
+        {"drop", [&] { view.State().SetSelection(0, 0); }, Kind::kParts},
         {"nothing", [] {}, Kind::kNothing},
-        {"level", [&] { view.ZoomLevelIn(); }, Kind::kAll},
+        {"level", [&] { view.Zoom().Level(LevelZoomIn); }, Kind::kAll},
         {"content", [&] { view.OnSoundChanged(299000); }, Kind::kAll},
-        {"one frame a pixel", [&] { view.ZoomTimeFull(); }, Kind::kAll},
-        {"scroll there", [&] { view.ScrollHorizontallyTo(view.Horizontal().position + 12); },
+        {"one frame a pixel", [&] { view.Zoom().Time(TimeZoomFull); }, Kind::kAll},
+        {"scroll there",
+         [&] { view.Zoom().ScrollHorizontallyTo(view.Zoom().Horizontal().position + 12); },
          Kind::kScrolled},
     };
     for (const double ratio : {1.0, 1.5, 2.0}) {
-        view.ZoomDefault();
-        view.SetSelection(0, 0);
+        ZoomDefault(view);
+        view.State().SetSelection(0, 0);
         Follow(view, ratio);
         for (const Step& step : steps) {
             step.change();
@@ -81,8 +89,8 @@ TEST_F(WaveformCanvasTest, AScreenOfTwiceThePixelsShowsMoreOfTheEnvelope) {
         {1, 24000, [](unsigned, std::uint32_t frame) { return frame % 100 == 0 ? 30000 : 0; }, {}});
     Follow(view, 2.0);
     const QImage fine = canvas_.Image().copy();
-    EXPECT_EQ(fine.width(), 2 * view.WaveformWidth());
-    EXPECT_EQ(fine.height(), 2 * view.WaveformHeight());
+    EXPECT_EQ(fine.width(), 2 * view.State().WaveformWidth());
+    EXPECT_EQ(fine.height(), 2 * view.State().WaveformHeight());
     const QRgb pen = qRgb(0, 255, 128);
     int spikes = 0;
     for (int x = 1; x < fine.width(); ++x) spikes += fine.pixel(x, fine.height() / 4) == pen;
@@ -102,7 +110,7 @@ TEST_F(WaveformCanvasTest, AShortSoundEndsWhereItsFramesEnd) {
         EXPECT_EQ(at(202, 10), qRgb(0, 0, 0)) << ratio;
         int inside = 0;
         int outside = 0;
-        for (int y = 0; y < view.WaveformHeight(); ++y) {
+        for (int y = 0; y < view.State().WaveformHeight(); ++y) {
             inside += at(150, y) == qRgb(0, 255, 128);
             outside += at(260, y) == qRgb(0, 255, 128);
         }
@@ -115,16 +123,16 @@ TEST_F(WaveformCanvasTest, AShortSoundIsDrawnWholeAtEveryPlace) {
     // Six pixels a frame, which no zoom shows at the first one.
     CSoundView& view = Open({2, 100, BeatingTone, {}});
     const std::function<void()> steps[] = {
-        [&] { view.ZoomTimeOut(); },
-        [&] { view.ScrollHorizontallyTo(40); },
-        [&] { view.ScrollHorizontallyTo(33); },
-        [&] { view.SetSelection(8, 15); },
-        [&] { view.SetSelection(9, 13); },
-        [&] { view.ScrollHorizontally(ScrollStep::kLineForward); },
-        [&] { view.SetSelection(0, 0); },
+        [&] { view.Zoom().Time(TimeZoomOut); },
+        [&] { view.Zoom().ScrollHorizontallyTo(40); },
+        [&] { view.Zoom().ScrollHorizontallyTo(33); },
+        [&] { view.State().SetSelection(8, 15); },
+        [&] { view.State().SetSelection(9, 13); },
+        [&] { view.Zoom().ScrollHorizontally(ScrollStep::kLineForward); },
+        [&] { view.State().SetSelection(0, 0); },
     };
     for (const double ratio : {1.0, 2.0}) {
-        view.ZoomDefault();
+        ZoomDefault(view);
         Follow(view, ratio);
         for (std::size_t i = 0; i < std::size(steps); ++i) {
             steps[i]();
@@ -145,12 +153,12 @@ TEST_F(WaveformCanvasTest, TheFirstStrokeRunsFromTheEdgeToTheFirstColumn) {
         return rows;
     };
     for (const double ratio : {1.0, 2.0}) {
-        view.ZoomDefault();
+        ZoomDefault(view);
         Follow(view, ratio);
         EXPECT_GT(rowsOf(0), 50) << "a single stroke at " << ratio;
-        view.ZoomTimeOut();
+        view.Zoom().Time(TimeZoomOut);
         Follow(view, ratio);
-        const int first = static_cast<int>(view.Pixels().X(1) * ratio);
+        const int first = static_cast<int>(view.Zoom().Pixels().X(1) * ratio);
         ASSERT_GT(first, 5);
         for (int x = 0; x < first - 1; ++x) EXPECT_GT(rowsOf(x), 5) << x << " at " << ratio;
         EXPECT_EQ(rowsOf(first + 1), 1);
@@ -186,8 +194,8 @@ TEST_F(WaveformCanvasTest, TheLaneSeparatorHasAColourOfItsOwn) {
     EXPECT_EQ(pictureWith(6), plain) << "a slot that is only kept";
     const QImage separated = pictureWith(15);
     for (int y = 0; y < separated.height(); ++y) {
-        const bool between =
-            y >= view.Geometry().Lane(0, 2).bottom && y < view.Geometry().Lane(1, 2).top;
+        const bool between = y >= view.State().Geometry().Lane(0, 2).bottom &&
+                             y < view.State().Geometry().Lane(1, 2).top;
         EXPECT_EQ(separated.pixel(300, y) == qRgb(200, 0, 200), between) << y;
     }
 }

@@ -105,10 +105,10 @@ class ViewFixture : public ::testing::Test {
 
     // A point of the waveform, from its left top corner.
     QPoint Waveform(int x, int y) const {
-        const Rectangle& waveform = widget_->View().Geometry().waveform;
+        const Rectangle& waveform = widget_->View().State().Geometry().waveform;
         return {waveform.left + x, waveform.top + y};
     }
-    std::int64_t FrameAt(int x) const { return widget_->View().Pixels().FrameAt(x); }
+    std::int64_t FrameAt(int x) const { return widget_->View().Zoom().Pixels().FrameAt(x); }
     QImage Grab() const { return widget_->grab().toImage().convertToFormat(QImage::Format_RGB32); }
     void SetOption(const char* section, const char* key, int value) {
         ProfileFile file = folder_.Options();

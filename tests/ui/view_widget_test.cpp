@@ -43,7 +43,7 @@ class SoundViewWidgetTest : public ViewFixture {
     }
     // What stands on the screen, against everything painted anew.
     void ExpectScreenIsUpToDate() {
-        ExpectScreenIsUpToDate(ToQRect(widget_->View().Geometry().waveform));
+        ExpectScreenIsUpToDate(ToQRect(widget_->View().State().Geometry().waveform));
     }
     void ExpectScreenIsUpToDate(const QRect& area) {
         EXPECT_TRUE(QTest::qWaitFor([&] {
@@ -63,19 +63,20 @@ class SoundViewWidgetTest : public ViewFixture {
 
 TEST_F(SoundViewWidgetTest, PaintsEveryColumnWhereTheEnvelopeHasIt) {
     CSoundView& view = Open({2, 60000, BeatingTone, {}});
-    view.SetSelection(20000, 40000);
+    view.State().SetSelection(20000, 40000);
     const QImage image = Grab();
     for (unsigned channel : {0u, 1u}) {
-        const Rectangle lane = view.Geometry().Lane(channel, 2);
+        const Rectangle lane = view.State().Geometry().Lane(channel, 2);
         int selected = 0;
-        for (const EnvelopeColumn& column :
-             EnvelopeColumns({view.Sound(), view.Extremes(), channel, lane, view.Horizontal(),
-                              view.Vertical(), view.GetSelection()})) {
+        for (const EnvelopeColumn& column : EnvelopeColumns(
+                 {view.Sound(), view.Extremes(), channel, lane, view.Zoom().Horizontal(),
+                  view.Zoom().Vertical(), view.State().GetSelection()})) {
             const bool inSelection = column.pen == ColumnPen::kSelected;
             selected += inSelection;
-            const QRgb pen = ToQColor(view.Colours()[inSelection ? ColourSlot::kSelectedWaveform
-                                                                 : ColourSlot::kWaveform])
-                                 .rgb();
+            const QRgb pen =
+                ToQColor(view.Settings().colours[inSelection ? ColourSlot::kSelectedWaveform
+                                                             : ColourSlot::kWaveform])
+                    .rgb();
             if (column.x < 2) continue;  // the cursor stands there
             ASSERT_EQ(image.pixel(column.x, column.yMax), pen) << channel << " " << column.x;
             ASSERT_EQ(image.pixel(column.x, column.yMin), pen) << channel << " " << column.x;
@@ -87,28 +88,28 @@ TEST_F(SoundViewWidgetTest, PaintsEveryColumnWhereTheEnvelopeHasIt) {
 
 TEST_F(SoundViewWidgetTest, ACursorMoveAndAScrollStepPaintOnlyTheirStrips) {
     CSoundView& view = Open({2, 200000, BeatingTone, {}});
-    view.ZoomTimeIn();
-    view.ZoomTimeIn();
-    view.ScrollHorizontallyTo(400);
-    const QRect waveform = ToQRect(view.Geometry().waveform);
+    view.Zoom().Time(TimeZoomIn);
+    view.Zoom().Time(TimeZoomIn);
+    view.Zoom().ScrollHorizontallyTo(400);
+    const QRect waveform = ToQRect(view.State().Geometry().waveform);
 
     PaintWatch cursorWatch(*widget_);
-    view.SetCursor(static_cast<std::uint32_t>(FrameAt(200)));
+    view.State().SetCursor(static_cast<std::uint32_t>(FrameAt(200)));
     const QRegion cursor = cursorWatch.Painted() & waveform;
     EXPECT_FALSE(cursor.isEmpty());
     EXPECT_LT(WidthOf(cursor), 20);
     ExpectScreenIsUpToDate();
 
     PaintWatch scrollWatch(*widget_);
-    view.ScrollHorizontally(ScrollStep::kPageForward);
+    view.Zoom().ScrollHorizontally(ScrollStep::kPageForward);
     const QRegion scrolled = scrollWatch.Painted() & waveform;
     EXPECT_FALSE(scrolled.isEmpty());
     EXPECT_LT(WidthOf(scrolled), 40);
     ExpectScreenIsUpToDate();
 
     PaintWatch selectionWatch(*widget_);
-    view.SetSelection(static_cast<std::uint32_t>(FrameAt(300)),
-                      static_cast<std::uint32_t>(FrameAt(340)));
+    view.State().SetSelection(static_cast<std::uint32_t>(FrameAt(300)),
+                              static_cast<std::uint32_t>(FrameAt(340)));
     EXPECT_LT(WidthOf(selectionWatch.Painted() & waveform), 60);
     ExpectScreenIsUpToDate();
 }
@@ -118,8 +119,8 @@ TEST_F(SoundViewWidgetTest, ShowsEveryChangeOfTheSound) {
     std::ranges::fill(view.Sound().MutableBytes(), std::uint8_t{0});
     view.Document().NotifyChanged(0);
     ExpectScreenIsUpToDate();
-    const Rectangle& waveform = view.Geometry().waveform;
-    const QRgb pen = ToQColor(view.Colours()[ColourSlot::kWaveform]).rgb();
+    const Rectangle& waveform = view.State().Geometry().waveform;
+    const QRgb pen = ToQColor(view.Settings().colours[ColourSlot::kWaveform]).rgb();
     const QImage image = Grab();
     for (int y = waveform.top; y < waveform.bottom; ++y)
         EXPECT_EQ(image.pixel(100, y) == pen, y == waveform.top + waveform.Height() / 2) << y;
@@ -128,16 +129,16 @@ TEST_F(SoundViewWidgetTest, ShowsEveryChangeOfTheSound) {
 TEST_F(SoundViewWidgetTest, ThePlayLineInvertsItsColumn) {
     SetOption("__SOUND_GENERAL_OPTIONS", "DISPLAY SEEKER", 1);
     CSoundView& view = Open({1, 64000, BeatingTone, {}});
-    view.SetSelection(20000, 40000);
+    view.State().SetSelection(20000, 40000);
     const QImage still = Grab();
     ASSERT_TRUE(view.Sound().Play(0));
     ASSERT_TRUE(view.Sound().Pause());
-    const QRect waveform = ToQRect(view.Geometry().waveform);
+    const QRect waveform = ToQRect(view.State().Geometry().waveform);
     for (const std::uint32_t frame : {10000u, 30000u}) {
-        view.OnPlayPosition(2 * frame, 2 * 64000);
+        view.Playing().OnPlayPosition(2 * frame, 2 * 64000);
         ExpectScreenIsUpToDate();
         const QImage image = Grab();
-        const auto x = static_cast<int>(view.Pixels().X(frame));
+        const auto x = static_cast<int>(view.Zoom().Pixels().X(frame));
         for (int y = waveform.top(); y <= waveform.bottom(); ++y) {
             ASSERT_EQ(image.pixel(x, y), still.pixel(x, y) ^ 0x00FFFFFF) << frame << " row " << y;
             ASSERT_EQ(image.pixel(x + 1, y), still.pixel(x + 1, y));
@@ -148,7 +149,7 @@ TEST_F(SoundViewWidgetTest, ThePlayLineInvertsItsColumn) {
 TEST_F(SoundViewWidgetTest, AStatusFormatIsShownOnTheRulerAtOnce) {
     ShowRulers();
     CSoundView& view = Open({1, 64000, BeatingTone, {}});
-    const QRect ruler = ToQRect(view.Geometry().horizontalRuler);
+    const QRect ruler = ToQRect(view.State().Geometry().horizontalRuler);
     std::vector<QImage> shown;
     for (const auto format : {StatusFormat::kSample, StatusFormat::kTime, StatusFormat::kSecond}) {
         ASSERT_TRUE(view.SetStatusFormat(format));
@@ -163,37 +164,38 @@ TEST_F(SoundViewWidgetTest, ADragSelectsAndAClickSetsTheCursor) {
     CSoundView& view = Open({1, 64000, BeatingTone, {}});
     QSignalSpy changes(widget_.get(), &SoundViewWidget::SelectionChanged);
     Drag(Waveform(100, 50), Waveform(300, 60));
-    EXPECT_EQ(view.GetSelection(), (Selection{static_cast<std::uint32_t>(FrameAt(100)),
-                                              static_cast<std::uint32_t>(FrameAt(300))}));
+    EXPECT_EQ(view.State().GetSelection(), (Selection{static_cast<std::uint32_t>(FrameAt(100)),
+                                                      static_cast<std::uint32_t>(FrameAt(300))}));
     EXPECT_GE(changes.count(), 1);
 
     QTest::mouseMove(widget_.get(), Waveform(301, 20));
     EXPECT_EQ(widget_->cursor().shape(), Qt::SplitHCursor);
     Drag(Waveform(301, 20), Waveform(401, 20));
-    EXPECT_EQ(view.GetSelection().start, FrameAt(100));
-    EXPECT_NEAR(view.GetSelection().end, FrameAt(400), FrameAt(2));
+    EXPECT_EQ(view.State().GetSelection().start, FrameAt(100));
+    EXPECT_NEAR(view.State().GetSelection().end, FrameAt(400), FrameAt(2));
 
     Drag(Waveform(450, 20), Waveform(450, 20), Qt::ShiftModifier);
-    EXPECT_EQ(view.GetSelection().end, FrameAt(450));
+    EXPECT_EQ(view.State().GetSelection().end, FrameAt(450));
 
     QTest::mouseClick(widget_.get(), Qt::LeftButton, {}, Waveform(500, 20));
-    EXPECT_FALSE(view.HasSelection());
-    EXPECT_EQ(view.Cursor(), FrameAt(500));
+    EXPECT_FALSE(view.State().HasSelection());
+    EXPECT_EQ(view.State().Cursor(), FrameAt(500));
     QTest::mouseMove(widget_.get(), Waveform(200, 20));
     EXPECT_EQ(widget_->cursor().shape(), Qt::ArrowCursor);
 }
 
 TEST_F(SoundViewWidgetTest, ADragPastTheEdgeScrollsOn) {
     CSoundView& view = Open({1, 64000, BeatingTone, {}});
-    view.ZoomTimeIn();
-    view.ZoomTimeIn();
+    view.Zoom().Time(TimeZoomIn);
+    view.Zoom().Time(TimeZoomIn);
     QTest::mousePress(widget_.get(), Qt::LeftButton, {}, Waveform(300, 20));
     const auto anchor = static_cast<std::uint32_t>(FrameAt(300));
-    QTest::mouseMove(widget_.get(), Waveform(view.WaveformWidth() + 15, 20));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return view.Horizontal().position >= 60; }, 5000));
-    QTest::mouseRelease(widget_.get(), Qt::LeftButton, {}, Waveform(view.WaveformWidth() + 15, 20));
-    EXPECT_EQ(view.GetSelection().start, anchor);
-    EXPECT_GE(view.GetSelection().end, FrameAt(view.WaveformWidth() - 1));
+    QTest::mouseMove(widget_.get(), Waveform(view.State().WaveformWidth() + 15, 20));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return view.Zoom().Horizontal().position >= 60; }, 5000));
+    QTest::mouseRelease(widget_.get(), Qt::LeftButton, {},
+                        Waveform(view.State().WaveformWidth() + 15, 20));
+    EXPECT_EQ(view.State().GetSelection().start, anchor);
+    EXPECT_GE(view.State().GetSelection().end, FrameAt(view.State().WaveformWidth() - 1));
     EXPECT_TRUE(QAbstractEventDispatcher::instance()->registeredTimers(widget_.get()).isEmpty())
         << "it scrolls on";
 }
@@ -205,67 +207,68 @@ TEST_F(SoundViewWidgetTest, TheWheelZoomsAroundThePointer) {
     for (int notch = 0; notch < 4; ++notch) {
         Wheel(pointer, 120, Qt::ControlModifier);
         EXPECT_NEAR(static_cast<double>(FrameAt(400)), static_cast<double>(frame),
-                    static_cast<double>(2 * view.TimeRatio() + 2));
+                    static_cast<double>(2 * view.Zoom().TimeRatio() + 2));
     }
-    EXPECT_EQ(view.Horizontal().maximum, 16 * view.WaveformWidth());
-    const std::int64_t position = view.Horizontal().position;
+    EXPECT_EQ(view.Zoom().Horizontal().maximum, 16 * view.State().WaveformWidth());
+    const std::int64_t position = view.Zoom().Horizontal().position;
     Wheel(pointer, -120, {});
-    EXPECT_GT(view.Horizontal().position, position);
+    EXPECT_GT(view.Zoom().Horizontal().position, position);
     Wheel(pointer, 120, Qt::ControlModifier | Qt::ShiftModifier);
-    EXPECT_TRUE(view.ShowsVerticalScrollBar());
+    EXPECT_TRUE(IsLevelZoomed(view.Zoom().State()));
 }
 
 TEST_F(SoundViewWidgetTest, TheWheelOverTheLevelRulerZoomsLevelsUnderTheBarToo) {
     ShowRulers();
     CSoundView& view = Open({1, 1000000, BeatingTone, {}});
-    view.ZoomTimeIn();
-    view.ScrollHorizontallyTo(300);
-    const ScrollState time = view.Horizontal();
-    const Rectangle& ruler = view.Geometry().verticalRuler;
-    const int height = view.WaveformHeight();
+    view.Zoom().Time(TimeZoomIn);
+    view.Zoom().ScrollHorizontallyTo(300);
+    const ScrollState time = view.Zoom().Horizontal();
+    const Rectangle& ruler = view.State().Geometry().verticalRuler;
+    const int height = view.State().WaveformHeight();
     const QPoint left(ruler.left + 2, ruler.top + 50);
     const QPoint edge(ruler.right - 2, ruler.top + 60);
     Wheel(left, 120, {});
-    EXPECT_EQ(view.Vertical().maximum, height * 3 / 2);
+    EXPECT_EQ(view.Zoom().Vertical().maximum, height * 3 / 2);
     Wheel(left, 120, {});
-    EXPECT_EQ(view.Vertical().maximum, height * 3 / 2 * 3 / 2);
+    EXPECT_EQ(view.Zoom().Vertical().maximum, height * 3 / 2 * 3 / 2);
     MovePointer(edge);
     ASSERT_EQ(widget_->childAt(edge), Bar(Qt::Vertical));
     Wheel(edge, -120, {});
-    EXPECT_NEAR(static_cast<double>(view.Vertical().maximum), height * 1.5, 1);
+    EXPECT_NEAR(static_cast<double>(view.Zoom().Vertical().maximum), height * 1.5, 1);
     // As far down as the bar reaches.
-    Wheel({edge.x(), view.Geometry().horizontalRuler.top}, -120, {});
-    EXPECT_EQ(view.Vertical().maximum, height);
+    Wheel({edge.x(), view.State().Geometry().horizontalRuler.top}, -120, {});
+    EXPECT_EQ(view.Zoom().Vertical().maximum, height);
     EXPECT_FALSE(Bar(Qt::Vertical)->isVisible());
-    EXPECT_EQ(view.Horizontal(), time);
+    EXPECT_EQ(view.Zoom().Horizontal(), time);
 }
 
 TEST_F(SoundViewWidgetTest, TheWheelOverTheScrollBarBelowWorksWhereItStands) {
     CSoundView& view = Open({1, 1000000, BeatingTone, {}});
-    const QPoint pointer(400, ToQRect(view.Geometry().horizontalScrollBar).center().y());
+    const QPoint pointer(400, ToQRect(view.State().Geometry().horizontalScrollBar).center().y());
     ASSERT_EQ(widget_->childAt(pointer), Bar(Qt::Horizontal));
     const std::int64_t frame = FrameAt(400);
     for (int notch = 0; notch < 4; ++notch) Wheel(pointer, 120, Qt::ControlModifier);
-    EXPECT_EQ(view.Horizontal().maximum, 16 * view.WaveformWidth());
+    EXPECT_EQ(view.Zoom().Horizontal().maximum, 16 * view.State().WaveformWidth());
     EXPECT_NEAR(static_cast<double>(FrameAt(400)), static_cast<double>(frame),
-                static_cast<double>(2 * view.TimeRatio()));
+                static_cast<double>(2 * view.Zoom().TimeRatio()));
 }
 
 TEST_F(SoundViewWidgetTest, TheLevelBarShowsOnlyWhileItIsWanted) {
     ShowRulers();
     CSoundView& view = Open({1, 64000, BeatingTone, {}});
     QScrollBar* const bar = Bar(Qt::Vertical);
-    const Rectangle& ruler = view.Geometry().verticalRuler;
+    const Rectangle& ruler = view.State().Geometry().verticalRuler;
     const auto at = [&](int fromRight) { return QPoint(ruler.right - fromRight, 100); };
     MovePointer(at(2));
     EXPECT_FALSE(bar->isVisible()) << "there is nothing to scroll";
-    view.ZoomLevelIn();
+    view.Zoom().Level(LevelZoomIn);
     EXPECT_TRUE(bar->isVisible()) << "the pointer waits for it";
-    view.ZoomDefault();
-    QWidget* const zoomer = widget_->childAt(ToQRect(view.Geometry().zoomerButton).center());
+    ZoomDefault(view);
+    QWidget* const zoomer =
+        widget_->childAt(ToQRect(view.State().Geometry().zoomerButton).center());
     QEnterEvent enter({2, 2}, {2, 2}, {2, 2});
     QApplication::sendEvent(zoomer, &enter);
-    view.ZoomLevelIn();
+    view.Zoom().Level(LevelZoomIn);
     EXPECT_FALSE(bar->isVisible()) << "the pointer went on to a button";
     MovePointer(at(3));
     EXPECT_TRUE(bar->isVisible());
@@ -295,7 +298,7 @@ TEST_F(SoundViewWidgetTest, TheLevelBarShowsOnlyWhileItIsWanted) {
     QTest::mouseMove(bar, thumb - QPoint(100, 20));
     QApplication::sendEvent(bar, &leave);
     EXPECT_TRUE(bar->isVisible());
-    EXPECT_LT(view.Vertical().position, 67);
+    EXPECT_LT(view.Zoom().Vertical().position, 67);
     QTest::mouseRelease(bar, Qt::LeftButton, {}, thumb - QPoint(100, 20));
     EXPECT_FALSE(bar->isVisible());
 
@@ -313,35 +316,35 @@ TEST_F(SoundViewWidgetTest, ScrollBarsAndViewStayInStep) {
     QScrollBar* const bar = Bar(Qt::Horizontal);
     EXPECT_FALSE(Bar(Qt::Vertical)->isVisible());
     EXPECT_EQ(bar->maximum(), 0);
-    view.ZoomTimeIn();
-    view.ZoomTimeIn();
-    EXPECT_EQ(bar->maximum(), view.Horizontal().LastPosition());
-    EXPECT_EQ(bar->pageStep(), view.Horizontal().page);
+    view.Zoom().Time(TimeZoomIn);
+    view.Zoom().Time(TimeZoomIn);
+    EXPECT_EQ(bar->maximum(), view.Zoom().Horizontal().LastPosition());
+    EXPECT_EQ(bar->pageStep(), view.Zoom().Horizontal().page);
 
     struct Step {
         QAbstractSlider::SliderAction action;
         std::int64_t expected;
     };
-    view.ScrollHorizontallyTo(100);
+    view.Zoom().ScrollHorizontallyTo(100);
     EXPECT_EQ(bar->value(), 100);
     for (const Step& step :
          {Step{QAbstractSlider::SliderSingleStepAdd, 101},
           Step{QAbstractSlider::SliderPageStepAdd, 111},
           Step{QAbstractSlider::SliderSingleStepSub, 110},
           Step{QAbstractSlider::SliderPageStepSub, 100},
-          Step{QAbstractSlider::SliderToMaximum, view.Horizontal().LastPosition()},
+          Step{QAbstractSlider::SliderToMaximum, view.Zoom().Horizontal().LastPosition()},
           Step{QAbstractSlider::SliderToMinimum, 0}}) {
         bar->triggerAction(step.action);
-        EXPECT_EQ(view.Horizontal().position, step.expected) << step.action;
+        EXPECT_EQ(view.Zoom().Horizontal().position, step.expected) << step.action;
         EXPECT_EQ(bar->value(), step.expected) << step.action;
     }
     bar->setValue(250);
-    EXPECT_EQ(view.Horizontal().position, 250);
+    EXPECT_EQ(view.Zoom().Horizontal().position, 250);
 
-    view.ZoomLevelIn();
-    EXPECT_EQ(Bar(Qt::Vertical)->value(), view.Vertical().position);
+    view.Zoom().Level(LevelZoomIn);
+    EXPECT_EQ(Bar(Qt::Vertical)->value(), view.Zoom().Vertical().position);
     Bar(Qt::Vertical)->setValue(3);
-    EXPECT_EQ(view.Vertical().position, 3);
+    EXPECT_EQ(view.Zoom().Vertical().position, 3);
 }
 
 TEST_F(SoundViewWidgetTest, TheZoomButtonsTakeEitherButton) {
@@ -351,30 +354,30 @@ TEST_F(SoundViewWidgetTest, TheZoomButtonsTakeEitherButton) {
         ASSERT_NE(child, nullptr);
         QTest::mouseClick(child, button);
     };
-    const std::int64_t width = view.Horizontal().maximum;
-    press(view.Geometry().timeZoomButton, Qt::LeftButton);
-    EXPECT_EQ(view.Horizontal().maximum, 2 * width);
-    press(view.Geometry().timeZoomButton, Qt::RightButton);
-    EXPECT_EQ(view.Horizontal().maximum, width);
-    press(view.Geometry().levelZoomButton, Qt::LeftButton);
-    EXPECT_TRUE(view.ShowsVerticalScrollBar());
-    press(view.Geometry().levelZoomButton, Qt::RightButton);
-    EXPECT_FALSE(view.ShowsVerticalScrollBar());
-    press(view.Geometry().zoomerButton, Qt::LeftButton);
+    const std::int64_t width = view.Zoom().Horizontal().maximum;
+    press(view.State().Geometry().timeZoomButton, Qt::LeftButton);
+    EXPECT_EQ(view.Zoom().Horizontal().maximum, 2 * width);
+    press(view.State().Geometry().timeZoomButton, Qt::RightButton);
+    EXPECT_EQ(view.Zoom().Horizontal().maximum, width);
+    press(view.State().Geometry().levelZoomButton, Qt::LeftButton);
+    EXPECT_TRUE(IsLevelZoomed(view.Zoom().State()));
+    press(view.State().Geometry().levelZoomButton, Qt::RightButton);
+    EXPECT_FALSE(IsLevelZoomed(view.Zoom().State()));
+    press(view.State().Geometry().zoomerButton, Qt::LeftButton);
     EXPECT_EQ(viewDialogs_.asked, std::vector<std::string>{"zoom"});
 }
 
 TEST_F(SoundViewWidgetTest, PlainKeysRunTheirCommands) {
     CSoundView& view = Open({1, 64000, BeatingTone, {}});
     QTest::keyClick(widget_.get(), Qt::Key_Up);
-    EXPECT_EQ(view.Horizontal().maximum, 2 * view.WaveformWidth());
-    view.SetCursor(1000);
+    EXPECT_EQ(view.Zoom().Horizontal().maximum, 2 * view.State().WaveformWidth());
+    view.State().SetCursor(1000);
     QTest::keyClick(widget_.get(), Qt::Key_Right);
-    EXPECT_EQ(view.Cursor(), 1000 + view.Pixels().FramesIn(1));
+    EXPECT_EQ(view.State().Cursor(), 1000 + view.Zoom().Pixels().FramesIn(1));
     QTest::keyClick(widget_.get(), Qt::Key_M);
     EXPECT_EQ(view.Sound().Markers().Count(), 1u);
     QTest::keyClick(widget_.get(), Qt::Key_End, Qt::ShiftModifier);
-    EXPECT_EQ(view.GetSelection().end, 64000u);
+    EXPECT_EQ(view.State().GetSelection().end, 64000u);
     QTest::keyClick(widget_.get(), Qt::Key_Space);
     EXPECT_TRUE(view.Sound().IsPlaying());
     QTest::keyClick(widget_.get(), Qt::Key_Return);
@@ -387,7 +390,7 @@ TEST_F(SoundViewWidgetTest, PlainKeysRunTheirCommands) {
 TEST_F(SoundViewWidgetTest, TheRightButtonOpensTheMenuForTheSelection) {
     CSoundView& view = Open({1, 64000, BeatingTone, {}});
     for (const bool selected : {false, true}) {
-        if (selected) view.SetSelection(1000, 30000);
+        if (selected) view.State().SetSelection(1000, 30000);
         QTest::mousePress(widget_.get(), Qt::RightButton, {}, Waveform(400, 40));
         QTest::mouseRelease(widget_.get(), Qt::RightButton, {}, Waveform(400, 40));
         auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
@@ -409,8 +412,8 @@ TEST_F(SoundViewWidgetTest, AFlagIsDraggedAndAPlainPointerReadsTheSamples) {
     sound.markers.Add(32000, "Here", 0);
     SetOption("__SOUND_GENERAL_OPTIONS", "DISPLAY SAMPLE DATA", 1);
     CSoundView& view = Open(sound);
-    const auto x = static_cast<int>(view.Pixels().X(32000)) + 2;
-    const int y = view.Geometry().markerStrip.top + 4;
+    const auto x = static_cast<int>(view.Zoom().Pixels().X(32000)) + 2;
+    const int y = view.State().Geometry().markerStrip.top + 4;
     QTest::mouseMove(widget_.get(), {x, y});
     EXPECT_EQ(widget_->cursor().shape(), Qt::PointingHandCursor);
     Drag({x, y}, {x + 100, y});

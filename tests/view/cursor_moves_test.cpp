@@ -48,14 +48,14 @@ TEST_F(CursorMovesTest, MovesAtTenFramesAPixelLeaveCursorAndSelectionAsStated) {
         {"not before the start", kExtendRight1, 50, {100, 1000}, 60, {100, 1000}},
     };
     OpenRamp(6400);
-    ASSERT_EQ(View().TimeRatio(), 10);
+    ASSERT_EQ(View().Zoom().TimeRatio(), 10);
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
-        View().SetCursor(c.cursor);
-        View().SetSelection(c.selection.start, c.selection.end);
+        View().State().SetCursor(c.cursor);
+        View().State().SetSelection(c.selection.start, c.selection.end);
         EXPECT_TRUE(c.move(View()));
-        EXPECT_EQ(View().Cursor(), c.newCursor);
-        EXPECT_EQ(View().GetSelectionEnds(), c.newEnds);
+        EXPECT_EQ(View().State().Cursor(), c.newCursor);
+        EXPECT_EQ(View().State().GetSelectionEnds(), c.newEnds);
     }
 }
 
@@ -75,68 +75,68 @@ TEST_F(CursorMovesTest, LeavingTheWindowScrollsByThreeSteps) {
         {"far right", kRight25, 1640, 1075},
     };
     OpenRamp(6400);
-    View().ZoomTimeFull();
+    View().Zoom().Time(TimeZoomFull);
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
-        View().SetCursor(c.cursor);
-        View().ScrollHorizontallyTo(1000);
-        ASSERT_EQ(View().Horizontal().position, 1000);
+        View().State().SetCursor(c.cursor);
+        View().Zoom().ScrollHorizontallyTo(1000);
+        ASSERT_EQ(View().Zoom().Horizontal().position, 1000);
         c.move(View());
-        EXPECT_EQ(View().Horizontal().position, c.newPosition);
+        EXPECT_EQ(View().Zoom().Horizontal().position, c.newPosition);
     }
 }
 
 TEST_F(CursorMovesTest, ScrollingStopsAtBothEndsOfTheRange) {
     OpenRamp(6400);
-    View().ZoomTimeFull();
-    View().ScrollHorizontallyTo(10);
-    View().SetCursor(5);
+    View().Zoom().Time(TimeZoomFull);
+    View().Zoom().ScrollHorizontallyTo(10);
+    View().State().SetCursor(5);
     kLeft25(View());
-    EXPECT_EQ(View().Horizontal().position, 0);
-    View().ScrollHorizontallyTo(6400);
-    View().SetCursor(6400);
+    EXPECT_EQ(View().Zoom().Horizontal().position, 0);
+    View().Zoom().ScrollHorizontallyTo(6400);
+    View().State().SetCursor(6400);
     kRight25(View());
-    EXPECT_EQ(View().Horizontal().position, View().Horizontal().LastPosition());
-    EXPECT_EQ(View().Cursor(), 6400u);
+    EXPECT_EQ(View().Zoom().Horizontal().position, View().Zoom().Horizontal().LastPosition());
+    EXPECT_EQ(View().State().Cursor(), 6400u);
 }
 
 TEST_F(CursorMovesTest, StartAndEndDropTheSelectionToZeroAndScrollThere) {
     OpenRamp(6400);
-    View().ZoomTimeFull();
-    View().SetSelection(100, 200);
+    View().Zoom().Time(TimeZoomFull);
+    View().State().SetSelection(100, 200);
     EXPECT_TRUE(MoveCursorToEnd(View()));
-    EXPECT_EQ(View().Cursor(), 6400u);
-    EXPECT_EQ(View().GetSelection(), Selection{});
-    EXPECT_EQ(View().Horizontal().position, View().Horizontal().LastPosition());
-    EXPECT_TRUE(View().IsFrameInSight(6400));
-    View().SetSelection(100, 200);
+    EXPECT_EQ(View().State().Cursor(), 6400u);
+    EXPECT_EQ(View().State().GetSelection(), Selection{});
+    EXPECT_EQ(View().Zoom().Horizontal().position, View().Zoom().Horizontal().LastPosition());
+    EXPECT_TRUE(View().Zoom().IsFrameInSight(6400));
+    View().State().SetSelection(100, 200);
     EXPECT_TRUE(MoveCursorToStart(View()));
-    EXPECT_EQ(View().Cursor(), 0u);
-    EXPECT_EQ(View().GetSelection(), Selection{});
-    EXPECT_EQ(View().Horizontal().position, 0);
+    EXPECT_EQ(View().State().Cursor(), 0u);
+    EXPECT_EQ(View().State().GetSelection(), Selection{});
+    EXPECT_EQ(View().Zoom().Horizontal().position, 0);
     OpenRamp(6400, 1, 8);
-    View().ZoomTimeFull();
+    View().Zoom().Time(TimeZoomFull);
     EXPECT_TRUE(MoveCursorToEnd(View()));
-    EXPECT_TRUE(View().IsFrameInSight(6400)) << "whatever a sample takes";
+    EXPECT_TRUE(View().Zoom().IsFrameInSight(6400)) << "whatever a sample takes";
 }
 
 TEST_F(CursorMovesTest, SelectingToTheEndsKeepsTheOtherEnd) {
     OpenRamp(6400);
-    View().ZoomTimeFull();
-    View().SetCursor(100);
+    View().Zoom().Time(TimeZoomFull);
+    View().State().SetCursor(100);
     EXPECT_TRUE(SelectToEnd(View()));
-    EXPECT_EQ(View().GetSelection(), (Selection{100, 6400}));
-    EXPECT_EQ(View().Cursor(), 6400u);
-    EXPECT_TRUE(View().IsFrameInSight(6400));
-    View().SetSelection(200, 300);
+    EXPECT_EQ(View().State().GetSelection(), (Selection{100, 6400}));
+    EXPECT_EQ(View().State().Cursor(), 6400u);
+    EXPECT_TRUE(View().Zoom().IsFrameInSight(6400));
+    View().State().SetSelection(200, 300);
     EXPECT_TRUE(SelectToStart(View()));
-    EXPECT_EQ(View().GetSelection(), (Selection{0, 300}));
-    EXPECT_EQ(View().Cursor(), 0u);
-    EXPECT_TRUE(View().IsFrameInSight(0));
-    View().SetCursor(77);
+    EXPECT_EQ(View().State().GetSelection(), (Selection{0, 300}));
+    EXPECT_EQ(View().State().Cursor(), 0u);
+    EXPECT_TRUE(View().Zoom().IsFrameInSight(0));
+    View().State().SetCursor(77);
     SelectAll(View());
-    EXPECT_EQ(View().GetSelection(), (Selection{0, 6400}));
-    EXPECT_EQ(View().Cursor(), 77u);
+    EXPECT_EQ(View().State().GetSelection(), (Selection{0, 6400}));
+    EXPECT_EQ(View().State().Cursor(), 77u);
 }
 
 TEST_F(CursorMovesTest, GoToCursorTakesAFrameOrATimeAndShowsIt) {
@@ -147,41 +147,41 @@ TEST_F(CursorMovesTest, GoToCursorTakesAFrameOrATimeAndShowsIt) {
                                                           {{Unit::kTime, 0, -1}, 0},
                                                           {{Unit::kTime, 0, 1e12}, 6400}};
     OpenRamp(6400);
-    View().ZoomTimeFull();
+    View().Zoom().Time(TimeZoomFull);
     for (const auto& [choice, frame] : cases) {
         SCOPED_TRACE(frame);
-        View().SetSelection(10, 20);
+        View().State().SetSelection(10, 20);
         dialogs.goTo = choice;
         EXPECT_TRUE(AskAndGoToCursor(View()));
-        EXPECT_EQ(View().Cursor(), frame);
-        EXPECT_EQ(View().GetSelection(), (Selection{frame, frame}));
-        EXPECT_TRUE(View().IsFrameInSight(frame));
+        EXPECT_EQ(View().State().Cursor(), frame);
+        EXPECT_EQ(View().State().GetSelection(), (Selection{frame, frame}));
+        EXPECT_TRUE(View().Zoom().IsFrameInSight(frame));
     }
     dialogs.goTo.reset();
     EXPECT_FALSE(AskAndGoToCursor(View()));
-    EXPECT_EQ(View().Cursor(), 6400u);
+    EXPECT_EQ(View().State().Cursor(), 6400u);
 }
 
 TEST_F(CursorMovesTest, SelectsBetweenTheNearestMarkersOrToTheEnds) {
     OpenRamp(1000);
     EXPECT_TRUE(SelectBetweenMarkers(View(), 500));
-    EXPECT_EQ(View().GetSelection(), (Selection{0, 1000}));
+    EXPECT_EQ(View().State().GetSelection(), (Selection{0, 1000}));
     Sound().Markers().Add(200, "", 0);
     Sound().Markers().Add(600, "", 0);
     const std::pair<std::uint32_t, Selection> cases[] = {
         {100, {0, 200}}, {200, {200, 600}}, {599, {200, 600}}, {600, {600, 1000}}};
     for (const auto& [frame, expected] : cases) {
         SelectBetweenMarkers(View(), frame);
-        EXPECT_EQ(View().GetSelection(), expected) << frame;
+        EXPECT_EQ(View().State().GetSelection(), expected) << frame;
     }
 }
 
 TEST_F(CursorMovesTest, AnEmptySoundRefusesEveryMove) {
-    ASSERT_TRUE(workspace.NewDocument(NewSoundChoice{}));
+    OpenRamp(0);
     for (const Move move : {kLeft1, kRight25, kExtendLeft1, MoveCursorToStart, MoveCursorToEnd,
                             SelectAll, SelectToStart, SelectToEnd, AskAndGoToCursor}) {
         EXPECT_FALSE(move(View()));
-        EXPECT_EQ(View().Cursor(), 0u);
+        EXPECT_EQ(View().State().Cursor(), 0u);
         EXPECT_FALSE(View().LastError().empty());
     }
 }

@@ -16,9 +16,9 @@ class EditCommandsTest : public ViewTest {
   protected:
     // Puts frames of the ramp on the clipboard.
     void CopyFrames(std::uint32_t start, std::uint32_t end) {
-        View().SetSelection(start, end);
+        View().State().SetSelection(start, end);
         ASSERT_TRUE(Run(kCopy));
-        View().SetSelection(0, 0);
+        View().State().SetSelection(0, 0);
     }
 
     using MarkerRow = std::tuple<std::uint32_t, std::string, std::uint32_t>;  // with its length
@@ -64,15 +64,15 @@ TEST_F(EditCommandsTest, EveryCommandLeavesSelectionCursorAndLengthAsStated) {
         dialogs.replicateCount = 3;
         dialogs.mix = MixChoice{};
         dialogs.crossfade = CrossfadeChoice{};
-        View().ZoomTimeIn();
-        const ScrollState zoom = View().Horizontal();
-        View().SetCursor(c.cursor);
-        View().SetSelection(c.selection.start, c.selection.end);
+        View().Zoom().Time(TimeZoomIn);
+        const ScrollState zoom = View().Zoom().Horizontal();
+        View().State().SetCursor(c.cursor);
+        View().State().SetSelection(c.selection.start, c.selection.end);
         EXPECT_TRUE(Run(c.command)) << View().LastError();
         EXPECT_EQ(View().FrameCount(), c.frames);
-        EXPECT_EQ(View().GetSelection(), c.newSelection);
-        EXPECT_EQ(View().Cursor(), c.newCursor);
-        EXPECT_EQ(View().Horizontal().maximum, zoom.maximum);
+        EXPECT_EQ(View().State().GetSelection(), c.newSelection);
+        EXPECT_EQ(View().State().Cursor(), c.newCursor);
+        EXPECT_EQ(View().Zoom().Horizontal().maximum, zoom.maximum);
         EXPECT_EQ(Document().GetModified(), c.command != kCopy);
         EXPECT_TRUE(prompts.questions.empty());
     }
@@ -86,22 +86,22 @@ TEST_F(EditCommandsTest, APixelNeverStandsForLessThanAFrameAfterACut) {
     for (const auto& c : cases) {
         SCOPED_TRACE(c.frames);
         OpenRamp(c.frames);
-        View().ZoomTimeFull();
-        View().SetSelection(c.cut.start, c.cut.end);
+        View().Zoom().Time(TimeZoomFull);
+        View().State().SetSelection(c.cut.start, c.cut.end);
         EXPECT_TRUE(Run(kCut));
-        EXPECT_EQ(View().Horizontal().maximum, c.frames - (c.cut.end - c.cut.start));
-        EXPECT_EQ(View().Horizontal().maximum, View().FrameCount());
+        EXPECT_EQ(View().Zoom().Horizontal().maximum, c.frames - (c.cut.end - c.cut.start));
+        EXPECT_EQ(View().Zoom().Horizontal().maximum, View().FrameCount());
     }
-    EXPECT_EQ(View().Cursor(), 0u);
+    EXPECT_EQ(View().State().Cursor(), 0u);
     // Pasted into nothing, the sound fills the window again.
     EXPECT_TRUE(Run(kPaste));
     EXPECT_EQ(View().FrameCount(), 5000u);
-    EXPECT_EQ(View().TimePercent(), 100.0);
+    EXPECT_EQ(View().Zoom().TimePercent(), 100.0);
 }
 
 TEST_F(EditCommandsTest, TheExtremesFollowAnEdit) {
     OpenRamp(2560);
-    View().SetSelection(512, 1024);
+    View().State().SetSelection(512, 1024);
     EXPECT_TRUE(Run(kDelete));
     EXPECT_EQ(View().Extremes().Over(0, 256, 512), (SampleExtremes{511, 256}));
     EXPECT_EQ(View().Extremes().Over(0, 512, 768), (SampleExtremes{1279, 1024}));
@@ -110,16 +110,14 @@ TEST_F(EditCommandsTest, TheExtremesFollowAnEdit) {
 
 TEST_F(EditCommandsTest, CommandsSayWhyTheyAreNotOffered) {
     OpenRamp(5000);
-    const auto reason = [&](int command) {
-        return workspace.Active()->commands->ReasonDisabled(command);
-    };
+    const auto reason = [&](int command) { return Commands().ReasonDisabled(command); };
     for (const int command : {kCut, kCopy, kDelete, kZoomSelection, kPasteOverwrite})
         EXPECT_EQ(reason(command), "Nothing is selected.");
     for (const int command : {kPaste, kPasteNew, kMix, kPasteReplicate, kClipboardContents})
         EXPECT_EQ(reason(command), "The clipboard holds no wave data.");
     EXPECT_EQ(reason(kUndo), "There is nothing to undo.");
     EXPECT_EQ(reason(kRedo), "There is nothing to redo.");
-    View().SetSelection(10, 20);
+    View().State().SetSelection(10, 20);
     EXPECT_EQ(reason(kPasteNew), "") << "a selection alone is enough";
     EXPECT_EQ(reason(kPasteBlockCopy), "The clipboard holds no wave data.");
     EXPECT_EQ(reason(kCut), "");
@@ -150,13 +148,13 @@ TEST_F(EditCommandsTest, TheMixDialogsShowTheirRangeAndGiveGainsInPercent) {
     };
     OpenRamp(5000);
     CopyFrames(1000, 1100);
-    View().SetCursor(200);
+    View().State().SetCursor(200);
     dialogs.mix = MixChoice{50, 200};
     EXPECT_TRUE(Run(kMix));
     EXPECT_EQ(shown(), std::pair(200u, 299u));
     EXPECT_EQ(dialogs.shownRange.bits, 16u);
     EXPECT_EQ(Samples(199, 3), (std::vector<int>{199, 500 + 400, 500 + 402}));
-    View().SetSelection(3000, 3002);
+    View().State().SetSelection(3000, 3002);
     dialogs.crossfade = CrossfadeChoice{100, 0, 0, 100};
     EXPECT_TRUE(Run(kCrossfadeMix));
     EXPECT_EQ(shown(), std::pair(3000u, 3002u));
@@ -165,22 +163,6 @@ TEST_F(EditCommandsTest, TheMixDialogsShowTheirRangeAndGiveGainsInPercent) {
     CopyFrames(0, 10);
     EXPECT_TRUE(Run(kCrossfadeMix));
     EXPECT_EQ(dialogs.shownRange.bits, 8u);
-}
-
-TEST_F(EditCommandsTest, PasteNewOpensTheSelectionAsADocumentOfItsOwn) {
-    OpenRamp(5000, 2);
-    View().SetSelection(100, 110);
-    // The second time nothing is selected: the clipboard as it is.
-    for (const char* title : {"Paste_1", "Paste_2"}) {
-        EXPECT_TRUE(Run(kPasteNew));
-        EXPECT_EQ(Document().Title(), title);
-        EXPECT_EQ(workspace.ActiveIndex(), workspace.Count() - 1);
-        EXPECT_EQ(Sound().GetChannels(), 2u);
-        EXPECT_EQ(View().Horizontal().maximum, 10);
-        EXPECT_EQ(Samples(0, 10),
-                  (std::vector<int>{100, 101, 102, 103, 104, 105, 106, 107, 108, 109}));
-    }
-    EXPECT_EQ(workspace.Count(), 3u);
 }
 
 TEST_F(EditCommandsTest, ClipboardContentsShowsAndPlaysTheClip) {
@@ -203,20 +185,20 @@ TEST_F(EditCommandsTest, ClipboardContentsShowsAndPlaysTheClip) {
 
 TEST_F(EditCommandsTest, UndoFitsTheWindowAndRedoKeepsTheZoomWithTheEditInSight) {
     OpenRamp(6400);
-    View().SetSelection(3000, 3100);
+    View().State().SetSelection(3000, 3100);
     EXPECT_TRUE(Run(kDelete));
     const std::pair<std::int64_t, std::int64_t> positions[] = {{2900, 2900},  // in sight already
                                                                {0, 3000 - kWidth / 2}};
     for (const auto& [before, after] : positions) {
-        View().ZoomTimeFull();
+        View().Zoom().Time(TimeZoomFull);
         EXPECT_TRUE(Run(kUndo));
-        EXPECT_EQ(View().Horizontal().maximum, kWidth);
+        EXPECT_EQ(View().Zoom().Horizontal().maximum, kWidth);
         EXPECT_EQ(View().FrameCount(), 6400u);
-        View().ZoomTimeFull();
-        View().ScrollHorizontallyTo(before);
+        View().Zoom().Time(TimeZoomFull);
+        View().Zoom().ScrollHorizontallyTo(before);
         EXPECT_TRUE(Run(kRedo));
-        EXPECT_EQ(View().Horizontal().maximum, 6300) << "a frame a pixel, as before";
-        EXPECT_EQ(View().Horizontal().position, after);
+        EXPECT_EQ(View().Zoom().Horizontal().maximum, 6300) << "a frame a pixel, as before";
+        EXPECT_EQ(View().Zoom().Horizontal().position, after);
     }
 }
 
@@ -240,18 +222,18 @@ TEST_F(EditCommandsTest, TheFirstDifferenceIsFoundInSoundsOfAnyLength) {
 TEST_F(EditCommandsTest, UndoClampsSelectionAndCursorToTheShorterSound) {
     OpenRamp(1000);
     CopyFrames(0, 1000);
-    View().SetCursor(1000);
+    View().State().SetCursor(1000);
     EXPECT_TRUE(Run(kPaste));
-    EXPECT_EQ(View().Cursor(), 2000u);
-    View().SetSelection(500, 1900);
+    EXPECT_EQ(View().State().Cursor(), 2000u);
+    View().State().SetSelection(500, 1900);
     EXPECT_TRUE(Run(kUndo));
-    EXPECT_EQ(View().Cursor(), 1000u);
-    EXPECT_EQ(View().GetSelection(), (Selection{500, 1000}));
+    EXPECT_EQ(View().State().Cursor(), 1000u);
+    EXPECT_EQ(View().State().GetSelection(), (Selection{500, 1000}));
 }
 
 TEST_F(EditCommandsTest, MarkerCommandsClampMarkModifiedAndReportWhatIsMissing) {
     OpenRamp(1000);
-    View().SetCursor(300);
+    View().State().SetCursor(300);
     EXPECT_TRUE(Run(kDropMarker));
     EXPECT_EQ(Markers(), (std::vector<MarkerRow>{{300, "Marker 1", 0}}));
     EXPECT_TRUE(Document().GetModified());
@@ -268,7 +250,7 @@ TEST_F(EditCommandsTest, MarkerCommandsClampMarkModifiedAndReportWhatIsMissing) 
 
 TEST_F(EditCommandsTest, TheMarkerDialogShowsTheSoundAndAddsItsFirstMarker) {
     OpenRamp(1000, 1, 16, 8000);
-    View().SetCursor(70);
+    View().State().SetCursor(70);
     EXPECT_EQ(NearestMarkerId(View(), 5), 0u);
     dialogs.markerEdits = {{MarkerEdit::Kind::kAdd, 0, 70, "", 0}};
     EXPECT_TRUE(Run(kMarkerAdd));
@@ -290,7 +272,7 @@ TEST_F(EditCommandsTest, TheMarkerDialogProposesTheSelectionAndItsEditsAreCarrie
     OpenRamp(1000);
     AddMarker(View(), 100, "a", 0);
     AddMarker(View(), 200, "b", 0);
-    View().SetSelection(400, 450);
+    View().State().SetSelection(400, 450);
     dialogs.markerEdits = {{MarkerEdit::Kind::kDelete, 1, 0, "", 0},
                            {MarkerEdit::Kind::kSet, 2, 250, "c", 5},
                            {MarkerEdit::Kind::kAdd, 0, 400, "d", 50}};
@@ -320,17 +302,17 @@ TEST_F(EditCommandsTest, MarkerStepsFitTheWindowOnUndoAndShowTheMarkerOnRedo) {
     SetMarker(View(), 2, 4000, "", 0);
     const std::uint32_t places[] = {3000, 5000, 3000, 4000};
     for (std::size_t i = std::size(places); i-- > 0;) {
-        EXPECT_EQ(workspace.Active()->commands->MenuTextOfCommand(kUndo), "&UndoMarker");
-        View().ZoomTimeFull();
+        EXPECT_EQ(Commands().MenuTextOfCommand(kUndo), "&UndoMarker");
+        View().Zoom().Time(TimeZoomFull);
         EXPECT_TRUE(Run(kUndo));
-        EXPECT_EQ(View().Horizontal().maximum, kWidth);
+        EXPECT_EQ(View().Zoom().Horizontal().maximum, kWidth);
         EXPECT_EQ(Markers().size(), std::size_t{i == 0 ? 0u : i == 2 ? 2u : 1u});
     }
-    View().ZoomTimeFull();
+    View().Zoom().Time(TimeZoomFull);
     for (const std::uint32_t place : places) {
-        View().ScrollHorizontallyTo(0);
+        View().Zoom().ScrollHorizontallyTo(0);
         EXPECT_TRUE(Run(kRedo));
-        EXPECT_EQ(View().Horizontal().position, place - kWidth / 2);
+        EXPECT_EQ(View().Zoom().Horizontal().position, place - kWidth / 2);
     }
     EXPECT_EQ(Markers(), (std::vector<MarkerRow>{{4000, "b", 0}}));
 }

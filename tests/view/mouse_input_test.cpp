@@ -11,8 +11,8 @@ class MouseInputTest : public ViewTest {
   protected:
     // A frame a pixel, and frame 1000 at the left edge.
     void ZoomAndScroll() {
-        View().ZoomTimeFull();
-        View().ScrollHorizontallyTo(1000);
+        View().Zoom().Time(TimeZoomFull);
+        View().Zoom().ScrollHorizontallyTo(1000);
     }
     static PointerEvent At(int x, int y = 100) { return {x, y, false, false}; }
     static PointerEvent ShiftAt(int x) { return {x, 100, true, false}; }
@@ -26,24 +26,25 @@ class MouseInputTest : public ViewTest {
 };
 
 TEST_F(MouseInputTest, ClickDragShiftAndEdgesSelect) {
-    View().SetSelection(10, 20);
+    View().State().SetSelection(10, 20);
     mouse.Press(MouseButton::kLeft, At(100));
-    EXPECT_FALSE(View().HasSelection());
+    EXPECT_FALSE(View().State().HasSelection());
     mouse.Move(At(200));
-    EXPECT_EQ(View().GetSelection(), (Selection{1000, 2000}));
+    EXPECT_EQ(View().State().GetSelection(), (Selection{1000, 2000}));
     mouse.Release(At(210));
     mouse.Move(At(300));
-    EXPECT_EQ(View().GetSelection(), (Selection{1000, 2100})) << "no button is down";
+    EXPECT_EQ(View().State().GetSelection(), (Selection{1000, 2100})) << "no button is down";
 
     mouse.Press(MouseButton::kLeft, ShiftAt(110));
     mouse.Release(ShiftAt(110));
-    EXPECT_EQ(View().GetSelection(), (Selection{1100, 2100}));
+    EXPECT_EQ(View().State().GetSelection(), (Selection{1100, 2100}));
 
     mouse.Press(MouseButton::kLeft, At(212));
-    EXPECT_EQ(View().GetSelection(), (Selection{1100, 2100})) << "a press on an edge moves nothing";
+    EXPECT_EQ(View().State().GetSelection(), (Selection{1100, 2100}))
+        << "a press on an edge moves nothing";
     mouse.Release(At(50));
-    EXPECT_EQ(View().GetSelection(), (Selection{500, 1100}));
-    EXPECT_EQ(View().Cursor(), 1000u);
+    EXPECT_EQ(View().State().GetSelection(), (Selection{500, 1100}));
+    EXPECT_EQ(View().State().Cursor(), 1000u);
 }
 
 TEST_F(MouseInputTest, ThePointerFindsWhatLiesUnderIt) {
@@ -51,11 +52,11 @@ TEST_F(MouseInputTest, ThePointerFindsWhatLiesUnderIt) {
     for (const char* key : {"HORIZONTAL RULER", "VERTICAL RULER"})
         ASSERT_TRUE(display.SetInteger("__SOUND_DISPLAY_ITEMS", key, 1));
     View().ReloadSettings();
-    View().SetSelection(1000, 1020);
+    View().State().SetSelection(1000, 1020);
     Sound().Markers().Add(3000, "", 0);
-    const ViewGeometry& g = View().Geometry();
-    const int flag = static_cast<int>(View().Pixels().X(3000));
-    const int start = static_cast<int>(View().Pixels().X(1000)) + 1;
+    const ViewGeometry& g = View().State().Geometry();
+    const int flag = static_cast<int>(View().Zoom().Pixels().X(3000));
+    const int start = static_cast<int>(View().Zoom().Pixels().X(1000)) + 1;
     const struct {
         int x, y;
         MouseTarget target;
@@ -81,47 +82,47 @@ TEST_F(MouseInputTest, DraggingPastAnEdgeScrollsOnAndSelectsOn) {
     ZoomAndScroll();
     mouse.Press(MouseButton::kLeft, At(600));
     mouse.Move(At(kWidth + 30));
-    EXPECT_EQ(View().GetSelection(), (Selection{1600, 1640}));
+    EXPECT_EQ(View().State().GetSelection(), (Selection{1600, 1640}));
     mouse.Tick();
-    EXPECT_EQ(View().Horizontal().position, 1030);
-    EXPECT_EQ(View().GetSelection(), (Selection{1600, 1670}));
+    EXPECT_EQ(View().Zoom().Horizontal().position, 1030);
+    EXPECT_EQ(View().State().GetSelection(), (Selection{1600, 1670}));
     mouse.Move(At(-500));
     mouse.Tick();
-    EXPECT_EQ(View().Horizontal().position, 970) << "no faster than 60 pixels";
-    EXPECT_EQ(View().GetSelection(), (Selection{970, 1600}));
+    EXPECT_EQ(View().Zoom().Horizontal().position, 970) << "no faster than 60 pixels";
+    EXPECT_EQ(View().State().GetSelection(), (Selection{970, 1600}));
     mouse.Cancel();
     mouse.Tick();
-    EXPECT_EQ(View().Horizontal().position, 970);
+    EXPECT_EQ(View().Zoom().Horizontal().position, 970);
 }
 
 TEST_F(MouseInputTest, RightClickAsksForTheMenuThatFits) {
     EXPECT_EQ(mouse.Press(MouseButton::kRight, At(10)), MouseRequest::kContextMenuNormal);
-    View().SetSelection(3000, 4000);
+    View().State().SetSelection(3000, 4000);
     EXPECT_EQ(mouse.Press(MouseButton::kRight, At(10)), MouseRequest::kContextMenuSelection);
-    EXPECT_EQ(View().GetSelection(), (Selection{3000, 4000}));
+    EXPECT_EQ(View().State().GetSelection(), (Selection{3000, 4000}));
 }
 
 TEST_F(MouseInputTest, ZoomButtonsZoomInOutAndAsk) {
     mouse.Press(MouseButton::kLeft, At(5, kHeight - 5));
-    EXPECT_EQ(View().Horizontal().maximum, 2 * kWidth);
+    EXPECT_EQ(View().Zoom().Horizontal().maximum, 2 * kWidth);
     mouse.Press(MouseButton::kRight, At(5, kHeight - 5));
-    EXPECT_EQ(View().Horizontal().maximum, kWidth);
-    const std::int64_t height = View().Vertical().maximum;
+    EXPECT_EQ(View().Zoom().Horizontal().maximum, kWidth);
+    const std::int64_t height = View().Zoom().Vertical().maximum;
     mouse.Press(MouseButton::kLeft, At(27, kHeight - 5));
-    EXPECT_EQ(View().Vertical().maximum, height * 3 / 2);
+    EXPECT_EQ(View().Zoom().Vertical().maximum, height * 3 / 2);
     UserZoom zoom;
     zoom.type = UserZoom::Type::kSample;
     zoom.startSample = 1000;
     zoom.endSample = 2000;
     dialogs.userZoom = zoom;
     mouse.Press(MouseButton::kLeft, At(kWidth - 5, kHeight - 5));
-    EXPECT_EQ(View().Horizontal().maximum, 4096);
+    EXPECT_EQ(View().Zoom().Horizontal().maximum, 4096);
     EXPECT_EQ(dialogs.shownUserZoom.endSample, 6400);
 }
 
 TEST_F(MouseInputTest, AMarkerIsDraggedByItsFlagAndEditedByADoubleClick) {
     Sound().Markers().Add(3000, "m", 77);
-    const int y = View().Geometry().markerStrip.top + 2;
+    const int y = View().State().Geometry().markerStrip.top + 2;
     mouse.Press(MouseButton::kLeft, At(302, y));
     mouse.Move(At(352, y));
     mouse.Release(At(352, y));
@@ -129,12 +130,12 @@ TEST_F(MouseInputTest, AMarkerIsDraggedByItsFlagAndEditedByADoubleClick) {
     EXPECT_EQ(Sound().Markers().Find(1)->length, 77u);
     EXPECT_EQ(Sound().Markers().Find(1)->name, "m");
     EXPECT_TRUE(Document().GetModified());
-    EXPECT_EQ(View().Cursor(), 0u);
+    EXPECT_EQ(View().State().Cursor(), 0u);
     mouse.DoubleClick(At(352, y));
     EXPECT_EQ(dialogs.markerRequest.markerId, 1u);
     EXPECT_EQ(dialogs.markerRequest.start, MarkerDialogRequest::Start::kEdit);
     mouse.DoubleClick(At(100));
-    EXPECT_EQ(View().GetSelection(), (Selection{0, 3500}));
+    EXPECT_EQ(View().State().GetSelection(), (Selection{0, 3500}));
 
     mouse.Press(MouseButton::kLeft, At(352, y));
     mouse.Move(At(99999, y));
@@ -147,7 +148,7 @@ TEST_F(MouseInputTest, AMarkerIsDraggedByItsFlagAndEditedByADoubleClick) {
 TEST_F(MouseInputTest, ADragOfAMarkerIsOneUndoStepHoweverItEnds) {
     Sound().Markers().Add(3000, "m", 0);
     Document().SetModified(false);
-    const int y = View().Geometry().markerStrip.top + 2;
+    const int y = View().State().Geometry().markerStrip.top + 2;
     const auto drag = [&](int from, std::initializer_list<int> places) {
         mouse.Press(MouseButton::kLeft, At(from, y));
         for (const int x : places) mouse.Move(At(x, y));
@@ -162,8 +163,8 @@ TEST_F(MouseInputTest, ADragOfAMarkerIsOneUndoStepHoweverItEnds) {
     drag(362, {402});
     mouse.Cancel();
     drag(402, {502});
-    workspace.StopActivity(0);
-    EXPECT_EQ(Document().History().Count(), 3u) << "closing finds the sound modified";
+    Document().EndMarkerEdit();
+    EXPECT_EQ(Document().History().Count(), 3u) << "as closing ends it";
     for (const std::uint32_t before : {4000u, 3600u, 3000u}) {
         EXPECT_TRUE(Run(view_command::kUndo));
         EXPECT_EQ(position(), before);
@@ -179,55 +180,55 @@ TEST_F(MouseInputTest, APressBesideTheTimeOrDuringADragSelectsNothing) {
     ProfileFile display = folder.Display();
     ASSERT_TRUE(display.SetInteger("__SOUND_DISPLAY_ITEMS", "VERTICAL RULER", 1));
     View().ReloadSettings();
-    View().SetSelection(1000, 2000);
-    const int ruler = View().Geometry().verticalRuler.left + 2;
+    View().State().SetSelection(1000, 2000);
+    const int ruler = View().State().Geometry().verticalRuler.left + 2;
     mouse.Press(MouseButton::kLeft, At(ruler));
     EXPECT_FALSE(mouse.IsDragging());
-    EXPECT_EQ(View().GetSelection(), (Selection{1000, 2000}));
+    EXPECT_EQ(View().State().GetSelection(), (Selection{1000, 2000}));
     mouse.Press(MouseButton::kLeft, At(300));
     EXPECT_EQ(mouse.Press(MouseButton::kRight, At(400)), MouseRequest::kNone);
     mouse.Press(MouseButton::kLeft, At(400));
     mouse.Release(At(500));
-    EXPECT_EQ(View().GetSelection().start, View().Pixels().NearestFrameAt(300));
+    EXPECT_EQ(View().State().GetSelection().start, View().Zoom().Pixels().NearestFrameAt(300));
 }
 
 TEST_F(MouseInputTest, TheWheelZoomsAroundTheFrameUnderThePointer) {
     for (const int x : {1, 200, 320, 639}) {
-        View().ZoomDefault();
-        View().SetSelection(5000, 5001);  // which a menu zoom would centre on
-        const std::int64_t frame = View().Pixels().NearestFrameAt(x);
+        ZoomDefault(View());
+        View().State().SetSelection(5000, 5001);  // which a menu zoom would centre on
+        const std::int64_t frame = View().Zoom().Pixels().NearestFrameAt(x);
         for (int notch = 0; notch < 3; ++notch) mouse.Wheel(ControlAt(x), 1);
-        EXPECT_EQ(View().Horizontal().maximum, 8 * kWidth);
-        EXPECT_EQ(View().Pixels().X(frame), x);
+        EXPECT_EQ(View().Zoom().Horizontal().maximum, 8 * kWidth);
+        EXPECT_EQ(View().Zoom().Pixels().X(frame), x);
         for (int notch = 0; notch < 2; ++notch) mouse.Wheel(ControlAt(x), -1);
-        EXPECT_EQ(View().Pixels().X(frame), x);
+        EXPECT_EQ(View().Zoom().Pixels().X(frame), x);
     }
 }
 
 TEST_F(MouseInputTest, TheWheelScrollsTimeAndZoomsLevel) {
     ZoomAndScroll();
     mouse.Wheel(At(100), -1);
-    EXPECT_EQ(View().Horizontal().position, 1064);
+    EXPECT_EQ(View().Zoom().Horizontal().position, 1064);
     mouse.Wheel(At(100), 0.5);
-    EXPECT_EQ(View().Horizontal().position, 1032);
-    const std::int64_t height = View().Vertical().maximum;
+    EXPECT_EQ(View().Zoom().Horizontal().position, 1032);
+    const std::int64_t height = View().Zoom().Vertical().maximum;
     mouse.Wheel({100, 100, true, true}, 0.5);
-    EXPECT_EQ(View().Vertical().maximum, height) << "half a notch is no step";
+    EXPECT_EQ(View().Zoom().Vertical().maximum, height) << "half a notch is no step";
     mouse.Wheel({100, 100, true, true}, 0.5);
-    EXPECT_EQ(View().Vertical().maximum, height * 3 / 2);
-    EXPECT_TRUE(View().ShowsVerticalScrollBar());
+    EXPECT_EQ(View().Zoom().Vertical().maximum, height * 3 / 2);
+    EXPECT_TRUE(IsLevelZoomed(View().Zoom().State()));
 }
 
 TEST_F(MouseInputTest, TheMiddleButtonPans) {
     ZoomAndScroll();
     mouse.Press(MouseButton::kMiddle, At(300));
     mouse.Move(At(250));
-    EXPECT_EQ(View().Horizontal().position, 1050);
+    EXPECT_EQ(View().Zoom().Horizontal().position, 1050);
     mouse.Move(At(310));
-    EXPECT_EQ(View().Horizontal().position, 990);
+    EXPECT_EQ(View().Zoom().Horizontal().position, 990);
     mouse.Release(At(310));
     mouse.Move(At(0));
-    EXPECT_EQ(View().Horizontal().position, 990);
+    EXPECT_EQ(View().Zoom().Horizontal().position, 990);
 }
 
 TEST_F(MouseInputTest, SampleValuesShowUnlessTheSoundPlays) {

@@ -21,11 +21,11 @@ class PassedSelectionTest : public ViewTest {
     void OpenSelected(bool passed) {
         OpenRamp(6400, 1, 16, 100);
         Sound().Markers().Add(3100, "inside", 0);
-        View().SetCursor(5);
-        View().SetSelection(kRange.start, passed ? kRange.start : kRange.end);
-        if (passed) View().SetSelectionStart(kRange.end);
-        EXPECT_EQ(View().GetSelection(), kRange);
-        EXPECT_TRUE(View().HasSelection());
+        View().State().SetCursor(5);
+        View().State().SetSelection(kRange.start, passed ? kRange.start : kRange.end);
+        if (passed) View().State().SetSelectionStart(kRange.end);
+        EXPECT_EQ(View().State().GetSelection(), kRange);
+        EXPECT_TRUE(View().State().HasSelection());
     }
 
     struct State {
@@ -47,10 +47,10 @@ class PassedSelectionTest : public ViewTest {
         dialogs.markerRequest = {};
         Run(command);
         return {Bytes(),
-                View().GetSelection(),
-                View().Cursor(),
+                View().State().GetSelection(),
+                View().State().Cursor(),
                 Sound().Markers(),
-                View().Horizontal(),
+                View().Zoom().Horizontal(),
                 *clipboard.GetImage(),
                 dialogs.shownRange.startFrame,
                 dialogs.shownRange.endFrame,
@@ -95,7 +95,7 @@ TEST_F(PassedSelectionTest, EveryCommandWorksOnWhatLiesBetweenTheEnds) {
 
 TEST_F(PassedSelectionTest, TheStatusTextAndTheEdgesUnderThePointerAreThoseOfTheRange) {
     OpenSelected(true);
-    EXPECT_EQ(SelectionText(StatusFormat::kSample, View().GetSelection(), 100),
+    EXPECT_EQ(SelectionText(StatusFormat::kSample, View().State().GetSelection(), 100),
               "3000 - 3300 (300)");
     MouseInput mouse(View());
     EXPECT_EQ(mouse.TargetAt(301, 100), MouseTarget::kSelectionStart);
@@ -103,21 +103,21 @@ TEST_F(PassedSelectionTest, TheStatusTextAndTheEdgesUnderThePointerAreThoseOfThe
     // Dragging the right edge keeps the left one.
     mouse.Press(MouseButton::kLeft, {331, 100});
     mouse.Release({341, 100});
-    EXPECT_EQ(View().GetSelection(), (Selection{3000, 3410}));
+    EXPECT_EQ(View().State().GetSelection(), (Selection{3000, 3410}));
 }
 
 TEST_F(PassedSelectionTest, TheEndsStayForTheNextMoveAndAnEditLeavesThemInOrder) {
     OpenSelected(true);
-    View().SetCursor(3300);
+    View().State().SetCursor(3300);
     ASSERT_TRUE(Run(kExtendRight));  // ten frames a pixel
-    EXPECT_EQ(View().GetSelectionEnds(), (SelectionEnds{3310, 3000}));
+    EXPECT_EQ(View().State().GetSelectionEnds(), (SelectionEnds{3310, 3000}));
     ASSERT_TRUE(Run(kExtendLeftFar));
-    EXPECT_EQ(View().GetSelectionEnds(), (SelectionEnds{3060, 3000}));
+    EXPECT_EQ(View().State().GetSelectionEnds(), (SelectionEnds{3060, 3000}));
     for (int move = 0; move < 3; ++move) ASSERT_TRUE(Run(kExtendLeftFar));
-    EXPECT_EQ(View().GetSelectionEnds(), (SelectionEnds{2310, 3000}));
+    EXPECT_EQ(View().State().GetSelectionEnds(), (SelectionEnds{2310, 3000}));
     ASSERT_TRUE(clipboard.SetImage(clip_));
     ASSERT_TRUE(Run(kPaste));
-    EXPECT_EQ(View().GetSelectionEnds(), (SelectionEnds{2310, 2410}));
+    EXPECT_EQ(View().State().GetSelectionEnds(), (SelectionEnds{2310, 2410}));
 }
 
 }  // namespace

@@ -58,19 +58,19 @@ TEST_F(TransportTest, EveryCommandPlaysItsRange) {
     OpenRamp(2000, 1, 16, 100);
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
-        View().SetCursor(c.cursor);
-        View().SetSelection(c.selection.start, c.selection.end);
+        View().State().SetCursor(c.cursor);
+        View().State().SetSelection(c.selection.start, c.selection.end);
         EXPECT_TRUE(Run(c.command));
         EXPECT_EQ(Heard(), Frames(c.start, c.end));
         EXPECT_TRUE(Sound().IsStopped());
-        EXPECT_EQ(View().Cursor(), c.cursor);
+        EXPECT_EQ(View().State().Cursor(), c.cursor);
     }
 }
 
 TEST_F(TransportTest, PreviewOfACutLeavesTheSelectionOut) {
     // The margin is a multiple of the block, so that the skip begins where a block begins.
     OpenRamp(4000, 1, 16, 171);
-    View().SetSelection(1024, 2048);
+    View().State().SetSelection(1024, 2048);
     EXPECT_TRUE(Run(kPreviewCut));
     EXPECT_EQ(Heard(2), Frames(1024 - 256, 1024));
     // The engine goes on one sample behind the end of what it leaves out.
@@ -79,17 +79,17 @@ TEST_F(TransportTest, PreviewOfACutLeavesTheSelectionOut) {
 
 TEST_F(TransportTest, PreviewOfNothingIsRefused) {
     OpenRamp(1000);
-    View().SetSelection(0, 1000);
+    View().State().SetSelection(0, 1000);
     EXPECT_FALSE(Run(kPreviewCut));
-    View().SetSelection(0, 0);
-    View().SetCursor(0);
+    View().State().SetSelection(0, 0);
+    View().State().SetCursor(0);
     EXPECT_FALSE(Run(kPreRoll));
     EXPECT_FALSE(devices.Out().open);
 }
 
 TEST_F(TransportTest, LoopedPlayingRepeatsTheSelectionUntilStop) {
     OpenRamp(2000, 1, 16, 100);
-    View().SetSelection(256, 512);
+    View().State().SetSelection(256, 512);
     EXPECT_TRUE(Run(kPlayLooped));
     for (int turn = 0; turn < 8; ++turn) EXPECT_EQ(Heard(2), Frames(256, 512));
     EXPECT_TRUE(Sound().IsPlaying());
@@ -99,7 +99,7 @@ TEST_F(TransportTest, LoopedPlayingRepeatsTheSelectionUntilStop) {
     for (const int command : {kPlay, kPlayToEnd}) {
         EXPECT_TRUE(Run(command));
         EXPECT_FALSE(Sound().IsLooping());
-        View().SetSelection(0, 0);
+        View().State().SetSelection(0, 0);
         EXPECT_TRUE(Run(kPlayLooped));
         EXPECT_TRUE(Sound().IsLooping());
     }
@@ -126,16 +126,17 @@ TEST_F(TransportTest, TheViewShowsPositionAndStateOfThePlayer) {
     Run(kPlay);
     EXPECT_EQ(window.transportChanges, 1);
     devices.Out().Hear(5);  // 640 frames are 64 pixels
-    ASSERT_TRUE(View().PlayPosition());
-    EXPECT_EQ(*View().PlayPosition(), (Rectangle{64, 0, 65, View().Geometry().waveform.bottom}));
+    ASSERT_TRUE(View().Playing().PlayPosition());
+    EXPECT_EQ(*View().Playing().PlayPosition(),
+              (Rectangle{64, 0, 65, View().State().Geometry().waveform.bottom}));
     EXPECT_EQ(window.texts.back().rfind("(Playing) ", 0), 0u);
     // Paused, the column stays.
     Run(kPause);
-    EXPECT_TRUE(View().PlayPosition());
+    EXPECT_TRUE(View().Playing().PlayPosition());
     EXPECT_EQ(window.texts.back().rfind("(Pausing) ", 0), 0u);
     Run(kPause);
     Run(kStop);
-    EXPECT_FALSE(View().PlayPosition());
+    EXPECT_FALSE(View().Playing().PlayPosition());
     EXPECT_EQ(window.texts.back().rfind("(Stopped) ", 0), 0u);
     EXPECT_EQ(window.transportChanges, 4);
 }
@@ -145,19 +146,19 @@ TEST_F(TransportTest, EveryReportRepaintsWhereThePlayLineWasAndWhereItIs) {
     Run(kPlay);
     Watch();
     const auto repainted = [&](int x) {
-        const Rectangle column{x, 0, x + 1, View().Geometry().waveform.bottom};
+        const Rectangle column{x, 0, x + 1, View().State().Geometry().waveform.bottom};
         return std::ranges::find(window.rectangles, column) != window.rectangles.end();
     };
-    View().OnPlayPosition(2 * 1000, 2 * 6400);
+    View().Playing().OnPlayPosition(2 * 1000, 2 * 6400);
     EXPECT_TRUE(repainted(100));
     window.rectangles.clear();
-    View().OnPlayPosition(2 * 1010, 2 * 6400);
+    View().Playing().OnPlayPosition(2 * 1010, 2 * 6400);
     EXPECT_TRUE(repainted(100));
     EXPECT_TRUE(repainted(101));
     window.rectangles.clear();
-    View().OnPlayPosition(2 * 6400, 2 * 6400);
+    View().Playing().OnPlayPosition(2 * 6400, 2 * 6400);
     EXPECT_TRUE(repainted(101));
-    EXPECT_FALSE(View().PlayPosition());
+    EXPECT_FALSE(View().Playing().PlayPosition());
 }
 
 TEST_F(TransportTest, APreviewShowsItsStateAndItsPeaksAsTheSoundDoes) {
@@ -172,8 +173,8 @@ TEST_F(TransportTest, APreviewShowsItsStateAndItsPeaksAsTheSoundDoes) {
     EXPECT_EQ(window.texts.back(), "(Playing) 1000 / 1000");
     EXPECT_EQ(window.peaks.back(), std::pair(64, 64)) << "half of what the meter takes as full";
     devices.Out().Hear();
-    EXPECT_FALSE(View().PlayPosition());
-    EXPECT_FALSE(View().PlayFrame());
+    EXPECT_FALSE(View().Playing().PlayPosition());
+    EXPECT_FALSE(View().Playing().PlayFrame());
     Document().Preview().Stop(CWavePlayer::StopReport::kSilent);
     EXPECT_EQ(window.texts.back(), "(Stopped) 1000 / 1000");
     EXPECT_EQ(window.peaks.back(), std::pair(0, 0));
@@ -188,30 +189,30 @@ TEST_F(TransportTest, APreviewShowsItsStateAndItsPeaksAsTheSoundDoes) {
 TEST_F(TransportTest, PlayScrollingKeepsThePositionInTheMiddleOfAZoomedWindow) {
     SetOption("__SOUND_GENERAL_OPTIONS", "PLAY SCROLLING", 1);
     OpenRamp(64000);
-    View().ZoomTimeFull();
-    View().SetCursor(0);
+    View().Zoom().Time(TimeZoomFull);
+    View().State().SetCursor(0);
     Run(kPlay);
     for (int report = 0; report < 60; ++report) devices.Out().Hear();
-    ASSERT_TRUE(View().PlayPosition());
+    ASSERT_TRUE(View().Playing().PlayPosition());
     // It follows every third report, so up to two blocks behind.
-    EXPECT_GE(View().PlayPosition()->left, kWidth / 2);
-    EXPECT_LE(View().PlayPosition()->left, kWidth / 2 + 2 * 128);
-    EXPECT_GT(View().Horizontal().position, 5000);
+    EXPECT_GE(View().Playing().PlayPosition()->left, kWidth / 2);
+    EXPECT_LE(View().Playing().PlayPosition()->left, kWidth / 2 + 2 * 128);
+    EXPECT_GT(View().Zoom().Horizontal().position, 5000);
 }
 
 TEST_F(TransportTest, PlayScrollingDriftsToTheMiddleAboveEightFramesAPixel) {
     SetOption("__SOUND_GENERAL_OPTIONS", "PLAY SCROLLING", 1);
     OpenRamp(64000);
-    View().ZoomTimeIn();
-    View().ZoomTimeIn();
-    ASSERT_EQ(View().TimeRatio(), 25);
-    View().SetCursor(16000);
-    View().ScrollHorizontallyTo(640);  // the cursor stands at the left edge
+    View().Zoom().Time(TimeZoomIn);
+    View().Zoom().Time(TimeZoomIn);
+    ASSERT_EQ(View().Zoom().TimeRatio(), 25);
+    View().State().SetCursor(16000);
+    View().Zoom().ScrollHorizontallyTo(640);  // the cursor stands at the left edge
     Run(kPlay);
     std::vector<std::int64_t> scrolled;
     for (int report = 0; report < 30; ++report) {
         devices.Out().Hear();
-        scrolled.push_back(View().Horizontal().position);
+        scrolled.push_back(View().Zoom().Horizontal().position);
     }
     // The sound moves by 5.12 pixels a report, its place in the window by 2.
     EXPECT_NEAR(static_cast<double>(scrolled.back()), 640 + 30 * 3.12, 12);
@@ -224,14 +225,14 @@ TEST_F(TransportTest, PlayScrollingDriftsToTheMiddleAboveEightFramesAPixel) {
 TEST_F(TransportTest, AReportOfTheEndTakesThePlayLineAway) {
     OpenRamp(6400);
     Run(kPlay);
-    View().OnPlayPosition(12798, 12800);
-    EXPECT_EQ(View().PlayFrame(), 6399u);
-    View().OnPlayPosition(12800, 12800);
-    EXPECT_FALSE(View().PlayFrame());
+    View().Playing().OnPlayPosition(12798, 12800);
+    EXPECT_EQ(View().Playing().PlayFrame(), 6399u);
+    View().Playing().OnPlayPosition(12800, 12800);
+    EXPECT_FALSE(View().Playing().PlayFrame());
 }
 
 TEST_F(TransportTest, WithoutSoundNothingPlays) {
-    ASSERT_TRUE(workspace.NewDocument(NewSoundChoice{}));
+    OpenRamp(0);
     for (const int command : {kPlay, kPlayLooped, kPlayToEnd, kPreviewCut, kPreRoll, kSpaceKey}) {
         EXPECT_FALSE(Run(command));
         EXPECT_EQ(View().LastError(), "The document has no sound.");

@@ -1,4 +1,4 @@
-// A workspace on fakes, with one open sound, for tests of views and their commands.
+// A view on fakes, with one open sound, for tests of views and their commands.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -14,7 +14,7 @@
 #include "support/fake_wave_devices.h"
 #include "support/recording_prompts.h"
 #include "support/test_files.h"
-#include "workspace/workspace.h"
+#include "view/commands/view_commands.h"
 
 namespace sonavel {
 
@@ -70,13 +70,12 @@ struct FakeDialogs : ViewDialogs, DocumentDialogs {
 };
 
 // Notes what a window would be told.
-struct FakeWindow : SoundViewObserver {
+struct FakeWindow : SoundViewObserver, PeakObserver {
     std::vector<ViewArea> areas;
     std::vector<Rectangle> rectangles;
     int scrollChanges = 0;
     int selectionChanges = 0;
     int transportChanges = 0;
-    int maximized = 0;
     std::vector<std::string> texts;
     std::vector<WaitCursor> waitCursors;
     std::vector<std::pair<int, int>> peaks;
@@ -90,23 +89,21 @@ struct FakeWindow : SoundViewObserver {
     void OnPeaks(std::int32_t left, std::int32_t right) override {
         peaks.emplace_back(left, right);
     }
-    void OnColoursChanged() override {}
     void OnTransportChanged() override { ++transportChanges; }
-    void MaximizeFrame() override { ++maximized; }
 };
 
-class ViewTest : public ::testing::Test {
+// What tests of one view and of several have in common.
+class OpenViewTest : public ::testing::Test {
   protected:
     static constexpr int kWidth = 640;
     static constexpr int kHeight = 320;
 
-    ViewTest() {
+    OpenViewTest() {
         SetOption("__SOUND_GENERAL_OPTIONS", "SAVE UNDO REDO INFOMATION", 1);
         SetOption("__SOUND_GENERAL_OPTIONS", "DISPLAY SEEKER", 1);
         SetOption("__SOUND_GENERAL_OPTIONS", "DISPLAY SAMPLE DATA", 1);
         SetOption("__SOUND_WAVE_OPTIONS", "PLAYBACK BUFFER SIZE", 128);
         SetOption("__SOUND_WAVE_OPTIONS", "RECORD BUFFER SIZE", 128);
-        workspace.SetInitialViewSize(kWidth, kHeight);
     }
 
     void SetOption(std::string_view section, std::string_view key, int value) {
@@ -127,17 +124,22 @@ class ViewTest : public ::testing::Test {
             }
         auto copy = ramp.Copy();
         ASSERT_TRUE(copy);
-        ASSERT_TRUE(workspace.NewDocumentFromSound(std::move(*copy), "Ramp_"));
+        Open(std::move(*copy));
         Document().SetModified(false);
     }
 
     // Lets the window see what the view tells.
-    void Watch() { View().SetObserver(&window); }
+    void Watch() {
+        View().SetObserver(&window);
+        View().Playing().SetMeter(&window);
+    }
 
-    CSoundView& View() { return *workspace.Active()->view; }
-    CSoundDoc& Document() { return *workspace.Active()->document; }
+    virtual void Open(SoundCopy&& sound) = 0;
+    virtual CSoundView& View() = 0;
+    virtual SoundViewCommands& Commands() = 0;
+    CSoundDoc& Document() { return View().Document(); }
     CWavePlayer& Sound() { return Document().Sound(); }
-    bool Run(int command) { return workspace.Active()->commands->RunCommand(command); }
+    bool Run(int command) { return Commands().RunCommand(command); }
 
     FileBytes Bytes() { return {Sound().Bytes().begin(), Sound().Bytes().end()}; }
 
@@ -155,9 +157,42 @@ class ViewTest : public ::testing::Test {
     FakeProgress progress;
     MemoryClipboard clipboard;
     FakeWaveDevices devices;
+    HostServices services{prompts, progress, clipboard, devices, folder};
     FakeDialogs dialogs;
     FakeWindow window;
-    Workspace workspace{{prompts, progress, clipboard, devices, folder}, dialogs, dialogs};
+};
+
+// A program of one view.
+class ViewTest : public OpenViewTest, public ViewHost {
+  protected:
+    void Open(SoundCopy&& sound) override {
+        commands_.reset();
+        view_.reset();
+        document_ = std::make_unique<CSoundDoc>(services, dialogs);
+        document_->Sound().Adopt(std::move(sound));
+        view_ = std::make_unique<CSoundView>(*document_, dialogs, *this);
+        commands_ = std::make_unique<SoundViewCommands>(*view_);
+        view_->Show(size.width, size.height);
+    }
+    CSoundView& View() override { return *view_; }
+    SoundViewCommands& Commands() override { return *commands_; }
+
+    ClipRecord& Clip() override { return clip_; }
+    bool NewDocumentFromClip() override { return false; }
+    const std::string& LastError() const override { return lastError_; }
+    void OnStatusFormatChosen(StatusFormat format) override { view_->ShowStatusFormat(format); }
+
+    struct {
+        int width = kWidth;
+        int height = kHeight;
+    } size;
+
+  private:
+    ClipRecord clip_;
+    std::string lastError_;
+    std::unique_ptr<CSoundDoc> document_;
+    std::unique_ptr<CSoundView> view_;
+    std::unique_ptr<SoundViewCommands> commands_;
 };
 
 }  // namespace sonavel

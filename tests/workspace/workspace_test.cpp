@@ -12,8 +12,16 @@
 namespace sonavel {
 namespace {
 
-class WorkspaceTest : public ViewTest {
+class WorkspaceTest : public OpenViewTest {
   protected:
+    WorkspaceTest() { workspace.SetInitialViewSize(kWidth, kHeight); }
+
+    void Open(SoundCopy&& sound) override {
+        ASSERT_TRUE(workspace.NewDocumentFromSound(std::move(sound), "Ramp_"));
+    }
+    CSoundView& View() override { return *workspace.Active()->view; }
+    SoundViewCommands& Commands() override { return *workspace.Active()->commands; }
+
     struct Log : WorkspaceObserver {
         std::vector<std::string> events;
         void OnDocumentAdded(OpenSound& s) override { Note("added", &s); }
@@ -34,6 +42,8 @@ class WorkspaceTest : public ViewTest {
     void Arrive(std::size_t bytes, std::uint8_t value) {
         devices.In().Arrive(FileBytes(bytes, value));
     }
+
+    Workspace workspace{services, dialogs, dialogs};
 };
 
 TEST_F(WorkspaceTest, ClosingActivatesTheOneActiveBeforeAndMovesTheOthersUp) {
@@ -94,6 +104,44 @@ TEST_F(WorkspaceTest, OpeningReadsEachFileOfSettingsOnce) {
     EXPECT_EQ(displayFile.Count(), 2u);
 }
 
+TEST_F(WorkspaceTest, PasteNewOpensTheSelectionAsADocumentOfItsOwn) {
+    OpenRamp(5000, 2);
+    View().State().SetSelection(100, 110);
+    // The second time nothing is selected: the clipboard as it is.
+    for (const char* title : {"Paste_1", "Paste_2"}) {
+        EXPECT_TRUE(Run(view_command::kPasteNew));
+        EXPECT_EQ(Document().Title(), title);
+        EXPECT_EQ(workspace.ActiveIndex(), workspace.Count() - 1);
+        EXPECT_EQ(Sound().GetChannels(), 2u);
+        EXPECT_EQ(View().Zoom().Horizontal().maximum, 10);
+        EXPECT_EQ(Samples(0, 10),
+                  (std::vector<int>{100, 101, 102, 103, 104, 105, 106, 107, 108, 109}));
+    }
+    EXPECT_EQ(workspace.Count(), 3u);
+}
+
+TEST_F(WorkspaceTest, AStatusFormatReachesEveryOpenView) {
+    OpenRamp(6400);
+    CSoundView& other = View();
+    FakeWindow otherWindow;
+    other.SetObserver(&otherWindow);
+    other.Playing().OnPlayState("(Stopped) ", 1500);
+    OpenRamp(100);
+    Watch();
+    ASSERT_TRUE(Run(view_command::kStatusSample));
+    EXPECT_EQ(other.Settings().statusFormat, StatusFormat::kSample);
+    EXPECT_EQ(other.Playing().StatusText(), "(Stopped) 1500 / 6400");
+    EXPECT_EQ(otherWindow.texts.back(), other.Playing().StatusText());
+    // Rulers, grids and panes show positions.
+    for (const FakeWindow* shown : {&window, &otherWindow}) {
+        EXPECT_EQ(shown->areas.back(), ViewArea::kAll);
+        EXPECT_GE(shown->selectionChanges, 1);
+    }
+    ASSERT_TRUE(folder.Options().SetInteger("__SOUND_OPTIONS", "Status Format", 2));
+    other.ReloadSettings();
+    EXPECT_EQ(other.Playing().StatusText(), "(Stopped) 1.500 / 6.400");
+}
+
 TEST_F(WorkspaceTest, ADocumentStandsOnceInTheOrderOfActivation) {
     for (int i = 0; i < 3; ++i) ASSERT_TRUE(workspace.NewDocument(NewSoundChoice{}));
     for (const std::size_t index : {0u, 1u, 0u, 1u}) workspace.Activate(index);
@@ -133,24 +181,21 @@ TEST_F(WorkspaceTest, ACancelledOrFailedDocumentLeavesTheOthersAlone) {
     }
 }
 
-TEST_F(WorkspaceTest, AnOpenedFileIsShownFittedAndMaximizedOnceItHasAWindow) {
-    SetOption("__SOUND_GENERAL_OPTIONS", "OPEN AND MAXIMIZE", 1);
+TEST_F(WorkspaceTest, AnOpenedFileIsShownFitted) {
     OpenRamp(6400);
     const auto path = temporary.Path() / "a.wav";
     Document().SetSaveMarkers(true);
     ASSERT_TRUE(Document().SaveDocument(path));
     ASSERT_TRUE(workspace.OpenDocument(path));
     EXPECT_EQ(workspace.IndexOfPath(path), 0u) << "the saved document took the path first";
-    EXPECT_EQ(View().Horizontal().maximum, kWidth);
+    EXPECT_EQ(View().Zoom().Horizontal().maximum, kWidth);
     EXPECT_EQ(View().Extremes().BlockCount(), 25u);
-    Watch();
-    EXPECT_EQ(window.maximized, 1);
 }
 
 TEST_F(WorkspaceTest, OpenAndFullTimeZoomShowsAFrameAPixel) {
     SetOption("__SOUND_GENERAL_OPTIONS", "OPEN AND FULL TIME ZOOM", 1);
     OpenRamp(6400);
-    EXPECT_EQ(View().TimeRatio(), 1);
+    EXPECT_EQ(View().Zoom().TimeRatio(), 1);
 }
 
 TEST_F(WorkspaceTest, RecordingIntoNewDocumentsCountsTheirTitles) {
@@ -160,11 +205,11 @@ TEST_F(WorkspaceTest, RecordingIntoNewDocumentsCountsTheirTitles) {
         EXPECT_EQ(Document().Title(), title);
         EXPECT_TRUE(Sound().IsRecording());
         Arrive(300, 77);
-        EXPECT_NE(View().StatusText().find("(Recording)"), std::string::npos);
+        EXPECT_NE(View().Playing().StatusText().find("(Recording)"), std::string::npos);
         EXPECT_TRUE(StopTransport(View()));
         EXPECT_EQ(View().FrameCount(), 300u);
         EXPECT_EQ(Sound().Bytes()[299], 77);
-        EXPECT_EQ(View().Horizontal().maximum, 300) << "fitted";
+        EXPECT_EQ(View().Zoom().Horizontal().maximum, 300) << "fitted";
         EXPECT_EQ(Document().History().Count(), 0u);
     }
     // The waiting setting is kept, within its bounds, for the next time.
@@ -174,7 +219,7 @@ TEST_F(WorkspaceTest, RecordingIntoNewDocumentsCountsTheirTitles) {
 
 TEST_F(WorkspaceTest, RecordingIntoTheActiveDocumentInsertsAtTheCursor) {
     OpenRamp(1000, 1, 16, 8000);
-    View().SetCursor(500);
+    View().State().SetCursor(500);
     dialogs.record = RecordChoice{RecordChoice::Target::kActiveDocument, {11025, 2, 8}, true, 5};
     Watch();
     ASSERT_TRUE(workspace.Record());
@@ -210,11 +255,11 @@ TEST_F(WorkspaceTest, EveryWayToStopARecordingShowsTheWaitCursorAndFitsTheWindow
         Watch();
         ASSERT_TRUE(workspace.Record()) << workspace.LastError();
         Arrive(400, 0);
-        View().ZoomTimeFull();
+        View().Zoom().Time(TimeZoomFull);
         window.waitCursors.clear();
         EXPECT_TRUE(stop());
         EXPECT_EQ(window.waitCursors, (std::vector{kShow, kHide}));
-        EXPECT_EQ(View().Horizontal().maximum, kWidth);
+        EXPECT_EQ(View().Zoom().Horizontal().maximum, kWidth);
     }
     ASSERT_TRUE(workspace.Record());
     EXPECT_FALSE(Run(view_command::kStop));
@@ -230,7 +275,7 @@ TEST_F(WorkspaceTest, ARecordingThatLosesItsDeviceIsInsertedAtTheCursorBeforeThe
     } cases[] = {{400, 1200}, {0, 1000}};
     for (const auto& c : cases) {
         OpenRamp(1000, 1, 16, 8000);
-        View().SetCursor(500);
+        View().State().SetCursor(500);
         Watch();
         prompts.messages.clear();
         ASSERT_TRUE(workspace.Record());
@@ -242,7 +287,7 @@ TEST_F(WorkspaceTest, ARecordingThatLosesItsDeviceIsInsertedAtTheCursorBeforeThe
         ASSERT_EQ(View().FrameCount(), c.frames);
         EXPECT_EQ(Samples(c.frames - 500, 2), (std::vector<int>{500, 501}));
         EXPECT_EQ(View().Extremes().BlockCount(), (c.frames + 255) / 256);
-        EXPECT_EQ(View().Horizontal().maximum, kWidth) << "fitted";
+        EXPECT_EQ(View().Zoom().Horizontal().maximum, kWidth) << "fitted";
         EXPECT_EQ(Document().GetModified(), c.bytes > 0);
         EXPECT_EQ(Document().History().Count(), c.bytes > 0 ? 1u : 0u);
     }

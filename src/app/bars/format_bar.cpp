@@ -54,7 +54,7 @@ void FormatBar::ShowSound(const CSoundDoc& document, const CSoundView& view) {
     Show(kRate, Utf8Text(RateText(rate)), tr("Sampling rate"));
     Show(kBits, Utf8Text(BitsText(sound.GetBits())), tr("Sample size"));
     Show(kChannels, Utf8Text(ChannelsText(sound.GetChannels())), tr("Channels"));
-    Show(kLength, Utf8Text(PositionText(view.GetStatusFormat(), frames, rate)),
+    Show(kLength, Utf8Text(PositionText(view.Settings().statusFormat, frames, rate)),
          tr("Length: %1 frames").arg(Exactly(frames)));
     Show(kSize, MemoryText(sound.GetDataSize()),
          tr("Size of the sound: %1 bytes").arg(Exactly(sound.GetDataSize())));

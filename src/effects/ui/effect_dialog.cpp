@@ -103,7 +103,7 @@ void EffectDialog::Recall(const Effect& effect, std::size_t first, std::size_t c
 }
 
 EffectTarget EffectDialog::Target() {
-    const Selection selection = View().GetSelection();
+    const Selection selection = View().State().GetSelection();
     return {Document(), selection.start, selection.end, state_};
 }
 

@@ -145,7 +145,7 @@ void PlayMeterBar::ShowTitle(Qt::DockWidgetArea area) {
     toggleViewAction()->setText(tr("&Playmeter Bar"));
 }
 
-void PlayMeterBar::SetLevels(std::int32_t left, std::int32_t right) {
+void PlayMeterBar::OnPeaks(std::int32_t left, std::int32_t right) {
     left_ = left;
     right_ = right;
     panel_->SetLevels(left_, right_, reference_);

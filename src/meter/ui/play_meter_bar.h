@@ -4,6 +4,7 @@
 
 #include <QDockWidget>
 
+#include "audio/player_observer.h"
 #include "meter/ui/play_meter.h"
 #include "platform/command_table.h"
 #include "view/draw/colour_table.h"
@@ -50,7 +51,7 @@ class MeterPanel : public QWidget {
     MeterBarPlaces places_;
 };
 
-class PlayMeterBar : public QDockWidget {
+class PlayMeterBar : public QDockWidget, public PeakObserver {
     Q_OBJECT
 
   public:
@@ -58,7 +59,7 @@ class PlayMeterBar : public QDockWidget {
     explicit PlayMeterBar(const ProfileFile& options, QWidget* parent = nullptr);
 
     // Sample values of the two channels, as the player reports its peaks.
-    void SetLevels(std::int32_t left, std::int32_t right);
+    void OnPeaks(std::int32_t left, std::int32_t right) override;
     // Twice the value of a full bar: the largest sample value + 1, 256 or 65536.
     void SetReference(std::int32_t fullScale);
     // Background, ticks and labels take the colours of the view's background, grid and waveform.

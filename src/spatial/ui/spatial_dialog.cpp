@@ -104,7 +104,7 @@ bool SpatialDialog::Run(Purpose purpose) {
     const bool applies = purpose == Purpose::kApply;
     if (!applies) previewedPath_ = path;
     if (path.empty()) return false;
-    const Selection selection = View().GetSelection();
+    const Selection selection = View().State().GetSelection();
     const SpatialTarget target{Document(), selection.start, selection.end, progressTitle_,
                                applies ? SpatialOutcome::kApply : SpatialOutcome::kPlayedPreview};
     return motion_ == SourceMotion::kPositional ? SpatializePositional(target, path.front())

@@ -10,7 +10,8 @@ namespace sonavel {
 namespace {
 
 EditSelection EditPlace(const CSoundView& view) {
-    return {view.GetSelection().start, view.GetSelection().end, view.Cursor()};
+    return {view.State().GetSelection().start, view.State().GetSelection().end,
+            view.State().Cursor()};
 }
 
 bool RefuseAsDocument(CSoundView& view) {
@@ -21,14 +22,15 @@ bool RefuseAsDocument(CSoundView& view) {
 // Takes over where an edit leaves selection and cursor.
 bool Finish(CSoundView& view, const EditResult& result) {
     if (!result.done) return RefuseAsDocument(view);
-    view.SetSelection(result.selection.startFrame, result.selection.endFrame);
-    view.SetCursor(result.selection.cursorFrame);
-    view.InvalidateTimeAreas();
+    view.State().SetSelection(result.selection.startFrame, result.selection.endFrame);
+    view.State().SetCursor(result.selection.cursorFrame);
+    view.Repaint().TimeAreas();
     return true;
 }
 
 bool FinishRemoval(CSoundView& view, const EditResult& result) {
-    if (result.done && view.WaveformWidth() > std::int64_t{view.FrameCount()}) view.ResetTimeZoom();
+    if (result.done && view.State().WaveformWidth() > std::int64_t{view.FrameCount()})
+        view.Zoom().FitTime();
     return Finish(view, result);
 }
 
@@ -46,9 +48,10 @@ bool Overwrite(CSoundView& view, OverwriteOperation operation) {
 // Without a selection the range is that of the clip, both ends inside.
 MixRange RangeOfMix(CSoundView& view) {
     const unsigned bits = view.Sound().GetBits();
-    if (view.HasSelection()) return {view.GetSelection().start, view.GetSelection().end, bits};
+    if (view.State().HasSelection())
+        return {view.State().GetSelection().start, view.State().GetSelection().end, bits};
     const std::uint32_t frames = view.Host().Clip().GetFrameCount();
-    return {view.Cursor(), view.Cursor() + (frames > 0 ? frames - 1 : 0), bits};
+    return {view.State().Cursor(), view.State().Cursor() + (frames > 0 ? frames - 1 : 0), bits};
 }
 
 double Gain(int percent) {
@@ -86,7 +89,7 @@ void ScrollToRedoneEdit(CSoundView& view) {
         step.holds == UndoStep::Holds::kMarkers
             ? FirstDifferentFrame(step.sound.Markers(), view.Sound().Markers())
             : FirstDifferentFrame(step.sound, view.Sound());
-    if (!view.IsFrameInSight(frame)) view.ScrollToShow(frame);
+    if (!view.Zoom().IsFrameInSight(frame)) view.Zoom().ScrollToShow(frame);
 }
 
 }  // namespace
@@ -96,7 +99,7 @@ bool CutSelection(CSoundView& view) {
 }
 
 bool CopySelection(CSoundView& view) {
-    const Selection selection = view.GetSelection();
+    const Selection selection = view.State().GetSelection();
     return edit::CopyRange(view.Document(), selection.start, selection.end) ||
            RefuseAsDocument(view);
 }
@@ -131,7 +134,7 @@ bool PasteBlockCopy(CSoundView& view) {
 }
 
 bool PasteNew(CSoundView& view) {
-    if (view.HasSelection() && !CopySelection(view)) return false;
+    if (view.State().HasSelection() && !CopySelection(view)) return false;
     if (!Prepare(view)) return false;
     return view.Host().NewDocumentFromClip() || view.Refuse(view.Host().LastError());
 }
@@ -169,15 +172,15 @@ bool ShowClipboardContents(CSoundView& view) {
 
 bool UndoEdit(CSoundView& view) {
     if (!view.Document().Undo()) return view.Refuse("There is nothing to undo.");
-    view.ResetTimeZoom();
-    view.InvalidateTimeAreas();
+    view.Zoom().FitTime();
+    view.Repaint().TimeAreas();
     return true;
 }
 
 bool RedoEdit(CSoundView& view) {
     if (!view.Document().Redo()) return view.Refuse("There is nothing to redo.");
     ScrollToRedoneEdit(view);
-    view.InvalidateTimeAreas();
+    view.Repaint().TimeAreas();
     return true;
 }
 

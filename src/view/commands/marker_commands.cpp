@@ -23,8 +23,8 @@ std::uint32_t ClampedLength(const CSoundView& view, std::uint32_t position, std:
 void Change(CSoundView& view, MarkerList markers,
             CSoundDoc::MarkerEditing editing = CSoundDoc::MarkerEditing::kDone) {
     view.Document().SetMarkers(std::move(markers), editing);
-    view.Invalidate(ViewArea::kMarkerStrip);
-    view.Invalidate(ViewArea::kWaveform);
+    view.Repaint().Area(ViewArea::kMarkerStrip);
+    view.Repaint().Area(ViewArea::kWaveform);
 }
 
 bool CarryOut(const CSoundView& view, const MarkerEdit& edit, MarkerList& markers) {
@@ -58,8 +58,9 @@ bool RunDialog(CSoundView& view, MarkerDialogRequest::Start start, std::uint32_t
     request.markers = view.Sound().Markers();
     request.frameCount = view.FrameCount();
     request.samplesPerSecond = view.Sound().GetSamplesPerSecond();
-    request.newPosition = view.HasSelection() ? view.GetSelection().start : view.Cursor();
-    request.newLength = view.GetSelection().Frames();
+    request.newPosition =
+        view.State().HasSelection() ? view.State().GetSelection().start : view.State().Cursor();
+    request.newLength = view.State().GetSelection().Frames();
     const std::optional<std::vector<MarkerEdit>> edits = view.Dialogs().EditMarkers(request);
     if (!edits) return view.Refuse(failure::kCancelled);
     return CarryOut(view, *edits);
@@ -69,7 +70,7 @@ bool RunDialog(CSoundView& view, MarkerDialogRequest::Start start, std::uint32_t
 
 bool DropMarker(CSoundView& view) {
     if (view.FrameCount() == 0) return view.Refuse(kNoSound);
-    AddMarker(view, view.Cursor(), "", 0);
+    AddMarker(view, view.State().Cursor(), "", 0);
     return true;
 }
 
@@ -103,7 +104,8 @@ void DragMarker(CSoundView& view, std::uint32_t id, std::uint32_t position) {
 }
 
 bool EditMarkersInDialog(CSoundView& view) {
-    return RunDialog(view, MarkerDialogRequest::Start::kList, NearestMarkerId(view, view.Cursor()));
+    return RunDialog(view, MarkerDialogRequest::Start::kList,
+                     NearestMarkerId(view, view.State().Cursor()));
 }
 
 bool AddMarkerInDialog(CSoundView& view) {

@@ -9,7 +9,8 @@ constexpr char kNoSound[] = "The document has no sound.";
 constexpr char kNotStarted[] = "Playing could not be started.";
 
 bool StartFromCursor(CSoundView& view) {
-    const std::uint32_t cursor = view.Cursor() == view.FrameCount() ? 0 : view.Cursor();
+    const std::uint32_t cursor =
+        view.State().Cursor() == view.FrameCount() ? 0 : view.State().Cursor();
     return view.Sound().Play(view.Sound().ByteOffset(cursor));
 }
 
@@ -40,25 +41,25 @@ std::uint32_t Behind(const CSoundView& view, std::uint32_t frame, std::uint32_t 
 
 bool Playback(CSoundView& view) {
     if (!view.Sound().HasData()) return view.Refuse(kNoSound);
-    view.ClearPlayPosition();
+    view.Playing().ClearPlayPosition();
     view.Sound().SetLooping(false);
-    if (view.HasSelection())
-        return PlayFrames(view, view.GetSelection().start, view.GetSelection().end);
+    if (view.State().HasSelection())
+        return PlayFrames(view, view.State().GetSelection().start, view.State().GetSelection().end);
     return StartFromCursor(view) || view.Refuse(kNotStarted);
 }
 
 bool PlayLooped(CSoundView& view) {
     if (!view.Sound().HasData()) return view.Refuse(kNoSound);
-    view.ClearPlayPosition();
+    view.Playing().ClearPlayPosition();
     view.Sound().SetLooping(true);
-    if (view.HasSelection())
-        return PlayFrames(view, view.GetSelection().start, view.GetSelection().end);
+    if (view.State().HasSelection())
+        return PlayFrames(view, view.State().GetSelection().start, view.State().GetSelection().end);
     return StartFromCursor(view) || view.Refuse(kNotStarted);
 }
 
 bool PlayToEnd(CSoundView& view) {
     if (!view.Sound().HasData()) return view.Refuse(kNoSound);
-    view.ClearPlayPosition();
+    view.Playing().ClearPlayPosition();
     view.Sound().SetLooping(false);
     return view.Sound().Play(0) || view.Refuse(kNotStarted);
 }
@@ -68,7 +69,8 @@ bool StopTransport(CSoundView& view) {
         view.Sound().Stop(CWavePlayer::StopReport::kShow);
         return true;
     }
-    if (view.Sound().IsRecording()) return view.EndRecording();
+    if (view.Sound().IsRecording())
+        return view.Playing().EndRecording() || view.Refuse(view.Document().LastError());
     return view.Refuse("Nothing is playing.");
 }
 
@@ -84,9 +86,10 @@ bool PressSpace(CSoundView& view) {
 bool PreviewCut(CSoundView& view) {
     if (!view.Sound().HasData()) return view.Refuse(kNoSound);
     const std::uint32_t margin = PreviewMargin(view);
-    if (!view.HasSelection())
-        return PlayFrames(view, Before(view.Cursor(), margin), Behind(view, view.Cursor(), margin));
-    const auto [start, end] = view.GetSelection();
+    if (!view.State().HasSelection())
+        return PlayFrames(view, Before(view.State().Cursor(), margin),
+                          Behind(view, view.State().Cursor(), margin));
+    const auto [start, end] = view.State().GetSelection();
     const std::uint32_t first = Before(start, margin);
     const std::uint32_t last = Behind(view, end, margin);
     if (first == start) return PlayFrames(view, end, last);
@@ -99,7 +102,8 @@ bool PreviewCut(CSoundView& view) {
 
 bool PreRollToCursor(CSoundView& view) {
     if (!view.Sound().HasData()) return view.Refuse(kNoSound);
-    return PlayFrames(view, Before(view.Cursor(), PreviewMargin(view)), view.Cursor());
+    return PlayFrames(view, Before(view.State().Cursor(), PreviewMargin(view)),
+                      view.State().Cursor());
 }
 
 }  // namespace sonavel

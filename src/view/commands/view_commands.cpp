@@ -23,7 +23,7 @@ const char* HasSound(const CSoundView& view) {
 }
 
 const char* HasSelection(const CSoundView& view) {
-    return view.HasSelection() ? nullptr : "Nothing is selected.";
+    return view.State().HasSelection() ? nullptr : "Nothing is selected.";
 }
 
 const char* HasClip(const CSoundView& view) {
@@ -66,7 +66,7 @@ const char* CanOverwrite(const CSoundView& view) {
 }
 
 const char* CanPasteNew(const CSoundView& view) {
-    return view.HasSelection() ? nullptr : HasClip(view);
+    return view.State().HasSelection() ? nullptr : HasClip(view);
 }
 
 const char* CanUndo(const CSoundView& view) {
@@ -107,7 +107,7 @@ constexpr NamedCondition kConditions[] = {
 
 template <StatusFormat format>
 CommandState Shows(const CSoundView& view) {
-    return {true, view.GetStatusFormat() == format};
+    return {true, view.Settings().statusFormat == format};
 }
 
 // --- Handlers of fixed arguments
@@ -117,9 +117,20 @@ bool Moved(CSoundView& view) {
     return move(view, pixels, mode);
 }
 
-template <void (CSoundView::*zoom)()>
-bool Zoomed(CSoundView& view) {
-    (view.*zoom)();
+template <ZoomFunction zoom>
+bool ZoomedTime(CSoundView& view) {
+    view.Zoom().Time(zoom);
+    return true;
+}
+
+template <ZoomFunction zoom>
+bool ZoomedLevel(CSoundView& view) {
+    view.Zoom().Level(zoom);
+    return true;
+}
+
+bool ZoomedDefault(CSoundView& view) {
+    ZoomDefault(view);
     return true;
 }
 
@@ -129,12 +140,12 @@ bool Format(CSoundView& view) {
 }
 
 bool ZoomSelection(CSoundView& view) {
-    view.ZoomToRange(view.GetSelection().start, view.GetSelection().end);
+    view.Zoom().ToRange(view.State().GetSelection().start, view.State().GetSelection().end);
     return true;
 }
 
 bool EditNearestMarker(CSoundView& view) {
-    return EditMarkerInDialog(view, NearestMarkerId(view, view.Cursor()));
+    return EditMarkerInDialog(view, NearestMarkerId(view, view.State().Cursor()));
 }
 
 std::string UndoText(const CSoundView& view) {
@@ -272,17 +283,17 @@ constexpr Row kTable[] = {
 
     // Zoom
     {{kZoomTimeIn, "zoom-time-in", "Zoom In\tUp", "Up", "Show less time, larger"},
-     Zoomed<&CSoundView::ZoomTimeIn>},
+     ZoomedTime<TimeZoomIn>},
     {{kZoomTimeOut, "zoom-time-out", "Zoom Out\tDown", "Down", "Show more time"},
-     Zoomed<&CSoundView::ZoomTimeOut>},
+     ZoomedTime<TimeZoomOut>},
     {{kZoomTimeFull, "zoom-time-full", "Zoom In Full", "", "Show every frame as a pixel"},
-     Zoomed<&CSoundView::ZoomTimeFull>},
+     ZoomedTime<TimeZoomFull>},
     {{kZoomLevelIn, "zoom-level-in", "Zoom In\tShift+Up", "Shift+Up", "Show levels larger"},
-     Zoomed<&CSoundView::ZoomLevelIn>},
+     ZoomedLevel<LevelZoomIn>},
     {{kZoomLevelOut, "zoom-level-out", "Zoom Out\tShift+Down", "Shift+Down", "Show levels smaller"},
-     Zoomed<&CSoundView::ZoomLevelOut>},
+     ZoomedLevel<LevelZoomOut>},
     {{kZoomLevelFull, "zoom-level-full", "Zoom In Full", "", "Show levels as large as possible"},
-     Zoomed<&CSoundView::ZoomLevelFull>},
+     ZoomedLevel<LevelZoomFull>},
     {{kZoomSelection, "zoom-selection", "Zoom In Selection", "",
       "Fill the window with the selection"},
      ZoomSelection,
@@ -291,7 +302,7 @@ constexpr Row kTable[] = {
      AskUserZoom,
      When<HasSound>},
     {{kZoomDefault, "zoom-default", "Zoom Default\tCtrl+0", "Ctrl+0", "Go back to the first zoom"},
-     Zoomed<&CSoundView::ZoomDefault>},
+     ZoomedDefault},
 
     // Status format
     {{kStatusSample, "", "&Sample", "", "Show positions as sample numbers"},

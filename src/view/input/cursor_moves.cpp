@@ -20,7 +20,7 @@ struct CursorStep {
 
 CursorStep StepOf(const CSoundView& view, int pixels) {
     const std::int64_t frames = view.FrameCount();
-    const std::int64_t width = view.Horizontal().maximum;
+    const std::int64_t width = view.Zoom().Horizontal().maximum;
     const std::int64_t step = width > 0 ? pixels * frames / width : 0;
     return {frames, width, step, 3 * step * width / frames};
 }
@@ -28,7 +28,7 @@ CursorStep StepOf(const CSoundView& view, int pixels) {
 // The cursor's place in the window as the moves see it, one pixel left of where it is drawn.
 std::int64_t PlaceInWindow(const CSoundView& view, const CursorStep& step, std::int64_t cursor) {
     const std::int64_t x =
-        cursor * step.virtualWidth / step.frames - view.Horizontal().position - 1;
+        cursor * step.virtualWidth / step.frames - view.Zoom().Horizontal().position - 1;
     return x == -1 ? 0 : x;
 }
 
@@ -37,17 +37,17 @@ std::int64_t PlaceInWindow(const CSoundView& view, const CursorStep& step, std::
 bool MoveCursorLeft(CSoundView& view, int pixels, MoveMode mode) {
     if (view.FrameCount() == 0) return view.Refuse(kNoSound);
     const CursorStep step = StepOf(view, pixels);
-    std::int64_t cursor = std::int64_t{view.Cursor()} - step.step;
+    std::int64_t cursor = std::int64_t{view.State().Cursor()} - step.step;
     if (PlaceInWindow(view, step, cursor) < 0)
-        view.ScrollHorizontallyTo(view.Horizontal().position - step.scrollDistance);
+        view.Zoom().ScrollHorizontallyTo(view.Zoom().Horizontal().position - step.scrollDistance);
     // Intended: a move past the start stops at frame 1; Start alone leads to 0.
     if (cursor < 0) cursor = 1;
     const auto target = static_cast<std::uint32_t>(cursor);
-    view.SetCursor(target);
+    view.State().SetCursor(target);
     if (mode == MoveMode::kCollapse)
-        view.SetSelection(target, target);
-    else if (target <= view.GetSelectionEnds().start)
-        view.SetSelectionStart(target);
+        view.State().SetSelection(target, target);
+    else if (target <= view.State().GetSelectionEnds().start)
+        view.State().SetSelectionStart(target);
     return true;
 }
 
@@ -55,76 +55,79 @@ bool MoveCursorRight(CSoundView& view, int pixels, MoveMode mode) {
     if (view.FrameCount() == 0) return view.Refuse(kNoSound);
     const CursorStep step = StepOf(view, pixels);
     const std::int64_t cursor =
-        std::min(std::int64_t{view.Cursor()} + step.step, std::int64_t{step.frames});
-    if (PlaceInWindow(view, step, cursor) > view.WaveformWidth())
-        view.ScrollHorizontallyTo(view.Horizontal().position + step.scrollDistance);
+        std::min(std::int64_t{view.State().Cursor()} + step.step, std::int64_t{step.frames});
+    if (PlaceInWindow(view, step, cursor) > view.State().WaveformWidth())
+        view.Zoom().ScrollHorizontallyTo(view.Zoom().Horizontal().position + step.scrollDistance);
     const auto target = static_cast<std::uint32_t>(cursor);
-    view.SetCursor(target);
-    if (mode == MoveMode::kCollapse) view.SetSelection(target, target);
+    view.State().SetCursor(target);
+    if (mode == MoveMode::kCollapse) view.State().SetSelection(target, target);
     // Intended: extending to the right moves the start, as extending to the left does; the end is
     // the fixed one of the two.
-    else if (target > view.GetSelectionEnds().start)
-        view.SetSelectionStart(target);
+    else if (target > view.State().GetSelectionEnds().start)
+        view.State().SetSelectionStart(target);
     return true;
 }
 
 bool MoveCursorToStart(CSoundView& view) {
     if (view.FrameCount() == 0) return view.Refuse(kNoSound);
-    view.SetCursor(0);
-    view.SetSelection(0, 0);
-    view.ScrollHorizontallyTo(0);
-    view.Invalidate(ViewArea::kWaveform);
+    view.State().SetCursor(0);
+    view.State().SetSelection(0, 0);
+    view.Zoom().ScrollHorizontallyTo(0);
+    view.Repaint().Area(ViewArea::kWaveform);
     return true;
 }
 
 bool MoveCursorToEnd(CSoundView& view) {
     const std::uint32_t frames = view.FrameCount();
     if (frames == 0) return view.Refuse(kNoSound);
-    view.SetCursor(frames);
-    view.SetSelection(0, 0);
+    view.State().SetCursor(frames);
+    view.State().SetSelection(0, 0);
     const std::uint64_t bytesPerFrame = view.Sound().GetBits() == 8 ? 2 : 4;
-    view.ScrollToPlayPosition(frames * bytesPerFrame);
-    view.InvalidateTimeAreas();
+    view.Zoom().ScrollToPlayPosition(frames * bytesPerFrame);
+    view.Repaint().TimeAreas();
     return true;
 }
 
 bool SelectToStart(CSoundView& view) {
     if (view.FrameCount() == 0) return view.Refuse(kNoSound);
-    view.SetSelection(0, view.HasSelection() ? view.GetSelection().end : view.Cursor());
-    view.SetCursor(0);
-    view.ScrollToShow(0);
+    view.State().SetSelection(
+        0, view.State().HasSelection() ? view.State().GetSelection().end : view.State().Cursor());
+    view.State().SetCursor(0);
+    view.Zoom().ScrollToShow(0);
     return true;
 }
 
 bool SelectToEnd(CSoundView& view) {
     const std::uint32_t frames = view.FrameCount();
     if (frames == 0) return view.Refuse(kNoSound);
-    view.SetSelection(view.HasSelection() ? view.GetSelection().start : view.Cursor(), frames);
-    view.SetCursor(frames);
-    view.ScrollToShow(frames);
+    view.State().SetSelection(
+        view.State().HasSelection() ? view.State().GetSelection().start : view.State().Cursor(),
+        frames);
+    view.State().SetCursor(frames);
+    view.Zoom().ScrollToShow(frames);
     return true;
 }
 
 bool SelectAll(CSoundView& view) {
     if (view.FrameCount() == 0) return view.Refuse(kNoSound);
-    view.SetSelection(0, view.FrameCount());
-    view.Invalidate(ViewArea::kAll);
+    view.State().SetSelection(0, view.FrameCount());
+    view.Repaint().Area(ViewArea::kAll);
     return true;
 }
 
 bool SelectBetweenMarkers(CSoundView& view, std::uint32_t frame) {
     if (view.FrameCount() == 0) return view.Refuse(kNoSound);
     const std::uint32_t end = std::min(view.Sound().GetMarkerAfter(frame), view.FrameCount());
-    view.SetSelection(view.Sound().GetMarkerBefore(frame), end);
+    view.State().SetSelection(view.Sound().GetMarkerBefore(frame), end);
     return true;
 }
 
 bool GoToFrame(CSoundView& view, std::uint32_t frame) {
     if (view.FrameCount() == 0) return view.Refuse(kNoSound);
     const std::uint32_t target = std::min(frame, view.FrameCount());
-    view.SetCursor(target);
-    view.SetSelection(target, target);
-    view.ScrollToShow(target);
+    view.State().SetCursor(target);
+    view.State().SetSelection(target, target);
+    view.Zoom().ScrollToShow(target);
     return true;
 }
 
@@ -132,7 +135,7 @@ bool AskAndGoToCursor(CSoundView& view) {
     if (view.FrameCount() == 0) return view.Refuse(kNoSound);
     const std::uint32_t rate = view.Sound().GetSamplesPerSecond();
     const std::optional<GoToChoice> choice =
-        view.Dialogs().AskGoTo({view.Cursor(), view.FrameCount(), rate});
+        view.Dialogs().AskGoTo({view.State().Cursor(), view.FrameCount(), rate});
     if (!choice) return view.Refuse(failure::kCancelled);
     if (choice->unit == GoToChoice::Unit::kFrame) return GoToFrame(view, choice->frame);
     const double frame = std::clamp(choice->seconds * rate, 0.0, double(view.FrameCount()));

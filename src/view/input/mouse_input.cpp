@@ -6,6 +6,7 @@
 #include "view/commands/marker_commands.h"
 #include "view/draw/marker_strip.h"
 #include "view/input/cursor_moves.h"
+#include "view/state/status_texts.h"
 
 namespace sonavel {
 namespace {
@@ -38,11 +39,13 @@ MouseTarget ButtonAt(const ViewGeometry& geometry, int x, int y) {
 
 // The edge of the selection near the pointer; the nearer of two, kWaveform for none.
 MouseTarget EdgeAt(const CSoundView& view, int x) {
-    if (!view.HasSelection()) return MouseTarget::kWaveform;
+    if (!view.State().HasSelection()) return MouseTarget::kWaveform;
     // The selection is drawn one pixel to the right of its frames.
-    const std::int64_t column = x - view.Geometry().waveform.left - 1;
-    const std::int64_t toStart = std::abs(column - view.Pixels().X(view.GetSelection().start));
-    const std::int64_t toEnd = std::abs(column - view.Pixels().X(view.GetSelection().end));
+    const std::int64_t column = x - view.State().Geometry().waveform.left - 1;
+    const std::int64_t toStart =
+        std::abs(column - view.Zoom().Pixels().X(view.State().GetSelection().start));
+    const std::int64_t toEnd =
+        std::abs(column - view.Zoom().Pixels().X(view.State().GetSelection().end));
     if (std::min(toStart, toEnd) > kEdgeReach) return MouseTarget::kWaveform;
     return toStart < toEnd ? MouseTarget::kSelectionStart : MouseTarget::kSelectionEnd;
 }
@@ -50,7 +53,7 @@ MouseTarget EdgeAt(const CSoundView& view, int x) {
 }  // namespace
 
 MouseTarget MouseInput::TargetAt(int x, int y) const {
-    const ViewGeometry& geometry = view_.Geometry();
+    const ViewGeometry& geometry = view_.State().Geometry();
     const MouseTarget button = ButtonAt(geometry, x, y);
     if (button != MouseTarget::kNothing) return button;
     if (geometry.waveform.Contains(x, y)) return EdgeAt(view_, x);
@@ -64,22 +67,23 @@ MouseTarget MouseInput::TargetAt(int x, int y) const {
 std::uint32_t MouseInput::MarkerAt(int x, int y) const {
     std::uint32_t id = 0;
     const auto noLabels = [](std::string_view) { return 0; };
-    for (const MarkerFlag& place : LayOutMarkerStrip(view_.Geometry().markerStrip, view_.Pixels(),
-                                                     view_.Sound().Markers(), noLabels))
+    for (const MarkerFlag& place :
+         LayOutMarkerStrip(view_.State().Geometry().markerStrip, view_.Zoom().Pixels(),
+                           view_.Sound().Markers(), noLabels))
         if (place.flag.Contains(x, y)) id = place.id;
     return id;
 }
 
 // A drag past an edge means the frame at the edge; scrolling brings further frames there.
 std::uint32_t MouseInput::FrameAt(int x) const {
-    const Rectangle& waveform = view_.Geometry().waveform;
+    const Rectangle& waveform = view_.State().Geometry().waveform;
     const int inside = std::clamp(x, waveform.left, std::max(waveform.left, waveform.right));
-    return static_cast<std::uint32_t>(view_.Pixels().NearestFrameAt(inside - waveform.left));
+    return static_cast<std::uint32_t>(view_.Zoom().Pixels().NearestFrameAt(inside - waveform.left));
 }
 
 std::unique_ptr<Gesture> MouseInput::GestureFor(MouseTarget target,
                                                 const PointerEvent& event) const {
-    const Selection selection = view_.GetSelection();
+    const Selection selection = view_.State().GetSelection();
     if (target == MouseTarget::kMarkerFlag) {
         const std::uint32_t id = MarkerAt(event.x, event.y);
         const Marker* marker = view_.Sound().Markers().Find(id);
@@ -89,7 +93,7 @@ std::unique_ptr<Gesture> MouseInput::GestureFor(MouseTarget target,
             view_.FrameCount() - std::min(marker->length, view_.FrameCount());
         return std::make_unique<DragMarkerGesture>(id, marker->position, furthest);
     }
-    if (event.shift) return std::make_unique<ExtendGesture>(selection, view_.Cursor());
+    if (event.shift) return std::make_unique<ExtendGesture>(selection, view_.State().Cursor());
     if (target == MouseTarget::kSelectionStart)
         return std::make_unique<DragEdgeGesture>(selection.end);
     if (target == MouseTarget::kSelectionEnd)
@@ -99,10 +103,11 @@ std::unique_ptr<Gesture> MouseInput::GestureFor(MouseTarget target,
 
 bool MouseInput::PressZoomButton(MouseTarget target, MouseButton button) {
     const bool in = button == MouseButton::kLeft;
+    ViewZoom& zoom = view_.Zoom();
     if (target == MouseTarget::kTimeZoomButton)
-        in ? view_.ZoomTimeIn() : view_.ZoomTimeOut();
+        zoom.Time(in ? TimeZoomIn : TimeZoomOut);
     else if (target == MouseTarget::kLevelZoomButton)
-        in ? view_.ZoomLevelIn() : view_.ZoomLevelOut();
+        zoom.Level(in ? LevelZoomIn : LevelZoomOut);
     else if (target == MouseTarget::kZoomerButton && view_.FrameCount() > 0)
         AskUserZoom(view_);
     else
@@ -117,11 +122,11 @@ MouseRequest MouseInput::Press(MouseButton button, const PointerEvent& event) {
         return MouseRequest::kNone;
     if (!ShowsTime(target) || IsDragging()) return MouseRequest::kNone;
     if (button == MouseButton::kRight)
-        return view_.HasSelection() ? MouseRequest::kContextMenuSelection
-                                    : MouseRequest::kContextMenuNormal;
+        return view_.State().HasSelection() ? MouseRequest::kContextMenuSelection
+                                            : MouseRequest::kContextMenuNormal;
     if (button == MouseButton::kMiddle) {
         panning_ = true;
-        panPosition_ = view_.Horizontal().position;
+        panPosition_ = view_.Zoom().Horizontal().position;
         panX_ = event.x;
         return MouseRequest::kNone;
     }
@@ -133,11 +138,23 @@ MouseRequest MouseInput::Press(MouseButton button, const PointerEvent& event) {
 void MouseInput::Move(const PointerEvent& event) {
     last_ = event;
     if (panning_)
-        view_.ScrollHorizontallyTo(panPosition_ + panX_ - event.x);
+        view_.Zoom().ScrollHorizontallyTo(panPosition_ + panX_ - event.x);
     else if (gesture_)
         Apply(gesture_->Move(FrameAt(event.x)));
     else
-        view_.ShowSampleValues(event.x, event.y);
+        ShowSampleValues(event.x, event.y);
+}
+
+// Unless the engine plays or records.
+void MouseInput::ShowSampleValues(int x, int y) {
+    const CWavePlayer& sound = view_.Sound();
+    if (!view_.Document().Options().displaySampleData || sound.IsPlaying() || sound.IsRecording())
+        return;
+    const Rectangle& waveform = view_.State().Geometry().waveform;
+    const PixelMap pixels = view_.Zoom().Pixels();
+    if (!waveform.Contains(x, y) || !pixels.Usable()) return;
+    const std::int64_t frame = pixels.FrameAt(x - waveform.left);
+    if (frame < view_.FrameCount()) view_.Playing().ShowStatusText(SampleValuesText(sound, frame));
 }
 
 void MouseInput::Release(const PointerEvent& event) {
@@ -176,19 +193,22 @@ void MouseInput::Tick() {
 }
 
 void MouseInput::ScrollPastEdge() {
-    const Rectangle& waveform = view_.Geometry().waveform;
+    const Rectangle& waveform = view_.State().Geometry().waveform;
     const int before = waveform.left - last_.x;
     const int behind = last_.x - waveform.right;
-    const std::int64_t position = view_.Horizontal().position;
+    const std::int64_t position = view_.Zoom().Horizontal().position;
     if (before > 0)
-        view_.ScrollHorizontallyTo(position - std::clamp(before, kSlowestScroll, kFastestScroll));
+        view_.Zoom().ScrollHorizontallyTo(position -
+                                          std::clamp(before, kSlowestScroll, kFastestScroll));
     else if (behind >= 0)
-        view_.ScrollHorizontallyTo(position + std::clamp(behind, kSlowestScroll, kFastestScroll));
+        view_.Zoom().ScrollHorizontallyTo(position +
+                                          std::clamp(behind, kSlowestScroll, kFastestScroll));
 }
 
 void MouseInput::Apply(const GestureIntent& intent) {
-    if (intent.selection) view_.SetSelection(intent.selection->start, intent.selection->end);
-    if (intent.cursor) view_.SetCursor(*intent.cursor);
+    if (intent.selection)
+        view_.State().SetSelection(intent.selection->start, intent.selection->end);
+    if (intent.cursor) view_.State().SetCursor(*intent.cursor);
     if (intent.marker) DragMarker(view_, intent.marker->id, intent.marker->position);
 }
 
@@ -202,7 +222,7 @@ int MouseInput::WholeNotches(double notches) {
 void MouseInput::WheelOverLevel(double notches) {
     const int steps = WholeNotches(notches);
     for (int i = 0; i < std::abs(steps); ++i)
-        steps > 0 ? view_.ZoomLevelIn() : view_.ZoomLevelOut();
+        view_.Zoom().Level(steps > 0 ? LevelZoomIn : LevelZoomOut);
 }
 
 void MouseInput::Wheel(const PointerEvent& event, double notches) {
@@ -210,13 +230,14 @@ void MouseInput::Wheel(const PointerEvent& event, double notches) {
         return WheelOverLevel(notches);
     if (event.control) {
         const int steps = WholeNotches(notches);
-        const auto step = steps > 0 ? CSoundView::ZoomStep::kIn : CSoundView::ZoomStep::kOut;
-        for (int i = 0; i < std::abs(steps); ++i) view_.ZoomTimeAt(event.x, step);
+        const int column = event.x - view_.State().Geometry().waveform.left;
+        for (int i = 0; i < std::abs(steps); ++i)
+            view_.Zoom().TimeAt(column, steps > 0 ? TimeZoomIn : TimeZoomOut);
         return;
     }
     wheelRest_ = 0;
-    const double pixels = notches * std::max(view_.WaveformWidth() / kWheelParts, 1);
-    view_.ScrollHorizontallyTo(view_.Horizontal().position - std::llround(pixels));
+    const double pixels = notches * std::max(view_.State().WaveformWidth() / kWheelParts, 1);
+    view_.Zoom().ScrollHorizontallyTo(view_.Zoom().Horizontal().position - std::llround(pixels));
 }
 
 }  // namespace sonavel

@@ -70,6 +70,7 @@ class MouseInput {
     int WholeNotches(double notches);
     void Apply(const GestureIntent& intent);
     void EndGesture();
+    void ShowSampleValues(int x, int y);
     void ScrollPastEdge();
 
     CSoundView& view_;

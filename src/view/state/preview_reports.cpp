@@ -1,6 +1,6 @@
 #include "view/state/preview_reports.h"
 
-#include "view/sound_view.h"
+#include "view/state/play_follower.h"
 
 namespace sonavel {
 namespace {
@@ -19,16 +19,17 @@ std::int32_t Rescaled(std::int32_t peak, const CWave& from, const CWave& to) {
 void PreviewReports::OnPlayState(std::string_view stateText, std::uint32_t frame) {
     frame_ = frame;
     showsStopped_ = stateText == kStopped;
-    view_.ShowPlayState(view_.Document().Preview(), stateText, frame);
+    follower_.ShowPlayState(document_.Preview(), stateText, frame);
 }
 
 void PreviewReports::OnPeaks(std::int32_t left, std::int32_t right) {
-    const CWave& preview = view_.Document().Preview();
-    view_.OnPeaks(Rescaled(left, preview, view_.Sound()), Rescaled(right, preview, view_.Sound()));
+    const CWave& preview = document_.Preview();
+    const CWave& sound = document_.Sound();
+    follower_.OnPeaks(Rescaled(left, preview, sound), Rescaled(right, preview, sound));
 }
 
 void PreviewReports::OnStopped() {
-    view_.OnPeaks(0, 0);
+    follower_.OnPeaks(0, 0);
     if (!showsStopped_) OnPlayState(kStopped, frame_);
 }
 

@@ -1,18 +1,20 @@
-// What the player of a document's preview sound reports, handed on to the document's view: its
-// state text and its peaks, like those of the sound itself.
+// What the player of a document's preview sound reports, handed on to who follows the sound itself:
+// its state text and its peaks.
 #pragma once
 
 #include "audio/player_observer.h"
 
 namespace sonavel {
 
-class CSoundView;
+class CSoundDoc;
+class PlayFollower;
 
 class PreviewReports : public PlayerObserver {
   public:
-    explicit PreviewReports(CSoundView& view) : view_(view) {}
+    PreviewReports(const CSoundDoc& document, PlayFollower& follower)
+        : document_(document), follower_(follower) {}
 
-    // Positions go to whoever asked the player for them; in the view they would name other frames.
+    // Positions go to whoever asked the player for them; in the sound they would name other frames.
     void OnPlayPosition(std::uint64_t, std::uint64_t) override {}
     void OnPlayState(std::string_view stateText, std::uint32_t frame) override;
     void OnPeaks(std::int32_t left, std::int32_t right) override;
@@ -20,7 +22,8 @@ class PreviewReports : public PlayerObserver {
     void OnStopped() override;
 
   private:
-    CSoundView& view_;
+    const CSoundDoc& document_;
+    PlayFollower& follower_;
     std::uint32_t frame_ = 0;
     bool showsStopped_ = true;
 };

@@ -48,6 +48,9 @@ ZoomState LevelZoomIn(const ZoomState& state, const ZoomContext& context);
 ZoomState LevelZoomOut(const ZoomState& state, const ZoomContext& context);
 ZoomState LevelZoomFull(const ZoomState& state, const ZoomContext& context);
 
+// One of the commands above.
+using ZoomFunction = ZoomState (*)(const ZoomState& state, const ZoomContext& context);
+
 // True while more than the visible part of a lane exists: when the vertical bar shows.
 bool IsLevelZoomed(const ZoomState& state);
 

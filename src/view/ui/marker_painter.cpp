@@ -43,20 +43,20 @@ void PaintFlag(QPainter& painter, const Rectangle& flag) {
 }  // namespace
 
 void PaintMarkerStrip(QPainter& painter, const CSoundView& view) {
-    const Rectangle& area = view.Geometry().markerStrip;
+    const Rectangle& area = view.State().Geometry().markerStrip;
     if (area.Empty()) return;
-    const std::vector<MarkerFlag> flags =
-        LayOutMarkerStrip(area, view.Pixels(), view.Sound().Markers(), WidthIn(MarkerFont()));
-    const QColor flagColour = ToQColor(view.Colours()[ColourSlot::kEndOfSound]);
+    const std::vector<MarkerFlag> flags = LayOutMarkerStrip(
+        area, view.Zoom().Pixels(), view.Sound().Markers(), WidthIn(MarkerFont()));
+    const QColor flagColour = ToQColor(view.Settings().colours[ColourSlot::kEndOfSound]);
     QColor barColour = flagColour;
     barColour.setAlpha(kBarAlpha);
     painter.save();
     painter.setClipRect(ToQRect(area), Qt::IntersectClip);
-    painter.fillRect(ToQRect(area), ToQColor(view.Colours()[ColourSlot::kMarkerStrip]));
+    painter.fillRect(ToQRect(area), ToQColor(view.Settings().colours[ColourSlot::kMarkerStrip]));
     for (const MarkerFlag& flag : flags)
         if (!flag.region.Empty()) painter.fillRect(ToQRect(flag.region), barColour);
     painter.setFont(MarkerFont());
-    painter.setPen(ToQColor(view.Colours()[ColourSlot::kMarkerLabel]));
+    painter.setPen(ToQColor(view.Settings().colours[ColourSlot::kMarkerLabel]));
     for (const MarkerFlag& flag : flags)
         if (!flag.label.empty()) PaintLabel(painter, area, flag);
     painter.setPen(flagColour);

@@ -77,13 +77,13 @@ void BeginRuler(QPainter& painter, const Rectangle& area, const ColourTable& col
 
 void PaintHorizontalRuler(QPainter& painter, const CSoundView& view) {
     HorizontalRulerRequest request;
-    request.area = view.Geometry().horizontalRuler;
-    request.map = view.Pixels();
+    request.area = view.State().Geometry().horizontalRuler;
+    request.map = view.Zoom().Pixels();
     request.samplesPerSecond = view.Sound().GetSamplesPerSecond();
-    request.format = view.GetStatusFormat();
-    request.cursor = view.Cursor();
-    request.selection = view.GetSelection();
-    PaintHorizontalRuler(painter, request, view.Colours());
+    request.format = view.Settings().statusFormat;
+    request.cursor = view.State().Cursor();
+    request.selection = view.State().GetSelection();
+    PaintHorizontalRuler(painter, request, view.Settings().colours);
 }
 
 void PaintHorizontalRuler(QPainter& painter, const HorizontalRulerRequest& request,
@@ -109,14 +109,14 @@ void PaintHorizontalRuler(QPainter& painter, const HorizontalRulerRequest& reque
 
 void PaintVerticalRuler(QPainter& painter, const CSoundView& view) {
     const unsigned channels = std::clamp(view.Sound().GetChannels(), 1u, 2u);
-    const Rectangle lanes[] = {view.Geometry().Lane(0, channels),
-                               view.Geometry().Lane(1, channels)};
+    const Rectangle lanes[] = {view.State().Geometry().Lane(0, channels),
+                               view.State().Geometry().Lane(1, channels)};
     VerticalRulerRequest request;
-    request.area = view.Geometry().verticalRuler;
+    request.area = view.State().Geometry().verticalRuler;
     request.lanes = std::span(lanes).first(channels);
-    request.vertical = view.Vertical();
+    request.vertical = view.Zoom().Vertical();
     request.fullScale = FullScaleOf(view.Sound().GetBits());
-    PaintVerticalRuler(painter, request, view.Colours());
+    PaintVerticalRuler(painter, request, view.Settings().colours);
 }
 
 void PaintVerticalRuler(QPainter& painter, VerticalRulerRequest request,

@@ -73,9 +73,9 @@ void SoundViewWidget::AddScrollBars() {
                 [this, bar](int action) { OnScrollBarAction(bar->orientation(), action); });
     }
     connect(horizontalBar_, &QScrollBar::valueChanged, this,
-            [this](int position) { view_.ScrollHorizontallyTo(position); });
+            [this](int position) { view_.Zoom().ScrollHorizontallyTo(position); });
     connect(verticalBar_, &QScrollBar::valueChanged, this,
-            [this](int position) { view_.ScrollVerticallyTo(position); });
+            [this](int position) { view_.Zoom().ScrollVerticallyTo(position); });
 }
 
 void SoundViewWidget::AddZoomButtons() {
@@ -101,7 +101,7 @@ ZoomButton* SoundViewWidget::AddZoomButton(ZoomButton::Picture picture, const QS
 // --- Size and scroll bars
 
 void SoundViewWidget::FitView() {
-    if (view_.IsShown())
+    if (view_.State().IsShown())
         view_.Resize(width(), height());
     else
         view_.Show(width(), height());
@@ -110,7 +110,7 @@ void SoundViewWidget::FitView() {
 }
 
 void SoundViewWidget::resizeEvent(QResizeEvent*) {
-    if (isVisible() || view_.IsShown()) FitView();
+    if (isVisible() || view_.State().IsShown()) FitView();
 }
 
 void SoundViewWidget::showEvent(QShowEvent*) {
@@ -118,7 +118,7 @@ void SoundViewWidget::showEvent(QShowEvent*) {
 }
 
 void SoundViewWidget::LayOutChildren() {
-    const ViewGeometry& geometry = view_.Geometry();
+    const ViewGeometry& geometry = view_.State().Geometry();
     horizontalBar_->setGeometry(ToQRect(geometry.horizontalScrollBar));
     // Its lower arrow would lie beneath the button in the corner.
     Rectangle vertical = geometry.verticalScrollBar;
@@ -130,10 +130,10 @@ void SoundViewWidget::LayOutChildren() {
 }
 
 void SoundViewWidget::ShowScrollStates() {
-    ShowState(*horizontalBar_, view_.Horizontal());
-    ShowState(*verticalBar_, view_.Vertical());
-    verticalBar_->SetLevel(view_.ShowsVerticalScrollBar() ? LevelBar::Level::kInPart
-                                                          : LevelBar::Level::kWhole);
+    ShowState(*horizontalBar_, view_.Zoom().Horizontal());
+    ShowState(*verticalBar_, view_.Zoom().Vertical());
+    verticalBar_->SetLevel(IsLevelZoomed(view_.Zoom().State()) ? LevelBar::Level::kInPart
+                                                               : LevelBar::Level::kWhole);
 }
 
 void SoundViewWidget::OnScrollBarAction(Qt::Orientation orientation, int action) {
@@ -141,11 +141,11 @@ void SoundViewWidget::OnScrollBarAction(Qt::Orientation orientation, int action)
     if (!step) return;
     const bool horizontal = orientation == Qt::Horizontal;
     if (horizontal)
-        view_.ScrollHorizontally(*step);
+        view_.Zoom().ScrollHorizontally(*step);
     else
-        view_.ScrollVertically(*step);
+        view_.Zoom().ScrollVertically(*step);
     // The bar is about to take its own idea of a step, which the view's replaces.
-    const ScrollState& state = horizontal ? view_.Horizontal() : view_.Vertical();
+    const ScrollState& state = horizontal ? view_.Zoom().Horizontal() : view_.Zoom().Vertical();
     QScrollBar& bar = horizontal ? *horizontalBar_ : *verticalBar_;
     bar.setSliderPosition(static_cast<int>(state.position));
 }
@@ -153,7 +153,7 @@ void SoundViewWidget::OnScrollBarAction(Qt::Orientation orientation, int action)
 // --- What the view reports
 
 void SoundViewWidget::Invalidate(ViewArea area) {
-    const ViewGeometry& geometry = view_.Geometry();
+    const ViewGeometry& geometry = view_.State().Geometry();
     switch (area) {
         case ViewArea::kWaveform:
             FollowWaveform();
@@ -202,10 +202,6 @@ void SoundViewWidget::SetWaitCursor(WaitCursor cursor) {
         QApplication::restoreOverrideCursor();
 }
 
-void SoundViewWidget::OnPeaks(std::int32_t left, std::int32_t right) {
-    Q_EMIT PeaksChanged(left, right);
-}
-
 void SoundViewWidget::OnColoursChanged() {
     update();
     Q_EMIT ColoursChanged();
@@ -213,10 +209,6 @@ void SoundViewWidget::OnColoursChanged() {
 
 void SoundViewWidget::OnTransportChanged() {
     Q_EMIT TransportChanged();
-}
-
-void SoundViewWidget::MaximizeFrame() {
-    QMetaObject::invokeMethod(this, &SoundViewWidget::MaximizeRequested, Qt::QueuedConnection);
 }
 
 }  // namespace sonavel

@@ -35,11 +35,8 @@ class SoundViewWidget : public QWidget, private SoundViewObserver {
     void SelectionChanged();  // or the cursor
     void ScrollChanged();     // or the zoom
     void StatusTextChanged(const QString& text);
-    void PeaksChanged(int left, int right);
     void ColoursChanged();
     void TransportChanged();
-    // Comes through the event loop, so that a frame that is just being built hears it.
-    void MaximizeRequested();
 
   protected:
     bool event(QEvent* event) override;
@@ -64,10 +61,8 @@ class SoundViewWidget : public QWidget, private SoundViewObserver {
     void OnSelectionChanged() override;
     void OnStatusText(std::string_view text) override;
     void SetWaitCursor(WaitCursor cursor) override;
-    void OnPeaks(std::int32_t left, std::int32_t right) override;
     void OnColoursChanged() override;
     void OnTransportChanged() override;
-    void MaximizeFrame() override;
 
     void AddScrollBars();
     void AddZoomButtons();

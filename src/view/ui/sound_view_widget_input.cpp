@@ -63,9 +63,9 @@ bool SoundViewWidget::event(QEvent* event) {
 void SoundViewWidget::keyPressEvent(QKeyEvent* event) {
     const int command = actions_.CommandOfPlainKey(KeyOf(*event));
     if (command == 0) return QWidget::keyPressEvent(event);
-    const ScrollState before = view_.Vertical();
+    const ScrollState before = view_.Zoom().Vertical();
     actions_.Run(command);
-    if (view_.Vertical() != before) verticalBar_->ShowForAMoment();
+    if (view_.Zoom().Vertical() != before) verticalBar_->ShowForAMoment();
 }
 
 // --- Mouse
@@ -172,12 +172,12 @@ bool SoundViewWidget::eventFilter(QObject* object, QEvent* event) {
 void SoundViewWidget::contextMenuEvent(QContextMenuEvent* event) {
     // The mouse opens the menus through its presses.
     if (event->reason() == QContextMenuEvent::Mouse) return;
-    const QRect cursor =
-        ToQRect(CursorRect(view_.Geometry().waveform, view_.Pixels(), view_.Cursor()));
+    const QRect cursor = ToQRect(CursorRect(view_.State().Geometry().waveform,
+                                            view_.Zoom().Pixels(), view_.State().Cursor()));
     const QPoint place = cursor.isEmpty() ? rect().center() : cursor.center();
-    OpenContextMenu(
-        view_.HasSelection() ? ContextMenu::kSoundViewSelection : ContextMenu::kSoundViewNormal,
-        mapToGlobal(place));
+    OpenContextMenu(view_.State().HasSelection() ? ContextMenu::kSoundViewSelection
+                                                 : ContextMenu::kSoundViewNormal,
+                    mapToGlobal(place));
 }
 
 void SoundViewWidget::OpenContextMenu(ContextMenu menu, const QPoint& globalPosition) {

@@ -11,9 +11,9 @@
 namespace sonavel {
 
 void SoundViewWidget::FollowWaveform() {
-    if (!view_.IsShown()) return;
+    if (!view_.State().IsShown()) return;
     const WaveformCanvas::Update change = canvas_.Follow(view_, devicePixelRatioF());
-    const QRect area = ToQRect(view_.Geometry().waveform);
+    const QRect area = ToQRect(view_.State().Geometry().waveform);
     switch (change.kind) {
         case WaveformCanvas::Update::Kind::kNothing:
             break;
@@ -30,24 +30,26 @@ void SoundViewWidget::FollowWaveform() {
 }
 
 void SoundViewWidget::ScrollWaveform(const WaveformCanvas::Update& change) {
-    const QRect area = ToQRect(view_.Geometry().waveform);
+    const QRect area = ToQRect(view_.State().Geometry().waveform);
     const QRegion moved = paintedColumns_.translated(change.scrolledBy, 0);
     scroll(change.scrolledBy, 0, area);
     update(change.parts.translated(area.topLeft()));
     update((moved + paintedColumns_) & area);
     paintedColumns_ += moved;
-    update(ToQRect(CursorRect(view_.Geometry().waveform, view_.Pixels(), view_.Cursor())));
-    if (const std::optional<Rectangle> column = view_.PlayPosition()) update(ToQRect(*column));
+    update(ToQRect(CursorRect(view_.State().Geometry().waveform, view_.Zoom().Pixels(),
+                              view_.State().Cursor())));
+    if (const std::optional<Rectangle> column = view_.Playing().PlayPosition())
+        update(ToQRect(*column));
 }
 
 void SoundViewWidget::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
-    if (!view_.IsShown()) {
+    if (!view_.State().IsShown()) {
         painter.fillRect(event->rect(), palette().window());
         return;
     }
     FollowWaveform();
-    const ViewGeometry& geometry = view_.Geometry();
+    const ViewGeometry& geometry = view_.State().Geometry();
     const QRegion& region = event->region();
     const QRegion waveform = region & ToQRect(geometry.waveform);
     for (const QRect& part : waveform) PaintWaveform(painter, part);
@@ -58,16 +60,17 @@ void SoundViewWidget::paintEvent(QPaintEvent* event) {
 }
 
 void SoundViewWidget::PaintWaveform(QPainter& painter, const QRect& area) {
-    const Rectangle& waveform = view_.Geometry().waveform;
+    const Rectangle& waveform = view_.State().Geometry().waveform;
     canvas_.Draw(painter, area.translated(-waveform.left, -waveform.top), view_);
 }
 
 void SoundViewWidget::PaintColumns(QPainter& painter) {
-    const Rectangle cursor = CursorRect(view_.Geometry().waveform, view_.Pixels(), view_.Cursor());
+    const Rectangle cursor = CursorRect(view_.State().Geometry().waveform, view_.Zoom().Pixels(),
+                                        view_.State().Cursor());
     paintedColumns_ = ToQRect(cursor);
     if (!cursor.Empty())
-        painter.fillRect(ToQRect(cursor), ToQColor(view_.Colours()[ColourSlot::kCursor]));
-    const std::optional<Rectangle> play = view_.PlayPosition();
+        painter.fillRect(ToQRect(cursor), ToQColor(view_.Settings().colours[ColourSlot::kCursor]));
+    const std::optional<Rectangle> play = view_.Playing().PlayPosition();
     if (!play) return;
     paintedColumns_ += ToQRect(*play);
     painter.setCompositionMode(QPainter::CompositionMode_Difference);

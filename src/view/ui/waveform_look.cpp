@@ -4,7 +4,7 @@ namespace sonavel {
 
 WaveformLook WaveformLook::Of(const CSoundView& view, double pixelRatio) {
     WaveformLook look;
-    const ViewGeometry& geometry = view.Geometry();
+    const ViewGeometry& geometry = view.State().Geometry();
     look.waveform = geometry.waveform;
     look.channels = view.Sound().GetChannels();
     for (unsigned channel = 0; channel < look.channels && channel < look.lanes.size(); ++channel)
@@ -12,13 +12,13 @@ WaveformLook WaveformLook::Of(const CSoundView& view, double pixelRatio) {
     look.frameCount = view.FrameCount();
     look.rate = view.Sound().GetRate();
     look.revision = view.Extremes().Revision();
-    look.horizontal = view.Horizontal();
-    look.vertical = view.Vertical();
-    look.selection = view.GetSelection();
-    look.colours = view.Colours();
-    look.centreLine = view.Settings().centreLine;
-    look.grid = view.Grid();
-    look.statusFormat = view.GetStatusFormat();
+    look.horizontal = view.Zoom().Horizontal();
+    look.vertical = view.Zoom().Vertical();
+    look.selection = view.State().GetSelection();
+    look.colours = view.Settings().colours;
+    look.centreLine = view.Settings().display.centreLine;
+    look.grid = view.Settings().grid;
+    look.statusFormat = view.Settings().statusFormat;
     look.pixelRatio = pixelRatio;
     return look;
 }

@@ -1,0 +1,23 @@
+#include "view/state/view_settings.h"
+
+namespace sonavel {
+
+void ViewSettings::Load(const ProfileText& displayFile, const ProfileText& optionsFile) {
+    display = DisplaySettings::Read(displayFile);
+    grid = GridSettings::Read(optionsFile);
+    statusFormat = ReadStatusFormat(optionsFile);
+    colours.Load(displayFile);
+}
+
+GeometryRequest ViewSettings::Geometry(int width, int height) const {
+    const auto visibility = [](int shown) {
+        return shown ? RulerVisibility::kShown : RulerVisibility::kHidden;
+    };
+    GeometryRequest request;
+    request.client = {0, 0, width, height};
+    request.horizontalRuler = visibility(display.horizontalRuler);
+    request.verticalRuler = visibility(display.verticalRuler);
+    return request;
+}
+
+}  // namespace sonavel
