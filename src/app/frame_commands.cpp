@@ -12,8 +12,14 @@ bool Do(CMainFrame& frame) {
     return (frame.*operation)();
 }
 
+template <void (ChildWindows::*operation)()>
+bool Arrange(CMainFrame& frame) {
+    (frame.Area().*operation)();
+    return true;
+}
+
 CommandState WithChildren(const CMainFrame& frame) {
-    return {frame.HasChildren(), false};
+    return {frame.Area().HasAny(), false};
 }
 
 CommandState WithOthers(const CMainFrame& frame) {
@@ -21,11 +27,11 @@ CommandState WithOthers(const CMainFrame& frame) {
 }
 
 CommandState InWindows(const CMainFrame& frame) {
-    return {frame.HasChildren() && !frame.ShowsTabs(), false};
+    return {frame.Area().HasAny() && !frame.Area().ShowsTabs(), false};
 }
 
 CommandState TabsState(const CMainFrame& frame) {
-    return {true, frame.ShowsTabs()};
+    return {true, frame.Area().ShowsTabs()};
 }
 
 CommandState StatusBarState(const CMainFrame& frame) {
@@ -39,24 +45,24 @@ constexpr Command<CMainFrame> kCommands[] = {
      Do<&CMainFrame::CloseActive>,
      WithChildren},
     {{app_command::kCascade, "", "&Cascade", "", "Arrange the windows so that they overlap"},
-     Do<&CMainFrame::Cascade>,
+     Arrange<&ChildWindows::Cascade>,
      InWindows},
     {{app_command::kTileHorizontally, "", "Tile &Horizontally", "",
       "Arrange the windows above each other"},
-     Do<&CMainFrame::TileHorizontally>,
+     Arrange<&ChildWindows::TileHorizontally>,
      InWindows},
     {{app_command::kTileVertically, "", "Tile &Vertically", "",
       "Arrange the windows beside each other"},
-     Do<&CMainFrame::TileVertically>,
+     Arrange<&ChildWindows::TileVertically>,
      InWindows},
     {{app_command::kTabs, "", "Show as &Tabs", "", "Show one sound at a time, with a tab for each"},
-     Do<&CMainFrame::SwitchTabs>,
+     Arrange<&ChildWindows::SwitchTabs>,
      TabsState},
     {{app_command::kNextWindow, "", "&Next", "Ctrl+F6", "Go to the next sound"},
-     Do<&CMainFrame::NextWindow>,
+     Arrange<&ChildWindows::Next>,
      WithChildren},
     {{app_command::kPreviousWindow, "", "&Previous", "Ctrl+Shift+F6", "Go to the previous sound"},
-     Do<&CMainFrame::PreviousWindow>,
+     Arrange<&ChildWindows::Previous>,
      WithChildren},
     {{app_command::kCloseOthers, "", "Close &Others", "", "Close every sound but the active one"},
      Do<&CMainFrame::CloseOthers>,

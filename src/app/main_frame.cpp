@@ -42,7 +42,7 @@ void AddTable(CommandActions& actions, std::span<const Command<Target>> table) {
 }  // namespace
 
 CMainFrame::CMainFrame()
-    : area_(new QMdiArea(this)),
+    : area_(new ChildWindows(this)),
       status_(new StatusPanes(this)),
       actions_([this](int id) { return Route(id); }) {
     setWindowTitle(QStringLiteral("Sonavel"));
@@ -50,12 +50,6 @@ CMainFrame::CMainFrame()
     setCentralWidget(area_);
     setStatusBar(status_);
     setAcceptDrops(true);
-    area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    area_->setBackground(palette().brush(QPalette::Mid));
-    area_->setTabsClosable(true);
-    area_->setTabsMovable(true);
-    area_->setDocumentMode(true);
     resize(kFirstSize.boundedTo(screen()->availableSize() * 9 / 10));
     refreshTimer_.setSingleShot(true);
     playTimer_.setInterval(kPlayRefreshMs);
@@ -86,7 +80,7 @@ void CMainFrame::Build(Workspace& workspace, std::vector<CommandTarget*> program
     AddMeter();
     RestorePlaces();
     workspace.SetObserver(this);
-    connect(area_, &QMdiArea::subWindowActivated, this, &CMainFrame::ActivateChild);
+    connect(area_, &ChildWindows::Activated, this, &CMainFrame::ActivateSoundOf);
     connect(&actions_, &CommandActions::CommandRun, this, &CMainFrame::AfterCommand);
     connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this,
             &CMainFrame::ScheduleRefresh);
@@ -131,7 +125,7 @@ void CMainFrame::AddMenus() {
     connect(windowMenu, &QMenu::aboutToShow, this, [this, windowMenu, listStart] {
         const QList<QAction*> all = windowMenu->actions();
         for (QAction* action : all.mid(all.indexOf(listStart) + 1)) delete action;
-        FillWindowList(*windowMenu);
+        area_->FillMenu(*windowMenu);
     });
 }
 
@@ -139,21 +133,6 @@ void CMainFrame::TakeSettings() {
     meter_->ReloadSettings();
     FitMeter();
     ScheduleRefresh();
-}
-
-void CMainFrame::FillWindowList(QMenu& menu) {
-    const QList<QMdiSubWindow*> windows = area_->subWindowList();
-    for (qsizetype i = 0; i < windows.size(); ++i) {
-        QString title = windows[i]->windowTitle();
-        title.replace(QStringLiteral("[*]"), windows[i]->isWindowModified() ? "*" : "");
-        title.replace(u'&', QStringLiteral("&&"));
-        const QString key = i < 9 ? QStringLiteral("&%1  ").arg(i + 1) : QString();
-        QAction* action = menu.addAction(key + title);
-        action->setCheckable(true);
-        action->setChecked(windows[i] == area_->activeSubWindow());
-        connect(action, &QAction::triggered, this,
-                [this, window = QPointer(windows[i])] { area_->setActiveSubWindow(window); });
-    }
 }
 
 void CMainFrame::RestorePlaces() {
@@ -165,7 +144,7 @@ void CMainFrame::RestorePlaces() {
     restoreState(settings.value(QStringLiteral("Bars")).toByteArray(), kBarsVersion);
     HoldFloatingBars();
     status_->setVisible(settings.value(QStringLiteral("StatusBar"), true).toBool());
-    if (settings.value(QStringLiteral("Tabs")).toBool()) SwitchTabs();
+    if (settings.value(QStringLiteral("Tabs")).toBool()) area_->SwitchTabs();
 }
 
 void CMainFrame::StorePlaces() const {
@@ -174,7 +153,7 @@ void CMainFrame::StorePlaces() const {
     settings.setValue(QStringLiteral("Geometry"), saveGeometry());
     settings.setValue(QStringLiteral("Bars"), saveState(kBarsVersion));
     settings.setValue(QStringLiteral("StatusBar"), ShowsStatusBar());
-    settings.setValue(QStringLiteral("Tabs"), ShowsTabs());
+    settings.setValue(QStringLiteral("Tabs"), area_->ShowsTabs());
 }
 
 void CMainFrame::Refresh() {

@@ -3,14 +3,13 @@
 #pragma once
 
 #include <QMainWindow>
-#include <QMdiArea>
 #include <QPointer>
 #include <QTimer>
 #include <optional>
 
 #include "app/bars/format_bar.h"
 #include "app/bars/window_list_bar.h"
-#include "app/child_frame.h"
+#include "app/child_windows.h"
 #include "app/command_bar.h"
 #include "app/logo_window.h"
 #include "app/recent_files.h"
@@ -36,8 +35,8 @@ class CMainFrame : public QMainWindow, public WorkspaceObserver {
     StatusPanes& Status() { return *status_; }
     RecentFiles& Recent() { return recent_; }
     CommandActions& Actions() { return actions_; }
-    QMdiArea& Area() { return *area_; }
-    CChildFrame* FrameOf(const OpenSound& sound) const;
+    ChildWindows& Area() { return *area_; }
+    const ChildWindows& Area() const { return *area_; }
     // The preferences changed.
     void TakeSettings();
 
@@ -46,15 +45,7 @@ class CMainFrame : public QMainWindow, public WorkspaceObserver {
     const std::string& LastError() const { return workspace_->LastError(); }
     void ClearError() { workspace_->ClearError(); }
 
-    bool HasChildren() const { return !area_->subWindowList().isEmpty(); }
     bool HasOthers() const { return workspace_->Count() > 1; }
-    bool Cascade();
-    bool TileHorizontally();
-    bool TileVertically();
-    bool ShowsTabs() const { return area_->viewMode() == QMdiArea::TabbedView; }
-    bool SwitchTabs();
-    bool NextWindow();
-    bool PreviousWindow();
     // Asks whether to save what is modified. False when that was cancelled.
     bool CloseActive();
     // Likewise; nothing is closed before everything was asked.
@@ -79,8 +70,6 @@ class CMainFrame : public QMainWindow, public WorkspaceObserver {
     void dropEvent(QDropEvent* event) override;
 
   private:
-    enum class Tiling { kRows, kColumns };
-
     CommandTarget* Route(int commandId);
     void AddActions();
     void AddMenus();
@@ -94,20 +83,17 @@ class CMainFrame : public QMainWindow, public WorkspaceObserver {
     void FitMeter();
     void ReferMeter(const CWave& sound);
     void AddWindowList();
-    void ChooseFrame(CChildFrame* frame);
     void ShowFrameMenu(CChildFrame* frame, const QPoint& globalPosition);
     // What the bars show of the sounds.
     void RefreshBars();
-    void FillWindowList(QMenu& menu);
     void RestorePlaces();
     void StorePlaces() const;
     // Floating bars come with the frame, not before it.
     void HoldFloatingBars();
     void ShowFloatingBars();
 
-    void Tile(Tiling tiling);
     bool MayClose(std::size_t index);
-    void ActivateChild(QMdiSubWindow* window);
+    void ActivateSoundOf(CChildFrame& frame);
 
     // The title, the panes and the states of all commands, once for many changes.
     void ScheduleRefresh() { refreshTimer_.start(); }
@@ -116,7 +102,7 @@ class CMainFrame : public QMainWindow, public WorkspaceObserver {
     void UpdatePanes();
     void AfterCommand(int commandId, bool succeeded);
 
-    QMdiArea* area_;
+    ChildWindows* area_;
     StatusPanes* status_;
     TransportBar* transport_ = nullptr;
     ZoomBar* zoom_ = nullptr;
@@ -137,7 +123,6 @@ class CMainFrame : public QMainWindow, public WorkspaceObserver {
     QTimer refreshTimer_;
     QTimer playTimer_;
     QString title_;
-    int dropping_ = 0;  // documents that are being closed
 };
 
 }  // namespace sonavel

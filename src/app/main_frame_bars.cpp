@@ -39,13 +39,9 @@ void CMainFrame::AddBars() {
 void CMainFrame::AddWindowList() {
     windowList_ = new WindowListBar(tr("Window List"), this);
     AddBar(*windowList_, tr("&Window List Bar"), Qt::BottomToolBarArea);
-    connect(windowList_, &WindowListBar::Chosen, this, &CMainFrame::ChooseFrame);
+    connect(windowList_, &WindowListBar::Chosen, area_,
+            [this](CChildFrame* frame) { area_->Choose(*frame); });
     connect(windowList_, &WindowListBar::MenuRequested, this, &CMainFrame::ShowFrameMenu);
-}
-
-void CMainFrame::ChooseFrame(CChildFrame* frame) {
-    if (frame->isMinimized()) frame->showNormal();
-    area_->setActiveSubWindow(frame);
 }
 
 void CMainFrame::ShowFrameMenu(CChildFrame* frame, const QPoint& globalPosition) {
@@ -60,7 +56,7 @@ void CMainFrame::ShowFrameMenu(CChildFrame* frame, const QPoint& globalPosition)
         MenuEntry::Command(app_command::kFileProperties),
     };
     // The commands are those of the active sound.
-    ChooseFrame(frame);
+    area_->Choose(*frame);
     QMenu menu;
     actions_.FillMenu(menu, kEntries);
     menu.exec(globalPosition);
@@ -82,7 +78,7 @@ void CMainFrame::ShowFloatingBars() {
 
 void CMainFrame::RefreshBars() {
     const OpenSound* active = workspace_->Active();
-    windowList_->Refresh(active ? FrameOf(*active) : nullptr);
+    windowList_->Refresh(active ? area_->FrameOf(*active) : nullptr);
     if (active)
         format_->ShowSound(*active->document, *active->view);
     else

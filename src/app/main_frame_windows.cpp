@@ -1,4 +1,4 @@
-// The main frame's child windows: how they come, are arranged and go.
+// The main frame's sounds: how their windows come and go, and what is asked before.
 #include <QCloseEvent>
 #include <QDir>
 #include <QDragEnterEvent>
@@ -6,7 +6,6 @@
 #include <QLayout>
 #include <QMimeData>
 #include <QStatusTipEvent>
-#include <QTabBar>
 #include <QUrl>
 
 #include "app/document_commands.h"
@@ -20,10 +19,6 @@ namespace sonavel {
 
 namespace {
 
-// New windows come a title bar below and beside the one before, then from the corner again.
-constexpr int kCascadeStep = 30;
-constexpr int kCascadeSteps = 5;
-
 QStringList LocalFiles(const QMimeData& data) {
     QStringList files;
     for (const QUrl& url : data.urls())
@@ -32,14 +27,6 @@ QStringList LocalFiles(const QMimeData& data) {
 }
 
 }  // namespace
-
-CChildFrame* CMainFrame::FrameOf(const OpenSound& sound) const {
-    for (QMdiSubWindow* window : area_->subWindowList()) {
-        auto* frame = qobject_cast<CChildFrame*>(window);
-        if (frame && &frame->Sound() == &sound) return frame;
-    }
-    return nullptr;
-}
 
 void CMainFrame::OnDocumentAdded(OpenSound& sound) {
     auto* frame = new CChildFrame(sound, actions_, area_);
@@ -56,29 +43,19 @@ void CMainFrame::OnDocumentAdded(OpenSound& sound) {
         ScheduleRefresh();
     });
     layout()->activate();  // the first comes before the frame is shown
-    frame->resize(area_->size() * 4 / 5);
-    const auto others = static_cast<int>(area_->subWindowList().size()) - 1;
-    const int step = kCascadeStep * (others % kCascadeSteps);
-    frame->move(step, step);
-    frame->show();
+    area_->Add(*frame);
     // Once the frame around it is built.
     if (sound.document->Options().openAndMaximize && !sound.document->Path().empty())
         QMetaObject::invokeMethod(frame, &CChildFrame::showMaximized, Qt::QueuedConnection);
 }
 
 void CMainFrame::OnDocumentClosing(OpenSound& sound) {
-    CChildFrame* frame = FrameOf(sound);
+    CChildFrame* frame = area_->FrameOf(sound);
     if (!frame) return;
     documentCommands_.reset();
     spatialCommands_.reset();
-    ++dropping_;
     windowList_->Remove(*frame);
-    frame->LetGo();
-    area_->removeSubWindow(frame);
-    --dropping_;
-    // Taking a window away restores the one behind it, which has to fill the page of its tab.
-    if (ShowsTabs() && area_->activeSubWindow()) area_->activeSubWindow()->showMaximized();
-    frame->deleteLater();
+    area_->Remove(*frame);
 }
 
 void CMainFrame::OnActivated(OpenSound* sound) {
@@ -89,65 +66,15 @@ void CMainFrame::OnActivated(OpenSound* sound) {
             std::make_unique<SpatialCommands>(*sound->document, *sound->view, spatialMemory_);
         documentCommands_ =
             std::make_unique<TableCommandTarget<CSoundDoc>>(*sound->document, DocumentCommands());
-        area_->setActiveSubWindow(FrameOf(*sound));
+        area_->setActiveSubWindow(area_->FrameOf(*sound));
     }
     GiveMeterTo(sound);
     ScheduleRefresh();
 }
 
-void CMainFrame::ActivateChild(QMdiSubWindow* window) {
-    auto* frame = qobject_cast<CChildFrame*>(window);
-    if (!frame || dropping_ > 0) return;
-    if (const auto index = workspace_->IndexOf(*frame->Sound().document))
+void CMainFrame::ActivateSoundOf(CChildFrame& frame) {
+    if (const auto index = workspace_->IndexOf(*frame.Sound().document))
         workspace_->Activate(*index);
-}
-
-bool CMainFrame::Cascade() {
-    area_->cascadeSubWindows();
-    return true;
-}
-
-bool CMainFrame::TileHorizontally() {
-    Tile(Tiling::kRows);
-    return true;
-}
-
-bool CMainFrame::TileVertically() {
-    Tile(Tiling::kColumns);
-    return true;
-}
-
-void CMainFrame::Tile(Tiling tiling) {
-    QList<QMdiSubWindow*> windows = area_->subWindowList();
-    windows.removeIf([](const QMdiSubWindow* window) { return window->isMinimized(); });
-    const QSize area = area_->viewport()->size();
-    const auto count = static_cast<int>(windows.size());
-    for (int i = 0; i < count; ++i) {
-        windows[i]->showNormal();
-        const int width = area.width(), height = area.height();
-        if (tiling == Tiling::kRows)
-            windows[i]->setGeometry(0, height * i / count, width,
-                                    height * (i + 1) / count - height * i / count);
-        else
-            windows[i]->setGeometry(width * i / count, 0,
-                                    width * (i + 1) / count - width * i / count, height);
-    }
-}
-
-bool CMainFrame::SwitchTabs() {
-    area_->setViewMode(ShowsTabs() ? QMdiArea::SubWindowView : QMdiArea::TabbedView);
-    if (auto* tabs = area_->findChild<QTabBar*>()) tabs->setExpanding(false);
-    return true;
-}
-
-bool CMainFrame::NextWindow() {
-    area_->activateNextSubWindow();
-    return true;
-}
-
-bool CMainFrame::PreviousWindow() {
-    area_->activatePreviousSubWindow();
-    return true;
 }
 
 bool CMainFrame::MayClose(std::size_t index) {

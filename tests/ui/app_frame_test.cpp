@@ -17,7 +17,7 @@ namespace {
 
 TEST_F(AppFixture, AnEmptyFrameHasNoSoundAndOffersLittle) {
     EXPECT_EQ(Frame().windowTitle(), "Sonavel");
-    EXPECT_FALSE(Frame().HasChildren());
+    EXPECT_FALSE(Frame().Area().HasAny());
     Frame().Actions().Refresh();
     for (const int id : {57602, 57603, 57604, 32844, 32771, 57635, 57650})
         EXPECT_FALSE(Frame().Actions().Action(id)->isEnabled()) << id;
@@ -72,10 +72,10 @@ TEST_F(AppFixture, FilesAreOpenedMaximizedWhereTheSettingsSaySo) {
     programFolder_.Options().SetInteger("__SOUND_GENERAL_OPTIONS", "OPEN AND MAXIMIZE", 1);
     ASSERT_TRUE(Sounds().NewDocument(NewSoundChoice{}));
     QApplication::processEvents();
-    EXPECT_FALSE(Frame().FrameOf(*Sounds().Active())->isMaximized());
+    EXPECT_FALSE(Frame().Area().FrameOf(*Sounds().Active())->isMaximized());
     ASSERT_TRUE(App().OpenFile(WavFile("a.wav")));
     QApplication::processEvents();
-    EXPECT_TRUE(Frame().FrameOf(*Sounds().Active())->isMaximized());
+    EXPECT_TRUE(Frame().Area().FrameOf(*Sounds().Active())->isMaximized());
 }
 
 TEST_F(AppFixture, AFileThatIsOpenComesToTheFront) {
@@ -85,7 +85,7 @@ TEST_F(AppFixture, AFileThatIsOpenComesToTheFront) {
     ASSERT_TRUE(App().OpenFile(first));
     EXPECT_EQ(Sounds().Count(), 2u);
     EXPECT_EQ(Active().Title(), "a.wav");
-    EXPECT_EQ(Frame().Area().activeSubWindow(), Frame().FrameOf(*Sounds().Active()));
+    EXPECT_EQ(Frame().Area().activeSubWindow(), Frame().Area().FrameOf(*Sounds().Active()));
 }
 
 TEST_F(AppFixture, WhatCannotBeOpenedSaysSoInTheStatusBar) {
@@ -94,7 +94,7 @@ TEST_F(AppFixture, WhatCannotBeOpenedSaysSoInTheStatusBar) {
     EXPECT_FALSE(App().OpenFile(QString::fromStdString((folder_ / "a.txt").string())));
     EXPECT_TRUE(StatusText().startsWith("a.txt: ")) << StatusText().toStdString();
     EXPECT_GT(StatusText().size(), 8);
-    EXPECT_FALSE(Frame().HasChildren());
+    EXPECT_FALSE(Frame().Area().HasAny());
     EXPECT_TRUE(Frame().Recent().Paths().isEmpty());
 }
 
@@ -152,7 +152,7 @@ TEST_F(AppFixture, ClosingAsksOnlyForModifiedSounds) {
         OpenModified("b.wav");
         const FileBytes before = ReadFileBytes(folder_ / "b.wav");
         BoxAnswer answer(c.button);
-        Frame().FrameOf(*Sounds().Active())->close();
+        Frame().Area().FrameOf(*Sounds().Active())->close();
         EXPECT_EQ(answer.Text(), "Save changes to b.wav?");
         EXPECT_EQ(Sounds().Count(), c.left);
         EXPECT_EQ(ReadFileBytes(folder_ / "b.wav") != before, c.saved);

@@ -56,7 +56,7 @@ TEST_F(BarsTest, EachSoundHasAButtonWithAStarWhileModifiedAndTheActiveOneIsPress
     EXPECT_EQ(Buttons(), (QStringList{"a.wav*", "b&&b.wav!"}));
     Click(0);
     EXPECT_EQ(Active().Title(), "a.wav");
-    EXPECT_EQ(Frame().Area().activeSubWindow(), Frame().FrameOf(*Sounds().Active()));
+    EXPECT_EQ(Frame().Area().activeSubWindow(), Frame().Area().FrameOf(*Sounds().Active()));
     Run(app_command::kSave);
     EXPECT_EQ(Buttons(), (QStringList{"a.wav!", "b&&b.wav"}));
     Frame().Area().activeSubWindow()->showMinimized();
