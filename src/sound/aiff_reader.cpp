@@ -95,7 +95,7 @@ Outcome AiffReader::ReadForm() {
 }
 
 // Goes through the chunks up to the sound, or to the end of a file without one. Pad bytes behind
-// chunks of odd size are not skipped: intended, files read as they always did.
+// chunks of odd size are not skipped: intended, files without pad bytes are read.
 Outcome AiffReader::WalkToSound() {
     ChunkId id;
     // Zeros are no chunks, and there may be gigabytes of them.

@@ -36,8 +36,8 @@ bool Write8BitSamples(ReplacingFile& file, const Sound& sound) {
     return WriteTransformed(file, sound.Bytes().first(bytes), AddHalfRange);
 }
 
-// Exactly one second, whatever the length of the sound: intended, the files keep the size that they
-// always had, and the document stays modified because of it.
+// Exactly one second, whatever the length of the sound: intended, and why the document stays
+// modified.
 bool Write16BitSamples(ReplacingFile& file, const Sound& sound) {
     const std::uint64_t bytes = std::uint64_t{sound.GetRate()} * 2 * sound.GetChannels();
     if (bytes > kMaxSoundBytes) return false;

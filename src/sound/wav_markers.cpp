@@ -126,7 +126,7 @@ void AppendText(ByteBuilder& list, const Marker& marker) {
 }
 
 void AppendLabel(ByteBuilder& list, const Marker& marker) {
-    // No pad byte behind a name of odd length: intended, files keep the bytes that they always had.
+    // No pad byte behind a name of odd length: intended, as in the RIFF size.
     list.Text("labl")
         .Little32(static_cast<std::uint32_t>(marker.name.size() + 4))
         .Little32(marker.labelId)

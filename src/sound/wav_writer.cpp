@@ -42,7 +42,7 @@ Outcome WriteSamples(ReplacingFile& file, std::span<const std::uint8_t> bytes,
 Outcome WriteFile(ReplacingFile& file, const Sound& sound, const MarkerChunks& markers,
                   const TransferHost& host) {
     // The list behind "cue " is left out of the RIFF size, and odd data get no pad byte: intended,
-    // files keep the bytes that they always had.
+    // a file that is saved again stays as it is.
     const auto riffSize =
         static_cast<std::uint32_t>(kBytesBeforeData + sound.GetDataSize() + markers.cue.size());
     if (!file.Write(BuildHeader(sound, riffSize))) return Failed(failure::kWriteData);
