@@ -134,7 +134,7 @@ class OpenViewTest : public ::testing::Test {
         View().Playing().SetMeter(&window);
     }
 
-    virtual void Open(Sound&& sound) = 0;
+    virtual void Open(sonavel::Sound&& sound) = 0;
     virtual CSoundView& View() = 0;
     virtual SoundViewCommands& Commands() = 0;
     CSoundDoc& Document() { return View().Document(); }
@@ -165,7 +165,7 @@ class OpenViewTest : public ::testing::Test {
 // A program of one view.
 class ViewTest : public OpenViewTest, public ViewHost {
   protected:
-    void Open(Sound&& sound) override {
+    void Open(sonavel::Sound&& sound) override {
         commands_.reset();
         view_.reset();
         document_ = std::make_unique<CSoundDoc>(services, dialogs);

@@ -16,7 +16,7 @@ class WorkspaceTest : public OpenViewTest {
   protected:
     WorkspaceTest() { workspace.SetInitialViewSize(kWidth, kHeight); }
 
-    void Open(Sound&& sound) override {
+    void Open(sonavel::Sound&& sound) override {
         ASSERT_TRUE(workspace.NewDocumentFromSound(std::move(sound), "Ramp_"));
     }
     CSoundView& View() override { return *workspace.Active()->view; }
