@@ -3,42 +3,42 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdlib>
-#include <cstring>
+#include <type_traits>
+
+#include "sound/sample_types.h"
 
 namespace sonavel {
 namespace {
 
-std::int32_t Peak16(std::span<const std::uint8_t> data, std::size_t step, std::size_t first,
+template <class Type>
+std::int32_t PeakOf(std::span<const std::uint8_t> data, std::size_t step, std::size_t first,
                     std::int32_t peak) {
-    const std::size_t count = data.size() / 2;
-    for (std::size_t i = first; i < count; i += step) {
-        std::int16_t sample;
-        std::memcpy(&sample, data.data() + i * 2, sizeof sample);
-        peak = std::max<std::int32_t>(peak, std::abs(static_cast<std::int32_t>(sample)));
-    }
-    return peak;
-}
-
-std::int32_t Peak8(std::span<const std::uint8_t> data, std::size_t step, std::size_t first,
-                   std::int32_t peak) {
-    for (std::size_t i = first; i < data.size(); i += step)
-        peak = std::max(peak, std::abs(128 - static_cast<std::int32_t>(data[i])));
+    const auto samples = SamplesOf<Type>(data);
+    for (std::size_t i = first; i < samples.size(); i += step)
+        peak = std::max(peak, std::abs(Type::ValueOf(samples[i])));
     return peak;
 }
 
 }  // namespace
 
 ChannelPeaks PeaksOfFrames(std::span<const std::uint8_t> frames, SampleLayout layout) {
-    const auto search = layout.bits == 8 ? Peak8 : Peak16;
-    const std::int32_t left = search(frames, layout.channels, 0, kNoPeak);
-    return {left, layout.channels == 1 ? left : search(frames, layout.channels, 1, kNoPeak)};
+    return VisitSampleType(layout.bits, [&](auto type) -> ChannelPeaks {
+        const auto peakOf = [&](std::size_t channel) {
+            return PeakOf<decltype(type)>(frames, layout.channels, channel, kNoPeak);
+        };
+        return {peakOf(0), peakOf(layout.channels == 1 ? 0 : 1)};
+    });
 }
 
 std::int32_t PeakOfBlock(std::span<const std::uint8_t> block, SampleLayout layout,
                          unsigned channel) {
-    // Intended oddity: of 8-bit blocks every byte counts, so both meters show the louder channel.
-    if (layout.bits == 8) return Peak8(block, 1, 0, kNoBlockPeak);
-    return Peak16(block, layout.channels, channel, kNoBlockPeak);
+    return VisitSampleType(layout.bits, [&](auto type) {
+        using Type = decltype(type);
+        // Intended oddity: of 8-bit blocks every byte counts, so both meters show the louder
+        // channel.
+        if (std::is_same_v<Type, ByteSample>) return PeakOf<Type>(block, 1, 0, kNoBlockPeak);
+        return PeakOf<Type>(block, layout.channels, channel, kNoBlockPeak);
+    });
 }
 
 }  // namespace sonavel

@@ -4,7 +4,7 @@
 
 #include "document/edit_operations.h"
 #include "document/edit_step.h"
-#include "sound/typed_samples.h"
+#include "sound/sample_types.h"
 
 namespace sonavel::edit {
 namespace {
@@ -84,10 +84,11 @@ template <class Gain>
 void MixBytes(CWave& sound, const ClipRecord& clip, const MixRange& range, const Gain& gain) {
     const std::span<std::uint8_t> bytes =
         sound.MutableBytes().subspan(range.startByte, range.bytes);
-    if (sound.GetBits() == 16)
-        MixSamples(Words(bytes), Words(clip.Bytes()), range.oldBytes / 2, gain);
-    else
-        MixSamples(bytes, clip.Bytes(), range.oldBytes, gain);
+    VisitSampleType(sound.GetBits(), [&](auto type) {
+        const auto samples = SamplesOf<decltype(type)>(bytes);
+        const std::size_t old = range.oldBytes / sizeof samples[0];
+        MixSamples(samples, SamplesOf<decltype(type)>(clip.Bytes()), old, gain);
+    });
 }
 
 // What the sound grows to hold, from the start of the range: only what is processed, or the clip to

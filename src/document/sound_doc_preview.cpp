@@ -4,30 +4,24 @@
 
 #include "document/sound_doc.h"
 #include "sound/failure_texts.h"
-#include "sound/typed_samples.h"
+#include "sound/sample_types.h"
 
 namespace sonavel {
 namespace {
 
-// Truncated toward zero to 16 bits; what lies beyond them wraps, what is no number is silence.
-std::int16_t Truncated(float value) {
-    if (!(value > -2e9f && value < 2e9f)) return 0;
-    return static_cast<std::int16_t>(static_cast<std::int32_t>(value));
+// Truncated toward zero; what is no number is silence, and so is what is out of all range.
+std::int32_t Whole(float value) {
+    return value > -2e9f && value < 2e9f ? static_cast<std::int32_t>(value) : 0;
 }
 
-void Store(std::span<const float> samples, std::span<std::int16_t> words) {
-    const std::size_t count = std::min(samples.size(), words.size());
+// What lies beyond the type's bits wraps.
+template <class Type>
+void Store(std::span<const float> samples, std::span<typename Type::Stored> stored) {
+    const std::size_t count = std::min(samples.size(), stored.size());
     std::transform(samples.begin(), samples.begin() + static_cast<std::ptrdiff_t>(count),
-                   words.begin(), Truncated);
-    std::fill(words.begin() + static_cast<std::ptrdiff_t>(count), words.end(), std::int16_t{0});
-}
-
-void Store(std::span<const float> samples, std::span<std::uint8_t> bytes) {
-    const std::size_t count = std::min(samples.size(), bytes.size());
-    std::transform(samples.begin(), samples.begin() + static_cast<std::ptrdiff_t>(count),
-                   bytes.begin(),
-                   [](float value) { return static_cast<std::uint8_t>(128 - Truncated(value)); });
-    std::fill(bytes.begin() + static_cast<std::ptrdiff_t>(count), bytes.end(), std::uint8_t{128});
+                   stored.begin(), [](float value) { return Type::Truncated(Whole(value)); });
+    std::fill(stored.begin() + static_cast<std::ptrdiff_t>(count), stored.end(),
+              Type::Truncated(0));
 }
 
 }  // namespace
@@ -42,10 +36,9 @@ bool CSoundDoc::MakePreview(std::span<const float> samples, PreviewPlay play,
     preview_.Stop(CWavePlayer::StopReport::kSilent);
     if (!preview_.Create(channels, bits, sound_.GetSamplesPerSecond(), frames))
         return Fail(failure::kMemory);
-    if (bits == 16)
-        Store(samples, Words(preview_.MutableBytes()));
-    else
-        Store(samples, preview_.MutableBytes());
+    VisitSampleType(bits, [&](auto type) {
+        Store<decltype(type)>(samples, SamplesOf<decltype(type)>(preview_.MutableBytes()));
+    });
     return play == PreviewPlay::kNo || preview_.Play(0);
 }
 

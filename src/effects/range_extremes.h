@@ -2,12 +2,12 @@
 #pragma once
 
 #include "sound/frame_range.h"
-#include "sound/wave.h"
-#include "view/draw/block_extremes.h"
+#include "sound/sample_scan.h"
+#include "sound/sound.h"
 
 namespace sonavel {
 
 // As CWave::GetSample gives them; both 0 for an empty range. The range lies inside the sound.
-SampleExtremes ExtremesOf(const CWave& sound, FrameRange range);
+SampleExtremes ExtremesOf(const Sound& sound, FrameRange range);
 
 }  // namespace sonavel

@@ -3,11 +3,9 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <limits>
 #include <span>
 
 #include "sound/sample_scan.h"
-#include "sound/typed_samples.h"
 
 namespace sonavel {
 namespace {
@@ -24,20 +22,20 @@ struct RunSums {
     std::array<std::int64_t, 2> squares{};
 };
 
-template <typename Stored>
-RunSums SumRun(std::span<const Stored> values) {
+template <class Type>
+RunSums SumRun(std::span<const typename Type::Stored> values) {
     std::int32_t sums[kLanes] = {};
     std::int64_t squares[kLanes] = {};
     const std::size_t whole = values.size() / kLanes * kLanes;
     for (std::size_t i = 0; i < whole; i += kLanes) {
         for (std::size_t lane = 0; lane < kLanes; ++lane) {
-            const std::int32_t value = SampleValue(values[i + lane]);
+            const std::int32_t value = Type::ValueOf(values[i + lane]);
             sums[lane] += value;
             squares[lane] += value * value;
         }
     }
     for (std::size_t i = whole; i < values.size(); ++i) {
-        const std::int32_t value = SampleValue(values[i]);
+        const std::int32_t value = Type::ValueOf(values[i]);
         sums[i % kLanes] += value;
         squares[i % kLanes] += value * value;
     }
@@ -49,18 +47,20 @@ RunSums SumRun(std::span<const Stored> values) {
     return result;
 }
 
-template <typename Stored>
+template <class Type>
 class Measurement {
   public:
+    using Stored = typename Type::Stored;
+
     explicit Measurement(unsigned channels) : channels_(channels) {
         result_.channels = channels;
-        result_.reference = sizeof(Stored) == 1 ? 128 : 32768;
+        result_.reference = static_cast<std::int32_t>(Type::kFullScale / 2);
     }
 
     // A run of whole frames.
     void Add(std::span<const Stored> values) {
-        const auto extremes = ScanStored(values.data(), values.size(), channels_);
-        const RunSums sums = SumRun(values);
+        const auto extremes = ScanStored(values, channels_);
+        const RunSums sums = SumRun<Type>(values);
         for (std::size_t lane = 0; lane < 2; ++lane) {
             sums_[lane % channels_] += sums.sum[lane];
             squares_[lane % channels_] += sums.squares[lane];
@@ -83,28 +83,30 @@ class Measurement {
     }
 
   private:
-    using Limits = std::numeric_limits<Stored>;
+    static bool IsFullScale(Stored stored) {
+        return stored == Type::Truncated(Type::kLeast) ||
+               stored == Type::Truncated(Type::kGreatest);
+    }
 
     void FindPeak(std::span<const Stored> values, unsigned channel,
                   const StoredExtremes<Stored>& extremes) {
         ChannelStatistics& found = result_.channel[channel];
-        const std::int32_t magnitude = std::max(std::abs(SampleValue(extremes.maximum[channel])),
-                                                std::abs(SampleValue(extremes.minimum[channel])));
+        const std::int32_t magnitude = std::max(std::abs(Type::ValueOf(extremes.maximum[channel])),
+                                                std::abs(Type::ValueOf(extremes.minimum[channel])));
         if (magnitude <= std::abs(found.peak)) return;
         std::size_t i = channel;
-        while (std::abs(SampleValue(values[i])) != magnitude) i += channels_;
-        found.peak = SampleValue(values[i]);
+        while (std::abs(Type::ValueOf(values[i])) != magnitude) i += channels_;
+        found.peak = Type::ValueOf(values[i]);
         found.peakFrame = result_.frames + static_cast<std::int64_t>(i / channels_);
     }
 
     void CountClipped(std::span<const Stored> values, unsigned channel,
                       const StoredExtremes<Stored>& extremes) {
-        if (extremes.maximum[channel] != Limits::max() &&
-            extremes.minimum[channel] != Limits::min())
+        if (!IsFullScale(extremes.maximum[channel]) && !IsFullScale(extremes.minimum[channel]))
             return;
         std::int64_t clipped = 0;
         for (std::size_t i = channel; i < values.size(); i += channels_)
-            clipped += values[i] == Limits::max() || values[i] == Limits::min();
+            clipped += IsFullScale(values[i]);
         result_.channel[channel].clippedSamples += clipped;
     }
 
@@ -114,29 +116,22 @@ class Measurement {
     std::array<std::int64_t, 2> squares_{};  // 2^30 samples of 2^30 at the most
 };
 
-std::span<const std::uint8_t> Samples(const CWave& wave, std::uint8_t) {
-    return wave.Bytes();
-}
-std::span<const std::int16_t> Samples(const CWave& wave, std::int16_t) {
-    return Words(wave.Bytes());
-}
-
 bool Continues(ProgressWindow& window, std::uint64_t doneBytes, std::uint64_t totalBytes) {
     if (totalBytes > 0) window.SetPosition(static_cast<int>(doneBytes * 100 / totalBytes));
     return !window.Poll();
 }
 
-template <typename Stored>
+template <class Type>
 std::optional<SoundStatistics> Measure(const CWave& wave, ProgressWindow& window) {
     const PcmFormat format = wave.GetFormat();
-    Measurement<Stored> measurement(format.channels);
+    Measurement<Type> measurement(format.channels);
     std::size_t done = 0;
     for (std::size_t run = 0;; ++run) {
         if (run % kRunsPerPoll == 0 &&
-            !Continues(window, done * sizeof(Stored), wave.GetDataSize()))
+            !Continues(window, done * sizeof(typename Type::Stored), wave.GetDataSize()))
             return std::nullopt;
         // Taken anew for every run, and the format with it.
-        const std::span<const Stored> all = Samples(wave, Stored{});
+        const auto all = SamplesOf<Type>(wave.Bytes());
         const std::size_t total = all.size() / format.channels * format.channels;
         if (done >= total || wave.GetFormat() != format) break;
         const std::size_t count = std::min(kRunValues, total - done);
@@ -151,8 +146,8 @@ std::optional<SoundStatistics> Measure(const CWave& wave, ProgressWindow& window
 std::optional<SoundStatistics> MeasureSound(const CWave& wave, ProgressFactory& progress) {
     if (!IsEditable(wave.GetFormat())) return SoundStatistics{};
     const auto window = progress.CreateProgress(" Statistics");
-    return wave.GetBits() == 8 ? Measure<std::uint8_t>(wave, *window)
-                               : Measure<std::int16_t>(wave, *window);
+    return VisitSampleType(wave.GetBits(),
+                           [&](auto type) { return Measure<decltype(type)>(wave, *window); });
 }
 
 }  // namespace sonavel

@@ -11,7 +11,7 @@
 #include "sound/failure_texts.h"
 #include "sound/format_refusal.h"
 #include "sound/sample_transfer.h"
-#include "sound/typed_samples.h"
+#include "sound/sample_types.h"
 
 namespace sonavel {
 namespace {
@@ -97,7 +97,7 @@ Outcome AuReader::CheckSize() {
 
 bool AuReader::ReadCompanded(const ExpansionTable& table) {
     std::array<std::uint8_t, 1 << 16> codes;
-    std::span<std::int16_t> samples = Words(samples_.Bytes());
+    std::span<WordSample::Stored> samples = SamplesOf<WordSample>(samples_.Bytes());
     while (!samples.empty()) {
         const std::size_t piece = std::min(samples.size(), codes.size());
         if (!cursor_.ReadAll({codes.data(), piece})) return false;

@@ -1,5 +1,7 @@
 #include "sound/pcm_format.h"
 
+#include "sound/sample_types.h"
+
 namespace sonavel {
 
 PcmFormat MakePcmFormat(unsigned channels, unsigned bits, std::uint32_t samplesPerSecond) {
@@ -14,7 +16,7 @@ PcmFormat MakePcmFormat(unsigned channels, unsigned bits, std::uint32_t samplesP
 
 bool IsEditable(const PcmFormat& format) {
     const bool channelsFit = format.channels == 1 || format.channels == 2;
-    const bool bitsFit = format.bitsPerSample == 8 || format.bitsPerSample == 16;
+    const bool bitsFit = IsSampleWidth(format.bitsPerSample);
     return format.formatTag == kPcmFormatTag && channelsFit && bitsFit &&
            format.samplesPerSecond > 0 &&
            format.blockAlign == format.bitsPerSample / 8 * format.channels;

@@ -1,31 +1,62 @@
-// Conversions of whole sample blocks between widths and channel counts.
+// Conversions of whole sample blocks between types of samples and channel counts.
 #pragma once
 
-#include <cstdint>
+#include <cstddef>
 #include <span>
 
 #include "platform/user_prompts.h"
 
 namespace sonavel {
 
-// Each byte b becomes the word (128 - b) * 256, wrapping to -32768 for b = 0. `to` holds as many
-// words as `from` holds bytes.
-void WidenSamples(std::span<const std::uint8_t> from, std::span<std::int16_t> to);
-// Each word becomes 128 - its high byte, modulo 256. `to` holds as many bytes as `from` words.
-void NarrowSamples(std::span<const std::int16_t> from, std::span<std::uint8_t> to);
+// Each value takes the other type's scale and wraps around in its bits: byte b becomes the word
+// (128 - b) * 256, which is -32768 for b = 0, and a word the byte 128 - its high byte. `to` holds
+// as many samples as `from`, of which both may hold more.
+template <class From, class To>
+void ConvertSamples(std::span<const typename From::Stored> from,
+                    std::span<typename To::Stored> to) {
+    const std::size_t count = from.size() < to.size() ? from.size() : to.size();
+    const typename From::Stored* source = from.data();
+    typename To::Stored* target = to.data();
+    for (std::size_t i = 0; i < count; ++i) {
+        if constexpr (From::kBits < To::kBits)
+            target[i] = To::Truncated(From::ValueOf(source[i]) << (To::kBits - From::kBits));
+        else
+            target[i] = To::Truncated(From::ValueOf(source[i]) >> (From::kBits - To::kBits));
+    }
+}
 
 // `to` holds two samples for each of `from`. A channel that the choice leaves out holds zeros, also
 // with 8-bit samples, whose silence is 128.
-void SpreadToStereo(std::span<const std::uint8_t> from, std::span<std::uint8_t> to,
-                    ChannelChoice choice);
-void SpreadToStereo(std::span<const std::int16_t> from, std::span<std::int16_t> to,
-                    ChannelChoice choice);
+template <class Stored>
+void SpreadToStereo(std::span<const Stored> from, std::span<Stored> to, ChannelChoice choice) {
+    const auto spread = [&](auto left, auto right) {
+        const Stored* source = from.data();
+        Stored* target = to.data();
+        for (std::size_t i = 0; i < from.size(); ++i) {
+            target[2 * i] = left(source[i]);
+            target[2 * i + 1] = right(source[i]);
+        }
+    };
+    const auto same = [](Stored sample) { return sample; };
+    const auto zero = [](Stored) { return Stored{0}; };
+    if (choice == ChannelChoice::kLeft) return spread(same, zero);
+    if (choice == ChannelChoice::kRight) return spread(zero, same);
+    spread(same, same);
+}
 
 // `from` holds two samples for each of `to`. The mean of two words is truncated toward zero, that
 // of two bytes downward.
-void FoldToMono(std::span<const std::uint8_t> from, std::span<std::uint8_t> to,
-                ChannelChoice choice);
-void FoldToMono(std::span<const std::int16_t> from, std::span<std::int16_t> to,
-                ChannelChoice choice);
+template <class Stored>
+void FoldToMono(std::span<const Stored> from, std::span<Stored> to, ChannelChoice choice) {
+    const auto fold = [&](auto merge) {
+        const Stored* source = from.data();
+        Stored* target = to.data();
+        for (std::size_t i = 0; i < to.size(); ++i)
+            target[i] = static_cast<Stored>(merge(source[2 * i], source[2 * i + 1]));
+    };
+    if (choice == ChannelChoice::kLeft) return fold([](auto left, auto) { return left; });
+    if (choice == ChannelChoice::kRight) return fold([](auto, auto right) { return right; });
+    fold([](auto left, auto right) { return (left + right) / 2; });
+}
 
 }  // namespace sonavel

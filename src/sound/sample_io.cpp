@@ -1,6 +1,7 @@
 #include "sound/sample_io.h"
 
 #include <algorithm>
+#include <limits>
 #include <type_traits>
 
 #include "platform/vector_clones.h"
@@ -15,7 +16,7 @@ struct SampleRun {
     std::size_t count;
 };
 
-SampleRun ChannelRun(const CWave& sound, unsigned channel, std::uint32_t startFrame,
+SampleRun ChannelRun(const Sound& sound, unsigned channel, std::uint32_t startFrame,
                      std::size_t wanted) {
     const std::size_t channels = sound.GetChannels();
     const std::uint32_t frames = sound.GetFrameCount();
@@ -23,7 +24,7 @@ SampleRun ChannelRun(const CWave& sound, unsigned channel, std::uint32_t startFr
     return {startFrame * channels + channel, channels, std::min(wanted, inside)};
 }
 
-SampleRun InterleavedRun(const CWave& sound, std::uint32_t startFrame, std::size_t wanted) {
+SampleRun InterleavedRun(const Sound& sound, std::uint32_t startFrame, std::size_t wanted) {
     const SampleRun frames = ChannelRun(sound, 0, startFrame, wanted / sound.GetChannels());
     return {frames.first, 1, frames.count * frames.stride};
 }
@@ -37,43 +38,39 @@ void WithConstantStride(std::size_t stride, const Loop& loop) {
         loop(std::integral_constant<std::size_t, 2>{});
 }
 
+// What a stored sample is read as.
+template <class Type>
+float ValueRead(typename Type::Stored stored, EightBitReading reading) {
+    if constexpr (std::is_same_v<Type, ByteSample>) {
+        constexpr auto kSigned = static_cast<float>(std::numeric_limits<std::int8_t>::min());
+        if (stored == 0 && reading == EightBitReading::kSignedByte) return kSigned;
+    }
+    return static_cast<float>(Type::ValueOf(stored));
+}
+
 SONAVEL_VECTOR_CLONES
-void Read(const CWave& sound, SampleRun run, std::span<float> out, int valueOfByte0) {
+void Read(const Sound& sound, SampleRun run, std::span<float> out, EightBitReading reading) {
     float* to = out.data();
-    const std::uint8_t* bytes = sound.Bytes().data();
-    WithConstantStride(run.stride, [&](auto stride) {
-        if (sound.GetBits() == 16) {
-            const auto* in = reinterpret_cast<const std::int16_t*>(bytes) + run.first;
-            for (std::size_t i = 0; i < run.count; ++i) to[i] = in[i * stride];
-        } else {
-            const std::uint8_t* in = bytes + run.first;
-            for (std::size_t i = 0; i < run.count; ++i) {
-                const int byte = in[i * stride];
-                to[i] = static_cast<float>(byte ? 128 - byte : valueOfByte0);
-            }
-        }
+    VisitSampleType(sound.GetBits(), [&](auto type) {
+        const auto* in = SamplesOf<decltype(type)>(sound.Bytes()).data() + run.first;
+        WithConstantStride(run.stride, [&](auto stride) {
+            for (std::size_t i = 0; i < run.count; ++i)
+                to[i] = ValueRead<decltype(type)>(in[i * stride], reading);
+        });
     });
     std::fill(out.begin() + static_cast<std::ptrdiff_t>(run.count), out.end(), 0.0f);
 }
 
-std::int32_t Truncate(float value) {
-    return static_cast<std::int32_t>(value);
-}
-
 SONAVEL_VECTOR_CLONES
-void Write(CWave& sound, SampleRun run, std::span<const float> values) {
+void Write(Sound& sound, SampleRun run, std::span<const float> values) {
     const float* in = values.data();
-    std::uint8_t* bytes = sound.MutableBytes().data();
-    WithConstantStride(run.stride, [&](auto stride) {
-        if (sound.GetBits() == 16) {
-            auto* out = reinterpret_cast<std::int16_t*>(bytes) + run.first;
+    VisitSampleType(sound.GetBits(), [&](auto type) {
+        using Type = decltype(type);
+        auto* out = SamplesOf<Type>(sound.MutableBytes()).data() + run.first;
+        WithConstantStride(run.stride, [&](auto stride) {
             for (std::size_t i = 0; i < run.count; ++i)
-                out[i * stride] = static_cast<std::int16_t>(Truncate(in[i]));
-        } else {
-            std::uint8_t* out = bytes + run.first;
-            for (std::size_t i = 0; i < run.count; ++i)
-                out[i * stride] = static_cast<std::uint8_t>(128 - Truncate(in[i]));
-        }
+                out[i * stride] = Type::Truncated(static_cast<typename Type::Value>(in[i]));
+        });
     });
 }
 
@@ -87,22 +84,21 @@ void HoldWithinLimits(std::span<float> values, unsigned bits) {
     for (float& value : values) value = std::min(std::max(value, least), greatest);
 }
 
-void ReadChannel(const CWave& sound, unsigned channel, std::uint32_t startFrame,
+void ReadChannel(const Sound& sound, unsigned channel, std::uint32_t startFrame,
                  std::span<float> out, EightBitReading reading) {
-    const int valueOfByte0 = reading == EightBitReading::kSignedByte ? -128 : 128;
-    Read(sound, ChannelRun(sound, channel, startFrame, out.size()), out, valueOfByte0);
+    Read(sound, ChannelRun(sound, channel, startFrame, out.size()), out, reading);
 }
 
-void ReadInterleaved(const CWave& sound, std::uint32_t startFrame, std::span<float> out) {
-    Read(sound, InterleavedRun(sound, startFrame, out.size()), out, 128);
+void ReadInterleaved(const Sound& sound, std::uint32_t startFrame, std::span<float> out) {
+    Read(sound, InterleavedRun(sound, startFrame, out.size()), out, EightBitReading::kFull);
 }
 
-void WriteTruncated(CWave& sound, unsigned channel, std::uint32_t startFrame,
+void WriteTruncated(Sound& sound, unsigned channel, std::uint32_t startFrame,
                     std::span<const float> values) {
     Write(sound, ChannelRun(sound, channel, startFrame, values.size()), values);
 }
 
-void WriteInterleaved(CWave& sound, std::uint32_t startFrame, std::span<const float> values) {
+void WriteInterleaved(Sound& sound, std::uint32_t startFrame, std::span<const float> values) {
     Write(sound, InterleavedRun(sound, startFrame, values.size()), values);
 }
 

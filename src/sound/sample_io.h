@@ -5,21 +5,14 @@
 #include <cstdint>
 #include <span>
 
-#include "sound/wave.h"
+#include "sound/sample_types.h"
+#include "sound/sound.h"
 
 namespace sonavel {
 
 // Brings 8-bit samples to the range of 16-bit ones: 32767 / 127.
 inline constexpr float kEightBitScale = 258.00787f;
 
-// What samples of a width can be: -32768 to 32767, or -127 to 128.
-struct SampleLimits {
-    std::int32_t least;
-    std::int32_t greatest;
-};
-constexpr SampleLimits LimitsOfSamples(unsigned bits) {
-    return bits == 8 ? SampleLimits{-127, 128} : SampleLimits{-32768, 32767};
-}
 // Brings values beyond the limits of samples of this width to the nearer of them.
 void HoldWithinLimits(std::span<float> values, unsigned bits);
 
@@ -29,16 +22,16 @@ enum class EightBitReading {
 };
 
 // Reads out.size() frames of one channel from startFrame on; 0 beyond the end of the data.
-void ReadChannel(const CWave& sound, unsigned channel, std::uint32_t startFrame,
+void ReadChannel(const Sound& sound, unsigned channel, std::uint32_t startFrame,
                  std::span<float> out, EightBitReading reading);
 // Reads the samples of all channels as they are interleaved; out holds whole frames.
-void ReadInterleaved(const CWave& sound, std::uint32_t startFrame, std::span<float> out);
+void ReadInterleaved(const Sound& sound, std::uint32_t startFrame, std::span<float> out);
 
 // Writes one channel from startFrame on, each value truncated toward zero and stored in its low 8
 // or 16 bits; frames beyond the end of the data are left out. Values must lie within +-2^31.
-void WriteTruncated(CWave& sound, unsigned channel, std::uint32_t startFrame,
+void WriteTruncated(Sound& sound, unsigned channel, std::uint32_t startFrame,
                     std::span<const float> values);
 // Likewise for interleaved samples of all channels.
-void WriteInterleaved(CWave& sound, std::uint32_t startFrame, std::span<const float> values);
+void WriteInterleaved(Sound& sound, std::uint32_t startFrame, std::span<const float> values);
 
 }  // namespace sonavel

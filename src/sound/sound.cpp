@@ -4,6 +4,8 @@
 #include <cstring>
 #include <utility>
 
+#include "sound/sample_types.h"
+
 namespace sonavel {
 
 Sound::Sound(const PcmFormat& format, SoundBuffer samples, MarkerList markers)
@@ -53,20 +55,23 @@ std::int32_t Sound::GetSample(unsigned channel, std::uint32_t frame) const {
     const std::uint64_t offset =
         std::uint64_t{channel} * GetBytesPerSample() + std::uint64_t{frame} * format_.blockAlign;
     if (offset >= samples_.Size()) return 0;
-    const std::uint8_t* sample = samples_.Data() + offset;
-    if (format_.bitsPerSample == 8) return 128 - *sample;
-    const unsigned high = offset + 1 < samples_.Size() ? sample[1] : 0u;
-    return static_cast<std::int16_t>(sample[0] | high << 8);
+    return VisitSampleType(format_.bitsPerSample, [&](auto type) {
+        // What the end of the data cuts off reads as zeros.
+        typename decltype(type)::Stored stored = 0;
+        std::memcpy(&stored, samples_.Data() + offset,
+                    std::min<std::size_t>(sizeof stored, samples_.Size() - offset));
+        return type.ValueOf(stored);
+    });
 }
 
 void Sound::SetSample(unsigned channel, std::uint32_t frame, std::int32_t value) {
-    const unsigned bits = format_.bitsPerSample;
-    const std::uint64_t offset =
-        std::uint64_t{frame} * format_.blockAlign + std::uint64_t{bits} * channel / 8;
-    if (offset + bits / 8 > samples_.Size()) return;
-    const auto stored = static_cast<std::uint32_t>(bits == 8 ? 128 - std::int64_t{value} : value);
-    for (unsigned byte = 0; byte < bits / 8; ++byte)
-        samples_.Data()[offset + byte] = static_cast<std::uint8_t>(stored >> 8 * byte);
+    VisitSampleType(format_.bitsPerSample, [&](auto type) {
+        const auto stored = type.Truncated(value);
+        const std::uint64_t offset =
+            std::uint64_t{frame} * format_.blockAlign + sizeof stored * channel;
+        if (offset + sizeof stored <= samples_.Size())
+            std::memcpy(samples_.Data() + offset, &stored, sizeof stored);
+    });
 }
 
 std::uint32_t Sound::GetMaxValue(unsigned bits) const {
@@ -113,7 +118,7 @@ bool Sound::GrowWithSilence(std::uint32_t frames) {
     const std::size_t oldSize = samples_.Size();
     if (bytes <= oldSize) return true;
     if (bytes > kMaxSoundBytes || !samples_.ReAllocBuffer(bytes)) return false;
-    std::memset(samples_.Data() + oldSize, format_.bitsPerSample == 8 ? 128 : 0, bytes - oldSize);
+    FillWithSilence(samples_.Bytes().subspan(oldSize), format_.bitsPerSample);
     return true;
 }
 

@@ -3,27 +3,11 @@
 #include <utility>
 
 #include "sound/sample_conversion.h"
+#include "sound/sample_types.h"
 #include "sound/sound.h"
-#include "sound/typed_samples.h"
 
 namespace sonavel {
 namespace {
-
-void Convert(const SoundBuffer& from, SoundBuffer& to, unsigned newBits) {
-    if (newBits == 16)
-        WidenSamples(from.Bytes(), Words(to.Bytes()));
-    else
-        NarrowSamples(Words(from.Bytes()), to.Bytes());
-}
-
-template <class Sample>
-void ConvertChannelCount(std::span<const Sample> from, std::span<Sample> to, unsigned newChannels,
-                         ChannelChoice choice) {
-    if (newChannels == 2)
-        SpreadToStereo(from, to, choice);
-    else
-        FoldToMono(from, to, choice);
-}
 
 PcmFormat WithBits(const PcmFormat& format, unsigned bits) {
     return MakePcmFormat(format.channels, bits, format.samplesPerSecond);
@@ -35,10 +19,16 @@ PcmFormat WithChannels(const PcmFormat& format, unsigned channels) {
 
 // Both: false when the format does not allow it or the memory cannot be had.
 bool MakeBits(const PcmFormat& format, const SoundBuffer& from, unsigned bits, SoundBuffer& to) {
-    if (!IsEditable(format) || (bits != 8 && bits != 16)) return false;
+    if (!IsEditable(format) || !IsSampleWidth(bits)) return false;
     const std::uint64_t bytes = std::uint64_t{from.Size()} * bits / format.bitsPerSample;
     if (bytes > kMaxSoundBytes || !to.AllocBuffer(bytes)) return false;
-    Convert(from, to, bits);
+    VisitSampleType(format.bitsPerSample, [&](auto before) {
+        VisitSampleType(bits, [&](auto after) {
+            using From = decltype(before);
+            using To = decltype(after);
+            ConvertSamples<From, To>(SamplesOf<From>(from.Bytes()), SamplesOf<To>(to.Bytes()));
+        });
+    });
     return true;
 }
 
@@ -49,10 +39,11 @@ bool MakeChannels(const PcmFormat& format, const SoundBuffer& from, unsigned cha
     if (bytes > kMaxSoundBytes || !to.AllocBuffer(bytes)) return false;
     // A last sample that the file cut off has no counterpart in the loops below.
     if (bytes % 4 != 0) std::memset(to.Data() + bytes - bytes % 4, 0, bytes % 4);
-    if (format.bitsPerSample == 16)
-        ConvertChannelCount<std::int16_t>(Words(from.Bytes()), Words(to.Bytes()), channels, choice);
-    else
-        ConvertChannelCount<std::uint8_t>(from.Bytes(), to.Bytes(), channels, choice);
+    VisitSampleType(format.bitsPerSample, [&](auto type) {
+        const auto source = SamplesOf<decltype(type)>(from.Bytes());
+        const auto target = SamplesOf<decltype(type)>(to.Bytes());
+        channels == 2 ? SpreadToStereo(source, target, choice) : FoldToMono(source, target, choice);
+    });
     return true;
 }
 

@@ -1,4 +1,4 @@
-#include "sound/typed_samples.h"
+#include "sound/sample_types.h"
 #include "wave_fixture.h"
 
 namespace sonavel {
@@ -17,7 +17,7 @@ TEST_F(ConversionTest, WidensEveryByteAndNarrowsItBack) {
     wave.Markers().Add(5, "kept", 0);
     ASSERT_TRUE(wave.ConvertBits(16));
     EXPECT_EQ(wave.GetFormat(), MakePcmFormat(2, 16, 22050));
-    const std::span<const std::int16_t> words = Words(std::as_const(wave).Bytes());
+    const std::span<const std::int16_t> words = SamplesOf<WordSample>(std::as_const(wave).Bytes());
     ASSERT_EQ(words.size(), 256u);
     EXPECT_EQ(words[0], -32768);
     for (std::size_t byte = 1; byte < 256; ++byte)

@@ -1,7 +1,7 @@
 #include <random>
 #include <tuple>
 
-#include "sound/typed_samples.h"
+#include "sound/sample_types.h"
 #include "wave_fixture.h"
 
 namespace sonavel {

@@ -26,7 +26,7 @@ QStringList NotesOnOk(const EffectTraits& traits, const NotedSound& sound) {
 }
 
 QStringList NotesOnVolume(const NotedSound& sound) {
-    const int reference = sound.bits == 8 ? 128 : 32768;
+    const auto reference = static_cast<int>(FullScaleOf(sound.bits) / 2);
     const int peak = std::max(sound.extremes.maximum, std::abs(sound.extremes.minimum));
     const auto level = LevelInDecibels(peak, reference);
     if (!level) return {QObject::tr("Peak of the range: silence.")};

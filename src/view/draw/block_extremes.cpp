@@ -2,20 +2,8 @@
 
 #include <algorithm>
 
-#include "sound/sample_scan.h"
-#include "sound/typed_samples.h"
-
 namespace sonavel {
 namespace {
-
-SampleExtremes ExtremesOf(const StoredExtremes<std::int16_t>& stored, std::size_t channel) {
-    return {SampleValue(stored.maximum[channel]), SampleValue(stored.minimum[channel])};
-}
-
-// Bytes are read with their sign inverted, so that the greatest byte is the least sample.
-SampleExtremes ExtremesOf(const StoredExtremes<std::uint8_t>& stored, std::size_t channel) {
-    return {SampleValue(stored.minimum[channel]), SampleValue(stored.maximum[channel])};
-}
 
 // Plain reductions, which the compiler vectorises, unlike std::max_element.
 SampleExtremes ExtremesOfBlocks(std::span<const std::int16_t> maxima,
@@ -29,7 +17,7 @@ SampleExtremes ExtremesOfBlocks(std::span<const std::int16_t> maxima,
 
 }  // namespace
 
-void BlockExtremes::Rebuild(const CWave& wave, std::int64_t firstChangedFrame) {
+void BlockExtremes::Rebuild(const Sound& wave, std::int64_t firstChangedFrame) {
     ++revision_;
     const unsigned channels = std::clamp(wave.GetChannels(), 1u, 2u);
     if (channels != channels_ || wave.GetBits() != bits_) firstChangedFrame = 0;
@@ -42,11 +30,9 @@ void BlockExtremes::Rebuild(const CWave& wave, std::int64_t firstChangedFrame) {
     const std::int64_t first =
         std::min({firstChangedFrame / kFramesPerBlock, oldCount - 1, count - 1});
     const auto firstBlock = static_cast<std::size_t>(std::max<std::int64_t>(first, 0));
-    if (bits_ == 8) {
-        RebuildFrom(wave.Bytes(), firstBlock);
-    } else {
-        RebuildFrom(Words(wave.Bytes()), firstBlock);
-    }
+    VisitSampleType(bits_, [&](auto type) {
+        RebuildFrom<decltype(type)>(SamplesOf<decltype(type)>(wave.Bytes()), firstBlock);
+    });
 }
 
 void BlockExtremes::Resize(std::size_t count) {
@@ -58,17 +44,18 @@ void BlockExtremes::Resize(std::size_t count) {
     }
 }
 
-template <typename Stored>
-void BlockExtremes::RebuildFrom(std::span<const Stored> samples, std::size_t firstBlock) {
+template <class Type>
+void BlockExtremes::RebuildFrom(std::span<const typename Type::Stored> samples,
+                                std::size_t firstBlock) {
     const std::size_t perBlock = kFramesPerBlock * channels_;
     // A last frame that is there in part is no frame.
     const std::size_t total = samples.size() / channels_ * channels_;
     for (std::size_t block = firstBlock; block < blockCount_; ++block) {
         const std::size_t start = block * perBlock;
         const auto stored =
-            ScanStored(samples.data() + start, std::min(perBlock, total - start), channels_);
+            ScanStored(samples.subspan(start, std::min(perBlock, total - start)), channels_);
         for (unsigned channel = 0; channel < channels_; ++channel) {
-            const SampleExtremes extremes = ExtremesOf(stored, channel);
+            const SampleExtremes extremes = ValuesOf<Type>(stored, channel);
             blocks_[channel].maxima[block] = static_cast<std::int16_t>(extremes.maximum);
             blocks_[channel].minima[block] = static_cast<std::int16_t>(extremes.minimum);
         }

@@ -8,16 +8,10 @@
 #include <span>
 #include <vector>
 
-#include "sound/wave.h"
+#include "sound/sample_scan.h"
+#include "sound/sound.h"
 
 namespace sonavel {
-
-struct SampleExtremes {
-    std::int32_t maximum = 0;
-    std::int32_t minimum = 0;
-
-    bool operator==(const SampleExtremes&) const = default;
-};
 
 class BlockExtremes {
   public:
@@ -26,7 +20,7 @@ class BlockExtremes {
     // Reads the blocks anew from the one that holds `firstChangedFrame` to the end, the last,
     // partial block included; all of them when channel count or sample width are others than
     // before.
-    void Rebuild(const CWave& wave, std::int64_t firstChangedFrame);
+    void Rebuild(const Sound& wave, std::int64_t firstChangedFrame);
 
     // Counts the rebuilds: another number than before means another content.
     std::uint64_t Revision() const { return revision_; }
@@ -50,8 +44,8 @@ class BlockExtremes {
 
     void Resize(std::size_t count);
     // Scans the blocks from `firstBlock` on.
-    template <typename Stored>
-    void RebuildFrom(std::span<const Stored> samples, std::size_t firstBlock);
+    template <class Type>
+    void RebuildFrom(std::span<const typename Type::Stored> samples, std::size_t firstBlock);
 
     std::uint64_t revision_ = 0;
     unsigned channels_ = 0;

@@ -4,7 +4,6 @@
 #include <span>
 
 #include "sound/sample_scan.h"
-#include "sound/typed_samples.h"
 #include "view/state/level_map.h"
 
 namespace sonavel {
@@ -17,32 +16,30 @@ SampleExtremes Joined(const SampleExtremes& a, const SampleExtremes& b) {
 }
 
 // One channel of interleaved stored samples.
-template <typename Stored>
+template <class Type>
 struct ChannelRun {
-    std::span<const Stored> samples;
+    std::span<const typename Type::Stored> samples;
     unsigned channels = 1;
     unsigned channel = 0;
 
     std::int64_t Frames() const { return static_cast<std::int64_t>(samples.size()) / channels; }
     std::int32_t Value(std::int64_t frame) const {
-        return SampleValue(samples[static_cast<std::size_t>(frame) * channels + channel]);
+        return Type::ValueOf(samples[static_cast<std::size_t>(frame) * channels + channel]);
     }
 };
 
-template <typename Stored>
-SampleExtremes ReadAll(const ChannelRun<Stored>& run, std::int64_t start, std::int64_t end) {
+template <class Type>
+SampleExtremes ReadAll(const ChannelRun<Type>& run, std::int64_t start, std::int64_t end) {
     const auto first = static_cast<std::size_t>(start) * run.channels;
     const auto count = static_cast<std::size_t>(end - start) * run.channels;
-    const auto stored = ScanStored(run.samples.data() + first, count, run.channels);
-    const std::int32_t a = SampleValue(stored.maximum[run.channel]);
-    const std::int32_t b = SampleValue(stored.minimum[run.channel]);
-    return {std::max(a, b), std::min(a, b)};
+    const auto stored = ScanStored(run.samples.subspan(first, count), run.channels);
+    return ValuesOf<Type>(stored, run.channel);
 }
 
 // Stops at full scale on both sides, which may leave a still larger value unread.
-template <typename Stored>
-SampleExtremes ReadUntilFullScale(const ChannelRun<Stored>& run, std::int64_t start,
-                                  std::int64_t end, std::int32_t half) {
+template <class Type>
+SampleExtremes ReadUntilFullScale(const ChannelRun<Type>& run, std::int64_t start, std::int64_t end,
+                                  std::int32_t half) {
     SampleExtremes extremes = kNothingRead;
     for (std::int64_t frame = start; frame < end; ++frame) {
         const std::int32_t value = run.Value(frame);
@@ -52,8 +49,8 @@ SampleExtremes ReadUntilFullScale(const ChannelRun<Stored>& run, std::int64_t st
     return extremes;
 }
 
-template <typename Stored>
-SampleExtremes ReadRun(const ChannelRun<Stored>& run, std::int64_t start, std::int64_t end,
+template <class Type>
+SampleExtremes ReadRun(const ChannelRun<Type>& run, std::int64_t start, std::int64_t end,
                        std::int32_t half) {
     const std::int64_t inside = std::min(end, run.Frames());
     SampleExtremes extremes = kNothingRead;
@@ -182,12 +179,11 @@ SampleExtremes ReadExtremes(const CWave& wave, unsigned channel, std::int64_t st
                             std::int64_t endFrame) {
     const unsigned channels = std::max(wave.GetChannels(), 1u);
     const auto half = static_cast<std::int32_t>(FullScaleOf(wave.GetBits()) / 2 - 1);
-    if (wave.GetBits() == 8) {
-        const ChannelRun<std::uint8_t> run{wave.Bytes(), channels, channel};
+    return VisitSampleType(wave.GetBits(), [&](auto type) {
+        using Type = decltype(type);
+        const ChannelRun<Type> run{SamplesOf<Type>(wave.Bytes()), channels, channel};
         return ReadRun(run, startFrame, endFrame, half);
-    }
-    const ChannelRun<std::int16_t> run{Words(wave.Bytes()), channels, channel};
-    return ReadRun(run, startFrame, endFrame, half);
+    });
 }
 
 }  // namespace sonavel

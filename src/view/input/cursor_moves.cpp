@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "sound/failure_texts.h"
+#include "sound/sample_types.h"
 
 namespace sonavel {
 namespace {
@@ -82,7 +83,7 @@ bool MoveCursorToEnd(CSoundView& view) {
     if (frames == 0) return view.Refuse(kNoSound);
     view.State().SetCursor(frames);
     view.State().SetSelection(0, 0);
-    const std::uint64_t bytesPerFrame = view.Sound().GetBits() == 8 ? 2 : 4;
+    const std::uint64_t bytesPerFrame = 2 * SampleBytesOf(view.Sound().GetBits());
     view.Zoom().ScrollToPlayPosition(frames * bytesPerFrame);
     view.Repaint().TimeAreas();
     return true;

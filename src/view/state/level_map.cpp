@@ -30,8 +30,4 @@ std::int64_t LevelMap::CentreY() const {
     return laneHeight_ / 2 + offset_;
 }
 
-std::int64_t FullScaleOf(unsigned bits) {
-    return bits == 8 ? 0x100 : 0x10000;
-}
-
 }  // namespace sonavel

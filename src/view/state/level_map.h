@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include "sound/sample_types.h"
 #include "view/state/scroll_state.h"
 
 namespace sonavel {
@@ -29,8 +30,5 @@ class LevelMap {
     std::int64_t fullScale_ = 0;
     int laneHeight_ = 0;
 };
-
-// F of a sample width: its largest value + 1.
-std::int64_t FullScaleOf(unsigned bits);
 
 }  // namespace sonavel

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <optional>
 
+#include "sound/sample_types.h"
 #include "view/state/pixel_map.h"
 
 namespace sonavel {
@@ -173,7 +174,7 @@ ZoomState ScrollToPlayPosition(const ZoomState& state, const ZoomContext& contex
     const std::int64_t width = state.horizontal.maximum;
     if (context.frameCount < 1 || TimeZoomRatio(state, context) < 1) return state;
     // Two channels are assumed on purpose: callers hand in twice or four times the frame.
-    const std::int64_t frame = positionBytes / (context.bits == 8 ? 2 : 4);
+    const std::int64_t frame = positionBytes / (2 * SampleBytesOf(context.bits));
     const std::int64_t position = std::min(width, context.frameCount) * frame / context.frameCount;
     return {state.horizontal.WithPosition(position), state.vertical};
 }
