@@ -6,7 +6,7 @@
 namespace sonavel::edit {
 namespace {
 
-bool SameFormat(const CWave& sound, const ClipRecord& clip) {
+bool SameFormat(const Sound& sound, const ClipRecord& clip) {
     return sound.GetSamplesPerSecond() == clip.GetSamplesPerSecond() &&
            sound.GetChannels() == clip.GetChannels() && sound.GetBits() == clip.GetBits();
 }

@@ -7,11 +7,10 @@
 #include <utility>
 
 #include "sound/byte_order.h"
+#include "sound/wav_format.h"
 
 namespace sonavel {
 namespace {
-
-constexpr std::size_t kHeaderBytes = 44;
 
 bool HasTag(std::span<const std::uint8_t> image, std::size_t offset, std::string_view tag) {
     const auto sameLetter = [](char expected, std::uint8_t found) {
@@ -39,9 +38,9 @@ PcmFormat FormatIn(std::span<const std::uint8_t> image) {
 std::size_t SamplesOffset(std::span<const std::uint8_t> image) {
     switch (LoadLittle32(&image[16])) {
         case 16:
-            return kHeaderBytes;
+            return kWavHeaderBytes;
         case 18:
-            return kHeaderBytes + 2;
+            return kWavHeaderBytes + 2;
         default:
             return 0;
     }
@@ -51,16 +50,9 @@ std::size_t SamplesOffset(std::span<const std::uint8_t> image) {
 
 std::optional<std::vector<std::uint8_t>> WriteClipImage(const PcmFormat& format,
                                                         std::span<const std::uint8_t> samples) try {
-    const auto bytes = static_cast<std::uint32_t>(samples.size());
-    ByteBuilder header;
-    header.Text("RIFF").Little32(bytes + kHeaderBytes - 8).Text("WAVEfmt ").Little32(16);
-    header.Little16(format.formatTag).Little16(format.channels);
-    header.Little32(format.samplesPerSecond).Little32(format.averageBytesPerSecond);
-    header.Little16(format.blockAlign).Little16(format.bitsPerSample);
-    header.Text("data").Little32(bytes);
-    std::vector<std::uint8_t> image;
-    image.reserve(kHeaderBytes + samples.size());
-    image.insert(image.end(), header.Bytes().begin(), header.Bytes().end());
+    std::vector<std::uint8_t> image =
+        BuildWavHeader(format, static_cast<std::uint32_t>(samples.size()), 0);
+    image.reserve(image.size() + samples.size());
     image.insert(image.end(), samples.begin(), samples.end());
     return image;
 } catch (const std::bad_alloc&) {
@@ -68,7 +60,7 @@ std::optional<std::vector<std::uint8_t>> WriteClipImage(const PcmFormat& format,
 }
 
 bool ReadClipImage(std::span<const std::uint8_t> image, ClipRecord& clip) {
-    if (image.size() < kHeaderBytes) return false;
+    if (image.size() < kWavHeaderBytes) return false;
     if (!HasTag(image, 0, "RIFF") || !HasTag(image, 8, "WAVE") || !HasTag(image, 12, "fmt "))
         return false;
     const PcmFormat format = FormatIn(image);

@@ -4,7 +4,7 @@
 
 namespace sonavel::edit {
 
-EditSelection ClampedTo(const CWave& sound, EditSelection at) {
+EditSelection ClampedTo(const Sound& sound, EditSelection at) {
     const std::uint32_t frames = sound.GetFrameCount();
     at.endFrame = std::min(at.endFrame, frames);
     at.startFrame = std::min(at.startFrame, frames);
@@ -26,7 +26,7 @@ EditResult Done(SoundEdit& edit, const EditSelection& after, std::uint32_t first
     return {.done = true, .selection = after, .firstChangedFrame = firstChangedFrame};
 }
 
-std::string_view ReasonAgainst(const CWave& sound, const ClipRecord& clip) {
+std::string_view ReasonAgainst(const Sound& sound, const ClipRecord& clip) {
     if (!clip.present || !clip.HasData()) return "There is no sound on the clipboard.";
     const bool fits =
         clip.GetChannels() == sound.GetChannels() && clip.GetBits() == sound.GetBits();

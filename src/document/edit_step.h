@@ -10,7 +10,7 @@
 namespace sonavel::edit {
 
 // Every frame at most the sound's count, the end not before the start.
-EditSelection ClampedTo(const CWave& sound, EditSelection at);
+EditSelection ClampedTo(const Sound& sound, EditSelection at);
 
 // Nothing done, for this reason.
 EditResult NothingDone(CSoundDoc& document, const EditSelection& at, std::string_view reason);
@@ -20,6 +20,6 @@ EditResult NotBegun(const EditSelection& at);
 EditResult Done(SoundEdit& edit, const EditSelection& after, std::uint32_t firstChangedFrame);
 
 // Why the clip cannot go into the sound; empty when it can.
-std::string_view ReasonAgainst(const CWave& sound, const ClipRecord& clip);
+std::string_view ReasonAgainst(const Sound& sound, const ClipRecord& clip);
 
 }  // namespace sonavel::edit

@@ -140,7 +140,7 @@ class CSoundDoc {
     // are silence.
     enum class PreviewFormat { kOfTheSound, kStereo16 };
     enum class PreviewPlay { kNo, kYes };
-    bool MakePreview(std::span<const float> samples, PreviewPlay play, std::uint32_t lengthBytes,
+    bool MakePreview(std::span<const float> samples, PreviewPlay play, std::uint64_t lengthBytes,
                      PreviewFormat format);
     // Stops and empties the preview sound, which no longer fits a sound that an effect has changed.
     void ClearPreview();

@@ -27,12 +27,12 @@ void Store(std::span<const float> samples, std::span<typename Type::Stored> stor
 }  // namespace
 
 bool CSoundDoc::MakePreview(std::span<const float> samples, PreviewPlay play,
-                            std::uint32_t lengthBytes, PreviewFormat format) {
+                            std::uint64_t lengthBytes, PreviewFormat format) {
     const bool stereo16 = format == PreviewFormat::kStereo16;
     const unsigned channels = stereo16 ? 2 : sound_.GetChannels();
     const unsigned bits = stereo16 ? 16 : sound_.GetBits();
     if (channels == 0) return Refuse("There is no sound.");
-    const std::uint32_t frames = lengthBytes ? lengthBytes / channels : sound_.GetFrameCount();
+    const std::uint64_t frames = lengthBytes ? lengthBytes / channels : sound_.GetFrameCount();
     preview_.Stop(CWavePlayer::StopReport::kSilent);
     if (!preview_.Create(channels, bits, sound_.GetSamplesPerSecond(), frames))
         return Fail(failure::kMemory);

@@ -19,7 +19,7 @@ bool ComputesChannelsApart(const EffectTraits& traits, UnitOrder order) {
 
 }  // namespace
 
-EffectPass::EffectPass(const EffectTraits& traits, const CWave& sound, FrameRange range,
+EffectPass::EffectPass(const EffectTraits& traits, const Sound& sound, FrameRange range,
                        EffectProcessor& processor, ProgressWindow& progress)
     : traits_(traits),
       sound_(sound),
@@ -31,7 +31,7 @@ EffectPass::EffectPass(const EffectTraits& traits, const CWave& sound, FrameRang
       pieces_((std::size_t{range.Frames()} + pieceFrames_ - 1) / pieceFrames_),
       slots_(sound.GetChannels()) {}
 
-WorkEnd EffectPass::RunInPlace(CWave& sound) {
+WorkEnd EffectPass::RunInPlace(Sound& sound) {
     const auto store = [&](unsigned slot, std::uint32_t first, std::span<float> samples) {
         if (traits_.storing == Storing::kQuantized) QuantizeInPlace(samples);
         WriteTruncated(sound, slot, range_.start + first, samples);

@@ -10,18 +10,18 @@
 #include "platform/progress_window.h"
 #include "sound/frame_range.h"
 #include "sound/pair_buffer.h"
-#include "sound/wave.h"
+#include "sound/sound.h"
 
 namespace sonavel {
 
 class EffectPass {
   public:
-    EffectPass(const EffectTraits& traits, const CWave& sound, FrameRange range,
+    EffectPass(const EffectTraits& traits, const Sound& sound, FrameRange range,
                EffectProcessor& processor, ProgressWindow& progress);
 
     // Into the same range of the sound, piece by piece. While the window is polled, and views may
     // paint the sound, nothing is written.
-    WorkEnd RunInPlace(CWave& sound);
+    WorkEnd RunInPlace(Sound& sound);
     // Into pairs of the range's length; the peaks of each channel are noted where the effect needs
     // them.
     WorkEnd RunIntoPairs(PairBuffer& pairs);
@@ -55,7 +55,7 @@ class EffectPass {
     int PercentOf(std::uint32_t done) const;
 
     const EffectTraits& traits_;
-    const CWave& sound_;
+    const Sound& sound_;
     FrameRange range_;
     EffectProcessor& processor_;
     ProgressWindow& progress_;

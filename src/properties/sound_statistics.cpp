@@ -122,7 +122,7 @@ bool Continues(ProgressWindow& window, std::uint64_t doneBytes, std::uint64_t to
 }
 
 template <class Type>
-std::optional<SoundStatistics> Measure(const CWave& wave, ProgressWindow& window) {
+std::optional<SoundStatistics> Measure(const Sound& wave, ProgressWindow& window) {
     const PcmFormat format = wave.GetFormat();
     Measurement<Type> measurement(format.channels);
     std::size_t done = 0;
@@ -143,7 +143,7 @@ std::optional<SoundStatistics> Measure(const CWave& wave, ProgressWindow& window
 
 }  // namespace
 
-std::optional<SoundStatistics> MeasureSound(const CWave& wave, ProgressFactory& progress) {
+std::optional<SoundStatistics> MeasureSound(const Sound& wave, ProgressFactory& progress) {
     if (!IsEditable(wave.GetFormat())) return SoundStatistics{};
     const auto window = progress.CreateProgress(" Statistics");
     return VisitSampleType(wave.GetBits(),

@@ -7,7 +7,7 @@
 #include <optional>
 
 #include "platform/progress_window.h"
-#include "sound/wave.h"
+#include "sound/sound.h"
 
 namespace sonavel {
 
@@ -29,6 +29,6 @@ struct SoundStatistics {
 
 // Of the whole sound, as it is while this runs: the progress lets the host's events through, so
 // that the sound may have been replaced by a shorter one. Nothing when the person cancelled.
-std::optional<SoundStatistics> MeasureSound(const CWave& wave, ProgressFactory& progress);
+std::optional<SoundStatistics> MeasureSound(const Sound& wave, ProgressFactory& progress);
 
 }  // namespace sonavel

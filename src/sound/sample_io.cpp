@@ -1,7 +1,6 @@
 #include "sound/sample_io.h"
 
 #include <algorithm>
-#include <limits>
 #include <type_traits>
 
 #include "platform/vector_clones.h"
@@ -29,33 +28,34 @@ SampleRun InterleavedRun(const Sound& sound, std::uint32_t startFrame, std::size
     return {frames.first, 1, frames.count * frames.stride};
 }
 
-// The stride becomes a constant for the loop, which is what lets it vectorise.
+// The stride becomes a constant for the loop, which is what lets it vectorise. Inlined, so that the
+// loop belongs to the clones of its caller.
 template <class Loop>
-void WithConstantStride(std::size_t stride, const Loop& loop) {
+[[gnu::always_inline]] inline void WithConstantStride(std::size_t stride, const Loop& loop) {
     if (stride == 1)
         loop(std::integral_constant<std::size_t, 1>{});
     else
         loop(std::integral_constant<std::size_t, 2>{});
 }
 
-// What a stored sample is read as.
+// What a stored sample is read as. The choice for byte 0 comes as a number, so that the loop has no
+// branch.
 template <class Type>
-float ValueRead(typename Type::Stored stored, EightBitReading reading) {
-    if constexpr (std::is_same_v<Type, ByteSample>) {
-        constexpr auto kSigned = static_cast<float>(std::numeric_limits<std::int8_t>::min());
-        if (stored == 0 && reading == EightBitReading::kSignedByte) return kSigned;
-    }
-    return static_cast<float>(Type::ValueOf(stored));
+float ValueRead(typename Type::Stored stored, int valueOfByte0) {
+    if constexpr (std::is_same_v<Type, ByteSample>)
+        return static_cast<float>(stored ? Type::ValueOf(stored) : valueOfByte0);
+    else
+        return static_cast<float>(Type::ValueOf(stored));
 }
 
 SONAVEL_VECTOR_CLONES
-void Read(const Sound& sound, SampleRun run, std::span<float> out, EightBitReading reading) {
+void Read(const Sound& sound, SampleRun run, std::span<float> out, int valueOfByte0) {
     float* to = out.data();
     VisitSampleType(sound.GetBits(), [&](auto type) {
         const auto* in = SamplesOf<decltype(type)>(sound.Bytes()).data() + run.first;
         WithConstantStride(run.stride, [&](auto stride) {
             for (std::size_t i = 0; i < run.count; ++i)
-                to[i] = ValueRead<decltype(type)>(in[i * stride], reading);
+                to[i] = ValueRead<decltype(type)>(in[i * stride], valueOfByte0);
         });
     });
     std::fill(out.begin() + static_cast<std::ptrdiff_t>(run.count), out.end(), 0.0f);
@@ -86,11 +86,13 @@ void HoldWithinLimits(std::span<float> values, unsigned bits) {
 
 void ReadChannel(const Sound& sound, unsigned channel, std::uint32_t startFrame,
                  std::span<float> out, EightBitReading reading) {
-    Read(sound, ChannelRun(sound, channel, startFrame, out.size()), out, reading);
+    const bool wraps = reading == EightBitReading::kSignedByte;
+    const int valueOfByte0 = wraps ? -ByteSample::kGreatest : ByteSample::kGreatest;
+    Read(sound, ChannelRun(sound, channel, startFrame, out.size()), out, valueOfByte0);
 }
 
 void ReadInterleaved(const Sound& sound, std::uint32_t startFrame, std::span<float> out) {
-    Read(sound, InterleavedRun(sound, startFrame, out.size()), out, EightBitReading::kFull);
+    Read(sound, InterleavedRun(sound, startFrame, out.size()), out, ByteSample::kGreatest);
 }
 
 void WriteTruncated(Sound& sound, unsigned channel, std::uint32_t startFrame,

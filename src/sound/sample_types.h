@@ -79,8 +79,9 @@ std::span<const typename Type::Stored> SamplesOf(std::span<const std::uint8_t> b
 
 // Bytes of one sample.
 constexpr unsigned SampleBytesOf(unsigned bits) {
-    return VisitSampleType(
-        bits, [](auto type) { return static_cast<unsigned>(sizeof(typename decltype(type)::Stored)); });
+    return VisitSampleType(bits, [](auto type) {
+        return static_cast<unsigned>(sizeof(typename decltype(type)::Stored));
+    });
 }
 
 // What samples of that many bits can be.
@@ -89,8 +90,9 @@ struct SampleLimits {
     std::int32_t greatest;
 };
 constexpr SampleLimits LimitsOfSamples(unsigned bits) {
-    return VisitSampleType(
-        bits, [](auto type) { return SampleLimits{type.kLeast, type.kGreatest}; });
+    return VisitSampleType(bits, [](auto type) {
+        return SampleLimits{type.kLeast, type.kGreatest};
+    });
 }
 
 // The span of the values of a width, 256 or 65536.

@@ -90,7 +90,7 @@ std::string ChannelsText(unsigned channels) {
     return std::to_string(channels) + " channels";
 }
 
-std::string ByteCountText(std::uint32_t bytes) {
+std::string ByteCountText(std::uint64_t bytes) {
     return std::to_string(bytes) + " Bytes";
 }
 

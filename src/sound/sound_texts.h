@@ -12,7 +12,7 @@ std::string TimeText(double seconds);
 std::string RateText(std::uint32_t samplesPerSecond);  // "44,100 Hz"
 std::string BitsText(unsigned bits);                   // "16-bit"
 std::string ChannelsText(unsigned channels);           // "Mono", "Stereo"
-std::string ByteCountText(std::uint32_t bytes);        // "%d Bytes"
+std::string ByteCountText(std::uint64_t bytes);        // "%d Bytes"
 std::string FrameCountText(std::uint32_t frames);      // "%d Counts"
 // The registered name of a wave format tag, or "[%u] (unknown)".
 std::string FormatTagName(std::uint16_t tag);

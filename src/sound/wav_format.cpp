@@ -45,4 +45,16 @@ PcmFormat ParseWavFormat(std::span<const std::uint8_t> chunk) {
     return wrapped && IsEditable(plain) ? plain : format;
 }
 
+std::vector<std::uint8_t> BuildWavHeader(const PcmFormat& format, std::uint32_t dataBytes,
+                                         std::uint32_t bytesBehindData) {
+    ByteBuilder header;
+    header.Text("RIFF").Little32(kWavHeaderBytes - 8 + dataBytes + bytesBehindData);
+    header.Text("WAVEfmt ").Little32(kWavPcmFormatBytes);
+    header.Little16(format.formatTag).Little16(format.channels);
+    header.Little32(format.samplesPerSecond).Little32(format.averageBytesPerSecond);
+    header.Little16(format.blockAlign).Little16(format.bitsPerSample);
+    header.Text("data").Little32(dataBytes);
+    return header.Bytes();
+}
+
 }  // namespace sonavel

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <span>
+#include <vector>
 
 #include "sound/pcm_format.h"
 
@@ -17,5 +18,12 @@ inline constexpr std::size_t kWavExtensibleFormatBytes = 40;  // with a format b
 // header comes out as plain PCM where the editor can hold it. A block align or a number of bytes
 // per second of 0 is computed from the other fields.
 PcmFormat ParseWavFormat(std::span<const std::uint8_t> chunk);
+
+// What stands before the samples of a PCM file.
+inline constexpr std::uint32_t kWavHeaderBytes = 44;
+
+// Those bytes; `bytesBehindData` are counted by the RIFF size as the data are.
+std::vector<std::uint8_t> BuildWavHeader(const PcmFormat& format, std::uint32_t dataBytes,
+                                         std::uint32_t bytesBehindData);
 
 }  // namespace sonavel

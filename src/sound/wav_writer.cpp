@@ -2,27 +2,14 @@
 #include <new>
 
 #include "platform/replacing_file.h"
-#include "sound/byte_order.h"
 #include "sound/failure_texts.h"
 #include "sound/transfer_progress.h"
 #include "sound/wav_file.h"
+#include "sound/wav_format.h"
 #include "sound/wav_markers.h"
 
 namespace sonavel {
 namespace {
-
-constexpr std::uint32_t kBytesBeforeData = 36;
-
-std::vector<std::uint8_t> BuildHeader(const Sound& sound, std::uint32_t riffSize) {
-    const PcmFormat& format = sound.GetFormat();
-    ByteBuilder header;
-    header.Text("RIFF").Little32(riffSize).Text("WAVEfmt ").Little32(16);
-    header.Little16(format.formatTag).Little16(format.channels);
-    header.Little32(format.samplesPerSecond).Little32(format.averageBytesPerSecond);
-    header.Little16(format.blockAlign).Little16(format.bitsPerSample);
-    header.Text("data").Little32(static_cast<std::uint32_t>(sound.GetDataSize()));
-    return header.Bytes();
-}
 
 Outcome WriteSamples(ReplacingFile& file, std::span<const std::uint8_t> bytes,
                      const TransferHost& host) {
@@ -43,9 +30,10 @@ Outcome WriteFile(ReplacingFile& file, const Sound& sound, const MarkerChunks& m
                   const TransferHost& host) {
     // The list behind "cue " is left out of the RIFF size, and odd data get no pad byte: intended,
     // a file that is saved again stays as it is.
-    const auto riffSize =
-        static_cast<std::uint32_t>(kBytesBeforeData + sound.GetDataSize() + markers.cue.size());
-    if (!file.Write(BuildHeader(sound, riffSize))) return Failed(failure::kWriteData);
+    const auto dataBytes = static_cast<std::uint32_t>(sound.GetDataSize());
+    const auto cueBytes = static_cast<std::uint32_t>(markers.cue.size());
+    if (!file.Write(BuildWavHeader(sound.GetFormat(), dataBytes, cueBytes)))
+        return Failed(failure::kWriteData);
     if (Outcome written = WriteSamples(file, sound.Bytes(), host); !written) return written;
     if (file.Write(markers.cue) && file.Write(markers.list) && file.Commit()) return Done();
     return Failed(failure::kWriteData);

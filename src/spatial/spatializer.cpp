@@ -19,7 +19,7 @@ namespace {
 constexpr unsigned kResultFrameBytes = 4;
 
 // A block of a range, with the 256 samples before it; those before the range are silent.
-void ReadBlock(const CWave& sound, FrameRange range, std::size_t index,
+void ReadBlock(const Sound& sound, FrameRange range, std::size_t index,
                std::span<float, kBlockInput> block) {
     const auto done = static_cast<std::uint32_t>(index * kBlockFrames);
     const std::uint32_t history = done > 0 ? kBlockHistory : 0;
@@ -33,7 +33,7 @@ void ReadBlock(const CWave& sound, FrameRange range, std::size_t index,
 }
 
 // Fills the output as far as the person lets it, and returns its peak; the rest stays silent.
-float RunFilter(const CWave& sound, FrameRange range, const BlockFilter& filter,
+float RunFilter(const Sound& sound, FrameRange range, const BlockFilter& filter,
                 std::span<float> output, ProgressWindow& progress) {
     constexpr std::size_t kBlockFloats = std::size_t{2} * kBlockFrames;
     const std::size_t blocks = (output.size() + kBlockFloats - 1) / kBlockFloats;
@@ -93,7 +93,7 @@ bool Store(CSoundDoc& document, FrameRange range, PairBuffer& output) {
     return true;
 }
 
-bool FitsAs16BitStereo(const CWave& sound) {
+bool FitsAs16BitStereo(const Sound& sound) {
     return std::uint64_t{sound.GetFrameCount()} * kResultFrameBytes <= kMaxSoundBytes;
 }
 

@@ -5,6 +5,7 @@
 
 #include "platform/headless/silent_prompts.h"
 #include "properties/sound_statistics.h"
+#include "sound/wave.h"
 #include "support/fake_progress.h"
 
 namespace sonavel {

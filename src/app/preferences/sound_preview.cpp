@@ -48,8 +48,8 @@ void SoundPreview::MakeSound() {
     for (std::uint32_t frame = 0; frame < kFrames; ++frame)
         for (unsigned channel = 0; channel < 2; ++channel)
             sound_.SetSample(channel, frame, PreviewSample(channel, frame));
-    sound_.AddMarker(60, "Intro", 0);
-    sound_.AddMarker(280, "마커", 50);
+    sound_.Markers().Add(60, "Intro", 0);
+    sound_.Markers().Add(280, "마커", 50);
     extremes_.Rebuild(sound_, 0);
 }
 

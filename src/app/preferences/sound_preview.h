@@ -4,9 +4,7 @@
 #include <QWidget>
 
 #include "app/preferences/preferences.h"
-#include "platform/headless/headless_progress.h"
-#include "platform/headless/silent_prompts.h"
-#include "sound/wave.h"
+#include "sound/sound.h"
 #include "view/draw/block_extremes.h"
 #include "view/ui/waveform_look.h"
 
@@ -30,9 +28,7 @@ class SoundPreview : public QWidget {
     void PaintMarkers(QPainter& painter, const Rectangle& strip, const PixelMap& map) const;
     QColor Colour(ColourSlot slot) const;
 
-    SilentPrompts prompts_;
-    HeadlessProgress progress_;
-    CWave sound_{prompts_, progress_};
+    Sound sound_;
     BlockExtremes extremes_;
     Preferences preferences_;
 };

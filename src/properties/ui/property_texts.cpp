@@ -78,7 +78,7 @@ QList<PropertyRow> FileRows(const CSoundDoc& document) {
     };
 }
 
-QList<PropertyRow> FormatRows(const CWave& sound) {
+QList<PropertyRow> FormatRows(const Sound& sound) {
     return {
         {Tr("Format:"), Utf8Text(FormatTagName(sound.GetFormat().formatTag))},
         {Tr("Sampling rate:"), Utf8Text(RateText(sound.GetSamplesPerSecond()))},
@@ -111,7 +111,7 @@ QList<StatisticsRow> StatisticsRows(const SoundStatistics& statistics,
     return rows;
 }
 
-QList<QStringList> MarkerRows(const CWave& sound) {
+QList<QStringList> MarkerRows(const Sound& sound) {
     QList<QStringList> rows;
     const std::uint32_t rate = sound.GetSamplesPerSecond();
     for (const Marker& marker : sound.Markers().All())

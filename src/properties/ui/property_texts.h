@@ -17,7 +17,7 @@ struct PropertyRow {
 
 // Of the file on the disk; a sound without one has a title alone.
 QList<PropertyRow> FileRows(const CSoundDoc& document);
-QList<PropertyRow> FormatRows(const CWave& sound);
+QList<PropertyRow> FormatRows(const Sound& sound);
 
 // One row for each kind of value, with a value for each channel.
 struct StatisticsRow {
@@ -28,6 +28,6 @@ QList<StatisticsRow> StatisticsRows(const SoundStatistics& statistics,
                                     std::uint32_t samplesPerSecond);
 
 // Number, position, frame, length and name of each marker.
-QList<QStringList> MarkerRows(const CWave& sound);
+QList<QStringList> MarkerRows(const Sound& sound);
 
 }  // namespace sonavel

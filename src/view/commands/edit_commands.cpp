@@ -163,10 +163,9 @@ bool ShowClipboardContents(CSoundView& view) {
     if (!ReadClipboard(view.Document().Services().clipboard, clip) || !clip.present)
         return view.Refuse("The clipboard holds no wave data.");
     ClipPlayer player(view.Document(), clip);
-    view.Dialogs().ShowClipboardContents(
-        {AttributesText(clip.GetFormat()), static_cast<std::uint32_t>(clip.GetDataSize()),
-         clip.GetFrameCount(), clip.GetDuration()},
-        player);
+    view.Dialogs().ShowClipboardContents({AttributesText(clip.GetFormat()), clip.GetDataSize(),
+                                          clip.GetFrameCount(), clip.GetDuration()},
+                                         player);
     return true;
 }
 

@@ -95,7 +95,7 @@ struct MarkerEdit {
 // The dialog "Clipboard Contents".
 struct ClipboardContents {
     std::string attributes;  // "44,100 Hz, 16-bit, Stereo"
-    std::uint32_t totalBytes = 0;
+    std::uint64_t totalBytes = 0;
     std::uint32_t samples = 0;  // frames
     double seconds = 0;
 };

@@ -175,7 +175,7 @@ std::vector<EnvelopeColumn> EnvelopeColumns(const EnvelopeRequest& request, Colu
     return columns;
 }
 
-SampleExtremes ReadExtremes(const CWave& wave, unsigned channel, std::int64_t startFrame,
+SampleExtremes ReadExtremes(const Sound& wave, unsigned channel, std::int64_t startFrame,
                             std::int64_t endFrame) {
     const unsigned channels = std::max(wave.GetChannels(), 1u);
     const auto half = static_cast<std::int32_t>(FullScaleOf(wave.GetBits()) / 2 - 1);

@@ -6,7 +6,7 @@
 #include <optional>
 #include <vector>
 
-#include "sound/wave.h"
+#include "sound/sound.h"
 #include "view/draw/block_extremes.h"
 #include "view/state/pixel_map.h"
 #include "view/state/rectangle.h"
@@ -35,7 +35,7 @@ struct ColumnRange {
 };
 
 struct EnvelopeRequest {
-    const CWave& wave;
+    const Sound& wave;
     const BlockExtremes& extremes;
     unsigned channel = 0;
     Rectangle lane;
@@ -70,7 +70,7 @@ std::vector<EnvelopeColumn> EnvelopeColumns(const EnvelopeRequest& request, Colu
 // The extremes of the frames [startFrame, endFrame) of a channel, read one by one and no further
 // than to the first place at which both signs have reached full scale. Frames behind the end are
 // silence.
-SampleExtremes ReadExtremes(const CWave& wave, unsigned channel, std::int64_t startFrame,
+SampleExtremes ReadExtremes(const Sound& wave, unsigned channel, std::int64_t startFrame,
                             std::int64_t endFrame);
 
 }  // namespace sonavel

@@ -8,7 +8,7 @@ namespace {
 constexpr std::string_view kStopped = "(Stopped) ";
 
 // The meter measures by the full scale of the document's sound, which may have other bits.
-std::int32_t Rescaled(std::int32_t peak, const CWave& from, const CWave& to) {
+std::int32_t Rescaled(std::int32_t peak, const Sound& from, const Sound& to) {
     if (peak < 0 || from.GetBits() == to.GetBits()) return peak;
     const std::int64_t scale = std::int64_t{to.GetMaxValue()} + 1;
     return static_cast<std::int32_t>(peak * scale / (std::int64_t{from.GetMaxValue()} + 1));
@@ -23,8 +23,8 @@ void PreviewReports::OnPlayState(std::string_view stateText, std::uint32_t frame
 }
 
 void PreviewReports::OnPeaks(std::int32_t left, std::int32_t right) {
-    const CWave& preview = document_.Preview();
-    const CWave& sound = document_.Sound();
+    const auto& preview = document_.Preview();
+    const auto& sound = document_.Sound();
     follower_.OnPeaks(Rescaled(left, preview, sound), Rescaled(right, preview, sound));
 }
 

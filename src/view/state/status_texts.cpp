@@ -25,7 +25,7 @@ std::string ZoomRatioText(std::int64_t framesPerPixel) {
     return framesPerPixel > 0 ? "1 : " + std::to_string(framesPerPixel) : "";
 }
 
-std::string SampleValuesText(const CWave& wave, std::int64_t frame) {
+std::string SampleValuesText(const Sound& wave, std::int64_t frame) {
     const auto position = static_cast<std::uint32_t>(frame);
     const int left = wave.GetSample(0, position);
     if (wave.GetChannels() < 2) return Formatted("(Sample Value) Left,Right : %-d", left);

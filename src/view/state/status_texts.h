@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "sound/wave.h"
+#include "sound/sound.h"
 #include "view/state/display_settings.h"
 #include "view/state/selection.h"
 
@@ -17,7 +17,7 @@ std::string ZoomText(std::int64_t framesPerPixel, double timePercent);
 std::string ZoomRatioText(std::int64_t framesPerPixel);
 
 // "(Sample Value) Left,Right : -12, 40" of a frame; one value for a mono sound.
-std::string SampleValuesText(const CWave& wave, std::int64_t frame);
+std::string SampleValuesText(const Sound& wave, std::int64_t frame);
 
 // A position or a length: "44100", "00:00:01.000" or "1.000".
 std::string PositionText(StatusFormat format, std::int64_t frame, std::uint32_t samplesPerSecond);

@@ -76,7 +76,7 @@ double ThreeDecimals(double seconds) {
 
 }  // namespace
 
-ZoomContext ZoomContext::Of(const CWave& wave, int waveformWidth, int waveformHeight,
+ZoomContext ZoomContext::Of(const Sound& wave, int waveformWidth, int waveformHeight,
                             std::int64_t selectionStart) {
     ZoomContext context;
     context.frameCount = wave.GetFrameCount();

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "sound/wave.h"
+#include "sound/sound.h"
 #include "view/commands/view_dialogs.h"
 #include "view/state/scroll_state.h"
 
@@ -29,7 +29,7 @@ struct ZoomContext {
     int waveformHeight = 0;
     std::int64_t selectionStart = 0;
 
-    static ZoomContext Of(const CWave& wave, int waveformWidth, int waveformHeight,
+    static ZoomContext Of(const Sound& wave, int waveformWidth, int waveformHeight,
                           std::int64_t selectionStart);
 };
 

@@ -11,7 +11,7 @@
 namespace sonavel {
 
 struct WaveformSource {
-    const CWave& wave;
+    const Sound& wave;
     const BlockExtremes& extremes;  // of that sound
 };
 
