@@ -30,6 +30,7 @@ CRecordDlg::CRecordDlg(const RecordRequest& request, QWidget* parent)
       waitingTenths_(new QSpinBox(this)) {
     AddFormat();
     AddTarget();
+    PutInTabOrder();
     const bool hasDocument = request_.documentFormat.has_value();
     ShowFormat(hasDocument ? *request_.documentFormat : request_.initial.format);
     newWindow_->setChecked(!hasDocument);
@@ -73,6 +74,14 @@ void CRecordDlg::AddTarget() {
     connect(waiting_, &QCheckBox::toggled, this, follow);
     waiting_->setChecked(request_.initial.waiting);
     follow(waiting_->isChecked());
+}
+
+void CRecordDlg::PutInTabOrder() {
+    QList<QWidget*> order{rate_};
+    for (const QButtonGroup* group : {&channels_, &bits_})
+        for (QAbstractButton* button : group->buttons()) order.append(button);
+    order << newWindow_ << waiting_ << waitingTenths_;
+    for (qsizetype i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
 }
 
 void CRecordDlg::ShowFormat(const NewSoundChoice& format) {

@@ -20,6 +20,8 @@ class CRecordDlg : public FormDialog {
   private:
     void AddFormat();
     void AddTarget();
+    // As the eye goes: from the rate down.
+    void PutInTabOrder();
     void ShowFormat(const NewSoundChoice& format);
     void LockFormat(bool locked);
     void OnNewWindowToggled(bool on);
