@@ -3,9 +3,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "platform/headless/silent_prompts.h"
 #include "properties/sound_statistics.h"
-#include "sound/wave.h"
 #include "support/fake_progress.h"
 
 namespace sonavel {
@@ -27,9 +25,8 @@ class SoundStatisticsTest : public ::testing::Test {
         return result.value_or(SoundStatistics{});
     }
 
-    SilentPrompts prompts_;
     FakeProgress progress_;
-    CWave wave_{prompts_, progress_};
+    Sound wave_;
 };
 
 TEST_F(SoundStatisticsTest, ASineLeftAndAShiftedSquareRight) {
