@@ -164,8 +164,6 @@ bool Workspace::Record() {
             NewSoundChoice{sound.GetSamplesPerSecond(), sound.GetChannels(), sound.GetBits()};
         request.initial.target = RecordChoice::Target::kActiveDocument;
         request.initial.format = *request.documentFormat;
-    } else {
-        request.initial.target = RecordChoice::Target::kNewDocument;
     }
     const std::optional<RecordChoice> choice = viewDialogs_.AskRecord(request);
     if (!choice) return Fail(failure::kCancelled);

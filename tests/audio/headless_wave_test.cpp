@@ -42,7 +42,7 @@ TEST_F(HeadlessWaveTest, RealTimeTakesTheSoundsOwnTime) {
     HeadlessWaveDevices headless(WavePace::kRealTime);
     CWavePlayer source(prompts, progress, headless);
     source.SetPlaybackBlockFrames(128);
-    ASSERT_TRUE(source.Create(1, 8, 12800, 1280));
+    ASSERT_TRUE(source.Create(2, 16, 12800, 1280));
     const auto begin = Clock::now();
     ASSERT_TRUE(source.Play(0));
     ASSERT_TRUE(source.Pause());
@@ -51,6 +51,17 @@ TEST_F(HeadlessWaveTest, RealTimeTakesTheSoundsOwnTime) {
     headless.PumpUntilIdle();
     EXPECT_TRUE(source.IsStopped());
     EXPECT_GE(Clock::now() - begin, std::chrono::milliseconds(100));
+    EXPECT_LT(Clock::now() - begin, std::chrono::milliseconds(1500));
+}
+
+TEST_F(HeadlessWaveTest, ADeviceThatIsNotOpenTakesNoBlocks) {
+    HeadlessWaveDevices headless(WavePace::kAsFastAsAsked);
+    WaveBlock block;
+    const auto output = headless.CreateOut();
+    const auto input = headless.CreateIn();
+    for (const WaveResult result : {output->Prepare(block), output->Write(block), output->Unprepare(block),
+                                    input->Prepare(block), input->Add(block), input->Unprepare(block)})
+        EXPECT_EQ(result, kWaveInvalidHandle);
 }
 
 TEST_F(HeadlessWaveTest, InputsHearSilence) {

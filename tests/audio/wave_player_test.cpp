@@ -100,6 +100,28 @@ TEST_F(PlayerTest, ASkippedRegionAtTheEndOrBehindTheLastBlockStartEndsThePlaying
     ASSERT_TRUE(player.PlayRange(0, 768));
     HearToEnd();
     EXPECT_EQ(out.AllPlayed(), Bytes(sound.begin(), sound.begin() + 768));
+    // One that begins with the range is left out at once.
+    out.played.clear();
+    ASSERT_TRUE(player.PlaySkip(256, 1280, 256, 510));
+    HearToEnd();
+    EXPECT_EQ(out.AllPlayed(), Bytes(sound.begin() + 512, sound.begin() + 1280));
+}
+
+TEST_F(PlayerTest, ARangeThatEndsInsideASampleGoesOnWithWhatItCopiedLast) {
+    MakeSound(1, 16, 1000);
+    const struct {
+        std::uint32_t end;
+        std::size_t whole, repeated;
+    } cases[] = {{255, 254, 252}, {257, 256, 255}};
+    for (const auto& c : cases) {
+        out.played.clear();
+        ASSERT_TRUE(player.PlayRange(0, c.end));
+        HearToEnd();
+        const Bytes heard = out.AllPlayed();
+        ASSERT_EQ(heard.size(), (c.end + 255) / 256 * 256);
+        for (std::size_t i = 0; i < heard.size(); ++i)
+            ASSERT_EQ(heard[i], sound[i < c.whole ? i : c.repeated + i % 2]) << c.end << ' ' << i;
+    }
 }
 
 TEST_F(PlayerTest, ImpossibleStartsOpenNoDevice) {

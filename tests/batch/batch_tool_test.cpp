@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <set>
 #include <sstream>
 
 #include "batch/batch_call.h"
@@ -130,7 +131,9 @@ TEST_F(BatchToolTest, RefusesOtherCalls) {
     }
     const ToolResult help = Call({"--help"});
     EXPECT_EQ(help.status, 0);
-    EXPECT_NE(help.out.find("\n  crossfade [from=0] [to=0] [nonlinear=off]\n"), std::string::npos);
+    for (const char* line : {"crossfade [from=0] [to=0] [nonlinear=off]",
+                             "flanger [delay=0.1] [modulation=0.1]"})
+        EXPECT_NE(help.out.find(std::string("\n  ") + line + '\n'), std::string::npos) << line;
     EXPECT_EQ(Call({"--version"}).out.rfind("sonavel-batch 1.", 0), 0u);
 }
 
@@ -172,6 +175,15 @@ TEST_F(BatchToolTest, StopsAtTheFirstFailureUnlessItIsTried) {
     EXPECT_EQ(Run("open @/none.wav").status, 1);
     EXPECT_EQ(Run("open @/bad.wav; info").status, 1);
     EXPECT_EQ(Run("preview volume").errors, "-c:1: preview: failed: No document is open.\n");
+}
+
+TEST_F(BatchToolTest, SaysWhyItIsThisCommandThatFails) {
+    WriteRamp("r.wav", 3);
+    const std::string outside = "failed: The range does not lie within the sound.\n";
+    ExpectOutput(
+        "new; try cut; try positional 1 0 0; open @/r.wav; try zoom-range 1 1; try zoom-range 0 4\n"
+        "try zoom-range -1 2; zoom-range 0 3",
+        "failed: Nothing is selected.\nfailed: The sound is empty.\n" + outside + outside + outside);
 }
 
 TEST_F(BatchToolTest, FailsWhenItsOutputCannotBeWritten) {
@@ -376,6 +388,19 @@ TEST_F(BatchToolTest, AppliesAndPreviewsEffects) {
         "open @/r.wav; convert-channels 2; dynamics below=0.5; samples 3 1\n"
         "dynamics below=0.5 below-right=1; samples 3 1",
         "3 8 8\n3 16 8\n");
+}
+
+TEST_F(BatchToolTest, TakesAListOfGainsInItsOrder) {
+    WriteRamp("r.wav", 2000);
+    std::set<std::string> heard;
+    for (const char* gains : {"0,0,0,0,0,0,0", "40,0,0,0,0,0,0", "0,0,0,0,0,0,40"}) {
+        const ToolResult result = Run(std::string("open @/r.wav; preview equalizer gains=") + gains +
+                                      "; preview-new; samples 0 500");
+        EXPECT_EQ(result.status, 0) << result.errors;
+        EXPECT_TRUE(heard.insert(result.out).second) << gains;
+    }
+    for (const char* gains : {"1,2,3,4,5,6", "1,2,3,4,5,6,7,", "1,2,3,,5,6,7", "41,2,3,4,5,6,7"})
+        EXPECT_EQ(Run(std::string("new; equalizer gains=") + gains).status, 2) << gains;
 }
 
 TEST_F(BatchToolTest, PlacesSoundsInSpace) {

@@ -163,22 +163,26 @@ TEST_F(DirectEffectTest, DynamicsBendsAtTheThresholdAndClips) {
 }
 
 TEST_F(DirectEffectTest, ModulatorMultipliesByBothOscillators) {
-    // Of each oscillator: 1/20 Hz, ms, percent.
-    const std::vector<double> values = {500, 20, 80, 1333, 7, 60};
-    Check(kFormats, 1e-2, QuantizedLiterally, "modulator", values, [&](const Format& format) {
-        Channel gain(kEnd - kStart, 1.0f);
-        for (const double* of : {values.data(), values.data() + 3}) {
-            float phase = 0;
-            const double step = static_cast<float>(of[0]) * 0.001f * 6.283184 / (format.rate / 50);
-            const auto delay = static_cast<std::size_t>(of[1] * 44.1);
-            for (std::size_t i = 0; i < gain.size(); ++i) {
-                if (i >= delay)
-                    gain[i] *= static_cast<float>(-0.01 * of[2] * std::sin(double{phase}));
-                phase = static_cast<float>(phase + step);
+    // Of each oscillator: 1/20 Hz, ms, percent. One without frequency or amplitude is off.
+    const std::vector<double> settings[] = {
+        {500, 20, 80, 1333, 7, 60}, {500, 20, 80, 0, 0, 60}, {1333, 7, 0, 500, 20, 80}};
+    for (const std::vector<double>& values : settings)
+        Check(kFormats, 1e-2, QuantizedLiterally, "modulator", values, [&](const Format& format) {
+            Channel gain(kEnd - kStart, 1.0f);
+            for (const double* of : {values.data(), values.data() + 3}) {
+                if (of[0] == 0 || of[2] == 0) continue;
+                float phase = 0;
+                const double step =
+                    static_cast<float>(of[0]) * 0.001f * 6.283184 / (format.rate / 50);
+                const auto delay = static_cast<std::size_t>(of[1] * 44.1);
+                for (std::size_t i = 0; i < gain.size(); ++i) {
+                    if (i >= delay)
+                        gain[i] *= static_cast<float>(-0.01 * of[2] * std::sin(double{phase}));
+                    phase = static_cast<float>(phase + step);
+                }
             }
-        }
-        return [=](unsigned, std::uint32_t i, double x) { return gain[i] * x; };
-    });
+            return [=](unsigned, std::uint32_t i, double x) { return gain[i] * x; };
+        });
 }
 
 TEST(VolumeTest, TellsFromWhichPercentageOnTheRangeIsTooLoud) {

@@ -30,7 +30,9 @@ const SumCase kCases[] = {{0, 0.0142475827664399},
                           {-0.5f, 1.0 / 3},
                           {1e-39f, 1e-41},
                           {5, 0x1.000000000001p-25},
-                          {1e7f, -0.50000000000001}};
+                          {1e7f, -0.50000000000001},
+                          // Its steps end midway between floats from the first one behind 2 on.
+                          {0x1.fffffep0f, 0x1.8p-22}};
 
 TEST(RunningSumTest, EveryValueIsTheOneOfSingleSteps) {
     constexpr std::size_t kSteps = 300000;

@@ -131,8 +131,10 @@ TEST_F(ProfileFileTest, KeepsColumnsOfNumbersByteForByte) {
     ProfileFile file(path_);
     ASSERT_TRUE(file.SetString("S", "point Count", "  2"));
     ASSERT_TRUE(file.SetString("S", "Points", "10  -20 5   "));
-    ASSERT_TRUE(file.SetString("S", "other", "1"));
-    EXPECT_EQ(Bytes(), "[S]\npoint Count=  2\nPoints=10  -20 5   \nother=1\n");
+    ASSERT_TRUE(file.SetString("S", "other", "\t1 \t"));
+    ASSERT_TRUE(file.SetString("S", "last", "1"));
+    EXPECT_EQ(Bytes(), "[S]\npoint Count=  2\nPoints=10  -20 5   \nother=\t1 \t\nlast=1\n");
+    EXPECT_EQ(file.Read().GetString("S", "other"), "1");
     EXPECT_EQ(file.Read().GetString("S", "point Count"), "2");
     EXPECT_EQ(file.Read().GetString("S", "Points"), "10  -20 5");
 }

@@ -162,6 +162,10 @@ TEST_F(ReplacingFileTest, TheListThatAFolderGivesGoesToNewFilesAlone) {
     ASSERT_TRUE(ReplaceFile(folder / "new", "new"));
     EXPECT_EQ(Attribute(folder / "new", kAccessList), AccessListBytes(7, 6));
     EXPECT_EQ(ModeOf(folder / "new"), 0660u);
+    // A list of the file's own takes the place of the one that its temporary got.
+    ASSERT_TRUE(SetAttribute(target, kAccessList, AccessListBytes(4, 4)));
+    ASSERT_TRUE(ReplaceFile(target, "newer"));
+    EXPECT_EQ(Attribute(target, kAccessList), AccessListBytes(4, 4));
 }
 
 TEST_F(ReplacingFileTest, KeepsOwnerAndGroup) {

@@ -169,8 +169,11 @@ TEST_F(WavFileTest, TextRecordsMustAscendWithinTheMarkers) {
 
 TEST_F(WavFileTest, MissingListsAndLabelsAreToldAndTheSoundOpens) {
     const FileBytes cue = CueChunk({CuePoint(1, 10), CuePoint(2, 20)});
+    FileBytes lying = cue;
+    lying[8] = 200;  // points are said to be there; what follows the chunk is none
     for (const FileBytes& behind :
-         {cue, AssociatedData(Label(1, "a")) + cue, cue + AssociatedData(Label(1, "a")),
+         {cue, lying + RiffChunkBytes("LIST", FileBytes(40, 1)),
+          AssociatedData(Label(1, "a")) + cue, cue + AssociatedData(Label(1, "a")),
           cue + RiffChunkBytes("LIST", BytesOf("INFO")),
           // The search for labels ends with their list.
           cue + AssociatedData({}) + Label(1, "a") + Label(2, "b")}) {
@@ -180,6 +183,7 @@ TEST_F(WavFileTest, MissingListsAndLabelsAreToldAndTheSoundOpens) {
         parts.behindData = behind;
         EXPECT_TRUE(Reads(OpenWav, WavBytes(parts)));
         EXPECT_EQ(prompts.messages, std::vector<std::string>{kMarkerMessage});
+        EXPECT_EQ(MarkerRows(wave).size(), 2u);
         EXPECT_EQ(MarkerRows(wave).at(1), MarkerRow(20, "", 0));
         EXPECT_EQ(SoundBytes(wave), Pattern(10));
     }
@@ -328,6 +332,7 @@ TEST_F(WavFileTest, ProbingTellsPcmAndLeavesTheSoundAlone) {
     WriteFileBytes(folder / "extensible.wav", WavBytes(parts));
     EXPECT_TRUE(wave.IsPCM(folder / "pcm.wav"));
     EXPECT_TRUE(wave.Open(folder / "extensible.wav", WavOpenMode::kProbe));
+    EXPECT_FALSE(wave.IsPCM(folder / "none.wav"));
     EXPECT_FALSE(wave.IsPCM(folder / "extensible.wav"));
     EXPECT_EQ(wave.LastError(), "This format cannot be edited: [65534] (unknown)");
     EXPECT_TRUE(prompts.messages.empty());

@@ -5,6 +5,7 @@
 #include "document/document_fixture.h"
 #include "spatial/hrir_table.h"
 #include "spatial/presets.h"
+#include "support/address_space_limit.h"
 #include "support/thread_count.h"
 
 namespace sonavel::testing {
@@ -106,6 +107,40 @@ TEST_F(SpatializerTest, RefusesASoundThatWouldBecomeTooLong) {
     EXPECT_TRUE(progress_.titles.empty());
     EXPECT_FALSE(document->GetModified() || document->CanUndo());
     EXPECT_TRUE(SpatializePositional({*document, 0, 10, "", SpatialOutcome::kPreview}, {0, 1, 0}));
+}
+
+#ifndef __SANITIZE_ADDRESS__
+
+// The whole result does not fit, or the copy for the undo step.
+TEST_F(SpatializerTest, LackOfMemoryIsAFailureThatChangesNothing) {
+    constexpr std::uint32_t kFrames = 1u << 26;
+    const auto document = MakeDocument();
+    ASSERT_TRUE(document->Sound().Create(1, 8, 44100, kFrames));
+    prompts_.answers = {false, false};
+    for (const std::uint32_t end : {kFrames, 1000u}) {
+        const AddressSpaceLimit limit(kFrames / 2);
+        EXPECT_FALSE(
+            SpatializePositional({*document, 0, end, "", SpatialOutcome::kApply}, {0, 1, 0}));
+        EXPECT_FALSE(document->LastError().empty());
+        EXPECT_EQ(document->Sound().GetFormat(), MakePcmFormat(1, 8, 44100));
+        document->SetLastError("");
+    }
+}
+
+#endif
+
+TEST_F(SpatializerTest, AnEmptySoundIsRefused) {
+    const auto document = MakeNoise({1, 16, 44100}, 0);
+    for (const SpatialOutcome outcome : {SpatialOutcome::kApply, SpatialOutcome::kPreview})
+        EXPECT_FALSE(SpatializePositional({*document, 0, 0, "", outcome}, {0, 1, 0}));
+    EXPECT_EQ(document->LastError(), "The sound is empty.");
+}
+
+TEST_F(SpatializerTest, ShowsHowFarItIs) {
+    const auto document = MakeNoise({1, 16, 44100}, 10000);
+    ASSERT_TRUE(SpatializePositional({*document, 0, 0, "", SpatialOutcome::kPreview}, {0, 1, 0}));
+    EXPECT_EQ(progress_.positions, (std::vector<int>{7, 15, 23, 30, 38, 46, 53, 61, 69, 76, 84, 92,
+                                                     99, 100}));
 }
 
 TEST_F(SpatializerTest, CancelledRunsEndInSilence) {
@@ -308,6 +343,17 @@ TEST_F(PresetTest, ReadsShortAndOverlongLists) {
         EXPECT_EQ(LoadPreset<UserPreset>(file.Read(), "long"),
                   std::vector<UserPoint>(counted, many[0]));
     }
+}
+
+TEST_F(PresetTest, ListsAsManyNamesAsFitTheBufferOfTheirs) {
+    const auto nameOf = [](int i) { return std::string(995, 'n') + std::to_string(10000 + i); };
+    std::string text;
+    for (int i = 0; i < 40; ++i) text += '[' + nameOf(i) + "]\nPoints=1   2   \n";
+    const ProfileFile file = programFolder_.Profile("Systemsound.ini");
+    WriteFileBytes(file.Path(), BytesOf(text));
+    const std::vector<std::string> names = LoadPresetNames(file.Read());
+    ASSERT_EQ(names.size(), 32u);
+    EXPECT_EQ(names.back(), nameOf(31));
 }
 
 TEST_F(PresetTest, DeletesAllButTheFirst) {

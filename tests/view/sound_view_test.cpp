@@ -164,6 +164,13 @@ TEST_F(SoundViewTest, ASelectionChangeRepaintsEveryColumnThatLooksDifferent) {
     }
 }
 
+TEST_F(SoundViewTest, ARangeFillsTheWidthFromItsStartOn) {
+    OpenRamp(6400);
+    View().ZoomToRange(1000, 2000);
+    EXPECT_EQ(View().Horizontal().maximum, kWidth * 64 / 10);
+    EXPECT_EQ(View().Horizontal().position, kWidth);
+}
+
 TEST_F(SoundViewTest, TheStatusFormatIsStoredAndChecked) {
     OpenRamp(100);
     const auto checked = [&](int id) { return Commands().StateOfCommand(id).checked; };

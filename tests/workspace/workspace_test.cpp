@@ -192,6 +192,42 @@ TEST_F(WorkspaceTest, AnOpenedFileIsShownFitted) {
     EXPECT_EQ(View().Extremes().BlockCount(), 25u);
 }
 
+TEST_F(WorkspaceTest, FindsAnOpenFileByItsPath) {
+    OpenRamp(100);  // of no file
+    for (const char* name : {"a.wav", "b.wav"}) {
+        OpenRamp(100);
+        Document().SetSaveMarkers(true);
+        ASSERT_TRUE(Document().SaveDocument(temporary.Path() / name));
+    }
+    EXPECT_EQ(workspace.IndexOfPath(temporary.Path() / "a.wav"), 1u);
+    EXPECT_EQ(workspace.IndexOfPath(temporary.Path() / "." / "b.wav"), 2u);
+    EXPECT_FALSE(workspace.IndexOfPath(temporary.Path() / "c.wav"));
+}
+
+TEST_F(WorkspaceTest, AStatusFormatReachesAllOpenViews) {
+    for (int i = 0; i < 2; ++i) ASSERT_TRUE(workspace.NewDocument(NewSoundChoice{}));
+    for (const StatusFormat format : {StatusFormat::kSample, StatusFormat::kSecond}) {
+        ASSERT_TRUE(View().SetStatusFormat(format));
+        for (std::size_t i = 0; i < 2; ++i)
+            EXPECT_EQ(workspace.At(i).view->GetStatusFormat(), format) << i;
+    }
+}
+
+TEST_F(WorkspaceTest, StoppingEveryActivityEndsADragOfMarkers) {
+    OpenRamp(100);
+    for (const std::uint32_t frame : {10u, 20u}) {
+        MarkerList markers;
+        markers.Add(frame, "dragged", 0);
+        Document().SetMarkers(markers, CSoundDoc::MarkerEditing::kGoesOn);
+        workspace.StopActivity(0);
+    }
+    EXPECT_EQ(Document().History().Count(), 2u);
+    dialogs.record = RecordChoice{RecordChoice::Target::kActiveDocument, {}, true, 0};
+    ASSERT_TRUE(Document().CanUndo());
+    ASSERT_TRUE(workspace.Record());
+    EXPECT_FALSE(Document().CanUndo() || Document().Undo());
+}
+
 TEST_F(WorkspaceTest, OpenAndFullTimeZoomShowsAFrameAPixel) {
     SetOption("__SOUND_GENERAL_OPTIONS", "OPEN AND FULL TIME ZOOM", 1);
     OpenRamp(6400);
@@ -215,6 +251,19 @@ TEST_F(WorkspaceTest, RecordingIntoNewDocumentsCountsTheirTitles) {
     // The waiting setting is kept, within its bounds, for the next time.
     EXPECT_FALSE(dialogs.recordRequest.initial.waiting);
     EXPECT_EQ(dialogs.recordRequest.initial.waitingTenths, kHighestWaitingTenths);
+}
+
+TEST_F(WorkspaceTest, ARecordingThatDoesNotStartSaysWhy) {
+    dialogs.record = RecordChoice{RecordChoice::Target::kNewDocument, {0, 1, 8}, true, -3};
+    EXPECT_FALSE(workspace.Record());
+    EXPECT_EQ(workspace.LastError(), "This format cannot be edited.");
+    EXPECT_EQ(workspace.Count(), 0u);
+    dialogs.record->format = {8000, 1, 8};
+    devices.In().failures["open"] = kWaveAllocated;
+    EXPECT_FALSE(workspace.Record());
+    EXPECT_EQ(dialogs.recordRequest.initial.target, RecordChoice::Target::kNewDocument);
+    EXPECT_EQ(dialogs.recordRequest.initial.waitingTenths, 0);
+    EXPECT_EQ(workspace.LastError(), prompts.messages.back());
 }
 
 TEST_F(WorkspaceTest, RecordingIntoTheActiveDocumentInsertsAtTheCursor) {
