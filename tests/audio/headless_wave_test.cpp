@@ -59,8 +59,9 @@ TEST_F(HeadlessWaveTest, ADeviceThatIsNotOpenTakesNoBlocks) {
     WaveBlock block;
     const auto output = headless.CreateOut();
     const auto input = headless.CreateIn();
-    for (const WaveResult result : {output->Prepare(block), output->Write(block), output->Unprepare(block),
-                                    input->Prepare(block), input->Add(block), input->Unprepare(block)})
+    for (const WaveResult result :
+         {output->Prepare(block), output->Write(block), output->Unprepare(block),
+          input->Prepare(block), input->Add(block), input->Unprepare(block)})
         EXPECT_EQ(result, kWaveInvalidHandle);
 }
 

@@ -131,8 +131,8 @@ TEST_F(BatchToolTest, RefusesOtherCalls) {
     }
     const ToolResult help = Call({"--help"});
     EXPECT_EQ(help.status, 0);
-    for (const char* line : {"crossfade [from=0] [to=0] [nonlinear=off]",
-                             "flanger [delay=0.1] [modulation=0.1]"})
+    for (const char* line :
+         {"crossfade [from=0] [to=0] [nonlinear=off]", "flanger [delay=0.1] [modulation=0.1]"})
         EXPECT_NE(help.out.find(std::string("\n  ") + line + '\n'), std::string::npos) << line;
     EXPECT_EQ(Call({"--version"}).out.rfind("sonavel-batch 1.", 0), 0u);
 }
@@ -183,7 +183,8 @@ TEST_F(BatchToolTest, SaysWhyItIsThisCommandThatFails) {
     ExpectOutput(
         "new; try cut; try positional 1 0 0; open @/r.wav; try zoom-range 1 1; try zoom-range 0 4\n"
         "try zoom-range -1 2; zoom-range 0 3",
-        "failed: Nothing is selected.\nfailed: The sound is empty.\n" + outside + outside + outside);
+        "failed: Nothing is selected.\nfailed: The sound is empty.\n" + outside + outside +
+            outside);
 }
 
 TEST_F(BatchToolTest, FailsWhenItsOutputCannotBeWritten) {
@@ -394,8 +395,8 @@ TEST_F(BatchToolTest, TakesAListOfGainsInItsOrder) {
     WriteRamp("r.wav", 2000);
     std::set<std::string> heard;
     for (const char* gains : {"0,0,0,0,0,0,0", "40,0,0,0,0,0,0", "0,0,0,0,0,0,40"}) {
-        const ToolResult result = Run(std::string("open @/r.wav; preview equalizer gains=") + gains +
-                                      "; preview-new; samples 0 500");
+        const ToolResult result = Run(std::string("open @/r.wav; preview equalizer gains=") +
+                                      gains + "; preview-new; samples 0 500");
         EXPECT_EQ(result.status, 0) << result.errors;
         EXPECT_TRUE(heard.insert(result.out).second) << gains;
     }

@@ -22,7 +22,8 @@ TEST(CodePage949, ConvertsBothWays) {
 }
 
 TEST(CodePage949, KnowsValidUtf8) {
-    for (const char* text : {"", "a", "é", "\xE0\xA0\x80", "마", "\xF0\x9F\x98\x80", "\xF4\x8F\xBF\xBF"})
+    for (const char* text :
+         {"", "a", "é", "\xE0\xA0\x80", "마", "\xF0\x9F\x98\x80", "\xF4\x8F\xBF\xBF"})
         EXPECT_TRUE(IsValidUtf8(text)) << text;
     for (const char* text : {"\x80", "\xC0\xAF", "\xC3", "\xE0\x80\xAF", "\xED\xA0\x80", "\xEB\xA7",
                              "\xF4\x90\x80\x80", "\xF8\x88\x80\x80\x80", "a\xFF"})

@@ -19,13 +19,14 @@ constexpr const char* kMarkerMessage = "마커 읽기 실패...";
 
 using WavFileTest = WaveTest;
 
-FileBytes CuePoint(std::uint32_t id, std::uint32_t position) {
+FileBytes CuePoint(std::uint32_t id, std::uint32_t position, std::uint32_t chunkStart = 0,
+                   std::uint32_t blockStart = 0) {
     return ByteBuilder()
         .Little32(id)
         .Little32(position)
         .Text("data")
-        .Little32(0)
-        .Little32(0)
+        .Little32(chunkStart)
+        .Little32(blockStart)
         .Little32(position)
         .Bytes();
 }
@@ -130,7 +131,7 @@ TEST_F(WavFileTest, ReadsMarkersOfOtherPrograms) {
     parts.beforeData = RiffChunkBytes("LIST", BytesOf("INFOISFT") + FileBytes{1, 0, 0, 0, 'x', 0});
     parts.data = Pattern(200);
     const std::string korean = "\xB8\xB6\xC4\xBF";  // code page 949
-    parts.behindData = CueChunk({CuePoint(7, 10), CuePoint(9, 20), CuePoint(11, 30)}) +
+    parts.behindData = CueChunk({CuePoint(7, 10), CuePoint(9, 20), CuePoint(11, 30, 5, 6)}) +
                        RiffChunkBytes("junk", {1}) +
                        AssociatedData(Label(7, std::string("null\0tail", 9)) + Label(99, korean) +
                                       RiffChunkBytes("note", {1, 2, 3}) + Label(11, "") +
@@ -139,6 +140,8 @@ TEST_F(WavFileTest, ReadsMarkersOfOtherPrograms) {
     EXPECT_EQ(MarkerRows(wave),
               (std::vector<MarkerRow>{{10, "null", 100}, {20, korean, 0}, {30, "", 300}}));
     const Marker& last = wave.Markers().All()[2];
+    EXPECT_EQ(last.chunkStart, 5u);
+    EXPECT_EQ(last.blockStart, 6u);
     EXPECT_EQ(last.purpose, MakeFourCc("trim"));
     EXPECT_EQ(last.countryAndLanguage, 82u);
     EXPECT_EQ(last.dialectAndCodePage, 949u);
@@ -332,12 +335,12 @@ TEST_F(WavFileTest, ProbingTellsPcmAndLeavesTheSoundAlone) {
     WriteFileBytes(folder / "extensible.wav", WavBytes(parts));
     EXPECT_TRUE(wave.IsPCM(folder / "pcm.wav"));
     EXPECT_TRUE(wave.Open(folder / "extensible.wav", WavOpenMode::kProbe));
-    EXPECT_FALSE(wave.IsPCM(folder / "none.wav"));
     EXPECT_FALSE(wave.IsPCM(folder / "extensible.wav"));
     EXPECT_EQ(wave.LastError(), "This format cannot be edited: [65534] (unknown)");
     EXPECT_TRUE(prompts.messages.empty());
     EXPECT_EQ(wave.GetFormat(), MakePcmFormat(1, 8, 8000));
     EXPECT_EQ(SoundBytes(wave), Pattern(4));
+    EXPECT_FALSE(wave.IsPCM(folder / "none.wav"));
 }
 
 }  // namespace

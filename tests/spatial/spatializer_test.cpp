@@ -139,8 +139,8 @@ TEST_F(SpatializerTest, AnEmptySoundIsRefused) {
 TEST_F(SpatializerTest, ShowsHowFarItIs) {
     const auto document = MakeNoise({1, 16, 44100}, 10000);
     ASSERT_TRUE(SpatializePositional({*document, 0, 0, "", SpatialOutcome::kPreview}, {0, 1, 0}));
-    EXPECT_EQ(progress_.positions, (std::vector<int>{7, 15, 23, 30, 38, 46, 53, 61, 69, 76, 84, 92,
-                                                     99, 100}));
+    EXPECT_EQ(progress_.positions,
+              (std::vector<int>{7, 15, 23, 30, 38, 46, 53, 61, 69, 76, 84, 92, 99, 100}));
 }
 
 TEST_F(SpatializerTest, CancelledRunsEndInSilence) {
@@ -350,7 +350,7 @@ TEST_F(PresetTest, ListsAsManyNamesAsFitTheBufferOfTheirs) {
     std::string text;
     for (int i = 0; i < 40; ++i) text += '[' + nameOf(i) + "]\nPoints=1   2   \n";
     const ProfileFile file = programFolder_.Profile("Systemsound.ini");
-    WriteFileBytes(file.Path(), BytesOf(text));
+    WriteFileBytes(file.Path(), sonavel::BytesOf(text));
     const std::vector<std::string> names = LoadPresetNames(file.Read());
     ASSERT_EQ(names.size(), 32u);
     EXPECT_EQ(names.back(), nameOf(31));

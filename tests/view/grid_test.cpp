@@ -97,9 +97,8 @@ TEST(TimeGrid, AnHourOfMillisecondsDrawsEachPixelOnceWithLabelsApart) {
     EXPECT_LE(grid.lines.size(), 4u * 400);
     EXPECT_GE(grid.lines.size(), 2u * 390);
     // A line whose ticks would reach beyond the lane is left out.
-    const auto [least, greatest] = std::ranges::minmax(grid.lines, {}, &GridLine::x0);
-    EXPECT_EQ(least.x0, request.lane.left);
-    EXPECT_EQ(greatest.x1, request.lane.right - 1);
+    EXPECT_EQ(std::ranges::min(grid.lines, {}, &GridLine::x0).x0, request.lane.left);
+    EXPECT_EQ(std::ranges::max(grid.lines, {}, &GridLine::x1).x1, request.lane.right - 1);
     ASSERT_GE(grid.labels.size(), 3u);
     for (std::size_t i = 1; i < grid.labels.size(); ++i)
         EXPECT_GE(grid.labels[i].area.left, grid.labels[i - 1].area.right - 2);
