@@ -8,6 +8,7 @@ LEVELS = {
     "platform": 0,
     "sound": 1,
     "codec": 2,
+    "exchange": 2,
     "audio": 2,
     "document": 3,
     "view": 4,

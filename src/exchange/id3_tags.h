@@ -1,0 +1,20 @@
+// ID3 tags of MP3 files, and of chunks of WAV and AIFF files: versions 2.2 to 2.4 and version 1.
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+#include "exchange/random_bytes.h"
+#include "exchange/sound_extras.h"
+
+namespace sonavel {
+
+// Adds the tags and chapters of a tag of version 2 that begins the bytes; they may be cut short.
+// `rate`, in frames a second, turns the chapters' milliseconds into frames; 0 leaves them out.
+void AddId3Tags(std::span<const std::uint8_t> bytes, std::uint32_t rate, ExtrasKeeper& keeper);
+
+// The tag of version 2 at the beginning of a file, then the one of version 1 at its end for what
+// the first does not say.
+void ReadMp3Extras(RandomBytes& bytes, std::uint32_t rate, ExtrasKeeper& keeper);
+
+}  // namespace sonavel
