@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <cstdlib>
 
 #include "exchange/export_losses.h"
@@ -113,6 +114,36 @@ TEST_F(WriteSoundFileTest, AFileOfAnySizeIsReadFromTheDisk) {
     EXPECT_EQ(*got, Extras());
     EXPECT_FALSE(BytesOfFile().Open(folder.Path()));
     EXPECT_FALSE(BytesOfFile().Open(folder / "none"));
+}
+
+// The other way round: tags and chapters as another program writes them.
+TEST_F(WriteSoundFileTest, OtherProgramsFilesGiveTheirTagsAndChapters) {
+    if (std::system("command -v ffmpeg >/dev/null") != 0) GTEST_SKIP() << "no ffmpeg";
+    const std::string meta = (folder / "meta").string();
+    WriteFileBytes(meta, BytesOf(";FFMETADATA1\ntitle=W\xC3\xBCrfel\nartist=Us\n"
+                                 "[CHAPTER]\nTIMEBASE=1/1000\nSTART=0\nEND=1000\ntitle=First\n"
+                                 "[CHAPTER]\nTIMEBASE=1/1000\nSTART=1000\nEND=2000\ntitle=Two\n"));
+    const struct {
+        const char* name;
+        std::vector<std::string> markers;
+    } cases[] = {{"a.mp3", {"0+48000 First", "48000+48000 Two"}},
+                 {"a.ogg", {}},
+                 {"a.opus", {"0+0 First", "48000+0 Two"}},
+                 {"a.flac", {}},
+                 {"a.wav", {}}};
+    for (const auto& row : cases) {
+        const std::string path = (folder / row.name).string();
+        ASSERT_EQ(std::system(("ffmpeg -v error -f lavfi -i sine=d=2:r=48000 -i " + meta +
+                               " -map_metadata 1 -map_chapters 1 " + path)
+                                  .c_str()),
+                  0);
+        const SoundExtras extras = ExtrasOf(ReadFileBytes(path), 48000);
+        EXPECT_EQ(MarkerTexts(extras), row.markers) << row.name;
+        const std::vector<std::string> tags = TagTexts(extras);
+        for (const char* tag : {"title=W\xC3\xBCrfel", "artist=Us"})
+            EXPECT_EQ(std::ranges::count(tags, tag), 1) << row.name;
+        EXPECT_THAT(extras.remarks, IsEmpty()) << row.name;
+    }
 }
 
 TEST(ExportLosses, AreNamed) {
