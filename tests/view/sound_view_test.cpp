@@ -166,9 +166,9 @@ TEST_F(SoundViewTest, ASelectionChangeRepaintsEveryColumnThatLooksDifferent) {
 
 TEST_F(SoundViewTest, ARangeFillsTheWidthFromItsStartOn) {
     OpenRamp(6400);
-    View().ZoomToRange(1000, 2000);
-    EXPECT_EQ(View().Horizontal().maximum, kWidth * 64 / 10);
-    EXPECT_EQ(View().Horizontal().position, kWidth);
+    View().Zoom().ToRange(1000, 2000);
+    EXPECT_EQ(View().Zoom().Horizontal().maximum, kWidth * 64 / 10);
+    EXPECT_EQ(View().Zoom().Horizontal().position, kWidth);
 }
 
 TEST_F(SoundViewTest, TheStatusFormatIsStoredAndChecked) {

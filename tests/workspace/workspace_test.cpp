@@ -204,15 +204,6 @@ TEST_F(WorkspaceTest, FindsAnOpenFileByItsPath) {
     EXPECT_FALSE(workspace.IndexOfPath(temporary.Path() / "c.wav"));
 }
 
-TEST_F(WorkspaceTest, AStatusFormatReachesAllOpenViews) {
-    for (int i = 0; i < 2; ++i) ASSERT_TRUE(workspace.NewDocument(NewSoundChoice{}));
-    for (const StatusFormat format : {StatusFormat::kSample, StatusFormat::kSecond}) {
-        ASSERT_TRUE(View().SetStatusFormat(format));
-        for (std::size_t i = 0; i < 2; ++i)
-            EXPECT_EQ(workspace.At(i).view->GetStatusFormat(), format) << i;
-    }
-}
-
 TEST_F(WorkspaceTest, StoppingEveryActivityEndsADragOfMarkers) {
     OpenRamp(100);
     for (const std::uint32_t frame : {10u, 20u}) {
