@@ -17,11 +17,6 @@ constexpr std::uint32_t kHour = 3600;
 constexpr std::uint32_t kMiddle = kRate * kHour / 2;
 constexpr std::size_t kFrameBytes = 4;
 
-struct NoDialogs : DocumentDialogs {
-    std::optional<NewSoundChoice> AskNewSound(const NewSoundChoice&) override { return {}; }
-    std::optional<SaveAsChoice> AskSaveAs(const SaveAsRequest&) override { return {}; }
-};
-
 // A folder whose options turn undo on.
 class OptionsFolder {
   public:
@@ -43,9 +38,7 @@ struct HourDocument {
     Host host;
     OptionsFolder options;
     ProgramFolder folder{options.Path()};
-    NoDialogs dialogs;
-    CSoundDoc document{{host.prompts, host.progress, host.clipboard, host.devices, folder},
-                       dialogs};
+    CSoundDoc document{{host.prompts, host.progress, host.clipboard, host.devices, folder}};
     ClipRecord second;
 
     HourDocument() {

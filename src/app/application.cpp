@@ -7,9 +7,9 @@
 #include "app/about_dialog.h"
 #include "app/application_commands.h"
 #include "app/command_icons.h"
-#include "app/document_commands.h"
+#include "app/document_saver.h"
+#include "app/new_sound_dialog.h"
 #include "app/preferences/option_sheet.h"
-#include "app/save_notice.h"
 #include "platform/qt/file_names.h"
 #include "platform/qt/open_files_dialog.h"
 #include "platform/qt/person_settings.h"
@@ -38,14 +38,16 @@ QString OpenFilters() {
     return (filters << QObject::tr("All Files (*)")).join(QStringLiteral(";;"));
 }
 
+// Of several, the last failure counts, else that one was cancelled.
+void TakeInto(Outcome& all, const Outcome& one) {
+    if (one.IsFailed() || (all && !one)) all = one;
+}
+
 }  // namespace
 
 Application::Application(WaveDevices& devices, const ProgramFolder& folder)
     : logoSound_(devices, folder),
-      documentDialogs_(&frame_, folder),
-      viewDialogs_(&frame_),
-      workspace_({prompts_, progress_, clipboard_, devices, folder}, documentDialogs_,
-                 viewDialogs_),
+      workspace_({prompts_, progress_, clipboard_, devices, folder}),
       effectCommands_(MakeEffectHost()),
       commands_(std::make_unique<TableCommandTarget<Application>>(*this, ApplicationCommands())) {
     frame_.ShowStartUpLogo();
@@ -69,7 +71,7 @@ EffectHost Application::MakeEffectHost() {
             },
         .openSound =
             [this](Sound&& sound, std::string_view titlePrefix) {
-                return workspace_.NewDocumentFromSound(std::move(sound), titlePrefix);
+                workspace_.NewDocumentFromSound(std::move(sound), titlePrefix);
             },
         .state = effectState_,
         .memory = effectMemory_,
@@ -89,28 +91,18 @@ void Application::ConnectFrame() {
     prompts_.SetMainWindow(&frame_);
     prompts_.SetStatusSink([this](const QString& text) { frame_.Status().ShowNote(text); });
     progress_.SetMainWindow(&frame_);
-    documentDialogs_.SetSaveNotice(
-        [this](const SaveAsChoice& choice) { return NoticeOfSave(workspace_, choice); });
-    documentDialogs_.SetDocumentFolder([this] {
-        const OpenSound* active = workspace_.Active();
-        if (!active) return QString();
-        return FileText(active->document->Path().parent_path());
-    });
-    const auto open = [this](const QString& path) { OpenFile(path); };
+    const auto open = [this](const QString& path) { frame_.Tell(OpenFile(path)); };
     QObject::connect(&frame_.Recent(), &RecentFiles::Chosen, &frame_, open);
-    QObject::connect(&frame_, &CMainFrame::FilesDropped, &frame_, [this](const QStringList& paths) {
-        for (const QString& path : paths) OpenFile(path);
+    QObject::connect(&frame_, &CMainFrame::FilesDropped, &frame_, [open](const QStringList& paths) {
+        for (const QString& path : paths) open(path);
     });
 }
 
 std::optional<QString> Application::OpenAtStart(const QString& absolutePath) {
     prompts_.HoldMessages();
-    const bool opened = OpenFile(absolutePath);
+    const Outcome opened = Open(absolutePath);
     heldMessages_ = prompts_.TakeHeldMessages();
-    if (opened) return std::nullopt;
-    QString reason = Utf8Text(workspace_.LastError());
-    if (reason.isEmpty()) reason = heldMessages_.join(u' ');
-    return reason.isEmpty() ? QStringLiteral("cannot be opened") : reason;
+    return opened ? std::nullopt : std::optional(Utf8Text(opened.Reason()));
 }
 
 void Application::Show() {
@@ -122,39 +114,46 @@ void Application::Show() {
     });
 }
 
-bool Application::OpenFile(const QString& absolutePath) {
+Outcome Application::Open(const QString& absolutePath) {
     const std::filesystem::path path = FilePath(absolutePath);
     if (const auto index = workspace_.IndexOfPath(path)) {
         workspace_.Activate(*index);
-        return true;
+        return Done();
     }
-    if (workspace_.OpenDocument(path)) {
-        frame_.Recent().Add(absolutePath);
-        return true;
-    }
-    const QString name = ShownFileText(FileText(path.filename()));
-    frame_.Status().ShowNote(name + QStringLiteral(": ") + Utf8Text(workspace_.LastError()));
+    Outcome opened = workspace_.OpenDocument(path);
     std::error_code error;
-    if (!std::filesystem::exists(path, error)) frame_.Recent().Remove(absolutePath);
-    return false;
+    if (opened)
+        frame_.Recent().Add(absolutePath);
+    else if (!std::filesystem::exists(path, error))
+        frame_.Recent().Remove(absolutePath);
+    return opened;
 }
 
-bool Application::NewSound() {
-    return workspace_.NewDocument();
+Outcome Application::OpenFile(const QString& absolutePath) {
+    Outcome opened = Open(absolutePath);
+    if (!opened.IsFailed()) return opened;
+    const QString name = ShownFileText(FileText(FilePath(absolutePath).filename()));
+    return Failed(name.toStdString() + ": " + opened.Reason());
+}
+
+Outcome Application::NewSound() {
+    NewSoundDialog dialog({}, &frame_);
+    return dialog.exec() == QDialog::Accepted ? workspace_.NewDocument(dialog.Choice())
+                                              : Cancelled();
 }
 
 QString Application::FolderToOpen() {
     return PersonSettings().value(kOpenFolderKey, QDir::currentPath()).toString();
 }
 
-bool Application::OpenFiles() {
+Outcome Application::OpenFiles() {
     const QStringList paths =
         OpenFilesDialog::Ask(QObject::tr("Open"), FolderToOpen(), OpenFilters(), &frame_);
-    if (paths.isEmpty()) return false;
+    if (paths.isEmpty()) return Cancelled();
     PersonSettings().setValue(kOpenFolderKey, QFileInfo(paths.front()).absolutePath());
-    bool allOpened = true;
-    for (const QString& path : paths) allOpened = OpenFile(path) && allOpened;
-    return allOpened;
+    Outcome all = Done();
+    for (const QString& path : paths) TakeInto(all, OpenFile(path));
+    return all;
 }
 
 bool Application::HasModifiedSounds() const {
@@ -163,30 +162,28 @@ bool Application::HasModifiedSounds() const {
     return false;
 }
 
-bool Application::SaveAll() {
-    bool allSaved = true;
+Outcome Application::SaveAll() {
+    Outcome all = Done();
     for (std::size_t i = 0; i < workspace_.Count(); ++i) {
         CSoundDoc& document = *workspace_.At(i).document;
         if (!document.GetModified()) continue;
         workspace_.Activate(i);
-        allSaved = SaveUnderOwnPath(document) && allSaved;
+        TakeInto(all, DocumentSaver(workspace_, document, &frame_).Save());
     }
-    return allSaved;
+    return all;
 }
 
-bool Application::ShowFileProperties() {
+void Application::ShowFileProperties() {
     OpenSound* active = workspace_.Active();
-    if (!active) return false;
+    if (!active) return;
     CFilePropertiesSheet(*active->document, progress_, &frame_).exec();
-    return true;
 }
 
-bool Application::EditPreferences() {
+void Application::EditPreferences() {
     const HostServices& services = workspace_.Services();
     COptionSheet sheet(services.folder, services.devices, &frame_);
     QObject::connect(&sheet, &COptionSheet::Changed, &frame_, [this] { TakeSettings(); });
     sheet.exec();
-    return true;
 }
 
 void Application::TakeSettings() {
@@ -196,14 +193,17 @@ void Application::TakeSettings() {
     frame_.TakeSettings();
 }
 
-bool Application::ShowSampleDatabase() {
+void Application::ShowSampleDatabase() {
     if (!catalogue_) {
-        const auto open = [this](const QString& path) { return OpenFile(path); };
+        const auto open = [this](const QString& path) {
+            const Outcome opened = OpenFile(path);
+            frame_.Tell(opened);
+            return opened.IsDone();
+        };
         catalogue_ = std::make_unique<CatalogueWindow>(workspace_.Services(), open);
         catalogue_->setAttribute(Qt::WA_QuitOnClose, false);
     }
     catalogue_->Present();
-    return true;
 }
 
 void Application::RunLogo() {
@@ -212,13 +212,12 @@ void Application::RunLogo() {
     logo.exec();
 }
 
-bool Application::ShowAbout() {
+void Application::ShowAbout() {
     AboutDialog([this] { RunLogo(); }, &frame_).exec();
-    return true;
 }
 
-bool Application::Exit() {
-    return frame_.close();
+void Application::Exit() {
+    frame_.close();
 }
 
 }  // namespace sonavel

@@ -6,13 +6,11 @@
 
 #include "app/logo_sound.h"
 #include "app/main_frame.h"
-#include "app/qt_document_dialogs.h"
 #include "catalogue/ui/catalogue_window.h"
 #include "effects/ui/effect_command_target.h"
 #include "platform/qt/qt_progress.h"
 #include "platform/qt/qt_prompts.h"
 #include "platform/qt/qt_wave_clipboard.h"
-#include "view/ui/qt_view_dialogs.h"
 #include "workspace/workspace.h"
 
 namespace sonavel {
@@ -36,20 +34,20 @@ class Application {
     std::optional<QString> OpenAtStart(const QString& absolutePath);
     void Show();
 
-    // A file that is open already is brought to the front.
-    bool OpenFile(const QString& absolutePath);
+    // A file that is open already is brought to the front. The reason of a failure names the file.
+    Outcome OpenFile(const QString& absolutePath);
 
     // --- What the application's commands do
 
-    bool NewSound();
-    bool OpenFiles();  // those chosen in a dialog
+    Outcome NewSound();
+    Outcome OpenFiles();  // those chosen in a dialog
     bool HasModifiedSounds() const;
-    bool SaveAll();
-    bool ShowFileProperties();
-    bool EditPreferences();
-    bool ShowSampleDatabase();
-    bool ShowAbout();
-    bool Exit();
+    Outcome SaveAll();
+    void ShowFileProperties();
+    void EditPreferences();
+    void ShowSampleDatabase();
+    void ShowAbout();
+    void Exit();
 
   private:
     EffectHost MakeEffectHost();
@@ -58,14 +56,13 @@ class Application {
     void TakeSettings();
     void RunLogo();
     QString FolderToOpen();
+    Outcome Open(const QString& absolutePath);
 
     LogoSound logoSound_;
     QtPrompts prompts_;
     QtProgressFactory progress_;
     QtWaveClipboard clipboard_;
     CMainFrame frame_;
-    QtDocumentDialogs documentDialogs_;
-    QtViewDialogs viewDialogs_;
     Workspace workspace_;
     EffectState effectState_;
     EffectMemory effectMemory_;

@@ -7,15 +7,10 @@ namespace sonavel {
 
 namespace {
 
-template <bool (CMainFrame::*operation)()>
-bool Do(CMainFrame& frame) {
-    return (frame.*operation)();
-}
-
 template <void (ChildWindows::*operation)()>
-bool Arrange(CMainFrame& frame) {
+Outcome Arrange(CMainFrame& frame) {
     (frame.Area().*operation)();
-    return true;
+    return Done();
 }
 
 CommandState WithChildren(const CMainFrame& frame) {
@@ -40,9 +35,9 @@ CommandState StatusBarState(const CMainFrame& frame) {
 
 constexpr Command<CMainFrame> kCommands[] = {
     {{app_command::kRecord, "", "&Record...", "Ctrl+R", "Record into this sound or a new one"},
-     Do<&CMainFrame::Record>},
+     Call<CMainFrame, &CMainFrame::Record>},
     {{app_command::kClose, "close", "&Close", "Ctrl+W; Ctrl+F4", "Close the active sound"},
-     Do<&CMainFrame::CloseActive>,
+     Call<CMainFrame, &CMainFrame::CloseActive>,
      WithChildren},
     {{app_command::kCascade, "", "&Cascade", "", "Arrange the windows so that they overlap"},
      Arrange<&ChildWindows::Cascade>,
@@ -65,13 +60,13 @@ constexpr Command<CMainFrame> kCommands[] = {
      Arrange<&ChildWindows::Previous>,
      WithChildren},
     {{app_command::kCloseOthers, "", "Close &Others", "", "Close every sound but the active one"},
-     Do<&CMainFrame::CloseOthers>,
+     Call<CMainFrame, &CMainFrame::CloseOthers>,
      WithOthers},
     {{app_command::kCloseAll, "", "C&lose All", "Ctrl+Shift+W", "Close every sound"},
-     Do<&CMainFrame::CloseAll>,
+     Call<CMainFrame, &CMainFrame::CloseAll>,
      WithChildren},
     {{app_command::kStatusBar, "", "&Status Bar", "", "Show or hide the status bar"},
-     Do<&CMainFrame::SwitchStatusBar>,
+     Call<CMainFrame, &CMainFrame::SwitchStatusBar>,
      StatusBarState},
 };
 

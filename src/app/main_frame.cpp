@@ -14,7 +14,6 @@
 #include "platform/qt/file_names.h"
 #include "platform/qt/person_settings.h"
 #include "platform/qt/utf8_text.h"
-#include "sound/failure_texts.h"
 #include "spatial/ui/spatial_commands.h"
 #include "view/state/status_texts.h"
 #include "view/ui/sound_view_widget.h"
@@ -88,10 +87,8 @@ void CMainFrame::Build(Workspace& workspace, std::vector<CommandTarget*> program
 }
 
 CommandTarget* CMainFrame::Route(int commandId) {
-    OpenSound* active = workspace_ ? workspace_->Active() : nullptr;
-    CommandTarget* const chain[] = {active ? active->commands.get() : nullptr,
-                                    documentCommands_.get(), spatialCommands_.get(),
-                                    frameCommands_.get()};
+    CommandTarget* const chain[] = {viewCommands_.get(), documentCommands_.get(),
+                                    spatialCommands_.get(), frameCommands_.get()};
     for (CommandTarget* target : chain)
         if (target && target->HandlesCommand(commandId)) return target;
     for (CommandTarget* target : program_)
@@ -205,13 +202,15 @@ void CMainFrame::UpdatePanes() {
     zoom_->ShowRatio(Utf8Text(ZoomRatioText(view->Zoom().TimeRatio())));
 }
 
-void CMainFrame::AfterCommand(int commandId, bool succeeded) {
-    const CommandTarget* target = succeeded ? nullptr : Route(commandId);
-    const std::string reason = target ? target->LastFailure() : "";
-    if (!reason.empty() && reason != failure::kCancelled) status_->ShowNote(Utf8Text(reason));
+void CMainFrame::Tell(const Outcome& outcome) {
+    if (outcome.IsFailed()) status_->ShowNote(Utf8Text(outcome.Reason()));
+}
+
+void CMainFrame::AfterCommand(int commandId, const Outcome& outcome) {
+    Tell(outcome);
     const OpenSound* active = workspace_->Active();
     const bool saved = commandId == app_command::kSave || commandId == app_command::kSaveAs;
-    if (saved && succeeded && active) recent_.Add(FileText(active->document->Path()));
+    if (saved && outcome && active) recent_.Add(FileText(active->document->Path()));
     ScheduleRefresh();
 }
 

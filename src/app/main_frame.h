@@ -11,6 +11,7 @@
 #include "app/bars/window_list_bar.h"
 #include "app/child_windows.h"
 #include "app/command_bar.h"
+#include "app/document_saver.h"
 #include "app/logo_window.h"
 #include "app/recent_files.h"
 #include "app/status_panes.h"
@@ -39,21 +40,20 @@ class CMainFrame : public QMainWindow, public WorkspaceObserver {
     const ChildWindows& Area() const { return *area_; }
     // The preferences changed.
     void TakeSettings();
+    // Shows in the status bar why something failed.
+    void Tell(const Outcome& outcome);
 
     // --- What the frame's commands do
 
-    const std::string& LastError() const { return workspace_->LastError(); }
-    void ClearError() { workspace_->ClearError(); }
-
     bool HasOthers() const { return workspace_->Count() > 1; }
-    // Asks whether to save what is modified. False when that was cancelled.
-    bool CloseActive();
+    // Asks whether to save what is modified; cancelled when that was.
+    Outcome CloseActive();
     // Likewise; nothing is closed before everything was asked.
-    bool CloseAll();
-    bool CloseOthers();  // than the active one
+    Outcome CloseAll();
+    Outcome CloseOthers();  // than the active one
     bool ShowsStatusBar() const;
-    bool SwitchStatusBar();
-    bool Record();
+    void SwitchStatusBar();
+    Outcome Record();
 
     void OnDocumentAdded(OpenSound& sound) override;
     void OnDocumentClosing(OpenSound& sound) override;
@@ -92,7 +92,9 @@ class CMainFrame : public QMainWindow, public WorkspaceObserver {
     void HoldFloatingBars();
     void ShowFloatingBars();
 
-    bool MayClose(std::size_t index);
+    void ForgetCommands();
+    Outcome AskWhetherToSave(std::size_t index);
+    Outcome Close(std::size_t index);
     void ActivateSoundOf(CChildFrame& frame);
 
     // The title, the panes and the states of all commands, once for many changes.
@@ -100,7 +102,7 @@ class CMainFrame : public QMainWindow, public WorkspaceObserver {
     void Refresh();
     void UpdateTitle();
     void UpdatePanes();
-    void AfterCommand(int commandId, bool succeeded);
+    void AfterCommand(int commandId, const Outcome& outcome);
 
     ChildWindows* area_;
     StatusPanes* status_;
@@ -116,6 +118,8 @@ class CMainFrame : public QMainWindow, public WorkspaceObserver {
     std::vector<CommandTarget*> program_;
     std::unique_ptr<CommandTarget> frameCommands_;
     // Of the active sound.
+    std::unique_ptr<CommandTarget> viewCommands_;
+    std::optional<DocumentSaver> saver_;
     std::unique_ptr<CommandTarget> documentCommands_;
     std::unique_ptr<CommandTarget> spatialCommands_;
     SpatialMemory spatialMemory_;

@@ -14,6 +14,8 @@
 #include "platform/qt/message_box.h"
 #include "platform/qt/utf8_text.h"
 #include "spatial/ui/spatial_commands.h"
+#include "view/ui/asking_view_commands.h"
+#include "view/ui/record_dialog.h"
 
 namespace sonavel {
 
@@ -33,7 +35,7 @@ void CMainFrame::OnDocumentAdded(OpenSound& sound) {
     area_->addSubWindow(frame);
     connect(frame, &CChildFrame::CloseRequested, this, [this, frame] {
         const auto index = workspace_->IndexOf(*frame->Sound().document);
-        if (index && MayClose(*index)) workspace_->Close(*index);
+        if (index) Tell(Close(*index));
     });
     windowList_->Add(*frame);
     ConnectMeter(*frame);
@@ -52,20 +54,27 @@ void CMainFrame::OnDocumentAdded(OpenSound& sound) {
 void CMainFrame::OnDocumentClosing(OpenSound& sound) {
     CChildFrame* frame = area_->FrameOf(sound);
     if (!frame) return;
-    documentCommands_.reset();
-    spatialCommands_.reset();
+    if (workspace_->Active() == &sound) ForgetCommands();
     windowList_->Remove(*frame);
     area_->Remove(*frame);
 }
 
-void CMainFrame::OnActivated(OpenSound* sound) {
+void CMainFrame::ForgetCommands() {
+    viewCommands_.reset();
     documentCommands_.reset();
+    saver_.reset();
     spatialCommands_.reset();
+}
+
+void CMainFrame::OnActivated(OpenSound* sound) {
+    ForgetCommands();
     if (sound) {
         spatialCommands_ =
             std::make_unique<SpatialCommands>(*sound->document, *sound->view, spatialMemory_);
+        viewCommands_ = std::make_unique<AskingViewCommands>(*sound->view, this);
+        saver_.emplace(*workspace_, *sound->document, this);
         documentCommands_ =
-            std::make_unique<TableCommandTarget<CSoundDoc>>(*sound->document, DocumentCommands());
+            std::make_unique<TableCommandTarget<DocumentSaver>>(*saver_, DocumentCommands());
         area_->setActiveSubWindow(area_->FrameOf(*sound));
     }
     GiveMeterTo(sound);
@@ -77,10 +86,10 @@ void CMainFrame::ActivateSoundOf(CChildFrame& frame) {
         workspace_->Activate(*index);
 }
 
-bool CMainFrame::MayClose(std::size_t index) {
-    workspace_->StopActivity(index);
+Outcome CMainFrame::AskWhetherToSave(std::size_t index) {
+    Tell(workspace_->StopActivity(index));
     CSoundDoc& document = *workspace_->At(index).document;
-    if (!document.GetModified()) return true;
+    if (!document.GetModified()) return Done();
     workspace_->Activate(index);
     const QString question = tr("Save changes to %1?").arg(Utf8Text(document.Title()));
     MessageBox box({.text = question,
@@ -88,49 +97,56 @@ bool CMainFrame::MayClose(std::size_t index) {
                    this);
     switch (box.exec()) {
         case QMessageBox::Save:
-            return SaveUnderOwnPath(document);
+            return DocumentSaver(*workspace_, document, this).Save();
         case QMessageBox::Discard:
-            return true;
+            return Done();
         default:
-            return false;
+            return Cancelled();
     }
 }
 
-bool CMainFrame::CloseActive() {
-    const auto index = workspace_->ActiveIndex();
-    if (!index || !MayClose(*index)) return false;
-    workspace_->Close(*index);
-    return true;
+Outcome CMainFrame::Close(std::size_t index) {
+    if (Outcome asked = AskWhetherToSave(index); !asked) return asked;
+    workspace_->Close(index);
+    return Done();
 }
 
-bool CMainFrame::CloseAll() {
+Outcome CMainFrame::CloseActive() {
+    return Close(workspace_->ActiveIndex().value());
+}
+
+Outcome CMainFrame::CloseAll() {
     for (std::size_t i = 0; i < workspace_->Count(); ++i)
-        if (!MayClose(i)) return false;
+        if (Outcome asked = AskWhetherToSave(i); !asked) return asked;
     while (workspace_->Count() > 0) workspace_->Close(workspace_->Count() - 1);
-    return true;
+    return Done();
 }
 
-bool CMainFrame::CloseOthers() {
+Outcome CMainFrame::CloseOthers() {
     const CSoundDoc& kept = *workspace_->Active()->document;
-    for (std::size_t i = 0; i < workspace_->Count(); ++i)
-        if (workspace_->At(i).document.get() != &kept && !MayClose(i)) return false;
+    for (std::size_t i = 0; i < workspace_->Count(); ++i) {
+        if (workspace_->At(i).document.get() == &kept) continue;
+        if (Outcome asked = AskWhetherToSave(i); !asked) return asked;
+    }
     workspace_->Activate(*workspace_->IndexOf(kept));
     for (std::size_t i = workspace_->Count(); i-- > 0;)
         if (workspace_->At(i).document.get() != &kept) workspace_->Close(i);
-    return true;
+    return Done();
 }
 
 bool CMainFrame::ShowsStatusBar() const {
     return !status_->isHidden();
 }
 
-bool CMainFrame::SwitchStatusBar() {
+void CMainFrame::SwitchStatusBar() {
     status_->setVisible(!ShowsStatusBar());
-    return true;
 }
 
-bool CMainFrame::Record() {
-    return workspace_->Record();
+Outcome CMainFrame::Record() {
+    const Result<RecordRequest> shown = workspace_->QuestionOfRecord();
+    if (!shown) return shown.Ended();
+    CRecordDlg dialog(*shown, this);
+    return dialog.exec() == QDialog::Accepted ? workspace_->Record(dialog.Choice()) : Cancelled();
 }
 
 bool CMainFrame::event(QEvent* event) {
@@ -150,7 +166,8 @@ void CMainFrame::showEvent(QShowEvent* event) {
 }
 
 void CMainFrame::closeEvent(QCloseEvent* event) {
-    if (!CloseAll()) {
+    if (const Outcome closed = CloseAll(); !closed) {
+        Tell(closed);
         event->ignore();
         return;
     }

@@ -4,7 +4,7 @@
 #include <QComboBox>
 #include <QRadioButton>
 
-#include "document/document_dialogs.h"
+#include "document/document_questions.h"
 #include "view/ui/form_dialog.h"
 
 namespace sonavel {

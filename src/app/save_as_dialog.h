@@ -13,7 +13,7 @@
 #include <functional>
 #include <string>
 
-#include "document/document_dialogs.h"
+#include "document/document_questions.h"
 
 namespace sonavel {
 

@@ -1,7 +1,7 @@
 // What "More" in the Save As dialog shows: the sound's format and size before and after the save.
 #pragma once
 
-#include "document/document_dialogs.h"
+#include "document/document_questions.h"
 #include "view/ui/form_dialog.h"
 
 namespace sonavel {

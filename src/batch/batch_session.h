@@ -7,7 +7,6 @@
 #include <string_view>
 
 #include "batch/command_row.h"
-#include "batch/scripted_dialogs.h"
 #include "effects/effect_table.h"
 #include "platform/headless/headless_progress.h"
 #include "platform/headless/headless_wave_devices.h"
@@ -30,7 +29,6 @@ class BatchSession {
     std::ostream& Out() { return out_; }
     Workspace& Sounds() { return workspace_; }
     ScriptedPrompts& Prompts() { return prompts_; }
-    DialogWords& Dialogs() { return dialogs_.Words(); }
     MemoryClipboard& Clipboard() { return clipboard_; }
     EffectState& Effects() { return effectState_; }
 
@@ -40,13 +38,6 @@ class BatchSession {
     CSoundView& View() { return *workspace_.Active()->view; }
     SoundViewCommands& Commands() { return *workspace_.Active()->commands; }
 
-    // Forgets what earlier commands left as last errors and in dialogs, so that a failure gives its
-    // own reason.
-    void PrepareCommand();
-    // The outcome of an engine call on the active document: done, or failed with the last error
-    // that it left.
-    Outcome OutcomeOf(bool done);
-
   private:
     std::ostream& out_;
     ProgramFolder folder_;
@@ -54,7 +45,6 @@ class BatchSession {
     HeadlessProgress progress_;
     MemoryClipboard clipboard_;
     HeadlessWaveDevices devices_;
-    ScriptedDialogs dialogs_;
     EffectState effectState_;
     Workspace workspace_;
 };

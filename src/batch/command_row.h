@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "batch/value_rule.h"
-#include "sound/outcome.h"
+#include "platform/outcome.h"
 
 namespace sonavel::batch {
 

@@ -15,47 +15,38 @@ std::optional<Number> NumberIfGiven(const Arguments& words, std::string_view key
     return static_cast<Number>(std::stoul(words.Text(key)));
 }
 
-Outcome OutcomeOfWorkspace(const Workspace& workspace, bool done) {
-    if (done) return Done();
-    return Failed(workspace.LastError().empty() ? "The document could not be made."
-                                                : workspace.LastError());
-}
-
 Outcome New(BatchSession& session, const Arguments& words) {
     const NewSoundChoice format = {
         .samplesPerSecond = static_cast<std::uint32_t>(words.Whole("rate")),
         .channels = NumberIfGiven<unsigned>(words, "channels").value(),
         .bits = NumberIfGiven<unsigned>(words, "bits").value()};
-    return OutcomeOfWorkspace(session.Sounds(), session.Sounds().NewDocument(format));
+    return session.Sounds().NewDocument(format);
 }
 
 Outcome Open(BatchSession& session, const Arguments& words) {
-    const std::filesystem::path path = AbsolutePath(words.Text("PATH"));
-    return OutcomeOfWorkspace(session.Sounds(), session.Sounds().OpenDocument(path));
+    return session.Sounds().OpenDocument(AbsolutePath(words.Text("PATH")));
 }
 
 Outcome Save(BatchSession& session, const Arguments& words) {
     CSoundDoc& document = session.Document();
-    if (words.Has("PATH"))
-        return session.OutcomeOf(document.SaveDocument(AbsolutePath(words.Text("PATH"))));
+    if (words.Has("PATH")) return document.SaveDocument(AbsolutePath(words.Text("PATH")));
     if (document.Path().empty()) return Failed("The document has no file yet.");
-    return session.OutcomeOf(document.SaveDocument(document.Path()));
+    return document.SaveDocument(document.Path());
 }
 
 Outcome SaveAs(BatchSession& session, const Arguments& words) {
-    SaveAsWords choice{.path = AbsolutePath(words.Text("PATH")),
-                       .channels = NumberIfGiven<unsigned>(words, "channels"),
-                       .bits = NumberIfGiven<unsigned>(words, "bits")};
-    if (words.Has("markers")) choice.saveMarkers = words.Switch("markers");
-    session.Dialogs().saveAs = choice;
-    return session.OutcomeOf(session.Document().SaveAs());
+    CSoundDoc& document = session.Document();
+    const SaveAsRequest shown = document.QuestionOfSaveAs();
+    return document.SaveAs(
+        {.path = AbsolutePath(words.Text("PATH")),
+         .channels = NumberIfGiven<unsigned>(words, "channels").value_or(shown.channels),
+         .bits = NumberIfGiven<unsigned>(words, "bits").value_or(shown.bits),
+         .saveMarkers = words.Has("markers") ? words.Switch("markers") : shown.saveMarkers});
 }
 
 Outcome Close(BatchSession& session, const Arguments&) {
     Workspace& sounds = session.Sounds();
-    const std::size_t index = sounds.ActiveIndex().value();
-    sounds.StopActivity(index);
-    sounds.Close(index);
+    sounds.Close(sounds.ActiveIndex().value());
     return Done();
 }
 

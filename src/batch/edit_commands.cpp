@@ -4,6 +4,7 @@
 #include "batch/batch_session.h"
 #include "batch/command_rows.h"
 #include "platform/small_file.h"
+#include "view/commands/edit_commands.h"
 #include "view/commands/marker_commands.h"
 #include "view/commands/view_commands.h"
 
@@ -19,10 +20,6 @@ constexpr std::size_t kMostImageBytes = std::size_t{0xFFFFFFFF};
 std::uint32_t Frame(const CSoundView& view, std::int64_t position) {
     return static_cast<std::uint32_t>(
         std::clamp<std::int64_t>(position, 0, std::int64_t{view.FrameCount()}));
-}
-
-Outcome RunMenuCommand(BatchSession& session, int id) {
-    return session.OutcomeOf(session.Commands().RunCommand(id));
 }
 
 // --- Selection
@@ -45,21 +42,28 @@ int Percent(const Arguments& words, std::string_view key) {
     return static_cast<int>(words.Whole(key));
 }
 
-Outcome PasteReplicate(BatchSession& session, const Arguments& words) {
-    session.Dialogs().replicateCount = static_cast<int>(words.Whole("COUNT"));
-    return RunMenuCommand(session, view_command::kPasteReplicate);
+// The steps before the dialog that the words stand for.
+Outcome PrepareFor(BatchSession& session, int menuCommand) {
+    if (Outcome offered = session.Commands().Offered(menuCommand); !offered) return offered;
+    return PrepareClip(session.View());
+}
+
+Outcome ReplicateClip(BatchSession& session, const Arguments& words) {
+    if (Outcome ready = PrepareFor(session, view_command::kPasteReplicate); !ready) return ready;
+    return PasteReplicate(session.View(), static_cast<int>(words.Whole("COUNT")));
 }
 
 Outcome Mix(BatchSession& session, const Arguments& words) {
-    session.Dialogs().mix = {Percent(words, "clipboard"), Percent(words, "destination")};
-    return RunMenuCommand(session, view_command::kMix);
+    if (Outcome ready = PrepareFor(session, view_command::kMix); !ready) return ready;
+    return MixClipboard(session.View(),
+                        {Percent(words, "clipboard"), Percent(words, "destination")});
 }
 
 Outcome CrossfadeMix(BatchSession& session, const Arguments& words) {
-    session.Dialogs().crossfade = {
-        Percent(words, "clipboard-start"), Percent(words, "clipboard-end"),
-        Percent(words, "destination-start"), Percent(words, "destination-end")};
-    return RunMenuCommand(session, view_command::kCrossfadeMix);
+    if (Outcome ready = PrepareFor(session, view_command::kCrossfadeMix); !ready) return ready;
+    return CrossfadeMixClipboard(
+        session.View(), {Percent(words, "clipboard-start"), Percent(words, "clipboard-end"),
+                         Percent(words, "destination-start"), Percent(words, "destination-end")});
 }
 
 // --- The clipboard's bytes
@@ -97,21 +101,20 @@ Outcome AddMarker(BatchSession& session, const Arguments& words) {
     CSoundView& view = session.View();
     if (view.FrameCount() == 0) return Failed("The document has no sound.");
     const MarkerWords marker = ReadMarkerWords(view, words);
-    return session.OutcomeOf(
-        sonavel::AddMarker(view, marker.position, marker.name, marker.length) != 0);
+    sonavel::AddMarker(view, marker.position, marker.name, marker.length);
+    return Done();
 }
 
 Outcome SetMarker(BatchSession& session, const Arguments& words) {
     CSoundView& view = session.View();
     const MarkerWords marker = ReadMarkerWords(view, words);
     const auto id = static_cast<std::uint32_t>(words.Whole("ID"));
-    return session.OutcomeOf(
-        sonavel::SetMarker(view, id, marker.position, marker.name, marker.length));
+    return sonavel::SetMarker(view, id, marker.position, marker.name, marker.length);
 }
 
 Outcome RemoveMarker(BatchSession& session, const Arguments& words) {
     const auto id = static_cast<std::uint32_t>(words.Whole("ID"));
-    return session.OutcomeOf(sonavel::RemoveMarker(session.View(), id));
+    return sonavel::RemoveMarker(session.View(), id);
 }
 
 // --- Rows
@@ -161,7 +164,7 @@ std::vector<CommandRow> EditCommandRows() {
         {.name = "paste-replicate",
          .does = "Insert the clipboard several times",
          .positional = {{"COUNT", ValueRule::Whole(1, kHighestReplicateCount)}},
-         .run = PasteReplicate},
+         .run = ReplicateClip},
         {.name = "mix",
          .does = "Mix the clipboard in, levels in percent",
          .keys = {PercentKey("clipboard", "100"), PercentKey("destination", "100")},

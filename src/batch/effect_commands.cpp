@@ -6,7 +6,7 @@
 #include "batch/batch_session.h"
 #include "batch/command_rows.h"
 #include "effects/effect_runner.h"
-#include "sound/failure_texts.h"
+#include "platform/failure_texts.h"
 
 namespace sonavel::batch {
 namespace {
@@ -137,9 +137,8 @@ Outcome NewFromPreview(BatchSession& session, const Arguments&) {
     if (!document.Preview().HasData()) return Failed(kNoPreview);
     Result<Sound> copy = document.Preview().Copy();
     if (!copy) return copy.Ended();
-    if (session.Sounds().NewDocumentFromSound(std::move(*copy), document.PreviewTitlePrefix()))
-        return Done();
-    return Failed(session.Sounds().LastError());
+    session.Sounds().NewDocumentFromSound(std::move(*copy), document.PreviewTitlePrefix());
+    return Done();
 }
 
 }  // namespace

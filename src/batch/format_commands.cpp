@@ -1,7 +1,7 @@
 // The commands that change the format of the active document's sound.
 #include "batch/batch_session.h"
 #include "batch/command_rows.h"
-#include "sound/failure_texts.h"
+#include "platform/failure_texts.h"
 
 namespace sonavel::batch {
 namespace {

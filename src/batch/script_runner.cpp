@@ -5,7 +5,7 @@
 
 #include "batch/command_rows.h"
 #include "batch/script_parser.h"
-#include "sound/failure_texts.h"
+#include "platform/failure_texts.h"
 
 namespace sonavel::batch {
 namespace {
@@ -13,7 +13,6 @@ namespace {
 Outcome RunCommand(const ParsedCommand& command, BatchSession& session) try {
     if (command.row->needs == Needs::kDocument && !session.HasActive())
         return Failed("No document is open.");
-    session.PrepareCommand();
     const Handler& handler = command.previewed ? command.row->preview : command.row->run;
     return handler(session, command.arguments);
 } catch (const std::bad_alloc&) {

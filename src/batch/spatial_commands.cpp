@@ -29,12 +29,12 @@ SpatialTarget TargetOf(BatchSession& session, std::string_view title, SpatialOut
 
 Outcome Positional(BatchSession& session, const Arguments& words, SpatialOutcome outcome) {
     const SpatialTarget target = TargetOf(session, spatial_title::kUserPositional, outcome);
-    return session.OutcomeOf(SpatializePositional(target, PointsFrom(words).front()));
+    return SpatializePositional(target, PointsFrom(words).front());
 }
 
 Outcome Moving(BatchSession& session, const Arguments& words, SpatialOutcome outcome) {
     const SpatialTarget target = TargetOf(session, spatial_title::kUserMoving, outcome);
-    return session.OutcomeOf(SpatializeMoving(target, PointsFrom(words)));
+    return SpatializeMoving(target, PointsFrom(words));
 }
 
 using Run = Outcome (*)(BatchSession&, const Arguments&, SpatialOutcome);

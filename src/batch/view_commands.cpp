@@ -56,12 +56,12 @@ Outcome ScrollTo(BatchSession& session, const Arguments& words) {
     return Done();
 }
 
-using CursorMove = bool (*)(CSoundView&, int, MoveMode);
+using CursorMove = Outcome (*)(CSoundView&, int, MoveMode);
 
 template <CursorMove move>
 Outcome MoveCursor(BatchSession& session, const Arguments& words) {
     const MoveMode mode = words.Switch("extend") ? MoveMode::kExtend : MoveMode::kCollapse;
-    return session.OutcomeOf(move(session.View(), static_cast<int>(words.Whole("PIXELS")), mode));
+    return move(session.View(), static_cast<int>(words.Whole("PIXELS")), mode);
 }
 
 Outcome Envelope(BatchSession& session, const Arguments& words) {
@@ -92,7 +92,7 @@ std::vector<CommandRow> MenuRows() {
         rows.push_back({.name = command.info.name,
                         .does = command.info.prompt,
                         .run = [id](BatchSession& session, const Arguments&) {
-                            return session.OutcomeOf(session.Commands().RunCommand(id));
+                            return session.Commands().RunCommand(id);
                         }});
     }
     return rows;

@@ -6,8 +6,8 @@
 #include <string>
 
 #include "catalogue/catalogue.h"
+#include "platform/outcome.h"
 #include "platform/progress_window.h"
-#include "sound/outcome.h"
 
 namespace sonavel {
 

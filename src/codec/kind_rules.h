@@ -3,8 +3,8 @@
 
 #include <string_view>
 
+#include "platform/outcome.h"
 #include "sound/codec_values.h"
-#include "sound/outcome.h"
 
 namespace sonavel {
 

@@ -7,19 +7,19 @@
 
 #include "document/clip_image.h"
 #include "document/edit_step.h"
-#include "sound/failure_texts.h"
+#include "platform/failure_texts.h"
 
 namespace sonavel::edit {
 namespace {
 
 constexpr std::string_view kNoSelection = "Nothing is selected.";
 
-EditResult RemoveSelection(CSoundDoc& document, const EditSelection& at) {
+Result<EditSelection> RemoveSelection(CSoundDoc& document, const EditSelection& at) {
     Result<SoundEdit> edit = document.BeginEdit("Source Sample");
-    if (!edit) return NothingDone(document, at, edit.Reason());
-    if (!document.Sound().RemoveFrames(at.startFrame, at.endFrame))
-        return NothingDone(document, at, failure::kMemory);
-    return Done(*edit, {.cursorFrame = at.startFrame}, at.startFrame);
+    if (!edit) return edit.Ended();
+    if (!document.Sound().RemoveFrames(at.startFrame, at.endFrame)) return Failed(failure::kMemory);
+    edit->Commit(at.startFrame);
+    return EditSelection{.cursorFrame = at.startFrame};
 }
 
 // The clip `count` times over; false when the memory cannot be had.
@@ -65,108 +65,106 @@ std::size_t BytesToFill(OverwriteExtent extent, std::size_t selected, std::size_
     return 0;
 }
 
-EditResult OverwriteSelection(CSoundDoc& document, const ClipRecord& clip,
-                              const EditSelection& requested, OverwriteExtent extent) {
+Result<EditSelection> OverwriteSelection(CSoundDoc& document, const ClipRecord& clip,
+                                         const EditSelection& requested, OverwriteExtent extent) {
     CWavePlayer& sound = document.Sound();
     const EditSelection at = ClampedTo(sound, requested);
-    if (at.IsEmpty()) return NothingDone(document, requested, kNoSelection);
-    if (const auto reason = ReasonAgainst(sound, clip); !reason.empty())
-        return NothingDone(document, requested, reason);
+    if (at.IsEmpty()) return Failed(kNoSelection);
+    if (Outcome fits = CheckClip(sound, clip); !fits) return fits;
     const std::size_t start = sound.ByteOffset(at.startFrame);
     const std::size_t selected = sound.ByteOffset(at.endFrame) - start;
     const std::size_t bytes = BytesToFill(extent, selected, clip.GetDataSize());
     if (bytes == 0) {
         constexpr std::string_view kTooSmall = "Too small block..................";
         document.Services().prompts.ShowMessage(kTooSmall);
-        return NothingDone(document, requested, kTooSmall);
+        return Failed(kTooSmall);
     }
     Result<SoundEdit> edit = document.BeginUnrecordedEdit();
-    if (!edit) return NothingDone(document, requested, edit.Reason());
+    if (!edit) return edit.Ended();
     Fill(sound.MutableBytes().subspan(start, bytes), clip.Bytes());
-    return Done(*edit, at, at.startFrame);
+    edit->Commit(at.startFrame);
+    return at;
 }
 
 }  // namespace
 
-bool CopyRange(CSoundDoc& document, std::uint32_t startFrame, std::uint32_t endFrame) {
+Outcome CopyRange(CSoundDoc& document, std::uint32_t startFrame, std::uint32_t endFrame) {
     const CWave& sound = document.Sound();
     const EditSelection range =
         ClampedTo(sound, {.startFrame = startFrame, .endFrame = endFrame, .cursorFrame = 0});
-    if (range.IsEmpty()) return true;
+    if (range.IsEmpty()) return Done();
     const std::size_t start = sound.ByteOffset(range.startFrame);
     const std::size_t end = sound.ByteOffset(range.endFrame);
     auto image = WriteClipImage(sound.GetFormat(), sound.Bytes().subspan(start, end - start));
-    if (image && document.Services().clipboard.SetImage(std::move(*image))) return true;
-    document.SetLastError(image ? "The clipboard cannot be opened." : failure::kMemory);
-    return false;
+    if (!image) return Failed(failure::kMemory);
+    return DoneIf(document.Services().clipboard.SetImage(std::move(*image)),
+                  "The clipboard cannot be opened.");
 }
 
-EditResult Cut(CSoundDoc& document, const EditSelection& requested) {
+Result<EditSelection> Cut(CSoundDoc& document, const EditSelection& requested) {
     const EditSelection at = ClampedTo(document.Sound(), requested);
-    if (at.IsEmpty()) return NothingDone(document, requested, kNoSelection);
-    if (!CopyRange(document, at.startFrame, at.endFrame)) return NotBegun(requested);
+    if (at.IsEmpty()) return Failed(kNoSelection);
+    if (Outcome copied = CopyRange(document, at.startFrame, at.endFrame); !copied) return copied;
     return RemoveSelection(document, at);
 }
 
-EditResult Delete(CSoundDoc& document, const EditSelection& requested) {
+Result<EditSelection> Delete(CSoundDoc& document, const EditSelection& requested) {
     const EditSelection at = ClampedTo(document.Sound(), requested);
-    if (at.IsEmpty()) return NothingDone(document, requested, kNoSelection);
+    if (at.IsEmpty()) return Failed(kNoSelection);
     return RemoveSelection(document, at);
 }
 
-EditResult Paste(CSoundDoc& document, const ClipRecord& clip, const EditSelection& requested,
-                 std::uint32_t count) {
+Result<EditSelection> Paste(CSoundDoc& document, const ClipRecord& clip,
+                            const EditSelection& requested, std::uint32_t count) {
     CWavePlayer& sound = document.Sound();
     EditSelection at = ClampedTo(sound, requested);
-    if (const auto reason = ReasonAgainst(sound, clip); !reason.empty())
-        return NothingDone(document, requested, reason);
+    if (Outcome fits = CheckClip(sound, clip); !fits) return fits;
     if (count == 0 || count > kHighestReplicateCount)
-        return NothingDone(document, requested, "The clip can be pasted 1 to 1000 times at once.");
+        return Failed("The clip can be pasted 1 to 1000 times at once.");
     Result<SoundEdit> edit = document.BeginEdit("Copy Sample");
-    if (!edit) return NothingDone(document, requested, edit.Reason());
+    if (!edit) return edit.Ended();
 
     SoundBuffer repeated;
     if ((count > 1 && !Repeat(clip, count, repeated)) ||
         !InsertInPlaceOf(sound, at, count > 1 ? std::as_const(repeated).Bytes() : clip.Bytes()))
-        return NothingDone(document, requested, failure::kMemory);
+        return Failed(failure::kMemory);
 
     const std::uint32_t inserted = clip.GetFrameCount() * count;
     if (at.IsEmpty()) {
         const std::uint32_t start = std::exchange(at.cursorFrame, at.cursorFrame + inserted);
-        return Done(*edit, {at.cursorFrame, at.cursorFrame, at.cursorFrame}, start);
+        edit->Commit(start);
+        return EditSelection{at.cursorFrame, at.cursorFrame, at.cursorFrame};
     }
     at.cursorFrame = at.startFrame;
     at.endFrame = at.startFrame + inserted;
-    return Done(*edit, at, at.startFrame);
+    edit->Commit(at.startFrame);
+    return at;
 }
 
-EditResult PasteOverwrite(CSoundDoc& document, const ClipRecord& clip, const EditSelection& at) {
+Result<EditSelection> PasteOverwrite(CSoundDoc& document, const ClipRecord& clip,
+                                     const EditSelection& at) {
     return OverwriteSelection(document, clip, at, OverwriteExtent::kOneClip);
 }
 
-EditResult PasteBlockOverwrite(CSoundDoc& document, const ClipRecord& clip,
-                               const EditSelection& at) {
+Result<EditSelection> PasteBlockOverwrite(CSoundDoc& document, const ClipRecord& clip,
+                                          const EditSelection& at) {
     return OverwriteSelection(document, clip, at, OverwriteExtent::kWholeSelection);
 }
 
-EditResult PasteBlockCopy(CSoundDoc& document, const ClipRecord& clip, const EditSelection& at) {
+Result<EditSelection> PasteBlockCopy(CSoundDoc& document, const ClipRecord& clip,
+                                     const EditSelection& at) {
     return OverwriteSelection(document, clip, at, OverwriteExtent::kWholeClips);
 }
 
-bool ReplaceWithClip(CSoundDoc& document, const ClipRecord& clip) {
-    Result<Sound> copy = clip.present ? clip.Copy() : Failed("There is no sound on the clipboard.");
-    if (!copy) {
-        document.SetLastError(copy.Reason());
-        return false;
-    }
+Outcome ReplaceWithClip(CSoundDoc& document, const ClipRecord& clip) {
+    if (!clip.present) return Failed("There is no sound on the clipboard.");
+    Result<Sound> copy = clip.Copy();
+    if (!copy) return copy.Ended();
     Result<SoundEdit> edit = document.BeginUnrecordedEdit();
-    if (!edit) {
-        document.SetLastError(edit.Reason());
-        return false;
-    }
+    if (!edit) return edit.Ended();
     document.Sound().Adopt(std::move(*copy));
     edit->Commit(0);
-    return true;
+    return Done();
 }
 
 }  // namespace sonavel::edit

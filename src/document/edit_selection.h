@@ -16,10 +16,4 @@ struct EditSelection {
     bool operator==(const EditSelection&) const = default;
 };
 
-struct EditResult {
-    bool done = false;        // false: the sound is as it was, the document's last error says why
-    EditSelection selection;  // as given when nothing was done
-    std::uint32_t firstChangedFrame = 0;
-};
-
 }  // namespace sonavel

@@ -115,19 +115,19 @@ std::optional<MixRange> MakeRoom(CWave& sound, const ClipRecord& clip, const Edi
 
 // `mix` fills the range once it is there.
 template <class MixInto>
-EditResult RunMix(CSoundDoc& document, const ClipRecord& clip, const EditSelection& requested,
-                  Growth growth, MixInto mix) {
+Result<EditSelection> RunMix(CSoundDoc& document, const ClipRecord& clip,
+                             const EditSelection& requested, Growth growth, MixInto mix) {
     CWavePlayer& sound = document.Sound();
     EditSelection at = ClampedTo(sound, requested);
-    if (const auto reason = ReasonAgainst(sound, clip); !reason.empty())
-        return NothingDone(document, requested, reason);
+    if (Outcome fits = CheckClip(sound, clip); !fits) return fits;
     Result<SoundEdit> edit = document.BeginEdit("Copy Sample");
-    if (!edit) return NothingDone(document, requested, edit.Reason());
+    if (!edit) return edit.Ended();
     const std::optional<MixRange> range = MakeRoom(sound, clip, at, growth);
-    if (!range) return NothingDone(document, requested, failure::kMemory);
+    if (!range) return Failed(failure::kMemory);
     mix(sound, *range);
     if (!at.IsEmpty()) at.cursorFrame = at.startFrame;
-    return Done(*edit, at, at.cursorFrame);
+    edit->Commit(at.cursorFrame);
+    return at;
 }
 
 template <std::int32_t kChannels>
@@ -139,16 +139,16 @@ void CrossfadeBytes(CWave& sound, const ClipRecord& clip, const MixRange& range,
 
 }  // namespace
 
-EditResult Mix(CSoundDoc& document, const ClipRecord& clip, const EditSelection& at,
-               const MixGains& gains) {
+Result<EditSelection> Mix(CSoundDoc& document, const ClipRecord& clip, const EditSelection& at,
+                          const MixGains& gains) {
     const auto mix = [&](CWave& sound, const MixRange& range) {
         MixBytes(sound, clip, range, ConstantGain(Sane(gains)));
     };
     return RunMix(document, clip, at, Growth::kWholeClip, mix);
 }
 
-EditResult CrossfadeMix(CSoundDoc& document, const ClipRecord& clip, const EditSelection& at,
-                        const CrossfadeGains& gains) {
+Result<EditSelection> CrossfadeMix(CSoundDoc& document, const ClipRecord& clip,
+                                   const EditSelection& at, const CrossfadeGains& gains) {
     const CrossfadeGains sane{Sane(gains.start), Sane(gains.end)};
     const auto mix = [&](CWave& sound, const MixRange& range) {
         if (sound.GetChannels() == 2)

@@ -5,9 +5,8 @@
 
 namespace sonavel {
 
-CSoundDoc::CSoundDoc(const HostServices& services, DocumentDialogs& dialogs)
+CSoundDoc::CSoundDoc(const HostServices& services)
     : services_(services),
-      dialogs_(dialogs),
       sound_(services.prompts, services.progress, services.devices),
       preview_(services.prompts, services.progress, services.devices) {
     ReloadOptions();
@@ -42,18 +41,8 @@ void CSoundDoc::SetModified(bool modified) {
     TellTitleOrModified();
 }
 
-bool CSoundDoc::Fail(std::string_view text) {
-    services_.prompts.ShowStatus(text);
-    return Refuse(text);
-}
-
-bool CSoundDoc::Refuse(std::string_view text) {
-    lastError_ = text;
-    return false;
-}
-
-bool CSoundDoc::FailAsSound(std::string_view fallback) {
-    return Fail(sound_.LastError().empty() ? fallback : sound_.LastError());
+Outcome CSoundDoc::FailedAsSound(std::string_view fallback) const {
+    return Failed(sound_.LastError().empty() ? fallback : sound_.LastError());
 }
 
 void CSoundDoc::StopPlaying() {
@@ -114,39 +103,39 @@ bool CSoundDoc::CanRedo() const {
     return options_.saveUndo && !sound_.IsRecording() && history_.CanRedo();
 }
 
-bool CSoundDoc::Undo() {
+Outcome CSoundDoc::Undo() {
     EndMarkerEdit();
-    if (!CanUndo()) return Refuse("There is nothing to undo.");
+    if (!CanUndo()) return Failed("There is nothing to undo.");
     StopPlaying();
     history_.Undo(sound_);
     NotifyChanged(0);
-    return true;
+    return Done();
 }
 
-bool CSoundDoc::Redo() {
+Outcome CSoundDoc::Redo() {
     EndMarkerEdit();
-    if (!CanRedo()) return Refuse("There is nothing to redo.");
+    if (!CanRedo()) return Failed("There is nothing to redo.");
     StopPlaying();
     history_.Redo(sound_);
     NotifyChanged(0);
-    return true;
+    return Done();
 }
 
 // --- Recording
 
-bool CSoundDoc::StartRecording() {
-    if (sound_.IsRecording()) return Fail("Recording is under way.");
+Outcome CSoundDoc::StartRecording() {
+    if (sound_.IsRecording()) return Failed("Recording is under way.");
     // An empty sound is no state to go back to.
     Result<SoundEdit> edit = sound_.HasData() ? BeginEdit("Copy Sample") : BeginUnrecordedEdit();
-    if (!edit) return Fail(edit.Reason());
+    if (!edit) return edit.Ended();
     sound_.SetLastError("");
-    if (!sound_.StartRecording()) return FailAsSound("Recording could not be started.");
+    if (!sound_.StartRecording()) return FailedAsSound("Recording could not be started.");
     recordingEdit_ = std::move(*edit);
-    return true;
+    return Done();
 }
 
-bool CSoundDoc::StopRecording(std::uint32_t cursorFrame) {
-    if (!sound_.IsRecording()) return Refuse("Nothing is being recorded.");
+Outcome CSoundDoc::StopRecording(std::uint32_t cursorFrame) {
+    if (!sound_.IsRecording()) return Failed("Nothing is being recorded.");
     sound_.SetLastError("");
     cursorFrame = std::min(cursorFrame, sound_.GetFrameCount());
     EndMarkerEdit();
@@ -157,7 +146,7 @@ bool CSoundDoc::StopRecording(std::uint32_t cursorFrame) {
     TellWaiting(DocumentObserver::Waiting::kEnds);
     if (recorded && edit) edit->Commit(cursorFrame);
     sound_.ReportRecordingEnd();
-    return recorded || FailAsSound("Nothing was recorded.");
+    return recorded ? Done() : FailedAsSound("Nothing was recorded.");
 }
 
 }  // namespace sonavel

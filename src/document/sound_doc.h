@@ -11,12 +11,12 @@
 #include <vector>
 
 #include "audio/wave_player.h"
-#include "document/document_dialogs.h"
 #include "document/document_options.h"
+#include "document/document_questions.h"
 #include "document/sound_edit.h"
 #include "document/undo_history.h"
 #include "platform/host_services.h"
-#include "sound/outcome.h"
+#include "platform/outcome.h"
 
 namespace sonavel {
 
@@ -36,7 +36,7 @@ class DocumentObserver {
 
 class CSoundDoc {
   public:
-    CSoundDoc(const HostServices& services, DocumentDialogs& dialogs);
+    explicit CSoundDoc(const HostServices& services);
     ~CSoundDoc();
     CSoundDoc(const CSoundDoc&) = delete;
     CSoundDoc& operator=(const CSoundDoc&) = delete;
@@ -46,16 +46,14 @@ class CSoundDoc {
 
     // --- Life cycle
 
-    // Asks for the format and makes an empty sound of it; false when the dialog was cancelled.
-    bool NewDocument();
-    // Likewise without asking. False for a format that cannot be edited.
-    bool NewDocument(const NewSoundChoice& choice);
+    // Makes an empty sound. Fails for a format that cannot be edited.
+    Outcome NewDocument(const NewSoundChoice& choice);
     // Reads by extension: the text from the first "." of the path on. On failure the sound is
-    // unchanged and LastError() says why.
-    bool OpenDocument(const std::filesystem::path& path);
+    // unchanged.
+    Outcome OpenDocument(const std::filesystem::path& path);
     // Writes by extension; takes the path as its own on success. A WAV save while marker saving is
     // off writes the file and still fails.
-    bool SaveDocument(const std::filesystem::path& path);
+    Outcome SaveDocument(const std::filesystem::path& path);
     // What of the sound a save under that path would leave out, or lose when the file is read
     // again; empty for nothing.
     std::string SaveWarning(const std::filesystem::path& path) const;
@@ -63,8 +61,10 @@ class CSoundDoc {
     std::string SaveWarning(const SaveAsChoice& choice) const;
     // Whether only the beginning of the sound would be written there.
     bool SaveCutsSound(const std::filesystem::path& path) const;
-    // The extended dialog, the conversions chosen there as one undo step, then SaveDocument.
-    bool SaveAs();
+    // What the extended Save As dialog is opened with, and what its OK does: the conversions chosen
+    // there as one undo step, then SaveDocument.
+    SaveAsRequest QuestionOfSaveAs() const;
+    Outcome SaveAs(const SaveAsChoice& choice);
 
     // --- Identity
 
@@ -73,10 +73,6 @@ class CSoundDoc {
     void SetTitle(std::string_view title);
     bool GetModified() const { return sound_.GetModified(); }
     void SetModified(bool modified);
-
-    const std::string& LastError() const { return lastError_; }
-    void SetLastError(std::string_view text) { lastError_ = text; }
-    void ClearError() { lastError_.clear(); }
 
     // --- Contents
 
@@ -93,7 +89,6 @@ class CSoundDoc {
     UndoHistory& History() { return history_; }
     const UndoHistory& History() const { return history_; }
     const HostServices& Services() const { return services_; }
-    DocumentDialogs& Dialogs() { return dialogs_; }
 
     // --- Edits
 
@@ -106,10 +101,10 @@ class CSoundDoc {
     // Marks the sound modified and tells every observer that it changed from this frame on.
     void NotifyChanged(std::uint32_t firstChangedFrame);
 
-    // Each does nothing and returns false when undo is off or there is nothing to undo or redo.
-    // Format, samples and markers come back; the observers rebuild from frame 0.
-    bool Undo();
-    bool Redo();
+    // Each fails and does nothing when undo is off or there is nothing to undo or redo. Format,
+    // samples and markers come back; the observers rebuild from frame 0.
+    Outcome Undo();
+    Outcome Redo();
     bool CanUndo() const;
     bool CanRedo() const;
 
@@ -127,21 +122,21 @@ class CSoundDoc {
 
     // Stops playing, begins an edit, with an undo step when the sound has data, and starts the
     // input device.
-    bool StartRecording();
-    // Inserts what was recorded at this frame; the markers stay where they are. False, with the
+    Outcome StartRecording();
+    // Inserts what was recorded at this frame; the markers stay where they are. Fails, with the
     // sound and the history unchanged, when nothing was recorded.
-    bool StopRecording(std::uint32_t cursorFrame);
+    Outcome StopRecording(std::uint32_t cursorFrame);
 
     // --- Preview
 
     // Fills the preview sound from floating-point samples, one a frame for mono and left/right
     // pairs for stereo; `lengthBytes` divided by the preview's channel count gives the frames, 0
     // standing for the sound's frame count. Samples are truncated to whole numbers; missing ones
-    // are silence.
+    // are silence. Done once it is filled; the preview itself says why it does not play.
     enum class PreviewFormat { kOfTheSound, kStereo16 };
     enum class PreviewPlay { kNo, kYes };
-    bool MakePreview(std::span<const float> samples, PreviewPlay play, std::uint64_t lengthBytes,
-                     PreviewFormat format);
+    Outcome MakePreview(std::span<const float> samples, PreviewPlay play, std::uint64_t lengthBytes,
+                        PreviewFormat format);
     // Stops and empties the preview sound, which no longer fits a sound that an effect has changed.
     void ClearPreview();
     // What a new document made from the preview is titled with, before its number; empty until one
@@ -150,17 +145,13 @@ class CSoundDoc {
     void SetPreviewTitlePrefix(std::string_view prefix) { previewTitlePrefix_ = prefix; }
 
   private:
-    bool ReadFile(const std::filesystem::path& path, std::string_view extension);
-    bool WriteFile(const std::filesystem::path& path, std::string_view extension);
+    Outcome ReadFile(const std::filesystem::path& path, std::string_view extension);
+    Outcome WriteFile(const std::filesystem::path& path, std::string_view extension);
     SaveAsChoice SaveAsItIs(const std::filesystem::path& path) const;
-    bool ConvertForSave(const SaveAsChoice& choice);
+    Outcome ConvertForSave(const SaveAsChoice& choice);
     void TakePath(const std::filesystem::path& path);
-    // Each stores the text as the last error and returns false; Fail also shows it in the status
-    // bar.
-    bool Fail(std::string_view text);
-    bool Refuse(std::string_view text);
-    // Fails with the sound's own last error where it left one.
-    bool FailAsSound(std::string_view fallback);
+    // Failed for the sound's own last error where it left one.
+    Outcome FailedAsSound(std::string_view fallback) const;
     void StopPlaying();
     void TellChanged(std::uint32_t firstChangedFrame);
     void TellTitleOrModified();
@@ -168,7 +159,6 @@ class CSoundDoc {
     void ForgetHistory();
 
     HostServices services_;
-    DocumentDialogs& dialogs_;
     std::vector<DocumentObserver*> observers_;
     ProfileText optionsText_;
     DocumentOptions options_;
@@ -178,7 +168,6 @@ class CSoundDoc {
     std::string previewTitlePrefix_;
     std::filesystem::path path_;
     std::string title_;
-    std::string lastError_;
     std::optional<SoundEdit> recordingEdit_;
     std::optional<MarkerList> markersBefore_;  // the marker edit that goes on
 };

@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "document/sound_doc.h"
-#include "sound/failure_texts.h"
+#include "platform/failure_texts.h"
 #include "sound/sample_types.h"
 
 namespace sonavel {
@@ -26,20 +26,21 @@ void Store(std::span<const float> samples, std::span<typename Type::Stored> stor
 
 }  // namespace
 
-bool CSoundDoc::MakePreview(std::span<const float> samples, PreviewPlay play,
-                            std::uint64_t lengthBytes, PreviewFormat format) {
+Outcome CSoundDoc::MakePreview(std::span<const float> samples, PreviewPlay play,
+                               std::uint64_t lengthBytes, PreviewFormat format) {
     const bool stereo16 = format == PreviewFormat::kStereo16;
     const unsigned channels = stereo16 ? 2 : sound_.GetChannels();
     const unsigned bits = stereo16 ? 16 : sound_.GetBits();
-    if (channels == 0) return Refuse("There is no sound.");
+    if (channels == 0) return Failed("There is no sound.");
     const std::uint64_t frames = lengthBytes ? lengthBytes / channels : sound_.GetFrameCount();
     preview_.Stop(CWavePlayer::StopReport::kSilent);
     if (!preview_.Create(channels, bits, sound_.GetSamplesPerSecond(), frames))
-        return Fail(failure::kMemory);
+        return Failed(failure::kMemory);
     VisitSampleType(bits, [&](auto type) {
         Store<decltype(type)>(samples, SamplesOf<decltype(type)>(preview_.MutableBytes()));
     });
-    return play == PreviewPlay::kNo || preview_.Play(0);
+    if (play == PreviewPlay::kYes) preview_.Play(0);
+    return Done();
 }
 
 void CSoundDoc::ClearPreview() {

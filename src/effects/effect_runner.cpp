@@ -5,7 +5,7 @@
 #include <string>
 
 #include "effects/effect_pass.h"
-#include "sound/failure_texts.h"
+#include "platform/failure_texts.h"
 #include "sound/sample_io.h"
 
 namespace sonavel {
@@ -13,16 +13,6 @@ namespace {
 
 constexpr const char* kEmptySound = "The sound is empty.";
 constexpr const char* kCancelled = "The effect was cancelled.";
-
-Outcome Refuse(CSoundDoc& document, std::string_view reason) {
-    document.SetLastError(reason);
-    return Failed(reason);
-}
-
-// Of a step of the document's that left its own last error.
-Outcome AsDocument(const CSoundDoc& document, bool done) {
-    return done ? Done() : Failed(document.LastError());
-}
 
 class EffectRunner {
   public:
@@ -60,16 +50,14 @@ Outcome EffectRunner::Apply() {
     if (traits_.storing == Storing::kNothing) return Done();
     if (traits_.monoRefusal && document_.Sound().GetChannels() == 1) {
         document_.Services().prompts.ShowMessage(traits_.monoRefusal);
-        return Refuse(document_, traits_.monoRefusal);
+        return Failed(traits_.monoRefusal);
     }
     return traits_.storing == Storing::kWholeResult ? ApplyWhole() : ChangeInPlace();
 }
 
 Result<SoundEdit> EffectRunner::Begin() {
-    Result<SoundEdit> edit =
-        document_.Sound().HasData() ? document_.BeginEdit("Copy Sample") : Failed(kEmptySound);
-    if (!edit) document_.SetLastError(edit.Reason());
-    return edit;
+    if (!document_.Sound().HasData()) return Failed(kEmptySound);
+    return document_.BeginEdit("Copy Sample");
 }
 
 void EffectRunner::End(SoundEdit& edit) {
@@ -93,10 +81,10 @@ Outcome EffectRunner::Run(const Pass& pass) try {
         case WorkEnd::kStopped:
             return Cancelled();
         default:
-            return Refuse(document_, failure::kMemory);
+            return Failed(failure::kMemory);
     }
 } catch (const std::bad_alloc&) {
-    return Refuse(document_, failure::kMemory);
+    return Failed(failure::kMemory);
 }
 
 Outcome EffectRunner::ChangeInPlace() {
@@ -113,7 +101,7 @@ Outcome EffectRunner::RunIntoPairs(PairBuffer& pairs) {
         if (end == WorkEnd::kFinished) BringToPeak(pass, pairs);
         return end;
     });
-    return outcome.IsCancelled() ? Refuse(document_, kCancelled) : outcome;
+    return outcome.IsCancelled() ? Failed(kCancelled) : outcome;
 }
 
 // Silence stays silence, instead of 0 / 0.
@@ -130,9 +118,9 @@ void EffectRunner::BringToPeak(const EffectPass& pass, PairBuffer& pairs) {
 }
 
 Outcome EffectRunner::ApplyWhole() {
-    if (range_.Frames() == 0) return Refuse(document_, kEmptySound);
+    if (range_.Frames() == 0) return Failed(kEmptySound);
     PairBuffer pairs(range_.Frames());
-    if (!pairs.HasMemory()) return Refuse(document_, failure::kMemory);
+    if (!pairs.HasMemory()) return Failed(failure::kMemory);
     Result<SoundEdit> edit = Begin();
     if (!edit) return edit.Ended();
     if (Outcome run = RunIntoPairs(pairs); !run) return run;
@@ -155,15 +143,14 @@ void EffectRunner::Write(PairBuffer& pairs) {
 // The sample count of the range is taken as that of a stereo result, so a mono range is previewed
 // for half its length.
 Outcome EffectRunner::Preview(PreviewPlay play) {
-    if (range_.Frames() == 0) return Refuse(document_, kEmptySound);
+    if (range_.Frames() == 0) return Failed(kEmptySound);
     PairBuffer pairs(range_.Frames());
-    if (!pairs.HasMemory()) return Refuse(document_, failure::kMemory);
+    if (!pairs.HasMemory()) return Failed(failure::kMemory);
     if (Outcome run = RunIntoPairs(pairs); !run) return run;
     const CWave& sound = document_.Sound();
     if (traits_.previewScalesEightBits && sound.GetBits() == 8) pairs.Scale(kEightBitScale);
-    return AsDocument(
-        document_, document_.MakePreview(pairs.Pairs(), play, range_.Frames() * sound.GetChannels(),
-                                         CSoundDoc::PreviewFormat::kStereo16));
+    return document_.MakePreview(pairs.Pairs(), play, range_.Frames() * sound.GetChannels(),
+                                 CSoundDoc::PreviewFormat::kStereo16);
 }
 
 }  // namespace

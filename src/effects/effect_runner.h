@@ -5,8 +5,8 @@
 #include <span>
 
 #include "effects/effect_table.h"
+#include "platform/outcome.h"
 #include "sound/frame_range.h"
-#include "sound/outcome.h"
 
 namespace sonavel {
 
@@ -15,8 +15,7 @@ using PreviewPlay = CSoundDoc::PreviewPlay;
 // The frames that effects work on there.
 FrameRange RangeOf(const EffectTarget& target);
 
-// Both take one value for each parameter, in the table's order and inside its range, and leave the
-// reason in the document's last error too.
+// Both take one value for each parameter, in the table's order and inside its range.
 //
 // As OK in the dialog does: one undo step; the preview, which no longer fits, is emptied.
 Outcome ApplyEffect(const Effect& effect, const EffectTarget& target,

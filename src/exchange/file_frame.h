@@ -8,7 +8,7 @@
 #include "exchange/sample_packing.h"
 #include "exchange/sound_extras.h"
 #include "sound/codec_values.h"
-#include "sound/outcome.h"
+#include "platform/outcome.h"
 
 namespace sonavel {
 

@@ -5,7 +5,7 @@
 
 #include "exchange/random_bytes.h"
 #include "exchange/sound_extras.h"
-#include "sound/outcome.h"
+#include "platform/outcome.h"
 
 namespace sonavel {
 

@@ -5,7 +5,7 @@
 
 #include "exchange/sound_extras.h"
 #include "sound/codec_values.h"
-#include "sound/outcome.h"
+#include "platform/outcome.h"
 #include "sound/sound_codecs.h"
 
 namespace sonavel {

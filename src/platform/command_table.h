@@ -4,6 +4,9 @@
 
 #include <span>
 #include <string>
+#include <type_traits>
+
+#include "platform/outcome.h"
 
 namespace sonavel {
 
@@ -24,13 +27,25 @@ struct CommandInfo {
 template <class Target>
 struct Command {
     CommandInfo info;
-    // False when the command was refused, cancelled or failed; the target's last error says why.
-    bool (*run)(Target&);
+    // Null: the command asks first, and a front end's table says what.
+    Outcome (*run)(Target&);
     // Null: always enabled, never checked.
     CommandState (*state)(const Target&) = nullptr;
     // Null: the menu text of `info`, else a text that depends on the target.
     std::string (*menuText)(const Target&) = nullptr;
 };
+
+// A handler that is a member function of the target, which returns an Outcome or always does its
+// work.
+template <class Target, auto operation>
+Outcome Call(Target& target) {
+    if constexpr (std::is_void_v<decltype((target.*operation)())>) {
+        (target.*operation)();
+        return Done();
+    } else {
+        return (target.*operation)();
+    }
+}
 
 // The face that a command-handling object shows to menus and scripts. Ids that the object does not
 // handle are passed by.
@@ -42,10 +57,7 @@ class CommandTarget {
     virtual CommandState StateOfCommand(int id) const = 0;
     virtual std::string MenuTextOfCommand(int id) const = 0;
     // Runs the command when it is enabled.
-    virtual bool RunCommand(int id) = 0;
-    // Why the last command did nothing, for the person; empty when it did its work, and for objects
-    // that say so themselves.
-    virtual std::string LastFailure() const { return {}; }
+    virtual Outcome RunCommand(int id) = 0;
 };
 
 // A CommandTarget over the rows of one table.
@@ -69,26 +81,13 @@ class TableCommandTarget : public CommandTarget {
         return row->menuText ? row->menuText(target_) : row->info.menuText;
     }
 
-    bool RunCommand(int id) override {
+    Outcome RunCommand(int id) override {
         const Command<Target>* row = Find(id);
-        if (!row) return false;
-        if constexpr (kKeepsErrors) target_.ClearError();
-        return StateOfCommand(id).enabled && row->run(target_);
-    }
-
-    std::string LastFailure() const override {
-        if constexpr (kKeepsErrors)
-            return target_.LastError();
-        else
-            return {};
+        if (!row || !row->run || !StateOfCommand(id).enabled) return Failed(failure::kNotOffered);
+        return row->run(target_);
     }
 
   private:
-    static constexpr bool kKeepsErrors = requires(Target & target) {
-        target.LastError();
-        target.ClearError();
-    };
-
     const Command<Target>* Find(int id) const {
         for (const Command<Target>& row : table_)
             if (row.info.id == id) return &row;

@@ -5,10 +5,10 @@
 #include <new>
 #include <optional>
 
+#include "platform/failure_texts.h"
 #include "sound/aiff_file.h"
 #include "sound/byte_order.h"
 #include "sound/extended_float.h"
-#include "sound/failure_texts.h"
 #include "sound/format_refusal.h"
 #include "sound/sample_transfer.h"
 #include "sound/transfer_progress.h"

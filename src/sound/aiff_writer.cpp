@@ -2,11 +2,11 @@
 #include <array>
 #include <new>
 
+#include "platform/failure_texts.h"
 #include "platform/replacing_file.h"
 #include "sound/aiff_file.h"
 #include "sound/byte_order.h"
 #include "sound/extended_float.h"
-#include "sound/failure_texts.h"
 #include "sound/sample_transfer.h"
 
 namespace sonavel {

@@ -4,11 +4,11 @@
 #include <new>
 #include <string>
 
+#include "platform/failure_texts.h"
 #include "sound/au_file.h"
 #include "sound/au_format.h"
 #include "sound/byte_order.h"
 #include "sound/companded_samples.h"
-#include "sound/failure_texts.h"
 #include "sound/format_refusal.h"
 #include "sound/sample_transfer.h"
 #include "sound/sample_types.h"

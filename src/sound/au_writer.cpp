@@ -1,11 +1,11 @@
 #include <new>
 #include <string_view>
 
+#include "platform/failure_texts.h"
 #include "platform/replacing_file.h"
 #include "sound/au_file.h"
 #include "sound/au_format.h"
 #include "sound/byte_order.h"
-#include "sound/failure_texts.h"
 #include "sound/format_refusal.h"
 #include "sound/sample_transfer.h"
 

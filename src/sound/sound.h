@@ -5,9 +5,9 @@
 #include <cstdint>
 #include <span>
 
+#include "platform/outcome.h"
 #include "platform/user_prompts.h"
 #include "sound/marker_list.h"
-#include "sound/outcome.h"
 #include "sound/pcm_format.h"
 #include "sound/sound_buffer.h"
 

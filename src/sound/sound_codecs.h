@@ -6,8 +6,8 @@
 #include <filesystem>
 #include <span>
 
+#include "platform/outcome.h"
 #include "sound/codec_values.h"
-#include "sound/outcome.h"
 
 namespace sonavel {
 

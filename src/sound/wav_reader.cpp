@@ -3,8 +3,8 @@
 #include <new>
 #include <string>
 
+#include "platform/failure_texts.h"
 #include "sound/byte_source.h"
-#include "sound/failure_texts.h"
 #include "sound/format_refusal.h"
 #include "sound/riff.h"
 #include "sound/transfer_progress.h"

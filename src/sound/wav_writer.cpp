@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <new>
 
+#include "platform/failure_texts.h"
 #include "platform/replacing_file.h"
-#include "sound/failure_texts.h"
 #include "sound/transfer_progress.h"
 #include "sound/wav_file.h"
 #include "sound/wav_format.h"

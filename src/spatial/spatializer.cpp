@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/failure_texts.h"
 #include "platform/parallel.h"
-#include "sound/failure_texts.h"
 #include "sound/frame_range.h"
 #include "sound/pair_buffer.h"
 #include "sound/sample_io.h"
@@ -74,30 +74,24 @@ void FitInto16Bits(PairBuffer& output, float peak, unsigned bits) {
             [](std::uint32_t, std::span<float> pairs) { HoldWithinLimits(pairs, 16); });
 }
 
-bool Store(CSoundDoc& document, FrameRange range, PairBuffer& output) {
+Outcome Store(CSoundDoc& document, FrameRange range, PairBuffer& output) {
     Result<SoundEdit> edit = document.BeginEdit("Copy Sample");
-    if (!edit) {
-        document.SetLastError(edit.Reason());
-        return false;
-    }
+    if (!edit) return edit.Ended();
     CWavePlayer& sound = document.Sound();
-    if (!sound.ConvertFormat(2, ChannelChoice::kBothOrMix, 16)) {
-        document.SetLastError(failure::kMemory);
-        return false;
-    }
+    if (!sound.ConvertFormat(2, ChannelChoice::kBothOrMix, 16)) return Failed(failure::kMemory);
     output.ForEachPart([&](std::uint32_t first, std::span<const float> pairs) {
         WriteInterleaved(sound, range.start + first, pairs);
     });
     document.ClearPreview();
     edit->Commit(0);
-    return true;
+    return Done();
 }
 
 bool FitsAs16BitStereo(const Sound& sound) {
     return std::uint64_t{sound.GetFrameCount()} * kResultFrameBytes <= kMaxSoundBytes;
 }
 
-bool HandOver(const SpatialTarget& target, FrameRange range, PairBuffer& output) {
+Outcome HandOver(const SpatialTarget& target, FrameRange range, PairBuffer& output) {
     if (target.outcome == SpatialOutcome::kApply) return Store(target.document, range, output);
     const auto play = target.outcome == SpatialOutcome::kPlayedPreview
                           ? CSoundDoc::PreviewPlay::kYes
@@ -107,23 +101,15 @@ bool HandOver(const SpatialTarget& target, FrameRange range, PairBuffer& output)
 }
 
 template <class MakeFilter>
-bool Spatialize(const SpatialTarget& target, const MakeFilter& makeFilter) try {
+Outcome Spatialize(const SpatialTarget& target, const MakeFilter& makeFilter) try {
     CSoundDoc& document = target.document;
     const FrameRange range =
         RangeToWorkOn(target.selectionStart, target.selectionEnd, document.Sound().GetFrameCount());
-    if (range.IsEmpty()) {
-        document.SetLastError("The sound is empty.");
-        return false;
-    }
-    if (target.outcome == SpatialOutcome::kApply && !FitsAs16BitStereo(document.Sound())) {
-        document.SetLastError("The sound is too long to become 16-bit stereo.");
-        return false;
-    }
+    if (range.IsEmpty()) return Failed("The sound is empty.");
+    if (target.outcome == SpatialOutcome::kApply && !FitsAs16BitStereo(document.Sound()))
+        return Failed("The sound is too long to become 16-bit stereo.");
     PairBuffer output(range.Frames());
-    if (!output.HasMemory()) {
-        document.SetLastError(failure::kMemory);
-        return false;
-    }
+    if (!output.HasMemory()) return Failed(failure::kMemory);
     float peak = 0;
     {
         const auto progress =
@@ -134,17 +120,16 @@ bool Spatialize(const SpatialTarget& target, const MakeFilter& makeFilter) try {
     FitInto16Bits(output, peak, document.Sound().GetBits());
     return HandOver(target, range, output);
 } catch (const std::bad_alloc&) {
-    target.document.SetLastError(failure::kMemory);
-    return false;
+    return Failed(failure::kMemory);
 }
 
 }  // namespace
 
-bool SpatializePositional(const SpatialTarget& target, const SourcePosition& position) {
+Outcome SpatializePositional(const SpatialTarget& target, const SourcePosition& position) {
     return Spatialize(target, [&](std::uint32_t) { return FixedSourceFilter(position); });
 }
 
-bool SpatializeMoving(const SpatialTarget& target, std::span<const SourcePosition> points) {
+Outcome SpatializeMoving(const SpatialTarget& target, std::span<const SourcePosition> points) {
     const SourcePath path(points);
     return Spatialize(target,
                       [&](std::uint32_t frames) { return MovingSourceFilter(path, frames); });

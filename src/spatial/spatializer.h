@@ -33,11 +33,11 @@ struct SpatialTarget {
     SpatialOutcome outcome = SpatialOutcome::kApply;
 };
 
-// Both read channel 0 alone. They return false when nothing was done: an empty sound, one too long
-// to become 16-bit stereo, no memory, or an undo step refused; the document's last error says
-// which. A cancelled run ends in silence and counts as done.
-bool SpatializePositional(const SpatialTarget& target, const SourcePosition& position);
+// Both read channel 0 alone. They fail, and do nothing, for an empty sound, one too long to become
+// 16-bit stereo, without memory, or when an undo step was refused. A cancelled run ends in silence
+// and counts as done.
+Outcome SpatializePositional(const SpatialTarget& target, const SourcePosition& position);
 // Along the points in order, at constant speed; at least one point.
-bool SpatializeMoving(const SpatialTarget& target, std::span<const SourcePosition> path);
+Outcome SpatializeMoving(const SpatialTarget& target, std::span<const SourcePosition> path);
 
 }  // namespace sonavel

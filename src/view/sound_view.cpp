@@ -1,7 +1,5 @@
 #include "view/sound_view.h"
 
-#include "sound/failure_texts.h"
-
 namespace sonavel {
 namespace {
 
@@ -11,18 +9,12 @@ OpeningZoom OpeningOf(const DocumentOptions& options) {
 
 }  // namespace
 
-CSoundView::CSoundView(CSoundDoc& document, ViewDialogs& dialogs, ViewHost& host)
-    : document_(document), dialogs_(dialogs), host_(host) {
+CSoundView::CSoundView(CSoundDoc& document, ViewHost& host) : document_(document), host_(host) {
     document_.AddObserver(this);
 }
 
 CSoundView::~CSoundView() {
     document_.RemoveObserver(this);
-}
-
-bool CSoundView::Refuse(std::string_view reason) {
-    lastError_ = reason;
-    return false;
 }
 
 // --- Sizes and settings
@@ -49,10 +41,10 @@ void CSoundView::ReloadSettings() {
     Resize(state_.Client().Width(), state_.Client().Height());
 }
 
-bool CSoundView::SetStatusFormat(StatusFormat format) {
+Outcome CSoundView::SetStatusFormat(StatusFormat format) {
     host_.OnStatusFormatChosen(format);
     ProfileFile options = document_.Services().folder.Options();
-    return WriteStatusFormat(options, format) || Refuse("Options.ini cannot be written.");
+    return DoneIf(WriteStatusFormat(options, format), "Options.ini cannot be written.");
 }
 
 void CSoundView::ShowStatusFormat(StatusFormat format) {
@@ -80,14 +72,6 @@ void CSoundView::OnWaiting(Waiting waiting) {
 
 void ZoomDefault(CSoundView& view) {
     view.Zoom().ToDefault(OpeningOf(view.Document().Options()));
-}
-
-bool AskUserZoom(CSoundView& view) {
-    if (view.FrameCount() == 0) return view.Refuse("The document has no sound.");
-    const std::optional<UserZoom> zoom = view.Dialogs().AskUserZoom(view.Zoom().CurrentUserZoom());
-    if (!zoom) return view.Refuse(failure::kCancelled);
-    view.Zoom().Apply(*zoom);
-    return true;
 }
 
 }  // namespace sonavel

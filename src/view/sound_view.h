@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "document/sound_doc.h"
-#include "view/commands/view_dialogs.h"
+#include "view/commands/view_questions.h"
 #include "view/draw/block_extremes.h"
 #include "view/state/play_follower.h"
 #include "view/state/repaint_notes.h"
@@ -19,7 +19,7 @@ namespace sonavel {
 class CSoundView : public DocumentObserver {
   public:
     // Registers itself with the document and its players.
-    CSoundView(CSoundDoc& document, ViewDialogs& dialogs, ViewHost& host);
+    CSoundView(CSoundDoc& document, ViewHost& host);
     ~CSoundView() override;
     CSoundView(const CSoundView&) = delete;
     CSoundView& operator=(const CSoundView&) = delete;
@@ -31,15 +31,8 @@ class CSoundView : public DocumentObserver {
     const CSoundDoc& Document() const { return document_; }
     CWavePlayer& Sound() { return document_.Sound(); }
     const CWavePlayer& Sound() const { return document_.Sound(); }
-    ViewDialogs& Dialogs() const { return dialogs_; }
     ViewHost& Host() const { return host_; }
     std::uint32_t FrameCount() const { return Sound().GetFrameCount(); }
-
-    // Why the last command did nothing; empty when it did its work.
-    const std::string& LastError() const { return lastError_; }
-    // Stores the reason and returns false, for commands to end with.
-    bool Refuse(std::string_view reason);
-    void ClearError() { lastError_.clear(); }
 
     // --- Its parts
 
@@ -66,9 +59,9 @@ class CSoundView : public DocumentObserver {
     const ViewSettings& Settings() const { return settings_; }
     // Reads Display.ini and Options.ini anew, as after a change of the preferences.
     void ReloadSettings();
-    // Stores the format in Options.ini and has every open view take it. False when it cannot be
+    // Stores the format in Options.ini and has every open view take it. Fails when it cannot be
     // written; it holds all the same.
-    bool SetStatusFormat(StatusFormat format);
+    Outcome SetStatusFormat(StatusFormat format);
     // Takes over a format that is stored already.
     void ShowStatusFormat(StatusFormat format);
 
@@ -83,19 +76,15 @@ class CSoundView : public DocumentObserver {
     void TakeSettings();
 
     CSoundDoc& document_;
-    ViewDialogs& dialogs_;
     ViewHost& host_;
     RepaintNotes repaint_;
     ViewSettings settings_;
     BlockExtremes extremes_;
     ViewState state_{document_.Sound(), repaint_};
     PlayFollower playing_{document_, state_, settings_, repaint_};
-    std::string lastError_;
 };
 
 // Back to the zoom of the first show.
 void ZoomDefault(CSoundView& view);
-// The dialog "User Defined Zoom". False when it was cancelled or there is no sound.
-bool AskUserZoom(CSoundView& view);
 
 }  // namespace sonavel

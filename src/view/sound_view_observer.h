@@ -2,9 +2,9 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 #include <string_view>
 
+#include "platform/outcome.h"
 #include "view/state/display_settings.h"
 #include "view/state/view_geometry.h"
 
@@ -43,9 +43,8 @@ class ViewHost {
 
     // The clip last read from the clipboard, one for the whole program.
     virtual ClipRecord& Clip() = 0;
-    // Opens a document that holds the clip. False when it cannot be made; LastError() says why.
-    virtual bool NewDocumentFromClip() = 0;
-    virtual const std::string& LastError() const = 0;
+    // Opens a document that holds the clip.
+    virtual Outcome NewDocumentFromClip() = 0;
     // One view was told the format, which all of them have to show.
     virtual void OnStatusFormatChosen(StatusFormat format) = 0;
 };

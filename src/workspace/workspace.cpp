@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "document/edit_operations.h"
-#include "sound/failure_texts.h"
+#include "platform/failure_texts.h"
 #include "view/commands/transport.h"
 
 namespace sonavel {
@@ -13,9 +13,7 @@ constexpr std::string_view kNewTitle = "Sound";
 
 }  // namespace
 
-Workspace::Workspace(const HostServices& services, DocumentDialogs& documentDialogs,
-                     ViewDialogs& viewDialogs)
-    : services_(services), documentDialogs_(documentDialogs), viewDialogs_(viewDialogs) {}
+Workspace::Workspace(const HostServices& services) : services_(services) {}
 
 Workspace::~Workspace() = default;
 
@@ -27,6 +25,10 @@ void Workspace::SetInitialViewSize(int width, int height) {
 // --- Looking up
 
 OpenSound* Workspace::Active() {
+    return activationOrder_.empty() ? nullptr : activationOrder_.back();
+}
+
+const OpenSound* Workspace::Active() const {
     return activationOrder_.empty() ? nullptr : activationOrder_.back();
 }
 
@@ -52,15 +54,10 @@ std::optional<std::size_t> Workspace::IndexOfPath(const std::filesystem::path& p
 
 // --- Opening
 
-bool Workspace::Fail(std::string_view reason) {
-    lastError_ = reason;
-    return false;
-}
-
 std::unique_ptr<OpenSound> Workspace::MakeSound() {
     auto sound = std::make_unique<OpenSound>();
-    sound->document = std::make_unique<CSoundDoc>(services_, documentDialogs_);
-    sound->view = std::make_unique<CSoundView>(*sound->document, viewDialogs_, *this);
+    sound->document = std::make_unique<CSoundDoc>(services_);
+    sound->view = std::make_unique<CSoundView>(*sound->document, *this);
     sound->commands = std::make_unique<SoundViewCommands>(*sound->view);
     return sound;
 }
@@ -74,48 +71,39 @@ OpenSound& Workspace::Add(std::unique_ptr<OpenSound> sound) {
     return added;
 }
 
-bool Workspace::NewDocument() {
-    std::unique_ptr<OpenSound> sound = MakeSound();
-    if (!sound->document->NewDocument()) return Fail(sound->document->LastError());
-    sound->document->SetTitle(titles_.Next(kNewTitle));
-    Add(std::move(sound));
-    return true;
-}
-
-bool Workspace::NewDocument(const NewSoundChoice& format) {
+Outcome Workspace::NewDocument(const NewSoundChoice& format) {
     return NewTitledDocument(format, kNewTitle);
 }
 
-bool Workspace::NewTitledDocument(const NewSoundChoice& format, std::string_view titlePrefix) {
+Outcome Workspace::NewTitledDocument(const NewSoundChoice& format, std::string_view titlePrefix) {
     std::unique_ptr<OpenSound> sound = MakeSound();
-    if (!sound->document->NewDocument(format)) return Fail(sound->document->LastError());
+    if (Outcome made = sound->document->NewDocument(format); !made) return made;
     sound->document->SetTitle(titles_.Next(titlePrefix));
     Add(std::move(sound));
-    return true;
+    return Done();
 }
 
-bool Workspace::OpenDocument(const std::filesystem::path& path) {
+Outcome Workspace::OpenDocument(const std::filesystem::path& path) {
     std::unique_ptr<OpenSound> sound = MakeSound();
-    if (!sound->document->OpenDocument(path)) return Fail(sound->document->LastError());
+    if (Outcome opened = sound->document->OpenDocument(path); !opened) return opened;
     Add(std::move(sound));
-    return true;
+    return Done();
 }
 
-bool Workspace::NewDocumentFromSound(Sound&& copy, std::string_view titlePrefix) {
+void Workspace::NewDocumentFromSound(Sound&& copy, std::string_view titlePrefix) {
     std::unique_ptr<OpenSound> sound = MakeSound();
     sound->document->Sound().Adopt(std::move(copy));
     sound->document->SetTitle(titles_.Next(titlePrefix));
     sound->document->NotifyChanged(0);
     Add(std::move(sound));
-    return true;
 }
 
-bool Workspace::NewDocumentFromClip() {
+Outcome Workspace::NewDocumentFromClip() {
     std::unique_ptr<OpenSound> sound = MakeSound();
-    if (!edit::ReplaceWithClip(*sound->document, clip_)) return Fail(sound->document->LastError());
+    if (Outcome made = edit::ReplaceWithClip(*sound->document, clip_); !made) return made;
     sound->document->SetTitle(titles_.Next(untitled_prefix::kPaste));
     Add(std::move(sound));
-    return true;
+    return Done();
 }
 
 // --- Activating and closing
@@ -128,17 +116,19 @@ void Workspace::Activate(std::size_t index) {
     if (observer_) observer_->OnActivated(sound);
 }
 
-void Workspace::StopActivity(std::size_t index) {
+Outcome Workspace::StopActivity(std::size_t index) {
     OpenSound& sound = *sounds_[index];
     CWavePlayer& player = sound.document->Sound();
-    if (player.IsRecording()) sound.view->Playing().EndRecording();
+    Outcome kept = player.IsRecording() ? sound.view->Playing().EndRecording() : Done();
     sound.document->EndMarkerEdit();
     player.Stop(CWavePlayer::StopReport::kShow);
     sound.document->Preview().Stop(CWavePlayer::StopReport::kSilent);
+    return kept;
 }
 
 void Workspace::Close(std::size_t index) {
-    StopActivity(index);
+    // Whoever is to be told of a recording that was lost has stopped it before.
+    static_cast<void>(StopActivity(index));
     OpenSound* sound = sounds_[index].get();
     const bool wasActive = Active() == sound;
     if (observer_) observer_->OnDocumentClosing(*sound);
@@ -154,31 +144,31 @@ void Workspace::OnStatusFormatChosen(StatusFormat format) {
 
 // --- Recording
 
-bool Workspace::Record() {
+Result<RecordRequest> Workspace::QuestionOfRecord() const {
     RecordRequest request;
     request.initial = recordSettings_;
     if (const OpenSound* active = Active()) {
         const CWavePlayer& sound = active->document->Sound();
-        if (sound.IsRecording()) return Fail("The sound is being recorded.");
+        if (sound.IsRecording()) return Failed("The sound is being recorded.");
         request.documentFormat =
             NewSoundChoice{sound.GetSamplesPerSecond(), sound.GetChannels(), sound.GetBits()};
         request.initial.target = RecordChoice::Target::kActiveDocument;
         request.initial.format = *request.documentFormat;
     }
-    const std::optional<RecordChoice> choice = viewDialogs_.AskRecord(request);
-    if (!choice) return Fail(failure::kCancelled);
-    recordSettings_.waiting = choice->waiting;
-    recordSettings_.waitingTenths = std::clamp(choice->waitingTenths, 0, kHighestWaitingTenths);
-    return StartRecording(*choice);
+    return request;
 }
 
-bool Workspace::StartRecording(const RecordChoice& choice) {
+Outcome Workspace::Record(const RecordChoice& choice) {
+    recordSettings_.waiting = choice.waiting;
+    recordSettings_.waitingTenths = std::clamp(choice.waitingTenths, 0, kHighestWaitingTenths);
     const bool needsNew = !Active() || choice.target == RecordChoice::Target::kNewDocument;
-    if (needsNew && !NewTitledDocument(choice.format, untitled_prefix::kRecorder)) return false;
+    if (needsNew)
+        if (Outcome made = NewTitledDocument(choice.format, untitled_prefix::kRecorder); !made)
+            return made;
     OpenSound& sound = *Active();
-    if (!sound.document->StartRecording()) return Fail(sound.document->LastError());
+    if (Outcome started = sound.document->StartRecording(); !started) return started;
     sound.view->Playing().NoteTransportState();
-    return true;
+    return Done();
 }
 
 }  // namespace sonavel

@@ -38,8 +38,7 @@ class WorkspaceObserver {
 
 class Workspace : public ViewHost {
   public:
-    Workspace(const HostServices& services, DocumentDialogs& documentDialogs,
-              ViewDialogs& viewDialogs);
+    explicit Workspace(const HostServices& services);
     ~Workspace() override;
 
     // May be null.
@@ -53,47 +52,42 @@ class Workspace : public ViewHost {
     const OpenSound& At(std::size_t index) const { return *sounds_[index]; }
     // Null when nothing is open.
     OpenSound* Active();
+    const OpenSound* Active() const;
     std::optional<std::size_t> ActiveIndex() const;
     std::optional<std::size_t> IndexOf(const CSoundDoc& document) const;
     // The document at that path, for a file that is opened a second time.
     std::optional<std::size_t> IndexOfPath(const std::filesystem::path& path) const;
 
-    // Each adds a document and makes it active. False when it was cancelled or failed; LastError()
-    // then says why, and the open documents are as they were.
-    bool NewDocument();  // the dialog "New"
-    bool NewDocument(const NewSoundChoice& format);
-    bool OpenDocument(const std::filesystem::path& path);
+    // Each adds a document and makes it active; unless it is done, the open documents are as they
+    // were.
+    Outcome NewDocument(const NewSoundChoice& format);
+    Outcome OpenDocument(const std::filesystem::path& path);
     // Titled with the prefix and the next number of that prefix.
-    bool NewDocumentFromSound(Sound&& sound, std::string_view titlePrefix);
-    bool NewDocumentFromClip() override;
+    void NewDocumentFromSound(Sound&& sound, std::string_view titlePrefix);
+    Outcome NewDocumentFromClip() override;
 
     void Activate(std::size_t index);
-    // Stops playing and recording, what was recorded so far going into the sound. To be called
-    // before asking whether to save.
-    void StopActivity(std::size_t index);
+    // Stops playing and recording, what was recorded so far going into the sound, and fails when
+    // nothing was recorded. To be called before asking whether to save.
+    Outcome StopActivity(std::size_t index);
     // Closes without saving. The document active before it becomes active; those behind it move up.
     void Close(std::size_t index);
 
-    // The dialog "Record", then recording into a new document or the active one.
-    bool Record();
+    // What the dialog "Record" is opened with, and what its OK does: records into a new document or
+    // the active one. There is nothing to ask while the active one records.
+    Result<RecordRequest> QuestionOfRecord() const;
+    Outcome Record(const RecordChoice& choice);
 
     ClipRecord& Clip() override { return clip_; }
-    const std::string& LastError() const override { return lastError_; }
-    void ClearError() { lastError_.clear(); }
     void OnStatusFormatChosen(StatusFormat format) override;
     const HostServices& Services() const { return services_; }
-    ViewDialogs& Dialogs() { return viewDialogs_; }
 
   private:
     std::unique_ptr<OpenSound> MakeSound();
     OpenSound& Add(std::unique_ptr<OpenSound> sound);
-    bool NewTitledDocument(const NewSoundChoice& format, std::string_view titlePrefix);
-    bool StartRecording(const RecordChoice& choice);
-    bool Fail(std::string_view reason);
+    Outcome NewTitledDocument(const NewSoundChoice& format, std::string_view titlePrefix);
 
     HostServices services_;
-    DocumentDialogs& documentDialogs_;
-    ViewDialogs& viewDialogs_;
     WorkspaceObserver* observer_ = nullptr;
     std::vector<std::unique_ptr<OpenSound>> sounds_;
     std::vector<OpenSound*> activationOrder_;  // the active one last
@@ -102,7 +96,6 @@ class Workspace : public ViewHost {
     RecordChoice recordSettings_;
     int viewWidth_ = 0;
     int viewHeight_ = 0;
-    std::string lastError_;
 };
 
 }  // namespace sonavel

@@ -58,18 +58,6 @@ inline ClipRecord MakeClip(const Format& format, const Bytes& bytes) {
     return {MakeSound(format, bytes), true};
 }
 
-struct ScriptedDialogs : DocumentDialogs {
-    std::optional<NewSoundChoice> newAnswer;
-    std::optional<SaveAsChoice> saveAnswer;
-    SaveAsRequest saveRequest;
-
-    std::optional<NewSoundChoice> AskNewSound(const NewSoundChoice&) override { return newAnswer; }
-    std::optional<SaveAsChoice> AskSaveAs(const SaveAsRequest& request) override {
-        saveRequest = request;
-        return saveAnswer;
-    }
-};
-
 struct NotingObserver : DocumentObserver {
     std::vector<std::uint32_t> changes;
     int titles = 0;
@@ -96,9 +84,7 @@ class DocumentTest : public ::testing::Test {
                                                << wave;
     }
     HostServices Services() { return {prompts_, progress_, clipboard_, devices_, programFolder_}; }
-    std::unique_ptr<CSoundDoc> MakeDocument() {
-        return std::make_unique<CSoundDoc>(Services(), dialogs_);
-    }
+    std::unique_ptr<CSoundDoc> MakeDocument() { return std::make_unique<CSoundDoc>(Services()); }
     std::unique_ptr<CSoundDoc> MakeDocument(const Format& format, const Bytes& bytes) {
         auto document = MakeDocument();
         document->Sound().Adopt(MakeSound(format, bytes));
@@ -131,7 +117,6 @@ class DocumentTest : public ::testing::Test {
     FakeProgress progress_;
     TestClipboard clipboard_;
     FakeWaveDevices devices_;
-    ScriptedDialogs dialogs_;
 };
 
 }  // namespace sonavel::testing

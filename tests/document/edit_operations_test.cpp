@@ -76,17 +76,16 @@ TEST_F(EveryState, CutTakesTheSelectionToTheClipboard) {
         const Bytes before = BytesOf(document.Sound());
         NotingObserver observer;
         document.AddObserver(&observer);
-        const EditResult result = edit::Cut(document, at);
-        ASSERT_EQ(result.done, !at.IsEmpty());
-        if (!result.done) {
-            EXPECT_EQ(result.selection, at);
+        const Result<EditSelection> result = edit::Cut(document, at);
+        ASSERT_EQ(bool(result), !at.IsEmpty());
+        if (!result) {
             EXPECT_EQ(BytesOf(document.Sound()), before);
             EXPECT_EQ(document.History().Count(), 0u);
             return;
         }
         expected.Remove(at.startFrame, at.endFrame);
         EXPECT_EQ(PlainSound::Of(document.Sound()), expected);
-        EXPECT_EQ(result.selection, (EditSelection{0, 0, at.startFrame}));
+        EXPECT_EQ(*result, (EditSelection{0, 0, at.startFrame}));
         EXPECT_EQ(observer.changes, std::vector<std::uint32_t>{at.startFrame});
         EXPECT_TRUE(document.GetModified());
         EXPECT_EQ(document.History().StepAt(0).name, "Source Sample");
@@ -103,7 +102,7 @@ TEST_F(EveryState, DeleteRemovesAndLeavesTheClipboardAlone) {
     ForEach([&](CSoundDoc& document, const ClipRecord&, const EditSelection& at) {
         PlainSound expected = PlainSound::Of(document.Sound());
         if (!at.IsEmpty()) expected.Remove(at.startFrame, at.endFrame);
-        EXPECT_EQ(edit::Delete(document, at).done, !at.IsEmpty());
+        EXPECT_EQ(bool(edit::Delete(document, at)), !at.IsEmpty());
         EXPECT_EQ(PlainSound::Of(document.Sound()), expected);
         EXPECT_FALSE(clipboard_.OffersWave());
     });
@@ -117,24 +116,28 @@ TEST_F(EveryState, PasteInsertsAtTheCursorOrInPlaceOfTheSelection) {
             const std::uint32_t inserted = kClipFrames * count;
             if (!at.IsEmpty()) expected.Remove(at.startFrame, at.endFrame);
             expected.Insert(point, FramesOf(clip, count));
-            const EditResult result = edit::Paste(document, clip, at, count);
-            ASSERT_TRUE(result.done);
+            NotingObserver observer;
+            document.AddObserver(&observer);
+            const Result<EditSelection> result = edit::Paste(document, clip, at, count);
+            document.RemoveObserver(&observer);
+            ASSERT_TRUE(result);
             EXPECT_EQ(PlainSound::Of(document.Sound()), expected);
-            EXPECT_EQ(result.firstChangedFrame, point);
+            EXPECT_EQ(observer.changes, std::vector<std::uint32_t>{point});
             EXPECT_EQ(document.History().Count(), 1u);
             EXPECT_EQ(document.History().StepAt(0).name, "Copy Sample");
             if (at.IsEmpty()) {
-                EXPECT_TRUE(result.selection.IsEmpty());
-                EXPECT_EQ(result.selection.cursorFrame, point + inserted);
+                EXPECT_TRUE(result->IsEmpty());
+                EXPECT_EQ(result->cursorFrame, point + inserted);
             } else {
-                EXPECT_EQ(result.selection, (EditSelection{point, point + inserted, point}));
+                EXPECT_EQ(*result, (EditSelection{point, point + inserted, point}));
             }
         });
     }
 }
 
 TEST_F(EveryState, OverwritingCommandsFillTheSelectionAndStoreNoStep) {
-    using Overwrite = EditResult (*)(CSoundDoc&, const ClipRecord&, const EditSelection&);
+    using Overwrite =
+        Result<EditSelection> (*)(CSoundDoc&, const ClipRecord&, const EditSelection&);
     const struct {
         Overwrite command;
         std::uint32_t (*framesWritten)(std::uint32_t selected);
@@ -150,9 +153,11 @@ TEST_F(EveryState, OverwritingCommandsFillTheSelectionAndStoreNoStep) {
             const std::uint32_t written = c.framesWritten(at.Frames());
             for (std::uint32_t i = 0; i < written; ++i)
                 expected.frames[at.startFrame + i] = pattern[i % kClipFrames];
-            const EditResult result = c.command(document, clip, at);
-            EXPECT_EQ(result.done, written > 0);
-            EXPECT_EQ(result.selection, at);
+            const Result<EditSelection> result = c.command(document, clip, at);
+            ASSERT_EQ(bool(result), written > 0);
+            if (result) {
+                EXPECT_EQ(*result, at);
+            }
             EXPECT_EQ(PlainSound::Of(document.Sound()), expected);
             EXPECT_EQ(document.GetModified(), written > 0);
             EXPECT_EQ(document.History().Count(), 0u);
@@ -164,38 +169,38 @@ class EditOperationsTest : public DocumentTest {};
 
 TEST_F(EditOperationsTest, BlockCopyNamesATooSmallSelection) {
     auto document = MakeDocument({1, 8}, PatternBytes(20, 1));
-    EXPECT_FALSE(edit::PasteBlockCopy(*document, MakeClip({1, 8}, {1, 2, 3, 4}), {2, 5, 0}).done);
+    EXPECT_FALSE(edit::PasteBlockCopy(*document, MakeClip({1, 8}, {1, 2, 3, 4}), {2, 5, 0}));
     EXPECT_EQ(prompts_.messages, std::vector<std::string>{"Too small block.................."});
 }
 
 TEST_F(EditOperationsTest, CutChangesNothingWhenTheClipboardIsTaken) {
     auto document = MakeDocument({1, 16}, PatternBytes(20, 1));
     clipboard_.taken = true;
-    EXPECT_FALSE(edit::Cut(*document, {2, 5, 0}).done);
+    EXPECT_EQ(edit::Cut(*document, {2, 5, 0}).Reason(), "The clipboard cannot be opened.");
     EXPECT_EQ(document->Sound().GetFrameCount(), 10u);
     EXPECT_EQ(document->History().Count(), 0u);
-    EXPECT_FALSE(document->LastError().empty());
     EXPECT_TRUE(edit::CopyRange(*document, 5, 5)) << "an empty range needs no clipboard";
 }
 
 TEST_F(EditOperationsTest, SelectionsBehindTheEndAreClamped) {
     auto document = MakeDocument({1, 8}, PatternBytes(10, 1));
-    const EditResult result = edit::Delete(*document, {7, 0xFFFFFFFF, 0});
-    EXPECT_TRUE(result.done);
+    EXPECT_TRUE(edit::Delete(*document, {7, 0xFFFFFFFF, 0}));
     EXPECT_EQ(document->Sound().GetFrameCount(), 7u);
-    const EditResult pasted = edit::Paste(*document, MakeClip({1, 8}, {9}), {0, 0, 0xFFFFFFFF});
-    EXPECT_EQ(pasted.selection.cursorFrame, 8u);
+    const Result<EditSelection> pasted =
+        edit::Paste(*document, MakeClip({1, 8}, {9}), {0, 0, 0xFFFFFFFF});
+    ASSERT_TRUE(pasted);
+    EXPECT_EQ(pasted->cursorFrame, 8u);
     EXPECT_EQ(BytesOf(document->Sound()).back(), 9);
-    EXPECT_EQ(edit::PasteBlockOverwrite(*document, MakeClip({1, 8}, {5}), {6, 99, 0}).selection,
+    EXPECT_EQ(*edit::PasteBlockOverwrite(*document, MakeClip({1, 8}, {5}), {6, 99, 0}),
               (EditSelection{6, 8, 0}));
     EXPECT_EQ(BytesOf(document->Sound()).back(), 5);
-    EXPECT_FALSE(edit::PasteBlockOverwrite(*document, MakeClip({1, 8}, {5}), {50, 99, 0}).done);
-    EXPECT_EQ(document->LastError(), "Nothing is selected.");
+    EXPECT_EQ(edit::PasteBlockOverwrite(*document, MakeClip({1, 8}, {5}), {50, 99, 0}).Reason(),
+              "Nothing is selected.");
 }
 
 TEST_F(EditOperationsTest, AThousandCopiesAreTheMost) {
     auto document = MakeDocument({1, 8}, {1, 2});
-    EXPECT_TRUE(edit::Paste(*document, MakeClip({1, 8}, {7}), {0, 0, 1}, 1000).done);
+    EXPECT_TRUE(edit::Paste(*document, MakeClip({1, 8}, {7}), {0, 0, 1}, 1000));
     Bytes expected(1002, 7);
     expected.front() = 1;
     expected.back() = 2;
@@ -204,7 +209,7 @@ TEST_F(EditOperationsTest, AThousandCopiesAreTheMost) {
 
 TEST_F(EditOperationsTest, PasteIntoAnEmptySoundCanBeUndone) {
     auto document = MakeDocument({2, 16}, {});
-    ASSERT_TRUE(edit::Paste(*document, MakeClip({2, 16}, PatternBytes(12, 2)), {0, 0, 5}).done);
+    ASSERT_TRUE(edit::Paste(*document, MakeClip({2, 16}, PatternBytes(12, 2)), {0, 0, 5}));
     EXPECT_EQ(BytesOf(document->Sound()), PatternBytes(12, 2));
     ASSERT_TRUE(document->Undo());
     EXPECT_FALSE(document->Sound().HasData());
@@ -219,18 +224,16 @@ TEST_F(EditOperationsTest, AClipThatDoesNotFitIsRefused) {
     gone.present = false;
     const ClipRecord narrow = MakeClip({2, 8}, PatternBytes(8, 2));
     for (const ClipRecord* clip : std::initializer_list<const ClipRecord*>{&none, &gone, &narrow}) {
-        document->ClearError();
-        EXPECT_FALSE(edit::Paste(*document, *clip, {0, 2, 0}).done);
-        EXPECT_EQ(document->LastError(), clip == &narrow
-                                             ? "The clip has another format than the sound."
-                                             : "There is no sound on the clipboard.");
-        EXPECT_FALSE(edit::PasteBlockOverwrite(*document, *clip, {0, 2, 0}).done);
-        EXPECT_FALSE(edit::Mix(*document, *clip, {0, 2, 0}, {}).done);
+        EXPECT_EQ(edit::Paste(*document, *clip, {0, 2, 0}).Reason(),
+                  clip == &narrow ? "The clip has another format than the sound."
+                                  : "There is no sound on the clipboard.");
+        EXPECT_FALSE(edit::PasteBlockOverwrite(*document, *clip, {0, 2, 0}));
+        EXPECT_FALSE(edit::Mix(*document, *clip, {0, 2, 0}, {}));
     }
     const ClipRecord good = MakeClip({2, 16}, Bytes(4'000'000));
     // The last is refused for its four gigabytes.
     for (const unsigned count : {0u, 1001u, 1000u})
-        EXPECT_FALSE(edit::Paste(*document, good, {0, 2, 0}, count).done) << count;
+        EXPECT_FALSE(edit::Paste(*document, good, {0, 2, 0}, count)) << count;
     EXPECT_EQ(BytesOf(document->Sound()), PatternBytes(16, 1));
     EXPECT_EQ(document->History().Count(), 0u);
 }
@@ -247,7 +250,7 @@ TEST_F(EditOperationsTest, ReplaceTakesTheClipsFormatAndData) {
 TEST_F(EditOperationsTest, AnEditStopsPlaying) {
     auto document = MakeDocument({1, 16}, PatternBytes(60000, 1));
     ASSERT_TRUE(document->Sound().Play(0));
-    ASSERT_TRUE(edit::Delete(*document, {0, 20000, 0}).done);
+    ASSERT_TRUE(edit::Delete(*document, {0, 20000, 0}));
     EXPECT_TRUE(document->Sound().IsStopped());
 }
 

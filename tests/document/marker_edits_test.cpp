@@ -27,10 +27,10 @@ class MarkerEditsTest : public DocumentTest {
 };
 
 TEST_F(MarkerEditsTest, EveryUndoTakesBackExactlyTheLastThingDone) {
-    ASSERT_TRUE(edit::Delete(*document_, {0, 10, 0}).done);
+    ASSERT_TRUE(edit::Delete(*document_, {0, 10, 0}));
     document_->SetMarkers(MarkersAt({50}));
     document_->SetMarkers(MarkersAt({50, 60}));
-    ASSERT_TRUE(edit::Delete(*document_, {0, 10, 0}).done);
+    ASSERT_TRUE(edit::Delete(*document_, {0, 10, 0}));
     EXPECT_EQ(Positions(), (Places{40, 50}));
     const struct {
         const char* name;
@@ -103,7 +103,7 @@ TEST_F(MarkerEditsTest, AnyOtherEditEndsADrag) {
         document_->SetMarkers(MarkersAt({position}), Editing::kGoesOn);
     };
     drag(20);
-    ASSERT_TRUE(edit::Delete(*document_, {0, 10, 0}).done);
+    ASSERT_TRUE(edit::Delete(*document_, {0, 10, 0}));
     drag(30);
     document_->SetMarkers(MarkersAt({30, 40}));
     drag(50);

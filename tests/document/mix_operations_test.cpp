@@ -53,13 +53,13 @@ TEST_F(MixTest, AddsBothProductsOverTheRange) {
                 SCOPED_TRACE(NameOf(format) + " at " + std::to_string(at.startFrame) + ", " +
                              std::to_string(at.cursorFrame));
                 auto document = MakeDocument(format, sound);
-                const EditResult result = edit::Mix(*document, MakeClip(format, clip), at, gains);
-                ASSERT_TRUE(result.done);
+                const Result<EditSelection> result =
+                    edit::Mix(*document, MakeClip(format, clip), at, gains);
+                ASSERT_TRUE(result);
                 EXPECT_EQ(BytesOf(document->Sound()),
                           Expected(format, sound, clip, at, clip.size(),
                                    [&](std::size_t, std::size_t) { return gains; }));
-                EXPECT_EQ(result.selection.cursorFrame,
-                          at.IsEmpty() ? at.cursorFrame : at.startFrame);
+                EXPECT_EQ(result->cursorFrame, at.IsEmpty() ? at.cursorFrame : at.startFrame);
                 EXPECT_EQ(document->History().StepAt(0).name, "Copy Sample");
                 ASSERT_TRUE(document->Undo());
                 EXPECT_EQ(BytesOf(document->Sound()), sound);
@@ -80,7 +80,7 @@ TEST_F(MixTest, CrossfadeRunsFromTheStartLevelsToTheEndLevels) {
         const Bytes sound = PatternBytes(20 * align, 1), clip = PatternBytes(9 * align, 2);
         for (const EditSelection& at : kPlaces) {
             auto document = MakeDocument(format, sound);
-            ASSERT_TRUE(edit::CrossfadeMix(*document, MakeClip(format, clip), at, gains).done);
+            ASSERT_TRUE(edit::CrossfadeMix(*document, MakeClip(format, clip), at, gains));
             EXPECT_EQ(BytesOf(document->Sound()), Expected(format, sound, clip, at, 0, gainsAt))
                 << NameOf(format) << " at " << at.startFrame << ", " << at.cursorFrame;
         }
@@ -89,10 +89,10 @@ TEST_F(MixTest, CrossfadeRunsFromTheStartLevelsToTheEndLevels) {
 
 TEST_F(MixTest, ResultsWrapAndEightBitSilenceIsScaled) {
     auto words = MakeDocument({1, 16}, {0xFF, 0x7F});  // 32767
-    ASSERT_TRUE(edit::Mix(*words, MakeClip({1, 16}, {1, 0}), {0, 1, 0}, {1, 1}).done);
+    ASSERT_TRUE(edit::Mix(*words, MakeClip({1, 16}, {1, 0}), {0, 1, 0}, {1, 1}));
     EXPECT_EQ(words->Sound().GetSample(0, 0), -32768);
     auto bytes = MakeDocument({1, 8}, {128});
-    ASSERT_TRUE(edit::Mix(*bytes, MakeClip({1, 8}, {128}), {0, 1, 0}, {1, 1}).done);
+    ASSERT_TRUE(edit::Mix(*bytes, MakeClip({1, 8}, {128}), {0, 1, 0}, {1, 1}));
     EXPECT_EQ(BytesOf(bytes->Sound()), Bytes{0});
 }
 
@@ -100,11 +100,11 @@ TEST_F(MixTest, SenselessGainsDoNoHarm) {
     for (const double gain : {double{NAN}, double{INFINITY}, -double{INFINITY}, 1e300}) {
         auto document = MakeDocument({2, 16}, PatternBytes(16, 1));
         const ClipRecord clip = MakeClip({2, 16}, PatternBytes(16, 2));
-        EXPECT_TRUE(edit::Mix(*document, clip, {}, {gain, gain}).done);
+        EXPECT_TRUE(edit::Mix(*document, clip, {}, {gain, gain}));
         if (std::isnan(gain)) {
             EXPECT_EQ(BytesOf(document->Sound()), Bytes(16)) << "no number is no sound";
         }
-        EXPECT_TRUE(edit::CrossfadeMix(*document, clip, {}, {{gain, 1}, {1, gain}}).done);
+        EXPECT_TRUE(edit::CrossfadeMix(*document, clip, {}, {{gain, 1}, {1, gain}}));
         EXPECT_EQ(document->Sound().GetFrameCount(), 4u);
     }
 }

@@ -19,15 +19,13 @@ class SoundDocTest : public DocumentTest {
     void WriteWavFile(const std::string& name, const Format& format, const Bytes& bytes) {
         auto document = MakeDocument(format, bytes);
         document->SetSaveMarkers(true);
-        ASSERT_TRUE(document->SaveDocument(At(name))) << document->LastError();
+        ASSERT_TRUE(document->SaveDocument(At(name)));
     }
 };
 
 TEST_F(SoundDocTest, NewMakesAnEmptySoundOfTheChosenFormat) {
     auto document = MakeDocument();
-    EXPECT_FALSE(document->NewDocument()) << "cancelled";
-    dialogs_.newAnswer = {.samplesPerSecond = 22050, .channels = 2, .bits = 16};
-    ASSERT_TRUE(document->NewDocument());
+    ASSERT_TRUE(document->NewDocument({.samplesPerSecond = 22050, .channels = 2, .bits = 16}));
     EXPECT_EQ(document->Sound().GetFormat(), MakePcmFormat(2, 16, 22050));
     EXPECT_FALSE(document->Sound().HasData());
     EXPECT_FALSE(document->GetModified());
@@ -36,15 +34,15 @@ TEST_F(SoundDocTest, NewMakesAnEmptySoundOfTheChosenFormat) {
 
 TEST_F(SoundDocTest, NewAndOpenLeaveNothingOfTheSoundBefore) {
     WriteWavFile("a.wav", {1, 8}, PatternBytes(10, 1));
-    const std::function<bool(CSoundDoc&)> ways[] = {
+    const std::function<Outcome(CSoundDoc&)> ways[] = {
         [](CSoundDoc& document) {
             return document.NewDocument({.samplesPerSecond = 8000, .channels = 1, .bits = 8});
         },
         [&](CSoundDoc& document) { return document.OpenDocument(At("a.wav")); }};
     for (const auto& take : ways) {
         auto document = MakeDocument({1, 16}, PatternBytes(60000, 1));
-        ASSERT_TRUE(edit::Delete(*document, {0, 10, 0}).done);
-        ASSERT_TRUE(edit::Delete(*document, {0, 10, 0}).done);
+        ASSERT_TRUE(edit::Delete(*document, {0, 10, 0}));
+        ASSERT_TRUE(edit::Delete(*document, {0, 10, 0}));
         ASSERT_TRUE(document->Undo());
         MarkerList markers;
         markers.Add(5, "", 0);
@@ -52,7 +50,7 @@ TEST_F(SoundDocTest, NewAndOpenLeaveNothingOfTheSoundBefore) {
         ASSERT_TRUE(document->Sound().Play(0));
         NotingObserver observer;
         document->AddObserver(&observer);
-        EXPECT_TRUE(take(*document)) << document->LastError();
+        EXPECT_TRUE(take(*document));
         EXPECT_TRUE(document->Sound().IsStopped());
         EXPECT_EQ(observer.changes, std::vector<std::uint32_t>{0});
         EXPECT_FALSE(document->GetModified());
@@ -70,7 +68,7 @@ TEST_F(SoundDocTest, ObserversHearOfTitlesAndChangesUntilTheyAreLetGo) {
     const std::function<void()> changes[] = {
         [&] { document->SetTitle("a"); }, [&] { document->SetModified(true); },
         [&] { document->NotifyChanged(3); },
-        [&] { EXPECT_TRUE(document->SaveDocument(At("a.wav"))) << document->LastError(); }};
+        [&] { EXPECT_TRUE(document->SaveDocument(At("a.wav"))); }};
     for (const auto& change : changes) {
         observer.titles = 0;
         change();
@@ -96,11 +94,11 @@ TEST_F(SoundDocTest, SavedSoundsOpenAgainByTheirExtension) {
         SCOPED_TRACE(c.name);
         auto document = MakeDocument({2, 16, 10}, PatternBytes(40, 1));
         document->SetModified(true);
-        ASSERT_TRUE(document->SaveDocument(At(c.name))) << document->LastError();
+        ASSERT_TRUE(document->SaveDocument(At(c.name)));
         EXPECT_EQ(document->GetModified(), c.modifiedAfterSave);
         EXPECT_EQ(document->Title(), c.name);
         auto again = MakeDocument();
-        ASSERT_TRUE(again->OpenDocument(At(c.name))) << again->LastError();
+        ASSERT_TRUE(again->OpenDocument(At(c.name)));
         EXPECT_EQ(BytesOf(again->Sound()), PatternBytes(40, 1));
         EXPECT_EQ(again->Path(), At(c.name));
         EXPECT_FALSE(again->GetModified());
@@ -121,7 +119,7 @@ TEST_F(SoundDocTest, ASoundOfWhichTheFileHoldsLessCountsAsModified) {
     EXPECT_FALSE(whole->GetModified());
 }
 
-TEST_F(SoundDocTest, FailuresLeaveTheDocumentAndSayWhyInTheStatusBar) {
+TEST_F(SoundDocTest, FailuresLeaveTheDocumentAndSayWhy) {
     WriteWavFile("good.wav", {1, 8}, PatternBytes(10, 1));
     std::filesystem::create_directories(folder_ / "my.sounds");
     std::filesystem::copy_file(At("good.wav"), folder_ / "my.sounds" / "good.wav");
@@ -133,11 +131,7 @@ TEST_F(SoundDocTest, FailuresLeaveTheDocumentAndSayWhyInTheStatusBar) {
                              "my.sounds/good.wav", "absent.au", "absent.aiff"}) {
         SCOPED_TRACE(name);
         auto document = MakeDocument({2, 16}, PatternBytes(8, 7));
-        prompts_.statusTexts.clear();
-        EXPECT_FALSE(document->OpenDocument(At(name)));
-        ASSERT_FALSE(prompts_.statusTexts.empty());
-        EXPECT_EQ(prompts_.statusTexts.back(), document->LastError());
-        EXPECT_FALSE(document->LastError().empty());
+        EXPECT_FALSE(document->OpenDocument(At(name)).Reason().empty());
         EXPECT_EQ(BytesOf(document->Sound()), PatternBytes(8, 7));
         EXPECT_TRUE(document->Path().empty());
     }
@@ -149,7 +143,7 @@ TEST_F(SoundDocTest, AFailureNeverShowsTheReasonOfOneBefore) {
     alaw[20] = 6;  // the format tag
     WriteFileBytes(At("alaw.wav"), alaw);
     SetMarkerSaving(false);
-    const std::pair<std::function<bool(CSoundDoc&)>, const char*> cases[] = {
+    const std::pair<std::function<Outcome(CSoundDoc&)>, const char*> cases[] = {
         {[&](CSoundDoc& d) { return d.OpenDocument(At("alaw.wav")); },
          "This format cannot be edited: A-Law"},
         {[&](CSoundDoc& d) { return d.SaveDocument(At("b.wav")); },
@@ -169,8 +163,7 @@ TEST_F(SoundDocTest, AFailureNeverShowsTheReasonOfOneBefore) {
     for (const auto& [attempt, reason] : cases) {
         auto document = MakeDocument({1, 8}, PatternBytes(10, 1));
         document->Sound().SetLastError("stale");
-        EXPECT_FALSE(attempt(*document));
-        EXPECT_EQ(document->LastError(), reason);
+        EXPECT_EQ(attempt(*document), Failed(reason));
     }
 }
 
@@ -187,24 +180,21 @@ TEST_F(SoundDocTest, SaveWithMarkersOffWritesTheFileAndFails) {
     SetMarkerSaving(false);
     auto document = MakeDocument({1, 16}, PatternBytes(20, 1));
     EXPECT_FALSE(document->SaveWarning(At("a.wav")).empty());
-    EXPECT_FALSE(document->SaveDocument(At("a.wav")));
-    EXPECT_FALSE(document->LastError().empty());
+    EXPECT_FALSE(document->SaveDocument(At("a.wav")).Reason().empty());
     EXPECT_EQ(std::filesystem::file_size(At("a.wav")), 64u);
     EXPECT_FALSE(document->SaveDocument(At("a.mp3")));
     document->SetSaveMarkers(true);
-    EXPECT_FALSE(document->SaveDocument(".wav"));
-    EXPECT_EQ(document->LastError(), "The file name has no extension.");
+    EXPECT_EQ(document->SaveDocument(".wav"), Failed("The file name has no extension."));
     EXPECT_EQ(folder_.FileCount(), 2u) << "the sound and the options";
 }
 
 TEST_F(SoundDocTest, SaveAsConvertsAndAppendsTheExtension) {
     auto document = MakeDocument({2, 16}, PatternBytes(40, 1));
     document->SetTitle("Paste_1");
-    EXPECT_FALSE(document->SaveAs()) << "cancelled";
-    dialogs_.saveAnswer = {.path = At("mono"), .channels = 1, .bits = 8, .saveMarkers = true};
-    ASSERT_TRUE(document->SaveAs()) << document->LastError();
-    EXPECT_EQ(dialogs_.saveRequest.proposedName, "Paste_1");
-    EXPECT_FALSE(dialogs_.saveRequest.saveMarkers);
+    EXPECT_EQ(document->QuestionOfSaveAs().proposedName, "Paste_1");
+    EXPECT_FALSE(document->QuestionOfSaveAs().saveMarkers);
+    ASSERT_TRUE(
+        document->SaveAs({.path = At("mono"), .channels = 1, .bits = 8, .saveMarkers = true}));
     EXPECT_TRUE(std::filesystem::exists(At("mono.WAV")));
     EXPECT_EQ(document->Title(), "mono.WAV");
     EXPECT_EQ(document->Options().saveMarkers, 1);
@@ -217,16 +207,12 @@ TEST_F(SoundDocTest, SaveAsWhileRecordingKeepsTheFormatAndSaysWhy) {
     auto document = MakeDocument({2, 16}, PatternBytes(40, 1));
     ASSERT_TRUE(document->StartRecording());
     for (const auto& [channels, bits] : {std::pair{1u, 16u}, std::pair{2u, 8u}}) {
-        dialogs_.saveAnswer = {.path = At("a.wav"), .channels = channels, .bits = bits};
-        prompts_.statusTexts.clear();
-        EXPECT_FALSE(document->SaveAs());
-        EXPECT_EQ(document->LastError(), "The sound cannot be changed while recording.");
-        EXPECT_EQ(prompts_.statusTexts, std::vector{document->LastError()});
+        EXPECT_EQ(document->SaveAs({.path = At("a.wav"), .channels = channels, .bits = bits}),
+                  Failed("The sound cannot be changed while recording."));
         EXPECT_EQ(document->Options().saveMarkers, 0) << "cancelled with the rest";
     }
     EXPECT_FALSE(std::filesystem::exists(At("a.wav")));
-    dialogs_.saveAnswer = {.path = At("a.wav"), .channels = 2, .bits = 16};
-    EXPECT_TRUE(document->SaveAs()) << document->LastError();
+    EXPECT_TRUE(document->SaveAs({.path = At("a.wav"), .channels = 2, .bits = 16}));
     EXPECT_TRUE(document->Sound().IsRecording());
 }
 
@@ -349,7 +335,7 @@ TEST_F(SoundDocTest, APreviewHoldsWhatItHasRoomForAndSilenceBehindWhatThereIs) {
 TEST_F(SoundDocTest, RecordingGoesInAtTheCursorAsOneUndoStep) {
     auto document = MakeDocument({1, 8}, PatternBytes(10, 1));
     ASSERT_TRUE(document->StartRecording());
-    EXPECT_FALSE(edit::Delete(*document, {0, 5, 0}).done) << "no edits while recording";
+    EXPECT_FALSE(edit::Delete(*document, {0, 5, 0})) << "no edits while recording";
     EXPECT_FALSE(document->Undo());
     devices_.In().Arrive(Bytes{1, 2, 3});
     NotingObserver observer;

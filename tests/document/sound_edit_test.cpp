@@ -11,7 +11,7 @@ class SoundEditTest : public DocumentTest {
     // Something can be redone, and nothing is modified.
     std::unique_ptr<CSoundDoc> MakeUndone(const Bytes& bytes) {
         auto document = MakeDocument({2, 16}, bytes);
-        EXPECT_TRUE(edit::Paste(*document, clip_, {}).done);
+        EXPECT_TRUE(edit::Paste(*document, clip_, {}));
         EXPECT_TRUE(document->Undo());
         document->SetModified(false);
         return document;
@@ -25,47 +25,41 @@ TEST_F(SoundEditTest, OneThatFailsOrIsRefusedLeavesNoTrace) {
     const ClipRecord stranger = MakeClip({1, 8}, PatternBytes(5, 2));
     const struct {
         const char* name;
-        std::function<bool(CSoundDoc&)> attempt;
+        std::function<Outcome(CSoundDoc&)> attempt;
     } cases[] = {
         {"dropped",
          [&](CSoundDoc& document) {
              EXPECT_TRUE(document.BeginEdit("Copy Sample"));
-             return false;
+             return Cancelled();
          }},
         {"dropped without a step",
          [&](CSoundDoc& document) {
              EXPECT_TRUE(document.BeginUnrecordedEdit());
-             return false;
+             return Cancelled();
          }},
         {"cut with the clipboard taken",
          [&](CSoundDoc& document) {
              clipboard_.taken = true;
-             return edit::Cut(document, {1, 3, 0}).done;
+             return edit::Cut(document, {1, 3, 0}).Ended();
          }},
         {"nothing selected",
          [&](CSoundDoc& d) {
-             return edit::Delete(d, {3, 3, 3}).done;
+             return edit::Delete(d, {3, 3, 3}).Ended();
          }},
         {"a clip that does not fit",
-         [&](CSoundDoc& document) { return edit::Paste(document, stranger, {}).done; }},
-        {"too many copies", [&](CSoundDoc& d) { return edit::Paste(d, clip_, {}, 1001).done; }},
+         [&](CSoundDoc& document) { return edit::Paste(document, stranger, {}).Ended(); }},
+        {"too many copies", [&](CSoundDoc& d) { return edit::Paste(d, clip_, {}, 1001).Ended(); }},
         {"mix",
          [&](CSoundDoc& d) {
-             return edit::Mix(d, stranger, {}, {1, 1}).done;
+             return edit::Mix(d, stranger, {}, {1, 1}).Ended();
          }},
         {"block too small",
          [&](CSoundDoc& document) {
-             return edit::PasteBlockCopy(document, clip_, {1, 2, 0}).done;
+             return edit::PasteBlockCopy(document, clip_, {1, 2, 0}).Ended();
          }},
         {"save as with bits that cannot be",
          [&](CSoundDoc& document) {
-             dialogs_.saveAnswer = {.path = folder_ / "a.wav", .channels = 1, .bits = 12};
-             return document.SaveAs();
-         }},
-        {"save as cancelled",
-         [&](CSoundDoc& document) {
-             dialogs_.saveAnswer.reset();
-             return document.SaveAs();
+             return document.SaveAs({.path = folder_ / "a.wav", .channels = 1, .bits = 12});
          }},
         {"recording without a device",
          [&](CSoundDoc& document) {
@@ -94,16 +88,15 @@ TEST_F(SoundEditTest, OneThatFailsOrIsRefusedLeavesNoTrace) {
 }
 
 TEST_F(SoundEditTest, OneThatComesAboutDiscardsWhatCouldBeRedone) {
-    const std::function<bool(CSoundDoc&)> edits[] = {
+    const std::function<Outcome(CSoundDoc&)> edits[] = {
         [&](CSoundDoc& d) {
-            return edit::Cut(d, {1, 3, 0}).done;
+            return edit::Cut(d, {1, 3, 0}).Ended();
         },
         [&](CSoundDoc& d) {
-            return edit::PasteOverwrite(d, clip_, {1, 3, 0}).done;
+            return edit::PasteOverwrite(d, clip_, {1, 3, 0}).Ended();
         },
         [&](CSoundDoc& d) {
-            dialogs_.saveAnswer = {.path = folder_ / "a.au", .channels = 1, .bits = 8};
-            return d.SaveAs();
+            return d.SaveAs({.path = folder_ / "a.au", .channels = 1, .bits = 8});
         },
         [&](CSoundDoc& d) {
             EXPECT_TRUE(d.StartRecording());
@@ -112,7 +105,7 @@ TEST_F(SoundEditTest, OneThatComesAboutDiscardsWhatCouldBeRedone) {
         }};
     for (const auto& edit : edits) {
         auto document = MakeUndone(PatternBytes(40, 1));
-        EXPECT_TRUE(edit(*document)) << document->LastError();
+        EXPECT_TRUE(edit(*document));
         EXPECT_FALSE(document->CanRedo());
     }
 }

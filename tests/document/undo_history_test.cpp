@@ -152,9 +152,9 @@ class HistoryWalk : public DocumentTest, public ::testing::WithParamInterface<un
         const unsigned kind = random_() % 8;
         edit = kind < 5 ? EditKind::kSound : kind < 7 ? EditKind::kMarkers : EditKind::kUnrecorded;
         return edit == EditKind::kMarkers ? RandomMarkerEdit(document)
-                                          : RandomSoundEdit(document, kind).done;
+                                          : bool(RandomSoundEdit(document, kind));
     }
-    EditResult RandomSoundEdit(CSoundDoc& document, unsigned kind) {
+    Result<EditSelection> RandomSoundEdit(CSoundDoc& document, unsigned kind) {
         const EditSelection at = RandomSelection(document.Sound().GetFrameCount());
         const ClipRecord clip = MakeClip({2, 16}, PatternBytes(4 * (1 + random_() % 9), random_()));
         switch (kind) {
@@ -184,11 +184,11 @@ TEST_P(HistoryWalk, AgreesWithARowOfStates) {
         const unsigned choice = random_() % 3;
         if (choice == 0) {
             const bool can = model.place > 0;
-            ASSERT_EQ(document->Undo(), can);
+            ASSERT_EQ(document->Undo().IsDone(), can);
             if (can) --model.place;
         } else if (choice == 1) {
             const bool can = model.place + 1 < model.states.size();
-            ASSERT_EQ(document->Redo(), can);
+            ASSERT_EQ(document->Redo().IsDone(), can);
             if (can) ++model.place;
         } else {
             EditKind kind{};
@@ -228,8 +228,8 @@ TEST_F(UndoHistoryTest, UndoBringsBackFormatAndMarkersAndMarksModified) {
 
 TEST_F(UndoHistoryTest, UndoAndRedoStopPlaying) {
     auto document = MakeDocument({1, 16}, PatternBytes(60000, 1));
-    ASSERT_TRUE(edit::Delete(*document, {0, 10, 0}).done);
-    for (bool (CSoundDoc::*const step)() : {&CSoundDoc::Undo, &CSoundDoc::Redo}) {
+    ASSERT_TRUE(edit::Delete(*document, {0, 10, 0}));
+    for (Outcome (CSoundDoc::*const step)() : {&CSoundDoc::Undo, &CSoundDoc::Redo}) {
         ASSERT_TRUE(document->Sound().Play(0));
         ASSERT_TRUE(((*document).*step)());
         EXPECT_TRUE(document->Sound().IsStopped());
@@ -239,7 +239,7 @@ TEST_F(UndoHistoryTest, UndoAndRedoStopPlaying) {
 TEST_F(UndoHistoryTest, WithUndoOffEditsStoreNothingAndUndoDoesNothing) {
     WriteOptions("");
     auto document = MakeDocument({1, 8}, PatternBytes(10, 1));
-    ASSERT_TRUE(edit::Delete(*document, {2, 4, 0}).done);
+    ASSERT_TRUE(edit::Delete(*document, {2, 4, 0}));
     EXPECT_EQ(document->History().Count(), 0u);
     EXPECT_FALSE(document->Undo());
     EXPECT_EQ(document->Sound().GetFrameCount(), 8u);
@@ -247,7 +247,7 @@ TEST_F(UndoHistoryTest, WithUndoOffEditsStoreNothingAndUndoDoesNothing) {
 
 TEST_F(UndoHistoryTest, UndoneStatesAreMovedAndNotCopied) {
     auto document = MakeDocument({1, 8}, PatternBytes(10, 1));
-    ASSERT_TRUE(edit::Paste(*document, MakeClip({1, 8}, PatternBytes(4, 2)), {}).done);
+    ASSERT_TRUE(edit::Paste(*document, MakeClip({1, 8}, PatternBytes(4, 2)), {}));
     const std::uint8_t* const present = document->Sound().Bytes().data();
     ASSERT_TRUE(document->Undo());
     EXPECT_NE(document->Sound().Bytes().data(), present);
@@ -261,13 +261,13 @@ TEST_F(UndoHistoryTest, WithoutMemoryForAStepThePersonDecides) {
     constexpr std::size_t kBytes = 64 << 20;
     for (const bool goOn : {false, true}) {
         auto document = MakeDocument({1, 8}, PatternBytes(kBytes, 1));
-        ASSERT_TRUE(edit::Delete(*document, {0, 10, 0}).done);
+        ASSERT_TRUE(edit::Delete(*document, {0, 10, 0}));
         ASSERT_TRUE(document->Undo());
         prompts_.questions.clear();
         prompts_.answers = {goOn};
         {
             const AddressSpaceLimit limit(kBytes / 2);
-            EXPECT_EQ(edit::Delete(*document, {0, 100, 0}).done, goOn);
+            EXPECT_EQ(bool(edit::Delete(*document, {0, 100, 0})), goOn);
         }
         EXPECT_EQ(prompts_.questions.size(), 1u);
         EXPECT_EQ(document->Sound().GetFrameCount(), kBytes - (goOn ? 100 : 0));

@@ -141,8 +141,8 @@ TEST_F(DirectEffectTest, CrossfadeMovesFromOnePositionToTheOther) {
 
 TEST_F(DirectEffectTest, PanpotRefusesAMonoSound) {
     const auto document = MakeNoise({1, 16}, 100);
-    EXPECT_FALSE(Apply("pan", Target(*document), {0}));
-    EXPECT_EQ(document->LastError(), "Can not use Panpot/Crossfade in Mono File.");
+    EXPECT_EQ(Apply("pan", Target(*document), {0}),
+              Failed("Can not use Panpot/Crossfade in Mono File."));
     EXPECT_FALSE(document->CanUndo());
 }
 

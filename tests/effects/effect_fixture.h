@@ -46,13 +46,13 @@ class EffectTest : public DocumentTest {
         return {document, start, end, state_};
     }
     // By the effect's name, with the values that its dialog shows, in their order.
-    static bool Apply(const char* name, const EffectTarget& target,
-                      const std::vector<double>& values) {
-        return ApplyEffect(*FindEffect(name), target, values).IsDone();
+    static Outcome Apply(const char* name, const EffectTarget& target,
+                         const std::vector<double>& values) {
+        return ApplyEffect(*FindEffect(name), target, values);
     }
-    static bool Preview(const char* name, const EffectTarget& target,
-                        const std::vector<double>& values) {
-        return PreviewEffect(*FindEffect(name), target, values, PreviewPlay::kNo).IsDone();
+    static Outcome Preview(const char* name, const EffectTarget& target,
+                           const std::vector<double>& values) {
+        return PreviewEffect(*FindEffect(name), target, values, PreviewPlay::kNo);
     }
 
     EffectState state_;

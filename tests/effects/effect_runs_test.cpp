@@ -30,7 +30,7 @@ const EffectCase kDirectRuns[] = {{"volume", {50, 0}},
 
 class EffectRunsTest : public EffectTest {
   protected:
-    static bool Makes(const Effect& effect, const EffectTarget& target) {
+    static Outcome Makes(const Effect& effect, const EffectTarget& target) {
         const std::vector<double> values = StartValuesOf(effect);
         return effect.HasPreview() ? Preview(effect.name, target, values)
                                    : Apply(effect.name, target, values);
@@ -70,7 +70,7 @@ TEST_F(EffectRunsTest, AnAppliedEffectIsOneStepAndLeavesNoStalePreview) {
                       changes ? std::vector<std::uint32_t>{100} : std::vector<std::uint32_t>{});
             EXPECT_EQ(document->Preview().HasData(), !changes);
             document->RemoveObserver(&observer);
-            EXPECT_EQ(document->Undo(), changes);
+            EXPECT_EQ(document->Undo().IsDone(), changes);
             EXPECT_EQ(BytesOf(document->Sound()), before);
             EXPECT_FALSE(document->CanUndo());
         }
@@ -136,9 +136,10 @@ class ThreadedEffectsTest : public EffectRunsTest {
         state_ = {};
         progress_.polls = 0;
         progress_.positions.clear();
-        if (FindEffect(run.name)->HasPreview()) Preview(run.name, Target(*document), run.values);
+        if (FindEffect(run.name)->HasPreview())
+            static_cast<void>(Preview(run.name, Target(*document), run.values));
         const Bytes preview = BytesOf(document->Preview());
-        Apply(run.name, Target(*document, 1000, 3 * format.rate), run.values);
+        static_cast<void>(Apply(run.name, Target(*document, 1000, 3 * format.rate), run.values));
         return {BytesOf(document->Sound()), preview, progress_.positions};
     }
 };
@@ -197,7 +198,7 @@ TEST_F(ThreadedEffectsTest, TheSoundStaysStillWhileTheWindowIsPolled) {
     for (const EffectCase& run : kDirectRuns) {
         WatchingProgress progress;
         HostServices services{prompts_, progress, clipboard_, devices_, programFolder_};
-        CSoundDoc document(services, dialogs_);
+        CSoundDoc document(services);
         document.Sound().Adopt(MakeSound({2, 16, 8000}, PatternBytes(400000 * 4, 1)));
         progress.watched = &document.Sound();
         ASSERT_TRUE(Apply(run.name, Target(document), run.values));
@@ -288,7 +289,7 @@ TEST_F(EffectRunsTest, DelaysTakeNoMemoryForTheRateThatAFileClaims) {
     for (const EffectCase& run : runs) {
         MemoryProgress progress;
         HostServices services{prompts_, progress, clipboard_, devices_, programFolder_};
-        CSoundDoc document(services, dialogs_);
+        CSoundDoc document(services);
         document.Sound().Adopt(MakeSound({2, 16, 100'000'000}, PatternBytes(1200, 1)));
         const std::size_t least = VirtualBytes();
         ASSERT_TRUE(Apply(run.name, Target(document), run.values)) << run.name;

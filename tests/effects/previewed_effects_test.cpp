@@ -83,7 +83,7 @@ TEST_F(PreviewedEffectTest, AMonoRangeIsPreviewedByHalfAndNotApplied) {
 TEST_F(PreviewedEffectTest, CancelHandsNothingOverAndLeavesTheHistoryAlone) {
     for (const char* name : {"flanger", "reverb"}) {
         const auto document = MakeNoise({2, 16, 8000}, 200000);
-        ASSERT_TRUE(edit::Delete(*document, {0, 10, 0}).done);
+        ASSERT_TRUE(edit::Delete(*document, {0, 10, 0}));
         ASSERT_TRUE(document->Undo());
         document->SetModified(false);
         const Bytes before = BytesOf(document->Sound());

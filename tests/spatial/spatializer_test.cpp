@@ -102,8 +102,8 @@ TEST_F(SpatializerTest, RefusesASoundThatWouldBecomeTooLong) {
     constexpr std::uint32_t kFrames = 1u << 29;
     const auto document = MakeDocument();
     ASSERT_TRUE(document->Sound().Create(1, 8, 44100, kFrames));
-    EXPECT_FALSE(SpatializePositional({*document, 0, 10, "", SpatialOutcome::kApply}, {0, 1, 0}));
-    EXPECT_EQ(document->LastError(), "The sound is too long to become 16-bit stereo.");
+    EXPECT_EQ(SpatializePositional({*document, 0, 10, "", SpatialOutcome::kApply}, {0, 1, 0}),
+              Failed("The sound is too long to become 16-bit stereo."));
     EXPECT_TRUE(progress_.titles.empty());
     EXPECT_FALSE(document->GetModified() || document->CanUndo());
     EXPECT_TRUE(SpatializePositional({*document, 0, 10, "", SpatialOutcome::kPreview}, {0, 1, 0}));

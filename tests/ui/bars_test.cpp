@@ -140,6 +140,8 @@ TEST_F(BarsTest, CloseOthersAsksFirstAndKeepsTheActiveOne) {
     Run(app_command::kCloseOthers);
     EXPECT_EQ(Buttons(), QStringList{"b.wav!"});
     EXPECT_FALSE(Frame().Actions().Action(app_command::kCloseOthers)->isEnabled());
+    EXPECT_TRUE(Frame().Actions().Action(app_command::kSave)->isEnabled());
+    EXPECT_TRUE(Frame().Actions().Action(view_command::kSelectAll)->isEnabled());
 }
 
 TEST_F(BarsTest, TheMenuOfAButtonIsThatOfItsSound) {
@@ -167,7 +169,7 @@ TEST_F(BarsTest, TheFormatFollowsActivationEditsAndUndo) {
     programFolder_.Options().SetInteger("__SOUND_GENERAL_OPTIONS", "SAVE UNDO REDO INFOMATION", 1);
     EXPECT_EQ(Format("rate") + Format("size") + Format("history"), "");
     ASSERT_TRUE(App().OpenFile(WavFile("a.wav")));
-    Sounds().Active()->view->SetStatusFormat(StatusFormat::kTime);
+    EXPECT_TRUE(Sounds().Active()->view->SetStatusFormat(StatusFormat::kTime));
     Active().NotifyChanged(0);
     EXPECT_EQ(Format("rate"), "8,000 Hz");
     EXPECT_EQ(Format("bits"), "8-bit");

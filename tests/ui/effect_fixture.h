@@ -57,7 +57,7 @@ class EffectFixture : public ::testing::Test {
         TestApplication();
         EXPECT_TRUE(folder_.Options().SetInteger("__SOUND_GENERAL_OPTIONS",
                                                  "SAVE UNDO REDO INFOMATION", 1));
-        workspace_ = std::make_unique<Workspace>(services_, documentDialogs_, viewDialogs_);
+        workspace_ = std::make_unique<Workspace>(services_);
         workspace_->SetInitialViewSize(400, 200);
         commands_ = std::make_unique<EffectCommands>(EffectHost{
             [this] { return workspace_->Active() ? workspace_->Active()->view.get() : nullptr; },
@@ -71,7 +71,7 @@ class EffectFixture : public ::testing::Test {
     void Open(const EffectSound& sound) {
         class Sound copy;
         ASSERT_TRUE(copy.Create(sound.channels, sound.bits, sound.samplesPerSecond, sound.frames));
-        ASSERT_TRUE(workspace_->NewDocumentFromSound(std::move(copy), "Test"));
+        workspace_->NewDocumentFromSound(std::move(copy), "Test");
         for (std::uint32_t frame = 0; frame < sound.frames; ++frame)
             for (unsigned channel = 0; channel < sound.channels; ++channel)
                 Sound().SetSample(channel, frame, 100);
@@ -89,7 +89,7 @@ class EffectFixture : public ::testing::Test {
     }
     void Close() { dialog_->reject(); }
     // Runs the command; `act` gets its dialog once that is open.
-    bool RunWith(int commandId, const std::function<void(QDialog&)>& act) {
+    Outcome RunWith(int commandId, const std::function<void(QDialog&)>& act) {
         QTimer::singleShot(0, [act] { act(*qobject_cast<QDialog*>(qApp->activeModalWidget())); });
         return commands_->RunCommand(commandId);
     }
@@ -101,8 +101,6 @@ class EffectFixture : public ::testing::Test {
     MemoryClipboard clipboard_;
     HeadlessWaveDevices devices_{WavePace::kAsFastAsAsked};
     HostServices services_{prompts_, progress_, clipboard_, devices_, folder_};
-    FixedDocumentDialogs documentDialogs_;
-    CancellingViewDialogs viewDialogs_;
     std::unique_ptr<Workspace> workspace_;
     EffectState state_;
     EffectMemory memory_;

@@ -142,10 +142,10 @@ TEST_F(EffectPreviewTest, OpensAsANewDocumentTitledAfterItsEffect) {
     Open({});
     EXPECT_TRUE(commands_->StateOfCommand(kVolume).enabled);
     EXPECT_FALSE(commands_->StateOfCommand(kOpenPreview).enabled);
-    RunWith(kEqualizer, [](QDialog& dialog) {
+    EXPECT_TRUE(RunWith(kEqualizer, [](QDialog& dialog) {
         ButtonOf(dialog, "&Preview")->click();
         dialog.accept();
-    });
+    }));
     const CSoundDoc& source = Document();
     EXPECT_FALSE(source.GetModified());
     ASSERT_TRUE(commands_->StateOfCommand(kOpenPreview).enabled);
@@ -165,7 +165,7 @@ TEST_F(EffectPreviewTest, CommandsRestWhileRecordingAndForEmptySounds) {
         EXPECT_TRUE(commands_->HandlesCommand(row.id));
     ASSERT_TRUE(Document().StartRecording());
     EXPECT_FALSE(commands_->StateOfCommand(kReverb).enabled);
-    Document().StopRecording(0);
+    EXPECT_FALSE(Document().StopRecording(0)) << "nothing was recorded";
 }
 
 }  // namespace

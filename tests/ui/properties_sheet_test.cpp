@@ -17,11 +17,6 @@
 namespace sonavel {
 namespace {
 
-struct NoDialogs : DocumentDialogs {
-    std::optional<NewSoundChoice> AskNewSound(const NewSoundChoice&) override { return {}; }
-    std::optional<SaveAsChoice> AskSaveAs(const SaveAsRequest&) override { return {}; }
-};
-
 class PropertiesTest : public ::testing::Test {
   protected:
     PropertiesTest() {
@@ -46,8 +41,7 @@ class PropertiesTest : public ::testing::Test {
     FakeProgress progress_;
     MemoryClipboard clipboard_;
     FakeWaveDevices devices_;
-    NoDialogs dialogs_;
-    CSoundDoc document_{{prompts_, progress_, clipboard_, devices_, folder_}, dialogs_};
+    CSoundDoc document_{{prompts_, progress_, clipboard_, devices_, folder_}};
 };
 
 TEST_F(PropertiesTest, FormatOfASound) {

@@ -52,7 +52,7 @@ class SpatialEditors : public ::testing::Test {
         TestApplication();
         EXPECT_TRUE(folder_.Options().SetInteger("__SOUND_GENERAL_OPTIONS",
                                                  "SAVE UNDO REDO INFOMATION", 1));
-        workspace_ = std::make_unique<Workspace>(services_, documentDialogs_, viewDialogs_);
+        workspace_ = std::make_unique<Workspace>(services_);
         workspace_->SetInitialViewSize(400, 200);
         Open(1, 8, 6000);
     }
@@ -60,7 +60,7 @@ class SpatialEditors : public ::testing::Test {
     void Open(unsigned channels, unsigned bits, std::uint32_t frames) {
         Sound copy;
         ASSERT_TRUE(copy.Create(channels, bits, 44100, frames));
-        ASSERT_TRUE(workspace_->NewDocumentFromSound(std::move(copy), "Test"));
+        workspace_->NewDocumentFromSound(std::move(copy), "Test");
         for (std::uint32_t i = 0; i < frames; ++i)
             Document().Sound().SetSample(0, i, i / 50 % 2 ? 90 : -90);
         Document().SetModified(false);
@@ -91,8 +91,6 @@ class SpatialEditors : public ::testing::Test {
     MemoryClipboard clipboard_;
     HeadlessWaveDevices devices_{WavePace::kAsFastAsAsked};
     HostServices services_{prompts_, progress_, clipboard_, devices_, folder_};
-    FixedDocumentDialogs documentDialogs_;
-    CancellingViewDialogs viewDialogs_;
     std::unique_ptr<Workspace> workspace_;
     SpatialMemory memory_;
 };
@@ -549,7 +547,7 @@ TEST_F(SpatialEditors, TheCommandsNeedASound) {
     EXPECT_TRUE(withSound.StateOfCommand(spatial_command::kUserPositional).enabled);
     ASSERT_TRUE(Document().StartRecording());
     EXPECT_FALSE(withSound.StateOfCommand(spatial_command::kUserPositional).enabled);
-    Document().StopRecording(0);
+    EXPECT_FALSE(Document().StopRecording(0)) << "nothing was recorded";
     ASSERT_TRUE(workspace_->NewDocument(NewSoundChoice{}));
     SpatialCommands empty(Document(), View(), memory_);
     EXPECT_FALSE(empty.StateOfCommand(spatial_command::kSystemMoving).enabled);

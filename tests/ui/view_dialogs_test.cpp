@@ -13,7 +13,6 @@
 #include "view/ui/go_to_dialog.h"
 #include "view/ui/level_dialogs.h"
 #include "view/ui/marker_dialog.h"
-#include "view/ui/qt_view_dialogs.h"
 #include "view/ui/record_dialog.h"
 #include "view/ui/user_zoom_dialog.h"
 
@@ -43,21 +42,6 @@ Field* FieldOf(QWidget& dialog, const char* label) {
         if (candidate->text() == QLatin1String(label))
             return qobject_cast<Field*>(candidate->buddy());
     return nullptr;
-}
-
-TEST_F(ViewDialogsTest, TheFactoryReturnsWhatWasAcceptedAndNothingForCancel) {
-    QtViewDialogs dialogs(nullptr);
-    const auto whenOpen = [](auto act) {
-        QTimer::singleShot(0, [act] { act(*qobject_cast<QDialog*>(qApp->activeModalWidget())); });
-    };
-    whenOpen([](QDialog& dialog) {
-        EXPECT_EQ(dialog.windowTitle(), "Paste Replicate");
-        dialog.findChild<QSpinBox*>()->setValue(17);
-        OkOf(dialog)->click();
-    });
-    EXPECT_EQ(dialogs.AskReplicateCount(1), 17);
-    whenOpen([](QDialog& dialog) { dialog.reject(); });
-    EXPECT_EQ(dialogs.AskReplicateCount(1), std::nullopt);
 }
 
 TEST_F(ViewDialogsTest, UserZoomTakesOnlyWhatItsTypeCanUse) {

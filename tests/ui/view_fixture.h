@@ -19,43 +19,6 @@
 
 namespace sonavel {
 
-class FixedDocumentDialogs : public DocumentDialogs {
-  public:
-    std::optional<NewSoundChoice> AskNewSound(const NewSoundChoice& initial) override {
-        return initial;
-    }
-    std::optional<SaveAsChoice> AskSaveAs(const SaveAsRequest&) override { return std::nullopt; }
-};
-
-// Notes which dialogs were asked for and cancels them.
-class CancellingViewDialogs : public ViewDialogs {
-  public:
-    std::optional<UserZoom> AskUserZoom(const UserZoom&) override { return Note("zoom"); }
-    std::optional<MixChoice> AskMix(const MixRange&, const MixChoice&) override {
-        return Note("mix");
-    }
-    std::optional<CrossfadeChoice> AskCrossfade(const MixRange&, const CrossfadeChoice&) override {
-        return Note("crossfade");
-    }
-    std::optional<int> AskReplicateCount(int) override { return Note("replicate"); }
-    std::optional<GoToChoice> AskGoTo(const GoToRequest&) override { return Note("go to"); }
-    std::optional<std::vector<MarkerEdit>> EditMarkers(const MarkerDialogRequest&) override {
-        return Note("markers");
-    }
-    void ShowClipboardContents(const ClipboardContents&, ClipboardPreview&) override {
-        asked.push_back("clipboard");
-    }
-    std::optional<RecordChoice> AskRecord(const RecordRequest&) override { return Note("record"); }
-
-    std::vector<std::string> asked;
-
-  private:
-    std::nullopt_t Note(const char* name) {
-        asked.push_back(name);
-        return std::nullopt;
-    }
-};
-
 // The value of a channel at a frame, as a 16-bit sample.
 using TestSignal = std::function<int(unsigned channel, std::uint32_t frame)>;
 
@@ -82,7 +45,7 @@ class ViewFixture : public ::testing::Test {
             return commands->HandlesCommand(id) ? commands : nullptr;
         });
         for (const Command<CSoundView>& row : ViewCommands()) actions_->Add(row.info);
-        workspace_ = std::make_unique<Workspace>(services_, documentDialogs_, viewDialogs_);
+        workspace_ = std::make_unique<Workspace>(services_);
     }
     ~ViewFixture() override { widget_.reset(); }
 
@@ -95,7 +58,7 @@ class ViewFixture : public ::testing::Test {
             for (unsigned channel = 0; channel < sound.channels; ++channel)
                 *samples++ = static_cast<std::int16_t>(sound.signal(channel, frame));
         copy.Markers() = sound.markers;
-        EXPECT_TRUE(workspace_->NewDocumentFromSound(std::move(copy), "Test"));
+        workspace_->NewDocumentFromSound(std::move(copy), "Test");
         widget_ = std::make_unique<SoundViewWidget>(*workspace_->Active()->view, *actions_);
         widget_->resize(size);
         widget_->show();
@@ -122,8 +85,6 @@ class ViewFixture : public ::testing::Test {
     MemoryClipboard clipboard_;
     HeadlessWaveDevices devices_{WavePace::kAsFastAsAsked};
     HostServices services_{prompts_, progress_, clipboard_, devices_, folder_};
-    FixedDocumentDialogs documentDialogs_;
-    CancellingViewDialogs viewDialogs_;
     std::unique_ptr<CommandActions> actions_;
     std::unique_ptr<Workspace> workspace_;
     std::unique_ptr<SoundViewWidget> widget_;

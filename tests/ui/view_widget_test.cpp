@@ -7,6 +7,7 @@
 #include "support/paint_watch.h"
 #include "ui/view_fixture.h"
 #include "view/draw/envelope.h"
+#include "view/ui/asking_view_commands.h"
 #include "view/ui/qt_values.h"
 
 namespace sonavel {
@@ -363,8 +364,37 @@ TEST_F(SoundViewWidgetTest, TheZoomButtonsTakeEitherButton) {
     EXPECT_TRUE(IsLevelZoomed(view.Zoom().State()));
     press(view.State().Geometry().levelZoomButton, Qt::RightButton);
     EXPECT_FALSE(IsLevelZoomed(view.Zoom().State()));
+    int run = 0;
+    QObject::connect(actions_.get(), &CommandActions::CommandRun,
+                     [&run](int id, const Outcome&) { run = id; });
     press(view.State().Geometry().zoomerButton, Qt::LeftButton);
-    EXPECT_EQ(viewDialogs_.asked, std::vector<std::string>{"zoom"});
+    EXPECT_EQ(run, view_command::kZoomUser);
+}
+
+TEST_F(SoundViewWidgetTest, EveryCommandThatAsksShowsItsDialogAndRunsWithTheAnswer) {
+    CSoundView& view = Open({1, 6400, BeatingTone, {}});
+    AskingViewCommands commands(view, nullptr);
+    view.State().SetSelection(0, 100);
+    ASSERT_TRUE(commands.RunCommand(view_command::kCopy));
+    ASSERT_TRUE(commands.RunCommand(view_command::kDropMarker));
+    const auto whenOpen = [](int result) {
+        QTimer::singleShot(0, [result] {
+            qobject_cast<QDialog*>(QApplication::activeModalWidget())->done(result);
+        });
+    };
+    int asking = 0;
+    for (const Command<CSoundView>& row : ViewCommands()) {
+        if (row.run) continue;
+        SCOPED_TRACE(row.info.menuText);
+        ++asking;
+        whenOpen(QDialog::Rejected);
+        const bool shows = row.info.id == view_command::kClipboardContents;
+        EXPECT_EQ(commands.RunCommand(row.info.id), shows ? Done() : Cancelled());
+        whenOpen(QDialog::Accepted);
+        EXPECT_TRUE(commands.RunCommand(row.info.id));
+    }
+    EXPECT_EQ(asking, 9);
+    EXPECT_EQ(view.FrameCount(), 6500u) << "the clip once, at the cursor gone to";
 }
 
 TEST_F(SoundViewWidgetTest, PlainKeysRunTheirCommands) {

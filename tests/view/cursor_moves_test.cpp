@@ -6,10 +6,10 @@ namespace sonavel {
 namespace {
 
 using CursorMovesTest = ViewTest;
-using Move = bool (*)(CSoundView&);
+using Move = Outcome (*)(CSoundView&);
 
-template <bool (*kFunction)(CSoundView&, int, MoveMode), int kPixels, MoveMode kMode>
-bool MoveBy(CSoundView& view) {
+template <Outcome (*kFunction)(CSoundView&, int, MoveMode), int kPixels, MoveMode kMode>
+Outcome MoveBy(CSoundView& view) {
     return kFunction(view, kPixels, kMode);
 }
 constexpr Move kLeft1 = MoveBy<MoveCursorLeft, 1, MoveMode::kCollapse>;
@@ -81,7 +81,7 @@ TEST_F(CursorMovesTest, LeavingTheWindowScrollsByThreeSteps) {
         View().State().SetCursor(c.cursor);
         View().Zoom().ScrollHorizontallyTo(1000);
         ASSERT_EQ(View().Zoom().Horizontal().position, 1000);
-        c.move(View());
+        EXPECT_TRUE(c.move(View()));
         EXPECT_EQ(View().Zoom().Horizontal().position, c.newPosition);
     }
 }
@@ -91,11 +91,11 @@ TEST_F(CursorMovesTest, ScrollingStopsAtBothEndsOfTheRange) {
     View().Zoom().Time(TimeZoomFull);
     View().Zoom().ScrollHorizontallyTo(10);
     View().State().SetCursor(5);
-    kLeft25(View());
+    EXPECT_TRUE(kLeft25(View()));
     EXPECT_EQ(View().Zoom().Horizontal().position, 0);
     View().Zoom().ScrollHorizontallyTo(6400);
     View().State().SetCursor(6400);
-    kRight25(View());
+    EXPECT_TRUE(kRight25(View()));
     EXPECT_EQ(View().Zoom().Horizontal().position, View().Zoom().Horizontal().LastPosition());
     EXPECT_EQ(View().State().Cursor(), 6400u);
 }
@@ -134,7 +134,7 @@ TEST_F(CursorMovesTest, SelectingToTheEndsKeepsTheOtherEnd) {
     EXPECT_EQ(View().State().Cursor(), 0u);
     EXPECT_TRUE(View().Zoom().IsFrameInSight(0));
     View().State().SetCursor(77);
-    SelectAll(View());
+    EXPECT_TRUE(SelectAll(View()));
     EXPECT_EQ(View().State().GetSelection(), (Selection{0, 6400}));
     EXPECT_EQ(View().State().Cursor(), 77u);
 }
@@ -151,15 +151,12 @@ TEST_F(CursorMovesTest, GoToCursorTakesAFrameOrATimeAndShowsIt) {
     for (const auto& [choice, frame] : cases) {
         SCOPED_TRACE(frame);
         View().State().SetSelection(10, 20);
-        dialogs.goTo = choice;
-        EXPECT_TRUE(AskAndGoToCursor(View()));
+        EXPECT_TRUE(GoToCursor(View(), choice));
         EXPECT_EQ(View().State().Cursor(), frame);
         EXPECT_EQ(View().State().GetSelection(), (Selection{frame, frame}));
         EXPECT_TRUE(View().Zoom().IsFrameInSight(frame));
     }
-    dialogs.goTo.reset();
-    EXPECT_FALSE(AskAndGoToCursor(View()));
-    EXPECT_EQ(View().State().Cursor(), 6400u);
+    EXPECT_EQ(QuestionOfGoTo(View())->cursorFrame, 6400u);
 }
 
 TEST_F(CursorMovesTest, SelectsBetweenTheNearestMarkersOrToTheEnds) {
@@ -171,7 +168,7 @@ TEST_F(CursorMovesTest, SelectsBetweenTheNearestMarkersOrToTheEnds) {
     const std::pair<std::uint32_t, Selection> cases[] = {
         {100, {0, 200}}, {200, {200, 600}}, {599, {200, 600}}, {600, {600, 1000}}};
     for (const auto& [frame, expected] : cases) {
-        SelectBetweenMarkers(View(), frame);
+        EXPECT_TRUE(SelectBetweenMarkers(View(), frame));
         EXPECT_EQ(View().State().GetSelection(), expected) << frame;
     }
 }
@@ -179,11 +176,12 @@ TEST_F(CursorMovesTest, SelectsBetweenTheNearestMarkersOrToTheEnds) {
 TEST_F(CursorMovesTest, AnEmptySoundRefusesEveryMove) {
     OpenRamp(0);
     for (const Move move : {kLeft1, kRight25, kExtendLeft1, MoveCursorToStart, MoveCursorToEnd,
-                            SelectAll, SelectToStart, SelectToEnd, AskAndGoToCursor}) {
-        EXPECT_FALSE(move(View()));
+                            SelectAll, SelectToStart, SelectToEnd}) {
+        EXPECT_EQ(move(View()), Failed("The document has no sound."));
         EXPECT_EQ(View().State().Cursor(), 0u);
-        EXPECT_FALSE(View().LastError().empty());
     }
+    EXPECT_EQ(QuestionOfGoTo(View()).Reason(), "The document has no sound.");
+    EXPECT_FALSE(QuestionOfUserZoom(View()));
 }
 
 }  // namespace

@@ -61,14 +61,11 @@ TEST_F(EditCommandsTest, EveryCommandLeavesSelectionCursorAndLengthAsStated) {
         SCOPED_TRACE(c.name);
         OpenRamp(5000);
         ASSERT_TRUE(clipboard.SetImage(*clip));
-        dialogs.replicateCount = 3;
-        dialogs.mix = MixChoice{};
-        dialogs.crossfade = CrossfadeChoice{};
         View().Zoom().Time(TimeZoomIn);
         const ScrollState zoom = View().Zoom().Horizontal();
         View().State().SetCursor(c.cursor);
         View().State().SetSelection(c.selection.start, c.selection.end);
-        EXPECT_TRUE(Run(c.command)) << View().LastError();
+        EXPECT_TRUE(RunAnswered(c.command)) << ended.Reason();
         EXPECT_EQ(View().FrameCount(), c.frames);
         EXPECT_EQ(View().State().GetSelection(), c.newSelection);
         EXPECT_EQ(View().State().Cursor(), c.newCursor);
@@ -110,7 +107,7 @@ TEST_F(EditCommandsTest, TheExtremesFollowAnEdit) {
 
 TEST_F(EditCommandsTest, CommandsSayWhyTheyAreNotOffered) {
     OpenRamp(5000);
-    const auto reason = [&](int command) { return Commands().ReasonDisabled(command); };
+    const auto reason = [&](int command) { return Commands().Offered(command).Reason(); };
     for (const int command : {kCut, kCopy, kDelete, kZoomSelection, kPasteOverwrite})
         EXPECT_EQ(reason(command), "Nothing is selected.");
     for (const int command : {kPaste, kPasteNew, kMix, kPasteReplicate, kClipboardContents})
@@ -122,64 +119,55 @@ TEST_F(EditCommandsTest, CommandsSayWhyTheyAreNotOffered) {
     EXPECT_EQ(reason(kPasteBlockCopy), "The clipboard holds no wave data.");
     EXPECT_EQ(reason(kCut), "");
     EXPECT_FALSE(Run(kUndo));
-    EXPECT_EQ(View().LastError(), "There is nothing to undo.");
+    EXPECT_EQ(ended.Reason(), "There is nothing to undo.");
 }
 
-TEST_F(EditCommandsTest, ACancelledDialogChangesNothingAndStoresNoStep) {
+TEST_F(EditCommandsTest, ACommandThatAsksIsRefusedUnlessItIsAnswered) {
     OpenRamp(5000);
     CopyFrames(0, 100);
     const FileBytes before = Bytes();
-    for (const int command : {kMix, kCrossfadeMix, kPasteReplicate}) {
+    for (const int command : {kMix, kCrossfadeMix, kPasteReplicate, kGoToCursor, kZoomUser})
         EXPECT_FALSE(Run(command));
-        EXPECT_EQ(View().LastError(), "Cancelled.");
-    }
-    for (const int count : {0, 1001}) {
-        dialogs.replicateCount = count;
-        EXPECT_FALSE(Run(kPasteReplicate));
-        EXPECT_EQ(View().LastError(), "A clip is pasted 1 to 1000 times.");
-    }
+    for (const int count : {0, 1001})
+        EXPECT_EQ(PasteReplicate(View(), count), Failed("A clip is pasted 1 to 1000 times."));
     EXPECT_EQ(Bytes(), before);
     EXPECT_EQ(Document().History().Count(), 0u);
 }
 
-TEST_F(EditCommandsTest, TheMixDialogsShowTheirRangeAndGiveGainsInPercent) {
+TEST_F(EditCommandsTest, TheMixesAskAboutTheirRangeAndTakeGainsInPercent) {
     const auto shown = [&] {
-        return std::pair(dialogs.shownRange.startFrame, dialogs.shownRange.endFrame);
+        const Result<MixQuestion> question = PrepareMix(View());
+        EXPECT_TRUE(question);
+        return std::tuple(question->startFrame, question->endFrame, question->bits);
     };
     OpenRamp(5000);
     CopyFrames(1000, 1100);
     View().State().SetCursor(200);
-    dialogs.mix = MixChoice{50, 200};
-    EXPECT_TRUE(Run(kMix));
-    EXPECT_EQ(shown(), std::pair(200u, 299u));
-    EXPECT_EQ(dialogs.shownRange.bits, 16u);
+    EXPECT_EQ(shown(), std::tuple(200u, 299u, 16u));
+    EXPECT_TRUE(MixClipboard(View(), {50, 200}));
     EXPECT_EQ(Samples(199, 3), (std::vector<int>{199, 500 + 400, 500 + 402}));
     View().State().SetSelection(3000, 3002);
-    dialogs.crossfade = CrossfadeChoice{100, 0, 0, 100};
-    EXPECT_TRUE(Run(kCrossfadeMix));
-    EXPECT_EQ(shown(), std::pair(3000u, 3002u));
+    EXPECT_EQ(shown(), std::tuple(3000u, 3002u, 16u));
+    EXPECT_TRUE(CrossfadeMixClipboard(View(), {100, 0, 0, 100}));
     EXPECT_EQ(Samples(3000, 2), (std::vector<int>{1000, 3001}));
     OpenRamp(100, 1, 8);
     CopyFrames(0, 10);
-    EXPECT_TRUE(Run(kCrossfadeMix));
-    EXPECT_EQ(dialogs.shownRange.bits, 8u);
+    EXPECT_EQ(shown(), std::tuple(0u, 9u, 8u));
 }
 
 TEST_F(EditCommandsTest, ClipboardContentsShowsAndPlaysTheClip) {
     OpenRamp(5000, 2, 16, 44100);
     CopyFrames(0, 441);
-    bool played = false;
-    dialogs.onClipboardContents = [&](ClipboardPreview& preview) {
-        preview.Play();
-        played = devices.Out().open;
-        preview.Stop();
-    };
-    EXPECT_TRUE(Run(kClipboardContents));
-    EXPECT_EQ(dialogs.clipboardContents.attributes, "44,100 Hz, 16-bit, Stereo");
-    EXPECT_EQ(dialogs.clipboardContents.totalBytes, 441u * 4);
-    EXPECT_EQ(dialogs.clipboardContents.samples, 441u);
-    EXPECT_DOUBLE_EQ(dialogs.clipboardContents.seconds, 0.01);
-    EXPECT_TRUE(played);
+    const Result<ClipboardContents> contents = ReadClipboardContents(View());
+    ASSERT_TRUE(contents);
+    EXPECT_EQ(contents->attributes, "44,100 Hz, 16-bit, Stereo");
+    EXPECT_EQ(contents->totalBytes, 441u * 4);
+    EXPECT_EQ(contents->samples, 441u);
+    EXPECT_DOUBLE_EQ(contents->seconds, 0.01);
+    const auto player = MakeClipPlayer(View());
+    player->Play();
+    EXPECT_TRUE(devices.Out().open);
+    player->Stop();
     EXPECT_FALSE(devices.Out().open);
 }
 
@@ -242,64 +230,61 @@ TEST_F(EditCommandsTest, MarkerCommandsClampMarkModifiedAndReportWhatIsMissing) 
     EXPECT_TRUE(SetMarker(View(), id, 900, "", 500));
     EXPECT_EQ(Markers().at(1), MarkerRow(900, "end", 100));
     EXPECT_FALSE(SetMarker(View(), 99, 1, "", 0));
-    EXPECT_FALSE(RemoveMarker(View(), 99));
-    EXPECT_EQ(View().LastError(), "There is no such marker.");
     for (const std::uint32_t frame : {500u, 600u}) EXPECT_EQ(NearestMarkerId(View(), frame), 1u);
+    EXPECT_EQ(RemoveMarker(View(), 99), Failed("There is no such marker."));
     EXPECT_EQ(NearestMarkerId(View(), 601), id);
 }
 
-TEST_F(EditCommandsTest, TheMarkerDialogShowsTheSoundAndAddsItsFirstMarker) {
+TEST_F(EditCommandsTest, TheMarkersAreAskedAboutWithTheSoundAndTheSelectionOrTheCursor) {
+    using Start = MarkerDialogRequest::Start;
     OpenRamp(1000, 1, 16, 8000);
     View().State().SetCursor(70);
     EXPECT_EQ(NearestMarkerId(View(), 5), 0u);
-    dialogs.markerEdits = {{MarkerEdit::Kind::kAdd, 0, 70, "", 0}};
-    EXPECT_TRUE(Run(kMarkerAdd));
-    EXPECT_EQ(Markers(), (std::vector<MarkerRow>{{70, "Marker 1", 0}}));
-    EXPECT_EQ(dialogs.markerRequest.markerId, 0u);
-    EXPECT_EQ(dialogs.markerRequest.newPosition, 70u);
-    EXPECT_EQ(dialogs.markerRequest.frameCount, 1000u);
-    EXPECT_EQ(dialogs.markerRequest.samplesPerSecond, 8000u);
-    EXPECT_TRUE(dialogs.markerRequest.markers.Empty());
-    Watch();
-    EXPECT_TRUE(Run(kMarkerDelete));
-    EXPECT_EQ(dialogs.markerRequest.start, MarkerDialogRequest::Start::kList);
-    EXPECT_EQ(dialogs.markerRequest.markers.Count(), 1u);
-    for (const ViewArea area : {ViewArea::kMarkerStrip, ViewArea::kWaveform})
-        EXPECT_EQ(std::ranges::count(window.areas, area), 1);
+    const Result<MarkerDialogRequest> first = QuestionOfMarkers(View(), Start::kAdd, 0);
+    ASSERT_TRUE(first);
+    EXPECT_EQ(first->newPosition, 70u);
+    EXPECT_EQ(first->frameCount, 1000u);
+    EXPECT_EQ(first->samplesPerSecond, 8000u);
+    EXPECT_TRUE(first->markers.Empty());
+    EXPECT_TRUE(Run(kDropMarker));
+    View().State().SetSelection(400, 450);
+    const Result<MarkerDialogRequest> second = QuestionOfMarkers(View(), Start::kEdit, 1);
+    ASSERT_TRUE(second);
+    EXPECT_EQ(second->start, Start::kEdit);
+    EXPECT_EQ(second->markerId, 1u);
+    EXPECT_EQ(second->newPosition, 400u);
+    EXPECT_EQ(second->newLength, 50u);
+    EXPECT_EQ(second->markers.Count(), 1u);
+    OpenRamp(0);
+    EXPECT_FALSE(QuestionOfMarkers(View(), Start::kAdd, 0));
 }
 
-TEST_F(EditCommandsTest, TheMarkerDialogProposesTheSelectionAndItsEditsAreCarriedOut) {
+TEST_F(EditCommandsTest, TheAnsweredEditsOfMarkersAreOneEditOrNone) {
+    using Kind = MarkerEdit::Kind;
     OpenRamp(1000);
     AddMarker(View(), 100, "a", 0);
     AddMarker(View(), 200, "b", 0);
-    View().State().SetSelection(400, 450);
-    dialogs.markerEdits = {{MarkerEdit::Kind::kDelete, 1, 0, "", 0},
-                           {MarkerEdit::Kind::kSet, 2, 250, "c", 5},
-                           {MarkerEdit::Kind::kAdd, 0, 400, "d", 50}};
-    EXPECT_TRUE(Run(kMarkerAdd));
-    EXPECT_EQ(dialogs.markerRequest.start, MarkerDialogRequest::Start::kAdd);
-    EXPECT_EQ(dialogs.markerRequest.newPosition, 400u);
-    EXPECT_EQ(dialogs.markerRequest.newLength, 50u);
+    Watch();
+    const MarkerEdit edits[] = {
+        {Kind::kDelete, 1, 0, "", 0}, {Kind::kSet, 2, 250, "c", 5}, {Kind::kAdd, 0, 400, "d", 50}};
+    EXPECT_TRUE(EditMarkers(View(), edits));
     EXPECT_EQ(Markers(), (std::vector<MarkerRow>{{250, "c", 5}, {400, "d", 50}}));
-    EXPECT_TRUE(Run(kUndo)) << "OK is one edit, whatever the dialog was used for";
+    for (const ViewArea area : {ViewArea::kMarkerStrip, ViewArea::kWaveform})
+        EXPECT_EQ(std::ranges::count(window.areas, area), 1);
+    EXPECT_TRUE(Run(kUndo));
     EXPECT_EQ(Markers(), (std::vector<MarkerRow>{{100, "a", 0}, {200, "b", 0}}));
-    dialogs.markerEdits = {{MarkerEdit::Kind::kDelete, 1, 0, "", 0},
-                           {MarkerEdit::Kind::kDelete, 1, 0, "", 0}};
-    EXPECT_FALSE(Run(kMarkerDelete));
-    EXPECT_EQ(View().LastError(), "There is no such marker.");
+    const MarkerEdit twice[] = {{Kind::kDelete, 1, 0, "", 0}, {Kind::kDelete, 1, 0, "", 0}};
+    EXPECT_EQ(EditMarkers(View(), twice), Failed("There is no such marker."));
     EXPECT_EQ(Markers().size(), 2u);
-    EXPECT_TRUE(Document().CanRedo()) << "all of a dialog's edits, or none";
-    dialogs.markerEdits.reset();
-    EXPECT_FALSE(Run(kMarkerEdit));
-    EXPECT_EQ(dialogs.markerRequest.start, MarkerDialogRequest::Start::kEdit);
+    EXPECT_TRUE(Document().CanRedo());
 }
 
 TEST_F(EditCommandsTest, MarkerStepsFitTheWindowOnUndoAndShowTheMarkerOnRedo) {
     OpenRamp(6400);
     AddMarker(View(), 3000, "a", 0);
     AddMarker(View(), 5000, "b", 0);
-    RemoveMarker(View(), 1);
-    SetMarker(View(), 2, 4000, "", 0);
+    EXPECT_TRUE(RemoveMarker(View(), 1));
+    EXPECT_TRUE(SetMarker(View(), 2, 4000, "", 0));
     const std::uint32_t places[] = {3000, 5000, 3000, 4000};
     for (std::size_t i = std::size(places); i-- > 0;) {
         EXPECT_EQ(Commands().MenuTextOfCommand(kUndo), "&UndoMarker");

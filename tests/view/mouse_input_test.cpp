@@ -110,14 +110,9 @@ TEST_F(MouseInputTest, ZoomButtonsZoomInOutAndAsk) {
     const std::int64_t height = View().Zoom().Vertical().maximum;
     mouse.Press(MouseButton::kLeft, At(27, kHeight - 5));
     EXPECT_EQ(View().Zoom().Vertical().maximum, height * 3 / 2);
-    UserZoom zoom;
-    zoom.type = UserZoom::Type::kSample;
-    zoom.startSample = 1000;
-    zoom.endSample = 2000;
-    dialogs.userZoom = zoom;
-    mouse.Press(MouseButton::kLeft, At(kWidth - 5, kHeight - 5));
-    EXPECT_EQ(View().Zoom().Horizontal().maximum, 4096);
-    EXPECT_EQ(dialogs.shownUserZoom.endSample, 6400);
+    EXPECT_EQ(mouse.Press(MouseButton::kLeft, At(kWidth - 5, kHeight - 5)),
+              MouseRequest::kUserZoom);
+    EXPECT_EQ(QuestionOfUserZoom(View())->endSample, 6400);
 }
 
 TEST_F(MouseInputTest, AMarkerIsDraggedByItsFlagAndEditedByADoubleClick) {
@@ -131,9 +126,8 @@ TEST_F(MouseInputTest, AMarkerIsDraggedByItsFlagAndEditedByADoubleClick) {
     EXPECT_EQ(Sound().Markers().Find(1)->name, "m");
     EXPECT_TRUE(Document().GetModified());
     EXPECT_EQ(View().State().Cursor(), 0u);
-    mouse.DoubleClick(At(352, y));
-    EXPECT_EQ(dialogs.markerRequest.markerId, 1u);
-    EXPECT_EQ(dialogs.markerRequest.start, MarkerDialogRequest::Start::kEdit);
+    EXPECT_EQ(mouse.DoubleClick(At(352, y)), MouseRequest::kEditMarker);
+    EXPECT_EQ(mouse.MarkerAt(352, y), 1u);
     mouse.DoubleClick(At(100));
     EXPECT_EQ(View().State().GetSelection(), (Selection{0, 3500}));
 
@@ -170,7 +164,7 @@ TEST_F(MouseInputTest, ADragOfAMarkerIsOneUndoStepHoweverItEnds) {
         EXPECT_EQ(position(), before);
     }
     drag(302, {310});
-    RemoveMarker(View(), 1);
+    EXPECT_TRUE(RemoveMarker(View(), 1));
     mouse.Move(At(320, y));
     mouse.Release(At(330, y));
     EXPECT_TRUE(Sound().Markers().Empty()) << "a marker that is gone is not dragged on";

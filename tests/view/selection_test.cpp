@@ -43,24 +43,24 @@ class PassedSelectionTest : public ViewTest {
     State After(bool passed, int command) {
         OpenSelected(passed);
         EXPECT_TRUE(clipboard.SetImage(clip_));
-        dialogs.shownRange = {};
-        dialogs.markerRequest = {};
-        Run(command);
+        shownRange = {};
+        const auto markers = QuestionOfMarkers(View(), MarkerDialogRequest::Start::kAdd, 0);
+        RunAnswered(command);
         return {Bytes(),
                 View().State().GetSelection(),
                 View().State().Cursor(),
                 Sound().Markers(),
                 View().Zoom().Horizontal(),
                 *clipboard.GetImage(),
-                dialogs.shownRange.startFrame,
-                dialogs.shownRange.endFrame,
-                dialogs.markerRequest.newPosition,
-                dialogs.markerRequest.newLength,
-                View().LastError()};
+                shownRange.startFrame,
+                shownRange.endFrame,
+                markers->newPosition,
+                markers->newLength,
+                ended.Reason()};
     }
     std::vector<std::uint8_t> Heard(bool passed, int command) {
         OpenSelected(passed);
-        EXPECT_TRUE(Run(command)) << View().LastError();
+        EXPECT_TRUE(Run(command)) << ended.Reason();
         for (int block = 0; block < 20 && Sound().IsPlaying(); ++block) devices.Out().Hear();
         Sound().Stop(CWavePlayer::StopReport::kSilent);
         const FileBytes bytes = devices.Out().AllPlayed();
@@ -73,12 +73,9 @@ class PassedSelectionTest : public ViewTest {
 };
 
 TEST_F(PassedSelectionTest, EveryCommandWorksOnWhatLiesBetweenTheEnds) {
-    dialogs.mix = MixChoice{};
-    dialogs.crossfade = CrossfadeChoice{};
-    dialogs.replicateCount = 2;
     for (const int command :
          {kCut, kCopy, kDelete, kPaste, kPasteReplicate, kPasteOverwrite, kPasteBlockOverwrite,
-          kPasteBlockCopy, kPasteNew, kMix, kCrossfadeMix, kMarkerAdd, kZoomSelection, kZoomTimeIn,
+          kPasteBlockCopy, kPasteNew, kMix, kCrossfadeMix, kZoomSelection, kZoomTimeIn,
           kZoomTimeFull, kSelectToStart, kSelectToEnd}) {
         SCOPED_TRACE(command);
         const State passed = After(true, command);

@@ -117,7 +117,7 @@ TEST_F(TransportTest, SpacePlaysAndStopsAndEnterPauses) {
     EXPECT_TRUE(Run(kSpaceKey));
     EXPECT_TRUE(Sound().IsStopped());
     EXPECT_FALSE(Run(kPause));
-    EXPECT_EQ(View().LastError(), "Nothing is playing.");
+    EXPECT_EQ(ended.Reason(), "Nothing is playing.");
 }
 
 TEST_F(TransportTest, TheViewShowsPositionAndStateOfThePlayer) {
@@ -235,7 +235,7 @@ TEST_F(TransportTest, WithoutSoundNothingPlays) {
     OpenRamp(0);
     for (const int command : {kPlay, kPlayLooped, kPlayToEnd, kPreviewCut, kPreRoll, kSpaceKey}) {
         EXPECT_FALSE(Run(command));
-        EXPECT_EQ(View().LastError(), "The document has no sound.");
+        EXPECT_EQ(ended.Reason(), "The document has no sound.");
     }
 }
 

@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -14,60 +12,10 @@
 #include "support/fake_wave_devices.h"
 #include "support/recording_prompts.h"
 #include "support/test_files.h"
+#include "view/commands/edit_commands.h"
 #include "view/commands/view_commands.h"
 
 namespace sonavel {
-
-// Answers every dialog with what the test put there; nothing means Cancel.
-struct FakeDialogs : ViewDialogs, DocumentDialogs {
-    std::optional<UserZoom> userZoom;
-    std::optional<MixChoice> mix;
-    std::optional<CrossfadeChoice> crossfade;
-    std::optional<int> replicateCount;
-    std::optional<GoToChoice> goTo;
-    std::optional<std::vector<MarkerEdit>> markerEdits;
-    std::optional<RecordChoice> record;
-    std::optional<NewSoundChoice> newSound;
-    std::function<void(ClipboardPreview&)> onClipboardContents = [](ClipboardPreview&) {};
-
-    UserZoom shownUserZoom;
-    MixRange shownRange;
-    MarkerDialogRequest markerRequest;
-    RecordRequest recordRequest;
-    ClipboardContents clipboardContents;
-
-    std::optional<UserZoom> AskUserZoom(const UserZoom& initial) override {
-        shownUserZoom = initial;
-        return userZoom;
-    }
-    std::optional<MixChoice> AskMix(const MixRange& range, const MixChoice&) override {
-        shownRange = range;
-        return mix;
-    }
-    std::optional<CrossfadeChoice> AskCrossfade(const MixRange& range,
-                                                const CrossfadeChoice&) override {
-        shownRange = range;
-        return crossfade;
-    }
-    std::optional<int> AskReplicateCount(int) override { return replicateCount; }
-    std::optional<GoToChoice> AskGoTo(const GoToRequest&) override { return goTo; }
-    std::optional<std::vector<MarkerEdit>> EditMarkers(
-        const MarkerDialogRequest& request) override {
-        markerRequest = request;
-        return markerEdits;
-    }
-    void ShowClipboardContents(const ClipboardContents& contents,
-                               ClipboardPreview& preview) override {
-        clipboardContents = contents;
-        onClipboardContents(preview);
-    }
-    std::optional<RecordChoice> AskRecord(const RecordRequest& request) override {
-        recordRequest = request;
-        return record;
-    }
-    std::optional<NewSoundChoice> AskNewSound(const NewSoundChoice&) override { return newSound; }
-    std::optional<SaveAsChoice> AskSaveAs(const SaveAsRequest&) override { return std::nullopt; }
-};
 
 // Notes what a window would be told.
 struct FakeWindow : SoundViewObserver, PeakObserver {
@@ -139,7 +87,29 @@ class OpenViewTest : public ::testing::Test {
     virtual SoundViewCommands& Commands() = 0;
     CSoundDoc& Document() { return View().Document(); }
     CWavePlayer& Sound() { return Document().Sound(); }
-    bool Run(int command) { return Commands().RunCommand(command); }
+    // How it ended stands in `ended`.
+    bool Run(int command) {
+        ended = Commands().RunCommand(command);
+        return ended.IsDone();
+    }
+    // Likewise of the commands that ask, as a front end runs them: with their first answers, or the
+    // clip three times.
+    bool RunAnswered(int command) {
+        const auto answered = [&]() -> Outcome {
+            if (Outcome offered = Commands().Offered(command); !offered) return offered;
+            const Result<MixQuestion> question = PrepareMix(View());
+            if (!question) return question.Ended();
+            shownRange = *question;
+            if (command == view_command::kMix) return MixClipboard(View(), {});
+            if (command == view_command::kCrossfadeMix) return CrossfadeMixClipboard(View(), {});
+            return PasteReplicate(View(), 3);
+        };
+        using enum view_command::Id;
+        if (command != kMix && command != kCrossfadeMix && command != kPasteReplicate)
+            return Run(command);
+        ended = answered();
+        return ended.IsDone();
+    }
 
     FileBytes Bytes() { return {Sound().Bytes().begin(), Sound().Bytes().end()}; }
 
@@ -158,8 +128,9 @@ class OpenViewTest : public ::testing::Test {
     MemoryClipboard clipboard;
     FakeWaveDevices devices;
     HostServices services{prompts, progress, clipboard, devices, folder};
-    FakeDialogs dialogs;
     FakeWindow window;
+    Outcome ended = Done();
+    MixQuestion shownRange;
 };
 
 // A program of one view.
@@ -168,9 +139,9 @@ class ViewTest : public OpenViewTest, public ViewHost {
     void Open(sonavel::Sound&& sound) override {
         commands_.reset();
         view_.reset();
-        document_ = std::make_unique<CSoundDoc>(services, dialogs);
+        document_ = std::make_unique<CSoundDoc>(services);
         document_->Sound().Adopt(std::move(sound));
-        view_ = std::make_unique<CSoundView>(*document_, dialogs, *this);
+        view_ = std::make_unique<CSoundView>(*document_, *this);
         commands_ = std::make_unique<SoundViewCommands>(*view_);
         view_->Show(size.width, size.height);
     }
@@ -178,8 +149,7 @@ class ViewTest : public OpenViewTest, public ViewHost {
     SoundViewCommands& Commands() override { return *commands_; }
 
     ClipRecord& Clip() override { return clip_; }
-    bool NewDocumentFromClip() override { return false; }
-    const std::string& LastError() const override { return lastError_; }
+    Outcome NewDocumentFromClip() override { return Failed("A program of one view."); }
     void OnStatusFormatChosen(StatusFormat format) override { view_->ShowStatusFormat(format); }
 
     struct {
@@ -189,7 +159,6 @@ class ViewTest : public OpenViewTest, public ViewHost {
 
   private:
     ClipRecord clip_;
-    std::string lastError_;
     std::unique_ptr<CSoundDoc> document_;
     std::unique_ptr<CSoundView> view_;
     std::unique_ptr<SoundViewCommands> commands_;

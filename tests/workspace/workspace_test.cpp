@@ -17,7 +17,7 @@ class WorkspaceTest : public OpenViewTest {
     WorkspaceTest() { workspace.SetInitialViewSize(kWidth, kHeight); }
 
     void Open(sonavel::Sound&& sound) override {
-        ASSERT_TRUE(workspace.NewDocumentFromSound(std::move(sound), "Ramp_"));
+        workspace.NewDocumentFromSound(std::move(sound), "Ramp_");
     }
     CSoundView& View() override { return *workspace.Active()->view; }
     SoundViewCommands& Commands() override { return *workspace.Active()->commands; }
@@ -43,7 +43,7 @@ class WorkspaceTest : public OpenViewTest {
         devices.In().Arrive(FileBytes(bytes, value));
     }
 
-    Workspace workspace{services, dialogs, dialogs};
+    Workspace workspace{services};
 };
 
 TEST_F(WorkspaceTest, ClosingActivatesTheOneActiveBeforeAndMovesTheOthersUp) {
@@ -157,25 +157,19 @@ TEST_F(WorkspaceTest, StoppingEveryActivityStopsTheSoundAndItsPreview) {
     ASSERT_TRUE(Document().MakePreview(samples, CSoundDoc::PreviewPlay::kYes, 0,
                                        CSoundDoc::PreviewFormat::kStereo16));
     ASSERT_TRUE(Sound().Play(0));
-    workspace.StopActivity(0);
+    EXPECT_TRUE(workspace.StopActivity(0));
     EXPECT_TRUE(Sound().IsStopped());
     EXPECT_TRUE(Document().Preview().IsStopped());
 }
 
-TEST_F(WorkspaceTest, ACancelledOrFailedDocumentLeavesTheOthersAlone) {
+TEST_F(WorkspaceTest, AFailedDocumentLeavesTheOthersAlone) {
     OpenRamp(100);
-    EXPECT_FALSE(workspace.NewDocument());
-    EXPECT_EQ(workspace.LastError(), "Cancelled.");
-    dialogs.newSound = NewSoundChoice{0, 2, 16};
-    EXPECT_FALSE(workspace.NewDocument());
-    EXPECT_EQ(workspace.LastError(), "This format cannot be edited.");
-    EXPECT_FALSE(workspace.OpenDocument(temporary.Path() / "missing.wav"));
-    EXPECT_FALSE(workspace.LastError().empty());
+    EXPECT_EQ(workspace.NewDocument({0, 2, 16}), Failed("This format cannot be edited."));
+    EXPECT_FALSE(workspace.OpenDocument(temporary.Path() / "missing.wav").Reason().empty());
     EXPECT_EQ(workspace.Count(), 1u);
     EXPECT_EQ(workspace.ActiveIndex(), 0u);
-    dialogs.newSound = NewSoundChoice{8000, 2, 16};
     for (const char* title : {"Sound1", "Sound2"}) {
-        EXPECT_TRUE(workspace.NewDocument());
+        EXPECT_TRUE(workspace.NewDocument({8000, 2, 16}));
         EXPECT_EQ(Sound().GetSamplesPerSecond(), 8000u);
         EXPECT_EQ(Document().Title(), title) << "what came to nothing takes no number";
     }
@@ -226,9 +220,9 @@ TEST_F(WorkspaceTest, OpenAndFullTimeZoomShowsAFrameAPixel) {
 }
 
 TEST_F(WorkspaceTest, RecordingIntoNewDocumentsCountsTheirTitles) {
-    dialogs.record = RecordChoice{RecordChoice::Target::kNewDocument, {8000, 1, 8}, false, 40000};
+    const RecordChoice record{RecordChoice::Target::kNewDocument, {8000, 1, 8}, false, 40000};
     for (const char* title : {"Recorder_1", "Recorder_2"}) {
-        ASSERT_TRUE(workspace.Record()) << workspace.LastError();
+        ASSERT_TRUE(workspace.Record(record));
         EXPECT_EQ(Document().Title(), title);
         EXPECT_TRUE(Sound().IsRecording());
         Arrive(300, 77);
@@ -240,8 +234,10 @@ TEST_F(WorkspaceTest, RecordingIntoNewDocumentsCountsTheirTitles) {
         EXPECT_EQ(Document().History().Count(), 0u);
     }
     // The waiting setting is kept, within its bounds, for the next time.
-    EXPECT_FALSE(dialogs.recordRequest.initial.waiting);
-    EXPECT_EQ(dialogs.recordRequest.initial.waitingTenths, kHighestWaitingTenths);
+    const Result<RecordRequest> next = workspace.QuestionOfRecord();
+    ASSERT_TRUE(next);
+    EXPECT_FALSE(next->initial.waiting);
+    EXPECT_EQ(next->initial.waitingTenths, kHighestWaitingTenths);
 }
 
 TEST_F(WorkspaceTest, ARecordingThatDoesNotStartSaysWhy) {
@@ -260,16 +256,17 @@ TEST_F(WorkspaceTest, ARecordingThatDoesNotStartSaysWhy) {
 TEST_F(WorkspaceTest, RecordingIntoTheActiveDocumentInsertsAtTheCursor) {
     OpenRamp(1000, 1, 16, 8000);
     View().State().SetCursor(500);
-    dialogs.record = RecordChoice{RecordChoice::Target::kActiveDocument, {11025, 2, 8}, true, 5};
+    const RecordChoice record{RecordChoice::Target::kActiveDocument, {11025, 2, 8}, true, 5};
+    const Result<RecordRequest> asked = workspace.QuestionOfRecord();
+    ASSERT_TRUE(asked && asked->documentFormat);
+    EXPECT_EQ(asked->initial.format.samplesPerSecond, 8000u);
+    EXPECT_EQ(asked->initial.format.bits, 16u);
+    EXPECT_EQ(asked->documentFormat->samplesPerSecond, 8000u);
+    EXPECT_EQ(asked->initial.target, RecordChoice::Target::kActiveDocument);
     Watch();
-    ASSERT_TRUE(workspace.Record());
+    ASSERT_TRUE(workspace.Record(record));
     EXPECT_EQ(window.transportChanges, 1);
-    ASSERT_TRUE(dialogs.recordRequest.documentFormat);
-    EXPECT_EQ(dialogs.recordRequest.initial.format.samplesPerSecond, 8000u);
-    EXPECT_EQ(dialogs.recordRequest.initial.format.bits, 16u);
-    EXPECT_EQ(dialogs.recordRequest.documentFormat->samplesPerSecond, 8000u);
-    EXPECT_EQ(dialogs.recordRequest.initial.target, RecordChoice::Target::kActiveDocument);
-    EXPECT_FALSE(workspace.Record()) << "already recording";
+    EXPECT_FALSE(workspace.QuestionOfRecord()) << "already recording";
     for (const int command : {view_command::kPlay, view_command::kUndo}) EXPECT_FALSE(Run(command));
     Arrive(400, 0);
     EXPECT_TRUE(Run(view_command::kSpaceKey));
@@ -282,18 +279,15 @@ TEST_F(WorkspaceTest, RecordingIntoTheActiveDocumentInsertsAtTheCursor) {
 }
 
 TEST_F(WorkspaceTest, EveryWayToStopARecordingShowsTheWaitCursorAndFitsTheWindow) {
-    dialogs.record = RecordChoice{RecordChoice::Target::kActiveDocument, {}, true, 0};
-    const std::function<bool()> ways[] = {[&] { return Run(view_command::kStop); },
-                                          [&] { return Run(view_command::kSpaceKey); },
-                                          [&] {
-                                              workspace.StopActivity(0);
-                                              return !Sound().IsRecording();
-                                          }};
+    const RecordChoice record{RecordChoice::Target::kActiveDocument, {}, true, 0};
+    const std::function<bool()> ways[] = {
+        [&] { return Run(view_command::kStop); }, [&] { return Run(view_command::kSpaceKey); },
+        [&] { return workspace.StopActivity(0) && !Sound().IsRecording(); }};
     using enum SoundViewObserver::WaitCursor;
     OpenRamp(6400);
     for (const auto& stop : ways) {
         Watch();
-        ASSERT_TRUE(workspace.Record()) << workspace.LastError();
+        ASSERT_TRUE(workspace.Record(record));
         Arrive(400, 0);
         View().Zoom().Time(TimeZoomFull);
         window.waitCursors.clear();
@@ -301,14 +295,14 @@ TEST_F(WorkspaceTest, EveryWayToStopARecordingShowsTheWaitCursorAndFitsTheWindow
         EXPECT_EQ(window.waitCursors, (std::vector{kShow, kHide}));
         EXPECT_EQ(View().Zoom().Horizontal().maximum, kWidth);
     }
-    ASSERT_TRUE(workspace.Record());
+    ASSERT_TRUE(workspace.Record(record));
     EXPECT_FALSE(Run(view_command::kStop));
-    EXPECT_EQ(View().LastError(), "Nothing was recorded.");
+    EXPECT_EQ(ended.Reason(), "Nothing was recorded.");
     EXPECT_EQ(window.waitCursors.back(), kHide);
 }
 
 TEST_F(WorkspaceTest, ARecordingThatLosesItsDeviceIsInsertedAtTheCursorBeforeTheErrorIsShown) {
-    dialogs.record = RecordChoice{RecordChoice::Target::kActiveDocument, {}, true, 0};
+    const RecordChoice record{RecordChoice::Target::kActiveDocument, {}, true, 0};
     const struct {
         std::size_t bytes;  // that arrive
         std::uint32_t frames;
@@ -318,7 +312,7 @@ TEST_F(WorkspaceTest, ARecordingThatLosesItsDeviceIsInsertedAtTheCursorBeforeThe
         View().State().SetCursor(500);
         Watch();
         prompts.messages.clear();
-        ASSERT_TRUE(workspace.Record());
+        ASSERT_TRUE(workspace.Record(record));
         Arrive(c.bytes, 0);
         devices.In().Lose(kWaveNoDriver);
         EXPECT_TRUE(Sound().IsStopped());
@@ -334,10 +328,10 @@ TEST_F(WorkspaceTest, ARecordingThatLosesItsDeviceIsInsertedAtTheCursorBeforeThe
 }
 
 TEST_F(WorkspaceTest, ClosingKeepsWhatWasRecorded) {
-    dialogs.record = RecordChoice{RecordChoice::Target::kNewDocument, {8000, 1, 8}, true, 0};
-    ASSERT_TRUE(workspace.Record());
+    const RecordChoice record{RecordChoice::Target::kNewDocument, {8000, 1, 8}, true, 0};
+    ASSERT_TRUE(workspace.Record(record));
     Arrive(256, 5);
-    workspace.StopActivity(0);
+    EXPECT_TRUE(workspace.StopActivity(0));
     EXPECT_EQ(View().FrameCount(), 256u);
     EXPECT_TRUE(Document().GetModified()) << "so that closing asks";
     ASSERT_TRUE(Sound().Play(0));

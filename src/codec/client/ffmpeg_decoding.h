@@ -6,7 +6,7 @@
 
 #include "codec/client/codec_setup.h"
 #include "codec/decode_extent.h"
-#include "sound/outcome.h"
+#include "platform/outcome.h"
 #include "sound/sound_codecs.h"
 
 namespace sonavel {

@@ -4,7 +4,7 @@
 #include <filesystem>
 
 #include "codec/client/codec_setup.h"
-#include "sound/outcome.h"
+#include "platform/outcome.h"
 #include "sound/sound_codecs.h"
 
 namespace sonavel {

@@ -9,7 +9,7 @@
 
 #include "codec/client/codec_setup.h"
 #include "platform/child_process.h"
-#include "sound/outcome.h"
+#include "platform/outcome.h"
 #include "sound/sound_codecs.h"
 
 namespace sonavel {

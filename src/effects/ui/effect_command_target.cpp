@@ -81,29 +81,22 @@ std::string EffectCommands::MenuTextOfCommand(int id) const {
     return row ? row->menuText : "";
 }
 
-bool EffectCommands::RunCommand(int id) {
-    if (!StateOfCommand(id).enabled) return false;
+Outcome EffectCommands::RunCommand(int id) {
+    if (!StateOfCommand(id).enabled) return Failed(failure::kNotOffered);
     CSoundView& view = *host_.activeView();
     return id == effect_command::kOpenPreview ? OpenPreview(view.Document()) : RunEffect(id, view);
 }
 
-bool EffectCommands::RunEffect(int id, CSoundView& view) {
+Outcome EffectCommands::RunEffect(int id, CSoundView& view) {
     const auto dialog = MakeEffectDialog(id, {view, host_.state, host_.memory}, host_.window);
-    if (dialog->exec() != QDialog::Accepted) return false;
-    if (dialog->Apply()) return true;
-    CSoundDoc& document = view.Document();
-    if (!document.LastError().empty()) document.Services().prompts.ShowStatus(document.LastError());
-    return false;
+    return dialog->exec() == QDialog::Accepted ? dialog->Apply() : Cancelled();
 }
 
-bool EffectCommands::OpenPreview(CSoundDoc& document) {
+Outcome EffectCommands::OpenPreview(const CSoundDoc& document) {
     Result<Sound> copy = document.Preview().Copy();
-    if (!copy) {
-        document.SetLastError(copy.Reason());
-        document.Services().prompts.ShowStatus(document.LastError());
-        return false;
-    }
-    return host_.openSound(std::move(*copy), document.PreviewTitlePrefix());
+    if (!copy) return copy.Ended();
+    host_.openSound(std::move(*copy), document.PreviewTitlePrefix());
+    return Done();
 }
 
 }  // namespace sonavel

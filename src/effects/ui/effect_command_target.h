@@ -23,7 +23,7 @@ struct EffectHost {
     // Null when no sound is open.
     std::function<CSoundView*()> activeView;
     // Opens a sound as a new document, titled with the prefix and a number.
-    std::function<bool(Sound&& sound, std::string_view titlePrefix)> openSound;
+    std::function<void(Sound&& sound, std::string_view titlePrefix)> openSound;
     EffectState& state;
     EffectMemory& memory;
     QWidget* window;  // of the dialogs; may be null
@@ -39,11 +39,11 @@ class EffectCommands : public CommandTarget {
     bool HandlesCommand(int id) const override;
     CommandState StateOfCommand(int id) const override;
     std::string MenuTextOfCommand(int id) const override;
-    bool RunCommand(int id) override;
+    Outcome RunCommand(int id) override;
 
   private:
-    bool RunEffect(int id, CSoundView& view);
-    bool OpenPreview(CSoundDoc& document);
+    Outcome RunEffect(int id, CSoundView& view);
+    Outcome OpenPreview(const CSoundDoc& document);
 
     EffectHost host_;
 };

@@ -107,15 +107,15 @@ EffectTarget EffectDialog::Target() {
     return {Document(), selection.start, selection.end, state_};
 }
 
-bool EffectDialog::Run(Purpose purpose) {
+Outcome EffectDialog::Run(Purpose purpose) {
     if (purpose == Purpose::kPlayedPreview) return RunDisabled();
-    return ApplyEffect(ChosenEffect(), Target(), Values()).IsDone();
+    return ApplyEffect(ChosenEffect(), Target(), Values());
 }
 
-bool EffectDialog::RunDisabled() {
+Outcome EffectDialog::RunDisabled() {
     const QPointer<QWidget> focus = focusWidget();
     setEnabled(false);
-    const bool made = PreviewEffect(effect_, Target(), Values(), PreviewPlay::kYes).IsDone();
+    Outcome made = PreviewEffect(effect_, Target(), Values(), PreviewPlay::kYes);
     setEnabled(true);
     if (focus) focus->setFocus();
     return made;

@@ -63,11 +63,11 @@ class EffectDialog : public PreviewDialog {
     virtual void RememberAll() { Remember(effect_, 0, controls_.size()); }
     virtual void RecallAll() { Recall(effect_, 0, controls_.size()); }
 
-    bool Run(Purpose purpose) override;
+    Outcome Run(Purpose purpose) override;
 
   private:
     EffectTarget Target();
-    bool RunDisabled();
+    Outcome RunDisabled();
     void AddProgress(QHBoxLayout& buttons);
     void AddButtons(const QString& instruction);
 

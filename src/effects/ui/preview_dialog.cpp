@@ -48,23 +48,21 @@ QPushButton* PreviewDialog::AddOkAndCancel(QHBoxLayout& row) {
     return ok;
 }
 
-bool PreviewDialog::Apply() {
-    Document().SetLastError("");
+Outcome PreviewDialog::Apply() {
     return RunWhileOpen(Purpose::kApply);
 }
 
-bool PreviewDialog::RunWhileOpen(Purpose purpose) {
-    if (running_) return false;
+Outcome PreviewDialog::RunWhileOpen(Purpose purpose) {
+    if (running_) return Cancelled();
     running_ = true;
-    const bool made = Run(purpose);
+    Outcome made = Run(purpose);
     running_ = false;
     return made;
 }
 
-bool PreviewDialog::RunPreview() {
-    const bool made = RunWhileOpen(Purpose::kPlayedPreview);
-    // A preview that was made but cannot be heard leaves no error in the document.
-    if (made || Document().LastError().empty()) Document().SetPreviewTitlePrefix(titlePrefix_);
+Outcome PreviewDialog::RunPreview() {
+    Outcome made = RunWhileOpen(Purpose::kPlayedPreview);
+    if (made) Document().SetPreviewTitlePrefix(titlePrefix_);
     return made;
 }
 

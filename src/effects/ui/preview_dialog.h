@@ -20,9 +20,8 @@ class PreviewDialog : public QDialog {
   public:
     ~PreviewDialog() override;
 
-    // Does to the document what is set; to be called after the dialog has ended with OK. False when
-    // nothing was done; the document's last error says why.
-    bool Apply();
+    // Does to the document what is set; to be called after the dialog has ended with OK.
+    Outcome Apply();
 
     // Ends the preview, whichever way the dialog ends.
     void done(int result) override;
@@ -34,8 +33,8 @@ class PreviewDialog : public QDialog {
     PreviewDialog(CSoundView& view, const QString& title, std::string_view titlePrefix,
                   QWidget* parent);
 
-    // Computes what is set; false, with the last error of the document, when nothing was done.
-    virtual bool Run(Purpose purpose) = 0;
+    // Computes what is set.
+    virtual Outcome Run(Purpose purpose) = 0;
     // The preview has fallen silent.
     virtual void OnSilent() {}
 
@@ -57,8 +56,8 @@ class PreviewDialog : public QDialog {
     void closeEvent(QCloseEvent* event) override;
 
   private:
-    bool RunWhileOpen(Purpose purpose);
-    bool RunPreview();
+    Outcome RunWhileOpen(Purpose purpose);
+    Outcome RunPreview();
 
     CSoundView& view_;
     std::string_view titlePrefix_;

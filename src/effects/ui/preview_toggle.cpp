@@ -62,11 +62,11 @@ void PreviewToggle::Toggle() {
     ShowBar(0);
     bar_->show();
     percent_->show();
-    document_.SetLastError("");
-    if (render_() && document_.Preview().IsPlaying())
+    const Outcome rendered = render_();
+    if (rendered && document_.Preview().IsPlaying())
         button_->setText(QString::fromUtf8(kStopText));
     else
-        ShowSilent(Utf8Text(document_.LastError()));
+        ShowSilent(rendered.IsFailed() ? Utf8Text(rendered.Reason()) : QString());
 }
 
 void PreviewToggle::Stop() {

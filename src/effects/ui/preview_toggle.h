@@ -15,8 +15,8 @@ class PreviewToggle : public QObject, private PlayPositionObserver {
     Q_OBJECT
 
   public:
-    // Renders the preview and starts it; false when it did not.
-    using Render = std::function<bool()>;
+    // Renders the preview and starts it.
+    using Render = std::function<Outcome()>;
 
     // Takes the play positions of the document's two sounds until it is destroyed.
     PreviewToggle(CSoundDoc& document, Render render, QWidget* dialog);

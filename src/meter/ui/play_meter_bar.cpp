@@ -15,9 +15,9 @@ constexpr int kLeastSide = 46;
 constexpr QSize kFirstSize{132, 240};
 
 template <MeterScale kScale>
-bool Choose(PlayMeterBar& bar) {
+Outcome Choose(PlayMeterBar& bar) {
     bar.SetScale(kScale);
-    return true;
+    return Done();
 }
 
 template <MeterScale kScale>
@@ -41,7 +41,7 @@ constexpr Command<PlayMeterBar> kTable[] = {
     {{meter_command::kShowLevel, "", "Show Level", "", "Show or hide the labels of the meter"},
      [](PlayMeterBar& bar) {
          bar.SwitchLabels();
-         return true;
+         return Done();
      },
      [](const PlayMeterBar& bar) {
          return CommandState{true, bar.ShowsLabels()};

@@ -9,13 +9,9 @@ namespace sonavel {
 namespace {
 
 template <class Dialog>
-bool Open(SpatialCommandTarget& target, SourceMotion motion) {
+Outcome Open(SpatialCommandTarget& target, SourceMotion motion) {
     Dialog dialog(target.view, target.memory, motion, QApplication::activeWindow());
-    if (dialog.exec() != QDialog::Accepted) return false;
-    if (dialog.Apply()) return true;
-    const CSoundDoc& document = target.document;
-    if (!document.LastError().empty()) document.Services().prompts.ShowStatus(document.LastError());
-    return false;
+    return dialog.exec() == QDialog::Accepted ? dialog.Apply() : Cancelled();
 }
 
 CommandState WhenThereIsSound(const SpatialCommandTarget& target) {

@@ -34,7 +34,7 @@ class SpatialCommands : public CommandTarget {
     bool HandlesCommand(int id) const override { return commands_.HandlesCommand(id); }
     CommandState StateOfCommand(int id) const override { return commands_.StateOfCommand(id); }
     std::string MenuTextOfCommand(int id) const override { return commands_.MenuTextOfCommand(id); }
-    bool RunCommand(int id) override { return commands_.RunCommand(id); }
+    Outcome RunCommand(int id) override { return commands_.RunCommand(id); }
 
   private:
     SpatialCommandTarget target_;

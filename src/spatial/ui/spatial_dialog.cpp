@@ -99,11 +99,11 @@ void SpatialDialog::ShowPoints(SceneContent content, int selected) {
     scene_->SetContent(std::move(content));
 }
 
-bool SpatialDialog::Run(Purpose purpose) {
+Outcome SpatialDialog::Run(Purpose purpose) {
     const std::vector<SourcePosition> path = Path();
     const bool applies = purpose == Purpose::kApply;
     if (!applies) previewedPath_ = path;
-    if (path.empty()) return false;
+    if (path.empty()) return Cancelled();
     const Selection selection = View().State().GetSelection();
     const SpatialTarget target{Document(), selection.start, selection.end, progressTitle_,
                                applies ? SpatialOutcome::kApply : SpatialOutcome::kPlayedPreview};

@@ -55,7 +55,7 @@ class SpatialDialog : public PreviewDialog {
     QString CurrentPreset() const { return presets_->Current(); }
     const ProgramFolder& Folder() const { return Document().Services().folder; }
 
-    bool Run(Purpose purpose) override;
+    Outcome Run(Purpose purpose) override;
     void OnSilent() override { HideBall(); }
 
   private:

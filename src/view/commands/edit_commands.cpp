@@ -2,7 +2,6 @@
 
 #include "document/clip_image.h"
 #include "document/edit_operations.h"
-#include "sound/failure_texts.h"
 #include "sound/sound_texts.h"
 #include "view/draw/first_difference.h"
 
@@ -14,39 +13,31 @@ EditSelection EditPlace(const CSoundView& view) {
             view.State().Cursor()};
 }
 
-bool RefuseAsDocument(CSoundView& view) {
-    const std::string& reason = view.Document().LastError();
-    return view.Refuse(reason.empty() ? "The command could not be carried out." : reason);
-}
-
 // Takes over where an edit leaves selection and cursor.
-bool Finish(CSoundView& view, const EditResult& result) {
-    if (!result.done) return RefuseAsDocument(view);
-    view.State().SetSelection(result.selection.startFrame, result.selection.endFrame);
-    view.State().SetCursor(result.selection.cursorFrame);
+Outcome Finish(CSoundView& view, const Result<EditSelection>& after) {
+    if (!after) return after.Ended();
+    view.State().SetSelection(after->startFrame, after->endFrame);
+    view.State().SetCursor(after->cursorFrame);
     view.Repaint().TimeAreas();
-    return true;
+    return Done();
 }
 
-bool FinishRemoval(CSoundView& view, const EditResult& result) {
-    if (result.done && view.State().WaveformWidth() > std::int64_t{view.FrameCount()})
+Outcome FinishRemoval(CSoundView& view, const Result<EditSelection>& after) {
+    if (after && view.State().WaveformWidth() > std::int64_t{view.FrameCount()})
         view.Zoom().FitTime();
-    return Finish(view, result);
+    return Finish(view, after);
 }
 
-bool Prepare(CSoundView& view) {
-    return edit::PrepareClip(view.Document(), view.Host().Clip()) || RefuseAsDocument(view);
-}
+using PasteOperation = Result<EditSelection> (*)(CSoundDoc&, const ClipRecord&,
+                                                 const EditSelection&);
 
-using OverwriteOperation = EditResult (*)(CSoundDoc&, const ClipRecord&, const EditSelection&);
-
-bool Overwrite(CSoundView& view, OverwriteOperation operation) {
-    return Prepare(view) &&
-           Finish(view, operation(view.Document(), view.Host().Clip(), EditPlace(view)));
+Outcome PasteWith(CSoundView& view, PasteOperation operation) {
+    if (Outcome ready = PrepareClip(view); !ready) return ready;
+    return Finish(view, operation(view.Document(), view.Host().Clip(), EditPlace(view)));
 }
 
 // Without a selection the range is that of the clip, both ends inside.
-MixRange RangeOfMix(CSoundView& view) {
+MixQuestion QuestionOfMix(const CSoundView& view) {
     const unsigned bits = view.Sound().GetBits();
     if (view.State().HasSelection())
         return {view.State().GetSelection().start, view.State().GetSelection().end, bits};
@@ -94,93 +85,96 @@ void ScrollToRedoneEdit(CSoundView& view) {
 
 }  // namespace
 
-bool CutSelection(CSoundView& view) {
+Outcome CutSelection(CSoundView& view) {
     return FinishRemoval(view, edit::Cut(view.Document(), EditPlace(view)));
 }
 
-bool CopySelection(CSoundView& view) {
+Outcome CopySelection(CSoundView& view) {
     const Selection selection = view.State().GetSelection();
-    return edit::CopyRange(view.Document(), selection.start, selection.end) ||
-           RefuseAsDocument(view);
+    return edit::CopyRange(view.Document(), selection.start, selection.end);
 }
 
-bool DeleteSelection(CSoundView& view) {
+Outcome DeleteSelection(CSoundView& view) {
     return FinishRemoval(view, edit::Delete(view.Document(), EditPlace(view)));
 }
 
-bool Paste(CSoundView& view) {
-    return Prepare(view) &&
-           Finish(view, edit::Paste(view.Document(), view.Host().Clip(), EditPlace(view)));
+Outcome Paste(CSoundView& view) {
+    if (Outcome ready = PrepareClip(view); !ready) return ready;
+    return Finish(view, edit::Paste(view.Document(), view.Host().Clip(), EditPlace(view)));
 }
 
-bool PasteReplicate(CSoundView& view) {
-    if (!Prepare(view)) return false;
-    const std::optional<int> count = view.Dialogs().AskReplicateCount(1);
-    if (!count) return view.Refuse(failure::kCancelled);
-    if (*count < 1 || *count > kHighestReplicateCount)
-        return view.Refuse("A clip is pasted 1 to 1000 times.");
+Outcome PasteOverwrite(CSoundView& view) {
+    return PasteWith(view, edit::PasteOverwrite);
+}
+Outcome PasteBlockOverwrite(CSoundView& view) {
+    return PasteWith(view, edit::PasteBlockOverwrite);
+}
+Outcome PasteBlockCopy(CSoundView& view) {
+    return PasteWith(view, edit::PasteBlockCopy);
+}
+
+Outcome PasteNew(CSoundView& view) {
+    if (view.State().HasSelection())
+        if (Outcome copied = CopySelection(view); !copied) return copied;
+    if (Outcome ready = PrepareClip(view); !ready) return ready;
+    return view.Host().NewDocumentFromClip();
+}
+
+Outcome UndoEdit(CSoundView& view) {
+    if (Outcome undone = view.Document().Undo(); !undone) return undone;
+    view.Zoom().FitTime();
+    view.Repaint().TimeAreas();
+    return Done();
+}
+
+Outcome RedoEdit(CSoundView& view) {
+    if (Outcome redone = view.Document().Redo(); !redone) return redone;
+    ScrollToRedoneEdit(view);
+    view.Repaint().TimeAreas();
+    return Done();
+}
+
+// --- Those with a dialog
+
+Outcome PrepareClip(CSoundView& view) {
+    return edit::PrepareClip(view.Document(), view.Host().Clip());
+}
+
+Result<MixQuestion> PrepareMix(CSoundView& view) {
+    if (Outcome ready = PrepareClip(view); !ready) return ready;
+    return QuestionOfMix(view);
+}
+
+Outcome PasteReplicate(CSoundView& view, int count) {
+    if (count < 1 || count > kHighestReplicateCount)
+        return Failed("A clip is pasted 1 to 1000 times.");
     return Finish(view, edit::Paste(view.Document(), view.Host().Clip(), EditPlace(view),
-                                    static_cast<std::uint32_t>(*count)));
+                                    static_cast<std::uint32_t>(count)));
 }
 
-bool PasteOverwrite(CSoundView& view) {
-    return Overwrite(view, edit::PasteOverwrite);
-}
-bool PasteBlockOverwrite(CSoundView& view) {
-    return Overwrite(view, edit::PasteBlockOverwrite);
-}
-bool PasteBlockCopy(CSoundView& view) {
-    return Overwrite(view, edit::PasteBlockCopy);
-}
-
-bool PasteNew(CSoundView& view) {
-    if (view.State().HasSelection() && !CopySelection(view)) return false;
-    if (!Prepare(view)) return false;
-    return view.Host().NewDocumentFromClip() || view.Refuse(view.Host().LastError());
-}
-
-bool MixClipboard(CSoundView& view) {
-    if (!Prepare(view)) return false;
-    const std::optional<MixChoice> choice = view.Dialogs().AskMix(RangeOfMix(view), {});
-    if (!choice) return view.Refuse(failure::kCancelled);
-    const edit::MixGains gains = {Gain(choice->clipboardPercent), Gain(choice->destinationPercent)};
+Outcome MixClipboard(CSoundView& view, const MixChoice& choice) {
+    const edit::MixGains gains = {Gain(choice.clipboardPercent), Gain(choice.destinationPercent)};
     return Finish(view, edit::Mix(view.Document(), view.Host().Clip(), EditPlace(view), gains));
 }
 
-bool CrossfadeMixClipboard(CSoundView& view) {
-    if (!Prepare(view)) return false;
-    const std::optional<CrossfadeChoice> choice = view.Dialogs().AskCrossfade(RangeOfMix(view), {});
-    if (!choice) return view.Refuse(failure::kCancelled);
+Outcome CrossfadeMixClipboard(CSoundView& view, const CrossfadeChoice& choice) {
     edit::CrossfadeGains gains;
-    gains.start = {Gain(choice->clipboardStartPercent), Gain(choice->destinationStartPercent)};
-    gains.end = {Gain(choice->clipboardEndPercent), Gain(choice->destinationEndPercent)};
+    gains.start = {Gain(choice.clipboardStartPercent), Gain(choice.destinationStartPercent)};
+    gains.end = {Gain(choice.clipboardEndPercent), Gain(choice.destinationEndPercent)};
     return Finish(view,
                   edit::CrossfadeMix(view.Document(), view.Host().Clip(), EditPlace(view), gains));
 }
 
-bool ShowClipboardContents(CSoundView& view) {
+Result<ClipboardContents> ReadClipboardContents(CSoundView& view) {
     ClipRecord& clip = view.Host().Clip();
     if (!ReadClipboard(view.Document().Services().clipboard, clip) || !clip.present)
-        return view.Refuse("The clipboard holds no wave data.");
-    ClipPlayer player(view.Document(), clip);
-    view.Dialogs().ShowClipboardContents({AttributesText(clip.GetFormat()), clip.GetDataSize(),
-                                          clip.GetFrameCount(), clip.GetDuration()},
-                                         player);
-    return true;
+        return Failed("The clipboard holds no wave data.");
+    return ClipboardContents{AttributesText(clip.GetFormat()), clip.GetDataSize(),
+                             clip.GetFrameCount(), clip.GetDuration()};
 }
 
-bool UndoEdit(CSoundView& view) {
-    if (!view.Document().Undo()) return view.Refuse("There is nothing to undo.");
-    view.Zoom().FitTime();
-    view.Repaint().TimeAreas();
-    return true;
-}
-
-bool RedoEdit(CSoundView& view) {
-    if (!view.Document().Redo()) return view.Refuse("There is nothing to redo.");
-    ScrollToRedoneEdit(view);
-    view.Repaint().TimeAreas();
-    return true;
+std::unique_ptr<ClipboardPreview> MakeClipPlayer(CSoundView& view) {
+    return std::make_unique<ClipPlayer>(view.Document(), view.Host().Clip());
 }
 
 }  // namespace sonavel

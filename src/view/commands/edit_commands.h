@@ -2,26 +2,40 @@
 // and the zoom.
 #pragma once
 
+#include <memory>
+
 #include "view/sound_view.h"
 
 namespace sonavel {
 
-// Each returns false when it did nothing: refused, cancelled or failed; the view's last error says
-// why.
-bool CutSelection(CSoundView& view);
-bool CopySelection(CSoundView& view);
-bool DeleteSelection(CSoundView& view);
-bool Paste(CSoundView& view);
-bool PasteReplicate(CSoundView& view);
-bool PasteOverwrite(CSoundView& view);
-bool PasteBlockOverwrite(CSoundView& view);
-bool PasteBlockCopy(CSoundView& view);
-bool PasteNew(CSoundView& view);
-bool MixClipboard(CSoundView& view);
-bool CrossfadeMixClipboard(CSoundView& view);
-bool ShowClipboardContents(CSoundView& view);
+// What is not done has changed nothing.
+Outcome CutSelection(CSoundView& view);
+Outcome CopySelection(CSoundView& view);
+Outcome DeleteSelection(CSoundView& view);
+Outcome Paste(CSoundView& view);
+Outcome PasteOverwrite(CSoundView& view);
+Outcome PasteBlockOverwrite(CSoundView& view);
+Outcome PasteBlockCopy(CSoundView& view);
+Outcome PasteNew(CSoundView& view);
 
-bool UndoEdit(CSoundView& view);
-bool RedoEdit(CSoundView& view);
+Outcome UndoEdit(CSoundView& view);
+Outcome RedoEdit(CSoundView& view);
+
+// --- Those with a dialog
+
+// To be called before the dialog: reads the clipboard and makes the clip fit the sound, asking
+// first where the formats differ.
+Outcome PrepareClip(CSoundView& view);
+// Likewise, with what the dialogs of the mixes show.
+Result<MixQuestion> PrepareMix(CSoundView& view);
+// What OK does, with the clip that was prepared.
+Outcome PasteReplicate(CSoundView& view, int count);
+Outcome MixClipboard(CSoundView& view, const MixChoice& choice);
+Outcome CrossfadeMixClipboard(CSoundView& view, const CrossfadeChoice& choice);
+
+// Reads the clipboard.
+Result<ClipboardContents> ReadClipboardContents(CSoundView& view);
+// Plays the clip that was read, by itself.
+std::unique_ptr<ClipboardPreview> MakeClipPlayer(CSoundView& view);
 
 }  // namespace sonavel

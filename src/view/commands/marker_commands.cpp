@@ -1,10 +1,7 @@
 #include "view/commands/marker_commands.h"
 
 #include <algorithm>
-#include <span>
 #include <utility>
-
-#include "sound/failure_texts.h"
 
 namespace sonavel {
 namespace {
@@ -41,37 +38,12 @@ bool CarryOut(const CSoundView& view, const MarkerEdit& edit, MarkerList& marker
     return false;
 }
 
-// All of them as one change, or none.
-bool CarryOut(CSoundView& view, std::span<const MarkerEdit> edits) {
-    MarkerList markers = view.Sound().Markers();
-    for (const MarkerEdit& edit : edits)
-        if (!CarryOut(view, edit, markers)) return view.Refuse(kNoSuchMarker);
-    Change(view, std::move(markers));
-    return true;
-}
-
-bool RunDialog(CSoundView& view, MarkerDialogRequest::Start start, std::uint32_t id) {
-    if (view.FrameCount() == 0) return view.Refuse(kNoSound);
-    MarkerDialogRequest request;
-    request.start = start;
-    request.markerId = id;
-    request.markers = view.Sound().Markers();
-    request.frameCount = view.FrameCount();
-    request.samplesPerSecond = view.Sound().GetSamplesPerSecond();
-    request.newPosition =
-        view.State().HasSelection() ? view.State().GetSelection().start : view.State().Cursor();
-    request.newLength = view.State().GetSelection().Frames();
-    const std::optional<std::vector<MarkerEdit>> edits = view.Dialogs().EditMarkers(request);
-    if (!edits) return view.Refuse(failure::kCancelled);
-    return CarryOut(view, *edits);
-}
-
 }  // namespace
 
-bool DropMarker(CSoundView& view) {
-    if (view.FrameCount() == 0) return view.Refuse(kNoSound);
+Outcome DropMarker(CSoundView& view) {
+    if (view.FrameCount() == 0) return Failed(kNoSound);
     AddMarker(view, view.State().Cursor(), "", 0);
-    return true;
+    return Done();
 }
 
 std::uint32_t AddMarker(CSoundView& view, std::uint32_t position, std::string_view name,
@@ -83,15 +55,15 @@ std::uint32_t AddMarker(CSoundView& view, std::uint32_t position, std::string_vi
     return id;
 }
 
-bool SetMarker(CSoundView& view, std::uint32_t id, std::uint32_t position, std::string_view name,
-               std::uint32_t length) {
+Outcome SetMarker(CSoundView& view, std::uint32_t id, std::uint32_t position, std::string_view name,
+                  std::uint32_t length) {
     const MarkerEdit edit = {MarkerEdit::Kind::kSet, id, position, std::string(name), length};
-    return CarryOut(view, {&edit, 1});
+    return EditMarkers(view, {&edit, 1});
 }
 
-bool RemoveMarker(CSoundView& view, std::uint32_t id) {
+Outcome RemoveMarker(CSoundView& view, std::uint32_t id) {
     const MarkerEdit edit = {MarkerEdit::Kind::kDelete, id, 0, {}, 0};
-    return CarryOut(view, {&edit, 1});
+    return EditMarkers(view, {&edit, 1});
 }
 
 void DragMarker(CSoundView& view, std::uint32_t id, std::uint32_t position) {
@@ -103,17 +75,12 @@ void DragMarker(CSoundView& view, std::uint32_t id, std::uint32_t position) {
     Change(view, std::move(markers), CSoundDoc::MarkerEditing::kGoesOn);
 }
 
-bool EditMarkersInDialog(CSoundView& view) {
-    return RunDialog(view, MarkerDialogRequest::Start::kList,
-                     NearestMarkerId(view, view.State().Cursor()));
-}
-
-bool AddMarkerInDialog(CSoundView& view) {
-    return RunDialog(view, MarkerDialogRequest::Start::kAdd, 0);
-}
-
-bool EditMarkerInDialog(CSoundView& view, std::uint32_t id) {
-    return RunDialog(view, MarkerDialogRequest::Start::kEdit, id);
+Outcome EditMarkers(CSoundView& view, std::span<const MarkerEdit> edits) {
+    MarkerList markers = view.Sound().Markers();
+    for (const MarkerEdit& edit : edits)
+        if (!CarryOut(view, edit, markers)) return Failed(kNoSuchMarker);
+    Change(view, std::move(markers));
+    return Done();
 }
 
 std::uint32_t NearestMarkerId(const CSoundView& view, std::uint32_t frame) {

@@ -3,31 +3,28 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string_view>
-#include <vector>
 
 #include "view/sound_view.h"
 
 namespace sonavel {
 
 // Adds a marker at the cursor.
-bool DropMarker(CSoundView& view);
+Outcome DropMarker(CSoundView& view);
 // Positions and lengths are clamped to the sound. The id is that of the new marker.
 std::uint32_t AddMarker(CSoundView& view, std::uint32_t position, std::string_view name,
                         std::uint32_t length);
-// False when there is no marker of that id; an empty name keeps the old one.
-bool SetMarker(CSoundView& view, std::uint32_t id, std::uint32_t position, std::string_view name,
-               std::uint32_t length);
-bool RemoveMarker(CSoundView& view, std::uint32_t id);
+// Fails when there is no marker of that id; an empty name keeps the old one.
+Outcome SetMarker(CSoundView& view, std::uint32_t id, std::uint32_t position, std::string_view name,
+                  std::uint32_t length);
+Outcome RemoveMarker(CSoundView& view, std::uint32_t id);
 // One move of a drag, nothing without a marker of that id. The document's EndMarkerEdit() makes one
 // edit of the moves.
 void DragMarker(CSoundView& view, std::uint32_t id, std::uint32_t position);
 
-// The dialog "Marker": the list, beginning with the marker nearest to the cursor; a new marker; or
-// the marker of that id.
-bool EditMarkersInDialog(CSoundView& view);
-bool AddMarkerInDialog(CSoundView& view);
-bool EditMarkerInDialog(CSoundView& view, std::uint32_t id);
+// What OK in the dialog "Marker" does: all the edits as one, or none of them.
+Outcome EditMarkers(CSoundView& view, std::span<const MarkerEdit> edits);
 // 0 without markers; the first of several at the same distance.
 std::uint32_t NearestMarkerId(const CSoundView& view, std::uint32_t frame);
 

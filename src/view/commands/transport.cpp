@@ -14,12 +14,11 @@ bool StartFromCursor(CSoundView& view) {
     return view.Sound().Play(view.Sound().ByteOffset(cursor));
 }
 
-bool PlayFrames(CSoundView& view, std::uint32_t start, std::uint32_t end) {
+Outcome PlayFrames(CSoundView& view, std::uint32_t start, std::uint32_t end) {
     const std::uint32_t last = std::min(end, view.FrameCount());
-    if (start >= last) return view.Refuse("There is nothing to play there.");
+    if (start >= last) return Failed("There is nothing to play there.");
     CWavePlayer& sound = view.Sound();
-    return sound.PlayRange(sound.ByteOffset(start), sound.ByteOffset(last)) ||
-           view.Refuse(kNotStarted);
+    return DoneIf(sound.PlayRange(sound.ByteOffset(start), sound.ByteOffset(last)), kNotStarted);
 }
 
 // What is heard before and after the point of a preview, in frames: one and a half seconds.
@@ -39,52 +38,51 @@ std::uint32_t Behind(const CSoundView& view, std::uint32_t frame, std::uint32_t 
 
 }  // namespace
 
-bool Playback(CSoundView& view) {
-    if (!view.Sound().HasData()) return view.Refuse(kNoSound);
+Outcome Playback(CSoundView& view) {
+    if (!view.Sound().HasData()) return Failed(kNoSound);
     view.Playing().ClearPlayPosition();
     view.Sound().SetLooping(false);
     if (view.State().HasSelection())
         return PlayFrames(view, view.State().GetSelection().start, view.State().GetSelection().end);
-    return StartFromCursor(view) || view.Refuse(kNotStarted);
+    return DoneIf(StartFromCursor(view), kNotStarted);
 }
 
-bool PlayLooped(CSoundView& view) {
-    if (!view.Sound().HasData()) return view.Refuse(kNoSound);
+Outcome PlayLooped(CSoundView& view) {
+    if (!view.Sound().HasData()) return Failed(kNoSound);
     view.Playing().ClearPlayPosition();
     view.Sound().SetLooping(true);
     if (view.State().HasSelection())
         return PlayFrames(view, view.State().GetSelection().start, view.State().GetSelection().end);
-    return StartFromCursor(view) || view.Refuse(kNotStarted);
+    return DoneIf(StartFromCursor(view), kNotStarted);
 }
 
-bool PlayToEnd(CSoundView& view) {
-    if (!view.Sound().HasData()) return view.Refuse(kNoSound);
+Outcome PlayToEnd(CSoundView& view) {
+    if (!view.Sound().HasData()) return Failed(kNoSound);
     view.Playing().ClearPlayPosition();
     view.Sound().SetLooping(false);
-    return view.Sound().Play(0) || view.Refuse(kNotStarted);
+    return DoneIf(view.Sound().Play(0), kNotStarted);
 }
 
-bool StopTransport(CSoundView& view) {
+Outcome StopTransport(CSoundView& view) {
     if (view.Sound().IsPlaying()) {
         view.Sound().Stop(CWavePlayer::StopReport::kShow);
-        return true;
+        return Done();
     }
-    if (view.Sound().IsRecording())
-        return view.Playing().EndRecording() || view.Refuse(view.Document().LastError());
-    return view.Refuse("Nothing is playing.");
+    if (view.Sound().IsRecording()) return view.Playing().EndRecording();
+    return Failed("Nothing is playing.");
 }
 
-bool PauseTransport(CSoundView& view) {
-    return view.Sound().Pause() || view.Refuse("Nothing is playing.");
+Outcome PauseTransport(CSoundView& view) {
+    return DoneIf(view.Sound().Pause(), "Nothing is playing.");
 }
 
-bool PressSpace(CSoundView& view) {
+Outcome PressSpace(CSoundView& view) {
     const bool busy = view.Sound().IsPlaying() || view.Sound().IsRecording();
     return busy ? StopTransport(view) : Playback(view);
 }
 
-bool PreviewCut(CSoundView& view) {
-    if (!view.Sound().HasData()) return view.Refuse(kNoSound);
+Outcome PreviewCut(CSoundView& view) {
+    if (!view.Sound().HasData()) return Failed(kNoSound);
     const std::uint32_t margin = PreviewMargin(view);
     if (!view.State().HasSelection())
         return PlayFrames(view, Before(view.State().Cursor(), margin),
@@ -95,13 +93,13 @@ bool PreviewCut(CSoundView& view) {
     if (first == start) return PlayFrames(view, end, last);
     if (end == last) return PlayFrames(view, first, start);
     CWavePlayer& sound = view.Sound();
-    return sound.PlaySkip(sound.ByteOffset(first), sound.ByteOffset(last), sound.ByteOffset(start),
-                          sound.ByteOffset(end)) ||
-           view.Refuse(kNotStarted);
+    return DoneIf(sound.PlaySkip(sound.ByteOffset(first), sound.ByteOffset(last),
+                                 sound.ByteOffset(start), sound.ByteOffset(end)),
+                  kNotStarted);
 }
 
-bool PreRollToCursor(CSoundView& view) {
-    if (!view.Sound().HasData()) return view.Refuse(kNoSound);
+Outcome PreRollToCursor(CSoundView& view) {
+    if (!view.Sound().HasData()) return Failed(kNoSound);
     return PlayFrames(view, Before(view.State().Cursor(), PreviewMargin(view)),
                       view.State().Cursor());
 }

@@ -5,17 +5,17 @@
 
 namespace sonavel {
 
-// Each returns false when nothing was started, stopped or paused.
-bool Playback(CSoundView& view);
-bool PlayLooped(CSoundView& view);
-bool PlayToEnd(CSoundView& view);
-bool StopTransport(CSoundView& view);
-bool PauseTransport(CSoundView& view);
+// Each fails when nothing was started, stopped or paused.
+Outcome Playback(CSoundView& view);
+Outcome PlayLooped(CSoundView& view);
+Outcome PlayToEnd(CSoundView& view);
+Outcome StopTransport(CSoundView& view);
+Outcome PauseTransport(CSoundView& view);
 // Stops playing or recording, or plays.
-bool PressSpace(CSoundView& view);
+Outcome PressSpace(CSoundView& view);
 // The sound as it would be without the selection, or the second and a half on both sides of the
 // cursor.
-bool PreviewCut(CSoundView& view);
-bool PreRollToCursor(CSoundView& view);
+Outcome PreviewCut(CSoundView& view);
+Outcome PreRollToCursor(CSoundView& view);
 
 }  // namespace sonavel

@@ -113,39 +113,35 @@ CommandState Shows(const CSoundView& view) {
 // --- Handlers of fixed arguments
 
 template <auto move, int pixels, MoveMode mode>
-bool Moved(CSoundView& view) {
+Outcome Moved(CSoundView& view) {
     return move(view, pixels, mode);
 }
 
 template <ZoomFunction zoom>
-bool ZoomedTime(CSoundView& view) {
+Outcome ZoomedTime(CSoundView& view) {
     view.Zoom().Time(zoom);
-    return true;
+    return Done();
 }
 
 template <ZoomFunction zoom>
-bool ZoomedLevel(CSoundView& view) {
+Outcome ZoomedLevel(CSoundView& view) {
     view.Zoom().Level(zoom);
-    return true;
+    return Done();
 }
 
-bool ZoomedDefault(CSoundView& view) {
+Outcome ZoomedDefault(CSoundView& view) {
     ZoomDefault(view);
-    return true;
+    return Done();
 }
 
 template <StatusFormat format>
-bool Format(CSoundView& view) {
+Outcome Format(CSoundView& view) {
     return view.SetStatusFormat(format);
 }
 
-bool ZoomSelection(CSoundView& view) {
+Outcome ZoomSelection(CSoundView& view) {
     view.Zoom().ToRange(view.State().GetSelection().start, view.State().GetSelection().end);
-    return true;
-}
-
-bool EditNearestMarker(CSoundView& view) {
-    return EditMarkerInDialog(view, NearestMarkerId(view, view.State().Cursor()));
+    return Done();
 }
 
 std::string UndoText(const CSoundView& view) {
@@ -159,6 +155,8 @@ std::string RedoText(const CSoundView& view) {
 // --- The table
 
 using Row = Command<CSoundView>;
+
+constexpr decltype(Row::run) kAsksFirst = nullptr;
 
 constexpr Row kTable[] = {
     // Playing
@@ -220,18 +218,18 @@ constexpr Row kTable[] = {
      SelectAll,
      When<HasSound>},
     {{kGoToCursor, "", "&Go to Cursor...\tCtrl+G", "Ctrl+G", "Set the cursor to a frame or a time"},
-     AskAndGoToCursor,
+     kAsksFirst,
      When<HasSound>},
 
     // Markers
     {{kDropMarker, "", "Drop Marker", "M", "Set a marker at the cursor"},
      DropMarker,
      When<HasSound>},
-    {{kMarkerAdd, "", "Add", "", "Add a marker"}, AddMarkerInDialog, When<HasSound>},
+    {{kMarkerAdd, "", "Add", "", "Add a marker"}, kAsksFirst, When<HasSound>},
     {{kMarkerEdit, "", "Edit", "", "Edit the marker nearest to the cursor"},
-     EditNearestMarker,
+     kAsksFirst,
      When<HasMarkers>},
-    {{kMarkerDelete, "", "Delete", "", "Delete markers"}, EditMarkersInDialog, When<HasMarkers>},
+    {{kMarkerDelete, "", "Delete", "", "Delete markers"}, kAsksFirst, When<HasMarkers>},
 
     // History
     {{kUndo, "undo", "&Undo", "Ctrl+Z", "Take the last edit back"},
@@ -267,18 +265,18 @@ constexpr Row kTable[] = {
      PasteBlockCopy,
      When<CanOverwrite>},
     {{kPasteReplicate, "", "Paste Rep&licate", "Ctrl+L", "Insert the clipboard several times"},
-     PasteReplicate,
+     kAsksFirst,
      When<CanPaste>},
     {{kPasteNew, "paste-new", "Paste N&ew", "Ctrl+E",
       "Open the selection or the clipboard as a new document"},
      PasteNew,
      When<CanPasteNew>},
-    {{kMix, "", "Mix...", "Ctrl+M", "Insert Mix Clipboard contents"}, MixClipboard, When<CanPaste>},
+    {{kMix, "", "Mix...", "Ctrl+M", "Insert Mix Clipboard contents"}, kAsksFirst, When<CanPaste>},
     {{kCrossfadeMix, "", "Crosfade Mix...", "Ctrl+S", "Mix the clipboard in with fading levels"},
-     CrossfadeMixClipboard,
+     kAsksFirst,
      When<CanPaste>},
     {{kClipboardContents, "", "Clipboard C&ontents...", "", "Show what the clipboard holds"},
-     ShowClipboardContents,
+     kAsksFirst,
      When<HasClip>},
 
     // Zoom
@@ -299,7 +297,7 @@ constexpr Row kTable[] = {
      ZoomSelection,
      When<HasSelection>},
     {{kZoomUser, "", "Zoom User Define", "", "Choose what to show in numbers"},
-     AskUserZoom,
+     kAsksFirst,
      When<HasSound>},
     {{kZoomDefault, "zoom-default", "Zoom Default\tCtrl+0", "Ctrl+0", "Go back to the first zoom"},
      ZoomedDefault},
@@ -331,22 +329,20 @@ std::span<const Command<CSoundView>> ViewCommands() {
 SoundViewCommands::SoundViewCommands(CSoundView& view)
     : TableCommandTarget<CSoundView>(view, kTable), view_(view) {}
 
-bool SoundViewCommands::RunCommand(int id) {
-    view_.ClearError();
-    const std::string reason = ReasonDisabled(id);
-    if (!reason.empty()) return view_.Refuse(reason);
+Outcome SoundViewCommands::RunCommand(int id) {
+    if (Outcome offered = Offered(id); !offered) return offered;
     return TableCommandTarget<CSoundView>::RunCommand(id);
 }
 
-std::string SoundViewCommands::ReasonDisabled(int id) const {
+Outcome SoundViewCommands::Offered(int id) const {
     const Row* row = FindRow(id);
-    if (!row || !row->state) return {};
+    if (!row || !row->state) return Done();
     for (const NamedCondition& named : kConditions) {
         if (named.state != row->state) continue;
         const char* reason = named.condition(view_);
-        return reason ? reason : "";
+        return reason ? Failed(reason) : Done();
     }
-    return {};
+    return Done();
 }
 
 }  // namespace sonavel

@@ -72,14 +72,19 @@ enum Id : int {
 // it alone.
 std::span<const Command<CSoundView>> ViewCommands();
 
-// The view as menus and scripts see it.
+// The view as menus and scripts see it. The commands that ask first (Go to Cursor, the markers,
+// Paste Replicate, the mixes, Clipboard Contents, User Defined Zoom) are refused here; who asks,
+// sees to it that they are offered, and hands the answer to their function.
 class SoundViewCommands : public TableCommandTarget<CSoundView> {
   public:
     explicit SoundViewCommands(CSoundView& view);
 
-    bool RunCommand(int id) override;
-    // Why the command is not offered just now; empty when it is.
-    std::string ReasonDisabled(int id) const;
+    Outcome RunCommand(int id) override;
+    // Fails where the command is not offered just now, and says why.
+    Outcome Offered(int id) const;
+
+  protected:
+    CSoundView& View() const { return view_; }
 
   private:
     CSoundView& view_;

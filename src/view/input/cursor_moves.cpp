@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "sound/failure_texts.h"
 #include "sound/sample_types.h"
 
 namespace sonavel {
@@ -35,8 +34,8 @@ std::int64_t PlaceInWindow(const CSoundView& view, const CursorStep& step, std::
 
 }  // namespace
 
-bool MoveCursorLeft(CSoundView& view, int pixels, MoveMode mode) {
-    if (view.FrameCount() == 0) return view.Refuse(kNoSound);
+Outcome MoveCursorLeft(CSoundView& view, int pixels, MoveMode mode) {
+    if (view.FrameCount() == 0) return Failed(kNoSound);
     const CursorStep step = StepOf(view, pixels);
     std::int64_t cursor = std::int64_t{view.State().Cursor()} - step.step;
     if (PlaceInWindow(view, step, cursor) < 0)
@@ -49,11 +48,11 @@ bool MoveCursorLeft(CSoundView& view, int pixels, MoveMode mode) {
         view.State().SetSelection(target, target);
     else if (target <= view.State().GetSelectionEnds().start)
         view.State().SetSelectionStart(target);
-    return true;
+    return Done();
 }
 
-bool MoveCursorRight(CSoundView& view, int pixels, MoveMode mode) {
-    if (view.FrameCount() == 0) return view.Refuse(kNoSound);
+Outcome MoveCursorRight(CSoundView& view, int pixels, MoveMode mode) {
+    if (view.FrameCount() == 0) return Failed(kNoSound);
     const CursorStep step = StepOf(view, pixels);
     const std::int64_t cursor =
         std::min(std::int64_t{view.State().Cursor()} + step.step, std::int64_t{step.frames});
@@ -66,80 +65,76 @@ bool MoveCursorRight(CSoundView& view, int pixels, MoveMode mode) {
     // the fixed one of the two.
     else if (target > view.State().GetSelectionEnds().start)
         view.State().SetSelectionStart(target);
-    return true;
+    return Done();
 }
 
-bool MoveCursorToStart(CSoundView& view) {
-    if (view.FrameCount() == 0) return view.Refuse(kNoSound);
+Outcome MoveCursorToStart(CSoundView& view) {
+    if (view.FrameCount() == 0) return Failed(kNoSound);
     view.State().SetCursor(0);
     view.State().SetSelection(0, 0);
     view.Zoom().ScrollHorizontallyTo(0);
     view.Repaint().Area(ViewArea::kWaveform);
-    return true;
+    return Done();
 }
 
-bool MoveCursorToEnd(CSoundView& view) {
+Outcome MoveCursorToEnd(CSoundView& view) {
     const std::uint32_t frames = view.FrameCount();
-    if (frames == 0) return view.Refuse(kNoSound);
+    if (frames == 0) return Failed(kNoSound);
     view.State().SetCursor(frames);
     view.State().SetSelection(0, 0);
     const std::uint64_t bytesPerFrame = 2 * SampleBytesOf(view.Sound().GetBits());
     view.Zoom().ScrollToPlayPosition(frames * bytesPerFrame);
     view.Repaint().TimeAreas();
-    return true;
+    return Done();
 }
 
-bool SelectToStart(CSoundView& view) {
-    if (view.FrameCount() == 0) return view.Refuse(kNoSound);
+Outcome SelectToStart(CSoundView& view) {
+    if (view.FrameCount() == 0) return Failed(kNoSound);
     view.State().SetSelection(
         0, view.State().HasSelection() ? view.State().GetSelection().end : view.State().Cursor());
     view.State().SetCursor(0);
     view.Zoom().ScrollToShow(0);
-    return true;
+    return Done();
 }
 
-bool SelectToEnd(CSoundView& view) {
+Outcome SelectToEnd(CSoundView& view) {
     const std::uint32_t frames = view.FrameCount();
-    if (frames == 0) return view.Refuse(kNoSound);
+    if (frames == 0) return Failed(kNoSound);
     view.State().SetSelection(
         view.State().HasSelection() ? view.State().GetSelection().start : view.State().Cursor(),
         frames);
     view.State().SetCursor(frames);
     view.Zoom().ScrollToShow(frames);
-    return true;
+    return Done();
 }
 
-bool SelectAll(CSoundView& view) {
-    if (view.FrameCount() == 0) return view.Refuse(kNoSound);
+Outcome SelectAll(CSoundView& view) {
+    if (view.FrameCount() == 0) return Failed(kNoSound);
     view.State().SetSelection(0, view.FrameCount());
     view.Repaint().Area(ViewArea::kAll);
-    return true;
+    return Done();
 }
 
-bool SelectBetweenMarkers(CSoundView& view, std::uint32_t frame) {
-    if (view.FrameCount() == 0) return view.Refuse(kNoSound);
+Outcome SelectBetweenMarkers(CSoundView& view, std::uint32_t frame) {
+    if (view.FrameCount() == 0) return Failed(kNoSound);
     const std::uint32_t end = std::min(view.Sound().GetMarkerAfter(frame), view.FrameCount());
     view.State().SetSelection(view.Sound().GetMarkerBefore(frame), end);
-    return true;
+    return Done();
 }
 
-bool GoToFrame(CSoundView& view, std::uint32_t frame) {
-    if (view.FrameCount() == 0) return view.Refuse(kNoSound);
+Outcome GoToFrame(CSoundView& view, std::uint32_t frame) {
+    if (view.FrameCount() == 0) return Failed(kNoSound);
     const std::uint32_t target = std::min(frame, view.FrameCount());
     view.State().SetCursor(target);
     view.State().SetSelection(target, target);
     view.Zoom().ScrollToShow(target);
-    return true;
+    return Done();
 }
 
-bool AskAndGoToCursor(CSoundView& view) {
-    if (view.FrameCount() == 0) return view.Refuse(kNoSound);
-    const std::uint32_t rate = view.Sound().GetSamplesPerSecond();
-    const std::optional<GoToChoice> choice =
-        view.Dialogs().AskGoTo({view.State().Cursor(), view.FrameCount(), rate});
-    if (!choice) return view.Refuse(failure::kCancelled);
-    if (choice->unit == GoToChoice::Unit::kFrame) return GoToFrame(view, choice->frame);
-    const double frame = std::clamp(choice->seconds * rate, 0.0, double(view.FrameCount()));
+Outcome GoToCursor(CSoundView& view, const GoToChoice& choice) {
+    if (choice.unit == GoToChoice::Unit::kFrame) return GoToFrame(view, choice.frame);
+    const double frame = std::clamp(choice.seconds * view.Sound().GetSamplesPerSecond(), 0.0,
+                                    double(view.FrameCount()));
     return GoToFrame(view, static_cast<std::uint32_t>(frame));
 }
 

@@ -107,9 +107,7 @@ bool MouseInput::PressZoomButton(MouseTarget target, MouseButton button) {
     if (target == MouseTarget::kTimeZoomButton)
         zoom.Time(in ? TimeZoomIn : TimeZoomOut);
     else if (target == MouseTarget::kLevelZoomButton)
-        zoom.Level(in ? LevelZoomIn : LevelZoomOut);
-    else if (target == MouseTarget::kZoomerButton && view_.FrameCount() > 0)
-        AskUserZoom(view_);
+        in ? view_.Zoom().Level(LevelZoomIn) : view_.Zoom().Level(LevelZoomOut);
     else
         return false;
     return true;
@@ -118,8 +116,11 @@ bool MouseInput::PressZoomButton(MouseTarget target, MouseButton button) {
 MouseRequest MouseInput::Press(MouseButton button, const PointerEvent& event) {
     last_ = event;
     const MouseTarget target = TargetAt(event.x, event.y);
-    if (button != MouseButton::kMiddle && PressZoomButton(target, button))
-        return MouseRequest::kNone;
+    if (button != MouseButton::kMiddle) {
+        if (PressZoomButton(target, button)) return MouseRequest::kNone;
+        if (target == MouseTarget::kZoomerButton && view_.FrameCount() > 0)
+            return MouseRequest::kUserZoom;
+    }
     if (!ShowsTime(target) || IsDragging()) return MouseRequest::kNone;
     if (button == MouseButton::kRight)
         return view_.State().HasSelection() ? MouseRequest::kContextMenuSelection
@@ -175,14 +176,15 @@ void MouseInput::EndGesture() {
     view_.Document().EndMarkerEdit();
 }
 
-void MouseInput::DoubleClick(const PointerEvent& event) {
+MouseRequest MouseInput::DoubleClick(const PointerEvent& event) {
     Cancel();
     const MouseTarget target = TargetAt(event.x, event.y);
-    if (PressZoomButton(target, MouseButton::kLeft)) return;
-    if (target == MouseTarget::kMarkerFlag)
-        EditMarkerInDialog(view_, MarkerAt(event.x, event.y));
-    else if (ShowsTime(target))
-        SelectBetweenMarkers(view_, FrameAt(event.x));
+    if (PressZoomButton(target, MouseButton::kLeft)) return MouseRequest::kNone;
+    if (target == MouseTarget::kZoomerButton && view_.FrameCount() > 0)
+        return MouseRequest::kUserZoom;
+    if (target == MouseTarget::kMarkerFlag) return MouseRequest::kEditMarker;
+    if (ShowsTime(target)) static_cast<void>(SelectBetweenMarkers(view_, FrameAt(event.x)));
+    return MouseRequest::kNone;
 }
 
 void MouseInput::Tick() {

@@ -34,7 +34,13 @@ enum class MouseTarget {
 enum class MouseButton { kLeft, kRight, kMiddle };
 
 // What is left to the window after an event.
-enum class MouseRequest { kNone, kContextMenuNormal, kContextMenuSelection };
+enum class MouseRequest {
+    kNone,
+    kContextMenuNormal,
+    kContextMenuSelection,
+    kUserZoom,
+    kEditMarker,  // the one whose flag lies there
+};
 
 class MouseInput {
   public:
@@ -50,7 +56,7 @@ class MouseInput {
     // Also without a button: shows the sample values under the pointer.
     void Move(const PointerEvent& event);
     void Release(const PointerEvent& event);
-    void DoubleClick(const PointerEvent& event);
+    MouseRequest DoubleClick(const PointerEvent& event);
     // A drag past an edge scrolls on; the window calls this about every 30 ms while IsDragging().
     void Tick();
     bool IsDragging() const { return gesture_ != nullptr || panning_; }

@@ -143,11 +143,17 @@ void PlayFollower::OnRecorded(std::string_view stateText) {
     NoteTransportState();
 }
 
-bool PlayFollower::EndRecording() {
-    const bool recorded = document_.StopRecording(state_.Cursor());
+Outcome PlayFollower::EndRecording() {
+    Outcome recorded = document_.StopRecording(state_.Cursor());
     state_.Zoom().FitTime();
     NoteTransportState();
     return recorded;
+}
+
+void PlayFollower::OnRecordingEnded() {
+    // No command waits for this end.
+    const Outcome ended = EndRecording();
+    if (ended.IsFailed()) document_.Services().prompts.ShowStatus(ended.Reason());
 }
 
 }  // namespace sonavel

@@ -42,9 +42,9 @@ class PlayFollower : public PlayerObserver {
     // The state's text anew, after a change of the sound's length or of the status format.
     void RefreshPlayState();
 
-    // Ends recording, inserts what was recorded at the cursor and shows the whole sound. False when
-    // nothing was recorded, or nothing is being recorded; the document's LastError() says why.
-    bool EndRecording();
+    // Ends recording, inserts what was recorded at the cursor and shows the whole sound. Fails when
+    // nothing was recorded, or nothing is being recorded.
+    Outcome EndRecording();
 
     // --- From the player
 
@@ -53,7 +53,7 @@ class PlayFollower : public PlayerObserver {
     void OnPeaks(std::int32_t left, std::int32_t right) override;
     void OnStopped() override;
     void OnRecorded(std::string_view stateText) override;
-    void OnRecordingEnded() override { EndRecording(); }
+    void OnRecordingEnded() override;
 
   private:
     // What the status text tells of a player, the sound's or the preview's, if it does: it follows

@@ -5,7 +5,7 @@
 #include <cstdint>
 
 #include "sound/sound.h"
-#include "view/commands/view_dialogs.h"
+#include "view/commands/view_questions.h"
 #include "view/state/scroll_state.h"
 
 namespace sonavel {

@@ -1,7 +1,7 @@
 // The dialog "Clipboard Contents": what the clipboard holds, and a button that plays it.
 #pragma once
 
-#include "view/commands/view_dialogs.h"
+#include "view/commands/view_questions.h"
 #include "view/ui/form_dialog.h"
 
 namespace sonavel {

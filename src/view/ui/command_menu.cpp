@@ -117,12 +117,11 @@ void CommandActions::FillMenu(QMenu& menu, std::span<const MenuEntry> entries) {
     }
 }
 
-bool CommandActions::Run(int commandId) {
+void CommandActions::Run(int commandId) {
     CommandTarget* target = route_(commandId);
-    const bool succeeded = target && target->RunCommand(commandId);
+    const Outcome outcome = target ? target->RunCommand(commandId) : Failed(failure::kNotOffered);
     Refresh();
-    Q_EMIT CommandRun(commandId, succeeded);
-    return succeeded;
+    Q_EMIT CommandRun(commandId, outcome);
 }
 
 }  // namespace sonavel

@@ -44,9 +44,8 @@ class CommandActions : public QObject {
 
     // Takes text, enabled and checked state of every action from the command's target.
     void Refresh();
-    // Runs the command where it is handled just now. False when nothing handles it, or it is
-    // disabled, refused or cancelled.
-    bool Run(int commandId);
+    // Runs the command where it is handled just now.
+    void Run(int commandId);
     // The command of a key without Ctrl and Alt that is no function key. Such keys are not
     // shortcuts of the whole window, so that typing elsewhere stays typing; the widget with the
     // focus asks here. A row without a menu text comes before the rows that only show the key. 0
@@ -58,7 +57,7 @@ class CommandActions : public QObject {
 
   Q_SIGNALS:
     // After a command ran, or was refused.
-    void CommandRun(int commandId, bool succeeded);
+    void CommandRun(int commandId, const Outcome& outcome);
     // The pointer is over the command in a menu or on a bar.
     void PromptChanged(const QString& prompt);
 

@@ -1,7 +1,7 @@
 // The dialog "Go to Cursor": the place to go to, as a frame or as a time.
 #pragma once
 
-#include "view/commands/view_dialogs.h"
+#include "view/commands/view_questions.h"
 #include "view/ui/form_dialog.h"
 
 namespace sonavel {

@@ -6,13 +6,13 @@ namespace sonavel {
 
 namespace {
 
-QLabel* RangeLabel(const MixRange& range, QWidget* parent) {
+QLabel* RangeLabel(const MixQuestion& range, QWidget* parent) {
     return new QLabel(QObject::tr("Start: %1    End: %2").arg(range.startFrame).arg(range.endFrame),
                       parent);
 }
 
 // Sums are not clipped, and those of 8-bit samples are of their bytes, which count from 0.
-QLabel* WrapNote(const MixRange& range, QWidget* parent) {
+QLabel* WrapNote(const MixQuestion& range, QWidget* parent) {
     const QString sums =
         range.bits == 8
             ? QObject::tr("8-bit samples add up as bytes, silence being 128:\nsums beyond 255")
@@ -33,7 +33,7 @@ PercentSlider* AddLevel(QFormLayout& form, const QString& label, int percent) {
 
 }  // namespace
 
-MixDialog::MixDialog(const MixRange& range, const MixChoice& initial, QWidget* parent)
+MixDialog::MixDialog(const MixQuestion& range, const MixChoice& initial, QWidget* parent)
     : FormDialog(tr("Mix"), parent) {
     Body().addWidget(RangeLabel(range, this));
     clipboard_ = AddLevel(AddForm(tr("Clipboard")), tr("&Level"), initial.clipboardPercent);
@@ -46,7 +46,7 @@ MixChoice MixDialog::Choice() const {
     return {clipboard_->Value(), destination_->Value()};
 }
 
-CrossfadeDialog::CrossfadeDialog(const MixRange& range, const CrossfadeChoice& initial,
+CrossfadeDialog::CrossfadeDialog(const MixQuestion& range, const CrossfadeChoice& initial,
                                  QWidget* parent)
     : FormDialog(tr("Crossfade"), parent) {
     Body().addWidget(RangeLabel(range, this));

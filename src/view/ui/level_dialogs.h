@@ -1,7 +1,7 @@
 // The dialogs "Mix" and "Crossfade", which set levels, and "Paste Replicate", which sets a count.
 #pragma once
 
-#include "view/commands/view_dialogs.h"
+#include "view/commands/view_questions.h"
 #include "view/ui/form_dialog.h"
 
 namespace sonavel {
@@ -10,7 +10,7 @@ class MixDialog : public FormDialog {
     Q_OBJECT
 
   public:
-    MixDialog(const MixRange& range, const MixChoice& initial, QWidget* parent = nullptr);
+    MixDialog(const MixQuestion& range, const MixChoice& initial, QWidget* parent = nullptr);
     MixChoice Choice() const;
 
   private:
@@ -22,7 +22,7 @@ class CrossfadeDialog : public FormDialog {
     Q_OBJECT
 
   public:
-    CrossfadeDialog(const MixRange& range, const CrossfadeChoice& initial,
+    CrossfadeDialog(const MixQuestion& range, const CrossfadeChoice& initial,
                     QWidget* parent = nullptr);
     CrossfadeChoice Choice() const;
 

@@ -7,7 +7,7 @@
 #include <QTreeWidget>
 #include <vector>
 
-#include "view/commands/view_dialogs.h"
+#include "view/commands/view_questions.h"
 #include "view/ui/form_dialog.h"
 
 namespace sonavel {

@@ -5,7 +5,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 
-#include "view/commands/view_dialogs.h"
+#include "view/commands/view_questions.h"
 #include "view/ui/form_dialog.h"
 
 namespace sonavel {

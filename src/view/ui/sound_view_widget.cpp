@@ -92,7 +92,9 @@ ZoomButton* SoundViewWidget::AddZoomButton(ZoomButton::Picture picture, const QS
     connect(button, &ZoomButton::Pressed, this, [this, button](Qt::MouseButton pressed) {
         const QPoint centre = button->geometry().center();
         const PointerEvent event{centre.x(), centre.y(), false, false};
-        mouse_.Press(pressed == Qt::RightButton ? MouseButton::kRight : MouseButton::kLeft, event);
+        const MouseButton with =
+            pressed == Qt::RightButton ? MouseButton::kRight : MouseButton::kLeft;
+        Carry(mouse_.Press(with, event), centre);
         mouse_.Release(event);
     });
     return button;

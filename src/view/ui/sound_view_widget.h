@@ -80,6 +80,8 @@ class SoundViewWidget : public QWidget, private SoundViewObserver {
     PointerEvent PointerOf(const QSinglePointEvent& event) const;
     void FollowDrag();
     void ShowPointerShape(const QPointF& position);
+    // What the mouse leaves to the window, at that place of the widget.
+    void Carry(MouseRequest request, const QPoint& place);
     void OpenContextMenu(ContextMenu menu, const QPoint& globalPosition);
 
     CSoundView& view_;

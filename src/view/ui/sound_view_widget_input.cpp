@@ -5,6 +5,7 @@
 #include <QWheelEvent>
 #include <cmath>
 
+#include "view/ui/asking_view_commands.h"
 #include "view/ui/qt_values.h"
 #include "view/ui/sound_view_widget.h"
 
@@ -78,13 +79,28 @@ PointerEvent SoundViewWidget::PointerOf(const QSinglePointEvent& event) const {
 
 void SoundViewWidget::mousePressEvent(QMouseEvent* event) {
     if (!IsMouseButton(event->button())) return;
-    const MouseRequest request = mouse_.Press(ButtonOf(event->button()), PointerOf(*event));
-    if (request != MouseRequest::kNone)
-        OpenContextMenu(request == MouseRequest::kContextMenuSelection
-                            ? ContextMenu::kSoundViewSelection
-                            : ContextMenu::kSoundViewNormal,
-                        event->globalPosition().toPoint());
+    Carry(mouse_.Press(ButtonOf(event->button()), PointerOf(*event)), event->position().toPoint());
     FollowDrag();
+}
+
+void SoundViewWidget::Carry(MouseRequest request, const QPoint& place) {
+    switch (request) {
+        case MouseRequest::kNone:
+            break;
+        case MouseRequest::kContextMenuNormal:
+            OpenContextMenu(ContextMenu::kSoundViewNormal, mapToGlobal(place));
+            break;
+        case MouseRequest::kContextMenuSelection:
+            OpenContextMenu(ContextMenu::kSoundViewSelection, mapToGlobal(place));
+            break;
+        case MouseRequest::kUserZoom:
+            actions_.Run(view_command::kZoomUser);
+            break;
+        case MouseRequest::kEditMarker:
+            static_cast<void>(
+                AskAboutMarker(view_, mouse_.MarkerAt(place.x(), place.y()), window()));
+            break;
+    }
 }
 
 void SoundViewWidget::mouseMoveEvent(QMouseEvent* event) {
@@ -107,7 +123,7 @@ void SoundViewWidget::mouseReleaseEvent(QMouseEvent* event) {
 
 void SoundViewWidget::mouseDoubleClickEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton)
-        mouse_.DoubleClick(PointerOf(*event));
+        Carry(mouse_.DoubleClick(PointerOf(*event)), event->position().toPoint());
     else
         mousePressEvent(event);
     FollowDrag();

@@ -1,9 +1,9 @@
-// The dialogs that a document asks for: what a person fills in, as plain values.
+// What a document asks before it is made or saved under another name, and the answers that it
+// takes, as plain values.
 #pragma once
 
 #include <cstdint>
 #include <filesystem>
-#include <optional>
 #include <string>
 
 namespace sonavel {
@@ -31,15 +31,6 @@ struct SaveAsChoice {
     unsigned channels = 1;
     unsigned bits = 8;
     bool saveMarkers = true;
-};
-
-class DocumentDialogs {
-  public:
-    virtual ~DocumentDialogs() = default;
-
-    // Nothing when the dialog was cancelled.
-    virtual std::optional<NewSoundChoice> AskNewSound(const NewSoundChoice& initial) = 0;
-    virtual std::optional<SaveAsChoice> AskSaveAs(const SaveAsRequest& request) = 0;
 };
 
 }  // namespace sonavel

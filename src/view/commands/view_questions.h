@@ -1,17 +1,19 @@
-// The dialogs that the view and the workspace ask for: what a person sees and fills in, as plain
-// values. An empty answer stands for Cancel everywhere.
+// What the commands of the view and the workspace ask before they run, and the answers that they
+// take, as plain values. Front ends show the one and gather the other.
 #pragma once
 
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <vector>
 
-#include "document/document_dialogs.h"
+#include "document/document_questions.h"
 #include "document/edit_operations.h"
+#include "platform/outcome.h"
 #include "sound/marker_list.h"
 
 namespace sonavel {
+
+class CSoundView;
 
 // The dialog "User Defined Zoom"; only the fields of the chosen type count.
 struct UserZoom {
@@ -32,7 +34,7 @@ double PercentFromText(const std::string& text);
 // The dialog "Mix". Percent, 0 to kHighestMixPercent.
 inline constexpr int kHighestMixPercent = 200;
 
-struct MixRange {
+struct MixQuestion {
     std::uint32_t startFrame = 0;
     std::uint32_t endFrame = 0;
     unsigned bits = 16;  // of the sound
@@ -127,21 +129,12 @@ struct RecordRequest {
     RecordChoice initial;
 };
 
-class ViewDialogs {
-  public:
-    virtual ~ViewDialogs() = default;
+// --- What is asked with; each fails where there is nothing to ask
 
-    virtual std::optional<UserZoom> AskUserZoom(const UserZoom& initial) = 0;
-    virtual std::optional<MixChoice> AskMix(const MixRange& range, const MixChoice& initial) = 0;
-    virtual std::optional<CrossfadeChoice> AskCrossfade(const MixRange& range,
-                                                        const CrossfadeChoice& initial) = 0;
-    virtual std::optional<int> AskReplicateCount(int initial) = 0;
-    virtual std::optional<GoToChoice> AskGoTo(const GoToRequest& request) = 0;
-    virtual std::optional<std::vector<MarkerEdit>> EditMarkers(
-        const MarkerDialogRequest& request) = 0;
-    virtual void ShowClipboardContents(const ClipboardContents& contents,
-                                       ClipboardPreview& preview) = 0;
-    virtual std::optional<RecordChoice> AskRecord(const RecordRequest& request) = 0;
-};
+Result<UserZoom> QuestionOfUserZoom(const CSoundView& view);
+Result<GoToRequest> QuestionOfGoTo(const CSoundView& view);
+Result<MarkerDialogRequest> QuestionOfMarkers(const CSoundView& view,
+                                              MarkerDialogRequest::Start start,
+                                              std::uint32_t markerId);
 
 }  // namespace sonavel

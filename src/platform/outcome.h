@@ -8,7 +8,7 @@
 #include <string_view>
 #include <utility>
 
-#include "sound/failure_texts.h"
+#include "platform/failure_texts.h"
 
 namespace sonavel {
 
@@ -52,6 +52,11 @@ inline Outcome Failed(std::string_view reason) {
 }
 inline Outcome FailedQuietly(std::string_view reason) {
     return {Outcome::End::kFailedQuietly, reason};
+}
+
+// For a step that says no more than whether it came about.
+inline Outcome DoneIf(bool came, std::string_view reasonOtherwise) {
+    return came ? Done() : Failed(reasonOtherwise);
 }
 
 // A value, or why there is none.
