@@ -7,8 +7,8 @@
 
 #include "exchange/sample_packing.h"
 #include "exchange/sound_extras.h"
-#include "sound/codec_values.h"
 #include "platform/outcome.h"
+#include "sound/codec_values.h"
 
 namespace sonavel {
 

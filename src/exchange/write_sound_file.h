@@ -4,8 +4,8 @@
 #include <filesystem>
 
 #include "exchange/sound_extras.h"
-#include "sound/codec_values.h"
 #include "platform/outcome.h"
+#include "sound/codec_values.h"
 #include "sound/sound_codecs.h"
 
 namespace sonavel {

@@ -119,11 +119,10 @@ TEST_F(SpatializerTest, LackOfMemoryIsAFailureThatChangesNothing) {
     prompts_.answers = {false, false};
     for (const std::uint32_t end : {kFrames, 1000u}) {
         const AddressSpaceLimit limit(kFrames / 2);
-        EXPECT_FALSE(
-            SpatializePositional({*document, 0, end, "", SpatialOutcome::kApply}, {0, 1, 0}));
-        EXPECT_FALSE(document->LastError().empty());
+        EXPECT_NE(SpatializePositional({*document, 0, end, "", SpatialOutcome::kApply}, {0, 1, 0})
+                      .Reason(),
+                  "");
         EXPECT_EQ(document->Sound().GetFormat(), MakePcmFormat(1, 8, 44100));
-        document->SetLastError("");
     }
 }
 
@@ -132,8 +131,8 @@ TEST_F(SpatializerTest, LackOfMemoryIsAFailureThatChangesNothing) {
 TEST_F(SpatializerTest, AnEmptySoundIsRefused) {
     const auto document = MakeNoise({1, 16, 44100}, 0);
     for (const SpatialOutcome outcome : {SpatialOutcome::kApply, SpatialOutcome::kPreview})
-        EXPECT_FALSE(SpatializePositional({*document, 0, 0, "", outcome}, {0, 1, 0}));
-    EXPECT_EQ(document->LastError(), "The sound is empty.");
+        EXPECT_EQ(SpatializePositional({*document, 0, 0, "", outcome}, {0, 1, 0}),
+                  Failed("The sound is empty."));
 }
 
 TEST_F(SpatializerTest, ShowsHowFarItIs) {

@@ -204,12 +204,11 @@ TEST_F(WorkspaceTest, StoppingEveryActivityEndsADragOfMarkers) {
         MarkerList markers;
         markers.Add(frame, "dragged", 0);
         Document().SetMarkers(markers, CSoundDoc::MarkerEditing::kGoesOn);
-        workspace.StopActivity(0);
+        EXPECT_TRUE(workspace.StopActivity(0));
     }
     EXPECT_EQ(Document().History().Count(), 2u);
-    dialogs.record = RecordChoice{RecordChoice::Target::kActiveDocument, {}, true, 0};
     ASSERT_TRUE(Document().CanUndo());
-    ASSERT_TRUE(workspace.Record());
+    ASSERT_TRUE(workspace.Record({RecordChoice::Target::kActiveDocument, {}, true, 0}));
     EXPECT_FALSE(Document().CanUndo() || Document().Undo());
 }
 
@@ -241,16 +240,17 @@ TEST_F(WorkspaceTest, RecordingIntoNewDocumentsCountsTheirTitles) {
 }
 
 TEST_F(WorkspaceTest, ARecordingThatDoesNotStartSaysWhy) {
-    dialogs.record = RecordChoice{RecordChoice::Target::kNewDocument, {0, 1, 8}, true, -3};
-    EXPECT_FALSE(workspace.Record());
-    EXPECT_EQ(workspace.LastError(), "This format cannot be edited.");
+    RecordChoice record{RecordChoice::Target::kNewDocument, {0, 1, 8}, true, -3};
+    EXPECT_EQ(workspace.Record(record).Reason(), "This format cannot be edited.");
     EXPECT_EQ(workspace.Count(), 0u);
-    dialogs.record->format = {8000, 1, 8};
+    const Result<RecordRequest> next = workspace.QuestionOfRecord();
+    ASSERT_TRUE(next);
+    EXPECT_EQ(next->initial.target, RecordChoice::Target::kNewDocument);
+    EXPECT_EQ(next->initial.waitingTenths, 0);
+    record.format = {8000, 1, 8};
     devices.In().failures["open"] = kWaveAllocated;
-    EXPECT_FALSE(workspace.Record());
-    EXPECT_EQ(dialogs.recordRequest.initial.target, RecordChoice::Target::kNewDocument);
-    EXPECT_EQ(dialogs.recordRequest.initial.waitingTenths, 0);
-    EXPECT_EQ(workspace.LastError(), prompts.messages.back());
+    const Outcome started = workspace.Record(record);
+    EXPECT_EQ(started, Failed(prompts.messages.back()));
 }
 
 TEST_F(WorkspaceTest, RecordingIntoTheActiveDocumentInsertsAtTheCursor) {
