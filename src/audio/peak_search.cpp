@@ -15,7 +15,7 @@ std::int32_t PeakOf(std::span<const std::uint8_t> data, std::size_t step, std::s
                     std::int32_t peak) {
     const auto samples = SamplesOf<Type>(data);
     for (std::size_t i = first; i < samples.size(); i += step)
-        peak = std::max(peak, std::abs(Type::ValueOf(samples[i])));
+        peak = std::max(peak, std::abs(Type::LevelOf(samples[i])));
     return peak;
 }
 

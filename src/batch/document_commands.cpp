@@ -60,7 +60,8 @@ Outcome Activate(BatchSession& session, const Arguments& words) {
 
 const ValueRule kRate = ValueRule::Whole(1, kHighestRate);
 const ValueRule kChannels = ValueRule::OneOf({"1", "2"});
-const ValueRule kBits = ValueRule::OneOf({"8", "16"});
+const ValueRule kBits = ValueRule::OneOf({"8", "16", "32"});
+const ValueRule kSavedBits = ValueRule::OneOf({"8", "16"});
 
 }  // namespace
 
@@ -84,7 +85,7 @@ std::vector<CommandRow> DocumentCommandRows() {
         {.name = "save-as",
          .does = "Convert channels and bits, then save under PATH by its extension",
          .positional = {{"PATH", ValueRule::Path()}},
-         .keys = {{"channels", kChannels}, {"bits", kBits}, {"markers", ValueRule::Switch()}},
+         .keys = {{"channels", kChannels}, {"bits", kSavedBits}, {"markers", ValueRule::Switch()}},
          .run = SaveAs},
         {.name = "close", .does = "Close the active document without saving", .run = Close},
         {.name = "activate",

@@ -1,4 +1,6 @@
 // The commands that change the format of the active document's sound.
+#include <string>
+
 #include "batch/batch_session.h"
 #include "batch/command_rows.h"
 #include "platform/failure_texts.h"
@@ -28,7 +30,7 @@ Outcome SetRate(BatchSession& session, const Arguments& words) {
 }
 
 Outcome ConvertBits(BatchSession& session, const Arguments& words) {
-    const unsigned bits = words.Text("BITS") == "8" ? 8 : 16;
+    const auto bits = static_cast<unsigned>(std::stoul(words.Text("BITS")));
     const bool same = session.Document().Sound().GetBits() == bits;
     return ChangeFormat(session, same, [bits](CWave& sound) { return sound.ConvertBits(bits); });
 }
@@ -51,8 +53,8 @@ std::vector<CommandRow> FormatCommandRows() {
          .positional = {{"RATE", ValueRule::Whole(1, 0x7FFFFFFF)}},
          .run = SetRate},
         {.name = "convert-bits",
-         .does = "Convert to 8 or 16 bits",
-         .positional = {{"BITS", ValueRule::OneOf({"8", "16"})}},
+         .does = "Convert to 8, 16 or 32 bits, which are floats",
+         .positional = {{"BITS", ValueRule::OneOf({"8", "16", "32"})}},
          .run = ConvertBits},
         {.name = "convert-channels",
          .does = "Convert to 1 or 2 channels; mode 0 left, 1 right, 2 both or mix",

@@ -5,11 +5,13 @@
 #include "batch/batch_session.h"
 #include "batch/command_rows.h"
 #include "batch/report_text.h"
+#include "sound/sample_texts.h"
 
 namespace sonavel::batch {
 namespace {
 
 constexpr std::int64_t kMostFrames = std::int64_t{1} << 62;
+constexpr int kDecimals = 7;  // of floats
 
 Outcome Info(BatchSession& session, const Arguments&) {
     const CSoundDoc& document = session.Document();
@@ -45,7 +47,9 @@ Outcome Samples(BatchSession& session, const Arguments& words) {
          ++frame) {
         session.Out() << frame;
         for (unsigned channel = 0; channel < sound.GetChannels(); ++channel)
-            session.Out() << ' ' << sound.GetSample(channel, static_cast<std::uint32_t>(frame));
+            session.Out() << ' '
+                          << SampleText(sound, channel, static_cast<std::uint32_t>(frame),
+                                        kDecimals);
         session.Out() << '\n';
     }
     return Done();

@@ -7,7 +7,7 @@
 namespace sonavel {
 
 Outcome CSoundDoc::NewDocument(const NewSoundChoice& choice) {
-    if (!IsEditable(MakePcmFormat(choice.channels, choice.bits, choice.samplesPerSecond)))
+    if (!IsEditable(MakeSoundFormat(choice.channels, choice.bits, choice.samplesPerSecond)))
         return Failed("This format cannot be edited.");
     StopPlaying();
     if (!sound_.Create(choice.channels, choice.bits, choice.samplesPerSecond, 0))

@@ -19,9 +19,8 @@ template <class Type>
 void Store(std::span<const float> samples, std::span<typename Type::Stored> stored) {
     const std::size_t count = std::min(samples.size(), stored.size());
     std::transform(samples.begin(), samples.begin() + static_cast<std::ptrdiff_t>(count),
-                   stored.begin(), [](float value) { return Type::Truncated(Whole(value)); });
-    std::fill(stored.begin() + static_cast<std::ptrdiff_t>(count), stored.end(),
-              Type::Truncated(0));
+                   stored.begin(), [](float value) { return Type::StoredOf(Whole(value)); });
+    std::fill(stored.begin() + static_cast<std::ptrdiff_t>(count), stored.end(), Type::StoredOf(0));
 }
 
 }  // namespace

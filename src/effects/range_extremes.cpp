@@ -12,7 +12,7 @@ SampleExtremes ExtremesOf(const Sound& sound, FrameRange range) {
     return VisitSampleType(sound.GetBits(), [&](auto type) {
         // As one run: which channel a sample belongs to does not matter.
         const auto found = ScanStored(SamplesOf<decltype(type)>(bytes), 1);
-        return ValuesOf<decltype(type)>(found, 0);
+        return LevelsOf<decltype(type)>(found, 0);
     });
 }
 

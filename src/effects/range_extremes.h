@@ -7,7 +7,7 @@
 
 namespace sonavel {
 
-// As CWave::GetSample gives them; both 0 for an empty range. The range lies inside the sound.
+// As levels; both 0 for an empty range. The range lies inside the sound.
 SampleExtremes ExtremesOf(const Sound& sound, FrameRange range);
 
 }  // namespace sonavel

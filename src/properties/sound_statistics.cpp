@@ -17,29 +17,47 @@ constexpr std::size_t kRunsPerPoll = 64;
 // Values of even lanes belong to the left channel, those of odd lanes to the right one.
 constexpr std::size_t kLanes = 8;
 
-struct RunSums {
-    std::array<std::int64_t, 2> sum{};
-    std::array<std::int64_t, 2> squares{};
+// What is added up, in levels: whole numbers exactly.
+template <class Type>
+struct SumTypes {
+    using Level = std::int32_t;
+    using RunSum = std::int32_t;
+    using Sum = std::int64_t;  // of squares 2^30 of 2^30 at the most
+    static Level LevelOf(typename Type::Stored stored) { return Type::LevelOf(stored); }
+};
+template <>
+struct SumTypes<FloatSample> {
+    using Level = double;
+    using RunSum = double;
+    using Sum = double;
+    static Level LevelOf(float stored) { return double{stored} * (FloatSample::kFullScale / 2); }
 };
 
 template <class Type>
-RunSums SumRun(std::span<const typename Type::Stored> values) {
-    std::int32_t sums[kLanes] = {};
-    std::int64_t squares[kLanes] = {};
+struct RunSums {
+    std::array<typename SumTypes<Type>::Sum, 2> sum{};
+    std::array<typename SumTypes<Type>::Sum, 2> squares{};
+};
+
+template <class Type>
+RunSums<Type> SumRun(std::span<const typename Type::Stored> values) {
+    using Types = SumTypes<Type>;
+    typename Types::RunSum sums[kLanes] = {};
+    typename Types::Sum squares[kLanes] = {};
     const std::size_t whole = values.size() / kLanes * kLanes;
     for (std::size_t i = 0; i < whole; i += kLanes) {
         for (std::size_t lane = 0; lane < kLanes; ++lane) {
-            const std::int32_t value = Type::ValueOf(values[i + lane]);
+            const auto value = Types::LevelOf(values[i + lane]);
             sums[lane] += value;
             squares[lane] += value * value;
         }
     }
     for (std::size_t i = whole; i < values.size(); ++i) {
-        const std::int32_t value = Type::ValueOf(values[i]);
+        const auto value = Types::LevelOf(values[i]);
         sums[i % kLanes] += value;
         squares[i % kLanes] += value * value;
     }
-    RunSums result;
+    RunSums<Type> result;
     for (std::size_t lane = 0; lane < kLanes; ++lane) {
         result.sum[lane % 2] += sums[lane];
         result.squares[lane % 2] += squares[lane];
@@ -60,7 +78,7 @@ class Measurement {
     // A run of whole frames.
     void Add(std::span<const Stored> values) {
         const auto extremes = ScanStored(values, channels_);
-        const RunSums sums = SumRun<Type>(values);
+        const RunSums<Type> sums = SumRun<Type>(values);
         for (std::size_t lane = 0; lane < 2; ++lane) {
             sums_[lane % channels_] += sums.sum[lane];
             squares_[lane % channels_] += sums.squares[lane];
@@ -84,19 +102,19 @@ class Measurement {
 
   private:
     static bool IsFullScale(Stored stored) {
-        return stored == Type::Truncated(Type::kLeast) ||
-               stored == Type::Truncated(Type::kGreatest);
+        const auto value = Type::ValueOf(stored);
+        return value <= Type::kLeast || value >= Type::kGreatest;
     }
 
     void FindPeak(std::span<const Stored> values, unsigned channel,
                   const StoredExtremes<Stored>& extremes) {
         ChannelStatistics& found = result_.channel[channel];
-        const std::int32_t magnitude = std::max(std::abs(Type::ValueOf(extremes.maximum[channel])),
-                                                std::abs(Type::ValueOf(extremes.minimum[channel])));
+        const std::int32_t magnitude = std::max(std::abs(Type::LevelOf(extremes.maximum[channel])),
+                                                std::abs(Type::LevelOf(extremes.minimum[channel])));
         if (magnitude <= std::abs(found.peak)) return;
         std::size_t i = channel;
-        while (std::abs(Type::ValueOf(values[i])) != magnitude) i += channels_;
-        found.peak = Type::ValueOf(values[i]);
+        while (std::abs(Type::LevelOf(values[i])) != magnitude) i += channels_;
+        found.peak = Type::LevelOf(values[i]);
         found.peakFrame = result_.frames + static_cast<std::int64_t>(i / channels_);
     }
 
@@ -112,8 +130,8 @@ class Measurement {
 
     unsigned channels_;
     SoundStatistics result_;
-    std::array<std::int64_t, 2> sums_{};
-    std::array<std::int64_t, 2> squares_{};  // 2^30 samples of 2^30 at the most
+    std::array<typename SumTypes<Type>::Sum, 2> sums_{};
+    std::array<typename SumTypes<Type>::Sum, 2> squares_{};
 };
 
 bool Continues(ProgressWindow& window, std::uint64_t doneBytes, std::uint64_t totalBytes) {

@@ -7,6 +7,7 @@
 #include "sound/aiff_file.h"
 #include "sound/byte_order.h"
 #include "sound/extended_float.h"
+#include "sound/format_refusal.h"
 #include "sound/sample_transfer.h"
 
 namespace sonavel {
@@ -57,6 +58,7 @@ bool WriteFile(ReplacingFile& file, const Sound& sound) {
 
 Outcome WriteAiff(const Sound& sound, const std::filesystem::path& path, MarkerSaving,
                   const TransferHost&) try {
+    if (Outcome fits = CheckSavedFormat(sound.GetFormat()); !fits) return fits;
     ReplacingFile file;
     if (!file.Open(path)) return Failed(failure::kOpenFile);
     if (sound.GetBits() != 8 && sound.GetBits() != 16)

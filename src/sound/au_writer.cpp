@@ -35,6 +35,7 @@ bool WriteFile(ReplacingFile& file, const Sound& sound) {
 
 Outcome WriteAu(const Sound& sound, const std::filesystem::path& path, MarkerSaving,
                 const TransferHost&) try {
+    if (Outcome fits = CheckSavedFormat(sound.GetFormat()); !fits) return fits;
     if (!IsEditable(sound.GetFormat())) return Failed(FormatRefusal(sound.GetFormat()));
     ReplacingFile file;
     if (!file.Open(path)) return Failed(failure::kOpenFile);

@@ -1,5 +1,6 @@
 #include "sound/format_refusal.h"
 
+#include "sound/sample_types.h"
 #include "sound/sound_texts.h"
 
 namespace sonavel {
@@ -10,6 +11,13 @@ std::string FormatRefusal(const PcmFormat& format) {
     return prefix + std::to_string(format.channels) + " channels, " +
            BitsText(format.bitsPerSample) + ", " + RateText(format.samplesPerSecond) + ", " +
            std::to_string(format.blockAlign) + " bytes a frame";
+}
+
+Outcome CheckSavedFormat(const PcmFormat& format) {
+    if (AreWholeNumbers(format.bitsPerSample)) return Done();
+    return Failed(
+        "A sound of 32-bit float samples cannot be saved as it is in this kind of file. Export "
+        "keeps the samples; Save As rounds them to 16 bits.");
 }
 
 }  // namespace sonavel

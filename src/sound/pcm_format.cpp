@@ -14,10 +14,17 @@ PcmFormat MakePcmFormat(unsigned channels, unsigned bits, std::uint32_t samplesP
     return format;
 }
 
+PcmFormat MakeSoundFormat(unsigned channels, unsigned bits, std::uint32_t samplesPerSecond) {
+    PcmFormat format = MakePcmFormat(channels, bits, samplesPerSecond);
+    if (!AreWholeNumbers(bits)) format.formatTag = kFloatFormatTag;
+    return format;
+}
+
 bool IsEditable(const PcmFormat& format) {
     const bool channelsFit = format.channels == 1 || format.channels == 2;
-    const bool bitsFit = IsSampleWidth(format.bitsPerSample);
-    return format.formatTag == kPcmFormatTag && channelsFit && bitsFit &&
+    const unsigned bits = format.bitsPerSample;
+    const auto tag = AreWholeNumbers(bits) ? kPcmFormatTag : kFloatFormatTag;
+    return format.formatTag == tag && channelsFit && IsSampleWidth(bits) &&
            format.samplesPerSecond > 0 &&
            format.blockAlign == format.bitsPerSample / 8 * format.channels;
 }

@@ -1,4 +1,4 @@
-// The PCM format record, as the "fmt " chunk of a RIFF WAVE file holds it.
+// The record of a format of samples, as the "fmt " chunk of a RIFF WAVE file holds it.
 #pragma once
 
 #include <cstdint>
@@ -6,6 +6,7 @@
 namespace sonavel {
 
 inline constexpr std::uint16_t kPcmFormatTag = 1;
+inline constexpr std::uint16_t kFloatFormatTag = 3;
 
 struct PcmFormat {
     std::uint16_t formatTag = kPcmFormatTag;
@@ -20,9 +21,11 @@ struct PcmFormat {
 
 // The consistent record for 8 or 16 bits and 1 or 2 channels.
 PcmFormat MakePcmFormat(unsigned channels, unsigned bits, std::uint32_t samplesPerSecond);
+// That of a sound of the editor: 8 and 16 bits are PCM, 32 are float.
+PcmFormat MakeSoundFormat(unsigned channels, unsigned bits, std::uint32_t samplesPerSecond);
 
-// True for what the editor can hold: PCM, 1 or 2 channels, 8 or 16 bits, a rate above 0, and a
-// block align that fits them.
+// True for what the editor can hold: PCM of 8 or 16 bits or float of 32, 1 or 2 channels, a rate
+// above 0, and a block align that fits them.
 bool IsEditable(const PcmFormat& format);
 
 }  // namespace sonavel

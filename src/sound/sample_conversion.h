@@ -1,27 +1,63 @@
 // Conversions of whole sample blocks between types of samples and channel counts.
 #pragma once
 
+#include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <span>
 
 #include "platform/user_prompts.h"
+#include "sound/dither.h"
+#include "sound/sample_types.h"
 
 namespace sonavel {
 
-// Each value takes the other type's scale and wraps around in its bits: byte b becomes the word
-// (128 - b) * 256, which is -32768 for b = 0, and a word the byte 128 - its high byte. `to` holds
-// as many samples as `from`, of which both may hold more.
+// Whether samples of the type hold each float exactly.
+template <class To>
+bool FloatsFit(std::span<const float> from) {
+    return std::ranges::all_of(from, [](float sample) {
+        const double value = double{sample} * To::kHalfScale;
+        return value >= To::kLeast && value <= To::kGreatest && value == std::nearbyint(value);
+    });
+}
+
+// To whole numbers: exactly where all of them fit, else with triangular dither, held at full scale.
+template <class To>
+void RoundFloats(std::span<const float> from, std::span<typename To::Stored> to) {
+    const bool fits = FloatsFit<To>(from);
+    for (std::size_t i = 0; i < from.size(); ++i) {
+        const double value =
+            double{FloatSample::Finite(from[i])} * To::kHalfScale + (fits ? 0 : DitherNoise(i));
+        const double held = std::clamp<double>(value, To::kLeast, To::kGreatest);
+        to[i] = To::StoredOf(static_cast<typename To::Value>(std::lrint(held)));
+    }
+}
+
+// One whole number. It takes the other type's scale and wraps around in its bits: byte b becomes
+// the word (128 - b) * 256, which is -32768 for b = 0, and a word the byte 128 - its high byte.
+template <class From, class To>
+typename To::Stored Rescaled(typename From::Stored sample) {
+    if constexpr (!kHoldsWholeNumbers<To>)
+        return static_cast<typename To::Stored>(From::ValueOf(sample)) / From::kHalfScale;
+    else if constexpr (From::kBits < To::kBits)
+        return To::StoredOf(From::ValueOf(sample) << (To::kBits - From::kBits));
+    else
+        return To::StoredOf(From::ValueOf(sample) >> (From::kBits - To::kBits));
+}
+
+// `to` holds as many samples as `from`, of which both may hold more.
 template <class From, class To>
 void ConvertSamples(std::span<const typename From::Stored> from,
                     std::span<typename To::Stored> to) {
     const std::size_t count = from.size() < to.size() ? from.size() : to.size();
-    const typename From::Stored* source = from.data();
-    typename To::Stored* target = to.data();
-    for (std::size_t i = 0; i < count; ++i) {
-        if constexpr (From::kBits < To::kBits)
-            target[i] = To::Truncated(From::ValueOf(source[i]) << (To::kBits - From::kBits));
-        else
-            target[i] = To::Truncated(From::ValueOf(source[i]) >> (From::kBits - To::kBits));
+    if constexpr (kHoldsWholeNumbers<From>) {
+        const typename From::Stored* source = from.data();
+        typename To::Stored* target = to.data();
+        for (std::size_t i = 0; i < count; ++i) target[i] = Rescaled<From, To>(source[i]);
+    } else if constexpr (kHoldsWholeNumbers<To>) {
+        RoundFloats<To>(from.first(count), to.first(count));
+    } else {
+        std::ranges::copy(from.first(count), to.begin());
     }
 }
 

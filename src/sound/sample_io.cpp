@@ -69,7 +69,7 @@ void Write(Sound& sound, SampleRun run, std::span<const float> values) {
         auto* out = SamplesOf<Type>(sound.MutableBytes()).data() + run.first;
         WithConstantStride(run.stride, [&](auto stride) {
             for (std::size_t i = 0; i < run.count; ++i)
-                out[i * stride] = Type::Truncated(static_cast<typename Type::Value>(in[i]));
+                out[i * stride] = Type::StoredOf(static_cast<typename Type::Value>(in[i]));
         });
     });
 }

@@ -105,7 +105,7 @@ StoredExtremes<Stored> ScanStored(std::span<const Stored> samples, unsigned chan
     return result;
 }
 
-// A range of values as GetSample gives them.
+// A range of levels, which for whole numbers are the values that GetSample gives.
 struct SampleExtremes {
     std::int32_t maximum = 0;
     std::int32_t minimum = 0;
@@ -113,12 +113,12 @@ struct SampleExtremes {
     bool operator==(const SampleExtremes&) const = default;
 };
 
-// The values that the stored extremes of a channel stand for; bytes count down while the values
+// The levels that the stored extremes of a channel stand for; bytes count down while the levels
 // that they stand for count up.
 template <class Type>
-SampleExtremes ValuesOf(const StoredExtremes<typename Type::Stored>& stored, std::size_t channel) {
+SampleExtremes LevelsOf(const StoredExtremes<typename Type::Stored>& stored, std::size_t channel) {
     const auto [least, greatest] = std::minmax(
-        {Type::ValueOf(stored.minimum[channel]), Type::ValueOf(stored.maximum[channel])});
+        {Type::LevelOf(stored.minimum[channel]), Type::LevelOf(stored.maximum[channel])});
     return {greatest, least};
 }
 

@@ -2,10 +2,14 @@
 // samples is a template that VisitSampleType() runs for the sound's own type.
 #pragma once
 
+#include <algorithm>
 #include <bit>
+#include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 #include <span>
+#include <type_traits>
 
 namespace sonavel {
 
@@ -16,10 +20,14 @@ static_assert(std::endian::native == std::endian::little,
 //   Stored, Value            in memory, and in calculations
 //   kBits                    of PcmFormat::bitsPerSample
 //   kSilenceByte             of which silence is made
-//   kFullScale               the span of the values, as level rulers and meters measure it
-//   kLeast, kGreatest        value
+//   kLeast, kGreatest        value of full scale
+//   kHalfScale               the value that is the share 1 of full scale
 //   ValueOf(stored)          never fails
-//   Truncated(value)         what is stored for a value, wrapped around in the type's bits
+//   StoredOf(value)          what is stored for a value: integers wrap around in the type's bits,
+//                            floats keep what lies beyond full scale
+//   LevelOf(stored)          the value as a whole number, in finer steps where values are no whole
+//                            numbers: what is drawn, measured and shown by meters
+//   kFullScale               the span of the levels
 
 // 8 bits: a byte that counts down from the greatest value, 128, to the least, -127.
 struct ByteSample {
@@ -30,11 +38,13 @@ struct ByteSample {
     static constexpr std::int64_t kFullScale = 0x100;
     static constexpr Value kLeast = -127;
     static constexpr Value kGreatest = 128;
+    static constexpr Value kHalfScale = 128;
 
     static constexpr Value ValueOf(Stored stored) { return 128 - stored; }
-    static constexpr Stored Truncated(Value value) {
+    static constexpr Stored StoredOf(Value value) {
         return static_cast<Stored>(128u - static_cast<std::uint32_t>(value));
     }
+    static constexpr std::int32_t LevelOf(Stored stored) { return ValueOf(stored); }
 };
 
 // 16 bits: the value itself.
@@ -46,14 +56,46 @@ struct WordSample {
     static constexpr std::int64_t kFullScale = 0x10000;
     static constexpr Value kLeast = -32768;
     static constexpr Value kGreatest = 32767;
+    static constexpr Value kHalfScale = 32768;
 
     static constexpr Value ValueOf(Stored stored) { return stored; }
-    static constexpr Stored Truncated(Value value) { return static_cast<Stored>(value); }
+    static constexpr Stored StoredOf(Value value) { return static_cast<Stored>(value); }
+    static constexpr std::int32_t LevelOf(Stored stored) { return ValueOf(stored); }
 };
+
+// 32 bits: a float of the nominal range +-1, always finite. Its value counts in units of 16 bits,
+// so that the formulas of 16-bit sounds hold; the factor is a power of 2, which loses nothing.
+struct FloatSample {
+    using Stored = float;
+    using Value = float;
+    static constexpr unsigned kBits = 32;
+    static constexpr int kSilenceByte = 0;
+    static constexpr std::int64_t kFullScale = 0x1000000;
+    static constexpr Value kLeast = -32768;
+    static constexpr Value kGreatest = 32768;
+    static constexpr Value kHalfScale = 32768;
+
+    static constexpr Value ValueOf(Stored stored) { return stored * kHalfScale; }
+    static constexpr Stored StoredOf(Value value) { return Finite(value * (1 / kHalfScale)); }
+    static constexpr std::int32_t LevelOf(Stored stored) {
+        // The greatest float below 2^31: levels can be negated.
+        constexpr float kMost = 2147483520.0f;
+        return static_cast<std::int32_t>(std::clamp(stored * (kFullScale / 2), -kMost, kMost));
+    }
+    // What is not a number or infinite becomes 0.
+    static constexpr Stored Finite(float value) {
+        constexpr float kMost = std::numeric_limits<float>::max();
+        return value >= -kMost && value <= kMost ? value : 0;
+    }
+};
+
+// Whether the type's samples are whole numbers, which rounding makes.
+template <class Type>
+inline constexpr bool kHoldsWholeNumbers = std::is_integral_v<typename Type::Stored>;
 
 // Whether samples of that many bits are one of the types.
 constexpr bool IsSampleWidth(unsigned bits) {
-    return bits == ByteSample::kBits || bits == WordSample::kBits;
+    return bits == ByteSample::kBits || bits == WordSample::kBits || bits == FloatSample::kBits;
 }
 
 // Calls `visit` with the type of that many bits, 16 for any other number, and returns what it
@@ -61,6 +103,7 @@ constexpr bool IsSampleWidth(unsigned bits) {
 template <class Visit>
 constexpr decltype(auto) VisitSampleType(unsigned bits, Visit&& visit) {
     if (bits == ByteSample::kBits) return visit(ByteSample{});
+    if (bits == FloatSample::kBits) return visit(FloatSample{});
     return visit(WordSample{});
 }
 
@@ -84,18 +127,24 @@ constexpr unsigned SampleBytesOf(unsigned bits) {
     });
 }
 
-// What samples of that many bits can be.
+// Whether samples of that many bits are whole numbers.
+constexpr bool AreWholeNumbers(unsigned bits) {
+    return VisitSampleType(bits, [](auto type) { return kHoldsWholeNumbers<decltype(type)>; });
+}
+
+// The values of full scale of samples of that many bits.
 struct SampleLimits {
     std::int32_t least;
     std::int32_t greatest;
 };
 constexpr SampleLimits LimitsOfSamples(unsigned bits) {
     return VisitSampleType(bits, [](auto type) {
-        return SampleLimits{type.kLeast, type.kGreatest};
+        return SampleLimits{static_cast<std::int32_t>(type.kLeast),
+                            static_cast<std::int32_t>(type.kGreatest)};
     });
 }
 
-// The span of the values of a width, 256 or 65536.
+// The span of the levels of a width: 256, 65536 or 2^24.
 constexpr std::int64_t FullScaleOf(unsigned bits) {
     return VisitSampleType(bits, [](auto type) { return type.kFullScale; });
 }

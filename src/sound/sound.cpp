@@ -1,12 +1,30 @@
 #include "sound/sound.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
+#include <limits>
 #include <utility>
 
 #include "sound/sample_types.h"
 
 namespace sonavel {
+namespace {
+
+template <class Type>
+std::int32_t WholeValueOf(typename Type::Stored stored) {
+    if constexpr (kHoldsWholeNumbers<Type>) return Type::ValueOf(stored);
+    constexpr double kMost = std::numeric_limits<std::int32_t>::max();
+    const double value = std::clamp<double>(Type::ValueOf(stored), -kMost, kMost);
+    return static_cast<std::int32_t>(std::lround(value));
+}
+
+}  // namespace
+
+std::uint64_t MostSoundBytes(const PcmFormat& format) {
+    if (AreWholeNumbers(format.bitsPerSample)) return kMaxSoundBytes;
+    return std::uint64_t{std::numeric_limits<std::uint32_t>::max()} * format.blockAlign;
+}
 
 Sound::Sound(const PcmFormat& format, SoundBuffer samples, MarkerList markers)
     : format_(format), samples_(std::move(samples)), markers_(std::move(markers)) {}
@@ -19,9 +37,9 @@ Result<Sound> Sound::Copy() const {
 
 bool Sound::Create(unsigned channels, unsigned bits, std::uint32_t samplesPerSecond,
                    std::uint32_t frames) {
-    const PcmFormat format = MakePcmFormat(channels, bits, samplesPerSecond);
+    const PcmFormat format = MakeSoundFormat(channels, bits, samplesPerSecond);
     const std::uint64_t bytes = std::uint64_t{frames} * format.blockAlign;
-    if (bytes > kMaxSoundBytes || !samples_.AllocBuffer(bytes)) return false;
+    if (bytes > MostSoundBytes(format) || !samples_.AllocBuffer(bytes)) return false;
     format_ = format;
     markers_.Clear();
     return true;
@@ -36,7 +54,8 @@ unsigned Sound::GetBytesPerSample() const {
 }
 
 double Sound::GetDuration() const {
-    if (format_.formatTag != kPcmFormatTag || format_.averageBytesPerSecond == 0) return 0;
+    const bool known = format_.formatTag == kPcmFormatTag || format_.formatTag == kFloatFormatTag;
+    if (!known || format_.averageBytesPerSecond == 0) return 0;
     return static_cast<double>(GetDataSize()) / format_.averageBytesPerSecond;
 }
 
@@ -48,7 +67,9 @@ std::uint32_t Sound::GetRate() const {
 
 std::uint64_t Sound::ByteOffset(std::uint32_t frame) const {
     const std::uint32_t frames = GetFrameCount();
-    return frames == 0 ? 0 : frame * GetDataSize() / frames;
+    if (frames == 0) return 0;
+    if (GetDataSize() % format_.blockAlign == 0) return std::uint64_t{frame} * format_.blockAlign;
+    return frame * GetDataSize() / frames;
 }
 
 std::int32_t Sound::GetSample(unsigned channel, std::uint32_t frame) const {
@@ -60,13 +81,25 @@ std::int32_t Sound::GetSample(unsigned channel, std::uint32_t frame) const {
         typename decltype(type)::Stored stored = 0;
         std::memcpy(&stored, samples_.Data() + offset,
                     std::min<std::size_t>(sizeof stored, samples_.Size() - offset));
-        return type.ValueOf(stored);
+        return WholeValueOf<decltype(type)>(stored);
+    });
+}
+
+double Sound::GetShare(unsigned channel, std::uint32_t frame) const {
+    const std::uint64_t offset =
+        std::uint64_t{channel} * GetBytesPerSample() + std::uint64_t{frame} * format_.blockAlign;
+    return VisitSampleType(format_.bitsPerSample, [&](auto type) {
+        typename decltype(type)::Stored stored;
+        if (offset + sizeof stored > samples_.Size()) return 0.0;
+        std::memcpy(&stored, samples_.Data() + offset, sizeof stored);
+        return static_cast<double>(type.ValueOf(stored)) / type.kHalfScale;
     });
 }
 
 void Sound::SetSample(unsigned channel, std::uint32_t frame, std::int32_t value) {
     VisitSampleType(format_.bitsPerSample, [&](auto type) {
-        const auto stored = type.Truncated(value);
+        using Value = typename decltype(type)::Value;
+        const auto stored = type.StoredOf(static_cast<Value>(value));
         const std::uint64_t offset =
             std::uint64_t{frame} * format_.blockAlign + sizeof stored * channel;
         if (offset + sizeof stored <= samples_.Size())
@@ -91,7 +124,7 @@ bool Sound::InsertFrames(std::uint32_t frame, std::span<const std::uint8_t> byte
     // Behind the last frame means behind all data, a cut last frame included.
     const std::size_t oldSize = samples_.Size();
     const std::size_t offset = frame == GetFrameCount() ? oldSize : ByteOffset(frame);
-    if (bytes.size() > kMaxSoundBytes - oldSize) return false;
+    if (bytes.size() > MostSoundBytes(format_) - oldSize) return false;
     if (!samples_.ReAllocBuffer(oldSize + bytes.size())) return false;
     std::uint8_t* gap = samples_.Data() + offset;
     std::memmove(gap + bytes.size(), gap, oldSize - offset);
@@ -117,7 +150,7 @@ bool Sound::GrowWithSilence(std::uint32_t frames) {
     const std::uint64_t bytes = std::uint64_t{frames} * format_.blockAlign;
     const std::size_t oldSize = samples_.Size();
     if (bytes <= oldSize) return true;
-    if (bytes > kMaxSoundBytes || !samples_.ReAllocBuffer(bytes)) return false;
+    if (bytes > MostSoundBytes(format_) || !samples_.ReAllocBuffer(bytes)) return false;
     FillWithSilence(samples_.Bytes().subspan(oldSize), format_.bitsPerSample);
     return true;
 }

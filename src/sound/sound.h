@@ -13,8 +13,11 @@
 
 namespace sonavel {
 
-// The most that a sound may hold: its size is a signed 32-bit number in files and devices.
+// The most that a sound of whole numbers may hold: its size is a signed 32-bit number in files and
+// devices.
 inline constexpr std::uint64_t kMaxSoundBytes = 0x7FFFFFFF;
+// The most that a sound of this format may hold: that, or 2^32 - 1 frames of floats.
+std::uint64_t MostSoundBytes(const PcmFormat& format);
 
 // Can be moved; Copy() is the only way to copy the samples.
 class Sound {
@@ -26,7 +29,7 @@ class Sound {
     // Format, samples and markers; fails when the memory cannot be had.
     Result<Sound> Copy() const;
     // Replaces the sound by `frames` frames of unspecified content without markers. False when the
-    // memory cannot be had or would pass 2^31 - 1 bytes; the old sound is then kept.
+    // memory cannot be had or would pass MostSoundBytes(); the old sound is then kept.
     bool Create(unsigned channels, unsigned bits, std::uint32_t samplesPerSecond,
                 std::uint32_t frames);
 
@@ -38,7 +41,7 @@ class Sound {
     unsigned GetBlockAlign() const { return format_.blockAlign; }
     unsigned GetBytesPerSample() const;
     std::uint32_t GetSamplesPerSecond() const { return format_.samplesPerSecond; }
-    double GetDuration() const;  // seconds; 0 for another tag than PCM
+    double GetDuration() const;  // seconds; 0 for a tag of neither PCM nor float
     // frames x bytes per second / data size, truncated; of an empty sound its samples per second.
     std::uint32_t GetRate() const;
     const PcmFormat& GetFormat() const { return format_; }
@@ -52,10 +55,14 @@ class Sound {
 
     // --- Samples
 
-    // Signed; 16-bit as stored, 8-bit as 128 - byte (-127..128). 0 at or beyond the end of the
-    // data.
+    // Signed; 16-bit as stored, 8-bit as 128 - byte (-127..128), floats rounded to units of 16
+    // bits. 0 at or beyond the end of the data.
     std::int32_t GetSample(unsigned channel, std::uint32_t frame) const;
-    // Stores the low bits (8-bit: the byte 128 - value). Ignored beyond the end of the data.
+    // The sample as a share of full scale: a float as it is, else GetSample / 2^15 or / 2^7. 0 for
+    // what the end of the data cuts off.
+    double GetShare(unsigned channel, std::uint32_t frame) const;
+    // Stores the low bits (8-bit: the byte 128 - value), or the float of a value in units of 16
+    // bits. Ignored beyond the end of the data.
     void SetSample(unsigned channel, std::uint32_t frame, std::int32_t value);
     // The span of a sample width as a mask: 0xFF, 0xFFFF, 0xFFFFFFFF; 0xFF for any other width;
     // bits 0 stands for the sound's own.
@@ -65,7 +72,9 @@ class Sound {
 
     // Only the rate: the frames are kept and play faster or slower.
     void SetRate(std::uint32_t samplesPerSecond);
-    // Between 8 and 16 bits. False when the memory cannot be had; the sound is then unchanged.
+    // Between 8, 16 and 32 bits. Floats become whole numbers exactly where they fit, else with
+    // triangular dither, and are held at full scale. False when the memory cannot be had; the sound
+    // is then unchanged.
     bool ConvertBits(unsigned bits);
     // Between 1 and 2 channels, likewise.
     bool ConvertChannels(unsigned channels, ChannelChoice choice);

@@ -10,18 +10,18 @@ namespace sonavel {
 namespace {
 
 PcmFormat WithBits(const PcmFormat& format, unsigned bits) {
-    return MakePcmFormat(format.channels, bits, format.samplesPerSecond);
+    return MakeSoundFormat(format.channels, bits, format.samplesPerSecond);
 }
 
 PcmFormat WithChannels(const PcmFormat& format, unsigned channels) {
-    return MakePcmFormat(channels, format.bitsPerSample, format.samplesPerSecond);
+    return MakeSoundFormat(channels, format.bitsPerSample, format.samplesPerSecond);
 }
 
 // Both: false when the format does not allow it or the memory cannot be had.
 bool MakeBits(const PcmFormat& format, const SoundBuffer& from, unsigned bits, SoundBuffer& to) {
     if (!IsEditable(format) || !IsSampleWidth(bits)) return false;
     const std::uint64_t bytes = std::uint64_t{from.Size()} * bits / format.bitsPerSample;
-    if (bytes > kMaxSoundBytes || !to.AllocBuffer(bytes)) return false;
+    if (bytes > MostSoundBytes(WithBits(format, bits)) || !to.AllocBuffer(bytes)) return false;
     VisitSampleType(format.bitsPerSample, [&](auto before) {
         VisitSampleType(bits, [&](auto after) {
             using From = decltype(before);
@@ -36,7 +36,8 @@ bool MakeChannels(const PcmFormat& format, const SoundBuffer& from, unsigned cha
                   ChannelChoice choice, SoundBuffer& to) {
     if (!IsEditable(format) || (channels != 1 && channels != 2)) return false;
     const std::uint64_t bytes = std::uint64_t{from.Size()} * channels / format.channels;
-    if (bytes > kMaxSoundBytes || !to.AllocBuffer(bytes)) return false;
+    if (bytes > MostSoundBytes(WithChannels(format, channels)) || !to.AllocBuffer(bytes))
+        return false;
     // A last sample that the file cut off has no counterpart in the loops below.
     if (bytes % 4 != 0) std::memset(to.Data() + bytes - bytes % 4, 0, bytes % 4);
     VisitSampleType(format.bitsPerSample, [&](auto type) {

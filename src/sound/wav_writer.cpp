@@ -3,6 +3,7 @@
 
 #include "platform/failure_texts.h"
 #include "platform/replacing_file.h"
+#include "sound/format_refusal.h"
 #include "sound/transfer_progress.h"
 #include "sound/wav_file.h"
 #include "sound/wav_format.h"
@@ -54,6 +55,7 @@ bool HidesLabels(const MarkerList& markers) {
 
 Outcome WriteWav(const Sound& sound, const std::filesystem::path& path, MarkerSaving saving,
                  const TransferHost& host) try {
+    if (Outcome fits = CheckSavedFormat(sound.GetFormat()); !fits) return fits;
     ReplacingFile file;
     if (!file.Open(path)) return Failed(failure::kOpenFile);
     MarkerChunks markers;

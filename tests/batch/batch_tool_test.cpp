@@ -265,6 +265,21 @@ TEST_F(BatchToolTest, ConvertsAsOneUndoableEdit) {
         "0 0 0\n");
 }
 
+TEST_F(BatchToolTest, ShowsAndConvertsFloatSounds) {
+    WriteRamp("r.wav", 3);
+    ExpectOutput(
+        "open @/r.wav; convert-bits 32; samples 1 2; convert-channels 2; samples 2 1\n"
+        "convert-bits 16; samples 1 1; history\n",
+        "1 0.0000610\n2 0.0000916\n2 0.0000916 0.0000916\n1 2 2\n"
+        "step 0 kind=2 name=\"Copy Sample\"\nstep 1 kind=2 name=\"Copy Sample\"\n"
+        "step 2 kind=2 name=\"Copy Sample\" *\n");
+    const ToolResult result = Run("new bits=32 channels=2; info");
+    EXPECT_EQ(PartOfEachLine(result.out, " channels", " duration"),
+              " channels=2 bits=32 frames=0 bytes=0\n");
+    EXPECT_NE(Run("new bits=32; try save-as @/out.wav").out.find("Export"), std::string::npos);
+    EXPECT_FALSE(std::filesystem::exists(folder_ / "out.wav"));
+}
+
 TEST_F(BatchToolTest, CountsOpenDocumentsInTheOrderOfCreation) {
     WriteRamp("r.wav", 4);
     const ToolResult result =

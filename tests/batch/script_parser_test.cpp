@@ -73,7 +73,7 @@ TEST(ScriptParser, NamesWhatWasExpected) {
         {"new rte=1", "expected rate=, channels= or bits=, not \"rte=1\""},
         {"new rate=1 rate=2", "expected rate= only once"},
         {"new rate=1 stereo", "expected rate=, channels= or bits=, not \"stereo\""},
-        {"new bits=12", "expected 8 or 16 for bits=, not \"12\""},
+        {"new bits=12", "expected 8, 16 or 32 for bits=, not \"12\""},
         {"new rate=0", "expected a whole number from 1 to 2147483647 for rate=, not \"0\""},
         {"select 0 1.5", "expected a whole number for END, not \"1.5\""},
         {"select 0 0x10", "expected a whole number for END, not \"0x10\""},

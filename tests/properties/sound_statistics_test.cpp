@@ -88,6 +88,18 @@ TEST_F(SoundStatisticsTest, FullScaleThroughoutKeepsItsSums) {
     EXPECT_EQ(found.channel[0].clippedSamples, kFrames);
 }
 
+TEST_F(SoundStatisticsTest, FloatsAreMeasuredAgainstFullScale) {
+    Fill(1, 32, 10000,
+         [](unsigned, std::uint32_t frame) { return frame == 9000 ? -49152 : 16384; });
+    const SoundStatistics found = Measured();
+    EXPECT_EQ(found.channel[0].peak, -1.5 * found.reference);
+    EXPECT_EQ(found.channel[0].peakFrame, 9000);
+    EXPECT_EQ(found.channel[0].clippedSamples, 1);
+    EXPECT_NEAR(found.channel[0].rms / found.reference, std::sqrt((9999 * 0.25 + 2.25) / 10000),
+                1e-9);
+    EXPECT_NEAR(found.channel[0].offset / found.reference, (9999 * 0.5 - 1.5) / 10000, 1e-9);
+}
+
 TEST_F(SoundStatisticsTest, AnEmptySoundAndNoSoundAtAll) {
     EXPECT_EQ(Measured().channels, 0u);
     ASSERT_TRUE(wave_.Create(2, 16, 44100, 0));

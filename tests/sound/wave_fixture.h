@@ -48,7 +48,7 @@ class WaveTest : public ::testing::Test {
         SoundBuffer samples;
         ASSERT_TRUE(samples.AllocBuffer(bytes.size()));
         std::ranges::copy(bytes, samples.Data());
-        wave.Adopt({MakePcmFormat(channels, bits, rate), std::move(samples)});
+        wave.Adopt({MakeSoundFormat(channels, bits, rate), std::move(samples)});
     }
 
     // Bytes that differ from their neighbours, so that a shift or a swap shows.

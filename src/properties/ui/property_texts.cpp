@@ -12,6 +12,7 @@
 #include "platform/qt/utf8_text.h"
 #include "sound/decibels.h"
 #include "sound/file_formats.h"
+#include "sound/sample_types.h"
 #include "sound/sound_texts.h"
 
 namespace sonavel {
@@ -54,6 +55,17 @@ QString PercentText(double value, std::int32_t reference) {
     return QStringLiteral("%1 %").arg(percent, 0, 'f', 3);
 }
 
+QString FormatText(const PcmFormat& format) {
+    return AreWholeNumbers(format.bitsPerSample) ? Utf8Text(FormatTagName(format.formatTag))
+                                                 : Tr("IEEE float");
+}
+
+// A level of floats is shown as its share of full scale.
+QString PeakText(std::int32_t level, std::int32_t reference) {
+    if (reference <= WordSample::kFullScale / 2) return QString::number(level);
+    return QString::number(static_cast<double>(level) / reference, 'f', 5);
+}
+
 }  // namespace
 
 QList<PropertyRow> FileRows(const CSoundDoc& document) {
@@ -80,7 +92,7 @@ QList<PropertyRow> FileRows(const CSoundDoc& document) {
 
 QList<PropertyRow> FormatRows(const Sound& sound) {
     return {
-        {Tr("Format:"), Utf8Text(FormatTagName(sound.GetFormat().formatTag))},
+        {Tr("Format:"), FormatText(sound.GetFormat())},
         {Tr("Sampling rate:"), Utf8Text(RateText(sound.GetSamplesPerSecond()))},
         {Tr("Sample size:"), Utf8Text(BitsText(sound.GetBits()))},
         {Tr("Channels:"), Utf8Text(ChannelsText(sound.GetChannels()))},
@@ -102,7 +114,7 @@ QList<StatisticsRow> StatisticsRows(const SoundStatistics& statistics,
         const ChannelStatistics& channel = statistics.channel[i];
         const double seconds = SecondsOf(channel.peakFrame, samplesPerSecond);
         const QStringList values{
-            DecibelText(channel.peak, reference), QString::number(channel.peak),
+            DecibelText(channel.peak, reference), PeakText(channel.peak, reference),
             Utf8Text(TimeText(seconds)),          Counted(channel.peakFrame),
             DecibelText(channel.rms, reference),  PercentText(channel.offset, reference),
             Counted(channel.clippedSamples)};

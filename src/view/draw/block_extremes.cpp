@@ -6,12 +6,12 @@ namespace sonavel {
 namespace {
 
 // Plain reductions, which the compiler vectorises, unlike std::max_element.
-SampleExtremes ExtremesOfBlocks(std::span<const std::int16_t> maxima,
-                                std::span<const std::int16_t> minima) {
-    std::int16_t maximum = maxima[0];
-    std::int16_t minimum = minima[0];
-    for (const std::int16_t value : maxima) maximum = std::max(maximum, value);
-    for (const std::int16_t value : minima) minimum = std::min(minimum, value);
+SampleExtremes ExtremesOfBlocks(std::span<const std::int32_t> maxima,
+                                std::span<const std::int32_t> minima) {
+    std::int32_t maximum = maxima[0];
+    std::int32_t minimum = minima[0];
+    for (const std::int32_t value : maxima) maximum = std::max(maximum, value);
+    for (const std::int32_t value : minima) minimum = std::min(minimum, value);
     return {maximum, minimum};
 }
 
@@ -55,19 +55,19 @@ void BlockExtremes::RebuildFrom(std::span<const typename Type::Stored> samples,
         const auto stored =
             ScanStored(samples.subspan(start, std::min(perBlock, total - start)), channels_);
         for (unsigned channel = 0; channel < channels_; ++channel) {
-            const SampleExtremes extremes = ValuesOf<Type>(stored, channel);
-            blocks_[channel].maxima[block] = static_cast<std::int16_t>(extremes.maximum);
-            blocks_[channel].minima[block] = static_cast<std::int16_t>(extremes.minimum);
+            const SampleExtremes extremes = LevelsOf<Type>(stored, channel);
+            blocks_[channel].maxima[block] = extremes.maximum;
+            blocks_[channel].minima[block] = extremes.minimum;
         }
     }
 }
 
-std::span<const std::int16_t> BlockExtremes::Maxima(unsigned channel) const {
-    return channel < channels_ ? blocks_[channel].maxima : std::span<const std::int16_t>{};
+std::span<const std::int32_t> BlockExtremes::Maxima(unsigned channel) const {
+    return channel < channels_ ? blocks_[channel].maxima : std::span<const std::int32_t>{};
 }
 
-std::span<const std::int16_t> BlockExtremes::Minima(unsigned channel) const {
-    return channel < channels_ ? blocks_[channel].minima : std::span<const std::int16_t>{};
+std::span<const std::int32_t> BlockExtremes::Minima(unsigned channel) const {
+    return channel < channels_ ? blocks_[channel].minima : std::span<const std::int32_t>{};
 }
 
 SampleExtremes BlockExtremes::Over(unsigned channel, std::int64_t startFrame,

@@ -26,10 +26,10 @@ class BlockExtremes {
     std::uint64_t Revision() const { return revision_; }
     std::size_t BlockCount() const { return blockCount_; }
     unsigned Channels() const { return channels_; }
-    // One value a block; signed as CWave::GetSample gives them. Empty for a channel the sound
+    // One level a block. Empty for a channel the sound
     // lacks.
-    std::span<const std::int16_t> Maxima(unsigned channel) const;
-    std::span<const std::int16_t> Minima(unsigned channel) const;
+    std::span<const std::int32_t> Maxima(unsigned channel) const;
+    std::span<const std::int32_t> Minima(unsigned channel) const;
 
     // Over the blocks in which the frames startFrame, startFrame + 256, ... below endFrame lie; in
     // place of a block behind the last the last one counts, silence where there is none. At least
@@ -38,8 +38,8 @@ class BlockExtremes {
 
   private:
     struct ChannelBlocks {
-        std::vector<std::int16_t> maxima;
-        std::vector<std::int16_t> minima;
+        std::vector<std::int32_t> maxima;
+        std::vector<std::int32_t> minima;
     };
 
     void Resize(std::size_t count);

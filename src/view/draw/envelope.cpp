@@ -9,7 +9,7 @@
 namespace sonavel {
 namespace {
 
-constexpr SampleExtremes kNothingRead{-999999, 999999};
+constexpr SampleExtremes kNothingRead{-INT32_MAX, INT32_MAX};
 
 SampleExtremes Joined(const SampleExtremes& a, const SampleExtremes& b) {
     return {std::max(a.maximum, b.maximum), std::min(a.minimum, b.minimum)};
@@ -23,8 +23,8 @@ struct ChannelRun {
     unsigned channel = 0;
 
     std::int64_t Frames() const { return static_cast<std::int64_t>(samples.size()) / channels; }
-    std::int32_t Value(std::int64_t frame) const {
-        return Type::ValueOf(samples[static_cast<std::size_t>(frame) * channels + channel]);
+    std::int32_t Level(std::int64_t frame) const {
+        return Type::LevelOf(samples[static_cast<std::size_t>(frame) * channels + channel]);
     }
 };
 
@@ -33,7 +33,7 @@ SampleExtremes ReadAll(const ChannelRun<Type>& run, std::int64_t start, std::int
     const auto first = static_cast<std::size_t>(start) * run.channels;
     const auto count = static_cast<std::size_t>(end - start) * run.channels;
     const auto stored = ScanStored(run.samples.subspan(first, count), run.channels);
-    return ValuesOf<Type>(stored, run.channel);
+    return LevelsOf<Type>(stored, run.channel);
 }
 
 // Stops at full scale on both sides, which may leave a still larger value unread.
@@ -42,8 +42,8 @@ SampleExtremes ReadUntilFullScale(const ChannelRun<Type>& run, std::int64_t star
                                   std::int32_t half) {
     SampleExtremes extremes = kNothingRead;
     for (std::int64_t frame = start; frame < end; ++frame) {
-        const std::int32_t value = run.Value(frame);
-        extremes = Joined(extremes, {value, value});
+        const std::int32_t level = run.Level(frame);
+        extremes = Joined(extremes, {level, level});
         if (extremes.maximum >= half && -extremes.minimum >= half) break;
     }
     return extremes;

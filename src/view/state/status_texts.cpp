@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "sound/sample_texts.h"
 #include "sound/sound_texts.h"
 
 namespace sonavel {
@@ -27,9 +28,10 @@ std::string ZoomRatioText(std::int64_t framesPerPixel) {
 
 std::string SampleValuesText(const Sound& wave, std::int64_t frame) {
     const auto position = static_cast<std::uint32_t>(frame);
-    const int left = wave.GetSample(0, position);
-    if (wave.GetChannels() < 2) return Formatted("(Sample Value) Left,Right : %-d", left);
-    return Formatted("(Sample Value) Left,Right : %-d, %-d", left, wave.GetSample(1, position));
+    constexpr int kDecimals = 5;
+    std::string text = "(Sample Value) Left,Right : " + SampleText(wave, 0, position, kDecimals);
+    if (wave.GetChannels() < 2) return text;
+    return text += ", " + SampleText(wave, 1, position, kDecimals);
 }
 
 std::string PositionText(StatusFormat format, std::int64_t frame, std::uint32_t samplesPerSecond) {
