@@ -329,9 +329,18 @@ TEST_F(PlayerTest, ADialogTakesThePositionsInTheObserversPlace) {
 }
 
 TEST_F(PlayerTest, DeviceErrorsAreShownAndLeaveThePlayerStopped) {
-    MakeSound(1, 8, 5000);
-    for (const char* call : {"open", "pause", "prepare", "write", "restart"}) {
-        SCOPED_TRACE(call);
+    const std::tuple<const char*, std::uint32_t> cases[] = {
+        {"open", 5000},
+        {"pause", 5000},
+        {"prepare", 5000},
+        {"write", 5000},
+        {"restart", 5000},
+        // Nothing is left to play when the first block fails.
+        {"prepare", 10},
+        {"write", 10}};
+    for (const auto& [call, frames] : cases) {
+        SCOPED_TRACE(testing::Message() << call << ' ' << frames);
+        MakeSound(1, 8, frames);
         prompts.messages.clear();
         out.failures = {{call, 4}};
         EXPECT_FALSE(player.Play(0));
@@ -340,6 +349,7 @@ TEST_F(PlayerTest, DeviceErrorsAreShownAndLeaveThePlayerStopped) {
         EXPECT_EQ(prompts.messages, std::vector<std::string>{"device already allocated"});
         EXPECT_TRUE(out.queue.empty());
     }
+    MakeSound(1, 8, 5000);
     prompts.messages.clear();
     out.failures = {{"close", 5}};
     EXPECT_TRUE(player.Play(0));

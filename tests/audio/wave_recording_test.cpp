@@ -98,6 +98,14 @@ TEST_F(RecordingTest, ShowsItsProgress) {
     EXPECT_EQ(progress.titles, std::vector<std::string>{"Recorded data ready"});
     EXPECT_EQ(progress.positions, (std::vector<int>{0, 33, 67, 100}));
     EXPECT_EQ(progress.openWindows, 0);
+    // Many blocks show each position once.
+    progress.positions.clear();
+    ASSERT_TRUE(player.StartRecording());
+    for (int i = 0; i < 250; ++i) in.Arrive(Pattern(128));
+    ASSERT_TRUE(player.StopRecording(0));
+    EXPECT_EQ(progress.positions.size(), 101u);
+    EXPECT_EQ(std::ranges::adjacent_find(progress.positions, std::ranges::greater_equal()),
+              progress.positions.end());
 }
 
 TEST_F(RecordingTest, TheRingStaysFullForAsLongAsItTakes) {
@@ -217,28 +225,54 @@ TEST_F(RecordingTest, LostSoundIsCountedInTheTextAndMarked) {
 
 // As much of the take as has room is kept, and the person is told why it ends.
 TEST_F(RecordingTest, EndsAtTheGreatestSizeOfASound) {
-    constexpr std::uint32_t kGreatestFrames = 0x7FFFFFFF / 4;
-    constexpr std::uint32_t kRoom = 128 + 40;
-    // Memory that nobody has written costs nothing.
-    ASSERT_TRUE(player.Create(2, 16, 44100, kGreatestFrames - kRoom));
-    // At the end, so that nothing is moved.
-    observer.onRecordingEnded = [&] {
-        EXPECT_TRUE(player.StopRecording(player.GetFrameCount()));
-        player.ReportRecordingEnd();
-    };
+    const struct {
+        unsigned channels, bits;
+        std::uint32_t room;  // in frames, more than a block
+    } cases[] = {{2, 16, 128 + 40}, {1, 8, 128 + 1}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.room);
+        const std::size_t frameBytes = c.channels * c.bits / 8;
+        const auto greatestFrames = static_cast<std::uint32_t>(kMaxSoundBytes / frameBytes);
+        prompts.messages.clear();
+        observer.recordingEnds = 0;
+        // Memory that nobody has written costs nothing.
+        ASSERT_TRUE(player.Create(c.channels, c.bits, 44100, greatestFrames - c.room));
+        // At the end, so that nothing is moved.
+        observer.onRecordingEnded = [&] {
+            EXPECT_TRUE(player.StopRecording(player.GetFrameCount()));
+            player.ReportRecordingEnd();
+        };
+        ASSERT_TRUE(player.StartRecording());
+        const Bytes arriving = Pattern(128 * frameBytes * 5, 1);
+        const auto first = std::span(arriving).first(128 * frameBytes);
+        in.Arrive(first);
+        EXPECT_TRUE(player.IsRecording());
+        in.Arrive(std::span(arriving).subspan(first.size()));
+        EXPECT_TRUE(player.IsStopped());
+        EXPECT_EQ(observer.recordingEnds, 1);
+        EXPECT_EQ(player.GetFrameCount(), greatestFrames);
+        const auto kept = player.Bytes().last(c.room * frameBytes);
+        EXPECT_TRUE(std::ranges::equal(kept, std::span(arriving).first(kept.size())));
+        ASSERT_EQ(prompts.messages.size(), 1u);
+        EXPECT_NE(prompts.messages[0].find("2,147,483,647 bytes"), std::string::npos);
+    }
+}
+
+// A sound that grew meanwhile leaves less room than there was at the start.
+TEST_F(RecordingTest, AGapRightBehindWhatIsKeptOfATakeIsNotMarked) {
+    constexpr auto kGreatestFrames = static_cast<std::uint32_t>(kMaxSoundBytes);
+    ASSERT_TRUE(player.Create(1, 8, 8000, 0));
     ASSERT_TRUE(player.StartRecording());
-    const Bytes arriving = Pattern(128 * 4 * 5, 1);
-    const auto first = std::span(arriving).first(128 * 4);
-    in.Arrive(first);
-    EXPECT_TRUE(player.IsRecording());
-    in.Arrive(std::span(arriving).subspan(first.size()));
-    EXPECT_TRUE(player.IsStopped());
-    EXPECT_EQ(observer.recordingEnds, 1);
+    const Bytes arriving = Pattern(128);
+    for (int block = 0; block < 4; ++block) {
+        if (block > 0) in.DropSound();
+        in.Arrive(arriving);
+    }
+    ASSERT_TRUE(player.GrowWithSilence(kGreatestFrames - 256));
+    EXPECT_TRUE(player.StopRecording(kGreatestFrames));
     EXPECT_EQ(player.GetFrameCount(), kGreatestFrames);
-    const auto kept = player.Bytes().last(kRoom * 4);
-    EXPECT_TRUE(std::ranges::equal(kept, std::span(arriving).first(kRoom * 4)));
-    ASSERT_EQ(prompts.messages.size(), 1u);
-    EXPECT_NE(prompts.messages[0].find("2,147,483,647 bytes"), std::string::npos);
+    ASSERT_EQ(player.Markers().Count(), 1u);
+    EXPECT_EQ(player.Markers().All()[0].position, kGreatestFrames - 128);
 }
 
 #ifndef __SANITIZE_ADDRESS__
@@ -263,6 +297,27 @@ TEST_F(RecordingTest, WhatFitsIntoTheMemoryIsKept) {
         std::ranges::equal(player.Bytes(), std::span(arriving).first(player.GetDataSize())));
     player.ReportRecordingEnd();
     EXPECT_EQ(prompts.messages, std::vector<std::string>{"memory allocation error"});
+}
+
+TEST_F(RecordingTest, ATakeThatFindsNoMoreMemoryEndsAndTheNextOneGoesOn) {
+    constexpr std::size_t kBlock = 32767 * 4;
+    ASSERT_TRUE(player.Create(2, 16, 8000, 0));
+    player.SetRecordBlockFrames(32767);
+    ASSERT_TRUE(player.StartRecording());
+    const Bytes arriving = Pattern(kBlock);
+    {
+        const AddressSpaceLimit limit(4 << 20);
+        for (int i = 0; i < 500 && observer.recordingEnds == 0; ++i) in.Arrive(arriving);
+    }
+    EXPECT_EQ(observer.recordingEnds, 1);
+    EXPECT_EQ(prompts.messages, std::vector<std::string>{"memory allocation error"});
+    prompts.messages.clear();
+    ASSERT_TRUE(player.StartRecording());
+    in.Arrive(arriving);
+    EXPECT_TRUE(player.IsRecording());
+    EXPECT_TRUE(player.StopRecording(0));
+    player.ReportRecordingEnd();
+    EXPECT_TRUE(prompts.messages.empty());
 }
 
 #endif

@@ -42,6 +42,8 @@ TEST(ScriptLexer, SplitsTextIntoWords) {
         {"a /x=1/y A=b", "1|a|/x=1/y|A=b"},
         {"a k=v=w", "1|a|k:v=w"},
         {"a 마커", "1|a|마커"},
+        {"a a0=1 z9=2", "1|a|a0:1|z9:2"},
+        {"a # 마커\nb \xB8\xB6", "1|a 2|b|\xB8\xB6"},  // each comment ends with its line
         {"a \"open\nb", "1|a|open 2|b !1 expected a closing \" before the end of the line"},
         {"a \xB8\xB6", "1|a|\xB8\xB6"},  // a file may be called so
         {"a\n# \xB8\xB6\nb", "1|a 3|b !2 expected UTF-8 text"},

@@ -205,6 +205,10 @@ TEST_F(EditOperationsTest, AThousandCopiesAreTheMost) {
     expected.front() = 1;
     expected.back() = 2;
     EXPECT_EQ(BytesOf(document->Sound()), expected);
+    for (const std::uint32_t count : {0u, 1001u})
+        EXPECT_EQ(edit::Paste(*document, MakeClip({1, 8}, {7}), {0, 0, 1}, count).Reason(),
+                  "The clip can be pasted 1 to 1000 times at once.");
+    EXPECT_EQ(document->Sound().GetFrameCount(), 1002u);
 }
 
 TEST_F(EditOperationsTest, PasteIntoAnEmptySoundCanBeUndone) {

@@ -1,12 +1,18 @@
 #include "platform/replacing_file.h"
 
 #include <gtest/gtest.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <sys/xattr.h>
 
+#include <cerrno>
 #include <csignal>
+#include <cstddef>
 
 #include "platform/profile_file.h"
 #include "platform/small_file.h"
@@ -245,6 +251,62 @@ TEST_F(ReplacingFileTest, FollowsSymbolicLinksToTheirFile) {
     EXPECT_TRUE(fs::is_regular_file(folder / "fresh"));
     fs::create_symlink("loop", folder / "loop");
     EXPECT_FALSE(ReplaceFile(folder / "loop", "new"));
+}
+
+TEST_F(ReplacingFileTest, FollowsAtMostFortyLinks) {
+    const auto link = [&](int number) { return folder / ("link" + std::to_string(number)); };
+    fs::create_symlink("target", link(1));
+    for (int i = 2; i <= 41; ++i) fs::create_symlink(link(i - 1), link(i));
+    EXPECT_EQ(FollowLinks(link(40)), target);
+    EXPECT_EQ(FollowLinks(link(41)), link(1));
+    EXPECT_TRUE(ReplaceFile(link(40), "new"));
+    EXPECT_FALSE(ReplaceFile(link(41), "newer"));
+    EXPECT_EQ(ReadFileBytes(target), BytesOf("new"));
+}
+
+TEST_F(ReplacingFileTest, FailsWhenEveryTemporaryNameIsTaken) {
+    const auto temporary = [&](int number) {
+        return folder /
+               (".sonavel-" + std::to_string(getpid()) + '-' + std::to_string(number) + ".tmp");
+    };
+    for (int i = 0; i < 1000; ++i) WriteFileBytes(temporary(i), {});
+    EXPECT_FALSE(ReplaceFile(target, "new"));
+    EXPECT_EQ(ReadFileBytes(target), old);
+    fs::remove(temporary(999));
+    fs::remove(temporary(998));
+    EXPECT_TRUE(ReplaceFile(target, "new"));
+    EXPECT_EQ(folder.FileCount(), 999u);
+}
+
+// From here on this process gets the error from every fallocate, as from a file system without it.
+bool RefuseToAllocate(int error) {
+    sock_filter program[] = {
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_fallocate, 0, 1),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | static_cast<unsigned>(error)),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW)};
+    const sock_fprog filter{std::size(program), program};
+    return prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
+           prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter) == 0;
+}
+
+TEST_F(ReplacingFileTest, AFileSystemThatPromisesNoRoomDoesNotFailTheRewriting) {
+    fs::create_hard_link(target, folder / "other name");
+    constexpr int kNoFilter = 77;
+    for (const auto& [error, saved] : {std::pair{EOPNOTSUPP, true}, {ENOSYS, true}, {EIO, false}}) {
+        const std::string text = "new " + std::to_string(error);
+        const FileBytes before = ReadFileBytes(target);
+        const pid_t child = fork();
+        ASSERT_GE(child, 0);
+        if (child == 0)
+            _exit(!RefuseToAllocate(error) ? kNoFilter : ReplaceFile(target, text) ? 0 : 1);
+        int status = 0;
+        ASSERT_EQ(waitpid(child, &status, 0), child);
+        if (WEXITSTATUS(status) == kNoFilter) GTEST_SKIP() << "system calls cannot be filtered";
+        EXPECT_EQ(status == 0, saved) << error;
+        EXPECT_EQ(ReadFileBytes(folder / "other name"), saved ? BytesOf(text) : before);
+        EXPECT_EQ(folder.FileCount(), 2u);
+    }
 }
 
 TEST_F(ReplacingFileTest, WhatIsNoFileIsLeftAlone) {

@@ -115,6 +115,10 @@ TEST_F(AiffFileTest, WarnsAndReadsOn) {
         {common + SoundHeader(16, 0x7FFFFFFF, 0) + data,
          {"unexpected EOF while skipping AIFF offset"},
          0},
+        // The file ends before the block size, and the offset points behind that.
+        {common + ByteBuilder().Text("SSND").Big32(16).Big32(1).Bytes(),
+         {"unexpected EOF while skipping AIFF offset"},
+         0},
         {common + SoundHeader(16, 0, 0) + FileBytes(data.begin(), data.begin() + 5), {cut}, 5},
         // Zeros are no chunks.
         {common + FileBytes(8) + SoundHeader(16, 0, 0) + data, {missing}, 0},
@@ -128,6 +132,21 @@ TEST_F(AiffFileTest, WarnsAndReadsOn) {
         expected.resize(8);
         for (std::size_t i = 0; i < 8; i += 2) std::swap(expected[i], expected[i + 1]);
         EXPECT_EQ(SoundBytes(wave), expected);
+    }
+}
+
+TEST_F(AiffFileTest, RatesAreTakenAsFarAsTheirBytesPerSecondFit) {
+    for (const auto& [rate, taken] :
+         {std::pair{0x3FFFFFFFu, 0x3FFFFFFFu}, {0x40000000u, 0u}, {1u, 1u}}) {
+        AiffParts parts;
+        const ExtendedFloat bytes = ExtendedFromInteger(rate);
+        parts.rate.assign(bytes.begin(), bytes.end());
+        parts.data = Pattern(2);
+        parts.frames = 1;
+        const auto info =
+            (WriteFileBytes(folder / "in", AiffBytes(parts)), ProbeAiff(folder / "in"));
+        ASSERT_TRUE(info) << rate;
+        EXPECT_EQ(info->format.samplesPerSecond, taken);
     }
 }
 

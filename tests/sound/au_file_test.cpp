@@ -69,6 +69,10 @@ TEST_F(AuFileTest, ReadsUpToTheEndOrToTheSizeAndOnlyWholeFrames) {
         EXPECT_EQ(wave.GetFrameCount(), frames) << size;
         EXPECT_EQ(wave.GetDataSize(), frames * 4);
     }
+    // A header and nothing behind it.
+    ASSERT_TRUE(Reads(OpenAu, AuBytes({24, 0xFFFFFFFF, 3, 8000, 2, {}})));
+    EXPECT_FALSE(wave.HasData());
+    EXPECT_FALSE(Reads(OpenAu, AuBytes({25, 0xFFFFFFFF, 3, 8000, 2, {}})));
 }
 
 }  // namespace

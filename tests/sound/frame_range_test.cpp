@@ -13,5 +13,12 @@ TEST(FrameRangeTest, WorkTakesTheSelectionOrTheWholeSoundAndStaysInside) {
     EXPECT_TRUE(RangeToWorkOn(200, 300, 100).IsEmpty());
 }
 
+TEST(FrameRangeTest, HoldsItsStartAndNotItsEnd) {
+    constexpr FrameRange kRange{10, 30};
+    for (const auto& [frame, inside] :
+         {std::pair{9u, false}, {10u, true}, {29u, true}, {30u, false}})
+        EXPECT_EQ(kRange.Contains(frame), inside) << frame;
+}
+
 }  // namespace
 }  // namespace sonavel

@@ -54,11 +54,15 @@ TEST_F(SoundWritersTest, AFullDiskLeavesTheOldFileWhole) {
         small.rlim_cur = size;
         for (const FileAction write : kWriters) {
             prompts.messages.clear();
+            progress.positions.clear();
             ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
             const bool written = write(target, wave);
             ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
             EXPECT_FALSE(written);
             EXPECT_EQ(prompts.messages, std::vector<std::string>{"Write Data Failure."});
+            if (write == SaveWav && size > 0) {
+                EXPECT_EQ(progress.positions, std::vector<int>(size > 44, 100));
+            }
             ExpectOldFileWhole();
         }
     }

@@ -111,18 +111,21 @@ TEST_F(SpatializerTest, RefusesASoundThatWouldBecomeTooLong) {
 
 #ifndef __SANITIZE_ADDRESS__
 
-// The whole result does not fit, or the copy for the undo step.
+// The whole result does not fit, or the copy for the undo step, or the sound as 16-bit stereo.
 TEST_F(SpatializerTest, LackOfMemoryIsAFailureThatChangesNothing) {
     constexpr std::uint32_t kFrames = 1u << 26;
     const auto document = MakeDocument();
     ASSERT_TRUE(document->Sound().Create(1, 8, 44100, kFrames));
     prompts_.answers = {false, false};
-    for (const std::uint32_t end : {kFrames, 1000u}) {
-        const AddressSpaceLimit limit(kFrames / 2);
+    const std::pair<std::uint32_t, std::uint64_t> cases[] = {
+        {kFrames, kFrames / 2}, {1000, kFrames / 2}, {1000, std::uint64_t{kFrames} * 7 / 4}};
+    for (const auto& [end, room] : cases) {
+        const AddressSpaceLimit limit(room);
         EXPECT_NE(SpatializePositional({*document, 0, end, "", SpatialOutcome::kApply}, {0, 1, 0})
                       .Reason(),
                   "");
         EXPECT_EQ(document->Sound().GetFormat(), MakePcmFormat(1, 8, 44100));
+        EXPECT_FALSE(document->CanUndo());
     }
 }
 
@@ -300,6 +303,10 @@ TEST_F(SpatializerTest, PreviewsWithoutTouchingTheSound) {
     EXPECT_EQ(BytesOf(document->Sound()), before);
     EXPECT_EQ(document->Preview().GetFrameCount(), 1500u);
     EXPECT_EQ(document->Preview().GetChannels(), 2u);
+    EXPECT_TRUE(document->Preview().IsStopped());
+    ASSERT_TRUE(
+        SpatializePositional({*document, 0, 1500, "", SpatialOutcome::kPlayedPreview}, {0, 1, 0}));
+    EXPECT_TRUE(document->Preview().IsPlaying());
 }
 
 class PresetTest : public DocumentTest {};

@@ -166,6 +166,7 @@ TEST_F(WorkspaceTest, AFailedDocumentLeavesTheOthersAlone) {
     OpenRamp(100);
     EXPECT_EQ(workspace.NewDocument({0, 2, 16}), Failed("This format cannot be edited."));
     EXPECT_FALSE(workspace.OpenDocument(temporary.Path() / "missing.wav").Reason().empty());
+    EXPECT_EQ(workspace.NewDocumentFromClip(), Failed("There is no sound on the clipboard."));
     EXPECT_EQ(workspace.Count(), 1u);
     EXPECT_EQ(workspace.ActiveIndex(), 0u);
     for (const char* title : {"Sound1", "Sound2"}) {
