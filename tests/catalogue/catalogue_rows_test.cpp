@@ -37,6 +37,7 @@ TEST_F(CatalogueRowsTest, TheFilterLooksForEveryWordInAnyColumn) {
         {"  ", {"Kick 1.wav", "kick 2.wav", "SNARE.aiff", "Über.au"}},
         {"KICK", {"Kick 1.wav", "kick 2.wav"}},
         {"wav kick 2", {"kick 2.wav"}},
+        {"2 wav kick", {"kick 2.wav"}},
         {"북소리", {"kick 2.wav"}},
         {"저음\t북", {"kick 2.wav"}},
         {"snap", {"SNARE.aiff"}},
@@ -120,6 +121,21 @@ TEST_F(CatalogueRowsTest, EveryColumnSortsBothWays) {
     }
 }
 
+TEST_F(CatalogueRowsTest, TheChosenColumnStaysAsLongAsItIsShown) {
+    catalogue.ShowFields({"Kind"});
+    EXPECT_EQ(ColumnTitle(catalogue, 1), "Length");
+    EXPECT_EQ(ColumnTitle(catalogue, 7), "Kind");
+    AddNames({"a", "b"});
+    catalogue.SetValue(0, 0, "later");
+    rows.Rebuild();
+    rows.SortBy(7, SortOrder::kAscending);
+    rows.Rebuild();
+    EXPECT_THAT(Shown(), ElementsAre("b", "a"));
+    catalogue.ShowFields({});
+    rows.Rebuild();
+    EXPECT_THAT(Shown(), ElementsAre("a", "b"));
+}
+
 TEST_F(CatalogueRowsTest, AnEditedRowStaysUntilTheNextFilter) {
     catalogue.ShowFields({"Kind"});
     AddNames({"a", "b"});
@@ -154,6 +170,23 @@ TEST_F(CatalogueRowsTest, WhatIsNotKnownIsShownAsNothing) {
     catalogue.SetFacts(0, {1, UINT64_MAX, 65535, 65535, UINT64_MAX});
     EXPECT_EQ(CellText(catalogue, 0, 1), "");
     EXPECT_EQ(CellText(catalogue, 0, 4), "65535 channels");
+}
+
+TEST_F(CatalogueRowsTest, SizesHaveAUnitThatFits) {
+    AddNames({"a.wav"});
+    const std::pair<std::uint64_t, const char*> cases[] = {
+        {1, "1 B"},
+        {1023, "1023 B"},
+        {1024, "1.0 KB"},
+        {1000 * 1024 - 1, "1000.0 KB"},
+        {1000 * 1024, "1.0 MB"},
+        {5'400'000'000, "5.0 GB"},
+        {UINT64_MAX, "16777216.0 TB"},
+    };
+    for (const auto& [bytes, text] : cases) {
+        catalogue.SetFacts(0, {8000, 1, 1, 8, bytes});
+        EXPECT_EQ(CellText(catalogue, 0, 5), text) << bytes;
+    }
 }
 
 }  // namespace

@@ -88,6 +88,27 @@ TEST_F(CatalogueStoreTest, ADamagedFileIsKeptBesideItsNextVersion) {
     EXPECT_EQ(ReadFileBytes(folder / "E.catalogue.damaged"), damaged);
     EXPECT_EQ(folder.FileCount(), 2u);
     EXPECT_EQ(store.Load("E")->damagedLines, 0u);
+    ASSERT_TRUE(store.Save("E", loaded->catalogue));
+    EXPECT_EQ(folder.FileCount(), 2u) << "a whole file needs no copy";
+}
+
+TEST_F(CatalogueStoreTest, DamagedFilesAreKeptUnderNamesOfTheirOwn) {
+    for (const char* kept :
+         {"D.catalogue.damaged", "D.catalogue.damaged-2", "D.catalogue.damaged-3"}) {
+        const FileBytes damaged =
+            BytesOf(std::string("Sonavel sample catalogue 1\n") + kept + '\n');
+        WriteFileBytes(folder / "D.catalogue", damaged);
+        ASSERT_TRUE(store.Load("D"));
+        ASSERT_TRUE(store.Save("D", catalogue));
+        EXPECT_EQ(ReadFileBytes(folder / kept), damaged);
+    }
+    EXPECT_EQ(folder.FileCount(), 4u);
+    // What cannot be kept is not replaced either.
+    WriteFileBytes(folder / "D.catalogue", BytesOf("Sonavel sample catalogue 1\nx\n"));
+    ASSERT_TRUE(store.Load("D"));
+    fs::remove(folder / "D.catalogue");
+    EXPECT_FALSE(store.Save("D", catalogue));
+    EXPECT_FALSE(fs::exists(folder / "D.catalogue"));
 }
 
 TEST_F(CatalogueStoreTest, FieldsComeFromTheIniFileInEitherEncoding) {
