@@ -20,21 +20,21 @@ std::vector<float> Samples() {
 }
 
 // Values that leave no effect without work.
-std::vector<double> BusyValues(const Effect& effect) {
+std::vector<double> BusyValues(const EffectForm& form) {
     std::vector<double> values;
-    for (const EffectParameter& parameter : effect.parameters)
-        values.push_back(parameter.decimals == kSwitch
-                             ? 0
+    for (const EffectParameter& parameter : form.effect.parameters)
+        values.push_back(parameter.decimals == kSwitch || !form.Asks(parameter)
+                             ? form.StartOf(parameter)
                              : parameter.least + 0.3 * (parameter.greatest - parameter.least));
     return values;
 }
 
-void RunEffect(benchmark::State& state, const Effect& effect) {
+void RunEffect(benchmark::State& state, const EffectForm& form) {
     EffectState kept;
-    const std::vector<double> values = BusyValues(effect);
+    const std::vector<double> values = BusyValues(form);
     const std::vector<float> in = Samples();
     for (auto _ : state) {
-        const auto processor = effect.make(values, {44100, 16, 2, kFrames, kept});
+        const auto processor = form.effect.make(values, {44100, 16, 2, kFrames, kept});
         const std::uint32_t history = processor->HistoryFrames();
         std::vector<float> left, right;
         for (std::uint32_t first = 0; first < kFrames; first += processor->PieceFrames()) {
@@ -66,8 +66,8 @@ void CopySamples(benchmark::State& state) {
 BENCHMARK(CopySamples);
 
 const bool kRegistered = [] {
-    for (const Effect& effect : Effects())
-        benchmark::RegisterBenchmark(effect.name, RunEffect, effect);
+    for (const EffectForm& form : EffectForms())
+        benchmark::RegisterBenchmark(form.name, RunEffect, form);
     return true;
 }();
 

@@ -48,12 +48,14 @@ std::string DefaultOf(std::span<const EffectParameter> group) {
     return text;
 }
 
-std::vector<KeyRule> KeysOf(const Effect& effect) {
+std::vector<KeyRule> KeysOf(const EffectForm& form) {
     std::vector<KeyRule> keys;
-    for (std::size_t i = 0; i < effect.parameters.size();) {
-        const auto group = GroupAt(effect.parameters, i);
+    const auto parameters = form.effect.parameters;
+    for (std::size_t i = 0; i < parameters.size();) {
+        const auto group = GroupAt(parameters, i);
         const EffectParameter& first = group.front();
-        keys.push_back({first.key, RuleOf(group), first.follows ? "" : DefaultOf(group)});
+        if (form.Asks(first))
+            keys.push_back({first.key, RuleOf(group), first.follows ? "" : DefaultOf(group)});
         i += group.size();
     }
     return keys;
@@ -68,13 +70,17 @@ void AppendValues(const Value& value, std::vector<double>& values) {
         values.insert(values.end(), list->begin(), list->end());
 }
 
-std::vector<double> ValuesFor(const Effect& effect, const Arguments& words) {
+std::vector<double> ValuesFor(const EffectForm& form, const Arguments& words) {
     std::vector<double> values;
-    for (std::size_t i = 0; i < effect.parameters.size();) {
-        const auto group = GroupAt(effect.parameters, i);
+    const auto parameters = form.effect.parameters;
+    for (std::size_t i = 0; i < parameters.size();) {
+        const auto group = GroupAt(parameters, i);
         const EffectParameter& first = group.front();
         const char* key = words.Has(first.key) ? first.key : first.follows;
-        AppendValues(words.Any(key), values);
+        if (form.Asks(first))
+            AppendValues(words.Any(key), values);
+        else
+            values.insert(values.end(), group.size(), form.StartOf(first));
         i += group.size();
     }
     return values;
@@ -85,35 +91,35 @@ EffectTarget TargetOf(BatchSession& session) {
     return {session.Document(), selection.start, selection.end, session.Effects()};
 }
 
-Outcome Apply(BatchSession& session, const Arguments& words, const Effect& effect) {
-    return ApplyEffect(effect, TargetOf(session), ValuesFor(effect, words));
+Outcome Apply(BatchSession& session, const Arguments& words, const EffectForm& form) {
+    return ApplyEffect(form.effect, TargetOf(session), ValuesFor(form, words));
 }
 
-Outcome Preview(BatchSession& session, const Arguments& words, const Effect& effect) {
+Outcome Preview(BatchSession& session, const Arguments& words, const EffectForm& form) {
     if (Outcome outcome =
-            PreviewEffect(effect, TargetOf(session), ValuesFor(effect, words), PreviewPlay::kNo);
+            PreviewEffect(form.effect, TargetOf(session), ValuesFor(form, words), PreviewPlay::kNo);
         !outcome)
         return outcome;
-    session.Document().SetPreviewTitlePrefix(effect.titlePrefix);
+    session.Document().SetPreviewTitlePrefix(form.effect.titlePrefix);
     return Done();
 }
 
-std::string WhatItDoes(const Effect& effect) {
-    std::string text = effect.prompt;
-    for (const EffectParameter& parameter : effect.parameters)
-        if (parameter.explanation)
+std::string WhatItDoes(const EffectForm& form) {
+    std::string text = form.effect.prompt;
+    for (const EffectParameter& parameter : form.effect.parameters)
+        if (parameter.explanation && form.Asks(parameter))
             text += std::string("; ") + parameter.key + ": " + parameter.explanation;
     return text;
 }
 
-CommandRow RowOf(const Effect& effect) {
-    CommandRow row = {.name = effect.name, .does = WhatItDoes(effect), .keys = KeysOf(effect)};
-    row.run = [&effect](BatchSession& session, const Arguments& words) {
-        return Apply(session, words, effect);
+CommandRow RowOf(const EffectForm& form) {
+    CommandRow row = {.name = form.name, .does = WhatItDoes(form), .keys = KeysOf(form)};
+    row.run = [form](BatchSession& session, const Arguments& words) {
+        return Apply(session, words, form);
     };
-    if (effect.HasPreview())
-        row.preview = [&effect](BatchSession& session, const Arguments& words) {
-            return Preview(session, words, effect);
+    if (form.effect.HasPreview())
+        row.preview = [form](BatchSession& session, const Arguments& words) {
+            return Preview(session, words, form);
         };
     return row;
 }
@@ -145,7 +151,7 @@ Outcome NewFromPreview(BatchSession& session, const Arguments&) {
 
 std::vector<CommandRow> EffectCommandRows() {
     std::vector<CommandRow> rows;
-    for (const Effect& effect : Effects()) rows.push_back(RowOf(effect));
+    for (const EffectForm& form : EffectForms()) rows.push_back(RowOf(form));
     for (CommandRow& row : SpatialCommandRows()) rows.push_back(std::move(row));
     rows.push_back({.name = "preview",
                     .does = "Render an effect into the document's preview sound",

@@ -1,5 +1,7 @@
 #include "effects/effect_table.h"
 
+#include <iterator>
+
 #include "effects/dynamics.h"
 #include "effects/flanger.h"
 #include "effects/modulator.h"
@@ -20,19 +22,17 @@ constexpr EffectParameter kVolumeParameters[] = {
 
 // --- Panpot and crossfade
 
-constexpr EffectParameter kPanParameters[] = {
-    {"value", "Pan", "", -1000, 0, 1000, 1, 0},
-};
-constexpr EffectParameter kCrossfadeParameters[] = {
-    {"from", "From :", "", -1000, 0, 1000, 1, 0},
-    {"to", "To :", "", -1000, 0, 1000, 1, 0},
-    {"nonlinear", "Nonlinear", "", 0, 0, 1, 1, kSwitch},
-};
+constexpr const char* kPanModes[] = {"pan", "crossfade"};
+constexpr int kInPan = static_cast<int>(PanMode::kPan);
+constexpr int kInCrossfade = static_cast<int>(PanMode::kCrossfade);
 
-constexpr EffectTraits kPanpotTraits = {
-    .progressSuffix = " Panpot/Crossfade",
-    .storing = Storing::kQuantized,
-    .monoRefusal = "Can not use Panpot/Crossfade in Mono File."};
+constexpr EffectParameter kPanpotParameters[] = {
+    {"mode", "Mode", "", 0, 0, std::size(kPanModes) - 1, 1, 0, nullptr, nullptr, kIsTheMode},
+    {"value", "Pan", "", -1000, 0, 1000, 1, 0, nullptr, nullptr, kInPan},
+    {"from", "From :", "", -1000, 0, 1000, 1, 0, nullptr, nullptr, kInCrossfade},
+    {"to", "To :", "", -1000, 0, 1000, 1, 0, nullptr, nullptr, kInCrossfade},
+    {"nonlinear", "Nonlinear", "", 0, 0, 1, 1, kSwitch, nullptr, nullptr, kInCrossfade},
+};
 
 // --- Reverberation
 
@@ -97,10 +97,17 @@ constexpr Effect kEffects[] = {
       .storing = Storing::kTruncated,
       .previewOrder = UnitOrder::kChannelByChannel,
       .monoPreview = MonoPreview::kBothSides}},
-    {kPanpot, "pan", "&Panpot/Crossfade...", "Move the sound between left and right", "",
-     kPanParameters, MakePan, kPanpotTraits},
-    {kPanpot, "crossfade", "&Panpot/Crossfade...", "Move the sound between left and right", "",
-     kCrossfadeParameters, MakeCrossfade, kPanpotTraits},
+    {kPanpot,
+     "panpot",
+     "&Panpot/Crossfade...",
+     "Move the sound between left and right",
+     "",
+     kPanpotParameters,
+     MakePanpot,
+     {.progressSuffix = " Panpot/Crossfade",
+      .storing = Storing::kQuantized,
+      .monoRefusal = "Can not use Panpot/Crossfade in Mono File."},
+     kPanModes},
     {kReverb,
      "reverb",
      "&Reverberation...",
@@ -175,6 +182,16 @@ const Effect* FindEffect(std::string_view name) {
     for (const Effect& effect : kEffects)
         if (effect.name == name) return &effect;
     return nullptr;
+}
+
+std::vector<EffectForm> EffectForms() {
+    std::vector<EffectForm> forms;
+    for (const Effect& effect : kEffects) {
+        if (effect.modeNames.empty()) forms.push_back({effect, effect.name});
+        int mode = 0;
+        for (const char* name : effect.modeNames) forms.push_back({effect, name, mode++});
+    }
+    return forms;
 }
 
 }  // namespace sonavel

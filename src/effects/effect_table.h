@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <span>
 #include <string_view>
+#include <vector>
 
 #include "document/sound_doc.h"
 #include "effects/effect_processor.h"
@@ -14,6 +15,10 @@ namespace sonavel {
 
 // Stands in the place of the decimals of a parameter that is a switch, 0 or 1.
 inline constexpr int kSwitch = -1;
+
+// In the place of a parameter's mode: it has a meaning in all of them, or it is the mode.
+inline constexpr int kEveryMode = -1;
+inline constexpr int kIsTheMode = -2;
 
 struct EffectParameter {
     const char* key;  // of a script
@@ -28,6 +33,8 @@ struct EffectParameter {
     const char* explanation = nullptr;
     // Whose value a script means that leaves this one out; null for the start value.
     const char* follows = nullptr;
+    // The only mode of its effect in which it has a meaning, or one of the two above.
+    int mode = kEveryMode;
 };
 
 // What keeps its state from one run to the next, for as long as the program runs. The application
@@ -105,13 +112,32 @@ struct Effect {
     std::span<const EffectParameter> parameters;
     MakeEffectProcessor make;
     EffectTraits traits;
+    // What a script calls each of its modes, which are commands of their own there.
+    std::span<const char* const> modeNames = {};
 
     bool HasPreview() const { return *titlePrefix != '\0'; }
 };
 
-// Pan and crossfade are two rows that share one dialog and one command.
 std::span<const Effect> Effects();
 // Null when there is none of that name.
 const Effect* FindEffect(std::string_view name);
+
+// What is one command of a script: an effect, or one mode of it.
+struct EffectForm {
+    const Effect& effect;
+    const char* name;
+    int mode = 0;
+
+    // Whether the parameter is a key of the command.
+    bool Asks(const EffectParameter& parameter) const {
+        return parameter.mode == kEveryMode || parameter.mode == mode;
+    }
+    // Its value when the script says nothing, or cannot.
+    double StartOf(const EffectParameter& parameter) const {
+        return parameter.mode == kIsTheMode ? mode : parameter.start;
+    }
+};
+
+std::vector<EffectForm> EffectForms();
 
 }  // namespace sonavel

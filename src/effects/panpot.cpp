@@ -85,14 +85,11 @@ class CrossfadeProcessor : public EffectProcessor {
 
 }  // namespace
 
-std::unique_ptr<EffectProcessor> MakePan(std::span<const double> values, const EffectRun&) {
-    return std::make_unique<PanProcessor>(Position(values[0]));
-}
-
-std::unique_ptr<EffectProcessor> MakeCrossfade(std::span<const double> values,
-                                               const EffectRun& run) {
-    const auto law = values[2] != 0 ? CrossfadeLaw::kExponential : CrossfadeLaw::kLinear;
-    return std::make_unique<CrossfadeProcessor>(Position(values[0]), Position(values[1]), law,
+std::unique_ptr<EffectProcessor> MakePanpot(std::span<const double> values, const EffectRun& run) {
+    if (static_cast<PanMode>(std::lround(values[0])) == PanMode::kPan)
+        return std::make_unique<PanProcessor>(Position(values[1]));
+    const auto law = values[4] != 0 ? CrossfadeLaw::kExponential : CrossfadeLaw::kLinear;
+    return std::make_unique<CrossfadeProcessor>(Position(values[2]), Position(values[3]), law,
                                                 run.frames);
 }
 

@@ -6,13 +6,10 @@
 
 namespace sonavel {
 
-// The two rows that share one dialog.
 enum class PanMode { kPan = 0, kCrossfade = 1 };
 
-// Value: the position in tenths.
-std::unique_ptr<EffectProcessor> MakePan(std::span<const double> values, const EffectRun& run);
-// Values: first and last position in tenths; 0 for a straight curve, 1 for an exponential one.
-std::unique_ptr<EffectProcessor> MakeCrossfade(std::span<const double> values,
-                                               const EffectRun& run);
+// Values: the mode; of pan, the position in tenths; of crossfade, first and last position in
+// tenths, and 0 for a straight curve, 1 for an exponential one.
+std::unique_ptr<EffectProcessor> MakePanpot(std::span<const double> values, const EffectRun& run);
 
 }  // namespace sonavel

@@ -112,19 +112,20 @@ TEST_F(DirectEffectTest, VolumeCanBeHeldAtFullScale) {
 
 TEST_F(DirectEffectTest, PanLowersTheOtherSideOnly) {
     for (const int pan : {-1000, -250, 5, 0, 999})
-        Check(kStereo, 1e-2, QuantizedLiterally, "pan", {pan / 1.0}, [&](const Format&) {
-            const int p = pan / 10;
-            return [=](unsigned channel, std::uint32_t, double x) {
-                const bool lowered = channel == 0 ? p > 0 : p < 0;
-                return lowered ? x * (100 - std::abs(p)) * 0.01 : x;
-            };
-        });
+        Check(kStereo, 1e-2, QuantizedLiterally, "panpot", {0, pan / 1.0, 0, 0, 0},
+              [&](const Format&) {
+                  const int p = pan / 10;
+                  return [=](unsigned channel, std::uint32_t, double x) {
+                      const bool lowered = channel == 0 ? p > 0 : p < 0;
+                      return lowered ? x * (100 - std::abs(p)) * 0.01 : x;
+                  };
+              });
 }
 
 TEST_F(DirectEffectTest, CrossfadeMovesFromOnePositionToTheOther) {
     for (const bool nonlinear : {false, true})
-        Check(std::span(kStereo).last(1), 2e-2, QuantizedLiterally, "crossfade",
-              {-1000, 709, nonlinear ? 1.0 : 0.0}, [&](const Format&) {
+        Check(std::span(kStereo).last(1), 2e-2, QuantizedLiterally, "panpot",
+              {1, 0, -1000, 709, nonlinear ? 1.0 : 0.0}, [&](const Format&) {
                   std::vector<float> positions(kEnd - kStart);
                   const float step = -170.0f / static_cast<float>(positions.size());
                   float p = -100;
@@ -141,7 +142,7 @@ TEST_F(DirectEffectTest, CrossfadeMovesFromOnePositionToTheOther) {
 
 TEST_F(DirectEffectTest, PanpotRefusesAMonoSound) {
     const auto document = MakeNoise({1, 16}, 100);
-    EXPECT_EQ(Apply("pan", Target(*document), {0}),
+    EXPECT_EQ(Apply("panpot", Target(*document), {0, 0, 0, 0, 0}),
               Failed("Can not use Panpot/Crossfade in Mono File."));
     EXPECT_FALSE(document->CanUndo());
 }

@@ -23,8 +23,8 @@ struct EffectCase {
 
 // Those that work in place and cannot be cancelled.
 const EffectCase kDirectRuns[] = {{"volume", {50, 0}},
-                                  {"pan", {-300}},
-                                  {"crossfade", {-900, 700, 0}},
+                                  {"panpot", {0, -300, 0, 0, 0}},
+                                  {"panpot", {1, 0, -900, 700, 0}},
                                   {"modulator", {500, 20, 80, 0, 0, 0}},
                                   {"dynamics", {50, 2, 4, 25, 0.5, 1}}};
 
@@ -145,9 +145,9 @@ class ThreadedEffectsTest : public EffectRunsTest {
 };
 
 const EffectCase kLongRuns[] = {{"volume", {130, 0}},
-                                {"pan", {-300}},
-                                {"crossfade", {-900, 700, 0}},
-                                {"crossfade", {900, -1000, 1}},
+                                {"panpot", {0, -300, 0, 0, 0}},
+                                {"panpot", {1, 0, -900, 700, 0}},
+                                {"panpot", {1, 0, 900, -1000, 1}},
                                 {"modulator", {500, 20, 80, 1777, 700, 30}},
                                 {"dynamics", {5, 2, 4, 2.5, 0.5, 1}},
                                 {"flanger", {7, 9.1}},

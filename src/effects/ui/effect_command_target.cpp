@@ -19,12 +19,11 @@ constexpr CommandInfo kOpenPreviewRow{effect_command::kOpenPreview, "",
                                       "&Open Preview as New Document", "",
                                       "Open a copy of what was last previewed as a new sound"};
 
-// Rows that share a command make one of it. Scripts run effects by name and values instead.
+// Without names for scripts, which run effects by name and values instead.
 std::vector<CommandInfo> MakeRows() {
     std::vector<CommandInfo> rows;
     for (const Effect& effect : Effects())
-        if (rows.empty() || rows.back().id != effect.commandId)
-            rows.push_back({effect.commandId, "", effect.menuText, "", effect.prompt});
+        rows.push_back({effect.commandId, "", effect.menuText, "", effect.prompt});
     rows.push_back(kOpenPreviewRow);
     return rows;
 }

@@ -109,7 +109,7 @@ EffectTarget EffectDialog::Target() {
 
 Outcome EffectDialog::Run(Purpose purpose) {
     if (purpose == Purpose::kPlayedPreview) return RunDisabled();
-    return ApplyEffect(ChosenEffect(), Target(), Values());
+    return ApplyEffect(effect_, Target(), Values());
 }
 
 Outcome EffectDialog::RunDisabled() {

@@ -31,10 +31,9 @@ class EffectDialog : public PreviewDialog {
                  const EffectDialogTexts& texts, QWidget* parent);
     ~EffectDialog() override;
 
-    // What OK will run, where the dialog stands for more than one row of the effect table.
-    virtual const Effect& ChosenEffect() const { return effect_; }
-    // One value for each parameter of the chosen effect.
-    virtual std::vector<double> Values() const;
+    const Effect& Row() const { return effect_; }
+    // One value for each parameter.
+    std::vector<double> Values() const;
     // The start values of every control.
     virtual void Reset();
 

@@ -6,14 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "effects/panpot.h"
-
 namespace sonavel {
 
 struct EffectMemory {
     // By the effect's name: one value for each of its parameters. Empty before the first dialog.
     std::map<std::string, std::vector<double>> values;
-    PanMode panMode = PanMode::kPan;
     bool dynamicsLinked = true;
 };
 

@@ -22,33 +22,37 @@ int Number(PanMode mode) {
 }  // namespace
 
 CPanpotDlg::CPanpotDlg(const EffectDialogContext& context, QWidget* parent)
-    : EffectDialog(context, *FindEffect("crossfade"),
+    : EffectDialog(context, *FindEffect("panpot"),
                    {"Panpot/Crossfade", "   Panpot/Crossfade Settings", ""}, parent) {
-    AddControl(FindEffect("pan")->parameters[0]);
     AddControls();
-    AddMode(QStringLiteral("Pan"), PanMode::kPan);
-    auto* panGrid = new QGridLayout;
-    Body().addLayout(panGrid);
-    widgetsOf_[Number(PanMode::kPan)].push_back(AddBar(*panGrid, kPan));
+    QRadioButton* pan = AddMode(QStringLiteral("Pan"), PanMode::kPan);
+    QGridLayout* panGrid = AddGrid();
+    widgetsOf_[Number(PanMode::kPan)] = {AddBar(*panGrid, kPan)};
 
-    AddMode(QStringLiteral("Crossfade"), PanMode::kCrossfade);
-    auto* crossfadeGrid = new QGridLayout;
-    Body().addLayout(crossfadeGrid);
+    QRadioButton* crossfade = AddMode(QStringLiteral("Crossfade"), PanMode::kCrossfade);
+    QGridLayout* crossfadeGrid = AddGrid();
     QCheckBox* nonlinear =
         Control(kNonlinear).MakeCheckBox(QString::fromUtf8(Control(kNonlinear).Parameter().label));
-    auto& crossfade = widgetsOf_[Number(PanMode::kCrossfade)];
-    crossfade = {AddBar(*crossfadeGrid, kFrom), AddBar(*crossfadeGrid, kTo), nonlinear};
+    widgetsOf_[Number(PanMode::kCrossfade)] = {AddBar(*crossfadeGrid, kFrom),
+                                               AddBar(*crossfadeGrid, kTo), nonlinear};
     Body().addWidget(nonlinear);
     Body().addStretch(1);
-    connect(&modes_, &QButtonGroup::idToggled, this, &CPanpotDlg::EnableBars);
-    SetMode(PanMode::kPan);
-    Begin(*modes_.button(Number(context.memory.panMode)));
+    connect(&Control(kMode), &ParameterControl::Changed, this, &CPanpotDlg::EnableBars);
+    EnableBars();
+    Begin(*pan);
+    if (crossfade->isChecked()) crossfade->setFocus();
 }
 
-void CPanpotDlg::AddMode(const QString& text, PanMode mode) {
-    auto* radio = new QRadioButton(text, this);
-    modes_.addButton(radio, Number(mode));
-    Body().addWidget(radio);
+QRadioButton* CPanpotDlg::AddMode(const QString& text, PanMode mode) {
+    QRadioButton* button = Control(kMode).MakeRadioButton(text, Number(mode));
+    Body().addWidget(button);
+    return button;
+}
+
+QGridLayout* CPanpotDlg::AddGrid() {
+    auto* grid = new QGridLayout;
+    Body().addLayout(grid);
+    return grid;
 }
 
 QScrollBar* CPanpotDlg::AddBar(QGridLayout& grid, std::size_t index) {
@@ -71,44 +75,10 @@ QScrollBar* CPanpotDlg::AddBar(QGridLayout& grid, std::size_t index) {
     return bar;
 }
 
-PanMode CPanpotDlg::Mode() const {
-    return static_cast<PanMode>(modes_.checkedId());
-}
-
-void CPanpotDlg::SetMode(PanMode mode) {
-    modes_.button(Number(mode))->setChecked(true);
-    EnableBars();
-}
-
 void CPanpotDlg::EnableBars() {
-    for (const PanMode mode : {PanMode::kPan, PanMode::kCrossfade})
-        for (QWidget* widget : widgetsOf_[Number(mode)]) widget->setEnabled(mode == Mode());
-}
-
-const Effect& CPanpotDlg::ChosenEffect() const {
-    return *FindEffect(Mode() == PanMode::kPan ? "pan" : "crossfade");
-}
-
-std::vector<double> CPanpotDlg::Values() const {
-    if (Mode() == PanMode::kPan) return {Control(kPan).Value()};
-    return {Control(kFrom).Value(), Control(kTo).Value(), Control(kNonlinear).Value()};
-}
-
-void CPanpotDlg::Reset() {
-    EffectDialog::Reset();
-    SetMode(PanMode::kPan);
-}
-
-void CPanpotDlg::RememberAll() {
-    Remember(*FindEffect("pan"), kPan, 1);
-    Remember(*FindEffect("crossfade"), kFrom, 3);
-    Memory().panMode = Mode();
-}
-
-void CPanpotDlg::RecallAll() {
-    Recall(*FindEffect("pan"), kPan, 1);
-    Recall(*FindEffect("crossfade"), kFrom, 3);
-    SetMode(Memory().panMode);
+    for (const int mode : {Number(PanMode::kPan), Number(PanMode::kCrossfade)})
+        for (QWidget* widget : widgetsOf_[mode])
+            widget->setEnabled(mode == Control(kMode).WholeValue());
 }
 
 }  // namespace sonavel

@@ -84,6 +84,18 @@ QCheckBox* ParameterControl::MakeCheckBox(const QString& text) {
     return box;
 }
 
+QRadioButton* ParameterControl::MakeRadioButton(const QString& text, double value) {
+    auto* button = new QRadioButton(text, dialog_);
+    button->setChecked(Value() == value);
+    connect(button, &QRadioButton::toggled, this, [this, value](bool on) {
+        if (on) SetValue(value);
+    });
+    connect(this, &ParameterControl::Changed, button, [this, button, value] {
+        if (Value() == value) button->setChecked(true);
+    });
+    return button;
+}
+
 ValueLabel* ParameterControl::MakeValueLabel(const Format& format) {
     auto* label = new ValueLabel(dialog_);
     label->setText(format(Value()));

@@ -6,6 +6,7 @@
 #include <QDoubleSpinBox>
 #include <QLabel>
 #include <QObject>
+#include <QRadioButton>
 #include <QSlider>
 #include <functional>
 
@@ -37,6 +38,8 @@ class ParameterControl : public QObject {
     FocusScrollBar* MakeScrollBar();
     QDoubleSpinBox* MakeSpinBox();
     QCheckBox* MakeCheckBox(const QString& text);
+    // Checked while the value is this one.
+    QRadioButton* MakeRadioButton(const QString& text, double value);
     ValueLabel* MakeValueLabel(const Format& format);
     // The parameter's label, which leads to the widget.
     QLabel* MakeNameLabel(QWidget* buddy);
