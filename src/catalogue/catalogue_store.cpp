@@ -101,11 +101,6 @@ std::string JoinFieldNames(const std::vector<std::string>& names) {
     return joined;
 }
 
-bool CatalogueStore::Fail(std::string_view text) {
-    lastError_ = text;
-    return false;
-}
-
 fs::path CatalogueStore::FileOf(std::string_view name) const {
     return folder_.Path() / FileNameOf(name);
 }
@@ -135,67 +130,65 @@ std::string CatalogueStore::FreeName() const {
     return name;
 }
 
-bool CatalogueStore::IsFree(std::string_view name) {
-    if (name.empty()) return Fail("A catalogue needs a name.");
-    if (!IsValidUtf8(name) || HasControls(name)) return Fail("A name is one line of text.");
-    if (FileNameOf(name).size() > kMostNameBytes) return Fail("The name is too long.");
+Outcome CatalogueStore::CheckFree(std::string_view name) const {
+    if (name.empty()) return Failed("A catalogue needs a name.");
+    if (!IsValidUtf8(name) || HasControls(name)) return Failed("A name is one line of text.");
+    if (FileNameOf(name).size() > kMostNameBytes) return Failed("The name is too long.");
     std::error_code error;
     const fs::file_status status = fs::symlink_status(FileOf(name), error);
-    return !fs::exists(status) || Fail("There is a catalogue of this name already.");
+    return DoneIf(!fs::exists(status), "There is a catalogue of this name already.");
 }
 
-bool CatalogueStore::Create(std::string_view name) {
+Outcome CatalogueStore::Create(std::string_view name) {
     name = Trimmed(name);
-    return IsFree(name) && Save(name, Catalogue());
+    if (Outcome free = CheckFree(name); !free) return free;
+    return Save(name, Catalogue());
 }
 
-bool CatalogueStore::Rename(std::string_view from, std::string_view to) {
+Outcome CatalogueStore::Rename(std::string_view from, std::string_view to) {
     to = Trimmed(to);
-    if (from == to) return true;
-    if (!IsFree(to)) return false;
+    if (from == to) return Done();
+    if (Outcome free = CheckFree(to); !free) return free;
     std::error_code error;
     fs::rename(FileOf(from), FileOf(to), error);
-    if (error) return Fail("The catalogue cannot be renamed: " + error.message());
+    if (error) return Failed("The catalogue cannot be renamed: " + error.message());
     if (damaged_.erase(std::string(from)) > 0) damaged_.emplace(to);
-    return true;
+    return Done();
 }
 
-bool CatalogueStore::Delete(std::string_view name) {
+Outcome CatalogueStore::Delete(std::string_view name) {
     std::error_code error;
     fs::remove(FileOf(name), error);
-    if (error) return Fail("The catalogue cannot be deleted: " + error.message());
+    if (error) return Failed("The catalogue cannot be deleted: " + error.message());
     damaged_.erase(std::string(name));
-    return true;
+    return Done();
 }
 
-std::optional<LoadedCatalogue> CatalogueStore::Load(std::string_view name) {
+Result<LoadedCatalogue> CatalogueStore::Load(std::string_view name) {
     const std::optional<std::string> text = ReadSmallFile(FileOf(name), kMostFileBytes);
-    std::optional<LoadedCatalogue> loaded;
-    if (!text)
-        Fail("The catalogue cannot be read.");
-    else if (!(loaded = CatalogueFromText(*text)))
-        Fail("The file is not a catalogue.");
-    if (!loaded) return std::nullopt;
+    if (!text) return Failed("The catalogue cannot be read.");
+    std::optional<LoadedCatalogue> loaded = CatalogueFromText(*text);
+    if (!loaded) return Failed("The file is not a catalogue.");
     if (loaded->damagedLines > 0) damaged_.emplace(name);
     loaded->catalogue.ShowFields(FieldNames());
-    return loaded;
+    return *std::move(loaded);
 }
 
-bool CatalogueStore::KeepDamaged(std::string_view name) {
+Outcome CatalogueStore::KeepDamaged(std::string_view name) {
     const auto found = damaged_.find(name);
-    if (found == damaged_.end()) return true;
+    if (found == damaged_.end()) return Done();
     std::error_code error;
     fs::copy_file(FileOf(name), DamagedCopy(FileOf(name)), error);
-    if (error) return Fail("The damaged catalogue cannot be kept: " + error.message());
+    if (error) return Failed("The damaged catalogue cannot be kept: " + error.message());
     damaged_.erase(found);
-    return true;
+    return Done();
 }
 
-bool CatalogueStore::Save(std::string_view name, const Catalogue& catalogue) {
+Outcome CatalogueStore::Save(std::string_view name, const Catalogue& catalogue) {
     const std::string text = TextOfCatalogue(catalogue);
-    if (text.size() > kMostFileBytes) return Fail("The catalogue is too large.");
-    if (!KeepDamaged(name)) return false;
-    return ReplaceFile(FileOf(name), text) || Fail("The catalogue cannot be written.");
+    if (text.size() > kMostFileBytes) return Failed("The catalogue is too large.");
+    if (Outcome kept = KeepDamaged(name); !kept) return kept;
+    return DoneIf(ReplaceFile(FileOf(name), text), "The catalogue cannot be written.");
 }
 
 std::vector<std::string> CatalogueStore::FieldNames() const {
@@ -203,10 +196,10 @@ std::vector<std::string> CatalogueStore::FieldNames() const {
         folder_.Profile("SampleDB.ini").Read().GetString(kFieldSection, kFieldKey));
 }
 
-bool CatalogueStore::SetFieldNames(const std::vector<std::string>& names) {
-    return folder_.Profile("SampleDB.ini")
-               .SetString(kFieldSection, kFieldKey, JoinFieldNames(names)) ||
-           Fail("SampleDB.ini cannot be written.");
+Outcome CatalogueStore::SetFieldNames(const std::vector<std::string>& names) {
+    return DoneIf(
+        folder_.Profile("SampleDB.ini").SetString(kFieldSection, kFieldKey, JoinFieldNames(names)),
+        "SampleDB.ini cannot be written.");
 }
 
 }  // namespace sonavel

@@ -2,13 +2,13 @@
 // "SampleDB.ini" with the names of the person's fields.
 #pragma once
 
-#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "catalogue/catalogue_text.h"
+#include "platform/outcome.h"
 #include "platform/program_folder.h"
 
 namespace sonavel {
@@ -18,7 +18,7 @@ namespace sonavel {
 std::vector<std::string> FieldNamesFrom(std::string_view commaSeparated);
 std::string JoinFieldNames(const std::vector<std::string>& names);
 
-// What fails leaves the files as they are and says why in LastError().
+// What fails leaves the files as they are.
 class CatalogueStore {
   public:
     explicit CatalogueStore(ProgramFolder folder) : folder_(std::move(folder)) {}
@@ -28,29 +28,26 @@ class CatalogueStore {
     std::vector<std::string> Names() const;
     // "Catalogue", or the first of "Catalogue 2", "Catalogue 3" … that is free.
     std::string FreeName() const;
-    bool Create(std::string_view name);
-    bool Rename(std::string_view from, std::string_view to);
-    bool Delete(std::string_view name);
+    Outcome Create(std::string_view name);
+    Outcome Rename(std::string_view from, std::string_view to);
+    Outcome Delete(std::string_view name);
 
     // With the person's fields shown.
-    std::optional<LoadedCatalogue> Load(std::string_view name);
+    Result<LoadedCatalogue> Load(std::string_view name);
     // Of a file with damaged lines a copy is kept first, because they are lost here.
-    bool Save(std::string_view name, const Catalogue& catalogue);
+    Outcome Save(std::string_view name, const Catalogue& catalogue);
 
     std::vector<std::string> FieldNames() const;
-    bool SetFieldNames(const std::vector<std::string>& names);
-
-    const std::string& LastError() const { return lastError_; }
+    Outcome SetFieldNames(const std::vector<std::string>& names);
 
   private:
-    bool Fail(std::string_view text);
     std::filesystem::path FileOf(std::string_view name) const;
-    bool IsFree(std::string_view name);
-    bool KeepDamaged(std::string_view name);
+    // Failed when no catalogue can be made under the name, which is no other's then.
+    Outcome CheckFree(std::string_view name) const;
+    Outcome KeepDamaged(std::string_view name);
 
     ProgramFolder folder_;
     std::set<std::string, std::less<>> damaged_;
-    std::string lastError_;
 };
 
 }  // namespace sonavel

@@ -9,18 +9,19 @@ SamplePreview::SamplePreview(UserPrompts& prompts, ProgressFactory& progress, Wa
     player_.SetObserver(this);
 }
 
-bool SamplePreview::Play(const std::filesystem::path& path, const ProgramFolder& folder) {
+Outcome SamplePreview::Play(const std::filesystem::path& path, const ProgramFolder& folder) {
     Stop();
-    player_.SetLastError("");
-    if (!player_.Take(ReadSample(path, player_.FileHost()))) return false;
+    Result<Sound> read = ReadSample(path, player_.FileHost());
+    if (!read) return read.Ended();
+    player_.Adopt(std::move(*read));
+    if (!player_.HasData()) return Failed("The sound is empty.");
     const DocumentOptions chosen = DocumentOptions::Read(folder.Options().Read());
     player_.SetPlaybackDevice(chosen.playbackDeviceId);
     player_.SetPlaybackBlockFrames(chosen.playbackBlockFrames);
-    const bool playing = player_.Play(0);
-    if (!playing && player_.LastError().empty())
-        player_.SetLastError(player_.HasData() ? "The sound cannot be played."
-                                               : "The sound is empty.");
-    return playing;
+    player_.SetLastError("");
+    if (player_.Play(0)) return Done();
+    return Failed(player_.LastError().empty() ? "The sound cannot be played."
+                                              : player_.LastError());
 }
 
 }  // namespace sonavel

@@ -13,12 +13,11 @@ class SamplePreview : private PlayerObserver {
   public:
     SamplePreview(UserPrompts& prompts, ProgressFactory& progress, WaveDevices& devices);
 
-    // From the beginning, on the playback device that is chosen in the options. False when the file
-    // cannot be read or played, which LastError() tells.
-    bool Play(const std::filesystem::path& path, const ProgramFolder& folder);
+    // From the beginning, on the playback device that is chosen in the options. Not done when the
+    // file cannot be read or played.
+    Outcome Play(const std::filesystem::path& path, const ProgramFolder& folder);
     void Stop() { player_.Stop(CWavePlayer::StopReport::kSilent); }
     bool IsPlaying() const { return !player_.IsStopped(); }
-    const std::string& LastError() const { return player_.LastError(); }
 
     // Called when the sound has been heard to its end or was stopped.
     void SetOnStopped(std::function<void()> onStopped) { onStopped_ = std::move(onStopped); }

@@ -25,7 +25,8 @@ class CatalogueStoreTest : public CatalogueFixture {
 TEST_F(CatalogueStoreTest, AnyLineOfTextNamesACatalogue) {
     const std::string names[] = {"Drums", "북소리", "a/b", "..", ".hidden", "100%25", "a\\b \"c\""};
     for (const std::string& name : names) {
-        ASSERT_TRUE(store.Create(name)) << name << ": " << store.LastError();
+        const Outcome made = store.Create(name);
+        ASSERT_TRUE(made) << name << ": " << made.Reason();
         ASSERT_TRUE(catalogue.Add({"/" + name + "/x.wav", {}}));
         ASSERT_TRUE(store.Save(name, catalogue));
     }
@@ -40,8 +41,7 @@ TEST_F(CatalogueStoreTest, NamesThatCannotBeAreRefused) {
     for (const std::string& name :
          {std::string(), std::string("  "), std::string("Drums"), std::string("two\nlines"),
           std::string("\xFF"), std::string(221, 'x')}) {
-        EXPECT_FALSE(store.Create(name)) << name;
-        EXPECT_NE(store.LastError(), "");
+        EXPECT_NE(store.Create(name).Reason(), "") << name;
     }
     EXPECT_THAT(store.Names(), ElementsAre("Drums"));
     EXPECT_EQ(store.FreeName(), "Catalogue");
@@ -69,8 +69,7 @@ TEST_F(CatalogueStoreTest, ForeignFilesAreNeitherListedNorRead) {
     WriteFileBytes(folder / "Options.ini", BytesOf("x"));
     WriteFileBytes(folder / "Binary.catalogue", FileBytes(100'000, 0xA5));
     EXPECT_THAT(store.Names(), ElementsAre("Binary"));
-    EXPECT_FALSE(store.Load("Binary"));
-    EXPECT_EQ(store.LastError(), "The file is not a catalogue.");
+    EXPECT_EQ(store.Load("Binary").Reason(), "The file is not a catalogue.");
     EXPECT_FALSE(store.Load("Folder"));
     EXPECT_FALSE(store.Load("None"));
 }
@@ -153,9 +152,8 @@ TEST_F(CatalogueStoreTest, AFailingSaveLeavesTheOldFile) {
     ASSERT_TRUE(store.Save("C", catalogue));
     const fs::path file = folder / "C.catalogue";
     CatalogueStore elsewhere{ProgramFolder(folder / "no such folder")};
-    EXPECT_FALSE(elsewhere.Save("C", catalogue));
+    EXPECT_NE(elsewhere.Save("C", catalogue).Reason(), "");
     EXPECT_FALSE(elsewhere.SetFieldNames({"A"}));
-    EXPECT_NE(elsewhere.LastError(), "");
     EXPECT_THAT(elsewhere.Names(), IsEmpty());
     EXPECT_EQ(CountOf("C"), 1u);
 }

@@ -149,10 +149,8 @@ TEST_F(SampleFilesTest, ThePreviewPlaysAFileToItsEnd) {
     int stops = 0;
     preview.SetOnStopped([&] { ++stops; });
     const ProgramFolder options(folder.Path());
-    EXPECT_FALSE(preview.Play(folder / "none.wav", options));
-    EXPECT_NE(preview.LastError(), "");
-    EXPECT_FALSE(preview.Play(WriteWav("empty.wav", 0), options));
-    EXPECT_NE(preview.LastError(), "");
+    EXPECT_NE(preview.Play(folder / "none.wav", options).Reason(), "");
+    EXPECT_EQ(preview.Play(WriteWav("empty.wav", 0), options).Reason(), "The sound is empty.");
     ASSERT_TRUE(preview.Play(WriteWav("v1.2/a.wav", 500), options));
     EXPECT_TRUE(preview.IsPlaying());
     for (int i = 0; i < 30 && preview.IsPlaying(); ++i) devices.Out().Hear();

@@ -2,6 +2,8 @@
 
 #include <QElapsedTimer>
 
+#include "platform/qt/utf8_text.h"
+
 namespace sonavel {
 
 namespace {
@@ -15,13 +17,13 @@ CatalogueKeeper::CatalogueKeeper(const ProgramFolder& folder) : store_(folder) {
     saveTimer_.setSingleShot(true);
     saveTimer_.setInterval(kSaveDelay);
     saveTimer_.callOnTimeout(this, [this] {
-        if (!Save()) Q_EMIT SaveFailed();
+        if (const Outcome saved = Save(); !saved) Q_EMIT SaveFailed(Utf8Text(saved.Reason()));
     });
     checkTimer_.callOnTimeout(this, [this] { CheckSome(); });
 }
 
 CatalogueKeeper::~CatalogueKeeper() {
-    Save();
+    static_cast<void>(Save());  // nobody is left to be told
 }
 
 void CatalogueKeeper::Close() {
@@ -32,32 +34,33 @@ void CatalogueKeeper::Close() {
     changed_ = false;
 }
 
-bool CatalogueKeeper::Open(std::string name) {
-    if (!Save()) return false;
+Outcome CatalogueKeeper::Open(std::string name) {
+    if (Outcome saved = Save(); !saved) return saved;
     Close();
-    std::optional<LoadedCatalogue> loaded = store_.Load(name);
-    if (!loaded) return false;
+    Result<LoadedCatalogue> loaded = store_.Load(name);
+    if (!loaded) return loaded.Ended();
     name_ = std::move(name);
     loaded_ = std::make_unique<LoadedCatalogue>(*std::move(loaded));
     CheckFiles(Probing::kWhenSizeChanged);
-    return true;
+    return Done();
 }
 
-bool CatalogueKeeper::Rename(const std::string& name) {
+Outcome CatalogueKeeper::Rename(const std::string& name) {
     const QString trimmed = QString::fromStdString(name).trimmed();
-    if (!Save() || !store_.Rename(name_, trimmed.toStdString())) return false;
+    if (Outcome saved = Save(); !saved) return saved;
+    if (Outcome renamed = store_.Rename(name_, trimmed.toStdString()); !renamed) return renamed;
     name_ = trimmed.toStdString();
-    return true;
+    return Done();
 }
 
-bool CatalogueKeeper::Delete() {
-    if (!store_.Delete(name_)) return false;
+Outcome CatalogueKeeper::Delete() {
+    if (Outcome deleted = store_.Delete(name_); !deleted) return deleted;
     Close();
-    return true;
+    return Done();
 }
 
-bool CatalogueKeeper::Reload() {
-    return !IsOpen() || Open(name_);
+Outcome CatalogueKeeper::Reload() {
+    return IsOpen() ? Open(name_) : Done();
 }
 
 void CatalogueKeeper::MarkChanged() {
@@ -65,11 +68,12 @@ void CatalogueKeeper::MarkChanged() {
     saveTimer_.start();
 }
 
-bool CatalogueKeeper::Save() {
+Outcome CatalogueKeeper::Save() {
     saveTimer_.stop();
-    if (!changed_) return true;
-    changed_ = !store_.Save(name_, loaded_->catalogue);
-    return !changed_;
+    if (!changed_) return Done();
+    Outcome saved = store_.Save(name_, loaded_->catalogue);
+    changed_ = !saved;
+    return saved;
 }
 
 void CatalogueKeeper::Remove(std::span<const std::size_t> entries) {

@@ -12,7 +12,6 @@
 
 namespace sonavel {
 
-// What fails says why in Store().LastError().
 class CatalogueKeeper : public QObject {
     Q_OBJECT
 
@@ -31,16 +30,16 @@ class CatalogueKeeper : public QObject {
 
     // Saves and closes the one before. When that cannot be saved it stays open; when the new one
     // cannot be read none is open.
-    bool Open(std::string name);
+    Outcome Open(std::string name);
     // Of the one that is open.
-    bool Rename(const std::string& name);
-    bool Delete();
+    Outcome Rename(const std::string& name);
+    Outcome Delete();
     // Reads the open one again, if any, with the fields as they are now.
-    bool Reload();
+    Outcome Reload();
 
     // To be called after each change.
     void MarkChanged();
-    bool Save();
+    Outcome Save();
     void Remove(std::span<const std::size_t> entries);
     // Goes through all entries in short turns of the event loop.
     void CheckFiles(Probing probing);
@@ -48,7 +47,7 @@ class CatalogueKeeper : public QObject {
   Q_SIGNALS:
     void EntryChecked(std::size_t entry);  // it is not what it was
     void ChecksDone();
-    void SaveFailed();
+    void SaveFailed(const QString& reason);
 
   private:
     void Close();

@@ -88,8 +88,8 @@ void CatalogueList::Refill() {
 
 bool CatalogueList::MakeNew() {
     const std::string name = keeper_.Store().FreeName();
-    if (!keeper_.Store().Create(name)) {
-        Fail();
+    if (const Outcome made = keeper_.Store().Create(name); !made) {
+        Tell(made);
         return false;
     }
     Q_EMIT Chosen(Utf8Text(name));
@@ -102,10 +102,10 @@ void CatalogueList::RenameTo(QListWidgetItem* item) {
     const QString now = item->text();
     if (before == now) return;
     const bool open = before == Utf8Text(keeper_.Name());
-    const bool renamed =
+    const Outcome renamed =
         open ? keeper_.Rename(now.toStdString())
              : keeper_.Store().Rename(before.toStdString(), now.trimmed().toStdString());
-    if (!renamed) Fail();
+    Tell(renamed);
     // Not from inside the editing of the item that goes.
     QMetaObject::invokeMethod(this, &CatalogueList::Refill, Qt::QueuedConnection);
     if (renamed) Q_EMIT Changed();
@@ -120,18 +120,16 @@ void CatalogueList::DeleteCurrent() {
     if (!prompts_.AskYesNo(question.toStdString(), "Sample File Database")) return;
     const bool open = name == Utf8Text(keeper_.Name());
     if (open) Q_EMIT Closed();
-    const bool deleted = open ? keeper_.Delete() : keeper_.Store().Delete(name.toStdString());
+    const Outcome deleted = open ? keeper_.Delete() : keeper_.Store().Delete(name.toStdString());
     Refill();
-    if (deleted)
-        Q_EMIT Changed();
-    else
-        Fail();
+    if (deleted) Q_EMIT Changed();
+    Tell(deleted);
     if (open && list_->count() > 0 && !keeper_.IsOpen()) list_->setCurrentRow(0);
     if (open && keeper_.IsOpen()) Q_EMIT Chosen(Utf8Text(keeper_.Name()));
 }
 
-void CatalogueList::Fail() {
-    Q_EMIT Failed(Utf8Text(keeper_.Store().LastError()));
+void CatalogueList::Tell(const Outcome& outcome) {
+    if (!outcome) Q_EMIT Failed(Utf8Text(outcome.Reason()));
 }
 
 }  // namespace sonavel

@@ -34,7 +34,7 @@ class CatalogueList : public QWidget {
     QAction* AddAction(const char* icon, const QString& text, const QKeySequence& key);
     void RenameTo(QListWidgetItem* item);
     void DeleteCurrent();
-    void Fail();
+    void Tell(const Outcome& outcome);
 
     CatalogueKeeper& keeper_;
     UserPrompts& prompts_;

@@ -69,24 +69,23 @@ void CatalogueWindow::ConnectParts() {
         if (missingOnly_->isChecked()) model_.SetShown(RowsShown::kMissing);
         UpdateActions();
     });
-    connect(&keeper_, &CatalogueKeeper::SaveFailed, this,
-            [this] { ShowError(Utf8Text(keeper_.Store().LastError())); });
+    connect(&keeper_, &CatalogueKeeper::SaveFailed, this, &CatalogueWindow::ShowError);
     preview_.SetOnStopped([this] { UpdateActions(); });
 }
 
 void CatalogueWindow::OpenCatalogue(const QString& name) {
     table_->clearSelection();
     model_.Show(nullptr);
-    const bool opened = keeper_.Open(name.toStdString());
+    const Outcome opened = keeper_.Open(name.toStdString());
     ShowCurrent();
-    if (!opened) ShowError(name + QStringLiteral(": ") + Utf8Text(keeper_.Store().LastError()));
+    TellOf(name, opened);
 }
 
 void CatalogueWindow::Reload() {
     model_.Show(nullptr);
-    const bool read = keeper_.Reload();
+    const Outcome read = keeper_.Reload();
     ShowCurrent();
-    if (!read) ShowError(Utf8Text(keeper_.Store().LastError()));
+    Tell(read);
 }
 
 void CatalogueWindow::ShowCurrent() {
@@ -137,7 +136,7 @@ void CatalogueWindow::StorePlace() {
 void CatalogueWindow::closeEvent(QCloseEvent* event) {
     preview_.Stop();
     StorePlace();
-    if (!keeper_.Save()) ShowError(Utf8Text(keeper_.Store().LastError()));
+    Tell(keeper_.Save());
     event->accept();
 }
 

@@ -94,6 +94,9 @@ class CatalogueWindow : public QWidget {
     void UpdateCounts();
     void ShowNote(const QString& text, NoteKind kind = NoteKind::kNews);
     void ShowError(const QString& text) { ShowNote(text, NoteKind::kError); }
+    // Why something was not done, if it was not.
+    void Tell(const Outcome& outcome);
+    void TellOf(const QString& name, const Outcome& outcome);
 
     HostServices services_;
     OpenSound openSound_;

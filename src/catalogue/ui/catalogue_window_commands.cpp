@@ -121,12 +121,10 @@ void CatalogueWindow::PlayCurrent() {
     const std::optional<std::size_t> entry = CurrentEntry();
     if (!entry) return;
     const std::string path = keeper_.Current().At(*entry).path;
-    const bool playing = preview_.Play(path, services_.folder);
+    const Outcome playing = preview_.Play(path, services_.folder);
     const QString name = NameOf(FileText(path));
-    if (playing)
-        ShowNote(tr("Playing %1").arg(name));
-    else
-        ShowError(name + QStringLiteral(": ") + Utf8Text(preview_.LastError()));
+    if (playing) ShowNote(tr("Playing %1").arg(name));
+    TellOf(name, playing);
     UpdateActions();
 }
 
@@ -184,8 +182,8 @@ void CatalogueWindow::EditFields() {
 
 void CatalogueWindow::DefineFields(const QString& names) {
     const std::vector<std::string> fields = FieldNamesFrom(names.toStdString());
-    if (!keeper_.Save() || !keeper_.Store().SetFieldNames(fields))
-        return ShowError(Utf8Text(keeper_.Store().LastError()));
+    if (const Outcome saved = keeper_.Save(); !saved) return Tell(saved);
+    if (const Outcome named = keeper_.Store().SetFieldNames(fields); !named) return Tell(named);
     Reload();
 }
 

@@ -5,6 +5,7 @@
 #include "catalogue/ui/catalogue_icons.h"
 #include "catalogue/ui/catalogue_window.h"
 #include "platform/qt/file_names.h"
+#include "platform/qt/utf8_text.h"
 
 namespace sonavel {
 
@@ -98,6 +99,14 @@ void CatalogueWindow::UpdateCounts() {
     if (const std::size_t selected = SelectedEntries().size(); selected > 1)
         parts << tr("%1 selected").arg(number(selected));
     counts_->setText(parts.join(QStringLiteral(", ")));
+}
+
+void CatalogueWindow::Tell(const Outcome& outcome) {
+    if (!outcome) ShowError(Utf8Text(outcome.Reason()));
+}
+
+void CatalogueWindow::TellOf(const QString& name, const Outcome& outcome) {
+    if (!outcome) ShowError(name + QStringLiteral(": ") + Utf8Text(outcome.Reason()));
 }
 
 void CatalogueWindow::ShowNote(const QString& text, NoteKind kind) {
