@@ -27,11 +27,11 @@ SaveAsChoice CSoundDoc::SaveAsItIs(const std::filesystem::path& path) const {
 }
 
 std::string CSoundDoc::SaveWarning(const std::filesystem::path& path) const {
-    return SaveWarning(SaveAsItIs(path));
+    return IsOrigin(path) ? std::string() : SaveWarning(SaveAsItIs(path));
 }
 
 bool CSoundDoc::SaveCutsSound(const std::filesystem::path& path) const {
-    return LossOf(sound_, SaveAsItIs(path)).cutsSound;
+    return !IsOrigin(path) && LossOf(sound_, SaveAsItIs(path)).cutsSound;
 }
 
 std::string CSoundDoc::SaveWarning(const SaveAsChoice& choice) const {

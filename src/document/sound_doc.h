@@ -13,6 +13,7 @@
 #include "audio/wave_player.h"
 #include "document/document_options.h"
 #include "document/document_questions.h"
+#include "document/import_origin.h"
 #include "document/sound_edit.h"
 #include "document/undo_history.h"
 #include "platform/host_services.h"
@@ -51,7 +52,10 @@ class CSoundDoc {
     // Reads by extension: the text from the first "." of the path on. On failure the sound is
     // unchanged.
     Outcome OpenDocument(const std::filesystem::path& path);
-    // Writes by extension; takes the path as its own on success. A WAV save while marker saving is
+    // Reads any sound file, by its content, and keeps what the file holds beside its samples.
+    Outcome ImportDocument(const std::filesystem::path& path, const ImportChoice& choice);
+    // An imported document's own path is written in the format that it came in, once the person has
+    // accepted what that loses. Else writes by extension; takes the path as its own on success. A WAV save while marker saving is
     // off writes the file and still fails.
     Outcome SaveDocument(const std::filesystem::path& path);
     // What of the sound a save under that path would leave out, or lose when the file is read
@@ -74,7 +78,19 @@ class CSoundDoc {
     bool GetModified() const { return sound_.GetModified(); }
     void SetModified(bool modified);
 
+    // Whether it was imported, and not saved as another file since.
+    bool IsImported() const { return origin_.has_value(); }
+    // "FLAC, 24 bit, 96,000 Hz" and what was missing; empty of what was not imported.
+    std::string OriginLine() const;
+
     // --- Contents
+
+    // Of a foreign file, and what was set since; no other documents have any.
+    const std::vector<SoundTag>& Tags() const { return extras_.tags; }
+    // An empty value removes the tag. Marks the document modified.
+    void SetTag(std::string_view key, std::string_view value);
+    // Tags and foreign chunks.
+    const SoundExtras& Extras() const { return extras_; }
 
     CWavePlayer& Sound() { return sound_; }
     const CWavePlayer& Sound() const { return sound_; }
@@ -147,6 +163,9 @@ class CSoundDoc {
   private:
     Outcome ReadFile(const std::filesystem::path& path, std::string_view extension);
     Outcome WriteFile(const std::filesystem::path& path, std::string_view extension);
+    Outcome SaveLikeOrigin();
+    Outcome AskAboutLosses();
+    bool IsOrigin(const std::filesystem::path& path) const { return origin_ && path == path_; }
     SaveAsChoice SaveAsItIs(const std::filesystem::path& path) const;
     Outcome ConvertForSave(const SaveAsChoice& choice);
     void TakePath(const std::filesystem::path& path);
@@ -168,6 +187,8 @@ class CSoundDoc {
     std::string previewTitlePrefix_;
     std::filesystem::path path_;
     std::string title_;
+    std::optional<ImportOrigin> origin_;
+    SoundExtras extras_;  // without markers, which are the sound's
     std::optional<SoundEdit> recordingEdit_;
     std::optional<MarkerList> markersBefore_;  // the marker edit that goes on
 };

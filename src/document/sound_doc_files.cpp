@@ -25,6 +25,8 @@ Outcome CSoundDoc::OpenDocument(const std::filesystem::path& path) {
     Outcome read = ReadFile(path, extension);
     if (read) {
         TakePath(path);
+        origin_.reset();
+        extras_ = {};
         ForgetHistory();
         TellChanged(0);
         SetModified(false);
@@ -44,11 +46,13 @@ Outcome CSoundDoc::ReadFile(const std::filesystem::path& path, std::string_view 
 }
 
 Outcome CSoundDoc::SaveDocument(const std::filesystem::path& path) {
+    if (IsOrigin(path)) return SaveLikeOrigin();
     const std::string extension = ExtensionFromFirstDot(path);
     if (extension.empty() || extension.size() == path.string().size())
         return Failed("The file name has no extension.");
     if (Outcome written = WriteFile(path, extension); !written) return written;
     TakePath(path);
+    origin_.reset();
     TellTitleOrModified();
     return Done();
 }

@@ -10,12 +10,16 @@
 
 namespace sonavel {
 
+class SoundCodecs;
+
 struct HostServices {
     UserPrompts& prompts;
     ProgressFactory& progress;
     WaveClipboard& clipboard;
     WaveDevices& devices;
     const ProgramFolder& folder;
+    // Decoders and encoders of foreign formats; null where there are none.
+    const SoundCodecs* codecs = nullptr;
 };
 
 }  // namespace sonavel

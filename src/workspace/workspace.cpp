@@ -90,6 +90,13 @@ Outcome Workspace::OpenDocument(const std::filesystem::path& path) {
     return Done();
 }
 
+Outcome Workspace::ImportDocument(const std::filesystem::path& path, const ImportChoice& choice) {
+    std::unique_ptr<OpenSound> sound = MakeSound();
+    if (Outcome imported = sound->document->ImportDocument(path, choice); !imported) return imported;
+    Add(std::move(sound));
+    return Done();
+}
+
 void Workspace::NewDocumentFromSound(Sound&& copy, std::string_view titlePrefix) {
     std::unique_ptr<OpenSound> sound = MakeSound();
     sound->document->Sound().Adopt(std::move(copy));

@@ -62,6 +62,7 @@ class Workspace : public ViewHost {
     // were.
     Outcome NewDocument(const NewSoundChoice& format);
     Outcome OpenDocument(const std::filesystem::path& path);
+    Outcome ImportDocument(const std::filesystem::path& path, const ImportChoice& choice);
     // Titled with the prefix and the next number of that prefix.
     void NewDocumentFromSound(Sound&& sound, std::string_view titlePrefix);
     Outcome NewDocumentFromClip() override;

@@ -29,9 +29,9 @@ struct WavParts {
     std::uint32_t rate = 8000;
     unsigned bits = 16;
     unsigned blockAlign = 2;
-    FileBytes beforeData;  // whole chunks
-    FileBytes data;
-    FileBytes behindData;
+    FileBytes beforeData{};  // whole chunks
+    FileBytes data{};
+    FileBytes behindData{};
 };
 
 inline FileBytes WavFormatBytes(const WavParts& parts) {
@@ -60,8 +60,8 @@ struct AiffParts {
     std::uint32_t frames = 0;
     unsigned bits = 16;
     FileBytes rate = {0x40, 0x0B, 0xFA, 0, 0, 0, 0, 0, 0, 0};  // 8000
-    FileBytes beforeCommon;
-    FileBytes data;
+    FileBytes beforeCommon{};
+    FileBytes data{};
 };
 
 inline FileBytes AiffCommonBytes(const AiffParts& parts) {

@@ -1,0 +1,137 @@
+#include "exchange/import_sink.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+#include "exchange/sample_packing.h"
+#include "platform/failure_texts.h"
+
+namespace sonavel {
+namespace {
+
+constexpr std::size_t kLeastRoomBytes = std::size_t{1} << 20;
+
+unsigned BitsOf(FrameSamples samples) {
+    return static_cast<unsigned>(8 * BytesPerSample(samples));
+}
+
+// What becomes of the channels; nothing where they stay as they are.
+std::optional<ChannelMatrix> MatrixFor(const ImportChoice& choice,
+                                       const SoundFileDescription& file) {
+    if (choice.matrix) return choice.matrix;
+    const unsigned first[] = {0}, second[] = {file.channels > 1 ? 1u : 0u};
+    switch (choice.channels) {
+        case ImportChannels::kKeep:
+            break;
+        case ImportChannels::kMono:
+            if (file.channels == 1) return std::nullopt;
+            return MixToMono(file.speakers, file.channels);
+        case ImportChannels::kLeft:
+            if (file.channels == 1) return std::nullopt;
+            return PickChannels(first, file.channels);
+        case ImportChannels::kRight:
+            if (file.channels == 1) return std::nullopt;
+            return PickChannels(second, file.channels);
+    }
+    if (file.channels <= 2) return std::nullopt;
+    return MixToStereo(file.speakers, file.channels);
+}
+
+bool Fits(const ChannelMatrix& matrix, unsigned channels) {
+    const auto fits = [channels](const std::vector<float>& row) { return row.size() == channels; };
+    return (matrix.rows.size() == 1 || matrix.rows.size() == 2) &&
+           std::ranges::all_of(matrix.rows, fits);
+}
+
+}  // namespace
+
+ImportSink::ImportSink(const ImportChoice& choice, const TransferHost& host) : choice_(choice) {
+    if (!host.progress) return;
+    window_ = host.progress->CreateProgress("Import Sound");
+    window_->SetRange(0, 100);
+}
+
+GoOn ImportSink::Watch() {
+    return window_ && window_->Poll() ? GoOn::kNo : GoOn::kYes;
+}
+
+Outcome ImportSink::Begin(const SoundFileHead& head) {
+    head_ = head;
+    const SoundFileDescription& file = head.description;
+    matrix_ = MatrixFor(choice_, file);
+    if (matrix_ && !Fits(*matrix_, file.channels))
+        return Failed("The channels that were chosen are not those of the file.");
+    const unsigned bits = matrix_ ? BitsOf(FrameSamples::kFloat32) : BitsOf(file.samples);
+    const auto channels =
+        matrix_ ? static_cast<unsigned>(matrix_->rows.size()) : static_cast<unsigned>(file.channels);
+    format_ = MakeSoundFormat(channels, bits, file.rate);
+    return IsEditable(format_) ? Done() : Failed("The file holds no sound.");
+}
+
+// More than is asked for, so that a sound of unknown length is not moved for every piece; pages
+// that nothing is written to cost nothing.
+bool ImportSink::Reserve(std::size_t bytes) {
+    const std::size_t needed = takenBytes_ + bytes;
+    if (needed <= samples_.Size()) return true;
+    const std::uint64_t most = MostSoundBytes(format_);
+    if (needed > most) return false;
+    const std::size_t wanted = std::max({needed, takenBytes_ + takenBytes_ / 2, kLeastRoomBytes});
+    return samples_.ReAllocBuffer(static_cast<std::size_t>(std::min<std::uint64_t>(wanted, most)));
+}
+
+std::span<std::uint8_t> ImportSink::Room(std::size_t bytes) {
+    if (matrix_ || !Reserve(bytes)) return {};
+    return samples_.Bytes().subspan(takenBytes_, bytes);
+}
+
+Outcome ImportSink::Take(std::span<const std::uint8_t> frames) {
+    takenFrames_ += frames.size() / std::max<std::size_t>(head_.description.BytesPerFrame(), 1);
+    ShowProgress();
+    if (matrix_) return Mix(frames);
+    if (!Reserve(frames.size())) return Failed(failure::kMemory);
+    std::uint8_t* to = samples_.Data() + takenBytes_;
+    if (frames.data() != to) std::memcpy(to, frames.data(), frames.size());
+    takenBytes_ += frames.size();
+    return Done();
+}
+
+Outcome ImportSink::Mix(std::span<const std::uint8_t> frames) {
+    const SoundFileDescription& file = head_.description;
+    const std::size_t count = frames.size() / BytesPerSample(file.samples);
+    floats_.resize(count);
+    const std::span<float> floats = floats_;
+    PackSamples(frames, file.samples, {.depth = EncodedDepth::kFloat32},
+                {reinterpret_cast<std::uint8_t*>(floats.data()), floats.size_bytes()});
+    const std::size_t mixed = count / file.channels * matrix_->rows.size();
+    if (!Reserve(mixed * sizeof(float))) return Failed(failure::kMemory);
+    auto* to = reinterpret_cast<float*>(samples_.Data() + takenBytes_);
+    ApplyMatrix(*matrix_, floats, {to, mixed});
+    // Bytes of a sound count down from its greatest value, those of a file up.
+    if (file.samples == FrameSamples::kUnsigned8)
+        std::transform(to, to + mixed, to, [](float value) { return -value; });
+    takenBytes_ += mixed * sizeof(float);
+    return Done();
+}
+
+void ImportSink::ShowProgress() {
+    const SoundFileDescription& file = head_.description;
+    if (!window_ || file.counted == FrameCount::kUnknown || file.frames == 0) return;
+    const std::uint64_t done = std::min(takenFrames_, file.frames);
+    window_->SetPosition(static_cast<int>(static_cast<double>(done) * 100 /
+                                          static_cast<double>(file.frames)));
+}
+
+Result<Sound> ImportSink::TakeSound() {
+    samples_.ReAllocBuffer(takenBytes_);
+    Sound sound(format_, std::move(samples_));
+    const FrameSamples in = head_.description.samples;
+    const bool wasFloat = in == FrameSamples::kFloat32;
+    const unsigned bits = !wasFloat ? BitsOf(in)
+                          : choice_.depth == ImportDepth::kRoundTo16 ? 16u
+                                                                     : sound.GetBits();
+    if (bits != sound.GetBits() && !sound.ConvertBits(bits)) return Failed(failure::kMemory);
+    return sound;
+}
+
+}  // namespace sonavel

@@ -1,0 +1,42 @@
+// Builds a sound from the frames of a decoder, in the channels that were chosen.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "exchange/sound_import.h"
+#include "platform/progress_window.h"
+#include "sound/sound_buffer.h"
+
+namespace sonavel {
+
+class ImportSink : public FrameSink {
+  public:
+    ImportSink(const ImportChoice& choice, const TransferHost& host);
+
+    GoOn Watch() override;
+    Outcome Begin(const SoundFileHead& head) override;
+    std::span<std::uint8_t> Room(std::size_t bytes) override;
+    Outcome Take(std::span<const std::uint8_t> frames) override;
+
+    const SoundFileHead& Head() const { return head_; }
+    // What was taken, in the depth that was chosen. Fails when the memory cannot be had.
+    Result<Sound> TakeSound();
+
+  private:
+    bool Reserve(std::size_t bytes);
+    Outcome Mix(std::span<const std::uint8_t> frames);
+    void ShowProgress();
+
+    const ImportChoice& choice_;
+    std::unique_ptr<ProgressWindow> window_;
+    SoundFileHead head_;
+    std::optional<ChannelMatrix> matrix_;  // none where the channels are taken as they are
+    PcmFormat format_;                     // of what lies in the buffer
+    SoundBuffer samples_;                  // longer than what was taken
+    std::size_t takenBytes_ = 0;
+    std::uint64_t takenFrames_ = 0;
+    std::vector<float> floats_;
+};
+
+}  // namespace sonavel
