@@ -1,5 +1,7 @@
 #include "view/sound_view.h"
 
+#include <utility>
+
 namespace sonavel {
 namespace {
 
@@ -21,7 +23,8 @@ CSoundView::~CSoundView() {
 
 void CSoundView::Show(int width, int height) {
     TakeSettings();
-    extremes_.Rebuild(Sound(), 0);
+    extremes_.NoteChange(0);
+    channels_ = Sound().GetChannels();
     state_.Show(settings_.Geometry(width, height), OpeningOf(document_.Options()));
 }
 
@@ -54,11 +57,17 @@ void CSoundView::ShowStatusFormat(StatusFormat format) {
     repaint_.Window().OnSelectionChanged();
 }
 
+const BlockExtremes& CSoundView::Extremes() const {
+    extremes_.Refresh(Sound());
+    return extremes_;
+}
+
 // --- The document
 
 void CSoundView::OnSoundChanged(std::uint32_t firstChangedFrame) {
-    const bool otherLanes = extremes_.Channels() != Sound().GetChannels();
-    extremes_.Rebuild(Sound(), firstChangedFrame);
+    const unsigned channels = Sound().GetChannels();
+    const bool otherLanes = std::exchange(channels_, channels) != channels;
+    extremes_.NoteChange(otherLanes ? 0 : firstChangedFrame);
     state_.ClampToSound();
     playing_.RefreshPlayState();
     if (state_.IsShown())

@@ -42,7 +42,9 @@ class CSoundView : public DocumentObserver {
     const ViewZoom& Zoom() const { return state_.Zoom(); }
     PlayFollower& Playing() { return playing_; }
     const PlayFollower& Playing() const { return playing_; }
-    const BlockExtremes& Extremes() const { return extremes_; }
+    // Of the sound as it is now: what has changed is read when it is asked for, so that several
+    // edits in a row, or edits that nobody looks at, read the sound once or never.
+    const BlockExtremes& Extremes() const;
     const RepaintNotes& Repaint() const { return repaint_; }
 
     // --- Sizes
@@ -67,7 +69,8 @@ class CSoundView : public DocumentObserver {
 
     // --- From the document
 
-    // Rebuilds the extremes from this frame on, as after an edit through the document.
+    // Notes that the extremes have changed from this frame on, as after an edit through the
+    // document.
     void OnSoundChanged(std::uint32_t firstChangedFrame) override;
     void OnTitleOrModifiedChanged() override {}
     void OnWaiting(Waiting waiting) override;
@@ -79,7 +82,8 @@ class CSoundView : public DocumentObserver {
     ViewHost& host_;
     RepaintNotes repaint_;
     ViewSettings settings_;
-    BlockExtremes extremes_;
+    mutable BlockExtremes extremes_;
+    unsigned channels_ = 0;  // as last shown
     ViewState state_{document_.Sound(), repaint_};
     PlayFollower playing_{document_, state_, settings_, repaint_};
 };

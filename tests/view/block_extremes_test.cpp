@@ -17,9 +17,7 @@ SampleExtremes BlockByAccessor(const CWave& wave, unsigned channel, std::uint32_
     return extremes;
 }
 
-// Rebuilds the extremes from a frame on and compares all of them.
-void ExpectRebuilt(const CWave& wave, BlockExtremes& extremes, std::uint32_t firstChanged) {
-    extremes.Rebuild(wave, firstChanged);
+void ExpectExtremesOf(const CWave& wave, const BlockExtremes& extremes) {
     ASSERT_EQ(extremes.BlockCount(), (wave.GetFrameCount() + 255) / 256);
     for (unsigned channel = 0; channel < wave.GetChannels(); ++channel) {
         for (std::uint32_t block = 0; block < extremes.BlockCount(); ++block) {
@@ -29,6 +27,12 @@ void ExpectRebuilt(const CWave& wave, BlockExtremes& extremes, std::uint32_t fir
                 << "channel " << channel << " block " << block;
         }
     }
+}
+
+// Rebuilds the extremes from a frame on and compares all of them.
+void ExpectRebuilt(const CWave& wave, BlockExtremes& extremes, std::uint32_t firstChanged) {
+    extremes.Rebuild(wave, firstChanged);
+    ExpectExtremesOf(wave, extremes);
 }
 
 TEST(BlockExtremes, RebuildReadsFromTheChangedFrameOn) {
@@ -41,6 +45,23 @@ TEST(BlockExtremes, RebuildReadsFromTheChangedFrameOn) {
     ExpectRebuilt(sound.wave, extremes, 3000);
     ASSERT_TRUE(sound.wave.RemoveFrames(1500, 4000));
     ExpectRebuilt(sound.wave, extremes, 1500);
+}
+
+TEST(BlockExtremes, SeveralChangesAreReadOnceFromTheFirstOfThemOn) {
+    RandomSound sound(2, 16, 6000);
+    BlockExtremes extremes;
+    ExpectRebuilt(sound.wave, extremes, 0);
+    const std::uint64_t revision = extremes.Revision();
+    ASSERT_TRUE(sound.wave.RemoveFrames(5000, 6000));
+    extremes.NoteChange(5000);
+    sound.Scramble(1000, 1200, 9);
+    extremes.NoteChange(1000);
+    ASSERT_TRUE(sound.wave.GrowWithSilence(7000));
+    extremes.NoteChange(5000);
+    extremes.Refresh(sound.wave);
+    ExpectExtremesOf(sound.wave, extremes);
+    extremes.Refresh(sound.wave);
+    EXPECT_EQ(extremes.Revision(), revision + 1);
 }
 
 TEST(BlockExtremes, AnotherFormatIsReadFromTheStart) {

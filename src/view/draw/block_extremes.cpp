@@ -19,6 +19,7 @@ SampleExtremes ExtremesOfBlocks(std::span<const std::int32_t> maxima,
 
 void BlockExtremes::Rebuild(const Sound& wave, std::int64_t firstChangedFrame) {
     ++revision_;
+    changedFrom_ = kNothing;
     const unsigned channels = std::clamp(wave.GetChannels(), 1u, 2u);
     if (channels != channels_ || wave.GetBits() != bits_) firstChangedFrame = 0;
     channels_ = channels;
@@ -33,6 +34,14 @@ void BlockExtremes::Rebuild(const Sound& wave, std::int64_t firstChangedFrame) {
     VisitSampleType(bits_, [&](auto type) {
         RebuildFrom<decltype(type)>(SamplesOf<decltype(type)>(wave.Bytes()), firstBlock);
     });
+}
+
+void BlockExtremes::NoteChange(std::int64_t firstChangedFrame) {
+    changedFrom_ = std::min(changedFrom_, firstChangedFrame);
+}
+
+void BlockExtremes::Refresh(const Sound& wave) {
+    if (changedFrom_ != kNothing) Rebuild(wave, changedFrom_);
 }
 
 void BlockExtremes::Resize(std::size_t count) {

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <span>
 #include <vector>
 
@@ -21,6 +22,10 @@ class BlockExtremes {
     // partial block included; all of them when channel count or sample width are others than
     // before.
     void Rebuild(const Sound& wave, std::int64_t firstChangedFrame);
+    // Remembers that frames from this one on have changed, without a look at them.
+    void NoteChange(std::int64_t firstChangedFrame);
+    // Rebuilds what was noted as changed since, if anything.
+    void Refresh(const Sound& wave);
 
     // Counts the rebuilds: another number than before means another content.
     std::uint64_t Revision() const { return revision_; }
@@ -47,6 +52,9 @@ class BlockExtremes {
     template <class Type>
     void RebuildFrom(std::span<const typename Type::Stored> samples, std::size_t firstBlock);
 
+    static constexpr std::int64_t kNothing = std::numeric_limits<std::int64_t>::max();
+
+    std::int64_t changedFrom_ = kNothing;
     std::uint64_t revision_ = 0;
     unsigned channels_ = 0;
     unsigned bits_ = 0;
