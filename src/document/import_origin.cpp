@@ -45,8 +45,7 @@ std::vector<std::string> LossesOfSaving(const SoundFileDescription& description,
     std::vector<std::string> losses = LossesOf(description.kind, extras);
     if (description.channels > 2)
         losses.push_back("Of the file's " + std::to_string(description.channels) +
-                         " channels only " + std::to_string(sound.GetChannels()) +
-                         " are written");
+                         " channels only " + std::to_string(sound.GetChannels()) + " are written");
     if (IsLossy(description.kind)) {
         losses.push_back("Each save as " + description.format + " takes away from the sound");
         return losses;

@@ -55,8 +55,8 @@ class CSoundDoc {
     // Reads any sound file, by its content, and keeps what the file holds beside its samples.
     Outcome ImportDocument(const std::filesystem::path& path, const ImportChoice& choice);
     // An imported document's own path is written in the format that it came in, once the person has
-    // accepted what that loses. Else writes by extension; takes the path as its own on success. A WAV save while marker saving is
-    // off writes the file and still fails.
+    // accepted what that loses. Else writes by extension; takes the path as its own on success. A
+    // WAV save while marker saving is off writes the file and still fails.
     Outcome SaveDocument(const std::filesystem::path& path);
     // What of the sound a save under that path would leave out, or lose when the file is read
     // again; empty for nothing.

@@ -9,13 +9,12 @@ namespace sonavel {
 
 Outcome CSoundDoc::ImportDocument(const std::filesystem::path& path, const ImportChoice& choice) {
     StopPlaying();
-    Result<ImportedSound> imported =
-        ImportSound(path, services_.codecs, choice, sound_.FileHost());
+    Result<ImportedSound> imported = ImportSound(path, services_.codecs, choice, sound_.FileHost());
     if (!imported) return imported.Ended();
     sound_.Adopt(std::move(imported->sound));
     TakePath(path);
-    origin_ = ImportOrigin{imported->description,
-                           ImportLine(imported->description, imported->extras)};
+    origin_ =
+        ImportOrigin{imported->description, ImportLine(imported->description, imported->extras)};
     extras_ = std::move(imported->extras);
     ForgetHistory();
     TellChanged(0);
@@ -58,9 +57,8 @@ Outcome CSoundDoc::SaveLikeOrigin() {
         return Failed(origin_->description.format +
                       " files cannot be written. Save As writes the sound in another format.");
     if (Outcome accepted = AskAboutLosses(); !accepted) return accepted;
-    if (Outcome written =
-            WriteForeignFile(path_, sound_, RequestLike(origin_->description), extras_,
-                             services_.codecs, sound_.FileHost());
+    if (Outcome written = WriteForeignFile(path_, sound_, RequestLike(origin_->description),
+                                           extras_, services_.codecs, sound_.FileHost());
         !written)
         return written;
     sound_.SetModified(false);

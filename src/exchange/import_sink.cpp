@@ -63,8 +63,8 @@ Outcome ImportSink::Begin(const SoundFileHead& head) {
     if (matrix_ && !Fits(*matrix_, file.channels))
         return Failed("The channels that were chosen are not those of the file.");
     const unsigned bits = matrix_ ? BitsOf(FrameSamples::kFloat32) : BitsOf(file.samples);
-    const auto channels =
-        matrix_ ? static_cast<unsigned>(matrix_->rows.size()) : static_cast<unsigned>(file.channels);
+    const auto channels = matrix_ ? static_cast<unsigned>(matrix_->rows.size())
+                                  : static_cast<unsigned>(file.channels);
     format_ = MakeSoundFormat(channels, bits, file.rate);
     return IsEditable(format_) ? Done() : Failed("The file holds no sound.");
 }
@@ -118,8 +118,8 @@ void ImportSink::ShowProgress() {
     const SoundFileDescription& file = head_.description;
     if (!window_ || file.counted == FrameCount::kUnknown || file.frames == 0) return;
     const std::uint64_t done = std::min(takenFrames_, file.frames);
-    window_->SetPosition(static_cast<int>(static_cast<double>(done) * 100 /
-                                          static_cast<double>(file.frames)));
+    window_->SetPosition(
+        static_cast<int>(static_cast<double>(done) * 100 / static_cast<double>(file.frames)));
 }
 
 Result<Sound> ImportSink::TakeSound() {
@@ -127,7 +127,7 @@ Result<Sound> ImportSink::TakeSound() {
     Sound sound(format_, std::move(samples_));
     const FrameSamples in = head_.description.samples;
     const bool wasFloat = in == FrameSamples::kFloat32;
-    const unsigned bits = !wasFloat ? BitsOf(in)
+    const unsigned bits = !wasFloat                                  ? BitsOf(in)
                           : choice_.depth == ImportDepth::kRoundTo16 ? 16u
                                                                      : sound.GetBits();
     if (bits != sound.GetBits() && !sound.ConvertBits(bits)) return Failed(failure::kMemory);

@@ -21,7 +21,8 @@ bool IsCutShort(const std::filesystem::path& path) try {
     BytesOfFile bytes;
     if (!bytes.Open(path)) return false;
     const ChunkMap map = MapChunks(bytes);
-    const ChunkPlace* data = map.container == ChunkContainer::kRiff ? map.Find(kDataChunk) : nullptr;
+    const ChunkPlace* data =
+        map.container == ChunkContainer::kRiff ? map.Find(kDataChunk) : nullptr;
     return data && data->statedBytes > data->sizeBytes && data->statedBytes != kOpenEnd;
 } catch (const std::bad_alloc&) {
     return false;

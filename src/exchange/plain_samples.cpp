@@ -143,8 +143,8 @@ std::optional<PlainSound> FindInWave(RandomBytes& bytes, const ChunkMap& map) {
     const ChunkPlace* format = map.Find(kFormatChunk);
     const ChunkPlace* data = map.Find(kDataChunk);
     if (!format || !data) return std::nullopt;
-    const auto content = bytes.Part(format->dataOffset, std::min<std::uint64_t>(
-                                                            format->sizeBytes, 40));
+    const auto content =
+        bytes.Part(format->dataOffset, std::min<std::uint64_t>(format->sizeBytes, 40));
     const ChunkFields fields(content, map.Order());
     const auto numbers = NumbersOfWave(fields, map.Order());
     if (!numbers) return std::nullopt;
@@ -153,8 +153,7 @@ std::optional<PlainSound> FindInWave(RandomBytes& bytes, const ChunkMap& map) {
     sound.description.channels = fields.U16(2);
     sound.description.rate = fields.U32(4);
     if (fields.U16(0) == kExtensibleTag)
-        sound.description.speakers =
-            SpeakersOfMask(fields.U32(20), sound.description.channels);
+        sound.description.speakers = SpeakersOfMask(fields.U32(20), sound.description.channels);
     sound.numbers = *numbers;
     return Settle(std::move(sound), *data, 0);
 }
@@ -193,8 +192,7 @@ std::optional<PlainSound> FindInAiff(RandomBytes& bytes, const ChunkMap& map) {
     const std::vector<std::uint8_t> content = bytes.Part(common->dataOffset, 22);
     const ChunkFields fields(content, ByteOrder::kBig);
     const bool hasType = common->sizeBytes >= 22;
-    const auto numbers =
-        NumbersOfType(hasType ? fields.Id(18) : MakeFourCc("NONE"), fields.U16(6));
+    const auto numbers = NumbersOfType(hasType ? fields.Id(18) : MakeFourCc("NONE"), fields.U16(6));
     if (!numbers || fields.U16(6) % 8 != 0) return std::nullopt;
     PlainSound sound;
     sound.description.kind = SoundFileKind::kAiff;
@@ -225,8 +223,7 @@ std::span<std::uint8_t> RoomFor(std::size_t bytes, FrameSink& sink,
 
 std::optional<PlainSound> FindPlainSound(RandomBytes& bytes, const ChunkMap& map) {
     if (map.container == ChunkContainer::kNone) return std::nullopt;
-    return map.container == ChunkContainer::kAiff ? FindInAiff(bytes, map)
-                                                  : FindInWave(bytes, map);
+    return map.container == ChunkContainer::kAiff ? FindInAiff(bytes, map) : FindInWave(bytes, map);
 }
 
 std::uint64_t UnpackSamples(std::span<const std::uint8_t> from, const PlainNumbers& numbers,

@@ -52,8 +52,8 @@ Outcome WriteForeignFile(const std::filesystem::path& path, const Sound& sound,
     request.frames = sound.GetDataSize() / request.BytesPerFrame();
     request.tags = extras.tags;
     extras.markers = ChaptersOf(sound.Markers());
-    SoundFrames frames(sound.Bytes().first(request.frames * request.BytesPerFrame()),
-                       "Save Sound", host);
+    SoundFrames frames(sound.Bytes().first(request.frames * request.BytesPerFrame()), "Save Sound",
+                       host);
     if (IsWrittenHere(request.kind)) return WriteSoundFile(path, request, extras, frames);
     if (!codecs) return Failed("Writing this file needs the program sonavel-codec.");
     return codecs->Encode(path, request, frames);

@@ -34,8 +34,8 @@ class SoundFrames : public FrameSource {
 };
 
 // Writes the whole sound into a file beside `path` and renames it over it: here, or by `codecs`
-// where the kind of file needs an encoder. Of the request the kind, the depth and the quality count;
-// markers are the sound's, tags and chunks those of the extras.
+// where the kind of file needs an encoder. Of the request the kind, the depth and the quality
+// count; markers are the sound's, tags and chunks those of the extras.
 Outcome WriteForeignFile(const std::filesystem::path& path, const Sound& sound,
                          EncodeRequest request, SoundExtras extras, const SoundCodecs* codecs,
                          const TransferHost& host);

@@ -92,7 +92,8 @@ Outcome Workspace::OpenDocument(const std::filesystem::path& path) {
 
 Outcome Workspace::ImportDocument(const std::filesystem::path& path, const ImportChoice& choice) {
     std::unique_ptr<OpenSound> sound = MakeSound();
-    if (Outcome imported = sound->document->ImportDocument(path, choice); !imported) return imported;
+    if (Outcome imported = sound->document->ImportDocument(path, choice); !imported)
+        return imported;
     Add(std::move(sound));
     return Done();
 }

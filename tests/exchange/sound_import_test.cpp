@@ -24,10 +24,10 @@ constexpr float kValues[] = {0.5f, -1.0f, 0.25f};
 FileBytes Numbers(unsigned bytes, bool isFloat, bool isBig) {
     FileBytes all;
     for (const float value : kValues) {
-        std::uint64_t number = isFloat && bytes == 8 ? std::bit_cast<std::uint64_t>(double{value})
-                               : isFloat             ? std::bit_cast<std::uint32_t>(value)
-                                         : static_cast<std::uint64_t>(
-                                               std::llround(std::ldexp(value, 8 * bytes - 1)));
+        std::uint64_t number =
+            isFloat && bytes == 8 ? std::bit_cast<std::uint64_t>(double{value})
+            : isFloat             ? std::bit_cast<std::uint32_t>(value)
+                      : static_cast<std::uint64_t>(std::llround(std::ldexp(value, 8 * bytes - 1)));
         for (unsigned i = 0; i < bytes; ++i)
             all.push_back(static_cast<std::uint8_t>(number >> 8 * (isBig ? bytes - 1 - i : i)));
     }
@@ -45,9 +45,9 @@ FileBytes Aifc(std::string_view type, unsigned bytes, bool isFloat, bool isBig) 
     FileBytes common = AiffCommonBytes(parts) + BytesOf(type) + FileBytes{0, 0};
     common[7] = 24;
     const auto soundBytes = static_cast<std::uint32_t>(parts.data.size() + 8);
-    return AiffFormBytes(
-        common + ByteBuilder().Text("SSND").Big32(soundBytes).Big32(0).Big32(0).Bytes() +
-        parts.data);
+    return AiffFormBytes(common +
+                         ByteBuilder().Text("SSND").Big32(soundBytes).Big32(0).Big32(0).Bytes() +
+                         parts.data);
 }
 
 // A decoder of a file of four channels, whose samples are what the test says.
@@ -183,8 +183,7 @@ TEST_F(SoundImportTest, ChannelsAreTakenAsChosen) {
 
 TEST_F(SoundImportTest, BytesOfManyChannelsKeepTheirSign) {
     WavParts parts{.channels = 2, .bits = 8, .blockAlign = 2, .data = {0xFF, 0x10, 0x00, 0x10}};
-    const Result<ImportedSound> left =
-        Import(WavBytes(parts), {.channels = ImportChannels::kLeft});
+    const Result<ImportedSound> left = Import(WavBytes(parts), {.channels = ImportChannels::kLeft});
     ASSERT_TRUE(left);
     EXPECT_THAT((*left).sound.Bytes(), ElementsAre(0xFF, 0x00));
 }
@@ -223,8 +222,8 @@ TEST_F(SoundImportTest, MarkersOfTheWalkOutrankThoseOfTheDecoder) {
     EXPECT_THAT(TagTexts((*decoded).extras), ElementsAre("title=\xEA\xB0\x80"));
 
     const FileBytes cue = CueBytes(1, CuePointBytes(7, 20));
-    const Result<ImportedSound> walked = Import(WavWith(
-        cue, ListBytes("adtl", LabelBytes(7, "walk's") + RegionTextBytes(7, 5))));
+    const Result<ImportedSound> walked =
+        Import(WavWith(cue, ListBytes("adtl", LabelBytes(7, "walk's") + RegionTextBytes(7, 5))));
     ASSERT_TRUE(walked);
     ASSERT_EQ((*walked).sound.Markers().Count(), 1u);
     EXPECT_EQ((*walked).sound.Markers().All()[0].name, "walk's");
