@@ -8,6 +8,7 @@
 #include <QUrl>
 #include <algorithm>
 
+#include "catalogue/ui/catalogue_icons.h"
 #include "platform/qt/file_names.h"
 #include "platform/qt/person_settings.h"
 #include "platform/qt/utf8_text.h"
@@ -56,20 +57,17 @@ void CatalogueWindow::ConnectParts() {
     connect(list_, &CatalogueList::Chosen, this, &CatalogueWindow::OpenCatalogue);
     connect(list_, &CatalogueList::Closed, this, [this] { model_.Show(nullptr); });
     connect(list_, &CatalogueList::Changed, this, [this] {
-        ShowNote({});
+        status_->ShowNote({});
         UpdateActions();
     });
-    connect(list_, &CatalogueList::Failed, this, &CatalogueWindow::ShowError);
-    connect(&model_, &QAbstractItemModel::modelAboutToBeReset, this,
-            &CatalogueWindow::KeepSelection);
-    connect(&model_, &QAbstractItemModel::modelReset, this, &CatalogueWindow::RestoreSelection);
+    connect(list_, &CatalogueList::Failed, status_, &CatalogueStatus::ShowError);
     connect(&model_, &CatalogueTableModel::ValueEdited, &keeper_, &CatalogueKeeper::MarkChanged);
     connect(&keeper_, &CatalogueKeeper::EntryChecked, &model_, &CatalogueTableModel::EntryChanged);
     connect(&keeper_, &CatalogueKeeper::ChecksDone, this, [this] {
-        if (missingOnly_->isChecked()) model_.SetShown(RowsShown::kMissing);
+        if (filter_->Shown() == RowsShown::kMissing) model_.SetShown(RowsShown::kMissing);
         UpdateActions();
     });
-    connect(&keeper_, &CatalogueKeeper::SaveFailed, this, &CatalogueWindow::ShowError);
+    connect(&keeper_, &CatalogueKeeper::SaveFailed, status_, &CatalogueStatus::ShowError);
     preview_.SetOnStopped([this] { UpdateActions(); });
 }
 
@@ -78,31 +76,58 @@ void CatalogueWindow::OpenCatalogue(const QString& name) {
     model_.Show(nullptr);
     const Outcome opened = keeper_.Open(name.toStdString());
     ShowCurrent();
-    TellOf(name, opened);
+    status_->TellOf(name, opened);
 }
 
 void CatalogueWindow::Reload() {
     model_.Show(nullptr);
     const Outcome read = keeper_.Reload();
     ShowCurrent();
-    Tell(read);
+    status_->Tell(read);
 }
 
 void CatalogueWindow::ShowCurrent() {
     model_.Show(keeper_.IsOpen() ? &keeper_.Current() : nullptr);
-    SetColumnWidths();
+    table_->SetColumnWidths();
     if (model_.rowCount() > 0) table_->setCurrentIndex(model_.index(0, 0));
-    ShowNote({});
+    status_->ShowNote({});
     if (keeper_.IsOpen() && keeper_.DamagedLines() > 0)
-        ShowError(tr("Damaged lines, left out: %1. A copy of the file is kept when it changes.")
-                      .arg(keeper_.DamagedLines()));
+        status_->ShowError(
+            tr("Damaged lines, left out: %1. A copy of the file is kept when it changes.")
+                .arg(keeper_.DamagedLines()));
     UpdateActions();
+}
+
+void CatalogueWindow::UpdateActions() {
+    const std::optional<std::size_t> current = table_->CurrentEntry();
+    const bool any = table_->selectionModel()->hasSelection();
+    const bool playing = preview_.IsPlaying();
+    const bool missing =
+        current && keeper_.Current().At(*current).presence == FilePresence::kMissing;
+    remove_->setEnabled(any);
+    open_->setEnabled(any);
+    play_->setEnabled(playing || current);
+    play_->setText(playing ? tr("Stop") : tr("Play"));
+    play_->setIcon(CatalogueIcon(playing ? "stop" : "play"));
+    showFolder_->setEnabled(current.has_value());
+    locate_->setEnabled(missing);
+    check_->setEnabled(keeper_.IsOpen());
+    UpdateCounts();
+}
+
+void CatalogueWindow::UpdateCounts() {
+    if (!keeper_.IsOpen())
+        return status_->ShowText(list_->IsEmpty() ? tr("No catalogue yet: drop sound files here")
+                                                  : tr("No catalogue is open"));
+    const Catalogue& catalogue = keeper_.Current();
+    status_->ShowCounts({catalogue.Count(), static_cast<std::size_t>(model_.rowCount()),
+                         catalogue.MissingCount(), table_->SelectedEntries().size()});
 }
 
 bool CatalogueWindow::EnsureCatalogue() {
     if (!keeper_.IsOpen() && list_->IsEmpty()) list_->MakeNew();
     if (keeper_.IsOpen()) return true;
-    if (!list_->IsEmpty()) ShowError(tr("Choose a catalogue that can be read first."));
+    if (!list_->IsEmpty()) status_->ShowError(tr("Choose a catalogue that can be read first."));
     return false;
 }
 
@@ -112,7 +137,7 @@ void CatalogueWindow::Present() {
     showNormal();
     raise();
     activateWindow();
-    filter_->setFocus();
+    filter_->FocusText();
 }
 
 void CatalogueWindow::RestorePlace() {
@@ -136,7 +161,7 @@ void CatalogueWindow::StorePlace() {
 void CatalogueWindow::closeEvent(QCloseEvent* event) {
     preview_.Stop();
     StorePlace();
-    Tell(keeper_.Save());
+    status_->Tell(keeper_.Save());
     event->accept();
 }
 

@@ -3,20 +3,19 @@
 #pragma once
 
 #include <QAction>
-#include <QCheckBox>
-#include <QLabel>
-#include <QLineEdit>
 #include <QSplitter>
-#include <QTableView>
 #include <QVBoxLayout>
 #include <QWidget>
 #include <functional>
 #include <vector>
 
 #include "catalogue/sample_preview.h"
+#include "catalogue/ui/catalogue_filter.h"
 #include "catalogue/ui/catalogue_keeper.h"
 #include "catalogue/ui/catalogue_list.h"
+#include "catalogue/ui/catalogue_status.h"
 #include "catalogue/ui/catalogue_table_model.h"
+#include "catalogue/ui/catalogue_table_view.h"
 #include "platform/headless/silent_prompts.h"
 #include "platform/host_services.h"
 
@@ -48,13 +47,13 @@ class CatalogueWindow : public QWidget {
     void dropEvent(QDropEvent* event) override;
 
   private:
-    enum class NoteKind { kNews, kError };
-
     // catalogue_window.cpp: the window as a whole
     void ConnectParts();
     void OpenCatalogue(const QString& name);
     void Reload();
     void ShowCurrent();
+    void UpdateActions();
+    void UpdateCounts();
     bool EnsureCatalogue();
     void RestorePlace();
     void StorePlace();
@@ -65,10 +64,8 @@ class CatalogueWindow : public QWidget {
     QAction* AddAction(const char* icon, const QString& text, const QString& hint,
                        const QKeySequence& key, void (CatalogueWindow::*run)());
     QLayout* MakeButtons();
-    QLayout* MakeFilterRow();
-    QLayout* MakeStatusRow();
-    void SetUpTable();
-    void SetColumnWidths();
+    void MakeTable();
+    void MakeFilter();
 
     // catalogue_window_commands.cpp: what the person can do with the sounds
     void AddFiles();
@@ -82,21 +79,8 @@ class CatalogueWindow : public QWidget {
     void Locate();
     void CheckAgain();
     void EditFields();
-    void AfterAdding(const AddedSamples& result);
-
-    // catalogue_window_selection.cpp: selection, buttons and texts that follow it
-    std::vector<std::size_t> SelectedEntries() const;
-    std::optional<std::size_t> CurrentEntry() const;
     QString PathOf(std::size_t entry);
-    void KeepSelection();
-    void RestoreSelection();
-    void UpdateActions();
-    void UpdateCounts();
-    void ShowNote(const QString& text, NoteKind kind = NoteKind::kNews);
-    void ShowError(const QString& text) { ShowNote(text, NoteKind::kError); }
-    // Why something was not done, if it was not.
-    void Tell(const Outcome& outcome);
-    void TellOf(const QString& name, const Outcome& outcome);
+    void AfterAdding(const AddedSamples& result);
 
     HostServices services_;
     OpenSound openSound_;
@@ -104,16 +88,12 @@ class CatalogueWindow : public QWidget {
     SilentPrompts prompts_;
     SamplePreview preview_;
     CatalogueTableModel model_;
-    std::vector<bool> keptEntries_;           // those selected while the rows are made anew
-    std::optional<std::size_t> keptCurrent_;  // the current one, only meanwhile
 
     QSplitter* splitter_ = nullptr;
     CatalogueList* list_ = nullptr;
-    QTableView* table_ = nullptr;
-    QLineEdit* filter_ = nullptr;
-    QCheckBox* missingOnly_ = nullptr;
-    QLabel* counts_ = nullptr;
-    QLabel* note_ = nullptr;
+    CatalogueTableView* table_ = nullptr;
+    CatalogueFilter* filter_ = nullptr;
+    CatalogueStatus* status_ = nullptr;
     QAction* remove_ = nullptr;
     QAction* play_ = nullptr;
     QAction* open_ = nullptr;

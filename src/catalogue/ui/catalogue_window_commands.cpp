@@ -80,12 +80,15 @@ void CatalogueWindow::AfterAdding(const AddedSamples& result) {
         parts << tr("%1 cannot be read (%2)")
                      .arg(result.unreadable)
                      .arg(Utf8Text(result.firstFailure));
-    const bool failed = result.unreadable > 0;
-    ShowNote(parts.join(QStringLiteral(", ")), failed ? NoteKind::kError : NoteKind::kNews);
+    const QString text = parts.join(QStringLiteral(", "));
+    if (result.unreadable > 0)
+        status_->ShowError(text);
+    else
+        status_->ShowNote(text);
 }
 
 void CatalogueWindow::RemoveSelected() {
-    const std::vector<std::size_t> entries = SelectedEntries();
+    const std::vector<std::size_t> entries = table_->SelectedEntries();
     if (entries.empty() || adding_) return;
     const QString question =
         entries.size() == 1 ? tr("Take \"%1\" off the catalogue? The file itself is kept.")
@@ -100,8 +103,12 @@ void CatalogueWindow::RemoveSelected() {
     model_.EntriesChanged();
     if (model_.rowCount() > 0)
         table_->setCurrentIndex(model_.index(std::clamp(row, 0, model_.rowCount() - 1), 0));
-    ShowNote(tr("%1 removed").arg(entries.size()));
+    status_->ShowNote(tr("%1 removed").arg(entries.size()));
     UpdateActions();
+}
+
+QString CatalogueWindow::PathOf(std::size_t entry) {
+    return FileText(keeper_.Current().At(entry).path);
 }
 
 void CatalogueWindow::PlayOrStop() {
@@ -109,44 +116,44 @@ void CatalogueWindow::PlayOrStop() {
     PlayCurrent();
 }
 
-// With "Auto Play" on, a sound is heard as its row is chosen; not when the rows are made anew.
+// With "Auto Play" on, a sound is heard as its row is chosen.
 void CatalogueWindow::PlayAsChosen() {
-    if (!table_->hasFocus() || CurrentEntry() == keptCurrent_) return;
     if (StoredNumber(services_.folder.Options().Read(), SettingId::kAutoPlay) != 1) return;
     preview_.Stop();
     PlayCurrent();
 }
 
 void CatalogueWindow::PlayCurrent() {
-    const std::optional<std::size_t> entry = CurrentEntry();
+    const std::optional<std::size_t> entry = table_->CurrentEntry();
     if (!entry) return;
     const std::string path = keeper_.Current().At(*entry).path;
     const Outcome playing = preview_.Play(path, services_.folder);
     const QString name = NameOf(FileText(path));
-    if (playing) ShowNote(tr("Playing %1").arg(name));
-    TellOf(name, playing);
+    if (playing) status_->ShowNote(tr("Playing %1").arg(name));
+    status_->TellOf(name, playing);
     UpdateActions();
 }
 
 void CatalogueWindow::OpenSelected() {
     preview_.Stop();
-    for (const std::size_t entry : SelectedEntries()) {
+    for (const std::size_t entry : table_->SelectedEntries()) {
         const QString path = PathOf(entry);
-        if (!openSound_(path)) ShowError(tr("%1 cannot be opened.").arg(ShownFileText(path)));
+        if (!openSound_(path))
+            status_->ShowError(tr("%1 cannot be opened.").arg(ShownFileText(path)));
     }
 }
 
 void CatalogueWindow::ShowFolder() {
-    const std::optional<std::size_t> entry = CurrentEntry();
+    const std::optional<std::size_t> entry = table_->CurrentEntry();
     if (!entry) return;
     const std::filesystem::path folder = FilePath(PathOf(*entry)).parent_path();
     std::error_code error;
     if (!std::filesystem::exists(folder, error) || !QDesktopServices::openUrl(FileUrl(folder)))
-        ShowError(tr("%1 cannot be shown.").arg(ShownFileText(FileText(folder))));
+        status_->ShowError(tr("%1 cannot be shown.").arg(ShownFileText(FileText(folder))));
 }
 
 void CatalogueWindow::Locate() {
-    const std::optional<std::size_t> entry = CurrentEntry();
+    const std::optional<std::size_t> entry = table_->CurrentEntry();
     if (!entry) return;
     const QFileInfo before(PathOf(*entry));
     const QString from = before.dir().exists() ? before.absolutePath() : LastFolder();
@@ -156,19 +163,19 @@ void CatalogueWindow::Locate() {
 }
 
 void CatalogueWindow::LocateAt(const QString& path) {
-    const std::optional<std::size_t> entry = CurrentEntry();
+    const std::optional<std::size_t> entry = table_->CurrentEntry();
     if (!entry || keeper_.Current().At(*entry).presence != FilePresence::kMissing) return;
     const Result<std::size_t> found = LocateSample(keeper_.Current(), *entry, FilePath(path));
-    if (!found) return ShowError(Utf8Text(found.Reason()));
+    if (!found) return status_->ShowError(Utf8Text(found.Reason()));
     PersonSettings().setValue(kFolderKey, QFileInfo(path).absolutePath());
     keeper_.MarkChanged();
     model_.EntriesChanged();
-    ShowNote(tr("%1 found again").arg(*found));
+    status_->ShowNote(tr("%1 found again").arg(*found));
     UpdateActions();
 }
 
 void CatalogueWindow::CheckAgain() {
-    ShowNote({});
+    status_->ShowNote({});
     if (keeper_.IsOpen()) keeper_.CheckFiles(Probing::kAlways);
 }
 
@@ -182,8 +189,9 @@ void CatalogueWindow::EditFields() {
 
 void CatalogueWindow::DefineFields(const QString& names) {
     const std::vector<std::string> fields = FieldNamesFrom(names.toStdString());
-    if (const Outcome saved = keeper_.Save(); !saved) return Tell(saved);
-    if (const Outcome named = keeper_.Store().SetFieldNames(fields); !named) return Tell(named);
+    if (const Outcome saved = keeper_.Save(); !saved) return status_->Tell(saved);
+    if (const Outcome named = keeper_.Store().SetFieldNames(fields); !named)
+        return status_->Tell(named);
     Reload();
 }
 

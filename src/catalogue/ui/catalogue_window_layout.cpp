@@ -1,12 +1,7 @@
 // What the window of the sample file database is made of.
 #include <QHBoxLayout>
-#include <QHeaderView>
-#include <QKeyEvent>
-#include <QShortcut>
 #include <QToolButton>
-#include <algorithm>
 
-#include "catalogue/catalogue_columns.h"
 #include "catalogue/ui/catalogue_icons.h"
 #include "catalogue/ui/catalogue_window.h"
 
@@ -14,35 +9,7 @@ namespace sonavel {
 
 namespace {
 
-constexpr int kFixedWidths[kFixedColumns] = {200, 100, 78, 56, 72, 72, 150};
-constexpr int kFieldWidth = 100;
 constexpr int kIconSize = 20;
-constexpr int kRowPadding = 8;
-
-// Leaves the keys of its window's actions to the window. Without it a line edit takes those that
-// move or delete in a text on some desktops, such as Ctrl+E and Ctrl+D.
-class WindowKeysFirst : public QObject {
-  public:
-    WindowKeysFirst(std::vector<QAction*> actions, QLineEdit* edit)
-        : QObject(edit), actions_(std::move(actions)) {
-        edit->installEventFilter(this);
-    }
-
-  protected:
-    bool eventFilter(QObject*, QEvent* event) override {
-        if (event->type() != QEvent::ShortcutOverride) return false;
-        const QKeySequence key(static_cast<QKeyEvent*>(event)->keyCombination());
-        const auto isWindowKey = [&](const QAction* action) {
-            return action->shortcutContext() == Qt::WindowShortcut && action->shortcut() == key;
-        };
-        if (std::none_of(actions_.begin(), actions_.end(), isWindowKey)) return false;
-        event->ignore();
-        return true;
-    }
-
-  private:
-    std::vector<QAction*> actions_;
-};
 
 }  // namespace
 
@@ -95,90 +62,29 @@ QLayout* CatalogueWindow::MakeButtons() {
     return row;
 }
 
-QLayout* CatalogueWindow::MakeFilterRow() {
-    filter_ = new QLineEdit(this);
-    filter_->setObjectName(QStringLiteral("filter"));
-    filter_->setPlaceholderText(tr("Filter all columns (Ctrl+F)"));
-    filter_->setClearButtonEnabled(true);
-    filter_->addAction(CatalogueIcon("search"), QLineEdit::LeadingPosition);
-    new WindowKeysFirst(buttons_, filter_);
-    connect(filter_, &QLineEdit::textChanged, this, [this](const QString& text) {
+void CatalogueWindow::MakeTable() {
+    table_ = new CatalogueTableView(model_, this);
+    for (QAction* action : {remove_, play_, open_}) action->setShortcutContext(Qt::WidgetShortcut);
+    table_->addActions({play_, open_, showFolder_, locate_, remove_});
+    connect(table_, &CatalogueTableView::OpenRequested, this, &CatalogueWindow::OpenSelected);
+    connect(table_, &CatalogueTableView::SelectionChanged, this, &CatalogueWindow::UpdateActions);
+    connect(table_, &CatalogueTableView::RowChosen, this, &CatalogueWindow::PlayAsChosen);
+}
+
+void CatalogueWindow::MakeFilter() {
+    filter_ = new CatalogueFilter(buttons_, this);
+    connect(filter_, &CatalogueFilter::TextChanged, this, [this](const QString& text) {
         model_.SetFilter(text);
         UpdateCounts();
     });
-    missingOnly_ = new QCheckBox(tr("&Missing only"), this);
-    missingOnly_->setObjectName(QStringLiteral("missingOnly"));
-    connect(missingOnly_, &QCheckBox::toggled, this, [this](bool on) {
-        model_.SetShown(on ? RowsShown::kMissing : RowsShown::kAll);
+    connect(filter_, &CatalogueFilter::ShownChanged, this, [this] {
+        model_.SetShown(filter_->Shown());
         UpdateCounts();
     });
-    const auto focusFilter = [this] {
-        filter_->setFocus();
-        filter_->selectAll();
-    };
-    connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, this, focusFilter);
-    auto* down = new QShortcut(Qt::Key_Down, filter_, nullptr, nullptr, Qt::WidgetShortcut);
-    connect(down, &QShortcut::activated, this, [this] {
+    connect(filter_, &CatalogueFilter::LeftDownwards, this, [this] {
         table_->setFocus();
         if (!table_->selectionModel()->hasSelection()) table_->selectRow(0);
     });
-    auto* clear = new QShortcut(Qt::Key_Escape, filter_, nullptr, nullptr, Qt::WidgetShortcut);
-    connect(clear, &QShortcut::activated, filter_, &QLineEdit::clear);
-    auto* row = new QHBoxLayout;
-    row->addWidget(filter_);
-    row->addWidget(missingOnly_);
-    return row;
-}
-
-QLayout* CatalogueWindow::MakeStatusRow() {
-    counts_ = new QLabel(this);
-    counts_->setObjectName(QStringLiteral("counts"));
-    note_ = new QLabel(this);
-    note_->setObjectName(QStringLiteral("note"));
-    note_->setTextFormat(Qt::PlainText);
-    note_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    // A long message is cut off; it does not widen the window.
-    note_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    auto* row = new QHBoxLayout;
-    row->addWidget(counts_);
-    row->addWidget(note_, 1);
-    return row;
-}
-
-void CatalogueWindow::SetUpTable() {
-    table_ = new QTableView(this);
-    table_->setObjectName(QStringLiteral("sounds"));
-    table_->setModel(&model_);
-    table_->setSelectionBehavior(QTableView::SelectRows);
-    table_->setAlternatingRowColors(true);
-    table_->setShowGrid(false);
-    table_->setWordWrap(false);
-    table_->setTabKeyNavigation(false);
-    table_->setDragDropMode(QTableView::DragOnly);
-    table_->setEditTriggers(QTableView::EditKeyPressed | QTableView::DoubleClicked);
-    table_->verticalHeader()->hide();
-    table_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    table_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowPadding);
-    table_->horizontalHeader()->setSectionsMovable(true);
-    table_->horizontalHeader()->setStretchLastSection(true);
-    table_->horizontalHeader()->setHighlightSections(false);
-    table_->sortByColumn(0, Qt::AscendingOrder);
-    table_->setSortingEnabled(true);
-    table_->setContextMenuPolicy(Qt::ActionsContextMenu);
-    for (QAction* action : {remove_, play_, open_}) action->setShortcutContext(Qt::WidgetShortcut);
-    table_->addActions({play_, open_, showFolder_, locate_, remove_});
-    connect(table_, &QTableView::doubleClicked, this, [this](const QModelIndex& index) {
-        if (!(index.flags() & Qt::ItemIsEditable)) OpenSelected();
-    });
-}
-
-void CatalogueWindow::SetColumnWidths() {
-    for (int column = 0; column < model_.columnCount(); ++column) {
-        const auto index = static_cast<std::size_t>(column);
-        if (table_->columnWidth(column) == table_->horizontalHeader()->defaultSectionSize())
-            table_->setColumnWidth(column,
-                                   index < kFixedColumns ? kFixedWidths[index] : kFieldWidth);
-    }
 }
 
 void CatalogueWindow::Build() {
@@ -186,9 +92,10 @@ void CatalogueWindow::Build() {
     auto* right = new QWidget(this);
     auto* column = new QVBoxLayout(right);
     column->setContentsMargins(0, 0, 0, 0);
-    SetUpTable();
+    MakeTable();
     column->addLayout(MakeButtons());
-    column->addLayout(MakeFilterRow());
+    MakeFilter();
+    column->addWidget(filter_);
     column->addWidget(table_, 1);
     splitter_ = new QSplitter(this);
     splitter_->addWidget(list_);
@@ -198,13 +105,8 @@ void CatalogueWindow::Build() {
     splitter_->setChildrenCollapsible(false);
     auto* whole = new QVBoxLayout(this);
     whole->addWidget(splitter_, 1);
-    whole->addLayout(MakeStatusRow());
-    connect(table_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-            &CatalogueWindow::UpdateActions);
-    connect(table_->selectionModel(), &QItemSelectionModel::currentChanged, this,
-            &CatalogueWindow::UpdateActions);
-    connect(table_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-            &CatalogueWindow::PlayAsChosen);
+    status_ = new CatalogueStatus(this);
+    whole->addWidget(status_);
 }
 
 }  // namespace sonavel
