@@ -30,7 +30,7 @@ LibraryHandle OpenTarget(const EncodeRequest& request, int format, TargetFile& t
     info.channels = static_cast<int>(request.channels);
     info.format = format;
     if (sf_format_check(&info) != SF_TRUE) return nullptr;
-    LibraryHandle file(sf_open_virtual(&target.Callbacks(), SFM_WRITE, &info, &target));
+    LibraryHandle file(target.Open(SFM_WRITE, info));
     if (!file) return nullptr;
     double quality = static_cast<double>(request.quality) / kBestQuality;
     sf_command(file.get(), SFC_SET_VBR_ENCODING_QUALITY, &quality, sizeof quality);

@@ -79,8 +79,7 @@ std::int64_t FixedFrameBytes(const SF_INFO& info) {
 void OpenPadded(const char* path, LibraryFile& file) {
     file.padded = std::make_unique<PaddedFile>(path);
     file.info = {};
-    file.handle.reset(
-        sf_open_virtual(&file.padded->Callbacks(), SFM_READ, &file.info, file.padded.get()));
+    file.handle.reset(file.padded->Open(SFM_READ, file.info));
     if (!file.handle) return;
     const std::int64_t frameBytes = FixedFrameBytes(file.info);
     const sf_count_t there = frameBytes > 0 ? file.padded->BytesAhead() / frameBytes : 0;

@@ -13,10 +13,6 @@ namespace {
 // More than any data that was ever cut off.
 constexpr sf_count_t kPaddingBytes = sf_count_t{1} << 44;
 
-PaddedFile& Self(void* self) {
-    return *static_cast<PaddedFile*>(self);
-}
-
 }  // namespace
 
 bool PaddedFile::CanHelp(const char* path) {
@@ -29,49 +25,36 @@ bool PaddedFile::CanHelp(const char* path) {
     return isCaf;
 }
 
-PaddedFile::PaddedFile(const char* path) : descriptor_(open(path, O_RDONLY | O_CLOEXEC)) {
+PaddedFile::PaddedFile(const char* path) : VirtualFile(open(path, O_RDONLY | O_CLOEXEC)) {
     struct stat status;
-    if (descriptor_ >= 0 && fstat(descriptor_, &status) == 0) realBytes_ = status.st_size;
+    if (Descriptor() >= 0 && fstat(Descriptor(), &status) == 0) realBytes_ = status.st_size;
 }
 
-PaddedFile::~PaddedFile() {
-    if (descriptor_ >= 0) close(descriptor_);
+sf_count_t PaddedFile::Length() {
+    return realBytes_ + kPaddingBytes;
 }
 
-SF_VIRTUAL_IO& PaddedFile::Callbacks() {
-    static SF_VIRTUAL_IO callbacks = {Length, Seek, Read, Write, Tell};
-    return callbacks;
+sf_count_t PaddedFile::Seek(sf_count_t offset, int whence) {
+    const sf_count_t from = whence == SEEK_SET ? 0 : whence == SEEK_CUR ? position_ : Length();
+    if (offset < -from || offset > Length() - from) return -1;
+    return position_ = from + offset;
 }
 
-sf_count_t PaddedFile::Length(void* self) {
-    return Self(self).realBytes_ + kPaddingBytes;
-}
-
-sf_count_t PaddedFile::Seek(sf_count_t offset, int whence, void* self) {
-    PaddedFile& file = Self(self);
-    const sf_count_t from = whence == SEEK_SET   ? 0
-                            : whence == SEEK_CUR ? file.position_
-                                                 : Length(self);
-    if (offset < -from || offset > Length(self) - from) return -1;
-    return file.position_ = from + offset;
-}
-
-sf_count_t PaddedFile::Read(void* to, sf_count_t bytes, void* self) {
-    PaddedFile& file = Self(self);
+sf_count_t PaddedFile::Read(void* to, sf_count_t bytes) {
     if (bytes < 0) return 0;
-    ssize_t got = pread(file.descriptor_, to, static_cast<std::size_t>(bytes), file.position_);
+    ssize_t got = pread(Descriptor(), to, static_cast<std::size_t>(bytes), position_);
     if (got < 0) got = 0;
     std::memset(static_cast<char*>(to) + got, 0, static_cast<std::size_t>(bytes - got));
-    file.position_ += bytes;
+    position_ += bytes;
     return bytes;
 }
 
-sf_count_t PaddedFile::Write(const void*, sf_count_t, void*) {
+sf_count_t PaddedFile::Write(const void*, sf_count_t) {
     return 0;
 }
 
-sf_count_t PaddedFile::Tell(void* self) {
-    return Self(self).position_;
+sf_count_t PaddedFile::Tell() {
+    return position_;
 }
 
 }  // namespace sonavel

@@ -6,24 +6,12 @@
 
 #include <cerrno>
 #include <cstring>
-#include <utility>
 
 namespace sonavel {
-namespace {
-
-TargetFile& Self(void* self) {
-    return *static_cast<TargetFile*>(self);
-}
-
-}  // namespace
 
 TargetFile::TargetFile(const char* path)
-    : descriptor_(open(path, O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC, 0666)) {
-    if (descriptor_ < 0) error_ = errno;
-}
-
-TargetFile::~TargetFile() {
-    if (descriptor_ >= 0) close(descriptor_);
+    : VirtualFile(open(path, O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC, 0666)) {
+    if (Descriptor() < 0) error_ = errno;
 }
 
 std::string TargetFile::Reason() const {
@@ -31,37 +19,31 @@ std::string TargetFile::Reason() const {
 }
 
 bool TargetFile::Close() {
-    if (close(std::exchange(descriptor_, -1)) != 0 && error_ == 0) error_ = errno;
+    if (CloseDescriptor() != 0 && error_ == 0) error_ = errno;
     return !HasFailed();
 }
 
-SF_VIRTUAL_IO& TargetFile::Callbacks() {
-    static SF_VIRTUAL_IO callbacks = {Length, Seek, Read, Write, Tell};
-    return callbacks;
-}
-
-sf_count_t TargetFile::Length(void* self) {
+sf_count_t TargetFile::Length() {
     struct stat status;
-    return fstat(Self(self).descriptor_, &status) == 0 ? status.st_size : -1;
+    return fstat(Descriptor(), &status) == 0 ? status.st_size : -1;
 }
 
-sf_count_t TargetFile::Seek(sf_count_t offset, int whence, void* self) {
-    return lseek(Self(self).descriptor_, offset, whence);
+sf_count_t TargetFile::Seek(sf_count_t offset, int whence) {
+    return lseek(Descriptor(), offset, whence);
 }
 
-sf_count_t TargetFile::Read(void* to, sf_count_t bytes, void* self) {
-    return read(Self(self).descriptor_, to, static_cast<std::size_t>(bytes));
+sf_count_t TargetFile::Read(void* to, sf_count_t bytes) {
+    return read(Descriptor(), to, static_cast<std::size_t>(bytes));
 }
 
-sf_count_t TargetFile::Write(const void* from, sf_count_t bytes, void* self) {
-    TargetFile& file = Self(self);
+sf_count_t TargetFile::Write(const void* from, sf_count_t bytes) {
     const char* at = static_cast<const char*>(from);
     sf_count_t left = bytes;
     while (left > 0) {
-        const ssize_t written = write(file.descriptor_, at, static_cast<std::size_t>(left));
+        const ssize_t written = write(Descriptor(), at, static_cast<std::size_t>(left));
         if (written < 0 && errno == EINTR) continue;
         if (written <= 0) {
-            file.error_ = written < 0 ? errno : ENOSPC;
+            error_ = written < 0 ? errno : ENOSPC;
             break;
         }
         at += written;
@@ -70,8 +52,8 @@ sf_count_t TargetFile::Write(const void* from, sf_count_t bytes, void* self) {
     return bytes - left;
 }
 
-sf_count_t TargetFile::Tell(void* self) {
-    return lseek(Self(self).descriptor_, 0, SEEK_CUR);
+sf_count_t TargetFile::Tell() {
+    return lseek(Descriptor(), 0, SEEK_CUR);
 }
 
 }  // namespace sonavel

@@ -2,21 +2,15 @@
 // library reports.
 #pragma once
 
-#include <sndfile.h>
-
 #include <string>
+
+#include "codec/main/virtual_file.h"
 
 namespace sonavel {
 
-class TargetFile {
+class TargetFile : public VirtualFile {
   public:
     explicit TargetFile(const char* path);
-    ~TargetFile();
-    TargetFile(const TargetFile&) = delete;
-    TargetFile& operator=(const TargetFile&) = delete;
-
-    // For sf_open_virtual, with this object as the user's data.
-    SF_VIRTUAL_IO& Callbacks();
 
     bool HasFailed() const { return error_ != 0; }
     std::string Reason() const;
@@ -24,13 +18,12 @@ class TargetFile {
     bool Close();
 
   private:
-    static sf_count_t Length(void* self);
-    static sf_count_t Seek(sf_count_t offset, int whence, void* self);
-    static sf_count_t Read(void* to, sf_count_t bytes, void* self);
-    static sf_count_t Write(const void* from, sf_count_t bytes, void* self);
-    static sf_count_t Tell(void* self);
+    sf_count_t Length() override;
+    sf_count_t Seek(sf_count_t offset, int whence) override;
+    sf_count_t Read(void* to, sf_count_t bytes) override;
+    sf_count_t Write(const void* from, sf_count_t bytes) override;
+    sf_count_t Tell() override;
 
-    int descriptor_ = -1;
     int error_ = 0;
 };
 
