@@ -13,12 +13,17 @@ Outcome Arrange(CMainFrame& frame) {
     return Done();
 }
 
+template <Outcome (SoundCloser::*close)()>
+Outcome CloseBy(CMainFrame& frame) {
+    return (frame.Closer().*close)();
+}
+
 CommandState WithChildren(const CMainFrame& frame) {
     return {frame.Area().HasAny(), false};
 }
 
 CommandState WithOthers(const CMainFrame& frame) {
-    return {frame.HasOthers(), false};
+    return {frame.Closer().HasOthers(), false};
 }
 
 CommandState InWindows(const CMainFrame& frame) {
@@ -37,7 +42,7 @@ constexpr Command<CMainFrame> kCommands[] = {
     {{app_command::kRecord, "", "&Record...", "Ctrl+R", "Record into this sound or a new one"},
      Call<CMainFrame, &CMainFrame::Record>},
     {{app_command::kClose, "close", "&Close", "Ctrl+W; Ctrl+F4", "Close the active sound"},
-     Call<CMainFrame, &CMainFrame::CloseActive>,
+     CloseBy<&SoundCloser::CloseActive>,
      WithChildren},
     {{app_command::kCascade, "", "&Cascade", "", "Arrange the windows so that they overlap"},
      Arrange<&ChildWindows::Cascade>,
@@ -60,10 +65,10 @@ constexpr Command<CMainFrame> kCommands[] = {
      Arrange<&ChildWindows::Previous>,
      WithChildren},
     {{app_command::kCloseOthers, "", "Close &Others", "", "Close every sound but the active one"},
-     Call<CMainFrame, &CMainFrame::CloseOthers>,
+     CloseBy<&SoundCloser::CloseOthers>,
      WithOthers},
     {{app_command::kCloseAll, "", "C&lose All", "Ctrl+Shift+W", "Close every sound"},
-     Call<CMainFrame, &CMainFrame::CloseAll>,
+     CloseBy<&SoundCloser::CloseAll>,
      WithChildren},
     {{app_command::kStatusBar, "", "&Status Bar", "", "Show or hide the status bar"},
      Call<CMainFrame, &CMainFrame::SwitchStatusBar>,

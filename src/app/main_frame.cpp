@@ -15,8 +15,6 @@
 #include "platform/qt/person_settings.h"
 #include "platform/qt/utf8_text.h"
 #include "spatial/ui/spatial_commands.h"
-#include "view/state/status_texts.h"
-#include "view/ui/sound_view_widget.h"
 
 namespace sonavel {
 
@@ -71,12 +69,13 @@ void CMainFrame::Build(Workspace& workspace, std::vector<CommandTarget*> program
     workspace_ = &workspace;
     program_ = std::move(program);
     frameCommands_ = TargetOf<CMainFrame>(*this, FrameCommands());
-    meter_ = new PlayMeterBar(workspace.Services().folder.Options(), this);
-    program_.push_back(&meter_->Commands());
+    closer_.emplace(
+        workspace, [this](const Outcome& outcome) { Tell(outcome); }, this);
+    bars_ = new FrameBars(workspace, *area_, actions_, this);
+    program_.push_back(&bars_->MeterCommands());
     AddActions();
     AddMenus();
-    AddBars();
-    AddMeter();
+    bars_->Add();
     RestorePlaces();
     workspace.SetObserver(this);
     connect(area_, &ChildWindows::Activated, this, &CMainFrame::ActivateSoundOf);
@@ -87,10 +86,8 @@ void CMainFrame::Build(Workspace& workspace, std::vector<CommandTarget*> program
 }
 
 CommandTarget* CMainFrame::Route(int commandId) {
-    CommandTarget* const chain[] = {viewCommands_.get(), documentCommands_.get(),
-                                    spatialCommands_.get(), frameCommands_.get()};
-    for (CommandTarget* target : chain)
-        if (target && target->HandlesCommand(commandId)) return target;
+    if (CommandTarget* target = soundCommands_.TargetOf(commandId)) return target;
+    if (frameCommands_ && frameCommands_->HandlesCommand(commandId)) return frameCommands_.get();
     for (CommandTarget* target : program_)
         if (target->HandlesCommand(commandId)) return target;
     return nullptr;
@@ -127,8 +124,7 @@ void CMainFrame::AddMenus() {
 }
 
 void CMainFrame::TakeSettings() {
-    meter_->ReloadSettings();
-    FitMeter();
+    bars_->TakeSettings();
     ScheduleRefresh();
 }
 
@@ -139,7 +135,7 @@ void CMainFrame::RestorePlaces() {
     // Floating bars stand above the frame only if it has a window before them.
     winId();
     restoreState(settings.value(QStringLiteral("Bars")).toByteArray(), kBarsVersion);
-    HoldFloatingBars();
+    bars_->HoldFloating();
     status_->setVisible(settings.value(QStringLiteral("StatusBar"), true).toBool());
     if (settings.value(QStringLiteral("Tabs")).toBool()) area_->SwitchTabs();
 }
@@ -156,7 +152,7 @@ void CMainFrame::StorePlaces() const {
 void CMainFrame::Refresh() {
     UpdateTitle();
     UpdatePanes();
-    RefreshBars();
+    bars_->Refresh();
     actions_.Refresh();
 }
 
@@ -171,35 +167,15 @@ void CMainFrame::UpdateTitle() {
 }
 
 void CMainFrame::UpdatePanes() {
-    OpenSound* active = workspace_->Active();
-    const CSoundView* view = active ? active->view.get() : nullptr;
-    const bool recording = view && view->Sound().IsRecording();
-    const bool busy = recording || (view && view->Sound().IsPlaying());
-    if (busy != playTimer_.isActive()) busy ? playTimer_.start() : playTimer_.stop();
-    if (!view) {
-        status_->ShowState({}, StatusPanes::StateWidth::kUsual);
-        status_->ShowSelection({});
-        status_->ShowZoom({});
-        transport_->ShowTime({});
-        zoom_->ShowRatio({});
-        return;
-    }
-    const auto format = view->Settings().statusFormat;
-    const std::uint32_t rate = view->Sound().GetSamplesPerSecond();
-    const std::string place =
-        PositionText(format, view->Playing().PlayFrame().value_or(view->State().Cursor()), rate);
-    const std::string selection = SelectionText(format, view->State().GetSelection(), rate);
-    status_->ShowState(
-        Utf8Text(view->Playing().StatusText()),
-        busy ? StatusPanes::StateWidth::kOfItsText : StatusPanes::StateWidth::kUsual);
-    status_->ShowSelection(Utf8Text(selection.empty() ? place : selection));
-    status_->ShowZoom(Utf8Text(ZoomText(view->Zoom().TimeRatio(), view->Zoom().TimePercent())));
-    const std::uint32_t recorded = recording ? view->Sound().GetRecordedFrames() : 0;
-    transport_->ShowTime(
-        recording
-            ? Utf8Text(PositionText(format, std::int64_t{view->State().Cursor()} + recorded, rate))
-            : Utf8Text(place));
-    zoom_->ShowRatio(Utf8Text(ZoomRatioText(view->Zoom().TimeRatio())));
+    const OpenSound* active = workspace_->Active();
+    const ReadOuts shown = active ? ReadOutsOf(*active->view) : ReadOuts();
+    if (shown.isBusy != playTimer_.isActive())
+        shown.isBusy ? playTimer_.start() : playTimer_.stop();
+    status_->ShowState(Utf8Text(shown.state), shown.isBusy ? StatusPanes::StateWidth::kOfItsText
+                                                           : StatusPanes::StateWidth::kUsual);
+    status_->ShowSelection(Utf8Text(shown.selection));
+    status_->ShowZoom(Utf8Text(shown.zoom));
+    bars_->ShowReadOuts(shown);
 }
 
 void CMainFrame::Tell(const Outcome& outcome) {

@@ -7,16 +7,13 @@
 #include <QTimer>
 #include <optional>
 
-#include "app/bars/format_bar.h"
-#include "app/bars/window_list_bar.h"
+#include "app/active_sound_commands.h"
 #include "app/child_windows.h"
-#include "app/command_bar.h"
-#include "app/document_saver.h"
+#include "app/frame_bars.h"
 #include "app/logo_window.h"
 #include "app/recent_files.h"
+#include "app/sound_closer.h"
 #include "app/status_panes.h"
-#include "meter/ui/play_meter_bar.h"
-#include "spatial/ui/spatial_memory.h"
 
 namespace sonavel {
 
@@ -45,12 +42,8 @@ class CMainFrame : public QMainWindow, public WorkspaceObserver {
 
     // --- What the frame's commands do
 
-    bool HasOthers() const { return workspace_->Count() > 1; }
-    // Asks whether to save what is modified; cancelled when that was.
-    Outcome CloseActive();
-    // Likewise; nothing is closed before everything was asked.
-    Outcome CloseAll();
-    Outcome CloseOthers();  // than the active one
+    SoundCloser& Closer() { return *closer_; }
+    const SoundCloser& Closer() const { return *closer_; }
     bool ShowsStatusBar() const;
     void SwitchStatusBar();
     Outcome Record();
@@ -73,28 +66,9 @@ class CMainFrame : public QMainWindow, public WorkspaceObserver {
     CommandTarget* Route(int commandId);
     void AddActions();
     void AddMenus();
-    void AddBars();
-    void AddBar(QToolBar& bar, const QString& text, Qt::ToolBarArea area = Qt::TopToolBarArea);
-    void AddMeter();
-    void ShowInViewMenu(QAction& toggle, const QString& text);
-    // The meter follows the active sound.
-    void ConnectMeter(CChildFrame& frame);
-    void GiveMeterTo(const OpenSound* active);
-    void FitMeter();
-    void ReferMeter(const CWave& sound);
-    void AddWindowList();
-    void ShowFrameMenu(CChildFrame* frame, const QPoint& globalPosition);
-    // What the bars show of the sounds.
-    void RefreshBars();
     void RestorePlaces();
     void StorePlaces() const;
-    // Floating bars come with the frame, not before it.
-    void HoldFloatingBars();
-    void ShowFloatingBars();
 
-    void ForgetCommands();
-    Outcome AskWhetherToSave(std::size_t index);
-    Outcome Close(std::size_t index);
     void ActivateSoundOf(CChildFrame& frame);
 
     // The title, the panes and the states of all commands, once for many changes.
@@ -106,24 +80,15 @@ class CMainFrame : public QMainWindow, public WorkspaceObserver {
 
     ChildWindows* area_;
     StatusPanes* status_;
-    TransportBar* transport_ = nullptr;
-    ZoomBar* zoom_ = nullptr;
-    FormatBar* format_ = nullptr;
-    WindowListBar* windowList_ = nullptr;
-    PlayMeterBar* meter_ = nullptr;
+    FrameBars* bars_ = nullptr;
     QPointer<LogoWindow> logo_;
     RecentFiles recent_;
     CommandActions actions_;
     Workspace* workspace_ = nullptr;
     std::vector<CommandTarget*> program_;
     std::unique_ptr<CommandTarget> frameCommands_;
-    // Of the active sound.
-    std::unique_ptr<CommandTarget> viewCommands_;
-    std::optional<DocumentSaver> saver_;
-    std::unique_ptr<CommandTarget> documentCommands_;
-    std::unique_ptr<CommandTarget> spatialCommands_;
-    SpatialMemory spatialMemory_;
-    QList<QPointer<QWidget>> heldBars_;
+    ActiveSoundCommands soundCommands_;
+    std::optional<SoundCloser> closer_;
     QTimer refreshTimer_;
     QTimer playTimer_;
     QString title_;

@@ -1,4 +1,4 @@
-// The main frame's sounds: how their windows come and go, and what is asked before.
+// The main frame's sounds: how their windows come and go.
 #include <QCloseEvent>
 #include <QDir>
 #include <QDragEnterEvent>
@@ -8,13 +8,8 @@
 #include <QStatusTipEvent>
 #include <QUrl>
 
-#include "app/document_commands.h"
 #include "app/main_frame.h"
 #include "platform/qt/file_names.h"
-#include "platform/qt/message_box.h"
-#include "platform/qt/utf8_text.h"
-#include "spatial/ui/spatial_commands.h"
-#include "view/ui/asking_view_commands.h"
 #include "view/ui/record_dialog.h"
 
 namespace sonavel {
@@ -35,10 +30,9 @@ void CMainFrame::OnDocumentAdded(OpenSound& sound) {
     area_->addSubWindow(frame);
     connect(frame, &CChildFrame::CloseRequested, this, [this, frame] {
         const auto index = workspace_->IndexOf(*frame->Sound().document);
-        if (index) Tell(Close(*index));
+        if (index) Tell(closer_->Close(*index));
     });
-    windowList_->Add(*frame);
-    ConnectMeter(*frame);
+    bars_->AddSound(*frame);
     connect(frame, &CChildFrame::TitleChanged, this, &CMainFrame::ScheduleRefresh);
     connect(frame, &CChildFrame::StateChanged, this, [this] {
         UpdatePanes();
@@ -54,84 +48,24 @@ void CMainFrame::OnDocumentAdded(OpenSound& sound) {
 void CMainFrame::OnDocumentClosing(OpenSound& sound) {
     CChildFrame* frame = area_->FrameOf(sound);
     if (!frame) return;
-    if (workspace_->Active() == &sound) ForgetCommands();
-    windowList_->Remove(*frame);
+    if (workspace_->Active() == &sound) soundCommands_.Forget();
+    bars_->RemoveSound(*frame);
     area_->Remove(*frame);
 }
 
-void CMainFrame::ForgetCommands() {
-    viewCommands_.reset();
-    documentCommands_.reset();
-    saver_.reset();
-    spatialCommands_.reset();
-}
-
 void CMainFrame::OnActivated(OpenSound* sound) {
-    ForgetCommands();
+    soundCommands_.Forget();
     if (sound) {
-        spatialCommands_ =
-            std::make_unique<SpatialCommands>(*sound->document, *sound->view, spatialMemory_);
-        viewCommands_ = std::make_unique<AskingViewCommands>(*sound->view, this);
-        saver_.emplace(*workspace_, *sound->document, this);
-        documentCommands_ =
-            std::make_unique<TableCommandTarget<DocumentSaver>>(*saver_, DocumentCommands());
+        soundCommands_.Take(*workspace_, *sound, this);
         area_->setActiveSubWindow(area_->FrameOf(*sound));
     }
-    GiveMeterTo(sound);
+    bars_->GiveMeterTo(sound);
     ScheduleRefresh();
 }
 
 void CMainFrame::ActivateSoundOf(CChildFrame& frame) {
     if (const auto index = workspace_->IndexOf(*frame.Sound().document))
         workspace_->Activate(*index);
-}
-
-Outcome CMainFrame::AskWhetherToSave(std::size_t index) {
-    Tell(workspace_->StopActivity(index));
-    CSoundDoc& document = *workspace_->At(index).document;
-    if (!document.GetModified()) return Done();
-    workspace_->Activate(index);
-    const QString question = tr("Save changes to %1?").arg(Utf8Text(document.Title()));
-    MessageBox box({.text = question,
-                    .buttons = QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel},
-                   this);
-    switch (box.exec()) {
-        case QMessageBox::Save:
-            return DocumentSaver(*workspace_, document, this).Save();
-        case QMessageBox::Discard:
-            return Done();
-        default:
-            return Cancelled();
-    }
-}
-
-Outcome CMainFrame::Close(std::size_t index) {
-    if (Outcome asked = AskWhetherToSave(index); !asked) return asked;
-    workspace_->Close(index);
-    return Done();
-}
-
-Outcome CMainFrame::CloseActive() {
-    return Close(workspace_->ActiveIndex().value());
-}
-
-Outcome CMainFrame::CloseAll() {
-    for (std::size_t i = 0; i < workspace_->Count(); ++i)
-        if (Outcome asked = AskWhetherToSave(i); !asked) return asked;
-    while (workspace_->Count() > 0) workspace_->Close(workspace_->Count() - 1);
-    return Done();
-}
-
-Outcome CMainFrame::CloseOthers() {
-    const CSoundDoc& kept = *workspace_->Active()->document;
-    for (std::size_t i = 0; i < workspace_->Count(); ++i) {
-        if (workspace_->At(i).document.get() == &kept) continue;
-        if (Outcome asked = AskWhetherToSave(i); !asked) return asked;
-    }
-    workspace_->Activate(*workspace_->IndexOf(kept));
-    for (std::size_t i = workspace_->Count(); i-- > 0;)
-        if (workspace_->At(i).document.get() != &kept) workspace_->Close(i);
-    return Done();
 }
 
 bool CMainFrame::ShowsStatusBar() const {
@@ -162,11 +96,11 @@ bool CMainFrame::event(QEvent* event) {
 
 void CMainFrame::showEvent(QShowEvent* event) {
     QMainWindow::showEvent(event);
-    QMetaObject::invokeMethod(this, &CMainFrame::ShowFloatingBars, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(bars_, &FrameBars::ShowFloating, Qt::QueuedConnection);
 }
 
 void CMainFrame::closeEvent(QCloseEvent* event) {
-    if (const Outcome closed = CloseAll(); !closed) {
+    if (const Outcome closed = closer_->CloseAll(); !closed) {
         Tell(closed);
         event->ignore();
         return;

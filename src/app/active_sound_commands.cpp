@@ -1,0 +1,30 @@
+#include "app/active_sound_commands.h"
+
+#include "app/document_commands.h"
+#include "spatial/ui/spatial_commands.h"
+#include "view/ui/asking_view_commands.h"
+
+namespace sonavel {
+
+void ActiveSoundCommands::Take(Workspace& workspace, OpenSound& sound, QWidget* parent) {
+    Forget();
+    spatial_ = std::make_unique<SpatialCommands>(*sound.document, *sound.view, spatialMemory_);
+    view_ = std::make_unique<AskingViewCommands>(*sound.view, parent);
+    saver_.emplace(workspace, *sound.document, parent);
+    document_ = std::make_unique<TableCommandTarget<DocumentSaver>>(*saver_, DocumentCommands());
+}
+
+void ActiveSoundCommands::Forget() {
+    view_.reset();
+    document_.reset();
+    saver_.reset();
+    spatial_.reset();
+}
+
+CommandTarget* ActiveSoundCommands::TargetOf(int commandId) const {
+    for (CommandTarget* target : {view_.get(), document_.get(), spatial_.get()})
+        if (target && target->HandlesCommand(commandId)) return target;
+    return nullptr;
+}
+
+}  // namespace sonavel

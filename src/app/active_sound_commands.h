@@ -1,0 +1,30 @@
+// The commands that the active sound answers: those of its view, its document and its 3D effects, in
+// this order.
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "app/document_saver.h"
+#include "spatial/ui/spatial_memory.h"
+
+namespace sonavel {
+
+class ActiveSoundCommands {
+  public:
+    // Dialogs stand over `parent`. The sound has to be forgotten before it goes.
+    void Take(Workspace& workspace, OpenSound& sound, QWidget* parent);
+    void Forget();
+
+    // Null when none of them handles the command, as without a sound.
+    CommandTarget* TargetOf(int commandId) const;
+
+  private:
+    SpatialMemory spatialMemory_;
+    std::unique_ptr<CommandTarget> view_;
+    std::optional<DocumentSaver> saver_;
+    std::unique_ptr<CommandTarget> document_;
+    std::unique_ptr<CommandTarget> spatial_;
+};
+
+}  // namespace sonavel
