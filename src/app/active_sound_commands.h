@@ -1,5 +1,5 @@
-// The commands that the active sound answers: those of its view, its document and its 3D effects, in
-// this order.
+// The commands that the active sound answers: those of its view, its document and its 3D effects,
+// in this order.
 #pragma once
 
 #include <memory>
