@@ -7,6 +7,7 @@
 #include "app/logo_sound.h"
 #include "app/main_frame.h"
 #include "catalogue/ui/catalogue_window.h"
+#include "document/clip_image.h"
 #include "effects/ui/effect_command_target.h"
 #include "platform/qt/qt_progress.h"
 #include "platform/qt/qt_prompts.h"
@@ -61,7 +62,7 @@ class Application {
     LogoSound logoSound_;
     QtPrompts prompts_;
     QtProgressFactory progress_;
-    QtWaveClipboard clipboard_;
+    QtWaveClipboard clipboard_{ImageOf16Bits};
     CMainFrame frame_;
     Workspace workspace_;
     EffectState effectState_;

@@ -5,6 +5,7 @@
 
 #include "app/command_ids.h"
 #include "platform/qt/utf8_text.h"
+#include "sound/sample_types.h"
 #include "view/ui/sound_view_widget.h"
 
 namespace sonavel {
@@ -150,7 +151,7 @@ void FrameBars::FitMeter() {
 }
 
 void FrameBars::ReferMeter(const CWave& sound) {
-    meter_->SetReference(static_cast<std::int32_t>(sound.GetMaxValue() + 1));
+    meter_->SetReference(static_cast<std::int32_t>(FullScaleOf(sound.GetBits())));
 }
 
 }  // namespace sonavel

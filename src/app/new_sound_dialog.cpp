@@ -4,6 +4,8 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
+#include "sound/sample_types.h"
+
 namespace sonavel {
 
 namespace {
@@ -31,7 +33,7 @@ RadioPair AddGroup(QHBoxLayout& row, const QString& title, const QString& first,
 }  // namespace
 
 NewSoundDialog::NewSoundDialog(const NewSoundChoice& initial, QWidget* parent)
-    : FormDialog(tr("New"), parent), rate_(new QComboBox(this)) {
+    : FormDialog(tr("New"), parent), rate_(new QComboBox(this)), bits_(new QButtonGroup(this)) {
     for (const int rate : kRates) rate_->addItem(QString::number(rate));
     const QString wanted = QString::number(initial.samplesPerSecond);
     const QString shown = rate_->findText(wanted) < 0 ? QString::number(kPreselectedRate) : wanted;
@@ -43,15 +45,20 @@ NewSoundDialog::NewSoundDialog(const NewSoundChoice& initial, QWidget* parent)
     const RadioPair bits = AddGroup(*row, tr("Sample Size"), tr("&8bit Data"), tr("&16bit Data"));
     Body().addLayout(row);
     stereo_ = channels.second;
-    bits16_ = bits.second;
+    auto* floats = new QRadioButton(tr("32-bit &float"), this);
+    Body().addWidget(floats);
+    bits_->addButton(bits.first, ByteSample::kBits);
+    bits_->addButton(bits.second, WordSample::kBits);
+    bits_->addButton(floats, FloatSample::kBits);
     (initial.channels == 2 ? channels.second : channels.first)->setChecked(true);
-    (initial.bits == 16 ? bits.second : bits.first)->setChecked(true);
+    QAbstractButton* const shownBits = bits_->button(static_cast<int>(initial.bits));
+    (shownBits ? shownBits : bits.first)->setChecked(true);
     rate_->setFocus();
 }
 
 NewSoundChoice NewSoundDialog::Choice() const {
     return {rate_->currentText().toUInt(), stereo_->isChecked() ? 2u : 1u,
-            bits16_->isChecked() ? 16u : 8u};
+            static_cast<unsigned>(bits_->checkedId())};
 }
 
 }  // namespace sonavel

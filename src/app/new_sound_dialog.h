@@ -1,6 +1,7 @@
 // The dialog "New": the format of a new, empty sound.
 #pragma once
 
+#include <QButtonGroup>
 #include <QComboBox>
 #include <QRadioButton>
 
@@ -19,7 +20,7 @@ class NewSoundDialog : public FormDialog {
   private:
     QComboBox* rate_;
     QRadioButton* stereo_;
-    QRadioButton* bits16_;
+    QButtonGroup* bits_;  // by their number
 };
 
 }  // namespace sonavel

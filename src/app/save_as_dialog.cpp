@@ -163,7 +163,7 @@ void SaveAsDialog::AddChoiceColumns(QGridLayout& group) {
     group.addWidget(AddChoice(*bits_, 8, tr("&8 Bit Data"), this), 0, 3);
     group.addWidget(AddChoice(*bits_, 16, tr("&16Bit Data"), this), 1, 3);
     channels_->button(request_.channels == 2 ? 2 : 1)->setChecked(true);
-    bits_->button(request_.bits == 16 ? 16 : 8)->setChecked(true);
+    bits_->button(request_.bits == 8 ? 8 : 16)->setChecked(true);
 
     auto* more = new QPushButton(QStringLiteral("More(&I)..."), this);
     more->setAutoDefault(false);

@@ -16,7 +16,7 @@ struct ByteRange {
 
 class PlaySource {
   public:
-    // Starts over at the range's first byte with nothing left out. `bytesPerSample` is 1 or 2.
+    // Starts over at the range's first byte with nothing left out. `bytesPerSample` is 1, 2 or 4.
     void Start(ByteRange range, unsigned bytesPerSample);
     void SetSkip(ByteRange skip) { skip_ = skip; }
     void ClearSkip() { skip_.reset(); }

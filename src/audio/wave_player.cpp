@@ -225,9 +225,8 @@ CWavePlayer::Report CWavePlayer::MakeReport() const {
                                         total, std::max(source_.End(), position)});
     ChannelPeaks peaks{kNoPeak, kNoPeak};
     if (total > 0) {
-        const std::uint64_t frames = GetFrameCount();
-        const std::size_t first = position * frames / total * GetBlockAlign();
-        const std::size_t last = end * frames / total * GetBlockAlign();
+        const std::size_t first = std::size_t{FrameOfByte(*this, position)} * GetBlockAlign();
+        const std::size_t last = std::size_t{FrameOfByte(*this, end)} * GetBlockAlign();
         peaks = PeaksOfFrames(Bytes().subspan(first, last - first), {GetChannels(), GetBits()});
     }
     return {position, total, peaks};
@@ -241,9 +240,7 @@ void CWavePlayer::SendReport(const Report& report) {
 
 void CWavePlayer::ShowState(std::string_view text) {
     if (!observer_) return;
-    const std::uint64_t total = std::max<std::uint64_t>(GetDataSize(), 1);
-    const std::uint64_t position = std::min(source_.Position(), GetDataSize());
-    observer_->OnPlayState(text, static_cast<std::uint32_t>(position * GetFrameCount() / total));
+    observer_->OnPlayState(text, FrameOfByte(*this, std::min(source_.Position(), GetDataSize())));
 }
 
 void CWavePlayer::ShowPeaks(const ChannelPeaks& peaks) {

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "audio/wave_player.h"
+#include "sound/sample_types.h"
 #include "sound/sound_texts.h"
 
 namespace sonavel {
@@ -14,6 +15,9 @@ namespace {
 
 constexpr char kFullText[] =
     "The sound has reached 2,147,483,647 bytes, the most that it can hold.\n"
+    "Recording has stopped.";
+constexpr char kFullFloatsText[] =
+    "The sound has reached 4,294,967,295 frames, the most that it can hold.\n"
     "Recording has stopped.";
 
 std::string RecordStateText(const Recorder& recorder, std::uint32_t rate) {
@@ -65,7 +69,7 @@ bool CWavePlayer::StartRecording() {
     settings.deviceId = recordDevice_;
     settings.format = DeviceFormat();
     settings.blockFrames = static_cast<std::uint32_t>(recordBlockFrames_);
-    settings.limitBytes = kMaxSoundBytes - GetDataSize();
+    settings.limitBytes = MostSoundBytes(GetFormat()) - GetDataSize();
     recordingError_ = kWaveSuccess;
     recordingEnd_ = RecordingEnd::kNone;
     const WaveResult result = recorder_.Start(settings, [this] { ServeInput(); });
@@ -118,7 +122,7 @@ void CWavePlayer::ReportRecordingEnd() {
     else if (error != kWaveSuccess)
         ReportDeviceError(error);
     else if (end == RecordingEnd::kFull)
-        ReportError(kFullText);
+        ReportError(AreWholeNumbers(GetBits()) ? kFullText : kFullFloatsText);
 }
 
 bool CWavePlayer::InsertRecorded(std::uint32_t frame, const RecordedSound& recorded) {

@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 #include <new>
 #include <string_view>
 #include <utility>
 
 #include "sound/byte_order.h"
+#include "sound/sample_types.h"
 #include "sound/wav_format.h"
 
 namespace sonavel {
@@ -50,6 +52,8 @@ std::size_t SamplesOffset(std::span<const std::uint8_t> image) {
 
 std::optional<std::vector<std::uint8_t>> WriteClipImage(const PcmFormat& format,
                                                         std::span<const std::uint8_t> samples) try {
+    if (samples.size() > std::numeric_limits<std::uint32_t>::max() - kWavHeaderBytes)
+        return std::nullopt;
     std::vector<std::uint8_t> image =
         BuildWavHeader(format, static_cast<std::uint32_t>(samples.size()), 0);
     image.reserve(image.size() + samples.size());
@@ -70,17 +74,25 @@ bool ReadClipImage(std::span<const std::uint8_t> image, ClipRecord& clip) {
     // Read at 40 also behind the longer format chunk, whose samples begin two bytes later: writers
     // of such images rely on it.
     const std::uint32_t announced = LoadLittle32(&image[40]);
-    if (announced == 0 || announced > kMaxSoundBytes) return true;
+    if (announced == 0 || announced > MostSoundBytes(format)) return true;
     if (image.size() < offset + announced) return false;
     const std::size_t bytes = announced - announced % format.blockAlign;
     SoundBuffer samples;
     if (!samples.AllocBuffer(bytes)) return false;
     if (bytes) std::memcpy(samples.Data(), &image[offset], bytes);
+    if (!AreWholeNumbers(format.bitsPerSample)) MakeFinite(samples.Bytes());
     static_cast<Sound&>(clip) = {
-        MakePcmFormat(format.channels, format.bitsPerSample, format.samplesPerSecond),
+        MakeSoundFormat(format.channels, format.bitsPerSample, format.samplesPerSecond),
         std::move(samples)};
     clip.present = true;
     return true;
+}
+
+std::optional<std::vector<std::uint8_t>> ImageOf16Bits(std::span<const std::uint8_t> image) {
+    ClipRecord clip;
+    if (!ReadClipImage(image, clip) || !clip.present || !clip.ConvertBits(WordSample::kBits))
+        return std::nullopt;
+    return WriteClipImage(clip.GetFormat(), clip.Bytes());
 }
 
 bool ReadClipboard(const WaveClipboard& clipboard, ClipRecord& clip) {

@@ -17,9 +17,13 @@ std::optional<std::vector<std::uint8_t>> WriteClipImage(const PcmFormat& format,
                                                         std::span<const std::uint8_t> samples);
 
 // Takes an image from anywhere into the record. False, with the record as it was, for anything but
-// a RIFF WAVE image of a PCM format that the editor can hold, or when the samples that it announces
+// a RIFF WAVE image of a format that the editor can hold, or when the samples that it announces
 // are not all there. An image of no samples succeeds and leaves the record as it was.
 bool ReadClipImage(std::span<const std::uint8_t> image, ClipRecord& clip);
+
+// The image of a clip of floats rounded to 16 bits, for programs that take no floats. Nothing for
+// an image that cannot be read or when the memory cannot be had.
+std::optional<std::vector<std::uint8_t>> ImageOf16Bits(std::span<const std::uint8_t> image);
 
 // The image on the clipboard, read as above; false also when there is none.
 bool ReadClipboard(const WaveClipboard& clipboard, ClipRecord& clip);

@@ -25,7 +25,7 @@ Result<EditSelection> RemoveSelection(CSoundDoc& document, const EditSelection& 
 // The clip `count` times over; false when the memory cannot be had.
 bool Repeat(const ClipRecord& clip, std::uint32_t count, SoundBuffer& repeated) {
     const std::uint64_t bytes = clip.GetDataSize() * count;
-    if (bytes > kMaxSoundBytes || !repeated.AllocBuffer(bytes)) return false;
+    if (bytes > MostSoundBytes(clip.GetFormat()) || !repeated.AllocBuffer(bytes)) return false;
     for (std::uint32_t i = 0; i < count; ++i)
         std::memcpy(repeated.Data() + i * clip.GetDataSize(), clip.Bytes().data(),
                     clip.GetDataSize());

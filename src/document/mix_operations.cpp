@@ -1,6 +1,7 @@
 // Mixing the clip into the sound.
 #include <algorithm>
 #include <cstddef>
+#include <type_traits>
 
 #include "document/edit_operations.h"
 #include "document/edit_step.h"
@@ -22,7 +23,10 @@ MixGains Sane(const MixGains& gains) {
 class ConstantGain {
   public:
     explicit ConstantGain(const MixGains& gains) : gains_(gains) {}
-    MixGains At(std::int32_t) const { return gains_; }
+    template <class Index>
+    MixGains At(Index) const {
+        return gains_;
+    }
 
   private:
     MixGains gains_;
@@ -33,11 +37,12 @@ class ConstantGain {
 template <std::int32_t kChannels>
 class LinearGain {
   public:
-    LinearGain(const CrossfadeGains& gains, std::int32_t frames)
-        : gains_(gains), last_(std::max(frames - 1, 1)) {}
+    LinearGain(const CrossfadeGains& gains, std::uint64_t frames)
+        : gains_(gains), last_(static_cast<double>(frames > 2 ? frames - 1 : 1)) {}
 
-    MixGains At(std::int32_t sample) const {
-        const std::int32_t frame = sample / kChannels;
+    template <class Index>
+    MixGains At(Index sample) const {
+        const Index frame = sample / kChannels;
         const double t = static_cast<double>(frame) / last_;
         return {gains_.start.clip * (1 - t) + gains_.end.clip * t,
                 gains_.start.sound * (1 - t) + gains_.end.sound * t};
@@ -48,30 +53,33 @@ class LinearGain {
     double last_;
 };
 
-// Wraps around at the ends of the sample's range. Bytes count from 0, so that even silence, 128, is
-// scaled: results of 8-bit mixes depend on it.
-template <class Sample>
-Sample Truncated(double value) {
-    return static_cast<Sample>(static_cast<std::int32_t>(value));
+// Whole numbers wrap around at the ends of their range. Bytes count from 0, so that even silence,
+// 128, is scaled: results of 8-bit mixes depend on it.
+template <class Type>
+typename Type::Stored Mixed(double value) {
+    if constexpr (kHoldsWholeNumbers<Type>)
+        return static_cast<typename Type::Stored>(static_cast<std::int32_t>(value));
+    else
+        return Type::Finite(static_cast<typename Type::Stored>(value));
 }
 
 // `sound` is the range to process; its first `old` samples were there before the range grew.
-template <class Sample, class Gain>
-void MixSamples(std::span<Sample> sound, std::span<const Sample> clip, std::size_t old,
-                const Gain& gain) {
-    const auto length = static_cast<std::int32_t>(sound.size());
-    const auto clipEnd = static_cast<std::int32_t>(std::min(sound.size(), clip.size()));
-    const auto bothEnd = static_cast<std::int32_t>(std::min({sound.size(), clip.size(), old}));
-    Sample* const to = sound.data();
-    const Sample* const from = clip.data();
-    for (std::int32_t i = 0; i < bothEnd; ++i) {
+template <class Type, class Gain>
+void MixSamples(std::span<typename Type::Stored> sound, std::span<const typename Type::Stored> clip,
+                std::size_t old, const Gain& gain) {
+    // Narrow where all indices fit, for speed.
+    using Index = std::conditional_t<kHoldsWholeNumbers<Type>, std::int32_t, std::int64_t>;
+    const auto length = static_cast<Index>(sound.size());
+    const auto clipEnd = static_cast<Index>(std::min(sound.size(), clip.size()));
+    const auto bothEnd = static_cast<Index>(std::min({sound.size(), clip.size(), old}));
+    auto* const to = sound.data();
+    const auto* const from = clip.data();
+    for (Index i = 0; i < bothEnd; ++i) {
         const MixGains at = gain.At(i);
-        to[i] = Truncated<Sample>(from[i] * at.clip + to[i] * at.sound);
+        to[i] = Mixed<Type>(from[i] * at.clip + to[i] * at.sound);
     }
-    for (std::int32_t i = bothEnd; i < clipEnd; ++i)
-        to[i] = Truncated<Sample>(from[i] * gain.At(i).clip);
-    for (std::int32_t i = clipEnd; i < length; ++i)
-        to[i] = Truncated<Sample>(to[i] * gain.At(i).sound);
+    for (Index i = bothEnd; i < clipEnd; ++i) to[i] = Mixed<Type>(from[i] * gain.At(i).clip);
+    for (Index i = clipEnd; i < length; ++i) to[i] = Mixed<Type>(to[i] * gain.At(i).sound);
 }
 
 struct MixRange {
@@ -85,9 +93,9 @@ void MixBytes(CWave& sound, const ClipRecord& clip, const MixRange& range, const
     const std::span<std::uint8_t> bytes =
         sound.MutableBytes().subspan(range.startByte, range.bytes);
     VisitSampleType(sound.GetBits(), [&](auto type) {
-        const auto samples = SamplesOf<decltype(type)>(bytes);
-        const std::size_t old = range.oldBytes / sizeof samples[0];
-        MixSamples(samples, SamplesOf<decltype(type)>(clip.Bytes()), old, gain);
+        using Type = decltype(type);
+        const std::size_t old = range.oldBytes / sizeof(typename Type::Stored);
+        MixSamples<Type>(SamplesOf<Type>(bytes), SamplesOf<Type>(clip.Bytes()), old, gain);
     });
 }
 
@@ -107,7 +115,7 @@ std::optional<MixRange> MakeRoom(CWave& sound, const ClipRecord& clip, const Edi
     const std::size_t startByte = start * sound.GetBlockAlign();
     const std::size_t oldBytes = sound.GetDataSize() - startByte;
     const std::size_t bytes = frames * sound.GetBlockAlign();
-    if (startByte + held * sound.GetBlockAlign() > kMaxSoundBytes ||
+    if (startByte + held * sound.GetBlockAlign() > MostSoundBytes(sound.GetFormat()) ||
         !sound.GrowWithSilence(static_cast<std::uint32_t>(start + held)))
         return std::nullopt;
     return MixRange{startByte, bytes, std::min(oldBytes, bytes)};
@@ -133,7 +141,7 @@ Result<EditSelection> RunMix(CSoundDoc& document, const ClipRecord& clip,
 template <std::int32_t kChannels>
 void CrossfadeBytes(CWave& sound, const ClipRecord& clip, const MixRange& range,
                     const CrossfadeGains& gains) {
-    const auto frames = static_cast<std::int32_t>(range.bytes / sound.GetBlockAlign());
+    const std::uint64_t frames = range.bytes / sound.GetBlockAlign();
     MixBytes(sound, clip, range, LinearGain<kChannels>(gains, frames));
 }
 

@@ -3,6 +3,7 @@
 
 #include "document/sound_doc.h"
 #include "sound/file_formats.h"
+#include "sound/sample_types.h"
 
 namespace sonavel {
 namespace {
@@ -38,6 +39,9 @@ std::string CSoundDoc::SaveWarning(const SaveAsChoice& choice) const {
     SaveLoss loss = LossOf(sound_, choice);
     if (WrapsWhenConverted(sound_, choice.bits))
         loss.Add("The loudest 8-bit samples wrap around to the other sign in 16 bits.");
+    if (AreWholeNumbers(choice.bits) && !AreWholeNumbers(sound_.GetBits()))
+        loss.Add("The 32-bit float samples are rounded to " + std::to_string(choice.bits) +
+                 " bits; Export keeps them.");
     return loss.text;
 }
 

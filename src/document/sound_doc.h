@@ -147,9 +147,11 @@ class CSoundDoc {
 
     // Fills the preview sound from floating-point samples, one a frame for mono and left/right
     // pairs for stereo; `lengthBytes` divided by the preview's channel count gives the frames, 0
-    // standing for the sound's frame count. Samples are truncated to whole numbers; missing ones
-    // are silence. Done once it is filled; the preview itself says why it does not play.
-    enum class PreviewFormat { kOfTheSound, kStereo16 };
+    // standing for the sound's frame count. Samples are truncated to whole numbers, unless the
+    // preview holds floats; missing ones are silence. Done once it is filled; the preview itself
+    // says why it does not play. kComputedStereo: of 16 bits, or of floats where the sound holds
+    // them.
+    enum class PreviewFormat { kOfTheSound, kComputedStereo };
     enum class PreviewPlay { kNo, kYes };
     Outcome MakePreview(std::span<const float> samples, PreviewPlay play, std::uint64_t lengthBytes,
                         PreviewFormat format);

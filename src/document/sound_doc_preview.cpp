@@ -14,12 +14,20 @@ std::int32_t Whole(float value) {
     return value > -2e9f && value < 2e9f ? static_cast<std::int32_t>(value) : 0;
 }
 
-// What lies beyond the type's bits wraps.
+template <class Type>
+typename Type::Stored StoredOf(float value) {
+    if constexpr (kHoldsWholeNumbers<Type>)
+        return Type::StoredOf(Whole(value));
+    else
+        return Type::StoredOf(value);
+}
+
+// What lies beyond the bits of whole numbers wraps.
 template <class Type>
 void Store(std::span<const float> samples, std::span<typename Type::Stored> stored) {
     const std::size_t count = std::min(samples.size(), stored.size());
     std::transform(samples.begin(), samples.begin() + static_cast<std::ptrdiff_t>(count),
-                   stored.begin(), [](float value) { return Type::StoredOf(Whole(value)); });
+                   stored.begin(), StoredOf<Type>);
     std::fill(stored.begin() + static_cast<std::ptrdiff_t>(count), stored.end(), Type::StoredOf(0));
 }
 
@@ -27,9 +35,9 @@ void Store(std::span<const float> samples, std::span<typename Type::Stored> stor
 
 Outcome CSoundDoc::MakePreview(std::span<const float> samples, PreviewPlay play,
                                std::uint64_t lengthBytes, PreviewFormat format) {
-    const bool stereo16 = format == PreviewFormat::kStereo16;
-    const unsigned channels = stereo16 ? 2 : sound_.GetChannels();
-    const unsigned bits = stereo16 ? 16 : sound_.GetBits();
+    const bool stereo = format == PreviewFormat::kComputedStereo;
+    const unsigned channels = stereo ? 2 : sound_.GetChannels();
+    const unsigned bits = stereo ? ComputedBits(sound_.GetBits()) : sound_.GetBits();
     if (channels == 0) return Failed("There is no sound.");
     const std::uint64_t frames = lengthBytes ? lengthBytes / channels : sound_.GetFrameCount();
     preview_.Stop(CWavePlayer::StopReport::kSilent);

@@ -32,8 +32,10 @@ EffectPass::EffectPass(const EffectTraits& traits, const Sound& sound, FrameRang
       slots_(sound.GetChannels()) {}
 
 WorkEnd EffectPass::RunInPlace(Sound& sound) {
+    const bool quantizes =
+        traits_.storing == Storing::kQuantized && AreWholeNumbers(sound_.GetBits());
     const auto store = [&](unsigned slot, std::uint32_t first, std::span<float> samples) {
-        if (traits_.storing == Storing::kQuantized) QuantizeInPlace(samples);
+        if (quantizes) QuantizeInPlace(samples);
         WriteTruncated(sound, slot, range_.start + first, samples);
     };
     const std::size_t atOnce = Threads() > 1 ? kPiecesAtOnce : 1;

@@ -150,7 +150,7 @@ Outcome EffectRunner::Preview(PreviewPlay play) {
     const CWave& sound = document_.Sound();
     if (traits_.previewScalesEightBits && sound.GetBits() == 8) pairs.Scale(kEightBitScale);
     return document_.MakePreview(pairs.Pairs(), play, range_.Frames() * sound.GetChannels(),
-                                 CSoundDoc::PreviewFormat::kStereo16);
+                                 CSoundDoc::PreviewFormat::kComputedStereo);
 }
 
 }  // namespace

@@ -11,7 +11,7 @@ namespace {
 
 // Only whole numbers are stored, so what is cut off does not count.
 bool IsBeyond(float value, const SampleLimits& limits) {
-    const auto whole = static_cast<std::int32_t>(value);
+    const double whole = std::trunc(value);
     return whole < limits.least || whole > limits.greatest;
 }
 
@@ -50,10 +50,10 @@ int VolumePercent(double decibels) {
 }
 
 std::optional<int> FirstTooLoudPercent(const SampleExtremes& extremes, unsigned bits) {
-    const SampleLimits limits = LimitsOfSamples(bits);
+    const SampleLimits limits = LevelLimitsOf(bits);
     for (int percent = 0; percent <= kGreatestVolumePercent; ++percent) {
         std::array ends{static_cast<float>(extremes.minimum), static_cast<float>(extremes.maximum)};
-        ScaleVolume(ends, {percent}, bits);
+        ScaleVolume(ends, {percent, Overload::kWrap}, bits);
         if (IsBeyond(ends[0], limits) || IsBeyond(ends[1], limits)) return percent;
     }
     return std::nullopt;

@@ -15,8 +15,9 @@ inline constexpr int kDefaultWaveDevice = -1;
 inline constexpr int kNoWaveDevice = -2;
 inline constexpr int kDefaultBlockFrames = 1024;
 
-// 8-bit samples are unsigned bytes around 128, 16-bit samples little-endian signed words; frames
-// are interleaved, left first.
+// 8-bit samples are unsigned bytes around 128, 16-bit samples little-endian signed words, 32-bit
+// samples floats of +-1, which a device that takes none of them plays as 16 bits with dither, held
+// at full scale. Frames are interleaved, left first.
 struct WaveFormat {
     std::uint16_t channels = 1;
     std::uint32_t samplesPerSecond = 44100;

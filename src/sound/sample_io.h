@@ -1,5 +1,6 @@
 // Samples of a sound to floats and back, a channel at a time. The loops are written per sample
-// width, so that the compiler vectorises them; the values are those of GetSample and SetSample.
+// width, so that the compiler vectorises them; the values are those of GetSample and SetSample, of
+// sounds of floats in units of 16 bits without rounding.
 #pragma once
 
 #include <cstdint>
@@ -28,7 +29,8 @@ void ReadChannel(const Sound& sound, unsigned channel, std::uint32_t startFrame,
 void ReadInterleaved(const Sound& sound, std::uint32_t startFrame, std::span<float> out);
 
 // Writes one channel from startFrame on, each value truncated toward zero and stored in its low 8
-// or 16 bits; frames beyond the end of the data are left out. Values must lie within +-2^31.
+// or 16 bits, or as it is in a sound of floats; frames beyond the end of the data are left out.
+// Values for whole numbers must lie within +-2^31.
 void WriteTruncated(Sound& sound, unsigned channel, std::uint32_t startFrame,
                     std::span<const float> values);
 // Likewise for interleaved samples of all channels.

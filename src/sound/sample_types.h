@@ -144,6 +144,20 @@ constexpr SampleLimits LimitsOfSamples(unsigned bits) {
     });
 }
 
+// The levels of full scale.
+constexpr SampleLimits LevelLimitsOf(unsigned bits) {
+    return VisitSampleType(bits, [](auto type) {
+        return SampleLimits{type.LevelOf(type.StoredOf(type.kLeast)),
+                            type.LevelOf(type.StoredOf(type.kGreatest))};
+    });
+}
+
+// The bits of what is computed as a whole from samples of that many bits, as a placing in space is:
+// floats stay floats, all else becomes 16 bits.
+constexpr unsigned ComputedBits(unsigned bits) {
+    return AreWholeNumbers(bits) ? WordSample::kBits : bits;
+}
+
 // The span of the levels of a width: 256, 65536 or 2^24.
 constexpr std::int64_t FullScaleOf(unsigned bits) {
     return VisitSampleType(bits, [](auto type) { return type.kFullScale; });
@@ -153,6 +167,11 @@ constexpr std::int64_t FullScaleOf(unsigned bits) {
 inline void FillWithSilence(std::span<std::uint8_t> bytes, unsigned bits) {
     const int silence = VisitSampleType(bits, [](auto type) { return type.kSilenceByte; });
     if (!bytes.empty()) std::memset(bytes.data(), silence, bytes.size());
+}
+
+// Of floats as other programs left them: what is not a number or infinite becomes 0.
+inline void MakeFinite(std::span<std::uint8_t> floats) {
+    for (float& sample : SamplesOf<FloatSample>(floats)) sample = FloatSample::Finite(sample);
 }
 
 }  // namespace sonavel

@@ -155,4 +155,12 @@ bool Sound::GrowWithSilence(std::uint32_t frames) {
     return true;
 }
 
+std::uint32_t FrameOfByte(const Sound& sound, std::uint64_t byte) {
+    const std::uint64_t size = sound.GetDataSize(), align = sound.GetBlockAlign();
+    if (size == 0 || align == 0) return 0;
+    // Of whole frames without the product, which is too great for the longest sounds.
+    return static_cast<std::uint32_t>(size % align == 0 ? byte / align
+                                                        : byte * sound.GetFrameCount() / size);
+}
+
 }  // namespace sonavel

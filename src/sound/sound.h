@@ -97,4 +97,8 @@ class Sound {
     MarkerList markers_;
 };
 
+// The frame that a byte of a sound belongs to: byte x frame count / data size; 0 for an empty
+// sound.
+std::uint32_t FrameOfByte(const Sound& sound, std::uint64_t byte);
+
 }  // namespace sonavel

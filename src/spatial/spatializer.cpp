@@ -16,8 +16,6 @@
 namespace sonavel {
 namespace {
 
-constexpr unsigned kResultFrameBytes = 4;
-
 // A block of a range, with the 256 samples before it; those before the range are silent.
 void ReadBlock(const Sound& sound, FrameRange range, std::size_t index,
                std::span<float, kBlockInput> block) {
@@ -78,7 +76,8 @@ Outcome Store(CSoundDoc& document, FrameRange range, PairBuffer& output) {
     Result<SoundEdit> edit = document.BeginEdit("Copy Sample");
     if (!edit) return edit.Ended();
     CWavePlayer& sound = document.Sound();
-    if (!sound.ConvertFormat(2, ChannelChoice::kBothOrMix, 16)) return Failed(failure::kMemory);
+    if (!sound.ConvertFormat(2, ChannelChoice::kBothOrMix, ComputedBits(sound.GetBits())))
+        return Failed(failure::kMemory);
     output.ForEachPart([&](std::uint32_t first, std::span<const float> pairs) {
         WriteInterleaved(sound, range.start + first, pairs);
     });
@@ -87,8 +86,9 @@ Outcome Store(CSoundDoc& document, FrameRange range, PairBuffer& output) {
     return Done();
 }
 
-bool FitsAs16BitStereo(const Sound& sound) {
-    return std::uint64_t{sound.GetFrameCount()} * kResultFrameBytes <= kMaxSoundBytes;
+bool FitsAsStereo(const Sound& sound) {
+    const PcmFormat result = MakeSoundFormat(2, ComputedBits(sound.GetBits()), 1);
+    return std::uint64_t{sound.GetFrameCount()} * result.blockAlign <= MostSoundBytes(result);
 }
 
 Outcome HandOver(const SpatialTarget& target, FrameRange range, PairBuffer& output) {
@@ -97,7 +97,7 @@ Outcome HandOver(const SpatialTarget& target, FrameRange range, PairBuffer& outp
                           ? CSoundDoc::PreviewPlay::kYes
                           : CSoundDoc::PreviewPlay::kNo;
     return target.document.MakePreview(output.Pairs(), play, 2 * range.Frames(),
-                                       CSoundDoc::PreviewFormat::kStereo16);
+                                       CSoundDoc::PreviewFormat::kComputedStereo);
 }
 
 template <class MakeFilter>
@@ -106,7 +106,7 @@ Outcome Spatialize(const SpatialTarget& target, const MakeFilter& makeFilter) tr
     const FrameRange range =
         RangeToWorkOn(target.selectionStart, target.selectionEnd, document.Sound().GetFrameCount());
     if (range.IsEmpty()) return Failed("The sound is empty.");
-    if (target.outcome == SpatialOutcome::kApply && !FitsAs16BitStereo(document.Sound()))
+    if (target.outcome == SpatialOutcome::kApply && !FitsAsStereo(document.Sound()))
         return Failed("The sound is too long to become 16-bit stereo.");
     PairBuffer output(range.Frames());
     if (!output.HasMemory()) return Failed(failure::kMemory);

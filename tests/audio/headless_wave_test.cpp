@@ -30,6 +30,23 @@ TEST_F(HeadlessWaveTest, WhatIsPlayedCanBeOpenedAsAFile) {
     }
 }
 
+TEST_F(HeadlessWaveTest, FloatsArePlayedIntoAFileOfFloats) {
+    const TemporaryFolder folder;
+    const auto path = folder / "played.wav";
+    HeadlessWaveDevices headless(WavePace::kAsFastAsAsked, path);
+    CWavePlayer source(prompts, progress, headless);
+    source.SetPlaybackBlockFrames(128);
+    ASSERT_TRUE(source.Create(1, 32, 8000, 128));
+    for (std::uint32_t i = 0; i < 128; ++i) source.SetSample(0, i, static_cast<int>(i) * 1000);
+    ASSERT_TRUE(source.Play(0));
+    headless.PumpUntilIdle();
+    const auto file = ReadFileBytes(path);
+    ASSERT_EQ(file.size(), 44u + 128 * 4);
+    EXPECT_EQ(file[20], 3);   // floats
+    EXPECT_EQ(file[34], 32);  // bits
+    EXPECT_TRUE(std::equal(file.begin() + 44, file.end(), source.Bytes().begin()));
+}
+
 TEST_F(HeadlessWaveTest, AFileThatCannotBeWrittenIsADeviceError) {
     HeadlessWaveDevices headless(WavePace::kAsFastAsAsked, "/nonexistent/played.wav");
     CWavePlayer source(prompts, progress, headless);

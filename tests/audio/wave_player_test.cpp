@@ -28,8 +28,8 @@ class PlayerLayoutTest : public PlayerTest, public ::testing::WithParamInterface
 };
 
 INSTANTIATE_TEST_SUITE_P(Layouts, PlayerLayoutTest,
-                         ::testing::Values(Layout{1, 8}, Layout{2, 8}, Layout{1, 16},
-                                           Layout{2, 16}));
+                         ::testing::Values(Layout{1, 8}, Layout{2, 8}, Layout{1, 16}, Layout{2, 16},
+                                           Layout{1, 32}, Layout{2, 32}));
 
 TEST_P(PlayerLayoutTest, RangesAreHeardByteForByteAndPaddedWithTheLastSample) {
     MakeSound(GetParam().channels, GetParam().bits, 5000);

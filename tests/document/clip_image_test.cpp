@@ -38,6 +38,23 @@ TEST(ClipImage, ReadsBackWhatWasWrittenInAnyCaseOfTheTags) {
     }
 }
 
+TEST(ClipImage, FloatsAreMarkedAsSuchAndCleanedWhenRead) {
+    ByteBuilder samples;
+    for (const std::uint32_t bits : {0x3F800000u, 0x7FC00000u, 0xFF800000u, 0xC0400000u})
+        samples.Little32(bits);  // 1, not a number, minus infinity, -3
+    const auto image = WriteClipImage(MakeSoundFormat(1, 32, 44100), samples.Bytes());
+    ASSERT_TRUE(image);
+    EXPECT_EQ((*image)[20], 3);
+    ClipRecord clip;
+    ASSERT_TRUE(ReadClipImage(*image, clip));
+    EXPECT_EQ(clip.GetFormat(), MakeSoundFormat(1, 32, 44100));
+    const double expected[] = {1, 0, 0, -3};
+    for (std::uint32_t i = 0; i < 4; ++i) EXPECT_EQ(clip.GetShare(0, i), expected[i]) << i;
+    Bytes whole = *image;
+    whole[20] = 1;  // 32-bit whole numbers
+    EXPECT_FALSE(ReadClipImage(whole, clip));
+}
+
 TEST(ClipImage, LongerFormatChunkMovesTheSamplesButNotTheSize) {
     Bytes image = ImageOf({1, 8}, PatternBytes(10, 1));
     Put(image, 16, 4, 18);

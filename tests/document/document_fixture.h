@@ -51,7 +51,7 @@ inline Sound MakeSound(const Format& format, const Bytes& bytes) {
     SoundBuffer samples;
     EXPECT_TRUE(samples.AllocBuffer(bytes.size()));
     std::copy(bytes.begin(), bytes.end(), samples.Data());
-    return {MakePcmFormat(format.channels, format.bits, format.rate), std::move(samples)};
+    return {MakeSoundFormat(format.channels, format.bits, format.rate), std::move(samples)};
 }
 
 inline ClipRecord MakeClip(const Format& format, const Bytes& bytes) {
@@ -100,7 +100,7 @@ class DocumentTest : public ::testing::Test {
         CWave& sound = document->Sound();
         for (std::uint32_t i = 0; i < frames; ++i)
             for (unsigned channel = 0; channel < format.channels; ++channel)
-                sound.SetSample(channel, i, format.bits == 16 ? word(random) : word(random) >> 8);
+                sound.SetSample(channel, i, format.bits == 8 ? word(random) >> 8 : word(random));
         return document;
     }
     static int PeakOf(const CWave& sound) {

@@ -96,6 +96,30 @@ TEST_F(MixTest, ResultsWrapAndEightBitSilenceIsScaled) {
     EXPECT_EQ(BytesOf(bytes->Sound()), Bytes{0});
 }
 
+TEST_F(MixTest, FloatsAddUpAsTheyAreAndBeyondFullScale) {
+    const Format format{2, 32, 8000};
+    const auto document = MakeNoise(format, 20);
+    const auto before = MakeNoise(format, 20);
+    ClipRecord clip{*MakeNoise(format, 9)->Sound().Copy(), true};
+    for (const double gain : {0.3, 2.0}) {
+        ASSERT_TRUE(edit::Mix(*document, clip, {0, 0, 5}, {gain, 2}));
+        for (std::uint32_t i = 0; i < 20; ++i) {
+            const bool both = i >= 5 && i < 14;
+            const double value = before->Sound().GetShare(1, i) * (both ? 2 : 1);
+            const double added = both ? clip.GetShare(1, i - 5) * gain : 0;
+            EXPECT_NEAR(document->Sound().GetShare(1, i), value + added, 1e-6) << i;
+        }
+        ASSERT_TRUE(document->Undo());
+    }
+    const edit::CrossfadeGains gains{{0, 1}, {1, 0}};
+    ASSERT_TRUE(edit::CrossfadeMix(*document, clip, {0, 0, 11}, gains));
+    for (std::uint32_t i = 0; i < 9; ++i) {
+        const double t = i / 8.0;
+        EXPECT_NEAR(document->Sound().GetShare(0, 11 + i),
+                    clip.GetShare(0, i) * t + before->Sound().GetShare(0, 11 + i) * (1 - t), 1e-6);
+    }
+}
+
 TEST_F(MixTest, SenselessGainsDoNoHarm) {
     for (const double gain : {double{NAN}, double{INFINITY}, -double{INFINITY}, 1e300}) {
         auto document = MakeDocument({2, 16}, PatternBytes(16, 1));

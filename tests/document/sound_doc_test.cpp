@@ -300,7 +300,7 @@ TEST_F(SoundDocTest, PreviewTruncatesSamplesIntoItsFormat) {
     EXPECT_EQ(BytesOf(document->Preview()), (Bytes{127, 129, 28, 128}));
     // Two channels halve the length, whatever the sound has.
     ASSERT_TRUE(document->MakePreview(samples, CSoundDoc::PreviewPlay::kYes, 5,
-                                      CSoundDoc::PreviewFormat::kStereo16));
+                                      CSoundDoc::PreviewFormat::kComputedStereo));
     EXPECT_EQ(document->Preview().GetFormat(), MakePcmFormat(2, 16, 8000));
     EXPECT_EQ(document->Preview().GetFrameCount(), 2u);
     EXPECT_EQ(document->Preview().GetSample(1, 0), -1);
@@ -317,8 +317,8 @@ TEST_F(SoundDocTest, APreviewHoldsWhatItHasRoomForAndSilenceBehindWhatThereIs) {
         Bytes expected;
     } cases[] = {{kOfTheSound, 4, {1, 2}, {127, 126, 128, 128}},
                  {kOfTheSound, 2, {1, 2, 3, 4}, {127, 126}},
-                 {kStereo16, 4, {1}, {1, 0, 0, 0, 0, 0, 0, 0}},
-                 {kStereo16, 2, {1, 2, 3, 4}, {1, 0, 2, 0}}};
+                 {kComputedStereo, 4, {1}, {1, 0, 0, 0, 0, 0, 0, 0}},
+                 {kComputedStereo, 2, {1, 2, 3, 4}, {1, 0, 2, 0}}};
     for (const auto& c : cases) {
         auto document = MakeDocument({1, 8}, PatternBytes(4, 1));
         // Memory that held something else before, and a preview that plays.

@@ -59,6 +59,24 @@ TEST_F(SpatializerTest, MakesAnEightBitMonoSound16BitStereo) {
                     Convolved(source->Sound(), 0, i, 132) * 258.00787, 2);
 }
 
+TEST_F(SpatializerTest, AFloatSoundBecomesFloatStereoOfWhatA16BitSoundWouldRound) {
+    for (const unsigned channels : {1u, 2u}) {
+        const auto words = MakeNoise({channels, 16, 44100}, 3000, 8000);
+        const auto floats = MakeNoise({channels, 16, 44100}, 3000, 8000);
+        ASSERT_TRUE(floats->Sound().ConvertBits(32));
+        for (CSoundDoc* document : {words.get(), floats.get()})
+            ASSERT_TRUE(SpatializePositional({*document, 200, 2800, "", SpatialOutcome::kApply},
+                                             {0.5f, 0.6f, 0}));
+        EXPECT_EQ(floats->Sound().GetFormat(), MakeSoundFormat(2, 32, 44100));
+        ASSERT_EQ(floats->Sound().GetFrameCount(), 3000u);
+        for (std::uint32_t i = 0; i < 3000; ++i)
+            for (const unsigned ear : {0u, 1u})
+                ASSERT_EQ(words->Sound().GetSample(ear, i),
+                          static_cast<int>(floats->Sound().GetShare(ear, i) * 32768))
+                    << i;
+    }
+}
+
 TEST_F(SpatializerTest, BringsPeaksDownToFullScaleAndLeavesLowerOnes) {
     const auto peakOf = [&](int greatest, int sign) {
         const auto document = MakeNoise({1, 16, 44100}, 20000, greatest);

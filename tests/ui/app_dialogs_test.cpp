@@ -54,6 +54,10 @@ TEST_F(AppDialogsTest, NewOffersElevenRatesAndStartsWithCdRateMonoEightBit) {
     EXPECT_EQ(second.samplesPerSecond, 60000u);
     EXPECT_EQ(second.channels, 2u);
     EXPECT_EQ(second.bits, 16u);
+    RequiredButton<QRadioButton>(dialog, "32-bit &float")->click();
+    EXPECT_EQ(dialog.Choice().bits, 32u);
+    EXPECT_FALSE(RequiredButton<QRadioButton>(dialog, "&16bit Data")->isChecked());
+    EXPECT_EQ(NewSoundDialog({8000, 1, 32}).Choice().bits, 32u);
 }
 
 class SaveAsDialogTest : public AppDialogsTest {

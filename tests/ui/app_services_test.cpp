@@ -9,6 +9,7 @@
 #include <QTimer>
 #include <thread>
 
+#include "document/clip_image.h"
 #include "platform/qt/channel_conversion_dialog.h"
 #include "platform/qt/qt_progress.h"
 #include "platform/qt/qt_prompts.h"
@@ -124,7 +125,7 @@ TEST_F(ServicesTest, ChannelConversionNamesItsDirection) {
 const std::vector<std::uint8_t> kImage{'R', 'I', 'F', 'F', 4, 0, 0, 0, 'W', 'A', 'V', 'E'};
 
 TEST_F(ServicesTest, AnImageIsOfferedUnderEveryName) {
-    QtWaveClipboard clipboard;
+    QtWaveClipboard clipboard(ImageOf16Bits);
     ASSERT_TRUE(clipboard.SetImage(kImage));
     EXPECT_TRUE(clipboard.OffersWave());
     EXPECT_EQ(clipboard.GetImage(), kImage);
@@ -135,8 +136,31 @@ TEST_F(ServicesTest, AnImageIsOfferedUnderEveryName) {
     }
 }
 
+TEST_F(ServicesTest, FloatsStayForTheEditorAndAreRoundedForOtherPrograms) {
+    QtWaveClipboard clipboard(ImageOf16Bits);
+    const float samples[] = {0.5f, -2};
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(samples);
+    const auto image = WriteClipImage(MakeSoundFormat(1, 32, 8000), {bytes, sizeof samples});
+    ASSERT_TRUE(clipboard.SetImage(*image));
+    EXPECT_EQ(clipboard.GetImage(), image);
+    const QMimeData* offered = QGuiApplication::clipboard()->mimeData();
+    const QByteArray rounded = offered->data("audio/x-wav");
+    const auto* data = reinterpret_cast<const std::uint8_t*>(rounded.constData());
+    ClipRecord clip;
+    ASSERT_TRUE(ReadClipImage({data, static_cast<std::size_t>(rounded.size())}, clip));
+    EXPECT_EQ(clip.GetFormat(), MakeSoundFormat(1, 16, 8000));
+    EXPECT_NEAR(clip.GetSample(0, 0), 16384, 1);
+    EXPECT_EQ(clip.GetSample(0, 1), -32768);
+
+    // As another process of the editor offers it.
+    auto* foreign = new QMimeData;
+    for (const QString& name : offered->formats()) foreign->setData(name, offered->data(name));
+    QGuiApplication::clipboard()->setMimeData(foreign);
+    EXPECT_EQ(clipboard.GetImage(), image);
+}
+
 TEST_F(ServicesTest, AnyNameOfAnotherProgramIsTaken) {
-    QtWaveClipboard clipboard;
+    QtWaveClipboard clipboard(ImageOf16Bits);
     for (const char* name : {"audio/vnd.wave", "audio/x-wav", "audio/wav", "audio/wave"}) {
         auto* foreign = new QMimeData;
         foreign->setData(name, QByteArray("RIFF....WAVE"));

@@ -285,6 +285,8 @@ TEST_F(ViewDialogsTest, RecordWithoutADocumentMakesANewOne) {
     EXPECT_EQ(choice.format.bits, 8u);
     EXPECT_TRUE(choice.waiting);
     EXPECT_EQ(choice.waitingTenths, 1000);
+    ButtonNamed<QRadioButton>(dialog, "32-bit &float")->click();
+    EXPECT_EQ(dialog.Choice().format.bits, 32u);
 }
 
 TEST_F(ViewDialogsTest, ClipboardPreviewEndsWithItsDialog) {

@@ -64,6 +64,22 @@ TEST(BlockExtremes, SeveralChangesAreReadOnceFromTheFirstOfThemOn) {
     EXPECT_EQ(extremes.Revision(), revision + 1);
 }
 
+TEST(BlockExtremes, FloatsCountInTheirOwnSteps) {
+    RandomSound sound(2, 16, 3000);
+    BlockExtremes words, floats;
+    words.Rebuild(sound.wave, 0);
+    ASSERT_TRUE(sound.wave.ConvertBits(32));
+    sound.wave.SetSample(1, 2999, 1 << 20);  // beyond full scale
+    floats.Rebuild(sound.wave, 0);
+    const auto steps = static_cast<std::int32_t>(FullScaleOf(32) / FullScaleOf(16));
+    for (unsigned channel = 0; channel < 2; ++channel)
+        for (std::size_t block = 0; block + 1 < words.BlockCount(); ++block) {
+            EXPECT_EQ(floats.Maxima(channel)[block], words.Maxima(channel)[block] * steps);
+            EXPECT_EQ(floats.Minima(channel)[block], words.Minima(channel)[block] * steps);
+        }
+    EXPECT_EQ(floats.Maxima(1).back(), steps << 20);
+}
+
 TEST(BlockExtremes, AnotherFormatIsReadFromTheStart) {
     RandomSound sound(2, 16, 3000);
     BlockExtremes extremes;

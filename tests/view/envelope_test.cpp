@@ -135,6 +135,18 @@ TEST(Envelope, DrawsAsTheRulesSayAtEveryZoom) {
     }
 }
 
+TEST(Envelope, FloatsAreDrawnAsTheWordsThatTheyEqual) {
+    Scene scene(2, 16, 90001, 100, 83);
+    for (int step = 0; step < 12; ++step) {
+        Scene floats(2, 16, 90001, 100, 83);
+        ASSERT_TRUE(floats.sound.wave.ConvertBits(32));
+        floats.extremes.Rebuild(floats.sound.wave, 0);
+        floats.zoom = scene.zoom;
+        EXPECT_EQ(EnvelopeColumns(floats.Request(1)), EnvelopeColumns(scene.Request(1))) << step;
+        scene.zoom = LevelZoomIn(TimeZoomIn(scene.zoom, scene.context), scene.context);
+    }
+}
+
 // The sound on a third of the lane.
 ZoomState Shrunk(const Scene& scene) {
     UserZoom third;

@@ -22,6 +22,10 @@ TEST(StatusTexts, SampleValues) {
     mono.wave.MutableBytes()[4] = 255;
     EXPECT_EQ(SampleValuesText(mono.wave, 4), "(Sample Value) Left,Right : -127");
     EXPECT_EQ(SampleValuesText(mono.wave, 10), "(Sample Value) Left,Right : 0");
+    RandomSound floats(2, 32, 10);
+    floats.wave.SetSample(0, 3, -8192);
+    floats.wave.SetSample(1, 3, 65536);
+    EXPECT_EQ(SampleValuesText(floats.wave, 3), "(Sample Value) Left,Right : -0.25000, 2.00000");
 }
 
 TEST(StatusTexts, PositionsInTheThreeFormats) {

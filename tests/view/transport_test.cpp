@@ -167,7 +167,7 @@ TEST_F(TransportTest, APreviewShowsItsStateAndItsPeaksAsTheSoundDoes) {
     const std::vector<float> samples(2000, 16384.0f);
     const auto play = [&] {
         ASSERT_TRUE(Document().MakePreview(samples, CSoundDoc::PreviewPlay::kYes, 2000,
-                                           CSoundDoc::PreviewFormat::kStereo16));
+                                           CSoundDoc::PreviewFormat::kComputedStereo));
     };
     play();
     EXPECT_EQ(window.texts.back(), "(Playing) 1000 / 1000");

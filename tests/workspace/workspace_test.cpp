@@ -155,7 +155,7 @@ TEST_F(WorkspaceTest, StoppingEveryActivityStopsTheSoundAndItsPreview) {
     OpenRamp(6400);
     const std::vector<float> samples(12800);
     ASSERT_TRUE(Document().MakePreview(samples, CSoundDoc::PreviewPlay::kYes, 0,
-                                       CSoundDoc::PreviewFormat::kStereo16));
+                                       CSoundDoc::PreviewFormat::kComputedStereo));
     ASSERT_TRUE(Sound().Play(0));
     EXPECT_TRUE(workspace.StopActivity(0));
     EXPECT_TRUE(Sound().IsStopped());

@@ -36,14 +36,19 @@ QStringList NotesOnVolume(const NotedSound& sound) {
     const auto tooLoud = FirstTooLoudPercent(sound.extremes, sound.bits);
     if (!tooLoud)
         return {measured, QObject::tr("Within full scale up to %1 %.").arg(kGreatestVolumePercent)};
-    return {measured, QObject::tr("Louder than full scale from %1 % on: samples then wrap around "
-                                  "unless held.")
-                          .arg(*tooLoud)};
+    const QString loud =
+        AreWholeNumbers(sound.bits)
+            ? QObject::tr(
+                  "Louder than full scale from %1 % on: samples then wrap around "
+                  "unless held.")
+            : QObject::tr("Louder than full scale from %1 % on: floats keep that unless held.");
+    return {measured, loud.arg(*tooLoud)};
 }
 
 // The quantizer lifts some positive samples by 128.
 QStringList NotesOnLifting(const EffectTraits& traits, const NotedSound& sound) {
     constexpr int kLift = 128;
+    if (!AreWholeNumbers(sound.bits)) return {};
     if (sound.bits == 8)
         return {
             QObject::tr("Rounding lifts some samples by 128: in an 8-bit sound they wrap "
@@ -57,7 +62,7 @@ QStringList NotesOnWrapping(const EffectTraits& traits, const NotedSound& sound)
     if (traits.monoRefusal && sound.channels == 1) return {};
     if (traits.storing == Storing::kTruncated) return NotesOnVolume(sound);
     if (traits.storing == Storing::kQuantized) return NotesOnLifting(traits, sound);
-    if (traits.peak != PeakRule::kWithin16Bits || sound.bits == 16) return {};
+    if (traits.peak != PeakRule::kWithin16Bits || sound.bits != ByteSample::kBits) return {};
     return {
         QObject::tr("The result is limited to 16 bits: louder 8-bit samples wrap around to the "
                     "other sign.")};

@@ -8,6 +8,8 @@ namespace sonavel {
 namespace {
 
 constexpr std::uint32_t kHeaderBytes = 44;
+constexpr std::uint32_t kPcmTag = 1;
+constexpr std::uint32_t kFloatTag = 3;
 
 class HeaderWriter {
   public:
@@ -54,7 +56,7 @@ void WavFileSink::WriteHeader() {
     header.Number(kHeaderBytes - 8 + dataBytes_, 4);
     header.Tag("WAVEfmt ");
     header.Number(16, 4);
-    header.Number(1, 2);
+    header.Number(format_.bitsPerSample == 32 ? kFloatTag : kPcmTag, 2);
     header.Number(format_.channels, 2);
     header.Number(format_.samplesPerSecond, 4);
     header.Number(format_.samplesPerSecond * format_.BlockAlign(), 4);

@@ -81,6 +81,12 @@ PaDeviceIndex DefaultDevice(StreamDirection direction) {
                                                  : Pa_GetDefaultInputDevice();
 }
 
+// Floats are converted by the library, clipped and dithered, where the device takes none.
+PaSampleFormat SampleFormatOf(const WaveFormat& format) {
+    if (format.bitsPerSample == 32) return paFloat32;
+    return format.bitsPerSample == 8 ? paUInt8 : paInt16;
+}
+
 }  // namespace
 
 WaveResult ToWaveResult(PaError error) {
@@ -149,13 +155,14 @@ WaveResult PortAudioLibrary::TryOpen(PortAudioStream& stream, const StreamReques
     PaStreamParameters parameters{};
     parameters.device = id;
     parameters.channelCount = request.format.channels;
-    parameters.sampleFormat = request.format.bitsPerSample == 8 ? paUInt8 : paInt16;
+    parameters.sampleFormat = SampleFormatOf(request.format);
     parameters.suggestedLatency = LatencyOf(*info, direction);
     const bool isInput = direction == StreamDirection::kInput;
     const PaError error = Pa_OpenStream(
         &stream.handle, isInput ? &parameters : nullptr, isInput ? nullptr : &parameters,
-        request.format.samplesPerSecond, paFramesPerBufferUnspecified, paClipOff | paDitherOff,
-        request.callback, &stream);
+        request.format.samplesPerSecond, paFramesPerBufferUnspecified,
+        parameters.sampleFormat == paFloat32 ? paNoFlag : paClipOff | paDitherOff, request.callback,
+        &stream);
     if (error != paNoError) {
         stream.handle = nullptr;
         return ToWaveResult(error);

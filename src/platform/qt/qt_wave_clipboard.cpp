@@ -12,10 +12,35 @@ const QStringList& WaveMimeData::Names() {
     return names;
 }
 
+QString WaveMimeData::FloatName() {
+    return QStringLiteral("application/x-sonavel-float-wave");
+}
+
+namespace {
+
+constexpr std::size_t kFormatTagOffset = 20;
+constexpr std::uint8_t kFloatTag = 3;
+
+bool HoldsFloats(std::span<const std::uint8_t> image) {
+    return image.size() > kFormatTagOffset && image[kFormatTagOffset] == kFloatTag;
+}
+
+QByteArray BytesOf(std::span<const std::uint8_t> image) {
+    return {reinterpret_cast<const char*>(image.data()), static_cast<qsizetype>(image.size())};
+}
+
+}  // namespace
+
+WaveMimeData::WaveMimeData(std::vector<std::uint8_t> image, RoundedImage rounded)
+    : image_(std::move(image)), rounded_(rounded), offered_(Names()) {
+    if (HoldsFloats(image_)) offered_.prepend(FloatName());
+}
+
 QVariant WaveMimeData::retrieveData(const QString& name, QMetaType type) const {
     if (!hasFormat(name)) return QMimeData::retrieveData(name, type);
-    return QByteArray(reinterpret_cast<const char*>(image_.data()),
-                      static_cast<qsizetype>(image_.size()));
+    if (!HoldsFloats(image_) || name == FloatName()) return BytesOf(image_);
+    const auto rounded = rounded_(image_);
+    return rounded ? BytesOf(*rounded) : QByteArray();
 }
 
 namespace {
@@ -29,7 +54,7 @@ bool HasWaveName(const QMimeData* offered) {
 
 }  // namespace
 
-QtWaveClipboard::QtWaveClipboard() {
+QtWaveClipboard::QtWaveClipboard(RoundedImage rounded) : rounded_(rounded) {
     connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this,
             [this] { offersWave_.reset(); });
 }
@@ -44,7 +69,7 @@ std::optional<std::vector<std::uint8_t>> QtWaveClipboard::GetImage() const {
     if (!offered) return std::nullopt;
     if (const auto* own = qobject_cast<const WaveMimeData*>(offered)) return own->Image();
     const QStringList names = offered->formats();
-    for (const QString& name : WaveMimeData::Names()) {
+    for (const QString& name : QStringList(WaveMimeData::FloatName()) + WaveMimeData::Names()) {
         if (!names.contains(name)) continue;
         const QByteArray data = offered->data(name);
         if (!data.isEmpty()) return std::vector<std::uint8_t>(data.begin(), data.end());
@@ -54,7 +79,7 @@ std::optional<std::vector<std::uint8_t>> QtWaveClipboard::GetImage() const {
 
 bool QtWaveClipboard::SetImage(std::vector<std::uint8_t> image) {
     QClipboard* clipboard = QGuiApplication::clipboard();
-    auto* offered = new WaveMimeData(std::move(image));
+    auto* offered = new WaveMimeData(std::move(image), rounded_);
     clipboard->setMimeData(offered);  // takes it over
     offersWave_.reset();
     return clipboard->mimeData() == offered;

@@ -4,36 +4,46 @@
 #include <QMimeData>
 #include <QObject>
 #include <optional>
+#include <span>
+#include <vector>
 
 #include "platform/wave_clipboard.h"
 
 namespace sonavel {
 
-// A wave image that is copied only when a program asks for it.
+// Makes an image of 16-bit samples from one of floats; nothing when it cannot.
+using RoundedImage =
+    std::optional<std::vector<std::uint8_t>> (*)(std::span<const std::uint8_t> image);
+
+// A wave image that is copied only when a program asks for it. Of floats it is offered under a name
+// of the editor's own, and rounded under the usual ones.
 class WaveMimeData : public QMimeData {
     Q_OBJECT
 
   public:
-    explicit WaveMimeData(std::vector<std::uint8_t> image) : image_(std::move(image)) {}
+    WaveMimeData(std::vector<std::uint8_t> image, RoundedImage rounded);
 
     static const QStringList& Names();
+    static QString FloatName();
     const std::vector<std::uint8_t>& Image() const { return image_; }
 
-    bool hasFormat(const QString& name) const override { return Names().contains(name); }
-    QStringList formats() const override { return Names(); }
+    bool hasFormat(const QString& name) const override { return offered_.contains(name); }
+    QStringList formats() const override { return offered_; }
 
   protected:
     QVariant retrieveData(const QString& name, QMetaType type) const override;
 
   private:
     std::vector<std::uint8_t> image_;
+    RoundedImage rounded_;
+    QStringList offered_;
 };
 
 class QtWaveClipboard : public QObject, public WaveClipboard {
     Q_OBJECT
 
   public:
-    QtWaveClipboard();
+    explicit QtWaveClipboard(RoundedImage rounded);
 
     // Asks the owner of the clipboard once for each of its contents: the menus want to know often,
     // and the owner may be slow to answer.
@@ -42,6 +52,7 @@ class QtWaveClipboard : public QObject, public WaveClipboard {
     bool SetImage(std::vector<std::uint8_t> image) override;
 
   private:
+    RoundedImage rounded_;
     mutable std::optional<bool> offersWave_;
 };
 

@@ -4,6 +4,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "sound/sample_types.h"
 #include "spatial/scene_points.h"
 
 namespace sonavel {
@@ -57,12 +58,15 @@ QStringList SpatialDialog::Notes() const {
     const CWave& sound = Document().Sound();
     QStringList notes{tr("Headphones are needed to hear where the sound is.")};
     const bool stereo = sound.GetChannels() == 2;
-    if (stereo && sound.GetBits() == 16)
-        notes << tr("The sound stays 16-bit stereo; its left channel is what is placed.");
+    const unsigned bits = ComputedBits(sound.GetBits());
+    const QString result =
+        bits == WordSample::kBits ? tr("16-bit stereo") : tr("32-bit float stereo");
+    if (stereo && sound.GetBits() == bits)
+        notes << tr("The sound stays %1; its left channel is what is placed.").arg(result);
     else if (stereo)
-        notes << tr("OK makes the whole sound 16-bit stereo; its left channel is what is placed.");
+        notes << tr("OK makes the whole sound %1; its left channel is what is placed.").arg(result);
     else
-        notes << tr("OK makes the whole sound 16-bit stereo.");
+        notes << tr("OK makes the whole sound %1.").arg(result);
     return notes;
 }
 

@@ -31,8 +31,7 @@ class BlockExtremes {
     std::uint64_t Revision() const { return revision_; }
     std::size_t BlockCount() const { return blockCount_; }
     unsigned Channels() const { return channels_; }
-    // One level a block. Empty for a channel the sound
-    // lacks.
+    // One level a block. Empty for a channel the sound lacks.
     std::span<const std::int32_t> Maxima(unsigned channel) const;
     std::span<const std::int32_t> Minima(unsigned channel) const;
 

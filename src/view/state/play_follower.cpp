@@ -72,7 +72,10 @@ void PlayFollower::OnPlayPosition(std::uint64_t positionBytes, std::uint64_t tot
     }
     const std::uint64_t frames = document_.Sound().GetFrameCount();
     NoteColumn();
-    playFrame_ = static_cast<std::uint32_t>(positionBytes * frames / totalBytes);
+    // Whole frames first, which keeps the product of long sounds within 64 bits.
+    const bool wholeFrames = frames > 0 && totalBytes % frames == 0;
+    playFrame_ = static_cast<std::uint32_t>(wholeFrames ? positionBytes / (totalBytes / frames)
+                                                        : positionBytes * frames / totalBytes);
     if (document_.Options().playScrolling == 1) Follow(*playFrame_);
     NoteColumn();
 }

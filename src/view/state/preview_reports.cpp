@@ -1,5 +1,8 @@
 #include "view/state/preview_reports.h"
 
+#include <algorithm>
+
+#include "sound/sample_types.h"
 #include "view/state/play_follower.h"
 
 namespace sonavel {
@@ -10,8 +13,8 @@ constexpr std::string_view kStopped = "(Stopped) ";
 // The meter measures by the full scale of the document's sound, which may have other bits.
 std::int32_t Rescaled(std::int32_t peak, const Sound& from, const Sound& to) {
     if (peak < 0 || from.GetBits() == to.GetBits()) return peak;
-    const std::int64_t scale = std::int64_t{to.GetMaxValue()} + 1;
-    return static_cast<std::int32_t>(peak * scale / (std::int64_t{from.GetMaxValue()} + 1));
+    const std::int64_t rescaled = peak * FullScaleOf(to.GetBits()) / FullScaleOf(from.GetBits());
+    return static_cast<std::int32_t>(std::min<std::int64_t>(rescaled, INT32_MAX));
 }
 
 }  // namespace

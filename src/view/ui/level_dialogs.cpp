@@ -2,6 +2,8 @@
 
 #include <QHBoxLayout>
 
+#include "sound/sample_types.h"
+
 namespace sonavel {
 
 namespace {
@@ -12,15 +14,21 @@ QLabel* RangeLabel(const MixQuestion& range, QWidget* parent) {
 }
 
 // Sums are not clipped, and those of 8-bit samples are of their bytes, which count from 0.
-QLabel* WrapNote(const MixQuestion& range, QWidget* parent) {
+QString WrapText(unsigned bits) {
+    if (!AreWholeNumbers(bits))
+        return QObject::tr(
+            "Sums louder than full scale are kept as they are.\nLevels that add up "
+            "to 100 % never make them.");
     const QString sums =
-        range.bits == 8
+        bits == ByteSample::kBits
             ? QObject::tr("8-bit samples add up as bytes, silence being 128:\nsums beyond 255")
             : QObject::tr("Sums louder than full scale");
-    auto* note = new QLabel(
-        QObject::tr("%1 wrap around to the other sign.\nLevels that add up to 100 % never do.")
-            .arg(sums),
-        parent);
+    return QObject::tr("%1 wrap around to the other sign.\nLevels that add up to 100 % never do.")
+        .arg(sums);
+}
+
+QLabel* WrapNote(const MixQuestion& range, QWidget* parent) {
+    auto* note = new QLabel(WrapText(range.bits), parent);
     note->setObjectName(QStringLiteral("wrapNote"));
     return note;
 }

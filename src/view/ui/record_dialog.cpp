@@ -5,6 +5,8 @@
 #include <QHBoxLayout>
 #include <QRadioButton>
 
+#include "sound/sample_types.h"
+
 namespace sonavel {
 
 namespace {
@@ -72,15 +74,19 @@ void CRecordDlg::AddTarget() {
         waitingTenths_->setEnabled(on);
     };
     connect(waiting_, &QCheckBox::toggled, this, follow);
+    Body().addSpacing(6);
+    AddChoice(bits_, Body(), tr("32-bit &float"), FloatSample::kBits);
     waiting_->setChecked(request_.initial.waiting);
     follow(waiting_->isChecked());
 }
 
 void CRecordDlg::PutInTabOrder() {
     QList<QWidget*> order{rate_};
+    QAbstractButton* const floats = bits_.button(FloatSample::kBits);
     for (const QButtonGroup* group : {&channels_, &bits_})
-        for (QAbstractButton* button : group->buttons()) order.append(button);
-    order << newWindow_ << waiting_ << waitingTenths_;
+        for (QAbstractButton* button : group->buttons())
+            if (button != floats) order.append(button);
+    order << newWindow_ << waiting_ << waitingTenths_ << floats;
     for (qsizetype i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
 }
 
