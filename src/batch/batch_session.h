@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "batch/command_row.h"
+#include "codec/client/child_codecs.h"
 #include "effects/effect_table.h"
 #include "platform/headless/headless_progress.h"
 #include "platform/headless/headless_wave_devices.h"
@@ -31,6 +32,7 @@ class BatchSession {
     ScriptedPrompts& Prompts() { return prompts_; }
     MemoryClipboard& Clipboard() { return clipboard_; }
     EffectState& Effects() { return effectState_; }
+    const SoundCodecs& Codecs() const { return codecs_; }
 
     bool HasActive() { return workspace_.Active() != nullptr; }
     // These need an active document.
@@ -45,6 +47,7 @@ class BatchSession {
     HeadlessProgress progress_;
     MemoryClipboard clipboard_;
     HeadlessWaveDevices devices_;
+    ChildCodecs codecs_;
     EffectState effectState_;
     Workspace workspace_;
 };

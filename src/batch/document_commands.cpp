@@ -3,6 +3,8 @@
 
 #include "batch/batch_session.h"
 #include "batch/command_rows.h"
+#include "exchange/open_refusal.h"
+#include "exchange/sound_import.h"
 
 namespace sonavel::batch {
 namespace {
@@ -24,7 +26,12 @@ Outcome New(BatchSession& session, const Arguments& words) {
 }
 
 Outcome Open(BatchSession& session, const Arguments& words) {
-    return session.Sounds().OpenDocument(AbsolutePath(words.Text("PATH")));
+    const std::filesystem::path path = AbsolutePath(words.Text("PATH"));
+    Outcome opened = session.Sounds().OpenDocument(path);
+    if (!opened.IsFailed() || !OpenRefuses(path)) return opened;
+    CodecWatcher watcher;
+    if (!ProbeImport(path, &session.Codecs(), watcher)) return opened;
+    return Failed(opened.Reason() + " The command import reads it.");
 }
 
 Outcome Save(BatchSession& session, const Arguments& words) {

@@ -26,6 +26,7 @@ struct Group {
 
 constexpr Group kGroups[] = {
     {"Documents", DocumentCommandRows},
+    {"Import and tags", ImportCommandRows},
     {"Reports", ReportCommandRows},
     {"Selection, clipboard, markers", EditCommandRows},
     {"Format of the sound", FormatCommandRows},

@@ -34,8 +34,8 @@ const std::vector<CommandRow>& AllCommandRows() {
     static const std::vector<CommandRow> kRows = [] {
         std::vector<CommandRow> rows;
         for (const auto& group :
-             {DocumentCommandRows(), ReportCommandRows(), EditCommandRows(), FormatCommandRows(),
-              ViewCommandRows(), EffectCommandRows(), ScriptCommandRows()})
+             {DocumentCommandRows(), ImportCommandRows(), ReportCommandRows(), EditCommandRows(),
+              FormatCommandRows(), ViewCommandRows(), EffectCommandRows(), ScriptCommandRows()})
             rows.insert(rows.end(), group.begin(), group.end());
         return rows;
     }();

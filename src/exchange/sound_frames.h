@@ -5,7 +5,6 @@
 #include <memory>
 
 #include "exchange/sound_extras.h"
-
 #include "platform/progress_window.h"
 #include "sound/sound.h"
 #include "sound/sound_codecs.h"

@@ -84,6 +84,56 @@ class BatchToolTest : public ::testing::Test {
     }
 };
 
+// --- Import
+
+TEST_F(BatchToolTest, ImportsWhatOpenRefusesAndSavesItTheWayItCame) {
+    // 24 bits, two frames, with an odd chunk that Open and Save know nothing of.
+    const FileBytes odd = RiffChunkBytes("iXML", BytesOf("<a/>"));
+    const FileBytes file = WavBytes({.bits = 24,
+                                     .blockAlign = 3,
+                                     .beforeData = {},
+                                     .data = {0, 0, 0x40, 1, 0, 0xC0},
+                                     .behindData = odd});
+    WriteFileBytes(folder_ / "deep.v2.wav", file);
+    const ToolResult refused = Run("open @/deep.v2.wav");
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_NE(refused.errors.find("The command import reads it."), std::string::npos)
+        << refused.errors;
+    ExpectOutput(
+        "import @/deep.v2.wav; samples 0 9; info; save; import @/deep.v2.wav depth=16; samples 0 9",
+        "0 0.5000000\n1 -0.4999999\n"
+        "document 1 title=\"deep.v2.wav\" rate=8000 channels=1 bits=32 frames=2 bytes=8 "
+        "duration=0.000250 modified=0 selection=0..0 cursor=0 markers=0\n"
+        "0 16384\n1 -16384\n");
+    EXPECT_EQ(ReadFileBytes(folder_ / "deep.v2.wav"), file);
+}
+
+TEST_F(BatchToolTest, AsksOnceBeforeASaveThatLoses) {
+    WriteFileBytes(folder_ / "a.aiff",
+                   AiffBytes({.frames = 2, .beforeCommon = {}, .data = {0, 1, 0, 2}}));
+    const ToolResult result =
+        Run("import @/a.aiff; marker-add 0 name=region length=1; answer cancel; try save; save; "
+            "marker-add 1 name=point; save; import @/a.aiff; markers");
+    EXPECT_EQ(result.out,
+              "question: The lengths of regions cannot be written to an AIFF file.\\n"
+              "Save all the same? -> cancel\n"
+              "failed: Cancelled.\n"
+              "question: The lengths of regions cannot be written to an AIFF file.\\n"
+              "Save all the same? -> ok\n"
+              "marker 1 position=0 length=0 name=\"region\"\n"
+              "marker 2 position=1 length=0 name=\"point\"\n");
+    EXPECT_EQ(result.errors, "");
+}
+
+TEST_F(BatchToolTest, KeepsTagsThroughASave) {
+    WriteRamp("a.wav", 3);
+    ExpectOutput(
+        "import @/a.wav; tags; tag-set title \"A \\\"T\\\"\"; tag-set artist B; tag-set artist "
+        "\"\"; "
+        "tags; save; close; import @/a.wav; tags",
+        "tag title=\"A \\\"T\\\"\"\ntag title=\"A \\\"T\\\"\"\n");
+}
+
 // --- The call
 
 TEST_F(BatchToolTest, ReadsScriptsFromFilesInputAndWords) {
