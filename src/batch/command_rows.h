@@ -9,6 +9,7 @@ namespace sonavel::batch {
 
 std::vector<CommandRow> DocumentCommandRows();
 std::vector<CommandRow> ImportCommandRows();  // with tags
+std::vector<CommandRow> ExportCommandRows();
 std::vector<CommandRow> ReportCommandRows();
 std::vector<CommandRow> EditCommandRows();
 std::vector<CommandRow> FormatCommandRows();

@@ -27,6 +27,7 @@ struct Group {
 constexpr Group kGroups[] = {
     {"Documents", DocumentCommandRows},
     {"Import and tags", ImportCommandRows},
+    {"Export", ExportCommandRows},
     {"Reports", ReportCommandRows},
     {"Selection, clipboard, markers", EditCommandRows},
     {"Format of the sound", FormatCommandRows},

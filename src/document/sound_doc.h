@@ -80,6 +80,8 @@ class CSoundDoc {
 
     // Whether it was imported, and not saved as another file since.
     bool IsImported() const { return origin_.has_value(); }
+    // Null when it was not.
+    const SoundFileDescription* Origin() const { return origin_ ? &origin_->description : nullptr; }
     // "FLAC, 24 bit, 96,000 Hz" and what was missing; empty of what was not imported.
     std::string OriginLine() const;
 
