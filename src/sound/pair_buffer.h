@@ -12,6 +12,8 @@ namespace sonavel {
 
 // The greatest magnitude; 0 of nothing.
 float PeakOf(std::span<const float> values);
+// Every value * factor.
+void MultiplyBy(float factor, std::span<float> values);
 
 // Zero to begin with. What goes over all pairs is spread over the cores.
 class PairBuffer {

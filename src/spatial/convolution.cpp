@@ -30,21 +30,20 @@ void MultiplyBothEars(Spectrum& x, const Spectrum& left, const Spectrum& right) 
 
 void LoadResponseSpectrum(Spectrum& spectrum, int index) {
     const std::span<const double, kHrirTaps> taps = HrirTable::Get().Response(index);
-    spectrum.real.fill(0);
-    spectrum.imaginary.fill(0);
-    std::transform(taps.begin(), taps.end(), spectrum.real.begin(),
+    Spectrum response{};
+    std::transform(taps.begin(), taps.end(), response.real.begin(),
                    [](double tap) { return static_cast<float>(tap); });
-    Fft(spectrum, kFftLog2Size);
+    Fft(response, spectrum);
 }
 
 void ConvolveBlock(std::span<const float, kBlockInput> input, const Spectrum& left,
                    const Spectrum& right, std::span<float, 2 * kBlockFrames> output) {
-    Spectrum x;
+    Spectrum x, transformed;
     std::copy(input.begin(), input.end(), x.real.begin());
     x.imaginary.fill(0);
-    Fft(x, kFftLog2Size);
-    MultiplyBothEars(x, left, right);
-    Fft(x, kFftLog2Size);
+    Fft(x, transformed);
+    MultiplyBothEars(transformed, left, right);
+    Fft(transformed, x);
     for (int j = 0; j < kBlockFrames; ++j) {
         output[2 * j] = x.imaginary[kBlockHistory + j];
         output[2 * j + 1] = x.real[kBlockHistory + j];

@@ -7,16 +7,14 @@
 
 namespace sonavel {
 
-inline constexpr int kFftLog2Size = 10;
-inline constexpr int kFftSize = 1 << kFftLog2Size;
+inline constexpr int kFftSize = 1024;
 
 struct alignas(32) Spectrum {
     std::array<float, kFftSize> real;
     std::array<float, kFftSize> imaginary;
 };
 
-// In place, forward (e^-i), unscaled, over the first 2^log2Size points; log2Size is even and at
-// most kFftLog2Size.
-void Fft(Spectrum& data, int log2Size);
+// Forward (e^-i), unscaled. `result` must not be `data`.
+void Fft(const Spectrum& data, Spectrum& result);
 
 }  // namespace sonavel

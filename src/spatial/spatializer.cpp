@@ -61,24 +61,36 @@ float RunFilter(const Sound& sound, FrameRange range, const BlockFilter& filter,
     return PeakOf(std::span(peaks).first(done));
 }
 
-// Peaks beyond 16 bits are brought down first; 8-bit sounds are brought up afterwards, and what
-// passes 16 bits then is held at their ends.
-void FitInto16Bits(PairBuffer& output, float peak, unsigned bits) {
-    constexpr float kLimit = 32767;
-    if (peak > kLimit) output.Scale(kLimit / peak);
-    if (bits == 8) output.Scale(kEightBitScale);
-    if (peak > kLimit || bits == 8)
-        output.ForEachPart(
-            [](std::uint32_t, std::span<float> pairs) { HoldWithinLimits(pairs, 16); });
-}
+// How what was computed fits into 16 bits. Peaks beyond them are brought down first; 8-bit sounds
+// are brought up afterwards, and what passes 16 bits then is held at their ends.
+class Fitting {
+  public:
+    Fitting(float peak, unsigned bits) : tooLoud_(peak > kLimit), eightBits_(bits == 8) {
+        if (tooLoud_) factor_ = kLimit / peak;
+    }
 
-Outcome Store(CSoundDoc& document, FrameRange range, PairBuffer& output) {
+    void Fit(std::span<float> pairs) const {
+        if (tooLoud_) MultiplyBy(factor_, pairs);
+        if (eightBits_) MultiplyBy(kEightBitScale, pairs);
+        if (tooLoud_ || eightBits_) HoldWithinLimits(pairs, 16);
+    }
+
+  private:
+    static constexpr float kLimit = 32767;
+
+    bool tooLoud_;
+    bool eightBits_;
+    float factor_ = 1;
+};
+
+Outcome Store(CSoundDoc& document, FrameRange range, const Fitting& fitting, PairBuffer& output) {
     Result<SoundEdit> edit = document.BeginEdit("Copy Sample");
     if (!edit) return edit.Ended();
     CWavePlayer& sound = document.Sound();
     if (!sound.ConvertFormat(2, ChannelChoice::kBothOrMix, ComputedBits(sound.GetBits())))
         return Failed(failure::kMemory);
-    output.ForEachPart([&](std::uint32_t first, std::span<const float> pairs) {
+    output.ForEachPart([&](std::uint32_t first, std::span<float> pairs) {
+        fitting.Fit(pairs);
         WriteInterleaved(sound, range.start + first, pairs);
     });
     document.ClearPreview();
@@ -91,8 +103,11 @@ bool FitsAsStereo(const Sound& sound) {
     return std::uint64_t{sound.GetFrameCount()} * result.blockAlign <= MostSoundBytes(result);
 }
 
-Outcome HandOver(const SpatialTarget& target, FrameRange range, PairBuffer& output) {
-    if (target.outcome == SpatialOutcome::kApply) return Store(target.document, range, output);
+Outcome HandOver(const SpatialTarget& target, FrameRange range, const Fitting& fitting,
+                 PairBuffer& output) {
+    if (target.outcome == SpatialOutcome::kApply)
+        return Store(target.document, range, fitting, output);
+    output.ForEachPart([&](std::uint32_t, std::span<float> pairs) { fitting.Fit(pairs); });
     const auto play = target.outcome == SpatialOutcome::kPlayedPreview
                           ? CSoundDoc::PreviewPlay::kYes
                           : CSoundDoc::PreviewPlay::kNo;
@@ -117,8 +132,7 @@ Outcome Spatialize(const SpatialTarget& target, const MakeFilter& makeFilter) tr
         peak = RunFilter(document.Sound(), range, makeFilter(range.Frames()), output.Pairs(),
                          *progress);
     }
-    FitInto16Bits(output, peak, document.Sound().GetBits());
-    return HandOver(target, range, output);
+    return HandOver(target, range, Fitting(peak, document.Sound().GetBits()), output);
 } catch (const std::bad_alloc&) {
     return Failed(failure::kMemory);
 }
