@@ -34,9 +34,12 @@ EffectPass::EffectPass(const EffectTraits& traits, const Sound& sound, FrameRang
 WorkEnd EffectPass::RunInPlace(Sound& sound) {
     const bool quantizes =
         traits_.storing == Storing::kQuantized && AreWholeNumbers(sound_.GetBits());
-    const auto store = [&](unsigned slot, std::uint32_t first, std::span<float> samples) {
-        if (quantizes) QuantizeInPlace(samples);
-        WriteTruncated(sound, slot, range_.start + first, samples);
+    const auto store = [&](const Unit& unit, const auto& samples) {
+        if (quantizes)
+            for (const std::span<float> channel : samples) QuantizeInPlace(channel);
+        const std::uint32_t first = range_.start + unit.first;
+        if (unit.slots == 2) return WriteBothTruncated(sound, first, samples[0], samples[1]);
+        WriteTruncated(sound, unit.firstSlot, first, samples[unit.firstSlot]);
     };
     const std::size_t atOnce = Threads() > 1 ? kPiecesAtOnce : 1;
     for (std::size_t first = 0; first < pieces_; first += atOnce) {
@@ -56,11 +59,12 @@ WorkEnd EffectPass::RunIntoPairs(PairBuffer& pairs) {
     const bool bothSides = traits_.monoPreview == MonoPreview::kBothSides;
     // A mono sound's right side is announced as one of its own.
     if (bothSides && traits_.previewOrder == UnitOrder::kChannelByChannel) slots_ = 2;
-    const WorkEnd end = Run(traits_.previewOrder, [&](unsigned slot, std::uint32_t first,
-                                                      std::span<const float> samples) {
-        pairs.Put(slot, first, samples);
-        if (traits_.peak == PeakRule::kNone) return;
-        peaks_[slot].after = std::max(peaks_[slot].after, PeakOf(samples));
+    const WorkEnd end = Run(traits_.previewOrder, [&](const Unit& unit, const auto& samples) {
+        for (unsigned slot = unit.firstSlot; slot < unit.firstSlot + unit.slots; ++slot) {
+            pairs.Put(slot, unit.first, samples[slot]);
+            if (traits_.peak == PeakRule::kNone) continue;
+            peaks_[slot].after = std::max(peaks_[slot].after, PeakOf(samples[slot]));
+        }
     });
     if (bothSides && slots_ == 1) pairs.CopyLeftToRight();
     return end;
@@ -123,23 +127,38 @@ void EffectPass::Compute(const Unit& unit, const Store& store) {
     for (unsigned i = 0; i < unit.slots; ++i) {
         const unsigned slot = unit.firstSlot + i;
         piece.channels[slot] = {samples + i * each, each};
-        Load(std::min(slot, sound_.GetChannels() - 1), unit, piece.channels[slot]);
     }
+    Load(unit, piece);
     if (!cancelled_) processor_.Process(piece);
-    for (unsigned slot = unit.firstSlot; slot < unit.firstSlot + unit.slots; ++slot)
-        store(slot, unit.first, piece.channels[slot].last(unit.frames));
+    for (std::span<float>& channel : piece.channels)
+        if (!channel.empty()) channel = channel.last(unit.frames);
+    store(unit, piece.channels);
 }
 
-void EffectPass::Load(unsigned channel, const Unit& unit, std::span<float> samples) {
+void EffectPass::Load(const Unit& unit, EffectPiece& piece) {
     const std::uint32_t silent = historyFrames_ - std::min(historyFrames_, unit.first);
-    std::fill_n(samples.begin(), silent, 0.0f);
-    const auto heard = samples.subspan(silent);
-    const std::uint32_t first = unit.first - (historyFrames_ - silent);
-    ReadChannel(sound_, channel, range_.start + first, heard,
-                traits_.storing == Storing::kQuantized ? EightBitReading::kSignedByte
-                                                       : EightBitReading::kFull);
+    std::array<std::span<float>, 2> heard;
+    for (unsigned slot = unit.firstSlot; slot < unit.firstSlot + unit.slots; ++slot) {
+        std::ranges::fill(piece.channels[slot].first(silent), 0.0f);
+        heard[slot] = piece.channels[slot].subspan(silent);
+    }
+    Read(unit, range_.start + unit.first - (historyFrames_ - silent), heard);
     if (traits_.peak != PeakRule::kAsBefore) return;
-    peaks_[channel].before = std::max(peaks_[channel].before, PeakOf(heard));
+    for (unsigned slot = unit.firstSlot; slot < unit.firstSlot + unit.slots; ++slot) {
+        Peaks& peaks = peaks_[std::min(slot, sound_.GetChannels() - 1)];
+        peaks.before = std::max(peaks.before, PeakOf(heard[slot]));
+    }
+}
+
+void EffectPass::Read(const Unit& unit, std::uint32_t first,
+                      const std::array<std::span<float>, 2>& heard) {
+    const auto reading = traits_.storing == Storing::kQuantized ? EightBitReading::kSignedByte
+                                                                : EightBitReading::kFull;
+    const unsigned channels = sound_.GetChannels();
+    if (unit.slots == 2 && channels == 2)
+        return ReadBothChannels(sound_, first, heard[0], heard[1], reading);
+    for (unsigned slot = unit.firstSlot; slot < unit.firstSlot + unit.slots; ++slot)
+        ReadChannel(sound_, std::min(slot, channels - 1), first, heard[slot], reading);
 }
 
 Onward EffectPass::ShowBefore(const Unit& unit) {

@@ -50,7 +50,8 @@ class EffectPass {
     Unit UnitAt(UnitOrder order, std::size_t index) const;
     template <class Store>
     void Compute(const Unit& unit, const Store& store);
-    void Load(unsigned channel, const Unit& unit, std::span<float> samples);
+    void Load(const Unit& unit, EffectPiece& piece);
+    void Read(const Unit& unit, std::uint32_t first, const std::array<std::span<float>, 2>& heard);
     Onward ShowBefore(const Unit& unit);
     int PercentOf(std::uint32_t done) const;
 

@@ -61,6 +61,36 @@ void Read(const Sound& sound, SampleRun run, std::span<float> out, int valueOfBy
     std::fill(out.begin() + static_cast<std::ptrdiff_t>(run.count), out.end(), 0.0f);
 }
 
+int ValueOfByte0(EightBitReading reading) {
+    const bool wraps = reading == EightBitReading::kSignedByte;
+    return wraps ? -ByteSample::kGreatest : ByteSample::kGreatest;
+}
+
+SONAVEL_VECTOR_CLONES
+void ReadPairs(const Sound& sound, SampleRun run, float* left, float* right, int valueOfByte0) {
+    VisitSampleType(sound.GetBits(), [&](auto type) {
+        using Type = decltype(type);
+        const auto* in = SamplesOf<Type>(sound.Bytes()).data() + run.first;
+        for (std::size_t i = 0; i < run.count; ++i) {
+            left[i] = ValueRead<Type>(in[2 * i], valueOfByte0);
+            right[i] = ValueRead<Type>(in[2 * i + 1], valueOfByte0);
+        }
+    });
+}
+
+SONAVEL_VECTOR_CLONES
+void WritePairs(Sound& sound, SampleRun run, const float* left, const float* right) {
+    VisitSampleType(sound.GetBits(), [&](auto type) {
+        using Type = decltype(type);
+        using Value = typename Type::Value;
+        auto* out = SamplesOf<Type>(sound.MutableBytes()).data() + run.first;
+        for (std::size_t i = 0; i < run.count; ++i) {
+            out[2 * i] = Type::StoredOf(static_cast<Value>(left[i]));
+            out[2 * i + 1] = Type::StoredOf(static_cast<Value>(right[i]));
+        }
+    });
+}
+
 SONAVEL_VECTOR_CLONES
 void Write(Sound& sound, SampleRun run, std::span<const float> values) {
     const float* in = values.data();
@@ -86,9 +116,15 @@ void HoldWithinLimits(std::span<float> values, unsigned bits) {
 
 void ReadChannel(const Sound& sound, unsigned channel, std::uint32_t startFrame,
                  std::span<float> out, EightBitReading reading) {
-    const bool wraps = reading == EightBitReading::kSignedByte;
-    const int valueOfByte0 = wraps ? -ByteSample::kGreatest : ByteSample::kGreatest;
-    Read(sound, ChannelRun(sound, channel, startFrame, out.size()), out, valueOfByte0);
+    Read(sound, ChannelRun(sound, channel, startFrame, out.size()), out, ValueOfByte0(reading));
+}
+
+void ReadBothChannels(const Sound& sound, std::uint32_t startFrame, std::span<float> left,
+                      std::span<float> right, EightBitReading reading) {
+    const SampleRun run = ChannelRun(sound, 0, startFrame, left.size());
+    ReadPairs(sound, run, left.data(), right.data(), ValueOfByte0(reading));
+    std::ranges::fill(left.subspan(run.count), 0.0f);
+    std::ranges::fill(right.subspan(run.count), 0.0f);
 }
 
 void ReadInterleaved(const Sound& sound, std::uint32_t startFrame, std::span<float> out) {
@@ -98,6 +134,11 @@ void ReadInterleaved(const Sound& sound, std::uint32_t startFrame, std::span<flo
 void WriteTruncated(Sound& sound, unsigned channel, std::uint32_t startFrame,
                     std::span<const float> values) {
     Write(sound, ChannelRun(sound, channel, startFrame, values.size()), values);
+}
+
+void WriteBothTruncated(Sound& sound, std::uint32_t startFrame, std::span<const float> left,
+                        std::span<const float> right) {
+    WritePairs(sound, ChannelRun(sound, 0, startFrame, left.size()), left.data(), right.data());
 }
 
 void WriteInterleaved(Sound& sound, std::uint32_t startFrame, std::span<const float> values) {

@@ -25,6 +25,10 @@ enum class EightBitReading {
 // Reads out.size() frames of one channel from startFrame on; 0 beyond the end of the data.
 void ReadChannel(const Sound& sound, unsigned channel, std::uint32_t startFrame,
                  std::span<float> out, EightBitReading reading);
+// Both channels of a stereo sound likewise, in one go over its samples; left and right are equally
+// long.
+void ReadBothChannels(const Sound& sound, std::uint32_t startFrame, std::span<float> left,
+                      std::span<float> right, EightBitReading reading);
 // Reads the samples of all channels as they are interleaved; out holds whole frames.
 void ReadInterleaved(const Sound& sound, std::uint32_t startFrame, std::span<float> out);
 
@@ -33,6 +37,9 @@ void ReadInterleaved(const Sound& sound, std::uint32_t startFrame, std::span<flo
 // Values for whole numbers must lie within +-2^31.
 void WriteTruncated(Sound& sound, unsigned channel, std::uint32_t startFrame,
                     std::span<const float> values);
+// Both channels of a stereo sound likewise.
+void WriteBothTruncated(Sound& sound, std::uint32_t startFrame, std::span<const float> left,
+                        std::span<const float> right);
 // Likewise for interleaved samples of all channels.
 void WriteInterleaved(Sound& sound, std::uint32_t startFrame, std::span<const float> values);
 
