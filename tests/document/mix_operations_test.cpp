@@ -133,5 +133,19 @@ TEST_F(MixTest, SenselessGainsDoNoHarm) {
     }
 }
 
+TEST_F(MixTest, ASoundGrowsToTheMostThatItMayHoldAndNotBeyond) {
+    WriteOptions("SAVE UNDO REDO INFOMATION=0\n");
+    auto document = MakeDocument();
+    constexpr auto kMostFrames = static_cast<std::uint32_t>(kMaxSoundBytes);
+    // Memory that nobody has written costs nothing.
+    ASSERT_TRUE(document->Sound().Create(1, 8, 8000, kMostFrames - 2));
+    const ClipRecord clip = MakeClip({1, 8}, {1, 2, 3, 4});
+    EXPECT_FALSE(edit::Mix(*document, clip, {0, 0, kMostFrames - 3}, {1, 0}));
+    EXPECT_EQ(document->Sound().GetFrameCount(), kMostFrames - 2);
+    EXPECT_TRUE(edit::Mix(*document, clip, {0, 0, kMostFrames - 4}, {1, 0}));
+    EXPECT_EQ(document->Sound().GetFrameCount(), kMostFrames);
+    EXPECT_EQ(document->Sound().GetSample(0, kMostFrames - 1), 128 - 4);
+}
+
 }  // namespace
 }  // namespace sonavel::testing
