@@ -1,5 +1,6 @@
 // Exports, read back by import.
 #include "exchange/sound_export.h"
+#include "sound/sample_types.h"
 
 #include <gmock/gmock.h>
 
