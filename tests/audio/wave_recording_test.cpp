@@ -305,6 +305,7 @@ TEST_F(RecordingTest, ATakeThatFindsNoMoreMemoryEndsAndTheNextOneGoesOn) {
     player.SetRecordBlockFrames(32767);
     ASSERT_TRUE(player.StartRecording());
     const Bytes arriving = Pattern(kBlock);
+    in.calls.reserve(10000);  // the fake needs memory, too
     {
         const AddressSpaceLimit limit(4 << 20);
         for (int i = 0; i < 500 && observer.recordingEnds == 0; ++i) in.Arrive(arriving);
