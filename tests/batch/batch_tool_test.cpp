@@ -125,6 +125,21 @@ TEST_F(BatchToolTest, AsksOnceBeforeASaveThatLoses) {
     EXPECT_EQ(result.errors, "");
 }
 
+TEST_F(BatchToolTest, ExportsWithoutTouchingTheDocument) {
+    WriteRamp("a.wav", 9);
+    ExpectOutput(
+        "open @/a.wav; marker-add 4 name=here; tag-set title T; "
+        "export @/b.v2.aiff from=3 to=6 bits=24; info; import @/b.v2.aiff; samples 0 9; tags; "
+        "markers",
+        "document 1 title=\"a.wav\" rate=8000 channels=1 bits=16 frames=9 bytes=18 "
+        "duration=0.001125 modified=1 selection=0..0 cursor=0 markers=1\n"
+        "0 0.0001221\n1 0.0001526\n2 0.0001831\n"
+        "tag title=\"T\"\n"
+        "marker 1 position=1 length=0 name=\"here\"\n");
+    EXPECT_NE(Run("open @/a.wav; export @/a.xyz").errors.find("names no format"),
+              std::string::npos);
+}
+
 TEST_F(BatchToolTest, KeepsTagsThroughASave) {
     WriteRamp("a.wav", 3);
     ExpectOutput(

@@ -6,6 +6,7 @@
 
 #include "exchange/sound_import.h"
 #include "exchange_files.h"
+#include "sound/sample_types.h"
 
 namespace sonavel {
 namespace {
