@@ -85,6 +85,7 @@ copy_program() {
   export SONAVEL_BIN="$desktop_dir/program"
   mkdir "$SONAVEL_BIN"
   cp -- "$1/sonavel" "$1/sonavel-batch" "$SONAVEL_BIN/"
+  if [ -x "$1/sonavel-codec" ]; then cp -- "$1/sonavel-codec" "$SONAVEL_BIN/"; fi
   cp -- "$(dirname "${BASH_SOURCE[0]}")"/../../packaging/defaults/*.ini "$SONAVEL_BIN/"
 }
 

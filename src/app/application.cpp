@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QTimer>
+#include <algorithm>
 
 #include "app/about_dialog.h"
 #include "app/application_commands.h"
@@ -27,6 +28,10 @@ constexpr const char* kOpenFolderKey = "Main Frame/OpenFolder";
 // first.
 constexpr int kLogoSoundDelayMs = 250;
 
+constexpr std::string_view kImportPatterns =
+    "*.wav *.wave *.bwf *.rf64 *.w64 *.caf *.aif *.aiff *.aifc *.au *.snd *.flac *.ogg *.oga *.opus "
+    "*.mp3 *.mp2 *.m4a *.m4b *.aac *.wma *.wv *.g722 *.mp4 *.mkv *.webm *.mov *.avi *.ogv";
+
 QString OpenFilters() {
     QStringList filters{QObject::tr("Audio Files (%1)").arg(Utf8Text(AllExtensions("*", " ")))};
     for (const FileFormat& format : FileFormats()) {
@@ -38,6 +43,16 @@ QString OpenFilters() {
     return (filters << QObject::tr("All Files (*)")).join(QStringLiteral(";;"));
 }
 
+// The names that sound files go by. What a file is, its content decides.
+QString ImportFilters() {
+    return QObject::tr("Sound Files (%1)").arg(Utf8Text(kImportPatterns)) +
+           QStringLiteral(";;") + QObject::tr("All Files (*)");
+}
+
+bool HasPath(const std::vector<RefusedFile>& files, const QString& path) {
+    return std::ranges::find(files, path, &RefusedFile::path) != files.end();
+}
+
 // Of several, the last failure counts, else that one was cancelled.
 void TakeInto(Outcome& all, const Outcome& one) {
     if (one.IsFailed() || (all && !one)) all = one;
@@ -47,7 +62,8 @@ void TakeInto(Outcome& all, const Outcome& one) {
 
 Application::Application(WaveDevices& devices, const ProgramFolder& folder)
     : logoSound_(devices, folder),
-      workspace_({prompts_, progress_, clipboard_, devices, folder}),
+      workspace_({prompts_, progress_, clipboard_, devices, folder, &codecs_}),
+      importer_(workspace_, &frame_, [this](const QString& path) { frame_.Recent().Add(path); }),
       effectCommands_(MakeEffectHost()),
       commands_(std::make_unique<TableCommandTarget<Application>>(*this, ApplicationCommands())) {
     frame_.ShowStartUpLogo();
@@ -91,30 +107,38 @@ void Application::ConnectFrame() {
     prompts_.SetMainWindow(&frame_);
     prompts_.SetStatusSink([this](const QString& text) { frame_.Status().ShowNote(text); });
     progress_.SetMainWindow(&frame_);
-    const auto open = [this](const QString& path) { frame_.Tell(OpenFile(path)); };
-    QObject::connect(&frame_.Recent(), &RecentFiles::Chosen, &frame_, open);
-    QObject::connect(&frame_, &CMainFrame::FilesDropped, &frame_, [open](const QStringList& paths) {
-        for (const QString& path : paths) open(path);
-    });
+    QObject::connect(&frame_.Recent(), &RecentFiles::Chosen, &frame_,
+                     [this](const QString& path) { frame_.Tell(OpenFile(path)); });
+    QObject::connect(&frame_, &CMainFrame::FilesDropped, &frame_,
+                     [this](const QStringList& paths) { frame_.Tell(OpenFiles(paths)); });
 }
 
-std::optional<QString> Application::OpenAtStart(const QString& absolutePath) {
+QStringList Application::OpenAtStart(const QStringList& absolutePaths) {
+    QStringList failures;
     prompts_.HoldMessages();
-    const Outcome opened = Open(absolutePath);
+    heldRefusals_ = importer_.RefusedOf(absolutePaths);
+    for (const QString& path : absolutePaths) {
+        if (HasPath(heldRefusals_, path)) continue;
+        const Outcome opened = OpenPlainly(path);
+        if (!opened) failures << ShownFileText(path) + ": " + Utf8Text(opened.Reason());
+    }
     heldMessages_ = prompts_.TakeHeldMessages();
-    return opened ? std::nullopt : std::optional(Utf8Text(opened.Reason()));
+    return failures;
+}
+
+void Application::ShowWhatWasHeld() {
+    for (const QString& text : std::exchange(heldMessages_, {}))
+        prompts_.ShowMessage(text.toStdString());
+    frame_.Tell(importer_.Offer(std::exchange(heldRefusals_, {})));
 }
 
 void Application::Show() {
     frame_.show();
     QTimer::singleShot(kLogoSoundDelayMs, &frame_, [this] { logoSound_.Play(); });
-    QTimer::singleShot(0, &frame_, [this] {
-        for (const QString& text : std::exchange(heldMessages_, {}))
-            prompts_.ShowMessage(text.toStdString());
-    });
+    QTimer::singleShot(0, &frame_, [this] { ShowWhatWasHeld(); });
 }
 
-Outcome Application::Open(const QString& absolutePath) {
+Outcome Application::OpenPlainly(const QString& absolutePath) {
     const std::filesystem::path path = FilePath(absolutePath);
     if (const auto index = workspace_.IndexOfPath(path)) {
         workspace_.Activate(*index);
@@ -129,8 +153,8 @@ Outcome Application::Open(const QString& absolutePath) {
     return opened;
 }
 
-Outcome Application::OpenFile(const QString& absolutePath) {
-    Outcome opened = Open(absolutePath);
+Outcome Application::OpenPlainlyOrName(const QString& absolutePath) {
+    Outcome opened = OpenPlainly(absolutePath);
     if (!opened.IsFailed()) return opened;
     const QString name = ShownFileText(FileText(FilePath(absolutePath).filename()));
     return Failed(name.toStdString() + ": " + opened.Reason());
@@ -142,18 +166,31 @@ Outcome Application::NewSound() {
                                               : Cancelled();
 }
 
-QString Application::FolderToOpen() {
-    return PersonSettings().value(kOpenFolderKey, QDir::currentPath()).toString();
+QStringList Application::AskForFiles(const QString& title, const QString& filters) {
+    const QString folder = PersonSettings().value(kOpenFolderKey, QDir::currentPath()).toString();
+    const QStringList paths = OpenFilesDialog::Ask(title, folder, filters, &frame_);
+    if (!paths.isEmpty())
+        PersonSettings().setValue(kOpenFolderKey, QFileInfo(paths.front()).absolutePath());
+    return paths;
 }
 
-Outcome Application::OpenFiles() {
-    const QStringList paths =
-        OpenFilesDialog::Ask(QObject::tr("Open"), FolderToOpen(), OpenFilters(), &frame_);
-    if (paths.isEmpty()) return Cancelled();
-    PersonSettings().setValue(kOpenFolderKey, QFileInfo(paths.front()).absolutePath());
+Outcome Application::Open() {
+    const QStringList paths = AskForFiles(QObject::tr("Open"), OpenFilters());
+    return paths.isEmpty() ? Cancelled() : OpenFiles(paths);
+}
+
+Outcome Application::OpenFiles(const QStringList& absolutePaths) {
+    const std::vector<RefusedFile> refused = importer_.RefusedOf(absolutePaths);
     Outcome all = Done();
-    for (const QString& path : paths) TakeInto(all, OpenFile(path));
+    for (const QString& path : absolutePaths)
+        if (!HasPath(refused, path)) TakeInto(all, OpenPlainlyOrName(path));
+    TakeInto(all, importer_.Offer(refused));
     return all;
+}
+
+Outcome Application::Import() {
+    const QStringList paths = AskForFiles(QObject::tr("Import"), ImportFilters());
+    return paths.isEmpty() ? Cancelled() : importer_.Import(paths);
 }
 
 bool Application::HasModifiedSounds() const {

@@ -4,9 +4,11 @@
 
 #include <QStringList>
 
+#include "app/exchange/sound_importer.h"
 #include "app/logo_sound.h"
 #include "app/main_frame.h"
 #include "catalogue/ui/catalogue_window.h"
+#include "codec/client/child_codecs.h"
 #include "document/clip_image.h"
 #include "effects/ui/effect_command_target.h"
 #include "platform/qt/qt_progress.h"
@@ -30,18 +32,23 @@ class Application {
 
     // Paths are file texts (platform/qt/file_names.h).
 
-    // The file of the command line. What went wrong, when it cannot be opened; messages of a file
-    // that can are shown once the frame is.
-    std::optional<QString> OpenAtStart(const QString& absolutePath);
+    // The files of the command line. What went wrong with those that cannot be opened, a line each;
+    // messages of the others, and the offer to import what Open refuses, come once the frame is
+    // shown.
+    QStringList OpenAtStart(const QStringList& absolutePaths);
     void Show();
 
-    // A file that is open already is brought to the front. The reason of a failure names the file.
-    Outcome OpenFile(const QString& absolutePath);
+    // Files that are open already are brought to the front. Those that Open refuses and Import reads
+    // are offered for import, in one box for all. Of several failures the last one is returned; its
+    // reason names the file.
+    Outcome OpenFiles(const QStringList& absolutePaths);
+    Outcome OpenFile(const QString& absolutePath) { return OpenFiles({absolutePath}); }
 
     // --- What the application's commands do
 
     Outcome NewSound();
-    Outcome OpenFiles();  // those chosen in a dialog
+    Outcome Open();    // files that are chosen in a dialog
+    Outcome Import();  // likewise
     bool HasModifiedSounds() const;
     Outcome SaveAll();
     void ShowFileProperties();
@@ -56,21 +63,28 @@ class Application {
     void ConnectFrame();
     void TakeSettings();
     void RunLogo();
-    QString FolderToOpen();
-    Outcome Open(const QString& absolutePath);
+    // Empty when the dialog was cancelled.
+    QStringList AskForFiles(const QString& title, const QString& filters);
+    // Without an offer to import.
+    Outcome OpenPlainly(const QString& absolutePath);
+    Outcome OpenPlainlyOrName(const QString& absolutePath);
+    void ShowWhatWasHeld();
 
     LogoSound logoSound_;
     QtPrompts prompts_;
     QtProgressFactory progress_;
     QtWaveClipboard clipboard_{ImageOf16Bits};
+    ChildCodecs codecs_;
     CMainFrame frame_;
     Workspace workspace_;
+    SoundImporter importer_;
     EffectState effectState_;
     EffectMemory effectMemory_;
     EffectCommands effectCommands_;
     std::unique_ptr<CommandTarget> commands_;
     std::unique_ptr<CatalogueWindow> catalogue_;
     QStringList heldMessages_;
+    std::vector<RefusedFile> heldRefusals_;
 };
 
 }  // namespace sonavel

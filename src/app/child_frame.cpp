@@ -2,16 +2,21 @@
 
 #include <QCloseEvent>
 #include <QMenu>
+#include <QVBoxLayout>
 
 #include "app/command_icons.h"
+#include "app/exchange/origin_line.h"
 #include "platform/qt/utf8_text.h"
 #include "view/ui/sound_view_widget.h"
 
 namespace sonavel {
 
 CChildFrame::CChildFrame(OpenSound& sound, CommandActions& actions, QWidget* parent)
-    : QMdiSubWindow(parent), sound_(&sound), view_(new SoundViewWidget(*sound.view, actions)) {
-    setWidget(view_);
+    : QMdiSubWindow(parent),
+      sound_(&sound),
+      origin_(new OriginLine),
+      view_(new SoundViewWidget(*sound.view, actions)) {
+    setWidget(MakePane());
     setWindowIcon(ProgramIcon());
     setFocusProxy(view_);
     // Its Close has the key of the frame's command of that name, which does the same.
@@ -22,7 +27,19 @@ CChildFrame::CChildFrame(OpenSound& sound, CommandActions& actions, QWidget* par
     connect(view_, &SoundViewWidget::TransportChanged, this, &CChildFrame::ShowTitle);
     connect(view_, &SoundViewWidget::TransportChanged, this, &CChildFrame::StateChanged);
     connect(view_, &SoundViewWidget::StatusTextChanged, this, &CChildFrame::StateChanged);
+    connect(origin_, &OriginLine::Dismissed, this, &CChildFrame::StateChanged);
     ShowTitle();
+    ShowOrigin();
+}
+
+QWidget* CChildFrame::MakePane() {
+    auto* pane = new QWidget;
+    auto* column = new QVBoxLayout(pane);
+    column->setContentsMargins({});
+    column->setSpacing(0);
+    column->addWidget(origin_);
+    column->addWidget(view_, 1);
+    return pane;
 }
 
 CChildFrame::~CChildFrame() {
@@ -45,6 +62,7 @@ void CChildFrame::OnSoundChanged(std::uint32_t) {
 
 void CChildFrame::OnTitleOrModifiedChanged() {
     ShowTitle();
+    ShowOrigin();
     Q_EMIT TitleChanged();
 }
 
@@ -56,6 +74,10 @@ QString CChildFrame::Name() const {
 void CChildFrame::ShowTitle() {
     setWindowTitle(Name() + QStringLiteral("[*]"));
     setWindowModified(sound_->document->GetModified());
+}
+
+void CChildFrame::ShowOrigin() {
+    origin_->ShowText(Utf8Text(sound_->document->OriginLine()));
 }
 
 void CChildFrame::closeEvent(QCloseEvent* event) {

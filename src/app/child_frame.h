@@ -9,6 +9,7 @@
 
 namespace sonavel {
 
+class OriginLine;
 class SoundViewWidget;
 
 class CChildFrame : public QMdiSubWindow, public DocumentObserver {
@@ -24,6 +25,9 @@ class CChildFrame : public QMdiSubWindow, public DocumentObserver {
     // What it goes by in titles and lists: the sound's title, and whether it is being recorded,
     // which is to be seen while another window is the active one.
     QString Name() const;
+    // Above the waveform of an imported sound, once the person has not hidden it.
+    OriginLine& Origin() { return *origin_; }
+    const OriginLine& Origin() const { return *origin_; }
     // Drops the view, whose sound is about to go.
     void LetGo();
 
@@ -43,9 +47,12 @@ class CChildFrame : public QMdiSubWindow, public DocumentObserver {
     void closeEvent(QCloseEvent* event) override;
 
   private:
+    QWidget* MakePane();
     void ShowTitle();
+    void ShowOrigin();
 
     OpenSound* sound_;
+    OriginLine* origin_;
     SoundViewWidget* view_;
 };
 

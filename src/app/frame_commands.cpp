@@ -38,6 +38,10 @@ CommandState StatusBarState(const CMainFrame& frame) {
     return {true, frame.ShowsStatusBar()};
 }
 
+CommandState OriginLineState(const CMainFrame& frame) {
+    return {frame.HasOriginLine(), frame.ShowsOriginLine()};
+}
+
 constexpr Command<CMainFrame> kCommands[] = {
     {{app_command::kRecord, "", "&Record...", "Ctrl+R", "Record into this sound or a new one"},
      Call<CMainFrame, &CMainFrame::Record>},
@@ -70,6 +74,10 @@ constexpr Command<CMainFrame> kCommands[] = {
     {{app_command::kCloseAll, "", "C&lose All", "Ctrl+Shift+W", "Close every sound"},
      CloseBy<&SoundCloser::CloseAll>,
      WithChildren},
+    {{app_command::kOriginLine, "", "&Import Line", "",
+      "Show or hide the line that says what the imported file held"},
+     Call<CMainFrame, &CMainFrame::SwitchOriginLine>,
+     OriginLineState},
     {{app_command::kStatusBar, "", "&Status Bar", "", "Show or hide the status bar"},
      Call<CMainFrame, &CMainFrame::SwitchStatusBar>,
      StatusBarState},

@@ -44,6 +44,10 @@ class CMainFrame : public QMainWindow, public WorkspaceObserver {
 
     SoundCloser& Closer() { return *closer_; }
     const SoundCloser& Closer() const { return *closer_; }
+    // Of the active sound.
+    bool HasOriginLine() const;
+    bool ShowsOriginLine() const;
+    void SwitchOriginLine();
     bool ShowsStatusBar() const;
     void SwitchStatusBar();
     Outcome Record();
@@ -69,6 +73,8 @@ class CMainFrame : public QMainWindow, public WorkspaceObserver {
     void RestorePlaces();
     void StorePlaces() const;
 
+    // Null without an active sound.
+    OriginLine* ActiveOrigin() const;
     void ActivateSoundOf(CChildFrame& frame);
 
     // The title, the panes and the states of all commands, once for many changes.

@@ -8,6 +8,7 @@
 #include <QStatusTipEvent>
 #include <QUrl>
 
+#include "app/exchange/origin_line.h"
 #include "app/main_frame.h"
 #include "platform/qt/file_names.h"
 #include "view/ui/record_dialog.h"
@@ -66,6 +67,26 @@ void CMainFrame::OnActivated(OpenSound* sound) {
 void CMainFrame::ActivateSoundOf(CChildFrame& frame) {
     if (const auto index = workspace_->IndexOf(*frame.Sound().document))
         workspace_->Activate(*index);
+}
+
+OriginLine* CMainFrame::ActiveOrigin() const {
+    OpenSound* active = workspace_->Active();
+    CChildFrame* frame = active ? area_->FrameOf(*active) : nullptr;
+    return frame ? &frame->Origin() : nullptr;
+}
+
+bool CMainFrame::HasOriginLine() const {
+    const OriginLine* line = ActiveOrigin();
+    return line && !line->Text().isEmpty();
+}
+
+bool CMainFrame::ShowsOriginLine() const {
+    return HasOriginLine() && !ActiveOrigin()->isHidden();
+}
+
+void CMainFrame::SwitchOriginLine() {
+    OriginLine& line = *ActiveOrigin();
+    line.setVisible(line.isHidden());
 }
 
 bool CMainFrame::ShowsStatusBar() const {

@@ -22,6 +22,7 @@ constexpr MenuEntry kBack = MenuEntry::End();
 constexpr MenuEntry kFile[] = {
     C(app_command::kNew),
     C(app_command::kOpen),
+    C(app_command::kImport),
     C(app_command::kClose),
     kLine,
     C(app_command::kSave),
@@ -95,6 +96,7 @@ constexpr MenuEntry kView[] = {
     C(meter_command::kShowLevel),
     kBack,
     kLine,
+    C(app_command::kOriginLine),
     C(app_command::kStatusBar),
 };
 

@@ -58,6 +58,8 @@ constexpr Setting kRows[] = {
      "While it is played, the waveform scrolls along.", 0, 1, 0},
     {SettingId::kSaveMarkers, kOptions, kGeneral, "마커 저장", kFlag, "1",
      "Markers are written with a WAV file."},
+    {SettingId::kImportRefused, kOptions, kGeneral, "IMPORT REFUSED FILES", kFlag, "0",
+     "Files that Open refuses are imported without a question."},
     {SettingId::kStatusFormat, kOptions, kStatus, "Status Format", kInteger, "1",
      "Positions and lengths are shown as 0 sample numbers, 1 time, 2 seconds.", 0, 2, 1},
     {SettingId::kAutoPlay, kOptions, kStatus, "Auto Play", kFlag, "0",

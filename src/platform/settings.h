@@ -25,6 +25,7 @@ enum class SettingId : std::size_t {
     kSaveUndo,
     kPlayScrolling,
     kSaveMarkers,
+    kImportRefused,
     kStatusFormat,
     kAutoPlay,
     kUsedFolder,

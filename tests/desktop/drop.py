@@ -4,18 +4,13 @@ import os
 import pathlib
 
 import sounds
-from editor_driver import Editor, key, pixels_of, place_of, settled_pixels, wait_for
+from editor_driver import Editor, key, pixels_of, settled_pixels, wait_for
 from start_up import status_bar
-from x_drop import drop_files
+from x_drop import drop
 
 
 # Of the Korean code page, not of UTF-8.
 KOREAN_NAME = os.fsdecode(b"\xb8\xb6\xc4\xbf.wav")
-
-
-def drop(editor, *names):
-    x, y, width, height = place_of(editor.window)
-    assert drop_files(editor.window, x + width // 3, y + height // 2, names), "the drop was refused"
 
 
 def main():

@@ -5,6 +5,8 @@ import ctypes.util
 import pathlib
 import time
 
+from editor_driver import place_of
+
 CLIENT_MESSAGE, SELECTION_REQUEST, SELECTION_NOTIFY = 33, 30, 31
 PROTOCOL_VERSION = 5
 # Fields of an event, counted in longs.
@@ -81,3 +83,9 @@ def drop_files(window, x_place, y_place, paths, seconds=10):
             dropped = True
         elif kind == CLIENT_MESSAGE and event[MESSAGE_TYPE] == x.atom("XdndFinished"):
             return True
+
+
+def drop(editor, *paths):
+    """Drops the files on the editor's frame."""
+    x, y, width, height = place_of(editor.window)
+    assert drop_files(editor.window, x + width // 3, y + height // 2, paths), "the drop was refused"

@@ -101,9 +101,10 @@ TEST_F(AppFixture, WhatCannotBeOpenedSaysSoInTheStatusBar) {
 TEST_F(AppFixture, AFailingFileOfTheCommandLineGivesItsReasonWithoutABox) {
     Application app(devices_, programFolder_);
     WriteFileBytes(folder_ / "broken.aiff", {'F', 'O', 'R', 'M', 0, 0, 0, 4, 'X', 'X', 'X', 'X'});
-    const auto reason = app.OpenAtStart(QString::fromStdString((folder_ / "broken.aiff").string()));
-    ASSERT_TRUE(reason);
-    EXPECT_EQ(*reason, "AIFF 'FORM' chunk does specify 'AIFF' as type");
+    const QString file = QString::fromStdString((folder_ / "broken.aiff").string());
+    EXPECT_EQ(app.OpenAtStart({file, WavFile("a.wav")}),
+              QStringList{file + ": AIFF 'FORM' chunk does specify 'AIFF' as type"});
+    EXPECT_EQ(app.Sounds().Count(), 1u);
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
 

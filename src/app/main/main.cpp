@@ -1,4 +1,4 @@
-// The desktop editor: sonavel [FILE].
+// The desktop editor: sonavel [FILE]...
 #include <QApplication>
 #include <QCommandLineParser>
 #include <cstdio>
@@ -23,39 +23,36 @@ QStringList CallOf(int count, char** words) {
     return call;
 }
 
-// Empty without a file. Ends the program for --help, --version and a wrong call.
-std::filesystem::path FileOfCommandLine(const QStringList& call) {
+// As absolute file texts without "." and ".." parts, because the first "." of a path begins its
+// extension. Ends the program for --help and --version.
+QStringList FilesOfCommandLine(const QStringList& call) {
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("A sound editor for 8- and 16-bit PCM."));
     parser.addHelpOption();
     parser.addVersionOption();
     parser.addPositionalArgument(QStringLiteral("FILE"),
-                                 QStringLiteral("The sound to open (%1).")
+                                 QStringLiteral("The sounds to open (%1) or to import (others).")
                                      .arg(sonavel::Utf8Text(sonavel::AllExtensions("", ", "))),
-                                 QStringLiteral("[FILE]"));
+                                 QStringLiteral("[FILE]..."));
     parser.process(call);
-    const QStringList files = parser.positionalArguments();
-    if (files.isEmpty()) return {};
-    if (files.size() > 1) {
-        std::fputs("sonavel: one file at most can be named\n", stderr);
-        std::exit(1);
+    QStringList files;
+    for (const QString& file : parser.positionalArguments()) {
+        std::error_code error;
+        files << sonavel::FileText(
+            std::filesystem::absolute(sonavel::FilePath(file), error).lexically_normal());
     }
-    // Without "." and ".." parts: the first "." of a path begins its extension.
-    std::error_code error;
-    return std::filesystem::absolute(sonavel::FilePath(files.front()), error).lexically_normal();
+    return files;
 }
 
 using sonavel::PortAudioWaveDevices;
 
-int RunWith(PortAudioWaveDevices& devices, const std::filesystem::path& file) {
+// Without a window when nothing of what was named can be opened.
+int RunWith(PortAudioWaveDevices& devices, const QStringList& files) {
     const sonavel::ProgramFolder folder = sonavel::ProgramFolder::OfThisProgram();
     sonavel::Application application(devices, folder);
-    if (!file.empty()) {
-        if (const auto reason = application.OpenAtStart(sonavel::FileText(file))) {
-            std::fprintf(stderr, "sonavel: %s: %s\n", file.c_str(), qPrintable(*reason));
-            return 1;
-        }
-    }
+    const QStringList failures = application.OpenAtStart(files);
+    for (const QString& failure : failures) std::fprintf(stderr, "sonavel: %s\n", qPrintable(failure));
+    if (!files.isEmpty() && failures.size() == files.size()) return 1;
     application.Show();
     return QApplication::exec();
 }
@@ -70,14 +67,14 @@ ProgramEnd Run(int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("Sonavel"));
     QApplication::setApplicationVersion(QStringLiteral("1.2 Beta"));
     QApplication::setDesktopFileName(QStringLiteral("sonavel"));
-    const std::filesystem::path file = FileOfCommandLine(CallOf(argc, argv));
+    const QStringList files = FilesOfCommandLine(CallOf(argc, argv));
     sonavel::ApplyLook();
     sonavel::LoadPictures();
     QApplication::setWindowIcon(sonavel::ProgramIcon());
 
     PortAudioWaveDevices devices(sonavel::PostToUiThread);
     ProgramEnd end;
-    end.status = RunWith(devices, file);
+    end.status = RunWith(devices, files);
     end.devices = devices.End();
     return end;
 }

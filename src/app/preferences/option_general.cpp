@@ -26,6 +26,7 @@ QWidget* COptionGeneral::MakeOpening() {
     AddFlag(*column, SettingId::kOpenAndPlay, tr("&Play a sound when it is opened"));
     AddFlag(*column, SettingId::kOpenAndMaximize, tr("Ma&ximize its window"));
     AddFlag(*column, SettingId::kOpenAndFullTimeZoom, tr("Show every &frame as a pixel"));
+    AddFlag(*column, SettingId::kImportRefused, tr("&Import what Open refuses"));
     AddFlag(*column, SettingId::kAutoPlay, tr("Play &samples as they are chosen"));
     return group;
 }
