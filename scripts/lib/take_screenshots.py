@@ -39,6 +39,7 @@ PICTURES = [
     Picture("menu-window", "alt+w", after="Escape Escape"),
     Picture("new", "ctrl+n", "^New$"),
     Picture("save-as", "F12", "^Save As$"),
+    Picture("export", "ctrl+shift+x", "^Export$"),
     Picture("about", "alt+h a", "^About"),
     Picture("go-to-cursor", "ctrl+g", "Go"),
     Picture("marker-add", "alt+e k Down Return", "^Marker"),

@@ -12,17 +12,21 @@ void ActiveSoundCommands::Take(Workspace& workspace, OpenSound& sound, QWidget* 
     view_ = std::make_unique<AskingViewCommands>(*sound.view, parent);
     saver_.emplace(workspace, *sound.document, parent);
     document_ = std::make_unique<TableCommandTarget<DocumentSaver>>(*saver_, DocumentCommands());
+    exporter_.emplace(workspace, sound, parent);
+    export_ = std::make_unique<TableCommandTarget<SoundExporter>>(*exporter_, ExportCommands());
 }
 
 void ActiveSoundCommands::Forget() {
     view_.reset();
     document_.reset();
     saver_.reset();
+    export_.reset();
+    exporter_.reset();
     spatial_.reset();
 }
 
 CommandTarget* ActiveSoundCommands::TargetOf(int commandId) const {
-    for (CommandTarget* target : {view_.get(), document_.get(), spatial_.get()})
+    for (CommandTarget* target : {view_.get(), document_.get(), export_.get(), spatial_.get()})
         if (target && target->HandlesCommand(commandId)) return target;
     return nullptr;
 }

@@ -1,11 +1,12 @@
-// The commands that the active sound answers: those of its view, its document and its 3D effects,
-// in this order.
+// The commands that the active sound answers: those of its view, its document, its export and its
+// 3D effects, in this order.
 #pragma once
 
 #include <memory>
 #include <optional>
 
 #include "app/document_saver.h"
+#include "app/exchange/sound_exporter.h"
 #include "spatial/ui/spatial_memory.h"
 
 namespace sonavel {
@@ -24,6 +25,8 @@ class ActiveSoundCommands {
     std::unique_ptr<CommandTarget> view_;
     std::optional<DocumentSaver> saver_;
     std::unique_ptr<CommandTarget> document_;
+    std::optional<SoundExporter> exporter_;
+    std::unique_ptr<CommandTarget> export_;
     std::unique_ptr<CommandTarget> spatial_;
 };
 

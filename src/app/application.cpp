@@ -29,7 +29,8 @@ constexpr const char* kOpenFolderKey = "Main Frame/OpenFolder";
 constexpr int kLogoSoundDelayMs = 250;
 
 constexpr std::string_view kImportPatterns =
-    "*.wav *.wave *.bwf *.rf64 *.w64 *.caf *.aif *.aiff *.aifc *.au *.snd *.flac *.ogg *.oga *.opus "
+    "*.wav *.wave *.bwf *.rf64 *.w64 *.caf *.aif *.aiff *.aifc *.au *.snd *.flac *.ogg *.oga "
+    "*.opus "
     "*.mp3 *.mp2 *.m4a *.m4b *.aac *.wma *.wv *.g722 *.mp4 *.mkv *.webm *.mov *.avi *.ogv";
 
 QString OpenFilters() {
@@ -45,8 +46,8 @@ QString OpenFilters() {
 
 // The names that sound files go by. What a file is, its content decides.
 QString ImportFilters() {
-    return QObject::tr("Sound Files (%1)").arg(Utf8Text(kImportPatterns)) +
-           QStringLiteral(";;") + QObject::tr("All Files (*)");
+    return QObject::tr("Sound Files (%1)").arg(Utf8Text(kImportPatterns)) + QStringLiteral(";;") +
+           QObject::tr("All Files (*)");
 }
 
 bool HasPath(const std::vector<RefusedFile>& files, const QString& path) {

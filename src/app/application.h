@@ -38,9 +38,9 @@ class Application {
     QStringList OpenAtStart(const QStringList& absolutePaths);
     void Show();
 
-    // Files that are open already are brought to the front. Those that Open refuses and Import reads
-    // are offered for import, in one box for all. Of several failures the last one is returned; its
-    // reason names the file.
+    // Files that are open already are brought to the front. Those that Open refuses and Import
+    // reads are offered for import, in one box for all. Of several failures the last one is
+    // returned; its reason names the file.
     Outcome OpenFiles(const QStringList& absolutePaths);
     Outcome OpenFile(const QString& absolutePath) { return OpenFiles({absolutePath}); }
 

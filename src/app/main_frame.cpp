@@ -96,6 +96,7 @@ CommandTarget* CMainFrame::Route(int commandId) {
 void CMainFrame::AddActions() {
     AddTable(actions_, ViewCommands());
     AddTable(actions_, DocumentCommands());
+    AddTable(actions_, ExportCommands());
     AddTable(actions_, MeterCommands());
     AddTable(actions_, SpatialCommandTable());
     AddTable(actions_, FrameCommands());

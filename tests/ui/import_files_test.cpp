@@ -53,6 +53,12 @@ class DialogAnswer {
     int count_ = 0;
 };
 
+// As its default button does.
+void Accept(QDialog& dialog) {
+    auto* box = qobject_cast<QMessageBox*>(&dialog);
+    box ? box->defaultButton()->click() : dialog.accept();
+}
+
 TEST_F(ImportFilesTest, OneBoxStandsForAllRefusedFilesAndTheOthersOpenBefore) {
     App();
     QString text;
@@ -60,7 +66,7 @@ TEST_F(ImportFilesTest, OneBoxStandsForAllRefusedFilesAndTheOthersOpenBefore) {
     const DialogAnswer answer([&](QDialog& box) {
         text = qobject_cast<QMessageBox*>(&box)->text();
         openBefore = Sounds().Count();
-        box.accept();
+        Accept(box);
     });
     Q_EMIT Frame().FilesDropped({Deep("take3.wav"), WavFile("plain.wav"), WavFile("steps.v2.wav")});
     EXPECT_EQ(answer.Count(), 1);
@@ -86,7 +92,7 @@ TEST_F(ImportFilesTest, DoSoFromNowOnIsKeptOnlyWithAYes) {
     for (const auto& c : cases) {
         const DialogAnswer answer([&](QDialog& box) {
             box.findChild<QCheckBox*>()->click();
-            c.accept ? box.accept() : box.reject();
+            c.accept ? Accept(box) : box.reject();
         });
         EXPECT_EQ(App().OpenFile(file).IsCancelled(), !c.accept);
         EXPECT_EQ(answer.Count(), c.boxes);
@@ -101,7 +107,7 @@ TEST_F(ImportFilesTest, ManyChannelsAreAskedForAndACancelEndsTheImport) {
     const QStringList files{Quad("one.wav"), Quad("two.wav"), Quad("three.wav")};
     {
         const DialogAnswer answer([&](QDialog& dialog) {
-            qobject_cast<QMessageBox*>(&dialog) ? dialog.accept() : dialog.reject();
+            qobject_cast<QMessageBox*>(&dialog) ? Accept(dialog) : dialog.reject();
         });
         EXPECT_TRUE(App().OpenFiles(files).IsCancelled());
         EXPECT_EQ(answer.Count(), 2);
@@ -112,7 +118,7 @@ TEST_F(ImportFilesTest, ManyChannelsAreAskedForAndACancelEndsTheImport) {
             channels->setCurrentIndex(channels->findText("Channel 2 and Channel 4"));
             dialog.findChild<QCheckBox*>()->click();
         }
-        dialog.accept();
+        Accept(dialog);
     });
     EXPECT_TRUE(App().OpenFiles(files));
     EXPECT_EQ(answer.Count(), 2) << "the box, and one question for all three";
@@ -149,7 +155,7 @@ TEST_F(ImportFilesTest, FilesOfTheCommandLineAreOfferedOnceTheFrameIsShown) {
     QString text;
     const DialogAnswer answer([&](QDialog& box) {
         text = qobject_cast<QMessageBox*>(&box)->text();
-        box.accept();
+        Accept(box);
     });
     Application app(devices_, programFolder_);
     EXPECT_TRUE(app.OpenAtStart({WavFile("plain.wav"), Deep("take3.wav")}).isEmpty());

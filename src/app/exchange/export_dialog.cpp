@@ -19,8 +19,8 @@ namespace {
 using enum SoundFileKind;
 
 constexpr ExportKind kKinds[] = {
-    {kWav, ".wav"},       {kAiff, ".aiff"}, {kAu, ".au"},   {kFlac, ".flac"}, {kOggVorbis, ".ogg"},
-    {kOpus, ".opus"},     {kMp3, ".mp3"},   {kW64, ".w64"}, {kCaf, ".caf"},   {kRf64, ".rf64"},
+    {kWav, ".wav"},   {kAiff, ".aiff"}, {kAu, ".au"},   {kFlac, ".flac"}, {kOggVorbis, ".ogg"},
+    {kOpus, ".opus"}, {kMp3, ".mp3"},   {kW64, ".w64"}, {kCaf, ".caf"},   {kRf64, ".rf64"},
 };
 
 struct TagRow {
@@ -76,6 +76,11 @@ std::vector<ExportKind> ExportKinds() {
     return {std::begin(kKinds), std::end(kKinds)};
 }
 
+SoundFileKind ExportKindOf(const std::filesystem::path& path) {
+    const ExportKind* row = KindOfExtension(FileText(path));
+    return row ? row->kind : kWav;
+}
+
 ExportDialog::ExportDialog(ExportQuestion question, QWidget* parent)
     : FormDialog(question.title, parent), question_(std::move(question)) {
     SetSizing(Sizing::kFree);
@@ -106,7 +111,7 @@ void ExportDialog::AddFile() {
     row->addWidget(path_, 1);
     row->addWidget(browse);
     QFormLayout& form = AddForm();
-    auto* label = new QLabel(tr("&File:"), this);
+    auto* label = new QLabel(tr("&Path:"), this);
     label->setBuddy(path_);
     form.addRow(label, row);
 }
@@ -126,7 +131,7 @@ void ExportDialog::AddFormat() {
     quality_->setToolTip(tr("0 gives the smallest file, 10 the best sound."));
     markers_ = new QCheckBox(tr("Write &markers"), this);
     markers_->setChecked(question_.proposed.markers == Writing::kWrite);
-    form.addRow(tr("Fo&rmat:"), kind_);
+    form.addRow(tr("&Format:"), kind_);
     form.addRow(tr("&Samples:"), depth_);
     form.addRow(tr("&Quality:"), quality_);
     form.addRow(QString(), markers_);
@@ -182,8 +187,8 @@ void ExportDialog::ChooseFile() {
 
 void ExportDialog::TakeKind() {
     const std::vector<EncodedDepth> depths = question_.depthsOf(Kind());
-    const QVariant wanted = depth_->count() > 0 ? depth_->currentData()
-                                                : static_cast<int>(question_.proposed.depth);
+    const QVariant wanted =
+        depth_->count() > 0 ? depth_->currentData() : static_cast<int>(question_.proposed.depth);
     const QSignalBlocker silence(depth_);
     depth_->clear();
     for (const EncodedDepth depth : depths)
@@ -226,8 +231,9 @@ ExportAnswer ExportDialog::Answer() const {
 void ExportDialog::ShowNotice() {
     const bool isNamed = !QFileInfo(path_->text()).fileName().isEmpty();
     const ExportNotice notice = question_.notice(Answer());
-    size_->setText(tr("Estimated size: %1").arg(QLocale().formattedDataSize(
-        static_cast<qint64>(notice.estimatedBytes), 1, QLocale::DataSizeTraditionalFormat)));
+    size_->setText(tr("Estimated size: %1")
+                       .arg(QLocale().formattedDataSize(static_cast<qint64>(notice.estimatedBytes),
+                                                        1, QLocale::DataSizeTraditionalFormat)));
     QStringList lines = notice.losses;
     for (QString& line : lines) line += u'.';
     losses_->setText(notice.refusal.isEmpty() ? lines.join(u'\n') : notice.refusal);
@@ -237,10 +243,10 @@ void ExportDialog::ShowNotice() {
 void ExportDialog::accept() {
     const QFileInfo file(path_->text());
     if (file.exists()) {
-        MessageBox box({.text = tr("%1 exists already. Replace it?")
-                                    .arg(ShownFileText(file.fileName())),
-                        .buttons = QMessageBox::Yes | QMessageBox::No},
-                       this);
+        MessageBox box(
+            {.text = tr("%1 exists already. Replace it?").arg(ShownFileText(file.fileName())),
+             .buttons = QMessageBox::Yes | QMessageBox::No},
+            this);
         if (box.exec() != QMessageBox::Yes) return;
     }
     FormDialog::accept();

@@ -50,6 +50,8 @@ struct ExportKind {
     const char* extension;
 };
 std::vector<ExportKind> ExportKinds();
+// By the extension of the last name; WAV where no kind has that.
+SoundFileKind ExportKindOf(const std::filesystem::path& path);
 
 class ExportDialog : public FormDialog {
     Q_OBJECT

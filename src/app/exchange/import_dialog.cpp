@@ -10,9 +10,9 @@ namespace sonavel {
 
 ImportDialog::ImportDialog(const ImportQuestion& question, QWidget* parent)
     : FormDialog(tr("Import"), parent) {
-    auto* name = new QLabel(question.fileName + QStringLiteral("\n") +
-                                Utf8Text(DescriptionText(question.description)),
-                            this);
+    auto* name = new QLabel(
+        question.fileName + QStringLiteral("\n") + Utf8Text(DescriptionText(question.description)),
+        this);
     name->setTextFormat(Qt::PlainText);
     Body().addWidget(name);
     if (question.depth == ImportQuestion::Depth::kAsked) AddDepths();
@@ -29,7 +29,8 @@ void ImportDialog::AddDepths() {
     auto* column = new QVBoxLayout(group);
     auto* keep = new QRadioButton(tr("&Keep 32-bit float"), group);
     auto* round = new QRadioButton(tr("&Round to 16 bits"), group);
-    round->setToolTip(tr("With dither, which turns the error of rounding into an even, quiet noise."));
+    round->setToolTip(
+        tr("With dither, which turns the error of rounding into an even, quiet noise."));
     keep->setChecked(true);
     depths_ = new QButtonGroup(this);
     depths_->addButton(keep, static_cast<int>(ImportDepth::kKeep));

@@ -51,7 +51,8 @@ int RunWith(PortAudioWaveDevices& devices, const QStringList& files) {
     const sonavel::ProgramFolder folder = sonavel::ProgramFolder::OfThisProgram();
     sonavel::Application application(devices, folder);
     const QStringList failures = application.OpenAtStart(files);
-    for (const QString& failure : failures) std::fprintf(stderr, "sonavel: %s\n", qPrintable(failure));
+    for (const QString& failure : failures)
+        std::fprintf(stderr, "sonavel: %s\n", qPrintable(failure));
     if (!files.isEmpty() && failures.size() == files.size()) return 1;
     application.Show();
     return QApplication::exec();

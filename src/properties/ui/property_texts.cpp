@@ -80,9 +80,8 @@ QList<PropertyRow> FileRows(const CSoundDoc& document) {
     return {
         {Tr("Name:"), title},
         {Tr("Path:"), path},
-        document.IsImported()
-            ? PropertyRow{Tr("File:"), Utf8Text(document.OriginLine())}
-            : PropertyRow{Tr("File type:"), TypeText(document.Path())},
+        document.IsImported() ? PropertyRow{Tr("File:"), Utf8Text(document.OriginLine())}
+                              : PropertyRow{Tr("File type:"), TypeText(document.Path())},
         {Tr("Size:"), Tr("%1 Bytes").arg(Counted(static_cast<qint64>(file.stx_size)))},
         {Tr("Created:"),
          DateText(file.stx_mask & STATX_BTIME ? DateOf(file.stx_btime) : QDateTime())},
