@@ -111,7 +111,7 @@ class ExportDialogTest : public ExchangeDialogsTest {
         question_.notice = [](const ExportAnswer& answer) {
             ExportNotice notice;
             notice.estimatedBytes = 3 << 20;
-            if (answer.kind == SoundFileKind::kAu && answer.markers == Writing::kWrite)
+            if (answer.kind == SoundFileKind::kAu && answer.markers == ExportPart::kWrite)
                 notice.losses << "Markers cannot be written to an AU file";
             if (answer.kind == SoundFileKind::kOpus) notice.refusal = "Not at this rate.";
             return notice;
@@ -188,7 +188,7 @@ TEST_F(ExportDialogTest, EditedTagsReplaceTheSoundsOwnAndOthersStay) {
     EXPECT_EQ(dialog.Answer().tagValues, expected);
     for (auto* box : dialog.findChildren<QCheckBox*>())
         if (box->text() == "&Write tags") box->click();
-    EXPECT_EQ(dialog.Answer().tags, Writing::kLeaveOut);
+    EXPECT_EQ(dialog.Answer().tags, ExportPart::kLeaveOut);
     EXPECT_FALSE(dialog.findChild<QLineEdit*>("date")->isEnabled());
 }
 

@@ -42,17 +42,13 @@ QString DepthText(EncodedDepth depth) {
     return texts[static_cast<std::size_t>(depth)];
 }
 
-const ExportKind* KindOfExtension(const QString& path) {
-    const QString extension = path.mid(path.lastIndexOf(u'.'));
-    const auto* found = std::ranges::find_if(kKinds, [&](const ExportKind& row) {
-        return extension.compare(QLatin1String(row.extension), Qt::CaseInsensitive) == 0;
-    });
-    return found != std::end(kKinds) ? found : nullptr;
+std::optional<SoundFileKind> KindNamed(const QString& path) {
+    return ExportKindOf(FilePath(path));
 }
 
 // Another extension in place of the one of a kind; a name with none of them gets it behind it.
 QString WithExtension(const QString& path, const char* extension) {
-    const bool hasOne = KindOfExtension(path) != nullptr;
+    const bool hasOne = KindNamed(path).has_value();
     return (hasOne ? path.left(path.lastIndexOf(u'.')) : path) + QLatin1String(extension);
 }
 
@@ -66,19 +62,14 @@ void SetValue(std::vector<SoundTag>& tags, std::string_view key, const QString& 
     if (!value.isEmpty()) tags.push_back({std::string(key), value.toStdString()});
 }
 
-Writing WritingOf(const QCheckBox& box) {
-    return box.isChecked() ? Writing::kWrite : Writing::kLeaveOut;
+ExportPart PartOf(const QCheckBox& box) {
+    return box.isChecked() ? ExportPart::kWrite : ExportPart::kLeaveOut;
 }
 
 }  // namespace
 
 std::vector<ExportKind> ExportKinds() {
     return {std::begin(kKinds), std::end(kKinds)};
-}
-
-SoundFileKind ExportKindOf(const std::filesystem::path& path) {
-    const ExportKind* row = KindOfExtension(FileText(path));
-    return row ? row->kind : kWav;
 }
 
 ExportDialog::ExportDialog(ExportQuestion question, QWidget* parent)
@@ -130,7 +121,7 @@ void ExportDialog::AddFormat() {
     quality_->setValue(static_cast<int>(question_.proposed.quality));
     quality_->setToolTip(tr("0 gives the smallest file, 10 the best sound."));
     markers_ = new QCheckBox(tr("Write &markers"), this);
-    markers_->setChecked(question_.proposed.markers == Writing::kWrite);
+    markers_->setChecked(question_.proposed.markers == ExportPart::kWrite);
     form.addRow(tr("&Format:"), kind_);
     form.addRow(tr("&Samples:"), depth_);
     form.addRow(tr("&Quality:"), quality_);
@@ -140,7 +131,7 @@ void ExportDialog::AddFormat() {
 void ExportDialog::AddTags() {
     QFormLayout& form = AddForm(tr("Tags of the new file"));
     tags_ = new QCheckBox(tr("&Write tags"), this);
-    tags_->setChecked(question_.proposed.tags == Writing::kWrite);
+    tags_->setChecked(question_.proposed.tags == ExportPart::kWrite);
     form.addRow(QString(), tags_);
     for (const TagRow& row : kTagRows) {
         auto* edit = new QLineEdit(Utf8Text(ValueOf(question_.proposed.tagValues, row.key)), this);
@@ -197,8 +188,7 @@ void ExportDialog::TakeKind() {
     depth_->setEnabled(!depths.empty());
     quality_->setEnabled(depths.empty());
     const auto* row = std::ranges::find(kKinds, Kind(), &ExportKind::kind);
-    const ExportKind* typed = KindOfExtension(path_->text());
-    if (!typed || typed->kind != row->kind) {
+    if (KindNamed(path_->text()) != row->kind) {
         const QSignalBlocker silent(path_);
         path_->setText(WithExtension(path_->text(), row->extension));
     }
@@ -206,8 +196,8 @@ void ExportDialog::TakeKind() {
 }
 
 void ExportDialog::TakeTypedPath() {
-    const ExportKind* typed = KindOfExtension(path_->text());
-    const int index = typed ? kind_->findData(static_cast<int>(typed->kind)) : -1;
+    const std::optional<SoundFileKind> typed = KindNamed(path_->text());
+    const int index = typed ? kind_->findData(static_cast<int>(*typed)) : -1;
     if (index >= 0 && index != kind_->currentIndex())
         kind_->setCurrentIndex(index);
     else
@@ -221,8 +211,8 @@ ExportAnswer ExportDialog::Answer() const {
     if (depth_->count() > 0)
         answer.depth = static_cast<EncodedDepth>(depth_->currentData().toInt());
     answer.quality = static_cast<std::uint32_t>(quality_->value());
-    answer.markers = WritingOf(*markers_);
-    answer.tags = WritingOf(*tags_);
+    answer.markers = PartOf(*markers_);
+    answer.tags = PartOf(*tags_);
     for (std::size_t i = 0; i < tagEdits_.size(); ++i)
         SetValue(answer.tagValues, kTagRows[i].key, tagEdits_[i]->text());
     return answer;

@@ -11,20 +11,18 @@
 #include <functional>
 #include <vector>
 
-#include "sound/codec_values.h"
+#include "exchange/sound_export.h"
 #include "view/ui/form_dialog.h"
 
 namespace sonavel {
-
-enum class Writing : std::uint8_t { kLeaveOut, kWrite };
 
 struct ExportAnswer {
     std::filesystem::path path;
     SoundFileKind kind = SoundFileKind::kWav;
     EncodedDepth depth = EncodedDepth::k16;  // of kinds that are not lossy
     std::uint32_t quality = 5;               // of those that are
-    Writing markers = Writing::kWrite;
-    Writing tags = Writing::kWrite;
+    ExportPart markers = ExportPart::kWrite;
+    ExportPart tags = ExportPart::kWrite;
     std::vector<SoundTag> tagValues;  // those that were edited and all others of the sound
 };
 
@@ -50,8 +48,6 @@ struct ExportKind {
     const char* extension;
 };
 std::vector<ExportKind> ExportKinds();
-// By the extension of the last name; WAV where no kind has that.
-SoundFileKind ExportKindOf(const std::filesystem::path& path);
 
 class ExportDialog : public FormDialog {
     Q_OBJECT

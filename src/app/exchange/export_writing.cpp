@@ -4,7 +4,6 @@
 
 #include "codec/kind_rules.h"
 #include "exchange/export_losses.h"
-#include "exchange/sound_frames.h"
 #include "platform/qt/utf8_text.h"
 
 namespace sonavel {
@@ -51,53 +50,29 @@ EncodeRequest RequestOf(const Sound& sound, FrameRange range, const ExportAnswer
     request.rate = sound.GetSamplesPerSecond();
     request.channels = sound.GetChannels();
     request.frames = range.Frames();
-    request.samples = FrameSamplesOf(sound.GetFormat());
     return request;
 }
 
 SoundExtras ExtrasOf(const CSoundDoc& document, const ExportAnswer& answer) {
     SoundExtras extras = document.Extras();
-    extras.markers.clear();
-    extras.tags.clear();
-    if (answer.tags == Writing::kWrite) extras.tags = answer.tagValues;
+    extras.tags = answer.tagValues;
     return extras;
 }
 
-// Regions end with the sound.
-void CutRegions(MarkerList& markers, std::uint32_t frames) {
-    for (Marker& marker : markers.All())
-        marker.length = std::min(marker.length, frames - std::min(marker.position, frames));
-}
-
-bool TakeRange(Sound& sound, FrameRange range) {
-    const std::uint32_t frames = sound.GetFrameCount();
-    if (range.end < frames && !sound.RemoveFrames(range.end, frames)) return false;
-    if (range.start > 0 && !sound.RemoveFrames(0, range.start)) return false;
-    CutRegions(sound.Markers(), sound.GetFrameCount());
-    return true;
+// What of them is to be written.
+SoundExtras ChosenOf(const CSoundDoc& document, const ExportAnswer& answer) {
+    SoundExtras extras = ExtrasOf(document, answer);
+    if (answer.tags == ExportPart::kLeaveOut) extras.tags.clear();
+    if (answer.markers == ExportPart::kWrite)
+        extras.markers = ChaptersOf(document.Sound().Markers());
+    return extras;
 }
 
 bool IsRounded(const Sound& sound, const ExportAnswer& answer) {
     return !IsLossy(answer.kind) && BitsOf(answer.depth) < sound.GetBits();
 }
 
-// In the depth of the file where that is below the sound's own: rounding to it takes dither.
-Result<Sound> SoundToWrite(const Sound& sound, FrameRange range, const ExportAnswer& answer) {
-    Result<Sound> copy = sound.Copy();
-    if (!copy) return copy;
-    if (answer.markers == Writing::kLeaveOut) copy->Markers().Clear();
-    if (!TakeRange(*copy, range)) return Failed(failure::kMemory);
-    const bool dithers = IsRounded(sound, answer) && answer.depth != k24;
-    if (dithers && !copy->ConvertBits(BitsOf(answer.depth))) return Failed(failure::kMemory);
-    return copy;
-}
-
 }  // namespace
-
-EncodedDepth DepthOfSound(const CSoundDoc& document) {
-    const unsigned bits = document.Sound().GetBits();
-    return bits == 8 ? k8 : bits == 16 ? k16 : kFloat32;
-}
 
 std::vector<EncodedDepth> DepthsOf(SoundFileKind kind) {
     std::vector<EncodedDepth> depths;
@@ -120,9 +95,8 @@ ExportNotice NoticeOfExport(const CSoundDoc& document, FrameRange range,
     ExportNotice notice;
     notice.estimatedBytes = EstimatedBytes(request);
     if (const Outcome can = CheckEncodable(request); !can) notice.refusal = Utf8Text(can.Reason());
-    SoundExtras extras = ExtrasOf(document, answer);
-    if (answer.markers == Writing::kWrite) extras.markers = ChaptersOf(sound.Markers());
-    for (const std::string& loss : LossesOf(answer.kind, extras)) notice.losses << Utf8Text(loss);
+    for (const std::string& loss : LossesOf(answer.kind, ChosenOf(document, answer)))
+        notice.losses << Utf8Text(loss);
     if (IsRounded(sound, answer))
         notice.losses
             << QObject::tr("The samples are rounded to %1 bits").arg(BitsOf(answer.depth));
@@ -130,12 +104,14 @@ ExportNotice NoticeOfExport(const CSoundDoc& document, FrameRange range,
 }
 
 Outcome WriteExport(CSoundDoc& document, FrameRange range, const ExportAnswer& answer) {
-    const Result<Sound> written = SoundToWrite(document.Sound(), range, answer);
-    if (!written) return written.Ended();
-    const EncodeRequest request = RequestOf(*written, {0, written->GetFrameCount()}, answer);
-    const HostServices& services = document.Services();
-    return WriteForeignFile(answer.path, *written, request, ExtrasOf(document, answer),
-                            services.codecs, document.Sound().FileHost());
+    const ExportChoice choice{.kind = answer.kind,
+                              .depth = answer.depth,
+                              .quality = answer.quality,
+                              .markers = answer.markers,
+                              .tags = answer.tags,
+                              .frames = range};
+    return ExportSound(answer.path, document.Sound(), ExtrasOf(document, answer), choice,
+                       document.Services().codecs, document.Sound().FileHost());
 }
 
 }  // namespace sonavel

@@ -10,8 +10,6 @@
 
 namespace sonavel {
 
-// In which its samples are written without a loss.
-EncodedDepth DepthOfSound(const CSoundDoc& document);
 // Those that the kind of file holds, the best first; none for a lossy kind.
 std::vector<EncodedDepth> DepthsOf(SoundFileKind kind);
 

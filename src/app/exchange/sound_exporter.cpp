@@ -39,7 +39,7 @@ Outcome SoundExporter::Export() {
 }
 
 Outcome SoundExporter::SaveCopy() {
-    const SoundFileKind own = ExportKindOf(sound_.document->Path());
+    const SoundFileKind own = ExportKindOf(sound_.document->Path()).value_or(SoundFileKind::kWav);
     return Ask({QObject::tr("Save a Copy As"), own, " copy", Whole()});
 }
 
@@ -57,7 +57,7 @@ ExportQuestion SoundExporter::QuestionOf(const Wish& wish) const {
     ExportQuestion question;
     question.title = wish.title;
     question.proposed.kind = wish.kind;
-    question.proposed.depth = DepthOfSound(document);
+    question.proposed.depth = ExportDepth(wish.kind, document.Sound(), document.Origin());
     question.proposed.tagValues = document.Tags();
     // Beside the sound's own file, or where the program was started.
     const std::string name =
