@@ -2,6 +2,7 @@
 // of the bytes that they cannot do without.
 #include <benchmark/benchmark.h>
 
+#include <cstdlib>
 #include <cstring>
 #include <fstream>
 #include <vector>
@@ -42,7 +43,8 @@ struct HourDocument {
     ClipRecord second;
 
     HourDocument() {
-        document.NewDocument({.samplesPerSecond = kRate, .channels = 2, .bits = 16});
+        if (!document.NewDocument({.samplesPerSecond = kRate, .channels = 2, .bits = 16}))
+            std::abort();
         document.Sound().Create(2, 16, kRate, kRate * kHour);
         FillWithNoise(document.Sound());
         second.present = true;
@@ -59,9 +61,9 @@ template <class Edit>
 void TimeEdits(benchmark::State& state, Edit edit) {
     HourDocument hour;
     for (auto _ : state) {
-        if (!edit(hour).done) state.SkipWithError("The edit was not done.");
+        if (!edit(hour)) return state.SkipWithError("The edit was not done.");
         state.PauseTiming();
-        hour.document.Undo();
+        if (!hour.document.Undo()) return state.SkipWithError("The edit was not undone.");
         hour.document.History().Clear();
         state.ResumeTiming();
     }
@@ -106,11 +108,9 @@ BENCHMARK(BM_OverwriteInAnHour)->Unit(benchmark::kMillisecond);
 
 void BM_UndoAndRedoInAnHour(benchmark::State& state) {
     HourDocument hour;
-    edit::Delete(hour.document, kSecondInTheMiddle);
-    for (auto _ : state) {
-        hour.document.Undo();
-        hour.document.Redo();
-    }
+    if (!edit::Delete(hour.document, kSecondInTheMiddle)) return state.SkipWithError("Delete");
+    for (auto _ : state)
+        if (!hour.document.Undo() || !hour.document.Redo()) return state.SkipWithError("Undo");
 }
 BENCHMARK(BM_UndoAndRedoInAnHour)->Unit(benchmark::kMillisecond);
 

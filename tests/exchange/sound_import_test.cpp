@@ -156,29 +156,27 @@ TEST_F(SoundImportTest, DeepSoundsAreRoundedWhereThatWasChosen) {
 }
 
 TEST_F(SoundImportTest, ChannelsAreTakenAsChosen) {
-    const unsigned last[] = {3, 2};
-    const struct {
-        ImportChoice choice;
-        std::vector<std::int32_t> firstFrame;
-    } cases[] = {
-        {{.channels = ImportChannels::kLeft}, {1000}},
-        {{.channels = ImportChannels::kRight}, {2000}},
-        {{.matrix = PickChannels(last, 4)}, {4000, 3000}},
-        // Channels of no known place go left and right in turn.
-        {{}, {2000, 3000}},
-        {{.channels = ImportChannels::kMono}, {2500}},
-    };
-    for (const auto& c : cases) {
-        const Result<ImportedSound> imported = Import(BytesOf("fLaC"), c.choice);
+    const auto check = [&](const ImportChoice& choice,
+                           const std::vector<std::int32_t>& firstFrame) {
+        const Result<ImportedSound> imported = Import(BytesOf("fLaC"), choice);
         ASSERT_TRUE(imported) << imported.Reason();
         const Sound& sound = (*imported).sound;
         EXPECT_EQ(sound.GetBits(), 16u);
-        ASSERT_EQ(sound.GetChannels(), c.firstFrame.size());
+        ASSERT_EQ(sound.GetChannels(), firstFrame.size());
         for (unsigned channel = 0; channel < sound.GetChannels(); ++channel) {
-            EXPECT_EQ(sound.GetSample(channel, 0), c.firstFrame[channel]);
-            EXPECT_EQ(sound.GetSample(channel, 1), -c.firstFrame[channel]);
+            EXPECT_EQ(sound.GetSample(channel, 0), firstFrame[channel]);
+            EXPECT_EQ(sound.GetSample(channel, 1), -firstFrame[channel]);
         }
-    }
+    };
+    check({.channels = ImportChannels::kLeft}, {1000});
+    check({.channels = ImportChannels::kRight}, {2000});
+    check({.channels = ImportChannels::kMono}, {2500});
+    // Channels of no known place go left and right in turn.
+    check({}, {2000, 3000});
+    const unsigned last[] = {3, 2};
+    ImportChoice picked;
+    picked.matrix = PickChannels(last, 4);
+    check(picked, {4000, 3000});
 }
 
 TEST_F(SoundImportTest, BytesOfManyChannelsKeepTheirSign) {
