@@ -5,6 +5,7 @@
 
 #include "sound/aiff_file.h"
 #include "sound/au_file.h"
+#include "sound/wave.h"
 #include "support/fake_progress.h"
 #include "support/recording_prompts.h"
 #include "support/sound_files.h"
