@@ -77,15 +77,16 @@ struct FloatSample {
 
     static constexpr Value ValueOf(Stored stored) { return stored * kHalfScale; }
     static constexpr Stored StoredOf(Value value) { return Finite(value * (1 / kHalfScale)); }
-    static constexpr std::int32_t LevelOf(Stored stored) {
-        // The greatest float below 2^31: levels can be negated.
-        constexpr float kMost = 2147483520.0f;
-        return static_cast<std::int32_t>(std::clamp(stored * (kFullScale / 2), -kMost, kMost));
-    }
     // What is not a number or infinite becomes 0.
     static constexpr Stored Finite(float value) {
         constexpr float kMost = std::numeric_limits<float>::max();
         return value >= -kMost && value <= kMost ? value : 0;
+    }
+    static constexpr std::int32_t LevelOf(Stored stored) {
+        // The greatest float below 2^31: levels can be negated.
+        constexpr float kMost = 2147483520.0f;
+        return static_cast<std::int32_t>(
+            std::clamp(Finite(stored) * (kFullScale / 2), -kMost, kMost));
     }
 };
 
