@@ -30,7 +30,9 @@ struct SumTypes<FloatSample> {
     using Level = double;
     using RunSum = double;
     using Sum = double;
-    static Level LevelOf(float stored) { return double{stored} * (FloatSample::kFullScale / 2); }
+    static Level LevelOf(float stored) {
+        return double{stored} * static_cast<double>(FloatSample::kFullScale) / 2;
+    }
 };
 
 template <class Type>

@@ -85,8 +85,8 @@ struct FloatSample {
     static constexpr std::int32_t LevelOf(Stored stored) {
         // The greatest float below 2^31: levels can be negated.
         constexpr float kMost = 2147483520.0f;
-        return static_cast<std::int32_t>(
-            std::clamp(Finite(stored) * (kFullScale / 2), -kMost, kMost));
+        constexpr float kHalfLevel = 0x800000;  // of kFullScale
+        return static_cast<std::int32_t>(std::clamp(Finite(stored) * kHalfLevel, -kMost, kMost));
     }
 };
 

@@ -32,17 +32,13 @@ void AddInput(const std::filesystem::path& path, std::vector<std::string>& argum
 ChildCommand ProbeCommand(const CodecSetup& setup, const std::filesystem::path& path) {
     ChildCommand command;
     command.program = setup.programs.ffprobe;
-    command.arguments = {"-hide_banner",
-                         "-loglevel",
-                         "error",
-                         "-select_streams",
-                         "a:0",
-                         "-show_entries",
-                         "stream=codec_name,sample_fmt,sample_rate,channels,bits_per_raw_sample,"
-                         "duration:stream_tags:format=duration:format_tags:"
-                         "chapter=start_time,end_time:chapter_tags",
-                         "-of",
-                         "flat"};
+    static constexpr char kEntries[] =
+        "stream=codec_name,sample_fmt,sample_rate,channels,bits_per_raw_sample,"
+        "duration:stream_tags:format=duration:format_tags:"
+        "chapter=start_time,end_time:chapter_tags";
+    command.arguments = {"-hide_banner",    "-loglevel", "error",
+                         "-select_streams", "a:0",       "-show_entries",
+                         kEntries,          "-of",       "flat"};
     AddInput(path, command.arguments);
     return command;
 }

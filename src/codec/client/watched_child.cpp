@@ -1,6 +1,6 @@
 #include "codec/client/watched_child.h"
 
-#include <signal.h>
+#include <csignal>
 
 #include "codec/client/codec_texts.h"
 

@@ -100,6 +100,7 @@ std::vector<Speaker> SpeakersOf(const LibraryFile& file) {
     if (sf_command(file.handle.get(), SFC_GET_CHANNEL_MAP_INFO, map.data(), bytes) != SF_TRUE)
         return {};
     std::vector<Speaker> speakers;
+    speakers.reserve(map.size());
     for (const int place : map) speakers.push_back(SpeakerFor(place));
     const bool saysNothing = std::ranges::count(speakers, Speaker::kUnknown) ==
                              static_cast<std::ptrdiff_t>(speakers.size());

@@ -1,7 +1,7 @@
 // sonavel-codec: decodes and encodes sound files for the editor, in a process of its own.
-#include <signal.h>
 #include <sys/prctl.h>
 #include <unistd.h>
+#include <csignal>
 
 #include <cstdio>
 #include <string_view>
