@@ -6,6 +6,7 @@ import sys
 
 LEVELS = {
     "platform": 0,
+    "libraries": 0,
     "sound": 1,
     "codec": 2,
     "exchange": 2,
@@ -51,6 +52,7 @@ SAME_LEVEL_ALLOWED = {
     ("properties/ui", "view/ui"),
     ("properties/ui", "platform/qt"),
 }
+LIBRARY_HEADERS = {"soxr.h", "ebur128.h", "SoundTouch.h", "soundtouch/SoundTouch.h"}
 INCLUDE = re.compile(r'#include\s+([<"])([^>"]+)[>"]')
 
 
@@ -76,8 +78,10 @@ def faults(file, root):
                 yield f"{file}:{number}: the toolkit stays out of {own}"
             if own != "platform/portaudio" and target == "portaudio.h":
                 yield f"{file}:{number}: the device library stays out of {own}"
-            if own != "codec/main" and target == "sndfile.h":
+            if own != "codec/main" and target in {"sndfile.h", "mysofa.h"}:
                 yield f"{file}:{number}: decoders stay out of {own}"
+            if own != "libraries" and target in LIBRARY_HEADERS:
+                yield f"{file}:{number}: libraries show in no other folder than libraries"
             continue
         other = folder_of(target)
         if other is None or other == own or (own, other) in SAME_LEVEL_ALLOWED:

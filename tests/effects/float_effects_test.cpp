@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "effect_fixture.h"
+#include "sound/sample_types.h"
 
 namespace sonavel::testing {
 namespace {
