@@ -5,6 +5,8 @@
 #include <cstdio>
 #include <limits>
 
+#include "sound/time_text.h"
+
 namespace sonavel::batch {
 namespace {
 
@@ -69,6 +71,14 @@ std::optional<Value> ParseWord(const ValueRule& rule, std::string_view text) {
     return std::string(text);
 }
 
+// A length or a place: nothing that is counted from somewhere else.
+std::optional<Value> ParseTimeWord(std::string_view text) {
+    constexpr std::uint32_t kAnyRate = 48000;
+    const auto time = ParseTime(text, kAnyRate, BareNumber::kFrames);
+    if (!time || time->from != TimeFrom::kStart) return std::nullopt;
+    return std::string(text);
+}
+
 std::string Number(double value, int decimals) {
     char text[64];
     std::snprintf(text, sizeof text, "%.*f", decimals, value);
@@ -130,6 +140,8 @@ std::optional<Value> ParseValue(const ValueRule& rule, std::string_view text) {
             return text == "on";
         case ValueRule::Kind::kPosition:
             return ParseWhole(text);
+        case ValueRule::Kind::kTime:
+            return ParseTimeWord(text);
         case ValueRule::Kind::kWhole:
             if (const auto value = ParseWhole(text);
                 value && IsInRange(rule, static_cast<double>(*value)))
@@ -143,6 +155,12 @@ std::optional<Value> ParseValue(const ValueRule& rule, std::string_view text) {
     return std::nullopt;
 }
 
+std::uint32_t FramesOfTime(std::string_view text, std::uint32_t samplesPerSecond) {
+    constexpr std::int64_t kMost = std::numeric_limits<std::uint32_t>::max();
+    const auto time = ParseTime(text, samplesPerSecond, BareNumber::kFrames);
+    return time ? static_cast<std::uint32_t>(std::clamp<std::int64_t>(time->frames, 0, kMost)) : 0;
+}
+
 std::string DescribeRule(const ValueRule& rule) {
     switch (rule.kind) {
         case ValueRule::Kind::kText:
@@ -154,6 +172,8 @@ std::string DescribeRule(const ValueRule& rule) {
             return "on or off";
         case ValueRule::Kind::kPosition:
             return "a whole number";
+        case ValueRule::Kind::kTime:
+            return "frames, or a time such as 250ms, 1.5s or 1:02:03.5";
         case ValueRule::Kind::kWhole:
             return "a whole number" + Range(rule);
         case ValueRule::Kind::kDecimal:

@@ -14,7 +14,17 @@ namespace sonavel::batch {
 using Value = std::variant<std::string, std::int64_t, double, bool, std::vector<double>>;
 
 struct ValueRule {
-    enum class Kind { kText, kPath, kWord, kWhole, kPosition, kDecimal, kSwitch, kDecimalList };
+    enum class Kind {
+        kText,
+        kPath,
+        kWord,
+        kWhole,
+        kPosition,
+        kTime,
+        kDecimal,
+        kSwitch,
+        kDecimalList
+    };
 
     Kind kind = Kind::kText;
     double least = 0;
@@ -30,6 +40,9 @@ struct ValueRule {
     static ValueRule Whole(std::int64_t least, std::int64_t greatest);
     // A whole number of any size, which the command clamps.
     static ValueRule Position() { return {.kind = Kind::kPosition}; }
+    // Frames, or a time with its unit; kept as text, since only the sound's rate says how many
+    // frames it is (FramesOfTime).
+    static ValueRule Time() { return {.kind = Kind::kTime}; }
     static ValueRule Decimal(double least, double greatest, int decimals);
     static ValueRule Switch() { return {.kind = Kind::kSwitch}; }
     static ValueRule DecimalList(std::size_t count, double least, double greatest, int decimals);
@@ -37,6 +50,9 @@ struct ValueRule {
 
 // Nothing when the text breaks the rule.
 std::optional<Value> ParseValue(const ValueRule& rule, std::string_view text);
+
+// Of a word that a rule for times let pass; 0 for less.
+std::uint32_t FramesOfTime(std::string_view text, std::uint32_t samplesPerSecond);
 
 // "a whole number from 1 to 1000", for the sentence that names what was expected.
 std::string DescribeRule(const ValueRule& rule);

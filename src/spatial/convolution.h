@@ -4,7 +4,7 @@
 
 #include <span>
 
-#include "spatial/fft.h"
+#include "sound/fft.h"
 
 namespace sonavel {
 

@@ -1,5 +1,6 @@
-// The complex Fourier transform behind the convolution, on separate real and imaginary arrays so
-// that its butterflies vectorise (M. C. Pease's and T. G. Stockham's ordering, radix 4).
+// The complex Fourier transform of 1024 points behind the convolution and the noise reduction, on
+// separate real and imaginary arrays so that its butterflies vectorise (M. C. Pease's and
+// T. G. Stockham's ordering, radix 4).
 #pragma once
 
 #include <array>

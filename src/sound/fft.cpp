@@ -1,4 +1,4 @@
-#include "spatial/fft.h"
+#include "sound/fft.h"
 
 #include <cmath>
 #include <cstring>
