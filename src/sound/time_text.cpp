@@ -38,8 +38,7 @@ enum class Fraction { kNone, kAllowed };
 std::optional<double> ParseNumber(std::string_view text, Fraction fraction) {
     const std::size_t point = std::min(text.find('.'), text.size());
     if (!IsDigits(text.substr(0, point))) return std::nullopt;
-    if (point < text.size() &&
-        (fraction == Fraction::kNone || !IsDigits(text.substr(point + 1))))
+    if (point < text.size() && (fraction == Fraction::kNone || !IsDigits(text.substr(point + 1))))
         return std::nullopt;
     double value = 0;
     const auto read = std::from_chars(text.data(), text.data() + text.size(), value);

@@ -339,7 +339,7 @@ TEST_F(PlayerTest, DeviceErrorsAreShownAndLeaveThePlayerStopped) {
         {"prepare", 10},
         {"write", 10}};
     for (const auto& [call, frames] : cases) {
-        SCOPED_TRACE(testing::Message() << call << ' ' << frames);
+        SCOPED_TRACE(::testing::Message() << call << ' ' << frames);
         MakeSound(1, 8, frames);
         prompts.messages.clear();
         out.failures = {{call, 4}};

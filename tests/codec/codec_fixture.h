@@ -87,7 +87,7 @@ inline std::vector<std::int32_t> Ramp(std::size_t samples, int bits) {
     return ramp;
 }
 
-class CodecTest : public testing::Test {
+class CodecTest : public ::testing::Test {
   protected:
     static CodecSetup BuiltPrograms() {
         CodecSetup setup{FindCodecPrograms(), {}};

@@ -68,7 +68,7 @@ TEST_F(DecodeTest, IntegersOfEveryContainerComeBitForBit) {
         {SF_FORMAT_IRCAM | SF_FORMAT_PCM_16, 16, "IRCAM"},
     };
     for (const auto& row : cases) {
-        SCOPED_TRACE(testing::Message() << row.name << " " << std::hex << row.format);
+        SCOPED_TRACE(::testing::Message() << row.name << " " << std::hex << row.format);
         const auto samples = Ramp(2 * 40001, row.bits);
         WriteByLibrary(path, row.format, 2, 96000, LeftAligned(samples, row.bits));
         const auto decoded = Decode(path);
@@ -117,7 +117,7 @@ TEST_F(DecodeTest, CodedSoundComesAsTheLibraryReadsIt) {
     for (int i = 0; i < 30000; ++i)
         sine.push_back(static_cast<std::int32_t>(0x1p30 * std::sin(0.07 * i)));
     for (const auto& row : cases) {
-        SCOPED_TRACE(testing::Message() << row.name << " " << row.coding);
+        SCOPED_TRACE(::testing::Message() << row.name << " " << row.coding);
         WriteByLibrary(path, row.format, 1, row.rate, sine);
         const auto decoded = Decode(path);
         ASSERT_TRUE(decoded) << decoded.Reason();
@@ -174,7 +174,7 @@ TEST_F(LongFileTest, AreTheSameAsInOnePiece) {
         {SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III, 1, 16000, lowest, false},
     };
     for (const auto& row : cases) {
-        SCOPED_TRACE(testing::Message() << std::hex << row.format << " of " << row.rate);
+        SCOPED_TRACE(::testing::Message() << std::hex << row.format << " of " << row.rate);
         WriteByLibrary(path, row.format, row.channels, row.rate, sound, row.before);
         EXPECT_EQ(ConditionOfEqual(), SoundCondition::kWhole);
         FileBytes bytes = ReadFileBytes(path);
@@ -233,7 +233,7 @@ TEST_F(DecodeTest, WhatIsCutOffIsSalvaged) {
     const auto samples = Ramp(2 * 30000, 16);
     for (const int major : {SF_FORMAT_WAV, SF_FORMAT_RF64, SF_FORMAT_W64, SF_FORMAT_AIFF,
                             SF_FORMAT_AU, SF_FORMAT_CAF, SF_FORMAT_FLAC}) {
-        SCOPED_TRACE(testing::Message() << std::hex << major);
+        SCOPED_TRACE(::testing::Message() << std::hex << major);
         WriteByLibrary(path, major | SF_FORMAT_PCM_16, 2, 44100, LeftAligned(samples, 16));
         std::filesystem::resize_file(path, std::filesystem::file_size(path) * 2 / 3 + 1);
         const auto decoded = Decode(path);
@@ -257,7 +257,7 @@ TEST_F(DecodeTest, SizesThatLieByFarPromiseNothingImpossible) {
                  {SF_FORMAT_W64 | SF_FORMAT_ULAW, 16},
                  {SF_FORMAT_RF64 | SF_FORMAT_PCM_16, 20}};
     for (const auto& row : cases) {
-        SCOPED_TRACE(testing::Message() << std::hex << row.format);
+        SCOPED_TRACE(::testing::Message() << std::hex << row.format);
         WriteByLibrary(path, row.format, 1, 44100, LeftAligned(samples, 16));
         FileBytes bytes = ReadFileBytes(path);
         std::fill_n(bytes.begin() + row.size, 7, 0xFF);

@@ -56,7 +56,7 @@ TEST_F(EncodeTest, KeepsEverySampleThatFits) {
     for (const SoundFileKind kind : {kWav, kRf64, kW64, kAiff, kAu, kCaf, kFlac})
         for (const auto& row : depths) {
             if (kind == kFlac && row.depth == EncodedDepth::kFloat32) continue;
-            SCOPED_TRACE(testing::Message() << static_cast<int>(kind) << " at " << row.bits);
+            SCOPED_TRACE(::testing::Message() << static_cast<int>(kind) << " at " << row.bits);
             const Outcome encoded =
                 Encode(Request(kind, row.depth, row.samples, kFrames), row.sound);
             ASSERT_TRUE(encoded) << encoded.Reason();
@@ -123,7 +123,7 @@ TEST_F(EncodeTest, LossyKindsKeepTheSoundAndItsTags) {
     std::uintmax_t sizes[2] = {};
     for (const SoundFileKind kind : {kOggVorbis, kOpus, kMp3})
         for (const std::uint32_t quality : {2u, 9u}) {
-            SCOPED_TRACE(testing::Message() << static_cast<int>(kind) << " at " << quality);
+            SCOPED_TRACE(::testing::Message() << static_cast<int>(kind) << " at " << quality);
             auto request = Request(kind, EncodedDepth::k16, FrameSamples::kFloat32, kLong);
             request.rate = 48000;
             request.quality = quality;

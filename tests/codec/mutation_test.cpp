@@ -85,7 +85,7 @@ TEST_F(MutationTest, BrokenFilesCostAMessageAtMost) {
     for (int i = 0; i < 4800; ++i)
         sound.push_back(static_cast<std::int32_t>(0x1p29 * std::sin(0.05 * i)));
     for (const int format : kFormats) {
-        SCOPED_TRACE(testing::Message() << std::hex << format);
+        SCOPED_TRACE(::testing::Message() << std::hex << format);
         const int rate = (format & SF_FORMAT_SUBMASK) == SF_FORMAT_OPUS ? 48000 : 44100;
         WriteByLibrary(folder / "whole", format, 1, rate, sound);
         const FileBytes whole = ReadFileBytes(folder / "whole");

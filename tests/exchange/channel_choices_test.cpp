@@ -5,7 +5,7 @@
 namespace sonavel {
 namespace {
 
-using testing::ElementsAre;
+using ::testing::ElementsAre;
 using testing::FloatNear;
 using enum Speaker;
 

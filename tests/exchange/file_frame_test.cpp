@@ -12,7 +12,7 @@
 namespace sonavel {
 namespace {
 
-using testing::ElementsAre;
+using ::testing::ElementsAre;
 using testing::IsEmpty;
 using enum EncodedDepth;
 
@@ -73,7 +73,7 @@ SoundExtras Everything() {
 TEST(FrameWav, IsWellFormedAtEveryDepth) {
     for (const EncodedDepth depth : kDepths)
         for (const std::uint32_t channels : {1u, 2u, 6u}) {
-            SCOPED_TRACE(testing::Message() << static_cast<int>(depth) << " x " << channels);
+            SCOPED_TRACE(::testing::Message() << static_cast<int>(depth) << " x " << channels);
             const EncodeRequest request = Request(depth, channels, 5);
             const FileBytes file = Whole(FrameWav(request, Everything()), request);
             ASSERT_EQ(LoadLittle32(&file[4]) + 8, file.size());

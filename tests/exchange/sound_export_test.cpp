@@ -11,11 +11,11 @@
 namespace sonavel {
 namespace {
 
-using testing::ElementsAre;
+using ::testing::ElementsAre;
 using testing::IsEmpty;
 using enum SoundFileKind;
 
-class SoundExportTest : public testing::Test {
+class SoundExportTest : public ::testing::Test {
   protected:
     // Float frames -1, -0.9, ... of one channel, with a marker at 2 and a region from 5 to 9.
     static Sound Ramp(unsigned bits) {

@@ -14,7 +14,7 @@
 namespace sonavel {
 namespace {
 
-using testing::ElementsAre;
+using ::testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
@@ -78,7 +78,7 @@ class FakeCodecs : public SoundCodecs {
     DecodedSound end;
 };
 
-class SoundImportTest : public testing::Test {
+class SoundImportTest : public ::testing::Test {
   protected:
     SoundImportTest() {
         SoundFileDescription& flac = codecs_.head.description;

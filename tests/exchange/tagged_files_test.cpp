@@ -6,7 +6,7 @@
 namespace sonavel {
 namespace {
 
-using testing::ElementsAre;
+using ::testing::ElementsAre;
 using testing::IsEmpty;
 
 FileBytes AiffChunkBytes(std::string_view id, const FileBytes& content) {

@@ -7,7 +7,7 @@
 namespace sonavel {
 namespace {
 
-using testing::ElementsAre;
+using ::testing::ElementsAre;
 using testing::IsEmpty;
 using Texts = std::vector<std::string>;
 

@@ -12,7 +12,7 @@
 namespace sonavel {
 namespace {
 
-using testing::ElementsAre;
+using ::testing::ElementsAre;
 using testing::IsEmpty;
 using enum SoundFileKind;
 
@@ -32,7 +32,7 @@ class RampSource : public FrameSource {
     unsigned next_ = 0;
 };
 
-class WriteSoundFileTest : public testing::Test {
+class WriteSoundFileTest : public ::testing::Test {
   protected:
     static EncodeRequest Request(SoundFileKind kind, EncodedDepth depth) {
         EncodeRequest request;
@@ -75,7 +75,7 @@ TEST_F(WriteSoundFileTest, OtherProgramsReadThemWithoutAWarning) {
                                : kind == kRf64 ? "b.wav"
                                : kind == kAiff ? "a.aiff"
                                                : "a.au";
-            SCOPED_TRACE(testing::Message() << name << " " << static_cast<int>(depth));
+            SCOPED_TRACE(::testing::Message() << name << " " << static_cast<int>(depth));
             const std::string path = (folder / name).string();
             RampSource ramp;
             ASSERT_TRUE(WriteSoundFile(path, Request(kind, depth), Extras(), ramp));

@@ -28,7 +28,8 @@ std::vector<float> Tone(std::size_t frames, double rate) {
     return tone;
 }
 
-std::vector<float> Resampled(const std::vector<float>& frames, double from, double to, std::size_t piece) {
+std::vector<float> Resampled(const std::vector<float>& frames, double from, double to,
+                             std::size_t piece) {
     Resampler resampler(2, from, to);
     std::vector<float> out;
     for (std::size_t at = 0; at < frames.size(); at += piece * 2) {
@@ -48,7 +49,8 @@ TEST(ResamplerTest, ATonesWaveIsTheSameAtAnotherRate) {
         const std::vector<float> out = Resampled(Tone(frames, from), from, to, 1000);
         ASSERT_EQ(out.size(), 2 * static_cast<std::size_t>(to)) << from << " to " << to;
         // The filter sees an edge at both ends.
-        for (std::size_t frame = out.size() / 10; frame < out.size() / 2 - out.size() / 10; ++frame) {
+        for (std::size_t frame = out.size() / 10; frame < out.size() / 2 - out.size() / 10;
+             ++frame) {
             const float want = ToneAt(static_cast<double>(frame) / to);
             ASSERT_NEAR(out[2 * frame], want, 2e-5) << from << " to " << to << ", frame " << frame;
             ASSERT_NEAR(out[2 * frame + 1], -want / 2, 2e-5);

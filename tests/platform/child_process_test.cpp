@@ -24,7 +24,7 @@ std::size_t OpenDescriptors() {
         std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {}));
 }
 
-class ChildProcessTest : public testing::Test {
+class ChildProcessTest : public ::testing::Test {
   protected:
     void SetUp() override { descriptors_ = OpenDescriptors(); }
     void TearDown() override {

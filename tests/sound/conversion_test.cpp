@@ -60,8 +60,8 @@ TEST_F(ConversionTest, ChangesTheChannelCount) {
         {2, 16, kBothOrMix, frames, BytesOfWords({-1, 1, 32767, -32768, 0})},
     };
     for (const auto& row : cases) {
-        SCOPED_TRACE(testing::Message() << row.channels << " channels, " << row.bits
-                                        << " bits, choice " << static_cast<int>(row.choice));
+        SCOPED_TRACE(::testing::Message() << row.channels << " channels, " << row.bits
+                                          << " bits, choice " << static_cast<int>(row.choice));
         Fill(row.channels, row.bits, 8000, row.before);
         ASSERT_TRUE(wave.ConvertChannels(3 - row.channels, row.choice));
         EXPECT_EQ(SoundBytes(wave), row.after);

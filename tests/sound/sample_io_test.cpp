@@ -13,7 +13,7 @@ float Value(std::uint32_t frame, unsigned channel) {
     return static_cast<float>((frame * 37 + channel * 101) % 256) - 127;
 }
 
-class SampleIoTest : public testing::TestWithParam<unsigned> {
+class SampleIoTest : public ::testing::TestWithParam<unsigned> {
   protected:
     void SetUp() override {
         ASSERT_TRUE(sound.Create(2, GetParam(), 44100, kFrames));
@@ -63,7 +63,7 @@ TEST_P(SampleIoTest, WritingBothLeavesWhatLiesBesideThem) {
     expect(22, Value(22, 0), Value(22, 1));
 }
 
-INSTANTIATE_TEST_SUITE_P(Widths, SampleIoTest, testing::Values(8u, 16u, 32u));
+INSTANTIATE_TEST_SUITE_P(Widths, SampleIoTest, ::testing::Values(8u, 16u, 32u));
 
 }  // namespace
 }  // namespace sonavel

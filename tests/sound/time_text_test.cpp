@@ -39,10 +39,32 @@ TEST(TimeTextTest, EveryWayOfWritingATimeIsReadToTheNearestFrame) {
 }
 
 TEST(TimeTextTest, NothingIsDroppedSilently) {
-    for (const char* text :
-         {"", " ", "x", "1x", "5 m", "1:60", "1:2:3:4", "1:", ":1", "1:0.5:0", "1.5#", "1.", ".5",
-          "1.5.5", "--1", "+", "s", "#", "1e3", "1e3s", "nan", "inf", "0x10", "1,5", "99999999999s",
-          "1099511627777#"})
+    for (const char* text : {"",
+                             " ",
+                             "x",
+                             "1x",
+                             "5 m",
+                             "1:60",
+                             "1:2:3:4",
+                             "1:",
+                             ":1",
+                             "1:0.5:0",
+                             "1.5#",
+                             "1.",
+                             ".5",
+                             "1.5.5",
+                             "--1",
+                             "+",
+                             "s",
+                             "#",
+                             "1e3",
+                             "1e3s",
+                             "nan",
+                             "inf",
+                             "0x10",
+                             "1,5",
+                             "99999999999s",
+                             "1099511627777#"})
         EXPECT_EQ(ParseTime(text, kTimeRate, BareNumber::kSeconds), std::nullopt) << text;
     EXPECT_EQ(ParseTime("62.5", kTimeRate, BareNumber::kFrames), std::nullopt);
 }

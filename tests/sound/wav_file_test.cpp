@@ -277,8 +277,8 @@ TEST_F(WavFileTest, PlainPcmInAnExtensibleHeaderIsPlainPcm) {
                  {2, 24, 1, 40, false}, {6, 16, 1, 40, false},    {2, 16, 1, 39, false},
                  {2, 16, 1, 18, false}, {2, 16, 0x101, 40, false}};
     for (const auto& row : cases) {
-        SCOPED_TRACE(testing::Message() << row.channels << " channels, " << row.bits << " bits, "
-                                        << row.subFormat << ", " << row.formatBytes << " bytes");
+        SCOPED_TRACE(::testing::Message() << row.channels << " channels, " << row.bits << " bits, "
+                                          << row.subFormat << ", " << row.formatBytes << " bytes");
         WavParts parts;
         parts.channels = row.channels;
         parts.bits = row.bits;

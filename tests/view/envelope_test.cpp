@@ -120,7 +120,7 @@ TEST(Envelope, DrawsAsTheRulesSayAtEveryZoom) {
         for (const unsigned bits : {8u, 16u}) {
             for (const std::uint32_t frames : {1u, 50u, 99u, 100u, 101u, 25599u, 25600u, 90001u}) {
                 Scene scene(channels, bits, frames, 100, 83);
-                SCOPED_TRACE(testing::Message() << channels << "x" << bits << "x" << frames);
+                SCOPED_TRACE(::testing::Message() << channels << "x" << bits << "x" << frames);
                 ExpectAsReference(scene);
                 for (int step = 0; step < 12; ++step) {
                     scene.zoom = TimeZoomIn(scene.zoom, scene.context);

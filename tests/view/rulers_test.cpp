@@ -50,8 +50,8 @@ TEST(HorizontalRuler, LabelsNeverTouchAtAnyZoomInAnyFormat) {
             for (int step = 0; step < 24; ++step) {
                 for (const auto format :
                      {StatusFormat::kSample, StatusFormat::kTime, StatusFormat::kSecond}) {
-                    SCOPED_TRACE(testing::Message() << frames << " frames, step " << step
-                                                    << ", format " << static_cast<int>(format));
+                    SCOPED_TRACE(::testing::Message() << frames << " frames, step " << step
+                                                      << ", format " << static_cast<int>(format));
                     ExpectSoundRuler(RequestFor(frames, state.horizontal, format), textWidth);
                 }
                 state = TimeZoomIn(state, context);

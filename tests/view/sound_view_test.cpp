@@ -77,7 +77,7 @@ TEST_F(SoundViewTest, EveryResizeStartsFromWhatTheLastZoomOrScrollLeft) {
         for (int step = -420; step <= 420; ++step) {
             const int height = 32 + std::abs(step);
             View().Resize(2 * height, height);
-            SCOPED_TRACE(testing::Message() << c.name << " at a height of " << height);
+            SCOPED_TRACE(::testing::Message() << c.name << " at a height of " << height);
             ASSERT_EQ(View().Zoom().Horizontal(), horizontal.Resized(904, 2 * height));
             ASSERT_EQ(View().Zoom().Vertical(), vertical.Resized(420, std::max(height - 32, 1)));
         }

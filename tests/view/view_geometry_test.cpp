@@ -63,7 +63,7 @@ TEST(ViewGeometry, SelectionBackground) {
         {{1600, 4000}, 11, 100}, {{0, 4000}, 1, 100},  {{0, 1000}, 0, 0},      {{3000, 4000}, 0, 0},
     };
     for (const auto& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.selection.start << ".." << c.selection.end);
+        SCOPED_TRACE(::testing::Message() << c.selection.start << ".." << c.selection.end);
         const Rectangle found = SelectionRect(waveform, map, c.selection);
         if (c.left == c.right) {
             EXPECT_TRUE(found.Empty());
