@@ -17,6 +17,7 @@
 #include "platform/qt/utf8_text.h"
 #include "properties/ui/file_properties_sheet.h"
 #include "sound/file_formats.h"
+#include "sound/foreign_extensions.h"
 
 namespace sonavel {
 
@@ -27,11 +28,6 @@ constexpr const char* kOpenFolderKey = "Main Frame/OpenFolder";
 // The first use of the sound devices holds the event loop up for a moment; the window is painted
 // first.
 constexpr int kLogoSoundDelayMs = 250;
-
-constexpr std::string_view kImportPatterns =
-    "*.wav *.wave *.bwf *.rf64 *.w64 *.caf *.aif *.aiff *.aifc *.au *.snd *.flac *.ogg *.oga "
-    "*.opus "
-    "*.mp3 *.mp2 *.m4a *.m4b *.aac *.wma *.wv *.g722 *.mp4 *.mkv *.webm *.mov *.avi *.ogv";
 
 QString OpenFilters() {
     QStringList filters{QObject::tr("Audio Files (%1)").arg(Utf8Text(AllExtensions("*", " ")))};
@@ -46,7 +42,10 @@ QString OpenFilters() {
 
 // The names that sound files go by. What a file is, its content decides.
 QString ImportFilters() {
-    return QObject::tr("Sound Files (%1)").arg(Utf8Text(kImportPatterns)) + QStringLiteral(";;") +
+    std::string patterns = AllExtensions("*", " ");
+    for (const std::string_view extension : ForeignExtensions())
+        patterns.append(" *").append(extension);
+    return QObject::tr("Sound Files (%1)").arg(Utf8Text(patterns)) + QStringLiteral(";;") +
            QObject::tr("All Files (*)");
 }
 

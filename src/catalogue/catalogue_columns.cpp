@@ -8,8 +8,8 @@
 namespace sonavel {
 namespace {
 
-constexpr const char* kTitles[kFixedColumns] = {"Name",     "Length", "Rate",  "Bits",
-                                                "Channels", "Size",   "Folder"};
+constexpr const char* kTitles[kFixedColumns] = {"Name",     "Length", "Rate",   "Bits",
+                                                "Channels", "Size",   "Format", "Folder"};
 
 std::string SizeText(std::uint64_t bytes) {
     constexpr const char* kUnits[] = {"KB", "MB", "GB", "TB"};
@@ -39,6 +39,8 @@ std::string FactText(const SampleFacts& facts, CatalogueColumn column) {
             return facts.channels ? ChannelsText(facts.channels) : std::string();
         case CatalogueColumn::kSize:
             return facts.fileBytes ? SizeText(facts.fileBytes) : std::string();
+        case CatalogueColumn::kFormat:
+            return facts.format;
         default:
             return {};
     }

@@ -7,8 +7,8 @@
 
 namespace sonavel {
 
-enum class CatalogueColumn { kName, kLength, kRate, kBits, kChannels, kSize, kFolder };
-inline constexpr std::size_t kFixedColumns = 7;
+enum class CatalogueColumn { kName, kLength, kRate, kBits, kChannels, kSize, kFormat, kFolder };
+inline constexpr std::size_t kFixedColumns = 8;
 
 std::size_t ColumnCount(const Catalogue& catalogue);
 std::string ColumnTitle(const Catalogue& catalogue, std::size_t column);

@@ -10,7 +10,8 @@
 namespace sonavel {
 namespace {
 
-constexpr std::string_view kTitle = "Sonavel sample catalogue 1";
+constexpr std::string_view kTitle = "Sonavel sample catalogue 2";
+constexpr std::string_view kTitleWithoutFormats = "Sonavel sample catalogue 1";
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kFieldsLine = "fields";
 constexpr std::string_view kFileLine = "file";
@@ -60,6 +61,7 @@ void AppendEntry(std::string& text, const CatalogueEntry& entry) {
     AppendNumber(text, entry.facts.channels);
     AppendNumber(text, entry.facts.bits);
     AppendNumber(text, entry.facts.fileBytes);
+    AppendParts(text, {entry.facts.format});
     AppendParts(text, entry.values);
     text += '\n';
 }
@@ -122,8 +124,12 @@ std::optional<std::vector<std::string>> PartsOf(std::string_view rest, std::size
     return parts;
 }
 
+enum class Formats { kNone, kStored };
+
 class CatalogueReader {
   public:
+    explicit CatalogueReader(Formats formats) : formats_(formats) {}
+
     LoadedCatalogue Read(std::string_view lines);
 
   private:
@@ -131,6 +137,7 @@ class CatalogueReader {
     bool TakeFields(std::string_view rest);
     bool TakeFile(std::string_view rest);
 
+    Formats formats_;
     LoadedCatalogue loaded_;
     bool hasFields_ = false;
 };
@@ -149,12 +156,15 @@ bool CatalogueReader::TakeFile(std::string_view rest) {
     std::array<std::string_view, kPartsBeforeValues> parts;
     for (std::string_view& part : parts) part = TakeUpTo('\t', rest);
     std::optional<std::string> path = Unescaped(parts[0]);
+    std::optional<std::string> format =
+        Unescaped(formats_ == Formats::kStored ? TakeUpTo('\t', rest) : std::string_view());
     auto values = PartsOf(rest, loaded_.catalogue.Fields().size());
     SampleFacts facts;
     const bool good =
-        path && values && ReadNumber(parts[1], 10, facts.samplesPerSecond) &&
+        path && format && values && ReadNumber(parts[1], 10, facts.samplesPerSecond) &&
         ReadNumber(parts[2], 10, facts.frames) && ReadNumber(parts[3], 10, facts.channels) &&
         ReadNumber(parts[4], 10, facts.bits) && ReadNumber(parts[5], 10, facts.fileBytes);
+    if (good) facts.format = *std::move(format);
     return good && loaded_.catalogue.Add({*std::move(path), facts, *std::move(values)});
 }
 
@@ -192,8 +202,9 @@ std::optional<LoadedCatalogue> CatalogueFromText(std::string_view text) {
     if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
     std::string_view title = TakeUpTo('\n', text);
     if (title.ends_with('\r')) title.remove_suffix(1);
-    if (title != kTitle) return std::nullopt;
-    return CatalogueReader().Read(text);
+    if (title != kTitle && title != kTitleWithoutFormats) return std::nullopt;
+    const Formats formats = title == kTitle ? Formats::kStored : Formats::kNone;
+    return CatalogueReader(formats).Read(text);
 }
 
 }  // namespace sonavel

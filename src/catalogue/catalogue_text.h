@@ -1,7 +1,8 @@
 // How a catalogue lies in its file: UTF-8 lines of parts between tabs. The first line is a title
 // with the version, then comes "fields" with the names of the fields, then for each entry "file",
-// its path, rate, frames, channels, bits and size in bytes, and its values. A backslash begins what
-// would break a line apart: \\, \t, \n, \r, and \xHH for any other byte that is no text.
+// its path, rate, frames, channels, bits, size in bytes and format, and its values; version 1 has
+// no formats. A backslash begins what would break a line apart: \\, \t, \n, \r, and \xHH for any
+// other byte that is no text.
 #pragma once
 
 #include <cstddef>

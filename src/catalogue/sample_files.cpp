@@ -1,6 +1,7 @@
 #include "catalogue/sample_files.h"
 
 #include <algorithm>
+#include <chrono>
 #include <limits>
 
 #include "platform/code_page_949.h"
@@ -16,20 +17,36 @@ fs::path Absolute(const fs::path& path) {
     return (error ? path : absolute).lexically_normal();
 }
 
-class SampleAdder {
+// The window stays alive while the entries are checked one by one, so none may take long.
+class HastyWatcher : public CodecWatcher {
   public:
-    SampleAdder(Catalogue& catalogue, ProgressFactory& progress)
-        : catalogue_(catalogue), progress_(progress.CreateProgress("Add sound files")) {}
+    GoOn Watch() override {
+        constexpr std::chrono::seconds kPatience{1};
+        return std::chrono::steady_clock::now() - began_ < kPatience ? GoOn::kYes : GoOn::kNo;
+    }
+
+  private:
+    std::chrono::steady_clock::time_point began_ = std::chrono::steady_clock::now();
+};
+
+class SampleAdder : private CodecWatcher {
+  public:
+    SampleAdder(Catalogue& catalogue, const SoundCodecs* codecs, ProgressFactory& progress)
+        : catalogue_(catalogue),
+          codecs_(codecs),
+          progress_(progress.CreateProgress("Add sound files")) {}
 
     AddedSamples Add(std::span<const fs::path> paths);
 
   private:
     bool Poll() { return result_.cancelled = result_.cancelled || progress_->Poll(); }
+    GoOn Watch() override { return Poll() ? GoOn::kNo : GoOn::kYes; }
     void Find(const fs::path& path);
     void FindBelow(const fs::path& folder);
     void AddFile(const fs::path& file);
 
     Catalogue& catalogue_;
+    const SoundCodecs* codecs_;
     std::unique_ptr<ProgressWindow> progress_;
     std::vector<fs::path> files_;
     AddedSamples result_;
@@ -62,7 +79,8 @@ void SampleAdder::AddFile(const fs::path& file) {
         ++result_.known;
         return;
     }
-    const Result<SampleFacts> facts = ProbeSample(file);
+    const Result<SampleFacts> facts = ProbeSample(file, codecs_, *this);
+    if (result_.cancelled) return;
     if (facts && catalogue_.Add({file.string(), *facts, {}, FilePresence::kThere})) {
         ++result_.added;
         return;
@@ -107,8 +125,10 @@ FolderMove MoveOf(std::string_view before, std::string_view now) {
     return {std::string(before) + '/', std::string(now) + '/'};
 }
 
-Outcome Settle(Catalogue& catalogue, std::size_t entry, const std::string& path) {
-    const Result<SampleFacts> facts = ProbeSample(path);
+Outcome Settle(Catalogue& catalogue, std::size_t entry, const std::string& path,
+               const SoundCodecs* codecs) {
+    CodecWatcher patient;
+    const Result<SampleFacts> facts = ProbeSample(path, codecs, patient);
     if (!facts) return facts.Ended();
     if (!catalogue.SetPath(entry, path)) return Failed("The file is in the catalogue already.");
     catalogue.SetFacts(entry, *facts);
@@ -116,43 +136,49 @@ Outcome Settle(Catalogue& catalogue, std::size_t entry, const std::string& path)
     return Done();
 }
 
-bool FollowMove(Catalogue& catalogue, std::size_t entry, const FolderMove& move) {
+bool FollowMove(Catalogue& catalogue, std::size_t entry, const FolderMove& move,
+                const SoundCodecs* codecs) {
     const CatalogueEntry& missing = catalogue.At(entry);
     if (missing.presence != FilePresence::kMissing || !missing.path.starts_with(move.from))
         return false;
     const std::string path = move.to + missing.path.substr(move.from.size());
     std::error_code error;
-    return fs::is_regular_file(path, error) && Settle(catalogue, entry, path).IsDone();
+    return fs::is_regular_file(path, error) && Settle(catalogue, entry, path, codecs).IsDone();
 }
 
 }  // namespace
 
 AddedSamples AddSamples(Catalogue& catalogue, std::span<const fs::path> paths,
-                        ProgressFactory& progress) {
-    return SampleAdder(catalogue, progress).Add(paths);
+                        const SoundCodecs* codecs, ProgressFactory& progress) {
+    return SampleAdder(catalogue, codecs, progress).Add(paths);
 }
 
-CheckResult CheckSample(Catalogue& catalogue, std::size_t entry, Probing probing) {
+CheckResult CheckSample(Catalogue& catalogue, std::size_t entry, Probing probing,
+                        const SoundCodecs* codecs) {
     const std::string& path = catalogue.At(entry).path;
     std::error_code error;
     const bool there = fs::is_regular_file(path, error);
     const auto presence = there ? FilePresence::kThere : FilePresence::kMissing;
     const CheckResult result =
         catalogue.SetPresence(entry, presence) ? CheckResult::kPresenceChanged : CheckResult::kSame;
-    const bool changed = there && fs::file_size(path, error) != catalogue.At(entry).facts.fileBytes;
+    const SampleFacts& known = catalogue.At(entry).facts;
+    const bool changed =
+        there && (known.format.empty() || fs::file_size(path, error) != known.fileBytes);
     if (!there || (probing == Probing::kWhenSizeChanged && !changed)) return result;
-    const Result<SampleFacts> facts = ProbeSample(path);
+    HastyWatcher hasty;
+    const Result<SampleFacts> facts = ProbeSample(path, codecs, hasty);
     return facts && catalogue.SetFacts(entry, *facts) ? CheckResult::kFactsChanged : result;
 }
 
-Result<std::size_t> LocateSample(Catalogue& catalogue, std::size_t entry, const fs::path& found) {
+Result<std::size_t> LocateSample(Catalogue& catalogue, std::size_t entry, const fs::path& found,
+                                 const SoundCodecs* codecs) {
     const std::string before = catalogue.At(entry).path;
     const std::string now = Absolute(found).string();
-    if (Outcome settled = Settle(catalogue, entry, now); !settled) return settled;
+    if (Outcome settled = Settle(catalogue, entry, now, codecs); !settled) return settled;
     std::size_t count = 1;
     const FolderMove move = MoveOf(before, now);
     for (std::size_t i = 0; i < catalogue.Count(); ++i)
-        if (i != entry && FollowMove(catalogue, i, move)) ++count;
+        if (i != entry && FollowMove(catalogue, i, move, codecs)) ++count;
     return count;
 }
 

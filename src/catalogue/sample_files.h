@@ -8,6 +8,7 @@
 #include "catalogue/catalogue.h"
 #include "platform/outcome.h"
 #include "platform/progress_window.h"
+#include "sound/sound_codecs.h"
 
 namespace sonavel {
 
@@ -20,8 +21,9 @@ struct AddedSamples {
 };
 
 // Adds files, and of folders all sound files in and below them. Links to folders are not followed.
+// Here and below, foreign formats are known with `codecs` alone, which may be null.
 AddedSamples AddSamples(Catalogue& catalogue, std::span<const std::filesystem::path> paths,
-                        ProgressFactory& progress);
+                        const SoundCodecs* codecs, ProgressFactory& progress);
 
 enum class Probing { kWhenSizeChanged, kAlways };
 enum class CheckResult {
@@ -30,13 +32,15 @@ enum class CheckResult {
     kFactsChanged,
 };
 
-// Looks whether the file is there, and reads its header again when it seems to have changed.
-CheckResult CheckSample(Catalogue& catalogue, std::size_t entry, Probing probing);
+// Looks whether the file is there, and reads its header again when it seems to have changed or
+// its format is not known yet. A decoder that takes more than a second over it is given up.
+CheckResult CheckSample(Catalogue& catalogue, std::size_t entry, Probing probing,
+                        const SoundCodecs* codecs);
 
 // Takes `found` for the file of a missing entry, and looks for the files of the other missing
 // entries below the folder that has moved with it. Returns how many entries were found again; fails
 // when `found` is no sound file or stands for another entry.
 Result<std::size_t> LocateSample(Catalogue& catalogue, std::size_t entry,
-                                 const std::filesystem::path& found);
+                                 const std::filesystem::path& found, const SoundCodecs* codecs);
 
 }  // namespace sonavel

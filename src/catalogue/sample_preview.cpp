@@ -4,14 +4,15 @@
 
 namespace sonavel {
 
-SamplePreview::SamplePreview(UserPrompts& prompts, ProgressFactory& progress, WaveDevices& devices)
-    : player_(prompts, progress, devices) {
+SamplePreview::SamplePreview(UserPrompts& prompts, ProgressFactory& progress, WaveDevices& devices,
+                             const SoundCodecs* codecs)
+    : codecs_(codecs), player_(prompts, progress, devices) {
     player_.SetObserver(this);
 }
 
 Outcome SamplePreview::Play(const std::filesystem::path& path, const ProgramFolder& folder) {
     Stop();
-    Result<Sound> read = ReadSample(path, player_.FileHost());
+    Result<Sound> read = ReadSample(path, codecs_, player_.FileHost());
     if (!read) return read.Ended();
     player_.Adopt(std::move(*read));
     if (!player_.HasData()) return Failed("The sound is empty.");

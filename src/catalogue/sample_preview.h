@@ -11,7 +11,9 @@ namespace sonavel {
 
 class SamplePreview : private PlayerObserver {
   public:
-    SamplePreview(UserPrompts& prompts, ProgressFactory& progress, WaveDevices& devices);
+    // Foreign formats are played with `codecs` alone, which may be null.
+    SamplePreview(UserPrompts& prompts, ProgressFactory& progress, WaveDevices& devices,
+                  const SoundCodecs* codecs);
 
     // From the beginning, on the playback device that is chosen in the options. Not done when the
     // file cannot be read or played.
@@ -30,6 +32,7 @@ class SamplePreview : private PlayerObserver {
         if (onStopped_) onStopped_();
     }
 
+    const SoundCodecs* codecs_;
     std::function<void()> onStopped_;
     CWavePlayer player_;
 };

@@ -92,9 +92,9 @@ TEST_F(CatalogueRowsTest, NamesStandInOneOrderWhateverThePersonsLocale) {
 TEST_F(CatalogueRowsTest, EveryColumnSortsBothWays) {
     catalogue.ShowFields({"Kind"});
     AddNames({"b10", "B9", "a", "c"});
-    catalogue.SetFacts(0, {8000, 8000, 1, 8, 5000});
-    catalogue.SetFacts(1, {44100, 44000, 2, 16, 900});
-    catalogue.SetFacts(2, {22050, 90000, 1, 16, 10000});
+    catalogue.SetFacts(0, {8000, 8000, 1, 8, 5000, "WAV"});
+    catalogue.SetFacts(1, {44100, 44000, 2, 16, 900, "FLAC"});
+    catalogue.SetFacts(2, {22050, 90000, 1, 16, 10000, "FLAC"});
     catalogue.SetValue(0, 0, "나");
     catalogue.SetValue(1, 0, "가");
     catalogue.SetValue(3, 0, "나");
@@ -110,8 +110,9 @@ TEST_F(CatalogueRowsTest, EveryColumnSortsBothWays) {
         {3, {"c", "b10", "a", "B9"}, {"a", "B9", "b10", "c"}},
         {4, {"c", "a", "b10", "B9"}, {"B9", "a", "b10", "c"}},
         {5, {"c", "B9", "b10", "a"}, {"a", "b10", "B9", "c"}},
-        {6, {"a", "B9", "b10", "c"}, {"a", "B9", "b10", "c"}},
-        {7, {"a", "B9", "b10", "c"}, {"b10", "c", "B9", "a"}},
+        {6, {"c", "a", "B9", "b10"}, {"b10", "a", "B9", "c"}},
+        {7, {"a", "B9", "b10", "c"}, {"a", "B9", "b10", "c"}},
+        {8, {"a", "B9", "b10", "c"}, {"b10", "c", "B9", "a"}},
     };
     for (const auto& c : cases) {
         rows.SortBy(c.column, SortOrder::kAscending);
@@ -124,11 +125,11 @@ TEST_F(CatalogueRowsTest, EveryColumnSortsBothWays) {
 TEST_F(CatalogueRowsTest, TheChosenColumnStaysAsLongAsItIsShown) {
     catalogue.ShowFields({"Kind"});
     EXPECT_EQ(ColumnTitle(catalogue, 1), "Length");
-    EXPECT_EQ(ColumnTitle(catalogue, 7), "Kind");
+    EXPECT_EQ(ColumnTitle(catalogue, kFixedColumns), "Kind");
     AddNames({"a", "b"});
     catalogue.SetValue(0, 0, "later");
     rows.Rebuild();
-    rows.SortBy(7, SortOrder::kAscending);
+    rows.SortBy(kFixedColumns, SortOrder::kAscending);
     rows.Rebuild();
     EXPECT_THAT(Shown(), ElementsAre("b", "a"));
     catalogue.ShowFields({});

@@ -50,7 +50,7 @@ TEST(CatalogueTextTest, EveryTextComesBackAsItWas) {
     for (const std::string& text : kHostileTexts) {
         std::string path = "/한글 폴더/" + std::to_string(entry) + text + ".wav";
         std::erase(path, '\0');
-        ASSERT_TRUE(catalogue.Add({path, {44100, 1'000'000'000'000, 2, 16, 123}}));
+        ASSERT_TRUE(catalogue.Add({path, {44100, 1'000'000'000'000, 2, 16, 123, text}}));
         EXPECT_TRUE(catalogue.SetValue(entry, entry % 3, text));
         EXPECT_EQ(catalogue.Value(entry, entry % 3), text);
         ++entry;
@@ -106,8 +106,21 @@ TEST(CatalogueTextTest, DamagedLinesAreLeftOutAndCounted) {
     }
 }
 
-TEST(CatalogueTextTest, OnlyACatalogueOfThisVersionIsRead) {
-    for (const char* text : {"", "\n", "Sonavel sample catalogue", "Sonavel sample catalogue 2\n",
+TEST(CatalogueTextTest, TheVersionBeforeHadNoFormats) {
+    const std::string lines = "fields\tKind\nfile\t/a.wav\t8000\t10\t1\t16\t64\tdrum\n";
+    const auto before = CatalogueFromText("Sonavel sample catalogue 1\n" + lines);
+    ASSERT_TRUE(before);
+    ASSERT_EQ(before->catalogue.Count(), 1u);
+    EXPECT_EQ(before->catalogue.At(0).facts.format, "");
+    EXPECT_EQ(before->catalogue.Value(0, 0), "drum");
+    const auto now = CatalogueFromText("Sonavel sample catalogue 2\n" + lines);
+    ASSERT_EQ(now->catalogue.Count(), 1u);
+    EXPECT_EQ(now->catalogue.At(0).facts.format, "drum");
+    EXPECT_EQ(now->catalogue.Value(0, 0), "");
+}
+
+TEST(CatalogueTextTest, OnlyACatalogueOfKnownVersionIsRead) {
+    for (const char* text : {"", "\n", "Sonavel sample catalogue", "Sonavel sample catalogue 3\n",
                              "RIFF", "fields\nfile\t/a.wav\t1\t1\t1\t1\t1\n", "\xEF\xBB\xBF"})
         EXPECT_FALSE(CatalogueFromText(text)) << text;
     EXPECT_TRUE(CatalogueFromText("\xEF\xBB\xBFSonavel sample catalogue 1\r\n"));

@@ -13,7 +13,8 @@ constexpr int kCheckTurnMs = 5;
 
 }  // namespace
 
-CatalogueKeeper::CatalogueKeeper(const ProgramFolder& folder) : store_(folder) {
+CatalogueKeeper::CatalogueKeeper(const ProgramFolder& folder, const SoundCodecs* codecs)
+    : store_(folder), codecs_(codecs) {
     saveTimer_.setSingleShot(true);
     saveTimer_.setInterval(kSaveDelay);
     saveTimer_.callOnTimeout(this, [this] {
@@ -93,7 +94,7 @@ void CatalogueKeeper::CheckSome() {
     QElapsedTimer turn;
     turn.start();
     for (; nextToCheck_ < Current().Count() && turn.elapsed() < kCheckTurnMs; ++nextToCheck_) {
-        const CheckResult result = CheckSample(Current(), nextToCheck_, probing_);
+        const CheckResult result = CheckSample(Current(), nextToCheck_, probing_, codecs_);
         if (result == CheckResult::kFactsChanged) MarkChanged();
         if (result != CheckResult::kSame) Q_EMIT EntryChecked(nextToCheck_);
     }

@@ -18,7 +18,8 @@ class CatalogueKeeper : public QObject {
   public:
     static constexpr std::chrono::milliseconds kSaveDelay{500};
 
-    explicit CatalogueKeeper(const ProgramFolder& folder);
+    // Foreign formats are looked at with `codecs` alone, which may be null.
+    explicit CatalogueKeeper(const ProgramFolder& folder, const SoundCodecs* codecs = nullptr);
     ~CatalogueKeeper() override;  // saves
 
     CatalogueStore& Store() { return store_; }
@@ -54,6 +55,7 @@ class CatalogueKeeper : public QObject {
     void CheckSome();
 
     CatalogueStore store_;
+    const SoundCodecs* codecs_;
     std::string name_;
     std::unique_ptr<LoadedCatalogue> loaded_;
     bool changed_ = false;

@@ -8,7 +8,7 @@ namespace sonavel {
 
 namespace {
 
-constexpr int kFixedWidths[kFixedColumns] = {200, 100, 78, 56, 72, 72, 150};
+constexpr int kFixedWidths[kFixedColumns] = {200, 100, 78, 56, 72, 72, 90, 150};
 constexpr int kFieldWidth = 100;
 constexpr int kRowPadding = 8;
 

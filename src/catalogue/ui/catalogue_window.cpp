@@ -29,8 +29,8 @@ CatalogueWindow::CatalogueWindow(const HostServices& services, OpenSound openSou
     : QWidget(parent, Qt::Window),
       services_(services),
       openSound_(std::move(openSound)),
-      keeper_(services.folder),
-      preview_(prompts_, services.progress, services.devices) {
+      keeper_(services.folder, services.codecs),
+      preview_(prompts_, services.progress, services.devices, services.codecs) {
     setWindowTitle(tr("Sample File Database"));
     setAcceptDrops(true);
     MakeActions();

@@ -13,6 +13,7 @@
 #include "platform/qt/utf8_text.h"
 #include "platform/settings.h"
 #include "sound/file_formats.h"
+#include "sound/foreign_extensions.h"
 
 namespace sonavel {
 
@@ -23,11 +24,12 @@ constexpr const char* kFolderKey = "Sample File Database/Folder";
 // In small letters and in capitals.
 QString SoundFileFilter() {
     QStringList patterns;
-    for (const FileFormat& format : FileFormats())
-        for (const std::string_view extension : format.extensions) {
-            const QString pattern = QStringLiteral("*") + Utf8Text(extension);
-            patterns << pattern << pattern.toUpper();
-        }
+    const auto add = [&patterns](std::string_view extension) {
+        const QString pattern = QStringLiteral("*") + Utf8Text(extension);
+        patterns << pattern << pattern.toUpper();
+    };
+    for (const FileFormat& format : FileFormats()) std::ranges::for_each(format.extensions, add);
+    std::ranges::for_each(ForeignExtensions(), add);
     return CatalogueWindow::tr("Sound Files (%1)").arg(patterns.join(u' '));
 }
 
@@ -62,7 +64,8 @@ void CatalogueWindow::AddPaths(const QStringList& paths) {
     adding_ = true;
     std::vector<std::filesystem::path> files;
     for (const QString& path : paths) files.push_back(FilePath(path));
-    const AddedSamples result = AddSamples(keeper_.Current(), files, services_.progress);
+    const AddedSamples result =
+        AddSamples(keeper_.Current(), files, services_.codecs, services_.progress);
     adding_ = false;
     AfterAdding(result);
 }
@@ -165,7 +168,8 @@ void CatalogueWindow::Locate() {
 void CatalogueWindow::LocateAt(const QString& path) {
     const std::optional<std::size_t> entry = table_->CurrentEntry();
     if (!entry || keeper_.Current().At(*entry).presence != FilePresence::kMissing) return;
-    const Result<std::size_t> found = LocateSample(keeper_.Current(), *entry, FilePath(path));
+    const Result<std::size_t> found =
+        LocateSample(keeper_.Current(), *entry, FilePath(path), services_.codecs);
     if (!found) return status_->ShowError(Utf8Text(found.Reason()));
     PersonSettings().setValue(kFolderKey, QFileInfo(path).absolutePath());
     keeper_.MarkChanged();
