@@ -250,20 +250,24 @@ class Editor:
             self.process.wait(timeout=10)
 
 
-class Monitor:
-    """Records what the null sink plays while it is open: 16-bit stereo at 44.1 kHz."""
+SESSION_RECORDING = ("parec", "--raw", "--rate=44100", "--channels=2", "--format=s16le", "--latency-msec=20",
+                     "--device=sonavel.monitor")
 
-    def __init__(self, path):
+
+class Monitor:
+    """Records what a null sink plays while it is open, in stereo at 44.1 kHz: the session's in 16 bits, unless
+    another command records."""
+
+    def __init__(self, path, command=SESSION_RECORDING, environment=None):
         self.path = pathlib.Path(path)
+        self._command = command
+        self._environment = {**os.environ, **(environment or {})}
         self.path.write_bytes(b"")
 
     def __enter__(self):
         with self.path.open("wb") as file:
             self._process = subprocess.Popen(
-                bounded("parec", "--raw", "--rate=44100", "--channels=2", "--format=s16le",
-                        "--latency-msec=20", "--device=sonavel.monitor"),
-                stdout=file,
-            )
+                bounded(*self._command), stdout=file, env=self._environment)
         wait_for("the monitor's first bytes", lambda: self.size() > 0)
         return self
 

@@ -3,6 +3,7 @@ nobody, and what is played into it can be recorded."""
 
 import os
 import pathlib
+import re
 import signal
 import subprocess
 
@@ -12,10 +13,12 @@ SINK = "unplugged"
 
 
 class SoundServer:
-    """Runs while it is used in a with statement; environment() leads a program to it."""
+    """Runs while it is used in a with statement; environment() leads a program to it. Its sink takes samples
+    as they are in `sample_format`, a name of the server's own."""
 
-    def __init__(self, name):
+    def __init__(self, name, sample_format="s16le"):
         self._socket = pathlib.Path(name).absolute()
+        self._format = sample_format
         self._process = None
 
     def __enter__(self):
@@ -40,7 +43,7 @@ class SoundServer:
     def plug_in(self):
         """Gives the server its one sink, and that sink's monitor to record from."""
         for words in (["load-module", "module-null-sink", f"sink_name={SINK}", "rate=44100",
-                       "format=s16le", "channels=2"],
+                       f"format={self._format}", "channels=2"],
                       ["set-default-sink", SINK], ["set-default-source", f"{SINK}.monitor"]):
             assert self._ask(*words).returncode == 0, words
 
@@ -64,6 +67,16 @@ class SoundServer:
     def plays(self):
         """Whether the editor plays."""
         return "[sonavel]" in self._ask("list", "sink-inputs").stdout
+
+    def formats(self):
+        """The sample formats in which sounds are being played."""
+        shown = self._ask("list", "sink-inputs").stdout
+        return re.findall(r"Sample Specification: (\w+)", shown)
+
+    def recording_command(self):
+        """Writes what is played into the sink to its standard output, in the sink's own format."""
+        return ["parec", "--raw", "--rate=44100", "--channels=2", f"--format={self._format}", "--latency-msec=20",
+                f"--device={SINK}.monitor"]
 
     def records(self):
         return "[sonavel]" in self._ask("list", "source-outputs").stdout
