@@ -39,19 +39,24 @@ WORK = [
 ]
 
 
-def seconds(commands):
-    """The least time of several runs of each command, all measured in one run of the timer.
+def times(commands, runs=5):
+    """Of each command the least wall-clock seconds and the mean seconds of computing, all in one run of the timer.
 
     Each run begins with nothing waiting to be written: ours ends with its sound on the disk, the others end
     before theirs is, and would leave the wait to whoever runs next.
     """
     with tempfile.NamedTemporaryFile(suffix=".json") as report:
         subprocess.run(
-            ["hyperfine", "--style", "none", "--warmup", "1", "--runs", "5", "--prepare", "sync",
+            ["hyperfine", "--style", "none", "--warmup", "1", "--runs", str(runs), "--prepare", "sync",
              "--export-json", report.name, *commands],
             check=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
         )
-        return [result["min"] for result in json.load(report)["results"]]
+        return [(result["min"], result["user"] + result["system"]) for result in json.load(report)["results"]]
+
+
+def seconds(commands):
+    """The least wall-clock time of several runs of each command."""
+    return [wall for wall, _ in times(commands)]
 
 
 def peak_megabytes(command):
