@@ -132,11 +132,11 @@ def keep_failure_picture():
 class Editor:
     """One running program. Used in a with statement, it is ended whatever happens."""
 
-    def __init__(self, *files, environment=None):
+    def __init__(self, *files, options=("--separate",), environment=None):
         program = pathlib.Path(os.environ["SONAVEL_BIN"]) / "sonavel"
         self._started = time.monotonic()
         self.process = subprocess.Popen(
-            bounded(program, *files), env={**os.environ, **(environment or {})}
+            bounded(program, *options, *files), env={**os.environ, **(environment or {})}
         )
         self.window = None
 

@@ -13,7 +13,7 @@ LogoSound::LogoSound(WaveDevices& devices, const ProgramFolder& folder)
     const auto wave = folder.Path() / kFileName;
     std::error_code ignored;
     const bool own = std::filesystem::exists(wave, ignored);
-    player_.Open(own ? wave : ProgramFolder::ExecutableFolder() / kFileName, WavOpenMode::kReadAll);
+    player_.Open(own ? wave : ProgramFolder::ShippedFolder() / kFileName, WavOpenMode::kReadAll);
 }
 
 void LogoSound::Play() {

@@ -1,4 +1,5 @@
-// The chime of the logo, "logo.wav" beside the program. A missing file or device means silence.
+// The chime of the logo, "logo.wav" in the program folder, else as shipped. A missing file or
+// device means silence.
 #pragma once
 
 #include "audio/wave_player.h"

@@ -5,26 +5,21 @@
 namespace sonavel::batch {
 namespace {
 
-constexpr const char* kGrammar = R"(
-The editor's commands from a script, without a display or a sound device.
+constexpr const char* kGrammar =
+    R"(The editor's commands from a script, without a display or a sound device.
 
   --folder DIR   the program folder, where Options.ini and Display.ini lie
   --progress     show the percentage of long operations on standard error
 
 Commands end at a line break or ";". Words are separated by blanks; "..." quotes
 a word or a part of one, with \" and \\ inside it; # starts a comment.
-Words in capitals come first, then key=value words in any order.
+Words in capitals come first, then key=value words in any order.)";
 
-Exit status: 0 every command succeeded, 1 a command failed or its output was lost, 2 a
-mistake in the call or in the grammar of the script.
-)";
+constexpr const char* kExitStatus =
+    "0 every command succeeded, 1 a command failed or its output was lost, 2 a\n"
+    "mistake in the call or in the grammar of the script.";
 
-struct Group {
-    const char* title;
-    std::vector<CommandRow> (*rows)();
-};
-
-constexpr Group kGroups[] = {
+constexpr HelpGroup kGroups[] = {
     {"Documents", DocumentCommandRows},
     {"Import and tags", ImportCommandRows},
     {"Export", ExportCommandRows},
@@ -45,9 +40,21 @@ std::string UsageText() {
            "SCRIPT \"-\" reads standard input.";
 }
 
+std::string GrammarText() {
+    return kGrammar;
+}
+
+std::string ExitStatusText() {
+    return kExitStatus;
+}
+
+std::span<const HelpGroup> HelpGroups() {
+    return kGroups;
+}
+
 std::string HelpText() {
-    std::string text = UsageText() + "\n" + kGrammar;
-    for (const Group& group : kGroups) {
+    std::string text = UsageText() + "\n\n" + kGrammar + "\n\nExit status: " + kExitStatus + '\n';
+    for (const HelpGroup& group : kGroups) {
         text += '\n' + std::string(group.title) + "\n\n";
         for (const CommandRow& row : group.rows())
             text += "  " + SignatureOf(row) + "\n      " + row.does + '\n';

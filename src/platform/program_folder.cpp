@@ -43,10 +43,21 @@ fs::path ProgramFolder::ExecutableFolder() {
     return error ? fs::current_path(error) : executable.parent_path();
 }
 
+fs::path ProgramFolder::ShippedFolderOf(const fs::path& beside) {
+    std::error_code error;
+    const fs::path shared = beside.parent_path() / "share" / "sonavel";
+    const char* sign = kSeedFiles[0];
+    const bool isInstalled = !fs::exists(beside / sign, error) && fs::exists(shared / sign, error);
+    return isInstalled ? shared : beside;
+}
+
 ProgramFolder ProgramFolder::OfProgramIn(const fs::path& beside) {
-    if (faccessat(AT_FDCWD, beside.c_str(), W_OK, AT_EACCESS) == 0) return ProgramFolder(beside);
+    const fs::path shipped = ShippedFolderOf(beside);
+    // The settings of an installed program are each person's own, the superuser's among them.
+    if (shipped == beside && faccessat(AT_FDCWD, beside.c_str(), W_OK, AT_EACCESS) == 0)
+        return ProgramFolder(beside);
     const fs::path personal = PersonalFolder();
-    Seed(personal, beside);
+    Seed(personal, shipped);
     return ProgramFolder(personal);
 }
 

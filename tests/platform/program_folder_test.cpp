@@ -77,6 +77,22 @@ TEST_F(ProgramFolderTest, IsElseThePersonsOwnWithTheSettingsOfTheProgram) {
     EXPECT_EQ(TextOf(personal_ / "Display.ini"), "of the program: Display.ini");
 }
 
+TEST_F(ProgramFolderTest, IsThePersonsOwnFromTheFirstStartOfAnInstalledProgram) {
+    const fs::path bin = folder_ / "bin";
+    const fs::path shared = folder_ / "share" / "sonavel";
+    fs::create_directory(bin);
+    EXPECT_EQ(ProgramFolder::ShippedFolderOf(bin), bin);
+    fs::create_directories(shared);
+    fs::rename(program_ / "Options.ini", shared / "Options.ini");
+    EXPECT_EQ(ProgramFolder::ShippedFolderOf(bin), shared);
+    EXPECT_EQ(ProgramFolder::OfProgramIn(bin).Path(), personal_) << "bin can be written";
+    EXPECT_EQ(TextOf(personal_ / "Options.ini"), "of the program: Options.ini");
+    EXPECT_TRUE(fs::is_empty(bin));
+    // A program that has its own settings beside it is not the installed one.
+    WriteFileBytes(bin / "Options.ini", BytesOf("own"));
+    EXPECT_EQ(ProgramFolder::OfProgramIn(bin).Path(), bin);
+}
+
 TEST_F(ProgramFolderTest, FindsThePersonsFolderAsDesktopsDo) {
     ASSERT_EQ(chmod(program_.c_str(), 0555), 0);
     const OrdinaryUser user;

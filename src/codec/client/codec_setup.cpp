@@ -21,7 +21,9 @@ bool IsProgram(const fs::path& path) {
 }
 
 fs::path FindHelper() {
-    for (const fs::path& folder : {ProgramFolder::ExecutableFolder(), fs::path(kInstalledFolder)})
+    const fs::path own = ProgramFolder::ExecutableFolder();
+    const fs::path beside = own.parent_path() / "libexec" / "sonavel";
+    for (const fs::path& folder : {own, beside, fs::path(kInstalledFolder)})
         if (IsProgram(folder / kHelperName)) return folder / kHelperName;
     return {};
 }

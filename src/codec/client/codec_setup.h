@@ -14,8 +14,8 @@ struct CodecPrograms {
     std::filesystem::path ffprobe;  // says more of a file before it is decoded; not needed
 };
 
-// The helper beside the running program or in /usr/libexec/sonavel, the others in the absolute
-// folders of PATH.
+// The helper beside the running program, in libexec/sonavel beside its folder, or in
+// /usr/libexec/sonavel, the others in the absolute folders of PATH.
 CodecPrograms FindCodecPrograms();
 
 struct CodecLimits {
