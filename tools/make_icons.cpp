@@ -1,4 +1,5 @@
-// make_icons PICTURE.svg FOLDER SIZE...: draws the picture as PNG files, one a size, FOLDER/SIZE.png.
+// make_icons PICTURE.svg FOLDER SIZE...: draws the picture as PNG files, one a size,
+// FOLDER/SIZE.png.
 #include <QImage>
 #include <QPainter>
 #include <QSvgRenderer>

@@ -17,7 +17,8 @@ const char* OrNone(const char* name) {
 // What comes before the end says only how the toolkit looked for a display.
 void EndInOneLine(QtMsgType type, const QMessageLogContext&, const QString&) {
     if (type != QtFatalMsg) return;
-    std::fprintf(stderr, "sonavel: no display can be opened (DISPLAY is %s, WAYLAND_DISPLAY is %s)\n",
+    std::fprintf(stderr,
+                 "sonavel: no display can be opened (DISPLAY is %s, WAYLAND_DISPLAY is %s)\n",
                  OrNone("DISPLAY"), OrNone("WAYLAND_DISPLAY"));
     std::_Exit(kFailed);
 }

@@ -1,5 +1,5 @@
-// The toolkit ends a program that finds no display with a page of text and a core dump. While a guard
-// exists it ends with one line instead.
+// The toolkit ends a program that finds no display with a page of text and a core dump. While a
+// guard exists it ends with one line instead.
 #pragma once
 
 #include <QtGlobal>

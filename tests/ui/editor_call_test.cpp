@@ -27,7 +27,10 @@ TEST(EditorCall, TakesOptionsAndFiles) {
          EditorCall::First::kNew,
          EditorCall::Instance::kShared,
          {"a.wav", "b.wav"}},
-        {{"--separate", "--record"}, EditorCall::First::kRecord, EditorCall::Instance::kOwn, {}},
+        {{"--separate", "--record"},
+         EditorCall::First::kRecord,
+         EditorCall::Instance::kSeparate,
+         {}},
         {{"--", "--new", "-h"},
          EditorCall::First::kNothing,
          EditorCall::Instance::kShared,
@@ -74,9 +77,9 @@ TEST(InstanceRequest, IsRefusedWhenCutOrStrange) {
     const QByteArray whole = BytesOfRequest({EditorCall::First::kNothing, {QStringLiteral("/a")}});
     for (qsizetype size = 0; size < whole.size(); ++size)
         EXPECT_FALSE(RequestOfBytes(whole.first(size))) << size;
-    for (QByteArray strange : {QByteArray("sonavel 1\0erase\0\0", 17),
-                               QByteArray("other\0open\0\0", 12),
-                               QByteArray("sonavel 1\0open\0relative\0\0", 26)})
+    for (QByteArray strange :
+         {QByteArray("sonavel 1\0erase\0\0", 17), QByteArray("other\0open\0\0", 12),
+          QByteArray("sonavel 1\0open\0relative\0\0", 26)})
         EXPECT_FALSE(RequestOfBytes(strange)) << strange.constData();
 }
 
@@ -96,7 +99,8 @@ TEST(RunningInstance, TakesRequestsOfLaterStarts) {
     silent.connectToServer(path);
     silent.write("nonsense");
     const InstanceRequest request{EditorCall::First::kNothing, {QStringLiteral("/a.wav")}};
-    auto later = std::async(std::launch::async, [&] { return RunningInstance(path).Start(request); });
+    auto later =
+        std::async(std::launch::async, [&] { return RunningInstance(path).Start(request); });
     EXPECT_TRUE(QTest::qWaitFor([&] { return !requests.empty(); }, 10'000));
     EXPECT_EQ(later.get(), RunningInstance::Role::kHandedOver);
     EXPECT_EQ(requests, std::vector{request});

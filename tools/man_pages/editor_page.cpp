@@ -28,8 +28,9 @@ std::string EditorPage(const std::string& version) {
         page.Entry(letter + std::string(option.name), option.does);
     }
     page.Section("Exit status")
-        .Paragraph("0 after an ordinary end, 1 where nothing that was named can be opened or no "
-                   "display is found, 2 for a mistake in the call.");
+        .Paragraph(
+            "0 after an ordinary end, 1 where nothing that was named can be opened or no "
+            "display is found, 2 for a mistake in the call.");
     page.Section("Files").Paragraph(kSettings);
     page.Section("See also").Paragraph("sonavel-batch(1)");
     return page.Text();

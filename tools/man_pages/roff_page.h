@@ -14,8 +14,8 @@ class RoffPage {
 
     RoffPage& Section(std::string_view title);
     RoffPage& Subsection(std::string_view title);
-    // Filled lines; an empty line in the text begins another paragraph. One that begins with a blank
-    // is kept as it is.
+    // Filled lines; an empty line in the text begins another paragraph. One that begins with a
+    // blank is kept as it is.
     RoffPage& Paragraph(std::string_view text);
     // Lines kept as they are, indented.
     RoffPage& Lines(std::string_view text);

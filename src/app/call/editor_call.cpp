@@ -13,7 +13,7 @@ constexpr EditorOption kOptions[] = {
     {"", "--record", "get ready to record into a new sound at once",
      [](EditorCall& call) { call.first = EditorCall::First::kRecord; }},
     {"", "--separate", "a program of its own, also where another one runs already",
-     [](EditorCall& call) { call.instance = EditorCall::Instance::kOwn; }},
+     [](EditorCall& call) { call.instance = EditorCall::Instance::kSeparate; }},
     {"-h", "--help", "print this help",
      [](EditorCall& call) { call.task = EditorCall::Task::kHelp; }},
     {"-v", "--version", "print the version",

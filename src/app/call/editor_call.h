@@ -1,5 +1,5 @@
-// How the editor is called: its options as a table, from which the parser, --help and the manual page
-// are made.
+// How the editor is called: its options as a table, from which the parser, --help and the manual
+// page are made.
 #pragma once
 
 #include <optional>
@@ -14,7 +14,7 @@ struct EditorCall {
     enum class Task { kRun, kHelp, kVersion };
     // What the window does first, beside opening files.
     enum class First { kNothing, kNew, kRecord };
-    enum class Instance { kShared, kOwn };
+    enum class Instance { kShared, kSeparate };
 
     Task task = Task::kRun;
     First first = First::kNothing;
