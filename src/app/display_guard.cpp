@@ -7,7 +7,7 @@
 namespace sonavel {
 namespace {
 
-constexpr int kFailed = 1;
+constexpr int kNoDisplay = 1;
 
 const char* OrNone(const char* name) {
     const char* value = std::getenv(name);
@@ -20,7 +20,7 @@ void EndInOneLine(QtMsgType type, const QMessageLogContext&, const QString&) {
     std::fprintf(stderr,
                  "sonavel: no display can be opened (DISPLAY is %s, WAYLAND_DISPLAY is %s)\n",
                  OrNone("DISPLAY"), OrNone("WAYLAND_DISPLAY"));
-    std::_Exit(kFailed);
+    std::_Exit(kNoDisplay);
 }
 
 }  // namespace
