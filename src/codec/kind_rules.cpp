@@ -5,6 +5,7 @@
 #include <span>
 #include <string>
 
+#include "sound/file_rates.h"
 #include "sound/sound_texts.h"
 
 namespace sonavel {
@@ -12,31 +13,21 @@ namespace {
 
 using enum SoundFileKind;
 
-constexpr std::uint32_t kOpusRates[] = {8000, 12000, 16000, 24000, 48000};
-constexpr std::uint32_t kMp3Rates[] = {8000,  11025, 12000, 16000, 22050,
-                                       24000, 32000, 44100, 48000};
-
 enum class Sizes : std::uint8_t { k32Bit, k64Bit };
 
 struct KindRule {
     SoundFileKind kind;
     std::string_view name;
     std::uint32_t mostChannels;
-    std::span<const std::uint32_t> rates;  // all, where there are none
     Sizes sizes;
 };
 
 constexpr KindRule kRules[] = {
-    {kWav, "WAV", 1024, {}, Sizes::k32Bit},
-    {kRf64, "RF64", 1024, {}, Sizes::k64Bit},
-    {kW64, "W64", 1024, {}, Sizes::k64Bit},
-    {kAiff, "AIFF", 1024, {}, Sizes::k32Bit},
-    {kAu, "AU", 1024, {}, Sizes::k32Bit},
-    {kCaf, "CAF", 1024, {}, Sizes::k64Bit},
-    {kFlac, "FLAC", 8, {}, Sizes::k64Bit},
-    {kOggVorbis, "Ogg Vorbis", 255, {}, Sizes::k64Bit},
-    {kOpus, "Opus", 255, kOpusRates, Sizes::k64Bit},
-    {kMp3, "MP3", 2, kMp3Rates, Sizes::k64Bit},
+    {kWav, "WAV", 1024, Sizes::k32Bit},  {kRf64, "RF64", 1024, Sizes::k64Bit},
+    {kW64, "W64", 1024, Sizes::k64Bit},  {kAiff, "AIFF", 1024, Sizes::k32Bit},
+    {kAu, "AU", 1024, Sizes::k32Bit},    {kCaf, "CAF", 1024, Sizes::k64Bit},
+    {kFlac, "FLAC", 8, Sizes::k64Bit},   {kOggVorbis, "Ogg Vorbis", 255, Sizes::k64Bit},
+    {kOpus, "Opus", 255, Sizes::k64Bit}, {kMp3, "MP3", 2, Sizes::k64Bit},
 };
 
 constexpr std::uint64_t kMost32BitBytes = 0xFFFFFFFF - (std::uint64_t{32} << 20);  // head and tags
@@ -78,8 +69,8 @@ Outcome CheckEncodable(const EncodeRequest& request) {
     const std::string files = std::string(rule->name) + " files ";
     if (request.channels > rule->mostChannels)
         return Failed(files + "hold at most " + std::to_string(rule->mostChannels) + " channels.");
-    if (!rule->rates.empty() && std::ranges::find(rule->rates, request.rate) == rule->rates.end())
-        return Failed(files + "know only the rates " + RateList(rule->rates) + ".");
+    if (WrittenRate(request.kind, request.rate) != request.rate)
+        return Failed(files + "know only the rates " + RateList(RatesOfKind(request.kind)) + ".");
     if (request.kind == kFlac && request.depth == EncodedDepth::kFloat32)
         return Failed(files + "cannot hold 32-bit float samples.");
     const std::uint64_t frameBytes = request.channels * BytesPerSampleAt(request.depth);

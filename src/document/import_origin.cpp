@@ -40,12 +40,12 @@ EncodeRequest RequestLike(const SoundFileDescription& description) {
     return request;
 }
 
-std::vector<std::string> LossesOfSaving(const SoundFileDescription& description, const Sound& sound,
+std::vector<std::string> LossesOfSaving(const ImportOrigin& origin, const Sound& sound,
                                         const SoundExtras& extras) {
-    std::vector<std::string> losses = LossesOf(description.kind, extras);
-    if (description.channels > 2)
-        losses.push_back("Of the file's " + std::to_string(description.channels) +
-                         " channels only " + std::to_string(sound.GetChannels()) + " are written");
+    const SoundFileDescription& description = origin.description;
+    std::vector<std::string> losses =
+        LossesOf(description.kind, sound.GetSamplesPerSecond(), extras);
+    losses.insert(losses.end(), origin.taken.begin(), origin.taken.end());
     if (IsLossy(description.kind)) {
         losses.push_back("Each save as " + description.format + " takes away from the sound");
         return losses;

@@ -14,7 +14,8 @@ Outcome CSoundDoc::ImportDocument(const std::filesystem::path& path, const Impor
     sound_.Adopt(std::move(imported->sound));
     TakePath(path);
     origin_ =
-        ImportOrigin{imported->description, ImportLine(imported->description, imported->extras)};
+        ImportOrigin{imported->description, ImportLine(imported->description, imported->extras),
+                     std::move(imported->losses)};
     extras_ = std::move(imported->extras);
     ForgetHistory();
     TellChanged(0);
@@ -44,7 +45,7 @@ Outcome CSoundDoc::AskAboutLosses() {
     SoundExtras extras = extras_;
     extras.markers = ChaptersOf(sound_.Markers());
     std::string question;
-    for (const std::string& loss : LossesOfSaving(origin_->description, sound_, extras))
+    for (const std::string& loss : LossesOfSaving(*origin_, sound_, extras))
         question += loss + ".\n";
     if (question.empty()) return Done();
     if (!services_.prompts.AskOkCancel(question + "Save all the same?", "Save")) return Cancelled();

@@ -112,7 +112,7 @@ void AiffReading::HandOver() {
 }
 
 void AiffReading::Read(const ChunkMap& map) {
-    for (const std::string& remark : map.remarks) keeper_.Remark(remark);
+    keeper_.Remark(map.remarks);
     for (const ChunkPlace& place : map.chunks) Take(place);
     HandOver();
 }

@@ -28,10 +28,6 @@ constexpr Guid kW64List = {'l',  'i',  's',  't',  0x2F, 0x91, 0xCF, 0x11,
                            0xA5, 0xD6, 0x28, 0xDB, 0x04, 0xC1, 0x00, 0x00};
 constexpr std::size_t kW64HeaderBytes = 24;
 
-void AddRemark(std::vector<std::string>& remarks, std::string_view sentence) {
-    if (std::ranges::find(remarks, sentence) == remarks.end()) remarks.emplace_back(sentence);
-}
-
 bool IsPlausibleId(FourCc id) {
     for (unsigned shift = 0; shift < 32; shift += 8) {
         const unsigned c = id >> shift & 0xFF;
@@ -54,7 +50,7 @@ std::string NameOf(FourCc id) {
 // Walks over chunks of a four-letter id and a 32-bit size.
 class ChunkWalk {
   public:
-    ChunkWalk(RandomBytes& bytes, ByteOrder order, std::vector<std::string>& remarks)
+    ChunkWalk(RandomBytes& bytes, ByteOrder order, FileRemarks& remarks)
         : bytes_(bytes), order_(order), remarks_(remarks) {}
 
     // Sizes of chunks whose own field says that it is too narrow for them.
@@ -76,7 +72,7 @@ class ChunkWalk {
 
     RandomBytes& bytes_;
     ByteOrder order_;
-    std::vector<std::string>& remarks_;
+    FileRemarks& remarks_;
     std::vector<ChunkPlace> longSizes_;
 };
 
@@ -106,10 +102,10 @@ void ChunkWalk::SettleData(ChunkPlace& chunk) {
                          (chunk.statedBytes == 0 && ahead > 0 && !HasHeaderAt(chunk.dataOffset)));
     if (isOpen) {
         chunk.sizeBytes = ahead;
-        AddRemark(remarks_, "The file does not say how long its sound is.");
+        remarks_.AddOfForm("The file does not say how long its sound is.");
     } else if (chunk.statedBytes > ahead) {
         chunk.sizeBytes = ahead;
-        AddRemark(remarks_, "The sound ends early.");
+        remarks_.AddMissing("The sound ends early.");
     }
 }
 
@@ -129,7 +125,7 @@ void ChunkWalk::SettleSize(ChunkPlace& chunk) {
     if (chunk.id == kDataChunk || chunk.id == kSoundDataChunk)
         SettleData(chunk);
     else if (chunk.sizeBytes < chunk.statedBytes)
-        AddRemark(remarks_, "The chunk \"" + NameOf(chunk.id) + "\" ends early.");
+        remarks_.AddMissing("The chunk \"" + NameOf(chunk.id) + "\" ends early.");
     if (chunk.id == kCueChunk) SettleCue(chunk);
 }
 
@@ -139,7 +135,7 @@ std::optional<std::uint64_t> ChunkWalk::FindNear(std::uint64_t offset) {
     for (std::uint64_t step = 0; step < most; ++step) {
         const std::optional<ChunkPlace> header = HeaderAt(offset + step);
         if (!header || header->statedBytes > Ahead(header->dataOffset)) continue;
-        AddRemark(remarks_, "The size of a chunk is wrong.");
+        remarks_.AddOfForm("The size of a chunk is wrong.");
         return offset + step;
     }
     return std::nullopt;
@@ -150,7 +146,7 @@ std::optional<std::uint64_t> ChunkWalk::Next(const ChunkPlace& chunk) {
     if (Ahead(end) < kHeaderBytes) return std::nullopt;
     const bool isOdd = chunk.sizeBytes % 2 != 0;
     if (isOdd && HasHeaderAt(end)) {
-        AddRemark(remarks_, "A pad byte is missing.");
+        remarks_.AddOfForm("A pad byte is missing.");
         return end;
     }
     const std::uint64_t next = end + (isOdd ? 1 : 0);
@@ -168,7 +164,7 @@ std::vector<ChunkPlace> ChunkWalk::Walk(std::uint64_t from) {
         at = Next(*chunk);
     }
     if (chunks.size() == kMostChunks)
-        AddRemark(remarks_, "Chunks beyond the first 65,536 are left out.");
+        remarks_.AddMissing("Chunks beyond the first 65,536 are left out.");
     return chunks;
 }
 
@@ -227,13 +223,13 @@ void WalkW64(RandomBytes& bytes, ChunkMap& map) {
         const std::uint64_t size = std::min(stated, bytes.Size() - at);
         const std::optional<FourCc> id = IdOfGuid(fields);
         if (size < stated)
-            AddRemark(map.remarks,
-                      id == kDataChunk ? "The sound ends early." : "A chunk ends early.");
+            map.remarks.AddMissing(id == kDataChunk ? "The sound ends early."
+                                                    : "A chunk ends early.");
         if (id)
             map.chunks.push_back(
                 {*id, at + kW64HeaderBytes, size - kW64HeaderBytes, stated - kW64HeaderBytes});
         else
-            AddRemark(map.remarks, "Chunks of unknown kinds are left out.");
+            map.remarks.AddMissing("Chunks of unknown kinds are left out.");
         at += (size + 7) & ~std::uint64_t{7};
     }
 }
@@ -243,7 +239,7 @@ void CheckWholeSize(const ChunkFields& head, std::uint64_t fileBytes, ChunkMap& 
     // A file that goes on behind its stated end is read on; nothing is missing from it.
     const bool isShort = std::uint64_t{stated} + kHeaderBytes > fileBytes + 1;
     if (isShort && !IsPlaceholder(stated))
-        AddRemark(map.remarks, "The file is shorter than it says.");
+        map.remarks.AddMissing("The file is shorter than it says.");
 }
 
 }  // namespace
@@ -275,7 +271,7 @@ ChunkMap MapChunks(RandomBytes& bytes) {
 }
 
 std::vector<ChunkPlace> MapInnerChunks(std::span<const std::uint8_t> bytes, std::size_t at,
-                                       ByteOrder order, std::vector<std::string>& remarks) {
+                                       ByteOrder order, FileRemarks& remarks) {
     BytesInMemory memory(bytes);
     return ChunkWalk(memory, order, remarks).Walk(at);
 }

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "exchange/file_remarks.h"
 #include "exchange/random_bytes.h"
 #include "sound/four_cc.h"
 
@@ -28,7 +29,7 @@ struct ChunkPlace {
 struct ChunkMap {
     ChunkContainer container = ChunkContainer::kNone;  // kNone: none of these files, no chunks
     std::vector<ChunkPlace> chunks;                    // in the order of the file
-    std::vector<std::string> remarks;                  // what is wrong, in short sentences
+    FileRemarks remarks;
 
     ByteOrder Order() const;
     // The first of that id.
@@ -62,6 +63,6 @@ class ChunkFields {
 // The chunks inside a chunk that is in memory, from `at` on; salvaged like those of a file. The
 // offsets count from its beginning. Remarks are added to `remarks`.
 std::vector<ChunkPlace> MapInnerChunks(std::span<const std::uint8_t> bytes, std::size_t at,
-                                       ByteOrder order, std::vector<std::string>& remarks);
+                                       ByteOrder order, FileRemarks& remarks);
 
 }  // namespace sonavel

@@ -43,13 +43,13 @@ void CuePoints::AddText(FourCc id, const ChunkFields& content) {
 
 void CuePoints::AddTexts(std::span<const std::uint8_t> list, ByteOrder order,
                          ExtrasKeeper& keeper) {
-    std::vector<std::string> remarks;
+    FileRemarks remarks;
     for (const ChunkPlace& place : MapInnerChunks(list, 4, order, remarks)) {
         const auto content = list.subspan(static_cast<std::size_t>(place.dataOffset),
                                           static_cast<std::size_t>(place.sizeBytes));
         AddText(place.id, {content, order});
     }
-    for (const std::string& remark : remarks) keeper.Remark(remark);
+    keeper.Remark(remarks);
 }
 
 void CuePoints::HandOver(ExtrasKeeper& keeper) {

@@ -6,6 +6,8 @@
 #include <string_view>
 
 #include "exchange/tag_names.h"
+#include "sound/file_rates.h"
+#include "sound/sound_texts.h"
 
 namespace sonavel {
 namespace {
@@ -18,36 +20,53 @@ struct KindHolds {
     SoundFileKind kind;
     std::string_view file;
     MarkersHeld markers;
-    std::span<const std::string_view> tags;
+    bool (*holdsTag)(std::string_view key);
     std::optional<ChunkFamily> chunks;
 };
 
-constexpr std::string_view kAll[] = {"title", "artist", "album", "date", "comment", "copyright"};
-constexpr std::string_view kAiffTags[] = {"title", "artist", "comment", "copyright"};
-constexpr std::string_view kMp3Tags[] = {"title", "artist", "album", "date", "comment"};
+bool IsOneOf(std::span<const std::string_view> keys, std::string_view key) {
+    return std::ranges::find(keys, key) != keys.end();
+}
+
+bool InInfo(std::string_view key) {
+    return InfoOfKey(key).has_value();
+}
+bool InAiff(std::string_view key) {
+    constexpr std::string_view kKeys[] = {"title", "artist", "comment", "copyright"};
+    return IsOneOf(kKeys, key);
+}
+bool InStrings(std::string_view key) {
+    constexpr std::string_view kKeys[] = {"title", "artist",  "album",
+                                          "date",  "comment", "copyright"};
+    return IsOneOf(kKeys, key);
+}
+bool InComments(std::string_view key) {
+    return CommentOfKey(key).has_value();
+}
+bool InId3(std::string_view key) {
+    return Id3OfKey(key).has_value();
+}
+bool Nowhere(std::string_view) {
+    return false;
+}
 
 constexpr KindHolds kKinds[] = {
-    {kWav, "a WAV file", MarkersHeld::kRegions, {}, ChunkFamily::kRiff},
-    {kRf64, "an RF64 file", MarkersHeld::kRegions, {}, ChunkFamily::kRiff},
-    {kW64, "a W64 file", MarkersHeld::kNone, {}, {}},
-    {kAiff, "an AIFF file", MarkersHeld::kPoints, kAiffTags, ChunkFamily::kAiff},
-    {kAu, "an AU file", MarkersHeld::kNone, {}, {}},
-    {kCaf, "a CAF file", MarkersHeld::kNone, kAll, {}},
-    {kFlac, "a FLAC file", MarkersHeld::kNone, kAll, {}},
-    {kOggVorbis, "an Ogg Vorbis file", MarkersHeld::kNone, kAll, {}},
-    {kOpus, "an Opus file", MarkersHeld::kNone, kAll, {}},
-    {kMp3, "an MP3 file", MarkersHeld::kNone, kMp3Tags, {}},
+    {kWav, "a WAV file", MarkersHeld::kRegions, InInfo, ChunkFamily::kRiff},
+    {kRf64, "an RF64 file", MarkersHeld::kRegions, InInfo, ChunkFamily::kRiff},
+    {kW64, "a W64 file", MarkersHeld::kNone, Nowhere, {}},
+    {kAiff, "an AIFF file", MarkersHeld::kPoints, InAiff, ChunkFamily::kAiff},
+    {kAu, "an AU file", MarkersHeld::kNone, InComments, {}},
+    {kCaf, "a CAF file", MarkersHeld::kNone, InStrings, {}},
+    {kFlac, "a FLAC file", MarkersHeld::kPoints, InComments, {}},
+    {kOggVorbis, "an Ogg Vorbis file", MarkersHeld::kPoints, InComments, {}},
+    {kOpus, "an Opus file", MarkersHeld::kPoints, InComments, {}},
+    {kMp3, "an MP3 file", MarkersHeld::kRegions, InId3, {}},
 };
-
-bool HoldsTag(const KindHolds& holds, const std::string& key) {
-    if (holds.chunks == ChunkFamily::kRiff) return InfoOfKey(key).has_value();
-    return std::ranges::find(holds.tags, key) != holds.tags.end();
-}
 
 std::string LostTags(const KindHolds& holds, const SoundExtras& extras) {
     std::string list;
     for (const SoundTag& tag : extras.tags)
-        if (!HoldsTag(holds, tag.key)) list += (list.empty() ? "" : ", ") + tag.key;
+        if (!holds.holdsTag(tag.key)) list += (list.empty() ? "" : ", ") + tag.key;
     return list.empty() ? list : "The tags " + list;
 }
 
@@ -63,7 +82,8 @@ bool LosesChunks(const KindHolds& holds, const SoundExtras& extras) {
 
 }  // namespace
 
-std::vector<std::string> LossesOf(SoundFileKind kind, const SoundExtras& extras) {
+std::vector<std::string> LossesOf(SoundFileKind kind, std::uint32_t rate,
+                                  const SoundExtras& extras) {
     const auto* holds = std::ranges::find(kKinds, kind, &KindHolds::kind);
     if (holds == std::end(kKinds)) return {};
     std::vector<std::string> losses;
@@ -74,6 +94,8 @@ std::vector<std::string> LossesOf(SoundFileKind kind, const SoundExtras& extras)
     if (LosesRegions(*holds, extras)) add("The lengths of regions");
     if (const std::string tags = LostTags(*holds, extras); !tags.empty()) add(tags);
     if (LosesChunks(*holds, extras)) add("Chunks of another format");
+    if (const std::uint32_t written = WrittenRate(kind, rate); written != rate)
+        losses.push_back("The sound is resampled to " + RateText(written));
     return losses;
 }
 

@@ -2,6 +2,7 @@
 #include <new>
 #include <string>
 
+#include "exchange/au_annotation.h"
 #include "exchange/file_frame.h"
 #include "sound/byte_order.h"
 
@@ -25,12 +26,9 @@ std::uint32_t EncodingOf(EncodedDepth depth) {
     return 6;
 }
 
-// The one text of such a file, ended by zeros up to a multiple of 8.
-std::string Annotation(const SoundExtras& extras) {
-    std::string text = "Sonavel";
-    for (const char* key : {"title", "comment"})
-        for (const SoundTag& tag : extras.tags)
-            if (tag.key == key) text = tag.value;
+// Ended by zeros up to a multiple of 8.
+std::string PaddedAnnotation(const SoundExtras& extras) {
+    std::string text = AnnotationOf(extras.tags);
     text.resize((text.size() / 8 + 1) * 8);
     return text;
 }
@@ -40,7 +38,7 @@ std::string Annotation(const SoundExtras& extras) {
 Result<FileFrame> FrameAu(const EncodeRequest& request, const SoundExtras& extras) try {
     FileFrame frame;
     frame.samples = {request.depth, ByteOrder::kBig, EightBitZero::kAt0};
-    const std::string annotation = Annotation(extras);
+    const std::string annotation = PaddedAnnotation(extras);
     const std::uint64_t dataBytes = request.frames * request.channels * frame.samples.Bytes();
     ByteBuilder head;
     head.Text(".snd").Big32(kHeaderBytes + static_cast<std::uint32_t>(annotation.size()));

@@ -186,16 +186,22 @@ void AddId3Tags(std::span<const std::uint8_t> bytes, std::uint32_t rate, ExtrasK
     for (Id3Frame frame; frames.Next(frame);) {
         if (frame.name == "CHAP")
             AddChapter(frame, version, rate, keeper);
+        else if (frame.name == "APIC" || frame.name == "PIC")
+            keeper.PassOverPicture();
         else if (const auto key = KeyOfId3(frame.name))
             keeper.AddTag(*key, TextOfFrame(frame));
     }
     if (frames.IsCut()) keeper.Remark(kCut);
 }
 
+std::uint64_t BytesOfId3(std::span<const std::uint8_t> head) {
+    if (head.size() < kHeaderBytes || !AsText(head).starts_with("ID3")) return 0;
+    return kHeaderBytes + SyncSafe({head, ByteOrder::kBig}, 6);
+}
+
 void ReadMp3Extras(RandomBytes& bytes, std::uint32_t rate, ExtrasKeeper& keeper) {
-    const Bytes head = bytes.Part(0, kHeaderBytes);
-    const std::uint64_t size = kHeaderBytes + SyncSafe({head, ByteOrder::kBig}, 6);
-    if (AsText(head).starts_with("ID3"))
+    const std::uint64_t size = BytesOfId3(bytes.Part(0, kHeaderBytes));
+    if (size > 0)
         AddId3Tags(bytes.Part(0, std::min<std::uint64_t>(size, kMostTagBytesOfFile)), rate, keeper);
     if (bytes.Size() < kVersion1Bytes) return;
     const Bytes tail = bytes.Part(bytes.Size() - kVersion1Bytes, kVersion1Bytes);

@@ -13,6 +13,10 @@ namespace sonavel {
 // `rate`, in frames a second, turns the chapters' milliseconds into frames; 0 leaves them out.
 void AddId3Tags(std::span<const std::uint8_t> bytes, std::uint32_t rate, ExtrasKeeper& keeper);
 
+// The length of the tag of version 2 that these first 10 bytes of a file begin, with its head; 0
+// where they begin none.
+std::uint64_t BytesOfId3(std::span<const std::uint8_t> head);
+
 // The tag of version 2 at the beginning of a file, then the one of version 1 at its end for what
 // the first does not say.
 void ReadMp3Extras(RandomBytes& bytes, std::uint32_t rate, ExtrasKeeper& keeper);

@@ -6,6 +6,7 @@
 
 #include "exchange/sample_packing.h"
 #include "platform/failure_texts.h"
+#include "sound/sample_conversion.h"
 
 namespace sonavel {
 namespace {
@@ -130,6 +131,8 @@ Result<Sound> ImportSink::TakeSound() {
     const unsigned bits = !wasFloat                                  ? BitsOf(in)
                           : choice_.depth == ImportDepth::kRoundTo16 ? 16u
                                                                      : sound.GetBits();
+    if (wasFloat && bits == 16 && !FloatsFit<WordSample>(SamplesOf<FloatSample>(sound.Bytes())))
+        tookAllBits_ = AllTaken::kNo;
     if (bits != sound.GetBits() && !sound.ConvertBits(bits)) return Failed(failure::kMemory);
     return sound;
 }

@@ -10,6 +10,8 @@
 
 namespace sonavel {
 
+enum class AllTaken : std::uint8_t { kNo, kYes };
+
 class ImportSink : public FrameSink {
   public:
     ImportSink(const ImportChoice& choice, const TransferHost& host);
@@ -22,6 +24,10 @@ class ImportSink : public FrameSink {
     const SoundFileHead& Head() const { return head_; }
     // What was taken, in the depth that was chosen. Fails when the memory cannot be had.
     Result<Sound> TakeSound();
+
+    // Whether the sound has what the file has; known once the sound was taken.
+    AllTaken TookAllChannels() const { return matrix_ ? AllTaken::kNo : AllTaken::kYes; }
+    AllTaken TookAllBits() const { return tookAllBits_; }
 
   private:
     bool Reserve(std::size_t bytes);
@@ -37,6 +43,7 @@ class ImportSink : public FrameSink {
     std::size_t takenBytes_ = 0;
     std::uint64_t takenFrames_ = 0;
     std::vector<float> floats_;
+    AllTaken tookAllBits_ = AllTaken::kYes;
 };
 
 }  // namespace sonavel

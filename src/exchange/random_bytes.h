@@ -6,7 +6,7 @@
 #include <span>
 #include <vector>
 
-#include "platform/file_descriptor.h"
+#include "platform/regular_file.h"
 
 namespace sonavel {
 
@@ -38,14 +38,15 @@ class BytesInMemory : public RandomBytes {
 class BytesOfFile : public RandomBytes {
   public:
     // False unless the path names a regular file that may be read.
-    bool Open(const std::filesystem::path& path);
+    bool Open(const std::filesystem::path& path) { return file_.Open(path); }
 
-    std::uint64_t Size() const override { return size_; }
-    std::size_t ReadAt(std::uint64_t offset, std::span<std::uint8_t> to) override;
+    std::uint64_t Size() const override { return file_.Size(); }
+    std::size_t ReadAt(std::uint64_t offset, std::span<std::uint8_t> to) override {
+        return file_.ReadAt(offset, to);
+    }
 
   private:
-    FileDescriptor file_;
-    std::uint64_t size_ = 0;
+    RegularFile file_;
 };
 
 }  // namespace sonavel

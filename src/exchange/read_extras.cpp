@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "exchange/aiff_extras.h"
+#include "exchange/au_annotation.h"
 #include "exchange/chunk_map.h"
 #include "exchange/id3_tags.h"
 #include "exchange/vorbis_comments.h"
@@ -15,6 +16,7 @@ namespace {
 void ReadUnchunked(RandomBytes& bytes, std::uint32_t rate, ExtrasKeeper& keeper) {
     const std::vector<std::uint8_t> head = bytes.Part(0, 4);
     const std::string_view magic(reinterpret_cast<const char*>(head.data()), head.size());
+    if (magic == ".snd") return ReadAuExtras(bytes, keeper);
     if (magic == "OggS") return ReadOggExtras(bytes, rate, keeper);
     ReadFlacExtras(bytes, rate, keeper);
     // Frames of MP3 begin with 11 set bits.

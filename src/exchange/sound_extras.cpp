@@ -15,14 +15,14 @@ constexpr std::string_view kTooManyMarkers = "Markers beyond the first 65,536 ar
 constexpr std::string_view kTooManyTags = "Tags beyond the first 1,000 are left out.";
 constexpr std::string_view kBehindEnd = "Markers behind the end of the sound are left out.";
 
-void AddRemark(std::vector<std::string>& remarks, std::string_view sentence) {
-    if (std::ranges::find(remarks, sentence) == remarks.end()) remarks.emplace_back(sentence);
-}
-
 }  // namespace
 
 void ExtrasKeeper::Remark(std::string_view sentence) {
-    AddRemark(extras_.remarks, sentence);
+    extras_.remarks.AddMissing(sentence);
+}
+
+void ExtrasKeeper::Remark(const FileRemarks& remarks) {
+    extras_.remarks.Add(remarks);
 }
 
 bool ExtrasKeeper::Spend(std::size_t bytes) {
@@ -75,11 +75,11 @@ MarkerList MarkersOf(SoundExtras& extras, std::uint32_t frames) {
     MarkerList list;
     for (const SoundChapter& marker : extras.markers) {
         if (marker.startFrame > frames) {
-            AddRemark(extras.remarks, kBehindEnd);
+            extras.remarks.AddMissing(kBehindEnd);
             continue;
         }
         const auto position = static_cast<std::uint32_t>(marker.startFrame);
-        if (marker.frames > frames - position) AddRemark(extras.remarks, kBehindEnd);
+        if (marker.frames > frames - position) extras.remarks.AddMissing(kBehindEnd);
         const auto length =
             static_cast<std::uint32_t>(std::min<std::uint64_t>(marker.frames, frames - position));
         list.Add(position, marker.name, length);

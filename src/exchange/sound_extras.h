@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "exchange/file_remarks.h"
 #include "sound/codec_values.h"
 #include "sound/four_cc.h"
 #include "sound/marker_list.h"
@@ -31,8 +32,7 @@ struct SoundExtras {
     std::vector<SoundChapter> markers;  // in the order of their frames; names are UTF-8
     std::vector<SoundTag> tags;         // values are UTF-8
     std::vector<ForeignChunk> chunks;
-    // What was wrong with the file, each a short sentence for the person.
-    std::vector<std::string> remarks;
+    FileRemarks remarks;
 
     bool operator==(const SoundExtras&) const = default;
 };
@@ -52,7 +52,10 @@ class ExtrasKeeper {
     // Whether a chunk of so many bytes may be kept; says so where not.
     bool HasRoomFor(std::uint64_t chunkBytes);
     void AddChunk(ForeignChunk chunk);
+    // Of content that was left out or is not there.
     void Remark(std::string_view sentence);
+    void Remark(const FileRemarks& remarks);
+    void PassOverPicture() { Remark("A picture is left out."); }
 
     // Sorts the markers and hands all over.
     SoundExtras Take();

@@ -4,8 +4,13 @@
 #include <cstring>
 #include <new>
 
+#include "exchange/random_bytes.h"
+#include "exchange/resampled_frames.h"
+#include "exchange/tagged_file.h"
 #include "exchange/write_sound_file.h"
 #include "platform/failure_texts.h"
+#include "platform/replacing_file.h"
+#include "sound/file_rates.h"
 
 namespace sonavel {
 
@@ -42,6 +47,43 @@ Outcome SoundFrames::Give(std::span<std::uint8_t> to) {
     return Done();
 }
 
+namespace {
+
+// Encodes beside the target and copies from there with tags and chapters, whose frames are those of
+// a sound of `rate`.
+Outcome EncodeTagged(const std::filesystem::path& path, EncodeRequest request,
+                     const SoundExtras& extras, std::uint32_t rate, const SoundCodecs& codecs,
+                     FrameSource& frames) {
+    ReplacingFile encoded, target;
+    if (!encoded.Open(path) || !target.Open(path)) return Failed(failure::kOpenFile);
+    request.tags.clear();
+    if (Outcome done = codecs.Encode(encoded.TemporaryPath(), request, frames); !done) return done;
+    BytesOfFile bytes;
+    if (!bytes.Open(encoded.TemporaryPath())) return Failed(failure::kReadData);
+    if (Outcome written = WriteTagged(bytes, request.kind, extras, rate, target); !written)
+        return written;
+    return DoneIf(target.Commit(), failure::kWriteData);
+}
+
+Outcome Encode(const std::filesystem::path& path, const EncodeRequest& request,
+               const SoundExtras& extras, std::uint32_t rate, const SoundCodecs& codecs,
+               FrameSource& frames) {
+    const bool isBare = extras.tags.empty() && extras.markers.empty();
+    if (isBare || !IsTaggedHere(request.kind)) return codecs.Encode(path, request, frames);
+    return EncodeTagged(path, request, extras, rate, codecs, frames);
+}
+
+Outcome EncodeAtKnownRate(const std::filesystem::path& path, const EncodeRequest& request,
+                          const SoundExtras& extras, const SoundCodecs& codecs,
+                          FrameSource& frames) {
+    const std::uint32_t rate = WrittenRate(request.kind, request.rate);
+    if (rate == request.rate) return Encode(path, request, extras, rate, codecs, frames);
+    ResampledFrames resampled(frames, request, rate);
+    return Encode(path, resampled.Request(), extras, request.rate, codecs, resampled);
+}
+
+}  // namespace
+
 Outcome WriteForeignFile(const std::filesystem::path& path, const Sound& sound,
                          EncodeRequest request, SoundExtras extras, const SoundCodecs* codecs,
                          const TransferHost& host) try {
@@ -56,7 +98,7 @@ Outcome WriteForeignFile(const std::filesystem::path& path, const Sound& sound,
                        host);
     if (IsWrittenHere(request.kind)) return WriteSoundFile(path, request, extras, frames);
     if (!codecs) return Failed("Writing this file needs the program sonavel-codec.");
-    return codecs->Encode(path, request, frames);
+    return EncodeAtKnownRate(path, request, extras, *codecs, frames);
 } catch (const std::bad_alloc&) {
     return Failed(failure::kMemory);
 }

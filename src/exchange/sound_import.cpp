@@ -47,17 +47,39 @@ void AddFromHead(const SoundFileHead& head, SoundExtras& extras) {
                 {chapter.startFrame, chapter.frames, Utf8FromUnknown(chapter.name)});
 }
 
-void RemarkOnEnd(const DecodedSound& decoded, std::vector<std::string>& remarks) {
+void RemarkOnEnd(const DecodedSound& decoded, FileRemarks& remarks) {
     if (decoded.condition == SoundCondition::kCutShort)
-        remarks.push_back(decoded.promisedFrames > decoded.frames
-                              ? "Of " + Grouped(decoded.promisedFrames) + " frames " +
-                                    Grouped(decoded.frames) + " are there."
-                              : "The sound ends early.");
-    if (decoded.condition == SoundCondition::kDamaged)
-        remarks.emplace_back("The sound is damaged.");
+        remarks.AddMissing(decoded.promisedFrames > decoded.frames
+                               ? "Of " + Grouped(decoded.promisedFrames) + " frames " +
+                                     Grouped(decoded.frames) + " are there."
+                               : "The sound ends early.");
+    if (decoded.condition == SoundCondition::kDamaged) remarks.AddMissing("The sound is damaged.");
     if (decoded.silencedSamples > 0)
-        remarks.push_back(Grouped(decoded.silencedSamples) +
-                          " samples that were no numbers became 0.");
+        remarks.AddMissing(Grouped(decoded.silencedSamples) +
+                           " samples that were no numbers became 0.");
+}
+
+bool HasMoreThanFloats(const SoundFileDescription& file) {
+    return (file.depth == FileDepth::kInteger && file.bits > 24) || file.bits > 32;
+}
+
+std::vector<std::string> LossesOfImport(const ImportSink& sink, const Sound& sound,
+                                        const FileRemarks& remarks) {
+    std::vector<std::string> losses;
+    const SoundFileDescription& file = sink.Head().description;
+    if (sink.TookAllChannels() == AllTaken::kNo)
+        losses.push_back("Of the file's " + std::to_string(file.channels) + " channels only " +
+                         std::to_string(sound.GetChannels()) + " were taken");
+    if (sink.TookAllBits() == AllTaken::kNo)
+        losses.push_back("The sound was rounded to " + std::to_string(sound.GetBits()) +
+                         " bits when it was imported");
+    else if (HasMoreThanFloats(file))
+        losses.push_back("Samples of " + std::to_string(file.bits) +
+                         " bits were taken as 32-bit floats");
+    for (std::string_view sentence : remarks.missing)
+        losses.push_back("The file was not read whole: " +
+                         std::string(sentence.substr(0, sentence.size() - 1)));
+    return losses;
 }
 
 }  // namespace
@@ -89,7 +111,9 @@ Result<ImportedSound> ImportSound(const std::filesystem::path& path, const Sound
     if (!sound) return sound.Ended();
     sound->Markers() = MarkersOf(*extras, sound->GetFrameCount());
     extras->markers.clear();
-    return ImportedSound{std::move(*sound), sink.Head().description, std::move(*extras)};
+    std::vector<std::string> losses = LossesOfImport(sink, *sound, extras->remarks);
+    return ImportedSound{std::move(*sound), sink.Head().description, std::move(*extras),
+                         std::move(losses)};
 } catch (const std::bad_alloc&) {
     return Failed(failure::kMemory);
 }
@@ -110,8 +134,8 @@ std::string DescriptionText(const SoundFileDescription& description) {
 
 std::string ImportLine(const SoundFileDescription& description, const SoundExtras& extras) {
     std::string line = DescriptionText(description);
-    if (!extras.remarks.empty()) line += '.';
-    for (const std::string& remark : extras.remarks) line += ' ' + remark;
+    if (!extras.remarks.all.empty()) line += '.';
+    for (const std::string& remark : extras.remarks.all) line += ' ' + remark;
     return line;
 }
 

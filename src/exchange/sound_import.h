@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "exchange/channel_choices.h"
 #include "exchange/sound_extras.h"
@@ -33,6 +34,9 @@ struct ImportedSound {
     SoundFileDescription description;
     // Tags and chunks; the markers are the sound's. The remarks say all that was wrong or missing.
     SoundExtras extras;
+    // What the file has and the sound has not: a save over the file takes it away. Each a clause
+    // for the person without a full stop.
+    std::vector<std::string> losses;
 };
 
 // What the file says of itself. Without `codecs` only plain samples are known.

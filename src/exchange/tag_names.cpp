@@ -70,9 +70,24 @@ std::string KeyOfComment(std::string_view name) {
     return found != nullptr ? std::string(found->key) : small;
 }
 
+std::optional<std::string> CommentOfKey(std::string_view key) {
+    if (key == "track") return "TRACKNUMBER";
+    const auto isPlain = [](char c) { return c >= 0x20 && c <= 0x7D && c != '='; };
+    if (key.empty() || !std::ranges::all_of(key, isPlain)) return std::nullopt;
+    std::string name(key);
+    for (char& c : name)
+        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+    return name;
+}
+
 std::optional<std::string> KeyOfId3(std::string_view frame) {
     const TagName* found = FindName(kId3Names, frame);
     return found != nullptr ? std::optional(std::string(found->key)) : std::nullopt;
+}
+
+std::optional<std::string_view> Id3OfKey(std::string_view key) {
+    const auto* found = std::ranges::find(kId3Names, key, &TagName::key);
+    return found != std::end(kId3Names) ? std::optional(found->name) : std::nullopt;
 }
 
 }  // namespace sonavel

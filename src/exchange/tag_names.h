@@ -19,7 +19,12 @@ std::optional<FourCc> InfoOfKey(std::string_view key);
 // has no word for it.
 std::string KeyOfComment(std::string_view name);
 
+// The other way round, in capital letters; nothing for a key that cannot be the name of a comment.
+std::optional<std::string> CommentOfKey(std::string_view key);
+
 // Of a frame of an ID3 tag, of 4 letters or of 3; nothing for frames that are not kept as tags.
 std::optional<std::string> KeyOfId3(std::string_view frame);
+// The other way round: a frame of version 2.4.
+std::optional<std::string_view> Id3OfKey(std::string_view key);
 
 }  // namespace sonavel

@@ -1,13 +1,14 @@
 #include "exchange/vorbis_comments.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <map>
 #include <optional>
 
 #include "exchange/chunk_map.h"
 #include "exchange/foreign_text.h"
+#include "exchange/id3_tags.h"
+#include "exchange/ogg_pages.h"
 #include "exchange/tag_names.h"
 
 namespace sonavel {
@@ -41,12 +42,6 @@ std::optional<std::uint64_t> TimeOf(std::string_view text) {
     const auto part = Number(fraction);
     if (!hours || !minutes || !seconds || !part) return std::nullopt;
     return ((*hours * 60 + *minutes) * 60 + *seconds) * 1'000'000'000 + *part;
-}
-
-// 99 hours at the highest rate do not fit 64 bits in nanoseconds, so whole seconds go apart.
-std::uint64_t FrameAt(std::uint64_t nanoseconds, std::uint32_t rate) {
-    constexpr std::uint64_t kSecond = 1'000'000'000;
-    return nanoseconds / kSecond * rate + (nanoseconds % kSecond * rate + kSecond / 2) / kSecond;
 }
 
 class CommentReading {
@@ -89,72 +84,15 @@ void CommentReading::Take(std::string_view comment) {
     if (equals == std::string_view::npos || equals == 0 || equals > 256) return;
     const std::string key = KeyOfComment(Utf8FromUnknown(comment.substr(0, equals)));
     const std::string_view value = comment.substr(equals + 1);
-    if (key == kPicture || TakeChapter(key, value)) return;
+    if (key == kPicture) return keeper_.PassOverPicture();
+    if (TakeChapter(key, value)) return;
     keeper_.AddTag(key, Utf8FromUnknown(value));
 }
 
 void CommentReading::HandOver() {
     for (auto& [number, chapter] : chapters_)
         if (chapter.time && rate_ != 0)
-            keeper_.AddMarker({FrameAt(*chapter.time, rate_), 0, std::move(chapter.name)});
-}
-
-// Hands out the packets of the first stream of an Ogg file.
-class OggPackets {
-  public:
-    explicit OggPackets(RandomBytes& bytes) : bytes_(bytes) {}
-
-    // The next packet, at most 16 MiB of it; nothing when there is none or the pages are torn.
-    std::optional<std::vector<std::uint8_t>> Next();
-
-  private:
-    bool TurnPage();
-
-    RandomBytes& bytes_;
-    std::uint64_t offset_ = 0;  // of the next page
-    std::optional<std::uint32_t> stream_;
-    std::vector<std::uint8_t> segments_;  // lengths of this page's pieces
-    std::size_t segment_ = 0;
-    std::uint64_t content_ = 0;  // where the next piece lies
-};
-
-// Goes to the next page of the stream, past those of others.
-bool OggPackets::TurnPage() {
-    constexpr std::size_t kPageBytes = 27;
-    constexpr int kMostPagesOfOthers = 1000;
-    for (int page = 0; page < kMostPagesOfOthers; ++page) {
-        const std::vector<std::uint8_t> head = bytes_.Part(offset_, kPageBytes);
-        if (head.size() < kPageBytes || !AsText(head).starts_with("OggS")) return false;
-        segments_ = bytes_.Part(offset_ + kPageBytes, head.back());
-        if (segments_.size() < head.back()) return false;
-        content_ = offset_ + kPageBytes + segments_.size();
-        offset_ = content_;
-        for (const std::uint8_t bytes : segments_) offset_ += bytes;
-        segment_ = 0;
-        const std::uint32_t stream = ChunkFields(head, ByteOrder::kLittle).U32(14);
-        if (!stream_) stream_ = stream;
-        if (*stream_ == stream) return true;
-    }
-    return false;
-}
-
-std::optional<std::vector<std::uint8_t>> OggPackets::Next() {
-    std::vector<std::uint8_t> packet;
-    for (;;) {
-        // A packet ends with a piece that is not full.
-        while (segment_ < segments_.size()) {
-            const std::size_t size = segments_[segment_++];
-            std::array<std::uint8_t, 255> piece;
-            const std::size_t got = bytes_.ReadAt(content_, std::span(piece).first(size));
-            if (packet.size() < kMostTagBytesOfFile)
-                packet.insert(packet.end(), piece.begin(),
-                              piece.begin() + static_cast<std::ptrdiff_t>(got));
-            content_ += size;
-            if (got < size) return std::nullopt;
-            if (size < 255) return packet;
-        }
-        if (!TurnPage()) return std::nullopt;
-    }
+            keeper_.AddMarker({ChapterFrame(*chapter.time, rate_), 0, std::move(chapter.name)});
 }
 
 std::span<const std::uint8_t> CommentBlockOf(std::span<const std::uint8_t> packet) {
@@ -166,14 +104,13 @@ std::span<const std::uint8_t> CommentBlockOf(std::span<const std::uint8_t> packe
     return isFlac ? packet.subspan(4) : std::span<const std::uint8_t>{};
 }
 
-std::uint64_t BytesOfId3(std::span<const std::uint8_t> head) {
-    if (head.size() < 10 || !AsText(head).starts_with("ID3")) return 0;
-    std::uint64_t size = 0;
-    for (std::size_t i = 6; i < 10; ++i) size = size << 7 | (head[i] & 0x7F);
-    return size + 10;
-}
-
 }  // namespace
+
+// 99 hours at the highest rate do not fit 64 bits in nanoseconds, so whole seconds go apart.
+std::uint64_t ChapterFrame(std::uint64_t nanoseconds, std::uint32_t rate) {
+    constexpr std::uint64_t kSecond = 1'000'000'000;
+    return nanoseconds / kSecond * rate + (nanoseconds % kSecond * rate + kSecond / 2) / kSecond;
+}
 
 void AddVorbisComments(std::span<const std::uint8_t> block, std::uint32_t rate,
                        ExtrasKeeper& keeper) {
@@ -198,7 +135,7 @@ void AddVorbisComments(std::span<const std::uint8_t> block, std::uint32_t rate,
 }
 
 void ReadFlacExtras(RandomBytes& bytes, std::uint32_t rate, ExtrasKeeper& keeper) {
-    constexpr int kMostBlocks = 1000;
+    constexpr int kMostBlocks = 1000, kCommentBlock = 4, kPictureBlock = 6;
     std::uint64_t at = BytesOfId3(bytes.Part(0, 10));
     if (AsText(bytes.Part(at, 4)) != "fLaC") return;
     at += 4;
@@ -206,8 +143,9 @@ void ReadFlacExtras(RandomBytes& bytes, std::uint32_t rate, ExtrasKeeper& keeper
         const std::vector<std::uint8_t> head = bytes.Part(at, 4);
         const ChunkFields fields(head, ByteOrder::kBig);
         const std::uint32_t size = fields.U32(0) & 0xFFFFFF;
-        if (head.size() == 4 && (head[0] & 0x7F) == 4)
-            AddVorbisComments(bytes.Part(at + 4, size), rate, keeper);
+        const int type = head.size() == 4 ? head[0] & 0x7F : 0;
+        if (type == kCommentBlock) AddVorbisComments(bytes.Part(at + 4, size), rate, keeper);
+        if (type == kPictureBlock) keeper.PassOverPicture();
         if (head.size() < 4 || (head[0] & 0x80) != 0) return;
         at += 4 + std::uint64_t{size};
     }

@@ -15,6 +15,9 @@ namespace sonavel {
 void AddVorbisComments(std::span<const std::uint8_t> block, std::uint32_t rate,
                        ExtrasKeeper& keeper);
 
+// The frame at that time of a chapter, to the nearest one.
+std::uint64_t ChapterFrame(std::uint64_t nanoseconds, std::uint32_t rate);
+
 // Finds the comment block of a FLAC file, also behind an ID3 tag.
 void ReadFlacExtras(RandomBytes& bytes, std::uint32_t rate, ExtrasKeeper& keeper);
 // Puts the comment packet of the first stream of an Ogg file together from its pages: Vorbis, Opus

@@ -37,13 +37,13 @@ bool IsId3(FourCc id) {
 }
 
 void AddInfo(std::span<const std::uint8_t> list, ByteOrder order, ExtrasKeeper& keeper) {
-    std::vector<std::string> remarks;
+    FileRemarks remarks;
     for (const ChunkPlace& place : MapInnerChunks(list, 4, order, remarks)) {
         const auto text = list.subspan(static_cast<std::size_t>(place.dataOffset),
                                        static_cast<std::size_t>(place.sizeBytes));
         keeper.AddTag(KeyOfInfo(place.id), Utf8FromUnknown(text));
     }
-    for (const std::string& remark : remarks) keeper.Remark(remark);
+    keeper.Remark(remarks);
 }
 
 // Its texts stand in for tags that the file lacks; the chunk itself is kept, too.
@@ -121,7 +121,7 @@ void WaveReading::Take(const ChunkPlace& place) {
 }
 
 void WaveReading::Read() {
-    for (const std::string& remark : map_.remarks) keeper_.Remark(remark);
+    keeper_.Remark(map_.remarks);
     for (const ChunkPlace& place : map_.chunks) Take(place);
     points_.HandOver(keeper_);
     AddBroadcast({broadcast_, map_.Order()}, keeper_);

@@ -1,12 +1,13 @@
 // Where file readers get their bytes: a file, and a cursor that walks over it.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <filesystem>
 #include <span>
 
-#include "platform/file_descriptor.h"
+#include "platform/regular_file.h"
 
 namespace sonavel {
 
@@ -17,17 +18,20 @@ class FileSource {
     static constexpr std::uint64_t kMostBytes = std::uint64_t{1} << 32;
 
     // False unless the path names a regular file that may be read.
-    bool Open(const std::filesystem::path& path);
+    bool Open(const std::filesystem::path& path) { return file_.Open(path); }
 
-    // What is really there, in bytes.
-    std::uint64_t Size() const { return size_; }
+    // What is really there and read, in bytes.
+    std::uint64_t Size() const { return std::min(file_.Size(), kMostBytes); }
     // Fills `to` with the bytes from `offset` on. Returns how many there were; fewer than asked for
     // only at the end of the file or when it cannot be read.
-    std::size_t ReadAt(std::uint64_t offset, std::span<std::uint8_t> to);
+    std::size_t ReadAt(std::uint64_t offset, std::span<std::uint8_t> to) {
+        const std::uint64_t there = offset < Size() ? Size() - offset : 0;
+        return file_.ReadAt(
+            offset, to.first(static_cast<std::size_t>(std::min<std::uint64_t>(to.size(), there))));
+    }
 
   private:
-    FileDescriptor file_;
-    std::uint64_t size_ = 0;
+    RegularFile file_;
 };
 
 // A position in a file. Small reads come from a window of it, so that walking over many

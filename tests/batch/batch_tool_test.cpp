@@ -125,6 +125,25 @@ TEST_F(BatchToolTest, AsksOnceBeforeASaveThatLoses) {
     EXPECT_EQ(result.errors, "");
 }
 
+TEST_F(BatchToolTest, AsksBeforeASaveOverWhatImportDidNotTake) {
+    FileBytes fine = WavBytes({.bits = 24, .blockAlign = 3, .data = {1, 0, 0, 2, 0, 0}});
+    WriteFileBytes(folder_ / "fine.wav", fine);
+    FileBytes cut = fine;
+    cut.resize(cut.size() - 1);
+    WriteFileBytes(folder_ / "cut.v2.wav", cut);
+    const ToolResult result =
+        Run("answer cancel; import @/fine.wav depth=16; try save; answer cancel; "
+            "import @/cut.v2.wav; try save");
+    EXPECT_EQ(result.out,
+              "question: The sound was rounded to 16 bits when it was imported.\\n"
+              "Save all the same? -> cancel\nfailed: Cancelled.\n"
+              "question: The file was not read whole: The sound ends early.\\n"
+              "The file was not read whole: Of 2 frames 1 are there.\\n"
+              "Save all the same? -> cancel\nfailed: Cancelled.\n");
+    EXPECT_EQ(ReadFileBytes(folder_ / "fine.wav"), fine);
+    EXPECT_EQ(ReadFileBytes(folder_ / "cut.v2.wav"), cut);
+}
+
 TEST_F(BatchToolTest, ExportsWithoutTouchingTheDocument) {
     WriteRamp("a.wav", 9);
     ExpectOutput(

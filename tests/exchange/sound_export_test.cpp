@@ -61,7 +61,7 @@ TEST_F(SoundExportTest, EveryDepthComesBackInEveryKindWrittenHere) {
                 for (std::uint32_t frame = 0; frame < 20; ++frame)
                     EXPECT_EQ(std::abs(read.sound.GetShare(0, frame)),
                               std::abs(sound.GetShare(0, frame)));
-                EXPECT_THAT(read.extras.remarks, IsEmpty());
+                EXPECT_THAT(read.extras.remarks.all, IsEmpty());
             }
         }
 }

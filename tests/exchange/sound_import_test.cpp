@@ -14,6 +14,7 @@
 namespace sonavel {
 namespace {
 
+using ::testing::Contains;
 using ::testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -208,6 +209,44 @@ TEST_F(SoundImportTest, SalvagesAndSaysWhatWasMissing) {
         EXPECT_EQ(Shares((*imported).sound), c.shares);
         EXPECT_THAT(ImportLine((*imported).description, (*imported).extras), HasSubstr(c.said));
     }
+}
+
+// What a save over the file would take from it.
+TEST_F(SoundImportTest, SaysWhatTheFileHasAndTheSoundHasNot) {
+    FileBytes cut = PlainWav(1, 2);
+    cut.resize(cut.size() - 3);
+    FileBytes unpadded = WavWith(RiffChunkBytes("odd ", FileBytes(3)), {});
+    unpadded.erase(unpadded.begin() + 12 + 24 + 11);
+    const FileBytes fine = WavBytes({.bits = 24, .blockAlign = 3, .data = {1, 0, 0}});
+    const FileBytes pair = WavBytes({.channels = 2, .blockAlign = 4, .data = {1, 2, 3, 4}});
+    const ImportChoice rounded{.depth = ImportDepth::kRoundTo16};
+    const struct {
+        FileBytes bytes;
+        ImportChoice choice;
+        std::vector<std::string> losses;
+    } cases[] = {
+        {fine, {}, {}},
+        {fine, rounded, {"The sound was rounded to 16 bits when it was imported"}},
+        {PlainWav(1, 3), rounded, {}},  // whose samples all fit
+        {PlainWav(1, 4), {}, {"Samples of 32 bits were taken as 32-bit floats"}},
+        {pair,
+         {.channels = ImportChannels::kRight},
+         {"Of the file's 2 channels only 1 were taken"}},
+        {pair, {}, {}},
+        {BytesOf("fLaC"), {}, {"Of the file's 4 channels only 2 were taken"}},
+        {cut,
+         {},
+         {"The file was not read whole: The file is shorter than it says",
+          "The file was not read whole: The sound ends early",
+          "The file was not read whole: Of 3 frames 1 are there"}},
+        {unpadded, {}, {}},
+    };
+    for (const auto& c : cases) {
+        const Result<ImportedSound> imported = Import(c.bytes, c.choice);
+        ASSERT_TRUE(imported) << imported.Reason();
+        EXPECT_EQ((*imported).losses, c.losses);
+    }
+    EXPECT_THAT((*Import(unpadded)).extras.remarks.all, Contains("A pad byte is missing."));
 }
 
 TEST_F(SoundImportTest, MarkersOfTheWalkOutrankThoseOfTheDecoder) {

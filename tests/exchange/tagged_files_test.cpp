@@ -97,7 +97,7 @@ TEST(VorbisComments, OfFlacFiles) {
 }
 
 // Pages of one stream, each with its share of the packets' pieces.
-FileBytes OggPage(std::uint32_t stream, const FileBytes& lengths, const FileBytes& content) {
+FileBytes PageOf(std::uint32_t stream, const FileBytes& lengths, const FileBytes& content) {
     return ByteBuilder()
                .Text("OggS")
                .Byte(0)
@@ -124,15 +124,15 @@ TEST(VorbisComments, OfOggFilesAcrossPagesAndBesideOtherStreams) {
         };
         FileBytes lengths((packet.size() - 510) / 255, 255);
         lengths.push_back(static_cast<std::uint8_t>(packet.size() % 255));
-        const FileBytes file = OggPage(9, {30}, FileBytes(30)) + OggPage(8, {2}, {1, 2}) +
-                               OggPage(9, {255, 255}, part(0, 510)) + OggPage(8, {1}, {1}) +
-                               OggPage(9, lengths, part(510, packet.size()));
+        const FileBytes file = PageOf(9, {30}, FileBytes(30)) + PageOf(8, {2}, {1, 2}) +
+                               PageOf(9, {255, 255}, part(0, 510)) + PageOf(8, {1}, {1}) +
+                               PageOf(9, lengths, part(510, packet.size()));
         SoundExtras extras = ExtrasOf(file);
         ASSERT_EQ(extras.tags.size(), 5u) << head;
         EXPECT_EQ(extras.tags.back().value.size(), 600u);
         extras.tags.pop_back();
         ExpectTheComments(extras);
-        EXPECT_THAT(extras.remarks, IsEmpty());
+        EXPECT_THAT(extras.remarks.all, ElementsAre("A picture is left out."));
     }
 }
 
@@ -141,7 +141,7 @@ TEST(VorbisComments, CutListsGiveWhatIsThere) {
     block.resize(block.size() - 3);
     const SoundExtras extras = ExtrasOf(BytesOf("fLaC") + FlacBlock(4 | 0x80, block));
     EXPECT_THAT(TagTexts(extras), ElementsAre("title=A song", "artist=lon"));
-    EXPECT_THAT(extras.remarks, ElementsAre("The list of tags is cut short."));
+    EXPECT_THAT(extras.remarks.all, ElementsAre("The list of tags is cut short."));
 }
 
 FileBytes Id3Frame(std::string_view name, const FileBytes& content) {
@@ -244,7 +244,7 @@ TEST(ReadExtras, BrokenFilesGiveWhatIsThere) {
                 CueBytes(1, CuePointBytes(1, 5)) +
                     ListBytes("adtl", LabelBytes(1, "x") + RegionTextBytes(1, 5))),
         BytesOf("fLaC") + FlacBlock(4 | 0x80, CommentBlock(kComments)),
-        OggPage(9, {1}, {1}) + OggPage(9, {200}, BytesOf("OpusTags") + CommentBlock(kComments)),
+        PageOf(9, {1}, {1}) + PageOf(9, {200}, BytesOf("OpusTags") + CommentBlock(kComments)),
         Id3Tag(4, 0x40, frames),
         AiffBytes({}) +
             AiffChunkBytes("MARK", ByteBuilder().Big16(2).Bytes() + MarkBytes(1, 4, "v")),

@@ -33,7 +33,7 @@ TEST(WaveExtras, MarkersAreFoundByTheirIdsWhereverTheyStand) {
         SCOPED_TRACE(row.what);
         const SoundExtras extras = ExtrasOf(WavWith(row.before, row.behind));
         EXPECT_EQ(MarkerTexts(extras), kTwoMarkers);
-        EXPECT_THAT(extras.remarks, IsEmpty());
+        EXPECT_THAT(extras.remarks.all, IsEmpty());
         EXPECT_THAT(extras.chunks, IsEmpty());
     }
 }
@@ -66,7 +66,7 @@ TEST(WaveExtras, TheEditorsOwnFilesGiveAllTheirMarkers) {
                                .Bytes();
     const SoundExtras extras = ExtrasOf(WavWith({}, {}) + cue + list);
     EXPECT_THAT(MarkerTexts(extras), ElementsAre("10+0 two", "1094795585+5 five!"));
-    EXPECT_THAT(extras.remarks, ElementsAre("A pad byte is missing."));
+    EXPECT_THAT(extras.remarks.all, ElementsAre("A pad byte is missing."));
 }
 
 TEST(WaveExtras, NamesStandInForLabels) {
@@ -93,7 +93,7 @@ TEST(WaveExtras, LoopsAreRegions) {
     const FileBytes chunk = RiffChunkBytes("smpl", smpl.Bytes());
     const SoundExtras extras = ExtrasOf(WavWith({}, chunk));
     EXPECT_THAT(MarkerTexts(extras), ElementsAre("5+1 Loop 2", "20+10 Loop 1"));
-    EXPECT_THAT(extras.remarks, ElementsAre("The list of loops is cut short."));
+    EXPECT_THAT(extras.remarks.all, ElementsAre("The list of loops is cut short."));
     ASSERT_EQ(extras.chunks.size(), 1u);
     EXPECT_EQ(extras.chunks[0].bytes, smpl.Bytes());
 }
@@ -165,7 +165,7 @@ TEST(WaveExtras, SalvagesAndSaysWhatIsWrong) {
         SCOPED_TRACE(row.what);
         const SoundExtras extras = ExtrasOf(row.bytes);
         EXPECT_EQ(MarkerTexts(extras), row.markers);
-        EXPECT_EQ(extras.remarks, row.remarks);
+        EXPECT_EQ(extras.remarks.all, row.remarks);
     }
 }
 
@@ -225,7 +225,7 @@ TEST(WaveExtras, HostileSizesAreBounded) {
     const SoundExtras large =
         ExtrasOf(WavWith(RiffChunkBytes("huge", FileBytes(kMostTagBytes + 1)), {}));
     EXPECT_THAT(large.chunks, IsEmpty());
-    EXPECT_THAT(large.remarks, ElementsAre("A chunk of more than 1 MiB is left out."));
+    EXPECT_THAT(large.remarks.all, ElementsAre("A chunk of more than 1 MiB is left out."));
 
     const FileBytes points(24 * (kMostMarkers + 3));
     EXPECT_LE(ExtrasOf(WavWith({}, CueBytes(kMostMarkers + 3, points))).markers.size(),
@@ -240,7 +240,8 @@ TEST(WaveExtras, MarkersFitTheSoundThatTheyAreGivenTo) {
     EXPECT_EQ(list.All()[0].length, 10u);
     EXPECT_EQ(list.All()[1].length, 2u);
     EXPECT_EQ(list.All()[2].name, "Marker 3");
-    EXPECT_THAT(extras.remarks, ElementsAre("Markers behind the end of the sound are left out."));
+    EXPECT_THAT(extras.remarks.all,
+                ElementsAre("Markers behind the end of the sound are left out."));
 }
 
 }  // namespace

@@ -142,26 +142,33 @@ TEST_F(WriteSoundFileTest, OtherProgramsFilesGiveTheirTagsAndChapters) {
         const std::vector<std::string> tags = TagTexts(extras);
         for (const char* tag : {"title=W\xC3\xBCrfel", "artist=Us"})
             EXPECT_EQ(std::ranges::count(tags, tag), 1) << row.name;
-        EXPECT_THAT(extras.remarks, IsEmpty()) << row.name;
+        EXPECT_THAT(extras.remarks.all, IsEmpty()) << row.name;
     }
 }
 
 TEST(ExportLosses, AreNamed) {
     SoundExtras extras;
-    EXPECT_THAT(LossesOf(kAu, extras), IsEmpty());
+    EXPECT_THAT(LossesOf(kAu, 8000, extras), IsEmpty());
     extras.markers = {{1, 2, "x"}};
     extras.tags = {{"title", "x"}, {"album", "x"}, {"mood", "x"}};
     extras.chunks = {{ChunkFamily::kAiff, MakeFourCc("APPL"), ChunkSide::kBehindSound, {}}};
-    EXPECT_THAT(LossesOf(kWav, extras),
+    EXPECT_THAT(LossesOf(kWav, 8000, extras),
                 ElementsAre("The tags mood cannot be written to a WAV file",
                             "Chunks of another format cannot be written to a WAV file"));
-    EXPECT_THAT(LossesOf(kAiff, extras),
+    EXPECT_THAT(LossesOf(kAiff, 8000, extras),
                 ElementsAre("The lengths of regions cannot be written to an AIFF file",
                             "The tags album, mood cannot be written to an AIFF file"));
-    EXPECT_THAT(LossesOf(kAu, extras),
+    EXPECT_THAT(LossesOf(kAu, 8000, extras),
                 ElementsAre("Markers cannot be written to an AU file",
-                            "The tags title, album, mood cannot be written to an AU file",
                             "Chunks of another format cannot be written to an AU file"));
+    EXPECT_THAT(LossesOf(kMp3, 96000, extras),
+                ElementsAre("The tags mood cannot be written to an MP3 file",
+                            "Chunks of another format cannot be written to an MP3 file",
+                            "The sound is resampled to 48,000 Hz"));
+    EXPECT_THAT(LossesOf(kOpus, 11025, extras),
+                ElementsAre("The lengths of regions cannot be written to an Opus file",
+                            "Chunks of another format cannot be written to an Opus file",
+                            "The sound is resampled to 12,000 Hz"));
 }
 
 }  // namespace

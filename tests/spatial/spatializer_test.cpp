@@ -60,13 +60,22 @@ TEST_F(SpatializerTest, MakesAnEightBitMonoSound16BitStereo) {
 }
 
 TEST_F(SpatializerTest, AFloatSoundBecomesFloatStereoOfWhatA16BitSoundWouldRound) {
-    for (const unsigned channels : {1u, 2u}) {
+    using Place = Outcome (*)(CSoundDoc&);
+    const Place places[] = {
+        [](CSoundDoc& document) {
+            return SpatializePositional({document, 200, 2800, "", SpatialOutcome::kApply},
+                                        {0.5f, 0.6f, 0});
+        },
+        [](CSoundDoc& document) {
+            const SourcePosition path[] = {{1, 1, 0}, {-1, 0.5f, 0.2f}};
+            return SpatializeMoving({document, 200, 2800, "", SpatialOutcome::kApply}, path);
+        }};
+    for (const auto& [channels, place] :
+         {std::pair(1u, places[0]), {2u, places[0]}, {1u, places[1]}, {2u, places[1]}}) {
         const auto words = MakeNoise({channels, 16, 44100}, 3000, 8000);
         const auto floats = MakeNoise({channels, 16, 44100}, 3000, 8000);
         ASSERT_TRUE(floats->Sound().ConvertBits(32));
-        for (CSoundDoc* document : {words.get(), floats.get()})
-            ASSERT_TRUE(SpatializePositional({*document, 200, 2800, "", SpatialOutcome::kApply},
-                                             {0.5f, 0.6f, 0}));
+        for (CSoundDoc* document : {words.get(), floats.get()}) ASSERT_TRUE(place(*document));
         EXPECT_EQ(floats->Sound().GetFormat(), MakeSoundFormat(2, 32, 44100));
         ASSERT_EQ(floats->Sound().GetFrameCount(), 3000u);
         for (std::uint32_t i = 0; i < 3000; ++i)
