@@ -11,7 +11,8 @@ import sys
 import time
 
 import example_catalogue
-from editor_driver import Editor, frame_extents, key, place_of, settled_pixels, xdotool
+import example_takes
+from editor_driver import Editor, frame_extents, key, place_of, settled_pixels, type_text, xdotool
 
 SAMPLES = pathlib.Path(__file__).resolve().parents[2] / "samples"
 EDITOR_SIZE = (1200, 800)
@@ -24,7 +25,8 @@ class Picture:
     """What to press before a window is taken, and after it, in the same running program."""
 
     name: str
-    # "?Title" waits for the dialog of that title, "~" until a button pressed by key has sprung back.
+    # "?Title" waits for the dialog of that title, "=name" types the path of a take, "~" waits until a
+    # button pressed by key has sprung back.
     keys: str
     window: str = WHOLE  # a pattern of the window's title
     after: str = "Escape"
@@ -40,6 +42,8 @@ PICTURES = [
     Picture("new", "ctrl+n", "^New$"),
     Picture("save-as", "F12", "^Save As$"),
     Picture("export", "ctrl+shift+x", "^Export$"),
+    Picture("import", "ctrl+shift+o ?Import =take3.wav Return ~ ?Import", "^Import$"),
+    Picture("refused-file", "ctrl+o ?Open =take3.wav Return ~ ?Sonavel$", "^Sonavel$"),
     Picture("about", "alt+h a", "^About"),
     Picture("go-to-cursor", "ctrl+g", "Go"),
     Picture("marker-add", "alt+e k Down Return", "^Marker"),
@@ -91,6 +95,9 @@ def place_with_frame(window):
 class Photographer:
     def __init__(self, editor, folder, scale):
         self.editor, self.folder, self.scale = editor, folder, scale
+        self.takes = pathlib.Path(os.environ["TMPDIR"]) / "Takes"
+        if not self.takes.exists():
+            example_takes.write_takes(self.takes)
 
     def lay_out(self):
         """Two sounds, one above the other; the upper one with a selection between its markers."""
@@ -129,6 +136,8 @@ class Photographer:
         for word in keys.split():
             if word.startswith("?"):
                 self.editor.activate(self.editor.wait_dialog(f"^{word[1:]}"))
+            elif word.startswith("="):
+                type_text(str(self.takes / word[1:]))
             elif word == "~":
                 time.sleep(0.6)
             else:

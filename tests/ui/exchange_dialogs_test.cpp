@@ -146,6 +146,18 @@ TEST_F(ExportDialogTest, TheNameFollowsTheKindOfFileAndTheOtherWayRound) {
     EXPECT_EQ(dialog.Answer().path, folder_ / "c.txt.mp3");
 }
 
+TEST_F(ExportDialogTest, TheSoundsOwnFileIsNeverProposed) {
+    question_.own = question_.proposed.path = folder_ / "a.wav";
+    ExportDialog dialog(question_);
+    EXPECT_EQ(dialog.Answer().path, folder_ / "a copy.wav");
+    question_.proposed.path = folder_ / "a.flac";
+    question_.proposed.kind = SoundFileKind::kFlac;
+    ExportDialog other(question_);
+    EXPECT_EQ(other.Answer().path, folder_ / "a.flac");
+    Choose(other, SoundFileKind::kWav);
+    EXPECT_EQ(other.Answer().path, folder_ / "a copy.wav");
+}
+
 TEST_F(ExportDialogTest, LossyKindsTakeAQualityAndOthersTheDepthsThatTheyHold) {
     ExportDialog dialog(question_);
     auto* depth = dialog.findChild<QComboBox*>("depth");

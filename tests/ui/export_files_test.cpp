@@ -48,6 +48,7 @@ class ExportFilesTest : public AppFixture {
 TEST_F(ExportFilesTest, ADeepSoundComesOutAsItCameInAndItsDocumentStaysAsItIs) {
     ImportDeep();
     RunAndAnswer(app_command::kExport, [&](ExportDialog& dialog) {
+        EXPECT_EQ(dialog.Answer().path, folder_ / "deep copy.wav");
         dialog.findChild<QLineEdit*>("path")->setText(Path("out.wav"));
         auto* depth = dialog.findChild<QComboBox*>("depth");
         depth->setCurrentIndex(depth->findData(static_cast<int>(EncodedDepth::k24)));
@@ -96,7 +97,9 @@ TEST_F(ExportFilesTest, TheNoticeNamesWhatIsLostAndWhatCannotBe) {
               QStringList{"The samples are rounded to 16 bits"});
     EXPECT_TRUE(notice(SoundFileKind::kFlac, EncodedDepth::kFloat32).refusal.contains("FLAC"));
     Active().Sound().Markers().Add(1, "x", 0);
-    EXPECT_EQ(notice(SoundFileKind::kMp3, EncodedDepth::k16).losses.size(), 1);
+    EXPECT_EQ(notice(SoundFileKind::kMp3, EncodedDepth::k16).losses, QStringList{});
+    EXPECT_EQ(notice(SoundFileKind::kW64, EncodedDepth::kFloat32).losses,
+              QStringList{"Markers cannot be written to a W64 file"});
 
     QString refusal;
     RunAndAnswer(app_command::kSaveCopy, [&](ExportDialog& dialog) {

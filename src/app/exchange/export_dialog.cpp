@@ -52,6 +52,12 @@ QString WithExtension(const QString& path, const char* extension) {
     return (hasOne ? path.left(path.lastIndexOf(u'.')) : path) + QLatin1String(extension);
 }
 
+// "NAME copy.EXT".
+QString WithCopy(const QString& path) {
+    QString copy = path;
+    return copy.insert(path.lastIndexOf(u'.'), QObject::tr(" copy"));
+}
+
 std::string ValueOf(const std::vector<SoundTag>& tags, std::string_view key) {
     const auto found = std::ranges::find(tags, key, &SoundTag::key);
     return found != tags.end() ? found->value : std::string();
@@ -92,7 +98,8 @@ ExportDialog::ExportDialog(ExportQuestion question, QWidget* parent)
 }
 
 void ExportDialog::AddFile() {
-    path_ = new QLineEdit(FileText(question_.proposed.path), this);
+    path_ = new QLineEdit(this);
+    Propose(FileText(question_.proposed.path));
     path_->setObjectName(QStringLiteral("path"));
     path_->setMinimumWidth(kPathWidth);
     auto* browse = new QPushButton(tr("&Browse..."), this);
@@ -188,11 +195,15 @@ void ExportDialog::TakeKind() {
     depth_->setEnabled(!depths.empty());
     quality_->setEnabled(depths.empty());
     const auto* row = std::ranges::find(kKinds, Kind(), &ExportKind::kind);
-    if (KindNamed(path_->text()) != row->kind) {
-        const QSignalBlocker silent(path_);
-        path_->setText(WithExtension(path_->text(), row->extension));
-    }
+    if (KindNamed(path_->text()) != row->kind)
+        Propose(WithExtension(path_->text(), row->extension));
     ShowNotice();
+}
+
+void ExportDialog::Propose(const QString& path) {
+    const bool isOwn = !question_.own.empty() && FilePath(path) == question_.own;
+    const QSignalBlocker silent(path_);
+    path_->setText(isOwn ? WithCopy(path) : path);
 }
 
 void ExportDialog::TakeTypedPath() {

@@ -36,6 +36,7 @@ using ExportNoticeSource = std::function<ExportNotice(const ExportAnswer&)>;
 
 struct ExportQuestion {
     QString title;
+    std::filesystem::path own{};  // of the sound, never proposed; empty for none
     ExportAnswer proposed;
     // Those that a kind of file can hold, the best first; none for a lossy one.
     std::function<std::vector<EncodedDepth>(SoundFileKind)> depthsOf;
@@ -66,6 +67,8 @@ class ExportDialog : public FormDialog {
     void AddNotice();
     void ChooseFile();
     void TakeKind();
+    // Never the own file of the sound.
+    void Propose(const QString& path);
     void TakeTypedPath();
     void ShowNotice();
     SoundFileKind Kind() const;

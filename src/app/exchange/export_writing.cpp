@@ -5,6 +5,7 @@
 #include "codec/kind_rules.h"
 #include "exchange/export_losses.h"
 #include "platform/qt/utf8_text.h"
+#include "sound/file_rates.h"
 
 namespace sonavel {
 
@@ -47,7 +48,7 @@ EncodeRequest RequestOf(const Sound& sound, FrameRange range, const ExportAnswer
     request.kind = answer.kind;
     request.depth = answer.depth;
     request.quality = answer.quality;
-    request.rate = sound.GetSamplesPerSecond();
+    request.rate = WrittenRate(answer.kind, sound.GetSamplesPerSecond());
     request.channels = sound.GetChannels();
     request.frames = range.Frames();
     return request;
@@ -95,7 +96,8 @@ ExportNotice NoticeOfExport(const CSoundDoc& document, FrameRange range,
     ExportNotice notice;
     notice.estimatedBytes = EstimatedBytes(request);
     if (const Outcome can = CheckEncodable(request); !can) notice.refusal = Utf8Text(can.Reason());
-    for (const std::string& loss : LossesOf(answer.kind, ChosenOf(document, answer)))
+    for (const std::string& loss :
+         LossesOf(answer.kind, sound.GetSamplesPerSecond(), ChosenOf(document, answer)))
         notice.losses << Utf8Text(loss);
     if (IsRounded(sound, answer))
         notice.losses

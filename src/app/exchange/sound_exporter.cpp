@@ -56,6 +56,7 @@ ExportQuestion SoundExporter::QuestionOf(const Wish& wish) const {
     const CSoundDoc& document = *sound_.document;
     ExportQuestion question;
     question.title = wish.title;
+    question.own = document.Path();
     question.proposed.kind = wish.kind;
     question.proposed.depth = ExportDepth(wish.kind, document.Sound(), document.Origin());
     question.proposed.tagValues = document.Tags();
