@@ -54,7 +54,7 @@ std::vector<std::string> CommentsOf(const SoundExtras& extras, std::uint32_t rat
 }  // namespace
 
 std::vector<std::uint8_t> BuildCommentBlock(std::string_view vendor, const SoundExtras& extras,
-                                       std::uint32_t rate) {
+                                            std::uint32_t rate) {
     const std::vector<std::string> comments = CommentsOf(extras, rate);
     ByteBuilder block;
     const auto add = [&](std::string_view text) {

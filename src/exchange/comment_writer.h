@@ -14,7 +14,7 @@ namespace sonavel {
 // the markers' frames are those of a sound of `rate` frames a second. Of regions the beginning is
 // written; tags whose keys cannot be names of comments are left out.
 std::vector<std::uint8_t> BuildCommentBlock(std::string_view vendor, const SoundExtras& extras,
-                                       std::uint32_t rate);
+                                            std::uint32_t rate);
 
 // The vendor of a comment block.
 std::string_view VendorOf(std::span<const std::uint8_t> block);

@@ -36,8 +36,8 @@ void AddFrame(std::string_view name, const ByteBuilder& content, ByteBuilder& to
 void AddTextFrame(std::string_view name, std::string_view text, ByteBuilder& to) {
     ByteBuilder content;
     content.Byte(kUtf8);
-    // Of a comment, a language that says none and an empty description.
-    if (name == "COMM") content.Text("XXX").Byte(0);
+    // Of a comment, an undetermined language and an empty description.
+    if (name == "COMM") content.Text("und").Byte(0);
     AddFrame(name, content.Text(text), to);
 }
 

@@ -52,8 +52,7 @@ Outcome ResampledFrames::Give(std::span<std::uint8_t> to) {
             if (Outcome refilled = Refill(); !refilled) return refilled;
             continue;
         }
-        const std::size_t bytes =
-            std::min(to.size(), (ready_.size() - given_) * sizeof(float));
+        const std::size_t bytes = std::min(to.size(), (ready_.size() - given_) * sizeof(float));
         // The announced number holds, should the filter end a frame before it.
         if (bytes == 0) {
             std::ranges::fill(to, std::uint8_t{0});

@@ -12,9 +12,9 @@
 namespace sonavel {
 namespace {
 
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
 using enum SoundFileKind;
 
 class TaggedExportTest : public CodecTest {
@@ -148,10 +148,12 @@ TEST_F(TaggedExportTest, OtherProgramsReadThemWithoutAWarning) {
         ExportAndRead(sound, kind, extras);
         const std::string file = path.string();
         EXPECT_EQ(OutputOf("ffmpeg -v warning -xerror -i " + file + " -f null - 2>&1"), "");
-        const std::string said = OutputOf("ffprobe -v warning -show_chapters -show_entries "
-                                          "format_tags=title:stream_tags=title " +
-                                          file + " 2>&1");
-        EXPECT_TRUE(said.find("TAG:title=T\n") != said.npos || said.find("TAG:TITLE=T\n") != said.npos);
+        const std::string said = OutputOf(
+            "ffprobe -v warning -show_chapters -show_entries "
+            "format_tags=title:stream_tags=title " +
+            file + " 2>&1");
+        EXPECT_TRUE(said.find("TAG:title=T\n") != said.npos ||
+                    said.find("TAG:TITLE=T\n") != said.npos);
         // The chapter at a second and a tenth.
         EXPECT_THAT(said, HasSubstr("start_time=1.100000"));
         std::filesystem::remove(path);
@@ -162,8 +164,11 @@ TEST_F(TaggedExportTest, SoundsOfOtherRatesAreResampled) {
     const struct {
         SoundFileKind kind;
         std::uint32_t rate, written;
-    } rows[] = {{kOpus, 44100, 48000}, {kOpus, 96000, 48000}, {kOpus, 11025, 12000},
-                {kOpus, 24000, 24000}, {kMp3, 96000, 48000}};
+    } rows[] = {{kOpus, 44100, 48000},
+                {kOpus, 96000, 48000},
+                {kOpus, 11025, 12000},
+                {kOpus, 24000, 24000},
+                {kMp3, 96000, 48000}};
     for (const auto& row : rows) {
         SCOPED_TRACE(row.rate);
         Sound sound = Tone(row.rate, 2 * row.rate, 440);

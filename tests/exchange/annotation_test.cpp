@@ -8,8 +8,8 @@
 namespace sonavel {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
 
 FileBytes AuWith(const std::vector<SoundTag>& tags) {
     EncodeRequest request{.kind = SoundFileKind::kAu, .rate = 8000, .channels = 1, .tags = {}};
@@ -35,8 +35,7 @@ TEST(AuAnnotation, OfOtherPrograms) {
         return TagTexts(keeper.Take());
     };
     EXPECT_THAT(read("Recorded in the rain"), ElementsAre("comment=Recorded in the rain"));
-    EXPECT_THAT(read("Title=T\nTRACKNUMBER=2\nplain"),
-                ElementsAre("title=T", "track=2\nplain"));
+    EXPECT_THAT(read("Title=T\nTRACKNUMBER=2\nplain"), ElementsAre("title=T", "track=2\nplain"));
     EXPECT_THAT(read("=x"), ElementsAre("comment==x"));
 }
 
