@@ -10,12 +10,14 @@ namespace sonavel::batch {
 std::vector<CommandRow> DocumentCommandRows();
 std::vector<CommandRow> ImportCommandRows();  // with tags
 std::vector<CommandRow> ExportCommandRows();
+std::vector<CommandRow> LabelCommandRows();  // pauses, labels and regions as files
 std::vector<CommandRow> ReportCommandRows();
 std::vector<CommandRow> EditCommandRows();
 std::vector<CommandRow> FormatCommandRows();
 std::vector<CommandRow> EffectCommandRows();  // with those of 3D sound
 std::vector<CommandRow> SpatialCommandRows();
 std::vector<CommandRow> ViewCommandRows();
+std::vector<CommandRow> SpectrogramCommandRows();
 std::vector<CommandRow> ScriptCommandRows();  // answer, try
 
 const std::vector<CommandRow>& AllCommandRows();

@@ -1,9 +1,13 @@
-// The command that exports the active document.
+// The command that exports the active document, and the one that exports its regions.
 #include <algorithm>
+#include <ostream>
 
 #include "batch/batch_session.h"
 #include "batch/command_rows.h"
+#include "batch/report_text.h"
+#include "exchange/region_export.h"
 #include "exchange/sound_export.h"
+#include "platform/code_page_949.h"
 
 namespace sonavel::batch {
 namespace {
@@ -28,22 +32,78 @@ ExportPart PartOf(const Arguments& words, std::string_view key) {
     return words.Switch(key) ? ExportPart::kWrite : ExportPart::kLeaveOut;
 }
 
+ExportChoice ChoiceOf(const CSoundDoc& document, SoundFileKind kind, const Arguments& words) {
+    const CWave& sound = document.Sound();
+    ExportChoice choice;
+    choice.kind = kind;
+    choice.depth = words.Has("bits") ? DepthOf(words.Text("bits"))
+                                     : ExportDepth(kind, sound, document.Origin());
+    choice.quality = static_cast<std::uint32_t>(words.Whole("quality"));
+    choice.markers = PartOf(words, "markers");
+    choice.tags = PartOf(words, "tags");
+    choice.frames = {FrameOf(words, "from", 0), FrameOf(words, "to", sound.GetFrameCount())};
+    return choice;
+}
+
 Outcome Export(BatchSession& session, const Arguments& words) {
     CSoundDoc& document = session.Document();
     const std::filesystem::path path = AbsolutePath(words.Text("PATH"));
     const std::optional<SoundFileKind> kind = KindOf(path, words);
     if (!kind) return Failed("The extension names no format that can be exported.");
-    const CWave& sound = document.Sound();
-    ExportChoice choice;
-    choice.kind = *kind;
-    choice.depth = words.Has("bits") ? DepthOf(words.Text("bits"))
-                                     : ExportDepth(*kind, sound, document.Origin());
-    choice.quality = static_cast<std::uint32_t>(words.Whole("quality"));
-    choice.markers = PartOf(words, "markers");
-    choice.tags = PartOf(words, "tags");
-    choice.frames = {FrameOf(words, "from", 0), FrameOf(words, "to", sound.GetFrameCount())};
-    return ExportSound(path, sound, document.Extras(), choice, &session.Codecs(),
-                       document.Sound().FileHost());
+    return ExportSound(path, document.Sound(), document.Extras(), ChoiceOf(document, *kind, words),
+                       &session.Codecs(), document.Sound().FileHost());
+}
+
+Result<RegionExport> RegionsOf(const CSoundDoc& document, const Arguments& words) {
+    RegionExport regions;
+    regions.folder = AbsolutePath(words.Text("FOLDER"));
+    regions.choice =
+        ChoiceOf(document, *ExportKindOf(std::string_view(words.Text("format"))), words);
+    const std::string title = std::filesystem::path(DisplayText(document.Title())).stem().string();
+    const SplitAt split = words.Switch("between-markers") ? SplitAt::kMarkers : SplitAt::kRegions;
+    regions.parts = PartsOf(document.Sound(), split, regions.choice.frames, title);
+    if (regions.parts.empty()) return Failed("There are no regions to export.");
+    Result<std::vector<std::string>> names =
+        PartFileNames(words.Text("pattern"), regions.parts, title);
+    if (!names) return names.Ended();
+    regions.names = *std::move(names);
+    if (words.Switch("overwrite")) regions.existing = ExistingFiles::kReplace;
+    return regions;
+}
+
+Outcome ExportAllRegions(BatchSession& session, const Arguments& words) {
+    CSoundDoc& document = session.Document();
+    const Result<RegionExport> regions = RegionsOf(document, words);
+    if (!regions) return regions.Ended();
+    if (std::error_code error; !std::filesystem::is_directory(regions->folder, error))
+        return Failed("There is no such folder.");
+    return ExportRegions(
+        *regions, document.Sound(), document.Extras(), &session.Codecs(),
+        document.Sound().FileHost(), [&](const std::filesystem::path& path, FrameRange frames) {
+            session.Out() << "wrote " << QuotedText(path.string()) << " from=" << frames.start
+                          << " to=" << frames.end << '\n';
+        });
+}
+
+// The keys of every export, with the format that holds without the word.
+std::vector<KeyRule> ExportKeys(std::string format) {
+    return {{"format",
+             ValueRule::OneOf({"wav", "aiff", "au", "flac", "ogg", "opus", "mp3", "w64", "caf"}),
+             std::move(format)},
+            {"bits", ValueRule::OneOf({"8", "16", "24", "float"})},
+            {"quality", ValueRule::Whole(0, kBestQuality), "5"},
+            {"markers", ValueRule::Switch(), "on"},
+            {"tags", ValueRule::Switch(), "on"},
+            {"from", ValueRule::Position()},
+            {"to", ValueRule::Position()}};
+}
+
+std::vector<KeyRule> RegionKeys() {
+    std::vector<KeyRule> keys = {{"pattern", ValueRule::Text(), "{number}_{name}"},
+                                 {"between-markers", ValueRule::Switch(), "off"},
+                                 {"overwrite", ValueRule::Switch(), "off"}};
+    for (KeyRule& key : ExportKeys("wav")) keys.push_back(std::move(key));
+    return keys;
 }
 
 }  // namespace
@@ -53,15 +113,13 @@ std::vector<CommandRow> ExportCommandRows() {
         {.name = "export",
          .does = "Write a copy of the sound, or of the frames from F to F, in any format",
          .positional = {{"PATH", ValueRule::Path()}},
-         .keys = {{"format", ValueRule::OneOf({"wav", "aiff", "au", "flac", "ogg", "opus", "mp3",
-                                               "w64", "caf"})},
-                  {"bits", ValueRule::OneOf({"8", "16", "24", "float"})},
-                  {"quality", ValueRule::Whole(0, kBestQuality), "5"},
-                  {"markers", ValueRule::Switch(), "on"},
-                  {"tags", ValueRule::Switch(), "on"},
-                  {"from", ValueRule::Position()},
-                  {"to", ValueRule::Position()}},
+         .keys = ExportKeys(""),
          .run = Export},
+        {.name = "export-regions",
+         .does = "Write each region, or each stretch between markers, to a file of its own",
+         .positional = {{"FOLDER", ValueRule::Path()}},
+         .keys = RegionKeys(),
+         .run = ExportAllRegions},
     };
 }
 

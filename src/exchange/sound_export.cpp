@@ -36,21 +36,32 @@ unsigned BitsBeforeWriting(const Sound& sound, EncodedDepth depth) {
     return sound.GetBits() > wanted ? wanted : sound.GetBits();
 }
 
-void EndRegionsWithSound(Sound& sound) {
-    const std::uint32_t frames = sound.GetFrameCount();
-    for (Marker& marker : sound.Markers().All())
-        if (marker.position <= frames)
-            marker.length = std::min(marker.length, frames - marker.position);
+// The markers inside the part, with regions that end with it.
+MarkerList MarkersOfPart(const Sound& sound, const FrameRange& frames) {
+    MarkerList markers = sound.Markers();
+    const bool reachesEnd = frames.end == sound.GetFrameCount();
+    std::erase_if(markers.All(), [&](const Marker& marker) {
+        const bool isBehind =
+            marker.position > frames.end || (marker.position == frames.end && !reachesEnd);
+        return marker.position < frames.start || isBehind;
+    });
+    for (Marker& marker : markers.All()) {
+        marker.length = std::min(marker.length, frames.end - marker.position);
+        marker.position -= frames.start;
+        marker.sampleOffset = marker.position;
+    }
+    return markers;
 }
 
 // The part that is written, in the depth in which it is.
 Result<Sound> PartOf(const Sound& sound, const FrameRange& frames, unsigned bits) {
-    Result<Sound> part = sound.Copy();
-    if (!part) return part;
-    part->RemoveFrames(frames.end, part->GetFrameCount());
-    part->RemoveFrames(0, frames.start);
-    EndRegionsWithSound(*part);
-    if (bits != part->GetBits() && !part->ConvertBits(bits)) return Failed(failure::kMemory);
+    const std::uint64_t start = sound.ByteOffset(frames.start);
+    const auto bytes = sound.Bytes().subspan(start, sound.ByteOffset(frames.end) - start);
+    SoundBuffer samples;
+    if (!bytes.empty() && !samples.AllocBuffer(bytes.size())) return Failed(failure::kMemory);
+    std::ranges::copy(bytes, samples.Data());
+    Sound part(sound.GetFormat(), std::move(samples), MarkersOfPart(sound, frames));
+    if (bits != part.GetBits() && !part.ConvertBits(bits)) return Failed(failure::kMemory);
     return part;
 }
 
@@ -60,6 +71,12 @@ std::optional<SoundFileKind> ExportKindOf(std::string_view name) {
     for (const auto& known : kNames)
         if (known.name == name) return known.kind;
     return std::nullopt;
+}
+
+std::string_view ExportNameOf(SoundFileKind kind) {
+    for (const auto& known : kNames)
+        if (known.kind == kind) return known.name;
+    return {};
 }
 
 std::optional<SoundFileKind> ExportKindOf(const std::filesystem::path& path) {

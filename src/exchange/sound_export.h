@@ -30,6 +30,8 @@ struct ExportChoice {
 // By the short name of the kind, which is its usual extension without the dot, in small letters;
 // "aif" and "snd" stand for the files that they name, too. Nothing for other names.
 std::optional<SoundFileKind> ExportKindOf(std::string_view name);
+// That name; empty for kinds that cannot be exported.
+std::string_view ExportNameOf(SoundFileKind kind);
 // By what stands behind the last dot of the name, in letters of either case.
 std::optional<SoundFileKind> ExportKindOf(const std::filesystem::path& path);
 
