@@ -108,7 +108,7 @@ template <class Real>
     }
 }
 
-// All stages, from `stage.in` to and fro; tells where the result lies.
+// All stages, from `stage.in` back and forth; tells where the result lies.
 SONAVEL_VECTOR_CLONES
 bool TransformAll(Stage stage) {
     bool isInFirst = true;

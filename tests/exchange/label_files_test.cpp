@@ -18,26 +18,26 @@ Labels Read(LabelFormat format, std::string_view text) {
     return labels ? *std::move(labels) : Labels{};
 }
 
-const Labels kLabels = {
+const Labels kThreeLabels = {
     {0, 0, "Start"}, {44100, 22050, "a, \"b\" & <c>"}, {2646000 * 61ull + 588, 0, "\xED\x95\x9C"}};
 
 TEST(LabelFilesTest, WritesEachFormatToTheLetter) {
     const LabelledSound sound{kRate, "a \"b\".wav"};
-    EXPECT_EQ(WriteLabels(LabelFormat::kLabelTrack, kLabels, sound),
+    EXPECT_EQ(WriteLabels(LabelFormat::kLabelTrack, kThreeLabels, sound),
               "0.000000\t0.000000\tStart\n"
               "1.000000\t1.500000\ta, \"b\" & <c>\n"
               "3660.013333\t3660.013333\t\xED\x95\x9C\n");
-    EXPECT_EQ(WriteLabels(LabelFormat::kTable, kLabels, sound),
+    EXPECT_EQ(WriteLabels(LabelFormat::kTable, kThreeLabels, sound),
               "name,start,end\n"
               "Start,0.000000,0.000000\n"
               "\"a, \"\"b\"\" & <c>\",1.000000,1.500000\n"
               "\xED\x95\x9C,3660.013333,3660.013333\n");
-    EXPECT_EQ(WriteLabels(LabelFormat::kCaptions, kLabels, sound),
+    EXPECT_EQ(WriteLabels(LabelFormat::kCaptions, kThreeLabels, sound),
               "WEBVTT\n\n"
               "00:00:00.000 --> 00:00:00.001\nStart\n\n"
               "00:00:01.000 --> 00:00:01.500\na, \"b\" &amp; &lt;c&gt;\n\n"
               "01:01:00.013 --> 01:01:00.014\n\xED\x95\x9C\n\n");
-    EXPECT_EQ(WriteLabels(LabelFormat::kCueSheet, kLabels, sound),
+    EXPECT_EQ(WriteLabels(LabelFormat::kCueSheet, kThreeLabels, sound),
               "FILE \"a 'b'.wav\" WAVE\n"
               "  TRACK 01 AUDIO\n    TITLE \"Start\"\n    INDEX 01 00:00:00\n"
               "  TRACK 02 AUDIO\n    TITLE \"a, 'b' & <c>\"\n    INDEX 01 00:01:00\n"
@@ -46,17 +46,17 @@ TEST(LabelFilesTest, WritesEachFormatToTheLetter) {
 
 TEST(LabelFilesTest, WhatIsWrittenComesBack) {
     for (const LabelFormat format : {LabelFormat::kLabelTrack, LabelFormat::kTable})
-        EXPECT_EQ(Read(format, WriteLabels(format, kLabels, {kRate, ""})), kLabels);
-    Labels captions = kLabels;
+        EXPECT_EQ(Read(format, WriteLabels(format, kThreeLabels, {kRate, ""})), kThreeLabels);
+    Labels captions = kThreeLabels;
     captions[2].startFrame = 2646000 * 61ull + 573;  // 13 ms
-    EXPECT_EQ(
-        Read(LabelFormat::kCaptions, WriteLabels(LabelFormat::kCaptions, kLabels, {kRate, ""})),
-        captions);
-    Labels cues = kLabels;
+    EXPECT_EQ(Read(LabelFormat::kCaptions,
+                   WriteLabels(LabelFormat::kCaptions, kThreeLabels, {kRate, ""})),
+              captions);
+    Labels cues = kThreeLabels;
     cues[1] = {44100, 0, "a, 'b' & <c>"};
-    EXPECT_EQ(
-        Read(LabelFormat::kCueSheet, WriteLabels(LabelFormat::kCueSheet, kLabels, {kRate, ""})),
-        cues);
+    EXPECT_EQ(Read(LabelFormat::kCueSheet,
+                   WriteLabels(LabelFormat::kCueSheet, kThreeLabels, {kRate, ""})),
+              cues);
 }
 
 TEST(LabelFilesTest, ReadsWhatOtherProgramsWrite) {
@@ -125,9 +125,9 @@ TEST(LabelFilesTest, NamesTheLineThatIsWrong) {
 
 TEST(LabelFilesTest, FilesGoByTheirExtension) {
     const TemporaryFolder folder;
-    ASSERT_TRUE(WriteLabelFile(folder / "a.CSV", kLabels, {kRate, ""}));
-    EXPECT_EQ(*ReadLabelFile(folder / "a.CSV", kRate), kLabels);
-    EXPECT_FALSE(WriteLabelFile(folder / "a.srt", kLabels, {kRate, ""}));
+    ASSERT_TRUE(WriteLabelFile(folder / "a.CSV", kThreeLabels, {kRate, ""}));
+    EXPECT_EQ(*ReadLabelFile(folder / "a.CSV", kRate), kThreeLabels);
+    EXPECT_FALSE(WriteLabelFile(folder / "a.srt", kThreeLabels, {kRate, ""}));
     EXPECT_FALSE(ReadLabelFile(folder / "none.txt", kRate));
     EXPECT_EQ(folder.FileCount(), 1u);
 }

@@ -45,7 +45,8 @@ TEST(RegionExportTest, NamesFollowThePattern) {
     const struct {
         const char* pattern;
         const char* word;
-    } refused[] = {{"{nmae}", "nmae"}, {"all", "{number}"}, {"", "name"}, {"../{number}", "name"}};
+    } refused[] = {
+        {"{colour}", "colour"}, {"all", "{number}"}, {"", "name"}, {"../{number}", "name"}};
     for (const auto& one : refused) {
         const auto names = PartFileNames(one.pattern, parts, "t");
         EXPECT_FALSE(names) << one.pattern;

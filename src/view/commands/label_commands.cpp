@@ -69,7 +69,8 @@ Outcome ImportMarkers(CSoundView& view, const std::filesystem::path& path) try {
     SoundExtras read;
     read.markers = *std::move(labels);
     MarkerList markers = view.Sound().Markers();
-    for (const Marker& marker : MarkersOf(read, view.FrameCount()).All())
+    const MarkerList added = MarkersOf(read, view.FrameCount());
+    for (const Marker& marker : added.All())
         if (!HasMarker(view.Sound().Markers(), marker))
             markers.Add(marker.position, marker.name, marker.length);
     PutMarkers(view, std::move(markers));
