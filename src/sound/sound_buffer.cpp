@@ -1,5 +1,6 @@
 #include "sound/sound_buffer.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -58,6 +59,40 @@ bool SoundBuffer::CopyFrom(const SoundBuffer& other) {
     if (!AllocBuffer(other.size_)) return false;
     if (size_) std::memcpy(data_, other.data_, size_);
     return true;
+}
+
+bool SoundBuffer::ExchangePiece(std::size_t start, std::size_t length, SoundBuffer& piece) {
+    if (length == size_) {
+        std::swap(data_, piece.data_);
+        std::swap(size_, piece.size_);
+        return true;
+    }
+    const std::size_t common = std::min(length, piece.size_);
+    if (piece.size_ > common) {
+        if (!TakeIn(start + common, std::as_const(piece).Bytes().subspan(common))) return false;
+        piece.ReAllocBuffer(common);
+    } else if (!GiveTo(piece, start + common, length - common)) {
+        return false;
+    }
+    if (common > 0) std::swap_ranges(data_ + start, data_ + start + common, piece.data_);
+    return true;
+}
+
+bool SoundBuffer::TakeIn(std::size_t at, std::span<const std::uint8_t> bytes) {
+    const std::size_t behind = size_ - at;
+    if (!ReAllocBuffer(size_ + bytes.size())) return false;
+    std::memmove(data_ + at + bytes.size(), data_ + at, behind);
+    std::memcpy(data_ + at, bytes.data(), bytes.size());
+    return true;
+}
+
+bool SoundBuffer::GiveTo(SoundBuffer& piece, std::size_t at, std::size_t length) {
+    if (length == 0) return true;
+    const std::size_t end = piece.size_;
+    if (!piece.ReAllocBuffer(end + length)) return false;
+    std::memcpy(piece.data_ + end, data_ + at, length);
+    std::memmove(data_ + at, data_ + at + length, size_ - at - length);
+    return ReAllocBuffer(size_ - length);
 }
 
 void SoundBuffer::FreeBuffer() {

@@ -25,6 +25,10 @@ class SoundBuffer {
     bool ReAllocBuffer(std::size_t bytes);
     // Makes this an equal block of its own. On failure nothing changes.
     bool CopyFrom(const SoundBuffer& other);
+    // Puts `piece` in the place of the `length` bytes from `start` on, which must be there, and
+    // these into `piece`. Costs what is exchanged and the moving of what lies behind it; of whole
+    // blocks nothing. On failure nothing changes.
+    bool ExchangePiece(std::size_t start, std::size_t length, SoundBuffer& piece);
     void FreeBuffer();
 
     std::size_t Size() const { return size_; }
@@ -35,6 +39,8 @@ class SoundBuffer {
 
   private:
     bool Take(void* block, std::size_t bytes);
+    bool TakeIn(std::size_t at, std::span<const std::uint8_t> bytes);
+    bool GiveTo(SoundBuffer& piece, std::size_t at, std::size_t length);
 
     std::uint8_t* data_ = nullptr;
     std::size_t size_ = 0;

@@ -65,22 +65,28 @@ bool Sound::ConvertChannels(unsigned channels, ChannelChoice choice) {
 }
 
 bool Sound::ConvertFormat(unsigned channels, ChannelChoice choice, unsigned bits) {
+    if (channels == format_.channels && bits == format_.bitsPerSample) return true;
+    Result<Sound> converted = Converted(channels, choice, bits);
+    if (!converted) return false;
+    format_ = converted->format_;
+    samples_ = std::move(converted->samples_);
+    return true;
+}
+
+Result<Sound> Sound::Converted(unsigned channels, ChannelChoice choice, unsigned bits) const {
     const bool newChannels = channels != format_.channels;
     PcmFormat format = format_;
     SoundBuffer between, converted;
     if (newChannels) {
-        if (!MakeChannels(format, samples_, channels, choice, between)) return false;
+        if (!MakeChannels(format, samples_, channels, choice, between))
+            return Failed(failure::kMemory);
         format = WithChannels(format, channels);
     }
-    if (bits != format.bitsPerSample) {
-        if (!MakeBits(format, newChannels ? between : samples_, bits, converted)) return false;
-        samples_ = std::move(converted);
-        format = WithBits(format, bits);
-    } else if (newChannels) {
-        samples_ = std::move(between);
-    }
-    format_ = format;
-    return true;
+    if (!newChannels && bits == format.bitsPerSample) return Copy();
+    if (bits == format.bitsPerSample) return Sound(format, std::move(between), markers_);
+    if (!MakeBits(format, newChannels ? between : samples_, bits, converted))
+        return Failed(failure::kMemory);
+    return Sound(WithBits(format, bits), std::move(converted), markers_);
 }
 
 }  // namespace sonavel
