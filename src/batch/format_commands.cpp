@@ -3,45 +3,35 @@
 
 #include "batch/batch_session.h"
 #include "batch/command_rows.h"
-#include "platform/failure_texts.h"
+#include "document/edit_operations.h"
 
 namespace sonavel::batch {
 namespace {
 
-// Runs a change of format as one edit. A change to the format that the sound has is no edit.
-template <class Change>
-Outcome ChangeFormat(BatchSession& session, bool hasItAlready, const Change& change) {
-    if (hasItAlready) return Done();
+Outcome SetRate(BatchSession& session, const Arguments& words) {
+    const auto rate = static_cast<std::uint32_t>(words.Whole("RATE"));
     CSoundDoc& document = session.Document();
-    Result<SoundEdit> edit = document.BeginEdit("Copy Sample");
+    // A change to the rate that the sound has is no edit.
+    if (document.Sound().GetSamplesPerSecond() == rate) return Done();
+    Result<SoundEdit> edit = document.BeginEdit("Copy Sample", ReplacesFormat());
     if (!edit) return edit.Ended();
-    if (!change(document.Sound())) return Failed(failure::kMemory);
+    document.Sound().SetRate(rate);
     edit->Commit(0);
     return Done();
 }
 
-Outcome SetRate(BatchSession& session, const Arguments& words) {
-    const auto rate = static_cast<std::uint32_t>(words.Whole("RATE"));
-    const bool same = session.Document().Sound().GetSamplesPerSecond() == rate;
-    return ChangeFormat(session, same, [rate](CWave& sound) {
-        sound.SetRate(rate);
-        return true;
-    });
-}
-
 Outcome ConvertBits(BatchSession& session, const Arguments& words) {
     const auto bits = static_cast<unsigned>(std::stoul(words.Text("BITS")));
-    const bool same = session.Document().Sound().GetBits() == bits;
-    return ChangeFormat(session, same, [bits](CWave& sound) { return sound.ConvertBits(bits); });
+    CSoundDoc& document = session.Document();
+    return edit::ConvertFormat(document, document.Sound().GetChannels(), ChannelChoice::kBothOrMix,
+                               bits);
 }
 
 Outcome ConvertChannels(BatchSession& session, const Arguments& words) {
     const unsigned channels = words.Text("CHANNELS") == "1" ? 1 : 2;
     const auto choice = static_cast<ChannelChoice>(words.Whole("mode"));
-    const bool same = session.Document().Sound().GetChannels() == channels;
-    return ChangeFormat(session, same, [channels, choice](CWave& sound) {
-        return sound.ConvertChannels(channels, choice);
-    });
+    CSoundDoc& document = session.Document();
+    return edit::ConvertFormat(document, channels, choice, document.Sound().GetBits());
 }
 
 }  // namespace

@@ -15,7 +15,8 @@ namespace {
 constexpr std::string_view kNoSelection = "Nothing is selected.";
 
 Result<EditSelection> RemoveSelection(CSoundDoc& document, const EditSelection& at) {
-    Result<SoundEdit> edit = document.BeginEdit("Source Sample");
+    Result<SoundEdit> edit =
+        document.BeginEdit("Source Sample", ReplacesFrames(at.startFrame, at.endFrame));
     if (!edit) return edit.Ended();
     if (!document.Sound().RemoveFrames(at.startFrame, at.endFrame)) return Failed(failure::kMemory);
     edit->Commit(at.startFrame);
@@ -37,6 +38,10 @@ bool Repeat(const ClipRecord& clip, std::uint32_t count, SoundBuffer& repeated) 
 bool InsertInPlaceOf(CWave& sound, const EditSelection& at, std::span<const std::uint8_t> bytes) {
     if (at.IsEmpty()) return sound.InsertFrames(at.cursorFrame, bytes);
     return sound.InsertFrames(at.endFrame, bytes) && sound.RemoveFrames(at.startFrame, at.endFrame);
+}
+
+EditPlan PlanOfPaste(const EditSelection& at) {
+    return at.IsEmpty() ? InsertsAt(at.cursorFrame) : ReplacesFrames(at.startFrame, at.endFrame);
 }
 
 // Fills `target` with repetitions of the clip, doubling what is there already.
@@ -79,7 +84,8 @@ Result<EditSelection> OverwriteSelection(CSoundDoc& document, const ClipRecord& 
         document.Services().prompts.ShowMessage(kTooSmall);
         return Failed(kTooSmall);
     }
-    Result<SoundEdit> edit = document.BeginUnrecordedEdit();
+    Result<SoundEdit> edit =
+        document.BeginUnrecordedEdit(ReplacesFrames(at.startFrame, at.endFrame));
     if (!edit) return edit.Ended();
     Fill(sound.MutableBytes().subspan(start, bytes), clip.Bytes());
     edit->Commit(at.startFrame);
@@ -121,7 +127,7 @@ Result<EditSelection> Paste(CSoundDoc& document, const ClipRecord& clip,
     if (Outcome fits = CheckClip(sound, clip); !fits) return fits;
     if (count == 0 || count > kHighestReplicateCount)
         return Failed("The clip can be pasted 1 to 1000 times at once.");
-    Result<SoundEdit> edit = document.BeginEdit("Copy Sample");
+    Result<SoundEdit> edit = document.BeginEdit("Copy Sample", PlanOfPaste(at));
     if (!edit) return edit.Ended();
 
     SoundBuffer repeated;
@@ -156,13 +162,25 @@ Result<EditSelection> PasteBlockCopy(CSoundDoc& document, const ClipRecord& clip
     return OverwriteSelection(document, clip, at, OverwriteExtent::kWholeClips);
 }
 
+Outcome ConvertFormat(CSoundDoc& document, unsigned channels, ChannelChoice choice, unsigned bits) {
+    const CWave& sound = document.Sound();
+    if (channels == sound.GetChannels() && bits == sound.GetBits()) return Done();
+    Result<Sound> converted = Converted(sound, channels, choice, bits);
+    if (!converted) return converted.Ended();
+    Result<SoundEdit> edit = document.BeginReplacement("Copy Sample");
+    if (!edit) return edit.Ended();
+    edit->ReplaceSound(std::move(*converted));
+    edit->Commit(0);
+    return Done();
+}
+
 Outcome ReplaceWithClip(CSoundDoc& document, const ClipRecord& clip) {
     if (!clip.present) return Failed("There is no sound on the clipboard.");
     Result<Sound> copy = clip.Copy();
     if (!copy) return copy.Ended();
-    Result<SoundEdit> edit = document.BeginUnrecordedEdit();
+    Result<SoundEdit> edit = document.BeginUnrecordedReplacement();
     if (!edit) return edit.Ended();
-    document.Sound().Adopt(std::move(*copy));
+    edit->ReplaceSound(std::move(*copy));
     edit->Commit(0);
     return Done();
 }

@@ -53,6 +53,11 @@ Result<EditSelection> PasteBlockCopy(CSoundDoc& document, const ClipRecord& clip
 // Makes the clip, with its own format, the whole sound. No undo step: the document is a new one.
 Outcome ReplaceWithClip(CSoundDoc& document, const ClipRecord& clip);
 
+// --- The format of the whole sound
+
+// Channels and bits as one edit; none where the sound has them already.
+Outcome ConvertFormat(CSoundDoc& document, unsigned channels, ChannelChoice choice, unsigned bits);
+
 // --- Mixing a prepared clip
 
 // Gains are factors (1 is 100 percent), clamped to +-1000. With a selection the mix covers it and

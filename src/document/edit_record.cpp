@@ -77,9 +77,9 @@ bool Fits(const EditRecord& record, const Sound& sound) {
 Outcome Exchange(EditRecord& record, Sound& sound) {
     if (!Fits(record, sound)) return Failed("The record does not fit the sound.");
     if (record.reach != EditReach::kMarkers) {
-        if (!sound.ExchangeBytes(record.startByte, record.bytesThere, record.samples))
+        if (!ExchangePiece(sound, record.startByte, record.bytesThere, record.samples,
+                           record.format))
             return Failed(failure::kMemory);
-        record.format = sound.ExchangeFormat(record.format);
         std::swap(record.bytesThere, record.bytesKept);
     }
     std::swap(record.markers, sound.Markers());

@@ -31,9 +31,9 @@ struct EditRecord {
     std::uint64_t bytesKept = 0;
     // Of the state that the sound does not show: its `bytesKept` bytes, or none while they lie
     // elsewhere or nobody needs them; its format (not kMarkers), and all its markers.
-    SoundBuffer samples;
-    PcmFormat format;
-    MarkerList markers;
+    SoundBuffer samples = {};
+    PcmFormat format = {};
+    MarkerList markers = {};
 };
 
 // What an edit is about to replace. An insertion replaces the empty range at its frame.

@@ -103,20 +103,36 @@ void MixBytes(CWave& sound, const ClipRecord& clip, const MixRange& range, const
 // its end, also where a selection has less of it processed.
 enum class Growth { kProcessedRange, kWholeClip };
 
-// Nothing when the sound cannot grow.
-std::optional<MixRange> MakeRoom(CWave& sound, const ClipRecord& clip, const EditSelection& at,
-                                 Growth growth) {
+// In frames, 64-bit, because the sum may be more than a sound can hold.
+struct MixFrames {
+    std::uint64_t start = 0;
+    std::uint64_t end = 0;   // of what is processed
+    std::uint64_t held = 0;  // up to where the sound grows, unless it is longer
+};
+
+MixFrames FramesOfMix(const ClipRecord& clip, const EditSelection& at, Growth growth) {
     const bool selected = !at.IsEmpty();
     const std::uint64_t start = selected ? at.startFrame : at.cursorFrame;
-    const std::uint64_t frames = selected ? at.Frames() : clip.GetFrameCount();
-    const std::uint64_t held = growth == Growth::kWholeClip
-                                   ? std::max<std::uint64_t>(frames, clip.GetFrameCount())
-                                   : frames;
-    const std::size_t startByte = start * sound.GetBlockAlign();
+    const std::uint64_t end = start + (selected ? at.Frames() : clip.GetFrameCount());
+    const bool whole = growth == Growth::kWholeClip;
+    return {start, end, whole ? std::max(end, start + clip.GetFrameCount()) : end};
+}
+
+EditPlan PlanOfMix(const CWave& sound, const MixFrames& frames) {
+    const std::uint64_t count = sound.GetFrameCount();
+    // Where the sound grows, everything up to its end is part of the change.
+    const std::uint64_t end = frames.held > count ? count : frames.end;
+    return ReplacesFrames(static_cast<std::uint32_t>(frames.start),
+                          static_cast<std::uint32_t>(end));
+}
+
+// Nothing when the sound cannot grow.
+std::optional<MixRange> MakeRoom(CWave& sound, const MixFrames& frames) {
+    const std::size_t startByte = frames.start * sound.GetBlockAlign();
     const std::size_t oldBytes = sound.GetDataSize() - startByte;
-    const std::size_t bytes = frames * sound.GetBlockAlign();
-    if (startByte + held * sound.GetBlockAlign() > MostSoundBytes(sound.GetFormat()) ||
-        !sound.GrowWithSilence(static_cast<std::uint32_t>(start + held)))
+    const std::size_t bytes = (frames.end - frames.start) * sound.GetBlockAlign();
+    if (frames.held * sound.GetBlockAlign() > MostSoundBytes(sound.GetFormat()) ||
+        !sound.GrowWithSilence(static_cast<std::uint32_t>(frames.held)))
         return std::nullopt;
     return MixRange{startByte, bytes, std::min(oldBytes, bytes)};
 }
@@ -128,9 +144,10 @@ Result<EditSelection> RunMix(CSoundDoc& document, const ClipRecord& clip,
     CWavePlayer& sound = document.Sound();
     EditSelection at = ClampedTo(sound, requested);
     if (Outcome fits = CheckClip(sound, clip); !fits) return fits;
-    Result<SoundEdit> edit = document.BeginEdit("Copy Sample");
+    const MixFrames frames = FramesOfMix(clip, at, growth);
+    Result<SoundEdit> edit = document.BeginEdit("Copy Sample", PlanOfMix(sound, frames));
     if (!edit) return edit.Ended();
-    const std::optional<MixRange> range = MakeRoom(sound, clip, at, growth);
+    const std::optional<MixRange> range = MakeRoom(sound, frames);
     if (!range) return Failed(failure::kMemory);
     mix(sound, *range);
     if (!at.IsEmpty()) at.cursorFrame = at.startFrame;

@@ -67,66 +67,13 @@ void CSoundDoc::NotifyChanged(std::uint32_t firstChangedFrame) {
     TellTitleOrModified();
 }
 
-void CSoundDoc::ForgetHistory() {
-    history_.Clear();
-    markersBefore_.reset();
-}
-
-// --- Edits
-
-Result<SoundEdit> CSoundDoc::BeginEdit(std::string_view stepName) {
-    if (!options_.saveUndo || sound_.IsRecording()) return BeginUnrecordedEdit();
-    auto copy = sound_.Copy();
-    if (!copy &&
-        !services_.prompts.AskOkCancel("There is not enough memory for an undo step.\n"
-                                       "Go on without one? This edit cannot be undone then.",
-                                       "Sonavel"))
-        return Failed("There is not enough memory for an undo step.");
-    Result<SoundEdit> edit = BeginUnrecordedEdit();
-    if (!edit || !copy) return edit;
-    return SoundEdit(*this, UndoStep{.name = std::string(stepName), .sound = std::move(*copy)});
-}
-
-Result<SoundEdit> CSoundDoc::BeginUnrecordedEdit() {
-    // What is recorded has the format that the sound had at the start.
-    if (sound_.IsRecording()) return Failed("The sound cannot be changed while recording.");
-    EndMarkerEdit();
-    StopPlaying();
-    return SoundEdit(*this, std::nullopt);
-}
-
-bool CSoundDoc::CanUndo() const {
-    return options_.saveUndo && !sound_.IsRecording() && history_.CanUndo();
-}
-
-bool CSoundDoc::CanRedo() const {
-    return options_.saveUndo && !sound_.IsRecording() && history_.CanRedo();
-}
-
-Outcome CSoundDoc::Undo() {
-    EndMarkerEdit();
-    if (!CanUndo()) return Failed("There is nothing to undo.");
-    StopPlaying();
-    history_.Undo(sound_);
-    NotifyChanged(0);
-    return Done();
-}
-
-Outcome CSoundDoc::Redo() {
-    EndMarkerEdit();
-    if (!CanRedo()) return Failed("There is nothing to redo.");
-    StopPlaying();
-    history_.Redo(sound_);
-    NotifyChanged(0);
-    return Done();
-}
-
 // --- Recording
 
 Outcome CSoundDoc::StartRecording() {
     if (sound_.IsRecording()) return Failed("Recording is under way.");
     // An empty sound is no state to go back to.
-    Result<SoundEdit> edit = sound_.HasData() ? BeginEdit("Copy Sample") : BeginUnrecordedEdit();
+    Result<SoundEdit> edit = sound_.HasData() ? BeginEdit("Copy Sample", InsertsAt(0))
+                                              : BeginUnrecordedEdit(InsertsAt(0));
     if (!edit) return edit.Ended();
     sound_.SetLastError("");
     if (!sound_.StartRecording()) return FailedAsSound("Recording could not be started.");
@@ -140,7 +87,7 @@ Outcome CSoundDoc::StopRecording(std::uint32_t cursorFrame) {
     cursorFrame = std::min(cursorFrame, sound_.GetFrameCount());
     EndMarkerEdit();
     std::optional<SoundEdit> edit = std::exchange(recordingEdit_, std::nullopt);
-    if (edit) edit->TakeMarkers();
+    if (edit) edit->PlanAnew(InsertsAt(cursorFrame));
     TellWaiting(DocumentObserver::Waiting::kBegins);
     const bool recorded = sound_.StopRecording(cursorFrame);
     TellWaiting(DocumentObserver::Waiting::kEnds);

@@ -13,6 +13,7 @@
 #include "audio/wave_player.h"
 #include "document/document_options.h"
 #include "document/document_questions.h"
+#include "document/history_listener.h"
 #include "document/import_origin.h"
 #include "document/sound_edit.h"
 #include "document/undo_history.h"
@@ -110,12 +111,17 @@ class CSoundDoc {
 
     // --- Edits
 
-    // To be called before every edit: stops playing, and when undo is on copies the sound for the
-    // undo step of that name. Nothing while recording, or when the memory cannot be had and the
-    // person chose not to go on without undo.
-    Result<SoundEdit> BeginEdit(std::string_view stepName);
-    // Likewise for an edit that stores no step.
-    Result<SoundEdit> BeginUnrecordedEdit();
+    // To be called before every edit, with what it is going to replace: stops playing, and when
+    // undo is on keeps that for the undo step of that name. Nothing while recording, or when there
+    // is no room for it and the person chose not to go on without undo.
+    Result<SoundEdit> BeginEdit(std::string_view stepName,
+                                const EditPlan& plan = ReplacesEverything());
+    // Likewise for an edit that stores no step; the steps before it stay exact.
+    Result<SoundEdit> BeginUnrecordedEdit(const EditPlan& plan = ReplacesEverything());
+    // Likewise for edits that make another sound, whose SoundEdit::ReplaceSound() moves the old one
+    // into the step; copies nothing.
+    Result<SoundEdit> BeginReplacement(std::string_view stepName);
+    Result<SoundEdit> BeginUnrecordedReplacement();
     // Marks the sound modified and tells every observer that it changed from this frame on.
     void NotifyChanged(std::uint32_t firstChangedFrame);
 
@@ -125,6 +131,11 @@ class CSoundDoc {
     Outcome Redo();
     bool CanUndo() const;
     bool CanRedo() const;
+    // Hears of every change as the history keeps it; may be null.
+    void SetHistoryListener(HistoryListener* listener) { historyListener_ = listener; }
+    // Does once more what a record from elsewhere did, as an edit with a step of that name or, with
+    // an empty one, without: exchanges it with the sound. Fails where it does not fit.
+    Outcome ApplyRecord(std::string_view stepName, EditRecord record);
 
     // --- Markers
 
@@ -165,6 +176,16 @@ class CSoundDoc {
     void SetPreviewTitlePrefix(std::string_view prefix) { previewTitlePrefix_ = prefix; }
 
   private:
+    friend class SoundEdit;
+
+    enum class Samples { kCopied, kMovedLater };
+    Result<SoundEdit> MakeEdit(std::string_view stepName, const EditPlan& plan, Samples samples);
+    SoundEdit PlanEdit(SoundEdit::Storing storing, std::string stepName, const EditPlan& plan);
+    bool KeepFor(SoundEdit::Storing storing, StoredRecord& record);
+    void StoreInHistory(SoundEdit::Storing storing, std::string_view stepName, StoredRecord record);
+    void TellHistory(HistoryChange::Kind kind, std::string_view stepName = {},
+                     const EditRecord* record = nullptr);
+    void ShowGivenUpSteps();
     Outcome ReadFile(const std::filesystem::path& path, std::string_view extension);
     Outcome WriteFile(const std::filesystem::path& path, std::string_view extension);
     Outcome SaveLikeOrigin();
@@ -186,6 +207,7 @@ class CSoundDoc {
     ProfileText optionsText_;
     DocumentOptions options_;
     UndoHistory history_;
+    HistoryListener* historyListener_ = nullptr;
     CWavePlayer sound_;
     CWavePlayer preview_;
     std::string previewTitlePrefix_;

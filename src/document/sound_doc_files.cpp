@@ -1,4 +1,5 @@
 // How a document comes into being and how it is saved: New, Open, Save and Save As.
+#include "document/edit_operations.h"
 #include "document/sound_doc.h"
 #include "platform/code_page_949.h"
 #include "platform/failure_texts.h"
@@ -97,13 +98,7 @@ Outcome CSoundDoc::SaveAs(const SaveAsChoice& choice) {
 }
 
 Outcome CSoundDoc::ConvertForSave(const SaveAsChoice& choice) {
-    if (choice.channels == sound_.GetChannels() && choice.bits == sound_.GetBits()) return Done();
-    Result<SoundEdit> edit = BeginEdit("Copy Sample");
-    if (!edit) return edit.Ended();
-    if (!sound_.ConvertFormat(choice.channels, ChannelChoice::kBothOrMix, choice.bits))
-        return Failed(failure::kMemory);
-    edit->Commit(0);
-    return Done();
+    return edit::ConvertFormat(*this, choice.channels, ChannelChoice::kBothOrMix, choice.bits);
 }
 
 }  // namespace sonavel

@@ -37,6 +37,7 @@ void CSoundDoc::SetTag(std::string_view key, std::string_view value) {
         found->value = value;
     else
         extras_.tags.push_back({std::string(key), std::string(value)});
+    if (historyListener_) historyListener_->OnTagsChanged(extras_.tags);
     SetModified(true);
 }
 

@@ -15,12 +15,11 @@ void CSoundDoc::SetMarkers(MarkerList markers, MarkerEditing editing) {
 void CSoundDoc::EndMarkerEdit() {
     std::optional<MarkerList> before = std::exchange(markersBefore_, std::nullopt);
     if (!before || *before == sound_.Markers()) return;
-    if (options_.saveUndo)
-        history_.Add({.name = "Marker",
-                      .sound = {{}, {}, std::move(*before)},
-                      .holds = UndoStep::Holds::kMarkers});
-    else
-        history_.DiscardRedo();
+    const SoundEdit::Storing storing =
+        options_.saveUndo ? SoundEdit::Storing::kStep : SoundEdit::Storing::kNoStep;
+    EditRecord record{.reach = EditReach::kMarkers};
+    record.markers = std::move(*before);
+    StoreInHistory(storing, "Marker", std::move(record));
     SetModified(true);
 }
 

@@ -6,20 +6,36 @@
 
 namespace sonavel {
 
-SoundEdit::SoundEdit(CSoundDoc& document, std::optional<UndoStep> step)
-    : document_(&document), step_(std::move(step)) {}
+SoundEdit::SoundEdit(CSoundDoc& document, Storing storing, std::string stepName,
+                     StoredRecord record)
+    : document_(&document),
+      storing_(storing),
+      stepName_(std::move(stepName)),
+      stored_(std::move(record)),
+      bytesBefore_(document.Sound().GetDataSize()) {}
 
-void SoundEdit::Commit(std::uint32_t firstChangedFrame) {
-    UndoHistory& history = document_->History();
-    if (step_)
-        history.Add(std::move(*step_));
-    else
-        history.DiscardRedo();
-    document_->NotifyChanged(firstChangedFrame);
+void SoundEdit::ReplaceSound(Sound&& result) {
+    Sound before = document_->Sound().Exchange(std::move(result));
+    PcmFormat none;
+    ExchangePiece(before, 0, before.GetDataSize(), stored_.Record().samples, none);
 }
 
-void SoundEdit::TakeMarkers() {
-    if (step_) step_->sound.Markers() = document_->Sound().Markers();
+void SoundEdit::PlanAnew(const EditPlan& plan) {
+    *this = document_->PlanEdit(storing_, std::move(stepName_), plan);
+}
+
+void SoundEdit::TakeBack() {
+    CWave& sound = document_->Sound();
+    EditRecord& record = stored_.Record();
+    NoteResult(record, bytesBefore_, sound);
+    if (stored_.MoveIntoMemory() && Fits(record, sound)) [[maybe_unused]]
+        const Outcome back = Exchange(record, sound);
+}
+
+void SoundEdit::Commit(std::uint32_t firstChangedFrame) {
+    NoteResult(stored_.Record(), bytesBefore_, document_->Sound());
+    document_->StoreInHistory(storing_, stepName_, std::move(stored_));
+    document_->NotifyChanged(firstChangedFrame);
 }
 
 }  // namespace sonavel

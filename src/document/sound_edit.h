@@ -2,9 +2,9 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
+#include <string>
 
-#include "document/undo_history.h"
+#include "document/stored_record.h"
 
 namespace sonavel {
 
@@ -15,19 +15,32 @@ class CSoundDoc;
 // the modified mark are left.
 class SoundEdit {
   public:
-    // Without a step where undo is off and for edits that store none.
-    SoundEdit(CSoundDoc& document, std::optional<UndoStep> step);
+    enum class Storing {
+        kStep,           // becomes an undo step
+        kNoStep,         // keeps the steps before it exact
+        kEndsTheHistory  // no step, and those before it could not be taken back exactly
+    };
+    // What was before is kept in the record as far as the history needs it.
+    SoundEdit(CSoundDoc& document, Storing storing, std::string stepName, StoredRecord record);
 
-    // The sound has changed from this frame on: stores the step, discards what could be redone,
-    // marks the sound modified and tells the document's observers. Once.
+    // Puts another sound in the place of the document's, whose samples move into the record. Only
+    // for an edit that replaces everything.
+    void ReplaceSound(Sound&& result);
+    // Of an edit that has changed nothing yet: it is about to replace this, and markers that
+    // changed since it began belong to steps of their own.
+    void PlanAnew(const EditPlan& plan);
+    // Gives the sound back as it was before the edit, as far as its samples were kept.
+    void TakeBack();
+    // The sound has changed from this frame on, within what was planned: stores the step, discards
+    // what could be redone, marks the sound modified and tells the document's observers. Once.
     void Commit(std::uint32_t firstChangedFrame);
-    // Markers that changed since the edit began belong to steps of their own; this one keeps those
-    // that the sound has now.
-    void TakeMarkers();
 
   private:
     CSoundDoc* document_;
-    std::optional<UndoStep> step_;
+    Storing storing_;
+    std::string stepName_;
+    StoredRecord stored_;
+    std::uint64_t bytesBefore_;
 };
 
 }  // namespace sonavel

@@ -57,7 +57,7 @@ Outcome EffectRunner::Apply() {
 
 Result<SoundEdit> EffectRunner::Begin() {
     if (!document_.Sound().HasData()) return Failed(kEmptySound);
-    return document_.BeginEdit("Copy Sample");
+    return document_.BeginEdit("Copy Sample", ReplacesFrames(range_.start, range_.end));
 }
 
 void EffectRunner::End(SoundEdit& edit) {
@@ -91,7 +91,10 @@ Outcome EffectRunner::ChangeInPlace() {
     Result<SoundEdit> edit = Begin();
     if (!edit) return edit.Ended();
     Outcome outcome = Run([&](EffectPass& pass) { return pass.RunInPlace(document_.Sound()); });
-    if (outcome) End(*edit);
+    if (outcome)
+        End(*edit);
+    else
+        edit->TakeBack();
     return outcome;
 }
 

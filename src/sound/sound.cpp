@@ -155,6 +155,13 @@ bool Sound::GrowWithSilence(std::uint32_t frames) {
     return true;
 }
 
+bool ExchangePiece(Sound& sound, std::uint64_t start, std::uint64_t length, SoundBuffer& piece,
+                   PcmFormat& format) {
+    if (!sound.samples_.ExchangePiece(start, length, piece)) return false;
+    std::swap(sound.format_, format);
+    return true;
+}
+
 std::uint32_t FrameOfByte(const Sound& sound, std::uint64_t byte) {
     const std::uint64_t size = sound.GetDataSize(), align = sound.GetBlockAlign();
     if (size == 0 || align == 0) return 0;

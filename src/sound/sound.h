@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <span>
-#include <utility>
 
 #include "platform/outcome.h"
 #include "platform/user_prompts.h"
@@ -81,8 +80,6 @@ class Sound {
     bool ConvertChannels(unsigned channels, ChannelChoice choice);
     // Channels, then bits, as one change that comes about whole or not at all.
     bool ConvertFormat(unsigned channels, ChannelChoice choice, unsigned bits);
-    // The sound that ConvertFormat would make, another one than this; fails where it would.
-    Result<Sound> Converted(unsigned channels, ChannelChoice choice, unsigned bits) const;
 
     // --- Changes of content, which move the markers
 
@@ -94,22 +91,23 @@ class Sound {
     // Makes the sound longer by silence up to `frames`; never shorter.
     bool GrowWithSilence(std::uint32_t frames);
 
-    // --- Changes that leave the markers as they are
-
-    // Puts `piece` in the place of `length` bytes from `start` on, which must be there, and these
-    // into `piece`; moves what lies behind them and nothing else. False, with both as they were,
-    // when the memory cannot be had.
-    bool ExchangeBytes(std::uint64_t start, std::uint64_t length, SoundBuffer& piece) {
-        return samples_.ExchangePiece(start, length, piece);
-    }
-    // Puts another format on the samples as they lie there, and gives back the one they had.
-    PcmFormat ExchangeFormat(const PcmFormat& format) { return std::exchange(format_, format); }
-
   private:
+    friend bool ExchangePiece(Sound& sound, std::uint64_t start, std::uint64_t length,
+                              SoundBuffer& piece, PcmFormat& format);
+
     PcmFormat format_;
     SoundBuffer samples_;
     MarkerList markers_;
 };
+
+// Puts `piece` in the place of `length` bytes from `start` on, which must be there, and these into
+// `piece`; moves what lies behind them and nothing else. The formats are exchanged with it, the
+// markers stay as they are. False, with all as it was, when the memory cannot be had.
+bool ExchangePiece(Sound& sound, std::uint64_t start, std::uint64_t length, SoundBuffer& piece,
+                   PcmFormat& format);
+
+// What ConvertFormat would make of the sound, as another one; fails where it would.
+Result<Sound> Converted(const Sound& sound, unsigned channels, ChannelChoice choice, unsigned bits);
 
 // The frame that a byte of a sound belongs to: byte x frame count / data size; 0 for an empty
 // sound.

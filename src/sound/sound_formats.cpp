@@ -1,5 +1,7 @@
 // The changes of format of Sound: rate, bits and channels.
+#include <cstdint>
 #include <cstring>
+#include <span>
 #include <utility>
 
 #include "sound/sample_conversion.h"
@@ -18,30 +20,31 @@ PcmFormat WithChannels(const PcmFormat& format, unsigned channels) {
 }
 
 // Both: false when the format does not allow it or the memory cannot be had.
-bool MakeBits(const PcmFormat& format, const SoundBuffer& from, unsigned bits, SoundBuffer& to) {
+bool MakeBits(const PcmFormat& format, std::span<const std::uint8_t> from, unsigned bits,
+              SoundBuffer& to) {
     if (!IsEditable(format) || !IsSampleWidth(bits)) return false;
-    const std::uint64_t bytes = std::uint64_t{from.Size()} * bits / format.bitsPerSample;
+    const std::uint64_t bytes = std::uint64_t{from.size()} * bits / format.bitsPerSample;
     if (bytes > MostSoundBytes(WithBits(format, bits)) || !to.AllocBuffer(bytes)) return false;
     VisitSampleType(format.bitsPerSample, [&](auto before) {
         VisitSampleType(bits, [&](auto after) {
             using From = decltype(before);
             using To = decltype(after);
-            ConvertSamples<From, To>(SamplesOf<From>(from.Bytes()), SamplesOf<To>(to.Bytes()));
+            ConvertSamples<From, To>(SamplesOf<From>(from), SamplesOf<To>(to.Bytes()));
         });
     });
     return true;
 }
 
-bool MakeChannels(const PcmFormat& format, const SoundBuffer& from, unsigned channels,
+bool MakeChannels(const PcmFormat& format, std::span<const std::uint8_t> from, unsigned channels,
                   ChannelChoice choice, SoundBuffer& to) {
     if (!IsEditable(format) || (channels != 1 && channels != 2)) return false;
-    const std::uint64_t bytes = std::uint64_t{from.Size()} * channels / format.channels;
+    const std::uint64_t bytes = std::uint64_t{from.size()} * channels / format.channels;
     if (bytes > MostSoundBytes(WithChannels(format, channels)) || !to.AllocBuffer(bytes))
         return false;
     // A last sample that the file cut off has no counterpart in the loops below.
     if (bytes % 4 != 0) std::memset(to.Data() + bytes - bytes % 4, 0, bytes % 4);
     VisitSampleType(format.bitsPerSample, [&](auto type) {
-        const auto source = SamplesOf<decltype(type)>(from.Bytes());
+        const auto source = SamplesOf<decltype(type)>(from);
         const auto target = SamplesOf<decltype(type)>(to.Bytes());
         channels == 2 ? SpreadToStereo(source, target, choice) : FoldToMono(source, target, choice);
     });
@@ -66,27 +69,28 @@ bool Sound::ConvertChannels(unsigned channels, ChannelChoice choice) {
 
 bool Sound::ConvertFormat(unsigned channels, ChannelChoice choice, unsigned bits) {
     if (channels == format_.channels && bits == format_.bitsPerSample) return true;
-    Result<Sound> converted = Converted(channels, choice, bits);
+    Result<Sound> converted = Converted(*this, channels, choice, bits);
     if (!converted) return false;
     format_ = converted->format_;
     samples_ = std::move(converted->samples_);
     return true;
 }
 
-Result<Sound> Sound::Converted(unsigned channels, ChannelChoice choice, unsigned bits) const {
-    const bool newChannels = channels != format_.channels;
-    PcmFormat format = format_;
+Result<Sound> Converted(const Sound& sound, unsigned channels, ChannelChoice choice,
+                        unsigned bits) {
+    const bool newChannels = channels != sound.GetChannels();
+    if (!newChannels && bits == sound.GetBits()) return sound.Copy();
+    PcmFormat format = sound.GetFormat();
     SoundBuffer between, converted;
     if (newChannels) {
-        if (!MakeChannels(format, samples_, channels, choice, between))
+        if (!MakeChannels(format, sound.Bytes(), channels, choice, between))
             return Failed(failure::kMemory);
         format = WithChannels(format, channels);
     }
-    if (!newChannels && bits == format.bitsPerSample) return Copy();
-    if (bits == format.bitsPerSample) return Sound(format, std::move(between), markers_);
-    if (!MakeBits(format, newChannels ? between : samples_, bits, converted))
-        return Failed(failure::kMemory);
-    return Sound(WithBits(format, bits), std::move(converted), markers_);
+    if (bits == format.bitsPerSample) return Sound(format, std::move(between), sound.Markers());
+    const auto from = newChannels ? std::as_const(between).Bytes() : sound.Bytes();
+    if (!MakeBits(format, from, bits, converted)) return Failed(failure::kMemory);
+    return Sound(WithBits(format, bits), std::move(converted), sound.Markers());
 }
 
 }  // namespace sonavel

@@ -4,6 +4,7 @@
 #include <array>
 #include <new>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/failure_texts.h"
@@ -83,16 +84,34 @@ class Fitting {
     float factor_ = 1;
 };
 
-Outcome Store(CSoundDoc& document, FrameRange range, const Fitting& fitting, PairBuffer& output) {
-    Result<SoundEdit> edit = document.BeginEdit("Copy Sample");
-    if (!edit) return edit.Ended();
-    CWavePlayer& sound = document.Sound();
-    if (!sound.ConvertFormat(2, ChannelChoice::kBothOrMix, ComputedBits(sound.GetBits())))
-        return Failed(failure::kMemory);
+void WriteFitted(Sound& sound, FrameRange range, const Fitting& fitting, PairBuffer& output) {
     output.ForEachPart([&](std::uint32_t first, std::span<float> pairs) {
         fitting.Fit(pairs);
         WriteInterleaved(sound, range.start + first, pairs);
     });
+}
+
+Outcome StoreInPlace(CSoundDoc& document, FrameRange range, const Fitting& fitting,
+                     PairBuffer& output) {
+    Result<SoundEdit> edit =
+        document.BeginEdit("Copy Sample", ReplacesFrames(range.start, range.end));
+    if (!edit) return edit.Ended();
+    WriteFitted(document.Sound(), range, fitting, output);
+    document.ClearPreview();
+    edit->Commit(0);
+    return Done();
+}
+
+Outcome Store(CSoundDoc& document, FrameRange range, const Fitting& fitting, PairBuffer& output) {
+    const unsigned bits = ComputedBits(document.Sound().GetBits());
+    if (document.Sound().GetChannels() == 2 && document.Sound().GetBits() == bits)
+        return StoreInPlace(document, range, fitting, output);
+    Result<Sound> result = Converted(document.Sound(), 2, ChannelChoice::kBothOrMix, bits);
+    if (!result) return result.Ended();
+    Result<SoundEdit> edit = document.BeginReplacement("Copy Sample");
+    if (!edit) return edit.Ended();
+    WriteFitted(*result, range, fitting, output);
+    edit->ReplaceSound(std::move(*result));
     document.ClearPreview();
     edit->Commit(0);
     return Done();

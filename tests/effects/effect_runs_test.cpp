@@ -70,9 +70,13 @@ TEST_F(EffectRunsTest, AnAppliedEffectIsOneStepAndLeavesNoStalePreview) {
                       changes ? std::vector<std::uint32_t>{100} : std::vector<std::uint32_t>{});
             EXPECT_EQ(document->Preview().HasData(), !changes);
             document->RemoveObserver(&observer);
+            const Bytes after = BytesOf(document->Sound());
+            EXPECT_EQ(document->History().MemoryBytes(), changes ? before.size() * 3 / 5 : 0);
             EXPECT_EQ(document->Undo().IsDone(), changes);
             EXPECT_EQ(BytesOf(document->Sound()), before);
             EXPECT_FALSE(document->CanUndo());
+            EXPECT_EQ(document->Redo().IsDone(), changes);
+            EXPECT_EQ(BytesOf(document->Sound()), after);
         }
     }
 }

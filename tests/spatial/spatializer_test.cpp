@@ -48,6 +48,28 @@ TEST_F(SpatializerTest, RendersTheFirstChannelOfTheRangeAndConvertsTheRest) {
     EXPECT_EQ(BytesOf(document->Sound()), BytesOf(source->Sound()));
 }
 
+TEST_F(SpatializerTest, IsTakenBackAndDoneAgainExactlyAndKeepsOnlyItsRange) {
+    const struct {
+        Format format;
+        std::uint64_t kept;  // bytes
+    } cases[] = {{{2, 16}, 400}, {{2, 8}, 600}, {{1, 16}, 600}};
+    for (const auto& c : cases) {
+        const auto document = MakeNoise(c.format, 300);
+        const Bytes before = BytesOf(document->Sound());
+        ASSERT_TRUE(
+            SpatializePositional({*document, 50, 150, "", SpatialOutcome::kApply}, {1, 0, 0}));
+        const Bytes after = BytesOf(document->Sound());
+        EXPECT_EQ(document->History().MemoryBytes(), c.kept);
+        ASSERT_TRUE(document->Undo());
+        EXPECT_EQ(BytesOf(document->Sound()), before);
+        EXPECT_EQ(document->Sound().GetFormat(),
+                  MakePcmFormat(c.format.channels, c.format.bits, c.format.rate));
+        ASSERT_TRUE(document->Redo());
+        EXPECT_EQ(BytesOf(document->Sound()), after);
+        EXPECT_EQ(document->Sound().GetFormat(), MakePcmFormat(2, 16, c.format.rate));
+    }
+}
+
 TEST_F(SpatializerTest, MakesAnEightBitMonoSound16BitStereo) {
     const auto source = MakeNoise({1, 8, 44100}, 3000, 10000);
     const auto document = MakeNoise({1, 8, 44100}, 3000, 10000);

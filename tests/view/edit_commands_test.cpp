@@ -190,21 +190,50 @@ TEST_F(EditCommandsTest, UndoFitsTheWindowAndRedoKeepsTheZoomWithTheEditInSight)
     }
 }
 
+// Leads from `after` back to `before`.
+UndoStep StepBefore(const EditPlan& plan, const class Sound& before, const class Sound& after) {
+    EditRecord record = PlannedRecord(before, plan);
+    EXPECT_TRUE(TakeSamples(record, before));
+    NoteResult(record, before.GetDataSize(), after);
+    return MakeUndoStep("E", std::move(record));
+}
+
 TEST_F(EditCommandsTest, TheFirstDifferenceIsFoundInSoundsOfAnyLength) {
     constexpr std::uint32_t kFrames = 100'000;
     OpenRamp(kFrames, 2);
     const auto before = *Sound().Copy();
-    EXPECT_EQ(FirstDifferentFrame(before, Sound()), kFrames) << "none";
+    const UndoStep whole = StepBefore(ReplacesEverything(), before, Sound());
+    EXPECT_EQ(FirstDifferentFrame(whole, Sound()), kFrames) << "none";
     for (const std::uint32_t frame : {99'999u, 70'000u, 32'768u, 16'384u, 16'383u, 1u, 0u}) {
         Sound().SetSample(1, frame, 12345);
-        EXPECT_EQ(FirstDifferentFrame(before, Sound()), frame);
+        EXPECT_EQ(FirstDifferentFrame(whole, Sound()), frame);
     }
     Sound().Adopt({before.GetFormat(), {}, {}});
-    EXPECT_EQ(FirstDifferentFrame(before, Sound()), 0u);
+    EXPECT_EQ(FirstDifferentFrame(StepBefore(ReplacesEverything(), before, Sound()), Sound()), 0u);
     Sound().GrowWithSilence(1);
-    EXPECT_EQ(FirstDifferentFrame(before, Sound()), 1u) << "the shorter one's end";
+    EXPECT_EQ(FirstDifferentFrame(StepBefore(ReplacesEverything(), before, Sound()), Sound()), 1u)
+        << "the shorter one's end";
     Sound().SetRate(5);
-    EXPECT_EQ(FirstDifferentFrame(before, Sound()), 0u) << "another format";
+    EXPECT_EQ(FirstDifferentFrame(StepBefore(ReplacesEverything(), before, Sound()), Sound()), 0u)
+        << "another format";
+}
+
+TEST_F(EditCommandsTest, TheFirstDifferenceMayLieBehindTheFramesThatWereReplaced) {
+    OpenRamp(100, 1);
+    std::vector<std::uint8_t> bytes(200);
+    std::ranges::fill(std::span(bytes).subspan(120), std::uint8_t{1});  // frames 60 to 100
+    std::ranges::copy(bytes, Sound().MutableBytes().begin());
+    const auto before = *Sound().Copy();
+    const auto differs = [&](const EditPlan& plan) {
+        return FirstDifferentFrame(StepBefore(plan, before, Sound()), Sound());
+    };
+    ASSERT_TRUE(Sound().RemoveFrames(20, 30));
+    EXPECT_EQ(differs(ReplacesFrames(20, 30)), 50u) << "silence taken from silence";
+    Sound().Adopt(*before.Copy());
+    ASSERT_TRUE(Sound().InsertFrames(20, std::span(bytes).first(20)));
+    EXPECT_EQ(differs(InsertsAt(20)), 60u) << "silence put into silence";
+    ASSERT_TRUE(Sound().RemoveFrames(15, 30));
+    EXPECT_EQ(differs(ReplacesFrames(15, 20)), 55u) << "less silence than there was";
 }
 
 TEST_F(EditCommandsTest, UndoClampsSelectionAndCursorToTheShorterSound) {

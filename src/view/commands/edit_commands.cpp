@@ -75,11 +75,7 @@ void ScrollToRedoneEdit(CSoundView& view) {
     const UndoHistory& history = view.Document().History();
     const std::optional<std::size_t> before = history.CurrentPosition();
     if (!before) return;
-    const UndoStep& step = history.StepAt(*before);
-    const std::uint32_t frame =
-        step.holds == UndoStep::Holds::kMarkers
-            ? FirstDifferentFrame(step.sound.Markers(), view.Sound().Markers())
-            : FirstDifferentFrame(step.sound, view.Sound());
+    const std::uint32_t frame = FirstDifferentFrame(history.StepAt(*before), view.Sound());
     if (!view.Zoom().IsFrameInSight(frame)) view.Zoom().ScrollToShow(frame);
 }
 

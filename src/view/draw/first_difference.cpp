@@ -21,6 +21,21 @@ std::size_t FirstDifferentByte(std::span<const std::uint8_t> a, std::span<const 
     return common;
 }
 
+// The samples that the edit replaced, with what followed them, against those that it made.
+std::uint64_t FirstDifferentByteOf(const EditRecord& record, const Sound& after) {
+    const std::span<const std::uint8_t> old = record.samples.Bytes();
+    const std::span<const std::uint8_t> now = after.Bytes().subspan(record.startByte);
+    const std::span<const std::uint8_t> tail = now.subspan(record.bytesThere);
+    std::uint64_t same = FirstDifferentByte(old, now);
+    if (same == old.size()) same += FirstDifferentByte(tail, now.subspan(same));
+    return record.startByte + same;
+}
+
+std::uint64_t FirstDifferentByteOf(const StoredRecord& stored, const Sound& after) {
+    return stored.IsInMemory() ? FirstDifferentByteOf(stored.Record(), after)
+                               : stored.Record().startByte;
+}
+
 }  // namespace
 
 std::uint32_t FirstDifferentFrame(const MarkerList& before, const MarkerList& after) {
@@ -32,10 +47,17 @@ std::uint32_t FirstDifferentFrame(const MarkerList& before, const MarkerList& af
     return is != now.end() ? is->position : 0;
 }
 
-std::uint32_t FirstDifferentFrame(const Sound& before, const Sound& after) {
-    if (!(before.GetFormat() == after.GetFormat()) || after.GetBlockAlign() == 0) return 0;
-    return static_cast<std::uint32_t>(FirstDifferentByte(before.Bytes(), after.Bytes()) /
-                                      after.GetBlockAlign());
+std::uint32_t FirstDifferentFrame(const UndoStep& before, const Sound& after) {
+    if (after.GetBlockAlign() == 0 || before.records.empty()) return 0;
+    if (before.HoldsMarkersAlone())
+        return FirstDifferentFrame(before.records.front().Record().markers, after.Markers());
+    std::uint64_t first = after.GetDataSize();
+    for (const StoredRecord& stored : before.records) {
+        if (!(stored.Record().format == after.GetFormat())) return 0;
+        first = std::min(first, stored.Record().startByte);
+    }
+    if (before.records.size() == 1) first = FirstDifferentByteOf(before.records.front(), after);
+    return static_cast<std::uint32_t>(first / after.GetBlockAlign());
 }
 
 }  // namespace sonavel

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include "document/undo_history.h"
 #include "sound/sound.h"
 
 namespace sonavel {
@@ -11,8 +12,9 @@ namespace sonavel {
 // lists.
 std::uint32_t FirstDifferentFrame(const MarkerList& before, const MarkerList& after);
 
-// The first frame whose bytes differ, or the length of the shorter sound where one begins with the
-// other; 0 for different formats.
-std::uint32_t FirstDifferentFrame(const Sound& before, const Sound& after);
+// Where the sound begins to differ from the state of before that a step's records lead back to, or
+// the length of the shorter one where one begins with the other; 0 for different formats. What lies
+// on the disk or was changed by several edits may differ no earlier than at the frame returned.
+std::uint32_t FirstDifferentFrame(const UndoStep& before, const Sound& after);
 
 }  // namespace sonavel
