@@ -43,8 +43,8 @@ bool InStrings(std::string_view key) {
 bool InComments(std::string_view key) {
     return CommentOfKey(key).has_value();
 }
-bool InId3(std::string_view key) {
-    return Id3OfKey(key).has_value();
+bool Everywhere(std::string_view) {
+    return true;
 }
 bool Nowhere(std::string_view) {
     return false;
@@ -60,7 +60,7 @@ constexpr KindHolds kKinds[] = {
     {kFlac, "a FLAC file", MarkersHeld::kPoints, InComments, {}},
     {kOggVorbis, "an Ogg Vorbis file", MarkersHeld::kPoints, InComments, {}},
     {kOpus, "an Opus file", MarkersHeld::kPoints, InComments, {}},
-    {kMp3, "an MP3 file", MarkersHeld::kRegions, InId3, {}},
+    {kMp3, "an MP3 file", MarkersHeld::kRegions, Everywhere, {}},
 };
 
 std::string LostTags(const KindHolds& holds, const SoundExtras& extras) {

@@ -61,6 +61,12 @@ std::span<const std::uint8_t> BehindText(std::uint32_t coding,
     return {};
 }
 
+constexpr std::string_view kNamedText = "TXXX";
+
+bool IsText(std::string_view frame) {
+    return KeyOfId3(frame) || (frame.size() == 4 && frame.starts_with('T'));
+}
+
 struct Id3Frame {
     std::string name;
     Bytes content;
@@ -75,6 +81,7 @@ class Id3Frames {
     // False at the end.
     bool Next(Id3Frame& frame);
     bool IsCut() const { return isCut_; }
+    std::uint32_t Version() const { return version_; }
 
   private:
     std::size_t NameBytes() const { return version_ == 2 ? 3 : 4; }
@@ -115,7 +122,7 @@ bool Id3Frames::Next(Id3Frame& frame) {
     const auto size = static_cast<std::size_t>(std::min<std::uint64_t>(stated, there));
     frame.name = AsText(bytes_.first(NameBytes()));
     // Pictures and the like are passed over without a copy.
-    const bool isWanted = frame.name == "CHAP" || KeyOfId3(frame.name).has_value();
+    const bool isWanted = frame.name == "CHAP" || IsText(frame.name);
     frame.content = isWanted ? ContentOf(head, bytes_.subspan(HeadBytes(), size)) : Bytes();
     bytes_ = bytes_.subspan(HeadBytes() + size);
     return true;
@@ -125,11 +132,18 @@ std::string TextOfFrame(const Id3Frame& frame) {
     if (frame.content.empty()) return {};
     const std::uint32_t coding = frame.content[0];
     std::span<const std::uint8_t> text = std::span(frame.content).subspan(1);
+    // A comment has a language and a short description before the text.
     const bool isComment = frame.name.starts_with("COM");
-    if (isComment) {  // a language and a short description before the text
-        text = BehindText(coding, text.subspan(std::min<std::size_t>(3, text.size())));
-    }
+    if (isComment) text = text.subspan(std::min<std::size_t>(3, text.size()));
+    if (isComment || frame.name == kNamedText) text = BehindText(coding, text);
     return Decoded(coding, text);
+}
+
+// Of a text with a name of its own, that name; else what the frame stands for.
+std::string KeyOfText(const Id3Frame& frame) {
+    if (frame.name != kNamedText) return KeyOfId3(frame.name).value_or(frame.name);
+    if (frame.content.empty()) return {};
+    return KeyOfComment(Decoded(frame.content[0], std::span(frame.content).subspan(1)));
 }
 
 void AddChapter(const Id3Frame& frame, std::uint32_t version, std::uint32_t rate,
@@ -169,12 +183,33 @@ void AddVersion1(const Bytes& tag, ExtrasKeeper& keeper) {
         keeper.AddTag("track", std::to_string(fields.U8(126)));
 }
 
+void TakeText(const Id3Frame& frame, ExtrasKeeper& keeper, Id3Rest& rest) {
+    const std::string key = KeyOfText(frame);
+    rest.others = rest.others || keeper.HasTag(key);
+    keeper.AddTag(key, TextOfFrame(frame));
+}
+
+Id3Rest TakeFrames(Id3Frames& frames, std::uint32_t rate, ExtrasKeeper& keeper) {
+    Id3Rest rest;
+    for (Id3Frame frame; frames.Next(frame);) {
+        if (frame.name == "CHAP")
+            AddChapter(frame, frames.Version(), rate, keeper);
+        else if (frame.name == "APIC" || frame.name == "PIC")
+            rest.pictures = true;
+        else if (IsText(frame.name))
+            TakeText(frame, keeper, rest);
+        else if (frame.name != "CTOC")
+            rest.others = true;
+    }
+    return rest;
+}
+
 }  // namespace
 
-void AddId3Tags(std::span<const std::uint8_t> bytes, std::uint32_t rate, ExtrasKeeper& keeper) {
+Id3Rest AddId3Tags(std::span<const std::uint8_t> bytes, std::uint32_t rate, ExtrasKeeper& keeper) {
     const ChunkFields fields(bytes, ByteOrder::kBig);
     const std::uint32_t version = fields.U8(3), flags = fields.U8(5);
-    if (!AsText(bytes).starts_with("ID3") || version < 2 || version > 4) return;
+    if (!AsText(bytes).starts_with("ID3") || version < 2 || version > 4) return {};
     const std::uint64_t size = SyncSafe(fields, 6);
     if (bytes.size() < kHeaderBytes + size) keeper.Remark(kCut);
     std::span<const std::uint8_t> body = fields.Bytes(kHeaderBytes, size);
@@ -183,15 +218,9 @@ void AddId3Tags(std::span<const std::uint8_t> bytes, std::uint32_t rate, ExtrasK
     if ((flags & kUnsynchronised) != 0 && version < 4) body = plain = WithoutStuffing(body);
     if ((flags & kExtendedHeader) != 0 && version > 2) body = BehindExtendedHeader(body, version);
     Id3Frames frames(body, version);
-    for (Id3Frame frame; frames.Next(frame);) {
-        if (frame.name == "CHAP")
-            AddChapter(frame, version, rate, keeper);
-        else if (frame.name == "APIC" || frame.name == "PIC")
-            keeper.PassOverPicture();
-        else if (const auto key = KeyOfId3(frame.name))
-            keeper.AddTag(*key, TextOfFrame(frame));
-    }
+    const Id3Rest rest = TakeFrames(frames, rate, keeper);
     if (frames.IsCut()) keeper.Remark(kCut);
+    return rest;
 }
 
 std::uint64_t BytesOfId3(std::span<const std::uint8_t> head) {
@@ -201,8 +230,12 @@ std::uint64_t BytesOfId3(std::span<const std::uint8_t> head) {
 
 void ReadMp3Extras(RandomBytes& bytes, std::uint32_t rate, ExtrasKeeper& keeper) {
     const std::uint64_t size = BytesOfId3(bytes.Part(0, kHeaderBytes));
-    if (size > 0)
-        AddId3Tags(bytes.Part(0, std::min<std::uint64_t>(size, kMostTagBytesOfFile)), rate, keeper);
+    if (size > 0) {
+        const Bytes tag = bytes.Part(0, std::min<std::uint64_t>(size, kMostTagBytesOfFile));
+        const Id3Rest rest = AddId3Tags(tag, rate, keeper);
+        if (rest.pictures) keeper.PassOverPicture();
+        if (rest.others) keeper.Remark("Parts of the ID3 tag are left out.");
+    }
     if (bytes.Size() < kVersion1Bytes) return;
     const Bytes tail = bytes.Part(bytes.Size() - kVersion1Bytes, kVersion1Bytes);
     if (AsText(tail).starts_with("TAG")) AddVersion1(tail, keeper);

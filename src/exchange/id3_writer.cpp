@@ -41,6 +41,12 @@ void AddTextFrame(std::string_view name, std::string_view text, ByteBuilder& to)
     AddFrame(name, content.Text(text), to);
 }
 
+void AddTag(const SoundTag& tag, ByteBuilder& to) {
+    if (const auto name = Id3OfKey(tag.key)) return AddTextFrame(*name, tag.value, to);
+    ByteBuilder content;
+    AddFrame("TXXX", content.Byte(kUtf8).Text(tag.key).Byte(0).Text(tag.value), to);
+}
+
 std::string ChapterId(std::size_t number) {
     return "chp" + std::to_string(number);
 }
@@ -74,8 +80,7 @@ void AddChapter(std::size_t number, const SoundChapter& marker, std::uint32_t ra
 
 Result<std::vector<std::uint8_t>> BuildId3Tag(const SoundExtras& extras, std::uint32_t rate) {
     ByteBuilder frames;
-    for (const SoundTag& tag : extras.tags)
-        if (const auto name = Id3OfKey(tag.key)) AddTextFrame(*name, tag.value, frames);
+    for (const SoundTag& tag : extras.tags) AddTag(tag, frames);
     if (!extras.markers.empty() && rate != 0) {
         AddContents(extras.markers.size(), frames);
         std::size_t number = 0;

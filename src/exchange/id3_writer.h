@@ -11,8 +11,7 @@ namespace sonavel {
 
 // A tag of version 2.4 in UTF-8, as AddId3Tags reads it. The markers' frames are those of a sound
 // of `rate` frames a second; a chapter keeps milliseconds, and that of a point ends where it
-// begins. The table of contents names the first 255. Keys that ID3 has no frame for are left out.
-// Fails beyond 256 MiB.
+// begins. The table of contents names the first 255. Fails beyond 256 MiB.
 Result<std::vector<std::uint8_t>> BuildId3Tag(const SoundExtras& extras, std::uint32_t rate);
 
 }  // namespace sonavel

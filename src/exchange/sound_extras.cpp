@@ -45,7 +45,7 @@ bool ExtrasKeeper::HasTag(std::string_view key) const {
 }
 
 void ExtrasKeeper::AddTag(std::string_view key, std::string value) {
-    if (value.empty()) return;
+    if (value.empty() || key.empty()) return;
     if (extras_.tags.size() == kMostTags) return Remark(kTooManyTags);
     if (HasTag(key)) return;
     value.resize(Utf8Beginning(value, kMostTagBytes).size());

@@ -45,7 +45,7 @@ inline constexpr std::size_t kMostMarkerNameBytes = 65536;
 class ExtrasKeeper {
   public:
     void AddMarker(SoundChapter marker);
-    // The first value of a key is kept. Empty ones are none.
+    // The first value of a key is kept. Empty ones are none, and so are those without a key.
     void AddTag(std::string_view key, std::string value);
     // For keys that a file may hold under several names: only where there is none yet.
     bool HasTag(std::string_view key) const;

@@ -22,11 +22,11 @@ constexpr TagName kCommentNames[] = {
     {"year", "date"},
 };
 constexpr TagName kId3Names[] = {
-    {"TIT2", "title"}, {"TPE1", "artist"},  {"TALB", "album"},     {"TDRC", "date"},
-    {"TYER", "date"},  {"COMM", "comment"}, {"TCOP", "copyright"}, {"TCON", "genre"},
-    {"TRCK", "track"}, {"TT2", "title"},    {"TP1", "artist"},     {"TAL", "album"},
-    {"TYE", "date"},   {"COM", "comment"},  {"TCR", "copyright"},  {"TCO", "genre"},
-    {"TRK", "track"},
+    {"TIT2", "title"}, {"TPE1", "artist"},   {"TALB", "album"},     {"TDRC", "date"},
+    {"TYER", "date"},  {"COMM", "comment"},  {"TCOP", "copyright"}, {"TCON", "genre"},
+    {"TRCK", "track"}, {"TT2", "title"},     {"TP1", "artist"},     {"TAL", "album"},
+    {"TYE", "date"},   {"COM", "comment"},   {"TCR", "copyright"},  {"TCO", "genre"},
+    {"TRK", "track"},  {"TSSE", "software"},
 };
 
 const TagName* FindName(std::span<const TagName> names, std::string_view name) {
@@ -87,7 +87,9 @@ std::optional<std::string> KeyOfId3(std::string_view frame) {
 
 std::optional<std::string_view> Id3OfKey(std::string_view key) {
     const auto* found = std::ranges::find(kId3Names, key, &TagName::key);
-    return found != std::end(kId3Names) ? std::optional(found->name) : std::nullopt;
+    if (found != std::end(kId3Names)) return found->name;
+    const bool isFrame = IdOf(key) && key.starts_with('T') && key != "TXXX";
+    return isFrame ? std::optional(key) : std::nullopt;
 }
 
 }  // namespace sonavel

@@ -24,7 +24,8 @@ std::optional<std::string> CommentOfKey(std::string_view key);
 
 // Of a frame of an ID3 tag, of 4 letters or of 3; nothing for frames that are not kept as tags.
 std::optional<std::string> KeyOfId3(std::string_view frame);
-// The other way round: a frame of version 2.4.
+// The other way round: a text frame of version 2.4, also for a key that is the name of one; nothing
+// where the key has to be the name of a text of its own.
 std::optional<std::string_view> Id3OfKey(std::string_view key);
 
 }  // namespace sonavel

@@ -86,6 +86,7 @@ void CommentReading::Take(std::string_view comment) {
     const std::string_view value = comment.substr(equals + 1);
     if (key == kPicture) return keeper_.PassOverPicture();
     if (TakeChapter(key, value)) return;
+    if (keeper_.HasTag(key)) return keeper_.Remark("Further values of a tag are left out.");
     keeper_.AddTag(key, Utf8FromUnknown(value));
 }
 
@@ -136,6 +137,7 @@ void AddVorbisComments(std::span<const std::uint8_t> block, std::uint32_t rate,
 
 void ReadFlacExtras(RandomBytes& bytes, std::uint32_t rate, ExtrasKeeper& keeper) {
     constexpr int kMostBlocks = 1000, kCommentBlock = 4, kPictureBlock = 6;
+    constexpr int kProgramBlock = 2, kTracksBlock = 5;
     std::uint64_t at = BytesOfId3(bytes.Part(0, 10));
     if (AsText(bytes.Part(at, 4)) != "fLaC") return;
     at += 4;
@@ -146,6 +148,8 @@ void ReadFlacExtras(RandomBytes& bytes, std::uint32_t rate, ExtrasKeeper& keeper
         const int type = head.size() == 4 ? head[0] & 0x7F : 0;
         if (type == kCommentBlock) AddVorbisComments(bytes.Part(at + 4, size), rate, keeper);
         if (type == kPictureBlock) keeper.PassOverPicture();
+        if (type == kProgramBlock || type == kTracksBlock)
+            keeper.Remark("Blocks of unknown kinds are left out.");
         if (head.size() < 4 || (head[0] & 0x80) != 0) return;
         at += 4 + std::uint64_t{size};
     }

@@ -68,9 +68,15 @@ TEST_F(TaggedExportTest, TagsAndChaptersComeBack) {
     sound.Markers().Add(4801, "Near", 0);  // between two milliseconds
     sound.Markers().Add(48000, "Region", 24000);
     SoundExtras extras;
-    extras.tags = {{"title", "W\xC3\xBCrfel"}, {"artist", "Us"},     {"comment", "two\nlines"},
-                   {"copyright", "Me"},        {"track", "3"},       {"genre", "Noise"},
-                   {"date", "2026"},           {"album", "An album"}};
+    extras.tags = {{"title", "W\xC3\xBCrfel"},
+                   {"artist", "Us"},
+                   {"comment", "two\nlines"},
+                   {"copyright", "Me"},
+                   {"track", "3"},
+                   {"genre", "Noise"},
+                   {"mood", "low"},
+                   {"date", "2026"},
+                   {"album", "An album"}};
     for (const SoundFileKind kind : {kFlac, kOggVorbis, kOpus, kMp3}) {
         SCOPED_TRACE(static_cast<int>(kind));
         const ImportedSound read = ExportAndRead(sound, kind, extras);

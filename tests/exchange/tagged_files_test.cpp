@@ -94,6 +94,9 @@ TEST(VorbisComments, OfFlacFiles) {
     ExpectTheComments(ExtrasOf(BytesOf("fLaC") + blocks));
     const FileBytes id3 = BytesOf("ID3") + FileBytes{3, 0, 0, 0, 0, 0, 20} + FileBytes(20);
     ExpectTheComments(ExtrasOf(id3 + BytesOf("fLaC") + blocks));
+    const FileBytes others = FlacBlock(5, FileBytes(9)) + FlacBlock(0x80 | 6, FileBytes(9));
+    EXPECT_THAT(ExtrasOf(BytesOf("fLaC") + FlacBlock(0, FileBytes(34)) + others).remarks.missing,
+                ElementsAre("Blocks of unknown kinds are left out.", "A picture is left out."));
 }
 
 // Pages of one stream, each with its share of the packets' pieces.
@@ -132,7 +135,8 @@ TEST(VorbisComments, OfOggFilesAcrossPagesAndBesideOtherStreams) {
         EXPECT_EQ(extras.tags.back().value.size(), 600u);
         extras.tags.pop_back();
         ExpectTheComments(extras);
-        EXPECT_THAT(extras.remarks.all, ElementsAre("A picture is left out."));
+        EXPECT_THAT(extras.remarks.all,
+                    ElementsAre("Further values of a tag are left out.", "A picture is left out."));
     }
 }
 
@@ -199,6 +203,21 @@ TEST(Id3Tags, TextsOfAllCodingsAndVersions) {
     const FileBytes extended = ByteBuilder().Big32(6).Big32(0).Big16(0).Bytes();
     EXPECT_THAT(TagTexts(ExtrasOf(Id3Tag(3, 0x40, extended + Id3Frame("TIT2", Latin("C"))))),
                 ElementsAre("title=C"));
+}
+
+TEST(Id3Tags, OtherTextsKeepTheirNamesAndWhatIsPassedOverIsSaid) {
+    const FileBytes named = {0, 'M', 'o', 'o', 'd', 0, 'l', 'o', 'w'};
+    const FileBytes frames = Id3Frame("TXXX", named) + Id3Frame("TENC", Latin("me")) +
+                             Id3Frame("TXXX", {}) + Id3Frame("APIC", FileBytes(9)) +
+                             Id3Frame("PRIV", FileBytes(9));
+    const SoundExtras mp3 = ExtrasOf(Id3Tag(3, 0, frames));
+    EXPECT_THAT(TagTexts(mp3), ElementsAre("mood=low", "TENC=me"));
+    EXPECT_THAT(mp3.remarks.missing,
+                ElementsAre("A picture is left out.", "Parts of the ID3 tag are left out."));
+    // The chunk is kept as it came, with all that is in it.
+    const SoundExtras wav = ExtrasOf(WavWith({}, RiffChunkBytes("id3 ", Id3Tag(3, 0, frames))));
+    EXPECT_THAT(TagTexts(wav), ElementsAre("mood=low", "TENC=me"));
+    EXPECT_THAT(wav.remarks.all, IsEmpty());
 }
 
 TEST(Id3Tags, ChaptersAreRegions) {

@@ -35,6 +35,7 @@ constexpr TagRow kTagRows[] = {
 
 constexpr int kPathWidth = 420;
 constexpr int kNoticeLines = 3;
+constexpr int kLongestChoice = 12;  // "32-bit float"
 
 QString DepthText(EncodedDepth depth) {
     const QString texts[] = {QObject::tr("8 bits"), QObject::tr("16 bits"), QObject::tr("24 bits"),
@@ -123,6 +124,8 @@ void ExportDialog::AddFormat() {
     kind_->setCurrentIndex(kind_->findData(static_cast<int>(question_.proposed.kind)));
     depth_ = new QComboBox(this);
     depth_->setObjectName(QStringLiteral("depth"));
+    // One width for both, whichever texts they hold.
+    for (QComboBox* box : {kind_, depth_}) box->setMinimumContentsLength(kLongestChoice);
     quality_ = new QSpinBox(this);
     quality_->setRange(0, static_cast<int>(kBestQuality));
     quality_->setValue(static_cast<int>(question_.proposed.quality));
