@@ -96,6 +96,13 @@ TEST_F(ExportFilesTest, TheNoticeNamesWhatIsLostAndWhatCannotBe) {
     EXPECT_EQ(notice(SoundFileKind::kWav, EncodedDepth::k16).losses,
               QStringList{"The samples are rounded to 16 bits"});
     EXPECT_TRUE(notice(SoundFileKind::kFlac, EncodedDepth::kFloat32).refusal.contains("FLAC"));
+    const std::uint32_t rate = Active().Sound().GetSamplesPerSecond();
+    Active().Sound().SetRate(192000);
+    const ExportNotice resampled = NoticeOfExport(
+        Active(), {0, 1'920'000}, {.path = {}, .kind = SoundFileKind::kMp3, .tagValues = {}});
+    EXPECT_EQ(resampled.losses, QStringList{"The sound is resampled to 48,000 Hz"});
+    EXPECT_NEAR(static_cast<double>(resampled.estimatedBytes), 10 * 160000 / 8, 5000);
+    Active().Sound().SetRate(rate);
     Active().Sound().Markers().Add(1, "x", 0);
     EXPECT_EQ(notice(SoundFileKind::kMp3, EncodedDepth::k16).losses, QStringList{});
     EXPECT_EQ(notice(SoundFileKind::kW64, EncodedDepth::kFloat32).losses,

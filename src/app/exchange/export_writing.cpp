@@ -48,9 +48,10 @@ EncodeRequest RequestOf(const Sound& sound, FrameRange range, const ExportAnswer
     request.kind = answer.kind;
     request.depth = answer.depth;
     request.quality = answer.quality;
-    request.rate = WrittenRate(answer.kind, sound.GetSamplesPerSecond());
+    const std::uint32_t rate = std::max<std::uint32_t>(sound.GetSamplesPerSecond(), 1);
+    request.rate = WrittenRate(answer.kind, rate);
     request.channels = sound.GetChannels();
-    request.frames = range.Frames();
+    request.frames = std::uint64_t{range.Frames()} * request.rate / rate;
     return request;
 }
 
