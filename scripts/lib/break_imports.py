@@ -17,6 +17,7 @@ import pathlib
 import random
 import re
 import select
+import shutil
 import subprocess
 import sys
 import time
@@ -24,6 +25,7 @@ import time
 from foreign_corpus import write_corpus
 
 MOST_SECONDS = 10
+SKIPPED = 77
 SPARE_KILOBYTES = 64 * 1024
 EDGES = (0, 1, 2, 0x7F, 0x80, 0xFE, 0xFF)
 WORDS = (b"\0\0\0\0", b"\xff\xff\xff\xff", b"\x7f\xff\xff\xff", b"\xff\xff\xff\x7f", b"\x80\0\0\0", b"\0\0\0\x80",
@@ -166,6 +168,10 @@ def main():
     words.add_argument("--without-ffmpeg", action="store_true")
     words.add_argument("--no-memory", action="store_true")
     asked = words.parse_args()
+    for program in ("sox", "ffmpeg"):
+        if not shutil.which(program):
+            print(f"{program}, which writes the sound files, is not installed")
+            sys.exit(SKIPPED)
     files = [path for path in write_corpus(asked.folder / "corpus") if re.search(asked.only, path.name)]
     importer = Importer(asked)
     dice = random.Random(asked.seed)
