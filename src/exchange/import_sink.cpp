@@ -11,7 +11,7 @@
 namespace sonavel {
 namespace {
 
-constexpr std::size_t kLeastRoomBytes = std::size_t{1} << 20;
+constexpr std::size_t kLeastRoomBytes = std::size_t{4} << 20;
 
 unsigned BitsOf(FrameSamples samples) {
     return static_cast<unsigned>(8 * BytesPerSample(samples));
@@ -67,7 +67,18 @@ Outcome ImportSink::Begin(const SoundFileHead& head) {
     const auto channels = matrix_ ? static_cast<unsigned>(matrix_->rows.size())
                                   : static_cast<unsigned>(file.channels);
     format_ = MakeSoundFormat(channels, bits, file.rate);
-    return IsEditable(format_) ? Done() : Failed("The file holds no sound.");
+    if (!IsEditable(format_)) return Failed("The file holds no sound.");
+    ReserveAll(file.frames);
+    return Done();
+}
+
+// Pages that nothing is written to cost nothing, so a count that lies does no harm; and where there
+// is no room for it, what comes decides.
+void ImportSink::ReserveAll(std::uint64_t frames) {
+    const std::uint64_t most = MostSoundBytes(format_);
+    if (frames <= most / format_.blockAlign)
+        static_cast<void>(
+            samples_.AllocBuffer(static_cast<std::size_t>(frames * format_.blockAlign)));
 }
 
 // More than is asked for, so that a sound of unknown length is not moved for every piece; pages

@@ -30,6 +30,7 @@ class ImportSink : public FrameSink {
     AllTaken TookAllBits() const { return tookAllBits_; }
 
   private:
+    void ReserveAll(std::uint64_t frames);
     bool Reserve(std::size_t bytes);
     Outcome Mix(std::span<const std::uint8_t> frames);
     void ShowProgress();

@@ -71,14 +71,45 @@ std::uint64_t UnpackEach(std::span<const std::uint8_t> from, ToFloat toFloat,
     return silenced;
 }
 
+// Integers are finite whatever they are, which spares asking.
+template <std::uint32_t kBytes, ByteOrder kOrder>
+std::uint64_t UnpackIntegers(std::span<const std::uint8_t> from, std::span<std::uint8_t> to) {
+    const std::size_t count = std::min(from.size() / kBytes, to.size() / sizeof(float));
+    for (std::size_t i = 0; i < count; ++i) {
+        const float value = FloatOfInteger<kBytes, kOrder>(&from[i * kBytes]);
+        std::memcpy(&to[i * sizeof value], &value, sizeof value);
+    }
+    return 0;
+}
+
+// Four samples of 24 bits lie in three words; taken so, the compiler converts them side by side.
+void UnpackFourSamples(const std::uint8_t* from, std::uint8_t* to) {
+    constexpr float kUnit = 0x1p-31f;
+    std::uint32_t word[3];
+    std::memcpy(word, from, sizeof word);
+    const std::uint32_t tops[4] = {word[0] << 8, (word[0] >> 16 & 0xFF00) | word[1] << 16,
+                                   (word[1] >> 8 & 0xFFFF00) | word[2] << 24, word[2] & 0xFFFFFF00};
+    float values[4];
+    for (int i = 0; i < 4; ++i)
+        values[i] = static_cast<float>(static_cast<std::int32_t>(tops[i])) * kUnit;
+    std::memcpy(to, values, sizeof values);
+}
+
+std::uint64_t UnpackLittle24(std::span<const std::uint8_t> from, std::span<std::uint8_t> to) {
+    const std::size_t fours = std::min(from.size() / 12, to.size() / 16);
+    for (std::size_t i = 0; i < fours; ++i) UnpackFourSamples(&from[12 * i], &to[16 * i]);
+    return UnpackIntegers<3, ByteOrder::kLittle>(from.subspan(12 * fours), to.subspan(16 * fours));
+}
+
 template <ByteOrder kOrder>
 std::uint64_t UnpackFloats(std::span<const std::uint8_t> from, const PlainNumbers& numbers,
                            std::span<std::uint8_t> to) {
     if (numbers.depth == FileDepth::kFloat)
         return numbers.bytes == 8 ? UnpackEach<8>(from, FloatOfFloat<8, kOrder>, to)
                                   : UnpackEach<4>(from, FloatOfFloat<4, kOrder>, to);
-    return numbers.bytes == 3 ? UnpackEach<3>(from, FloatOfInteger<3, kOrder>, to)
-                              : UnpackEach<4>(from, FloatOfInteger<4, kOrder>, to);
+    if (numbers.bytes == 4) return UnpackIntegers<4, kOrder>(from, to);
+    return kOrder == ByteOrder::kLittle ? UnpackLittle24(from, to)
+                                        : UnpackIntegers<3, kOrder>(from, to);
 }
 
 bool IsKnown(const PlainNumbers& numbers) {

@@ -46,6 +46,7 @@ bool SoundBuffer::ReAllocBuffer(std::size_t bytes) {
         FreeBuffer();
         return true;
     }
+    if (!data_) return AllocBuffer(bytes);
     if (void* block = std::realloc(data_, bytes))
         data_ = static_cast<std::uint8_t*>(block);
     else if (bytes > size_)
