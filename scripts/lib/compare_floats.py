@@ -13,9 +13,13 @@ from compare_runs import times
 WANTED = 1.5
 EFFECTS = [
     "volume percent=80", "pan value=300", "crossfade from=-1000 to=1000", "dynamics threshold=50 below=1 above=4",
-    "modulator frequency1=100 amplitude1=80", "flanger delay=5 modulation=0.5", "equalizer gains=6,6,6,6,6,6,6",
+    "modulator frequency1=100 amplitude1=80", "flanger delay=5 modulation=0.5", "preview equalizer gains=6,6,6,6,6,6,6",
     "reverb", "positional 1 0 0", "moving -1 0.5 0 1 0.5 0",
 ]
+
+
+def name_of(effect):
+    return effect.removeprefix("preview ").split()[0]
 
 
 def effect_times(batch, reading):
@@ -34,7 +38,7 @@ def main():
     print(f"{'effect':12}{'16 bit s':>16}{'float s':>16}{'ratio':>7}{'at most':>9}")
     for effect, in16, in_float in zip(EFFECTS, words16, floats):
         ratio = in_float[0] / in16[0]
-        print(f"{effect.split()[0]:12}{shown(in16):>16}{shown(in_float):>16}{ratio:7.2f}{WANTED:9}")
+        print(f"{name_of(effect):12}{shown(in16):>16}{shown(in_float):>16}{ratio:7.2f}{WANTED:9}")
 
 
 if __name__ == "__main__":
