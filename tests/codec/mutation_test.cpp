@@ -77,6 +77,18 @@ class MutationTest : public CodecTest {
     int crashes = 0;
 };
 
+TEST_F(MutationTest, RatesThatNoSoundHasAreRefusedAsDamage) {
+    WriteByLibrary(folder / "whole", SF_FORMAT_WAV | SF_FORMAT_ALAW, 1, 8000,
+                   std::vector<std::int32_t>(100));
+    FileBytes bytes = ReadFileBytes(folder / "whole");
+    constexpr std::size_t kRatePlace = 24;
+    for (const std::uint8_t top : {0x40, 0x7F, 0x80, 0xFF}) {
+        bytes[kRatePlace] = 1;
+        bytes[kRatePlace + 3] = top;
+        Survives(bytes);
+    }
+}
+
 TEST_F(MutationTest, BrokenFilesCostAMessageAtMost) {
     const char* asked = std::getenv("SONAVEL_MUTATIONS");
     const int mutations = asked != nullptr ? std::atoi(asked) : 20;

@@ -83,7 +83,7 @@ void SendFrames(const char* path, const LibraryFile& file, const SoundFileDescri
 
 int Decode(const char* path, const LibraryFile& file, DecodeExtent extent, RecordOutput& output) {
     const SoundFileDescription description = DescribeFile(file);
-    if (description.rate == 0 || description.channels == 0 ||
+    if (description.rate == 0 || description.rate > wire::kMostRate || description.channels == 0 ||
         description.channels > wire::kMostChannels) {
         output.SendFailure(wire::FailureCode::kDamaged, "impossible rate or channels");
         return 1;
