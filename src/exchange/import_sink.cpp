@@ -72,13 +72,14 @@ Outcome ImportSink::Begin(const SoundFileHead& head) {
     return Done();
 }
 
-// Pages that nothing is written to cost nothing, so a count that lies does no harm; and where there
-// is no room for it, what comes decides.
+// A count may lie, so no more than this is taken on its word; and where there is no room for it,
+// what comes decides.
 void ImportSink::ReserveAll(std::uint64_t frames) {
-    const std::uint64_t most = MostSoundBytes(format_);
-    if (frames <= most / format_.blockAlign)
-        static_cast<void>(
-            samples_.AllocBuffer(static_cast<std::size_t>(frames * format_.blockAlign)));
+    constexpr std::uint64_t kMostOnTrust = std::uint64_t{1} << 30;
+    const std::uint64_t most = std::min(MostSoundBytes(format_), kMostOnTrust);
+    const std::uint64_t reserved = std::min(frames, most / format_.blockAlign);
+    static_cast<void>(
+        samples_.AllocBuffer(static_cast<std::size_t>(reserved * format_.blockAlign)));
 }
 
 // More than is asked for, so that a sound of unknown length is not moved for every piece; pages
