@@ -65,6 +65,25 @@ TEST_F(PropertiesTest, FileOfASoundSavedAndGone) {
     EXPECT_TRUE(Values(FileRows(document_)).contains("Size:The file is not there any more"));
 }
 
+TEST_F(PropertiesTest, AnImportedFileIsNamedByWhatItHolds) {
+    WavParts deep;
+    deep.bits = 24;
+    deep.blockAlign = 3;
+    deep.rate = 96000;
+    deep.data = FileBytes(300);
+    FileBytes bytes = WavBytes(deep);
+    WriteFileBytes(files_ / "take.v2.sound", bytes);
+    ASSERT_TRUE(document_.ImportDocument(files_ / "take.v2.sound", {}));
+    const auto fileRow = [&] { return Values(FileRows(document_)).filter("File"); };
+    EXPECT_EQ(fileRow(), (QStringList{"File:WAV, 24 bit, 96,000 Hz"}));
+    bytes.resize(bytes.size() - 30);
+    WriteFileBytes(files_ / "cut.wav", bytes);
+    ASSERT_TRUE(document_.ImportDocument(files_ / "cut.wav", {}));
+    EXPECT_TRUE(fileRow().first().startsWith("File:WAV, 24 bit, 96,000 Hz. "));
+    EXPECT_TRUE(fileRow().first().contains("Of 100 frames 90 are there."))
+        << fileRow().first().toStdString();
+}
+
 TEST_F(PropertiesTest, StatisticsAreComputedWhenTheirPageComesUp) {
     CFilePropertiesSheet sheet(document_, progress_);
     EXPECT_TRUE(progress_.titles.empty());
