@@ -1,14 +1,17 @@
-// Edits of one second in the middle of an hour of 16-bit stereo, beside the memmove and the memcpy
-// of the bytes that they cannot do without.
+// Edits of one second in the middle of an hour of 16-bit stereo, their undo and their redo, beside
+// the memmove of the bytes that they cannot do without.
 #include <benchmark/benchmark.h>
 
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
-#include <vector>
+#include <functional>
+#include <iterator>
 
 #include "bench_host.h"
 #include "document/edit_operations.h"
+#include "effects/effect_runner.h"
+#include "effects/effect_table.h"
 
 namespace sonavel::bench {
 namespace {
@@ -56,14 +59,36 @@ struct HourDocument {
 constexpr EditSelection kAtMiddle{0, 0, kMiddle};
 constexpr EditSelection kSecondInTheMiddle{kMiddle, kMiddle + kRate, kMiddle};
 
-// Times one edit after the other, each on the sound as it was, with an empty history.
+enum class Timed { kEdit, kUndo, kRedo };
+
+bool Check(benchmark::State& state, bool done) {
+    if (!done) state.SkipWithError("The edit, its undo or its redo was not done.");
+    return done;
+}
+
+// Pages of the process that nobody shares.
+std::int64_t PrivateBytes() {
+    std::ifstream file("/proc/self/statm");
+    std::int64_t all = 0, resident = 0, shared = 0;
+    file >> all >> resident >> shared;
+    return (resident - shared) * 4096;
+}
+
+// Times one of the three, each on the sound as it was, with an empty history.
 template <class Edit>
-void TimeEdits(benchmark::State& state, Edit edit) {
+void TimeEdits(benchmark::State& state, Timed timed, Edit edit) {
     HourDocument hour;
+    const std::function<bool()> steps[] = {[&] { return bool(edit(hour)); },
+                                           [&] { return bool(hour.document.Undo()); },
+                                           [&] { return bool(hour.document.Redo()); }};
     for (auto _ : state) {
-        if (!edit(hour)) return state.SkipWithError("The edit was not done.");
         state.PauseTiming();
-        if (!hour.document.Undo()) return state.SkipWithError("The edit was not undone.");
+        for (std::size_t i = 0; i < std::size(steps); ++i) {
+            if (i == static_cast<std::size_t>(timed)) state.ResumeTiming();
+            if (!Check(state, steps[i]())) return;
+            if (i == static_cast<std::size_t>(timed)) state.PauseTiming();
+        }
+        if (!Check(state, bool(hour.document.Undo()))) return;
         hour.document.History().Clear();
         state.ResumeTiming();
     }
@@ -79,40 +104,63 @@ void BM_MemmoveSecondHalfOfAnHour(benchmark::State& state) {
 }
 BENCHMARK(BM_MemmoveSecondHalfOfAnHour)->Unit(benchmark::kMillisecond);
 
-// Into memory that is fresh each time, as an undo step's is.
 void BM_MemcpyAnHour(benchmark::State& state) {
     HourDocument hour;
     for (auto _ : state) benchmark::DoNotOptimize(hour.document.Sound().Copy());
 }
 BENCHMARK(BM_MemcpyAnHour)->Unit(benchmark::kMillisecond);
 
-void BM_PasteIntoAnHour(benchmark::State& state) {
-    TimeEdits(state, [](HourDocument& hour) {
-        return edit::Paste(hour.document, hour.second, kAtMiddle);
-    });
+Outcome PasteSecond(HourDocument& hour) {
+    return edit::Paste(hour.document, hour.second, kAtMiddle).Ended();
 }
-BENCHMARK(BM_PasteIntoAnHour)->Unit(benchmark::kMillisecond);
 
-void BM_DeleteFromAnHour(benchmark::State& state) {
-    TimeEdits(state,
-              [](HourDocument& hour) { return edit::Delete(hour.document, kSecondInTheMiddle); });
+Outcome DeleteSecond(HourDocument& hour) {
+    return edit::Delete(hour.document, kSecondInTheMiddle).Ended();
 }
-BENCHMARK(BM_DeleteFromAnHour)->Unit(benchmark::kMillisecond);
 
-void BM_OverwriteInAnHour(benchmark::State& state) {
-    TimeEdits(state, [](HourDocument& hour) {
-        return edit::PasteOverwrite(hour.document, hour.second, kSecondInTheMiddle);
-    });
+// 300 ms, which move nothing.
+Outcome Fade(HourDocument& hour) {
+    const Effect* volume = FindEffect("volume");
+    constexpr std::uint32_t kFadeFrames = kRate * 3 / 10;
+    const double values[] = {50, 0};
+    return ApplyEffect(*volume, {hour.document, kMiddle, kMiddle + kFadeFrames}, values);
 }
-BENCHMARK(BM_OverwriteInAnHour)->Unit(benchmark::kMillisecond);
 
-void BM_UndoAndRedoInAnHour(benchmark::State& state) {
-    HourDocument hour;
-    if (!edit::Delete(hour.document, kSecondInTheMiddle)) return state.SkipWithError("Delete");
-    for (auto _ : state)
-        if (!hour.document.Undo() || !hour.document.Redo()) return state.SkipWithError("Undo");
+template <Outcome (*kEdit)(HourDocument&), Timed kTimed>
+void BM_Edit(benchmark::State& state) {
+    TimeEdits(state, kTimed, kEdit);
 }
-BENCHMARK(BM_UndoAndRedoInAnHour)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Edit<PasteSecond, Timed::kEdit>)->Name("BM_Paste")->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Edit<PasteSecond, Timed::kUndo>)->Name("BM_UndoPaste")->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Edit<PasteSecond, Timed::kRedo>)->Name("BM_RedoPaste")->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Edit<DeleteSecond, Timed::kEdit>)->Name("BM_Delete")->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Edit<DeleteSecond, Timed::kUndo>)
+    ->Name("BM_UndoDelete")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Edit<DeleteSecond, Timed::kRedo>)
+    ->Name("BM_RedoDelete")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Edit<Fade, Timed::kEdit>)->Name("BM_Fade")->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Edit<Fade, Timed::kUndo>)->Name("BM_UndoFade")->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Edit<Fade, Timed::kRedo>)->Name("BM_RedoFade")->Unit(benchmark::kMillisecond);
+
+// What 200 edits of a second each leave in the history and in the process, beside what they
+// replaced.
+void BM_MemoryOfEdits(benchmark::State& state) {
+    constexpr unsigned kEdits = 200;
+    for (auto _ : state) {
+        HourDocument hour;
+        const std::int64_t before = PrivateBytes();
+        for (unsigned i = 0; i < kEdits; ++i)
+            if (!Check(state, bool(i % 2 == 0 ? DeleteSecond(hour) : PasteSecond(hour)))) return;
+        constexpr double kMegabyte = 1 << 20;
+        state.counters["replacedMB"] = kEdits / 2 * kRate * kFrameBytes / kMegabyte;
+        state.counters["historyMB"] =
+            static_cast<double>(hour.document.History().MemoryBytes()) / kMegabyte;
+        state.counters["grownMB"] = static_cast<double>(PrivateBytes() - before) / kMegabyte;
+    }
+}
+BENCHMARK(BM_MemoryOfEdits)->Unit(benchmark::kMillisecond)->Iterations(1);
 
 }  // namespace
 }  // namespace sonavel::bench

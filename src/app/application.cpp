@@ -62,7 +62,8 @@ void TakeInto(Outcome& all, const Outcome& one) {
 
 Application::Application(WaveDevices& devices, const ProgramFolder& folder)
     : logoSound_(devices, folder),
-      workspace_({prompts_, progress_, clipboard_, devices, folder, &codecs_}),
+      workspace_({prompts_, progress_, clipboard_, devices, folder, &codecs_,
+                  UndoStorage::OfThisSystem()}),
       importer_(workspace_, &frame_, [this](const QString& path) { frame_.Recent().Add(path); }),
       effectCommands_(MakeEffectHost()),
       commands_(std::make_unique<TableCommandTarget<Application>>(*this, ApplicationCommands())) {

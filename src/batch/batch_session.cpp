@@ -11,7 +11,8 @@ BatchSession::BatchSession(const ProgramFolder& folder, std::ostream& out,
       prompts_(out),
       progress_(progressOut),
       devices_(WavePace::kAsFastAsAsked),
-      workspace_({prompts_, progress_, clipboard_, devices_, folder_, &codecs_}) {
+      workspace_({prompts_, progress_, clipboard_, devices_, folder_, &codecs_,
+                  UndoStorage::OfThisSystem()}) {
     workspace_.SetInitialViewSize(kInitialViewWidth, kInitialViewHeight);
 }
 

@@ -15,6 +15,7 @@ DocumentOptions DocumentOptions::Read(const SettingValues& options) {
         .openAndFullTimeZoom = options[SettingId::kOpenAndFullTimeZoom],
         .applyAutoSkipMode = options[SettingId::kApplyAutoSkipMode],
         .saveUndo = options[SettingId::kSaveUndo],
+        .undoMegabytes = options[SettingId::kUndoMemory],
         .playScrolling = options[SettingId::kPlayScrolling],
         .saveMarkers = options[SettingId::kSaveMarkers],
     };

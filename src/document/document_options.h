@@ -18,6 +18,7 @@ struct DocumentOptions {
     int openAndFullTimeZoom = 0;
     int applyAutoSkipMode = 1;
     int saveUndo = 1;
+    int undoMegabytes = 0;  // 0: what the host gives
     int playScrolling = 1;
     int saveMarkers = 0;
 

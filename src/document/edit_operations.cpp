@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
 #include <utility>
 
 #include "document/clip_image.h"
@@ -23,14 +24,26 @@ Result<EditSelection> RemoveSelection(CSoundDoc& document, const EditSelection& 
     return EditSelection{.cursorFrame = at.startFrame};
 }
 
-// The clip `count` times over; false when the memory cannot be had.
-bool Repeat(const ClipRecord& clip, std::uint32_t count, SoundBuffer& repeated) {
-    const std::uint64_t bytes = clip.GetDataSize() * count;
-    if (bytes > MostSoundBytes(clip.GetFormat()) || !repeated.AllocBuffer(bytes)) return false;
-    for (std::uint32_t i = 0; i < count; ++i)
-        std::memcpy(repeated.Data() + i * clip.GetDataSize(), clip.Bytes().data(),
-                    clip.GetDataSize());
-    return true;
+// Less is pasted before a window could be read.
+constexpr std::uint64_t kProgressFromBytes = std::uint64_t{16} << 20;
+
+// The clip `count` times over, one copy as its own. The sound is not touched, so a cancel leaves
+// nothing to be taken back.
+Outcome Repeat(const ClipRecord& clip, std::uint32_t count, ProgressFactory& factory,
+               SoundBuffer& repeated) {
+    const std::uint64_t copy = clip.GetDataSize(), bytes = copy * count;
+    if (count == 1) return Done();
+    if (bytes > MostSoundBytes(clip.GetFormat()) || !repeated.AllocBuffer(bytes))
+        return Failed(failure::kMemory);
+    const auto window =
+        bytes >= kProgressFromBytes ? factory.CreateProgress("Progress Paste Replicate") : nullptr;
+    for (std::uint32_t i = 0; i < count; ++i) {
+        std::memcpy(repeated.Data() + i * copy, clip.Bytes().data(), copy);
+        if (!window) continue;
+        window->SetPosition(static_cast<int>(std::uint64_t{i + 1} * 100 / count));
+        if (window->Poll()) return Cancelled();
+    }
+    return Done();
 }
 
 // Inserting behind the selection first leaves the sound as it was when there is no memory; samples
@@ -127,12 +140,12 @@ Result<EditSelection> Paste(CSoundDoc& document, const ClipRecord& clip,
     if (Outcome fits = CheckClip(sound, clip); !fits) return fits;
     if (count == 0 || count > kHighestReplicateCount)
         return Failed("The clip can be pasted 1 to 1000 times at once.");
+    SoundBuffer repeated;
+    if (Outcome made = Repeat(clip, count, document.Services().progress, repeated); !made)
+        return made;
     Result<SoundEdit> edit = document.BeginEdit("Copy Sample", PlanOfPaste(at));
     if (!edit) return edit.Ended();
-
-    SoundBuffer repeated;
-    if ((count > 1 && !Repeat(clip, count, repeated)) ||
-        !InsertInPlaceOf(sound, at, count > 1 ? std::as_const(repeated).Bytes() : clip.Bytes()))
+    if (!InsertInPlaceOf(sound, at, count > 1 ? std::as_const(repeated).Bytes() : clip.Bytes()))
         return Failed(failure::kMemory);
 
     const std::uint32_t inserted = clip.GetFrameCount() * count;

@@ -29,6 +29,14 @@ void CSoundDoc::ReloadOptions() {
     sound_.SetPlaybackBlockFrames(options_.playbackBlockFrames);
     sound_.SetRecordDevice(options_.recordDeviceId);
     sound_.SetRecordBlockFrames(options_.recordBlockFrames);
+    LimitHistory();
+}
+
+void CSoundDoc::LimitHistory() {
+    const int megabytes = RowOf(SettingId::kUndoMemory).Effective(options_.undoMegabytes);
+    const std::uint64_t bytes = static_cast<std::uint64_t>(megabytes) << 20;
+    history_.SetLimits({bytes ? bytes : services_.undo.memoryBytes, services_.undo.folder});
+    ShowGivenUpSteps();
 }
 
 void CSoundDoc::SetTitle(std::string_view title) {

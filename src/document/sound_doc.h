@@ -186,6 +186,7 @@ class CSoundDoc {
     void TellHistory(HistoryChange::Kind kind, std::string_view stepName = {},
                      const EditRecord* record = nullptr);
     void ShowGivenUpSteps();
+    void LimitHistory();
     Outcome ReadFile(const std::filesystem::path& path, std::string_view extension);
     Outcome WriteFile(const std::filesystem::path& path, std::string_view extension);
     Outcome SaveLikeOrigin();

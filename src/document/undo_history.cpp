@@ -28,14 +28,6 @@ Outcome ExchangeAll(Records&& records, Sound& sound) {
     return Done();
 }
 
-enum class Way { kBack, kForth };
-
-Outcome Cross(UndoStep& step, Way way, Sound& sound) {
-    if (Outcome ready = BringIntoMemory(step); !ready) return ready;
-    return way == Way::kForth ? ExchangeAll(step.records, sound)
-                              : ExchangeAll(std::views::reverse(step.records), sound);
-}
-
 // Whether taking `older` back takes the newer edit back with it: all that it replaces was made by
 // the older one.
 bool Covers(const EditRecord& older, const EditRecord& newer) {
@@ -88,7 +80,7 @@ void UndoHistory::KeepWithinBudget() {
 }
 
 // The oldest, or in a run of undos what takes most presses to reach.
-StoredRecord* UndoHistory::FarthestInMemory() {
+StoredRecord* UndoHistory::FarthestInMemory(const UndoStep* spared) {
     const auto holds = [](const StoredRecord& stored) { return stored.MemoryBytes() > 0; };
     const std::size_t place = Place();
     std::size_t farthest = 0;
@@ -96,7 +88,8 @@ StoredRecord* UndoHistory::FarthestInMemory() {
     for (std::size_t i = 0; i < steps_.size(); ++i) {
         const auto record = std::ranges::find_if(steps_[i].records, holds);
         const std::size_t distance = i < place ? place - i : i - place + 1;
-        if (record == steps_[i].records.end() || distance <= farthest) continue;
+        if (record == steps_[i].records.end() || distance <= farthest || &steps_[i] == spared)
+            continue;
         farthest = distance;
         found = &*record;
     }
@@ -174,6 +167,19 @@ void UndoHistory::Clear() {
 }
 
 // --- Undo and Redo
+
+// Where the memory cannot be had, the other steps make room as far as the disk takes them.
+Outcome UndoHistory::Cross(UndoStep& step, Way way, Sound& sound) {
+    while (true) {
+        Outcome done = BringIntoMemory(step);
+        if (done)
+            done = way == Way::kForth ? ExchangeAll(step.records, sound)
+                                      : ExchangeAll(std::views::reverse(step.records), sound);
+        if (done) return done;
+        StoredRecord* other = FarthestInMemory(&step);
+        if (!other || !other->MoveIntoFile(file_)) return done;
+    }
+}
 
 Outcome UndoHistory::Undo(Sound& sound) {
     if (!CanUndo()) return Failed("There is nothing to undo.");

@@ -97,11 +97,14 @@ class UndoHistory {
     std::string RedoMenuText() const;
 
   private:
+    enum class Way { kBack, kForth };
+
     // Where the document's state stands: behind this many steps.
     std::size_t Place() const { return shown_.value_or(steps_.size()); }
     void Append(UndoStep step);
     const StoredRecord* LastOfSamples() const;
-    StoredRecord* FarthestInMemory();
+    StoredRecord* FarthestInMemory(const UndoStep* spared = nullptr);
+    Outcome Cross(UndoStep& step, Way way, Sound& sound);
     void KeepWithinBudget();
     bool GiveUpOldest();
 

@@ -2,6 +2,9 @@
 // alive longer than every document.
 #pragma once
 
+#include <cstdint>
+#include <filesystem>
+
 #include "platform/program_folder.h"
 #include "platform/progress_window.h"
 #include "platform/user_prompts.h"
@@ -12,6 +15,18 @@ namespace sonavel {
 
 class SoundCodecs;
 
+// Where the undo steps of each sound lie.
+struct UndoStorage {
+    // Memory, where the settings name no other; what is beyond it lies in this folder, in files
+    // that nobody sees. Without a folder the oldest steps are given up instead.
+    std::uint64_t memoryBytes = std::uint64_t{1} << 30;
+    std::filesystem::path folder = {};
+
+    // A quarter of the memory that is available now, at least 256 MB, and the folder of the
+    // person's unsaved work.
+    static UndoStorage OfThisSystem();
+};
+
 struct HostServices {
     UserPrompts& prompts;
     ProgressFactory& progress;
@@ -20,6 +35,7 @@ struct HostServices {
     const ProgramFolder& folder;
     // Decoders and encoders of foreign formats; null where there are none.
     const SoundCodecs* codecs = nullptr;
+    UndoStorage undo = {};
 };
 
 }  // namespace sonavel

@@ -54,6 +54,10 @@ constexpr Setting kRows[] = {
     // Spelled so in every file that exists.
     {SettingId::kSaveUndo, kOptions, kGeneral, "SAVE UNDO REDO INFOMATION", kFlag, "1",
      "Edits can be undone; without, they take no memory for it."},
+    {SettingId::kUndoMemory, kOptions, kGeneral, "UNDO MEMORY", kInteger, "0",
+     "Megabytes of memory for the undo steps of a sound, older ones go to the disk; 0 is a quarter "
+     "of what is free at the start.",
+     0, 1048576, 0},
     {SettingId::kPlayScrolling, kOptions, kGeneral, "PLAY SCROLLING", kInteger, "1",
      "While it is played, the waveform scrolls along.", 0, 1, 0},
     {SettingId::kSaveMarkers, kOptions, kGeneral, "마커 저장", kFlag, "1",

@@ -23,6 +23,7 @@ enum class SettingId : std::size_t {
     kOpenAndFullTimeZoom,
     kApplyAutoSkipMode,
     kSaveUndo,
+    kUndoMemory,
     kPlayScrolling,
     kSaveMarkers,
     kImportRefused,

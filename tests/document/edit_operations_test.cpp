@@ -1,5 +1,7 @@
 #include "document/edit_operations.h"
 
+#include <optional>
+
 #include "document/clip_image.h"
 #include "document_fixture.h"
 
@@ -256,6 +258,28 @@ TEST_F(EditOperationsTest, AnEditStopsPlaying) {
     ASSERT_TRUE(document->Sound().Play(0));
     ASSERT_TRUE(edit::Delete(*document, {0, 20000, 0}));
     EXPECT_TRUE(document->Sound().IsStopped());
+}
+
+TEST_F(EveryState, ManyCopiesShowProgressAndCanBeCancelled) {
+    const Bytes before = PatternBytes(4000, 1);
+    const ClipRecord clip = MakeClip({2, 16}, PatternBytes(40'000, 2));
+    for (const std::optional<int> cancelled : {std::optional<int>(), std::optional(700)}) {
+        auto document = MakeDocument({2, 16}, before);
+        progress_ = {};
+        progress_.cancelAtPoll = cancelled;
+        const auto pasted = edit::Paste(*document, clip, {100, 200, 0}, 1000);
+        EXPECT_EQ(pasted.Ended().IsCancelled(), cancelled.has_value());
+        EXPECT_EQ(progress_.titles.size(), 1u);
+        EXPECT_EQ(progress_.openWindows, 0);
+        EXPECT_EQ(progress_.positions.back(), cancelled ? 70 : 100);
+        EXPECT_EQ(document->CanUndo(), !cancelled);
+        EXPECT_EQ(document->GetModified(), !cancelled);
+        EXPECT_EQ(document->Undo().IsDone(), !cancelled);
+        EXPECT_EQ(BytesOf(document->Sound()), before);
+    }
+    progress_ = {};
+    ASSERT_TRUE(edit::Paste(*MakeDocument({2, 16}, before), clip, {}, 10));
+    EXPECT_TRUE(progress_.titles.empty()) << "done before a window could be read";
 }
 
 }  // namespace

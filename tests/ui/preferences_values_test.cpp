@@ -48,6 +48,7 @@ constexpr Change kPages[] = {
          p.settings[SettingId::kOpenAndFullTimeZoom] = 1;
          p.settings[SettingId::kApplyAutoSkipMode] = 1;
          p.settings[SettingId::kSaveUndo] = 1;
+         p.settings[SettingId::kUndoMemory] = 512;
          p.settings[SettingId::kPlayScrolling] = 1;
          p.settings[SettingId::kSaveMarkers] = 1;
          p.settings[SettingId::kStatusFormat] = 2;

@@ -66,10 +66,15 @@ void FormatBar::ShowHistory(const CSoundDoc& document) {
     // Switching undo off keeps the steps of before.
     if (!document.Options().saveUndo && history.Count() == 0)
         return Show(kHistory, tr("Undo: off"), tr("The preferences have no undo history kept"));
-    const std::uint64_t kept = history.MemoryBytes();
-    Show(kHistory, tr("Undo: %1").arg(MemoryText(kept)),
-         tr("Memory of the undo history: %1 bytes in %2 step(s)")
-             .arg(Exactly(kept), Exactly(history.Count())));
+    const std::uint64_t kept = history.MemoryBytes(), spilled = history.SpilledBytes();
+    QString text = tr("Undo: %1").arg(MemoryText(kept));
+    QString tip = tr("Memory of the undo history: %1 bytes in %2 step(s)")
+                      .arg(Exactly(kept), Exactly(history.Count()));
+    if (spilled > 0) {
+        text += tr(" + %1").arg(MemoryText(spilled));
+        tip += tr(", and %1 bytes on the disk").arg(Exactly(spilled));
+    }
+    Show(kHistory, text, tip);
 }
 
 void FormatBar::Clear() {

@@ -35,6 +35,10 @@ QWidget* COptionGeneral::MakeDocument() {
     auto* group = new QGroupBox(tr("Document"), this);
     auto* column = new QVBoxLayout(group);
     AddFlag(*column, SettingId::kSaveUndo, tr("Keep &undo and redo information"));
+    auto* form = new QFormLayout;
+    NumberField* memory = AddNumber(SettingId::kUndoMemory, 256, tr("MB"));
+    form->addRow(tr("&At most in memory:"), memory);
+    column->addLayout(form);
     AddFlag(*column, SettingId::kSaveMarkers,
             QStringLiteral("Save &markers with the sound (마커 저장)"));
     return group;

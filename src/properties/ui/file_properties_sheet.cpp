@@ -75,7 +75,8 @@ CFilePropertiesSheet::CFilePropertiesSheet(const CSoundDoc& document, ProgressFa
       tabs_(new QTabWidget(this)) {
     SetSizing(Sizing::kFree);
     tabs_->addTab(PageOf(FileRows(document)), tr("General"));
-    tabs_->addTab(PageOf(FormatRows(document.Sound())), tr("Format"));
+    tabs_->addTab(PageOf(FormatRows(document.Sound()) << HistoryRow(document.History())),
+                  tr("Format"));
     tabs_->addTab(MakeStatistics(), tr("Statistics"));
     tabs_->addTab(MakeMarkers(), tr("Markers"));
     Body().addWidget(tabs_);

@@ -104,6 +104,15 @@ QList<PropertyRow> FormatRows(const Sound& sound) {
     };
 }
 
+PropertyRow HistoryRow(const UndoHistory& history) {
+    QString held = Tr("%1 in %2 step(s)")
+                       .arg(Utf8Text(ByteCountText(history.MemoryBytes())),
+                            Counted(static_cast<qint64>(history.Count())));
+    if (const std::uint64_t spilled = history.SpilledBytes())
+        held += Tr(", %1 on the disk").arg(Utf8Text(ByteCountText(spilled)));
+    return {Tr("Undo history:"), held};
+}
+
 QList<StatisticsRow> StatisticsRows(const SoundStatistics& statistics,
                                     std::uint32_t samplesPerSecond) {
     const std::int32_t reference = statistics.reference;

@@ -18,6 +18,8 @@ struct PropertyRow {
 // Of the file on the disk; a sound without one has a title alone.
 QList<PropertyRow> FileRows(const CSoundDoc& document);
 QList<PropertyRow> FormatRows(const Sound& sound);
+// What the undo history holds of samples, in memory and on the disk.
+PropertyRow HistoryRow(const UndoHistory& history);
 
 // One row for each kind of value, with a value for each channel.
 struct StatisticsRow {

@@ -1,0 +1,162 @@
+// What becomes of undo steps that there is no memory for.
+#include <sys/stat.h>
+
+#include <functional>
+
+#include "document_fixture.h"
+#include "support/address_space_limit.h"
+
+namespace sonavel::testing {
+namespace {
+
+class HistoryBudgetTest : public DocumentTest {
+  protected:
+    std::filesystem::path Folder() const { return folder_ / "state" / "undo"; }
+    // As many deletions of 100 bytes.
+    std::unique_ptr<CSoundDoc> MakeEdited(unsigned deletions) {
+        auto document = MakeDocument({1, 8}, PatternBytes(10000, 1));
+        for (unsigned i = 0; i < deletions; ++i)
+            EXPECT_TRUE(edit::Delete(*document, {i * 50, i * 50 + 100, 0}));
+        return document;
+    }
+    static unsigned UndoAll(CSoundDoc& document) {
+        unsigned undone = 0;
+        while (document.Undo()) ++undone;
+        return undone;
+    }
+};
+
+TEST_F(HistoryBudgetTest, TheOldestStepsMoveToTheDiskAndComeBack) {
+    auto document = MakeEdited(10);
+    const Bytes after = BytesOf(document->Sound());
+    UndoHistory& history = document->History();
+    history.SetLimits({350, Folder()});
+    EXPECT_EQ(history.MemoryBytes(), 300u);
+    EXPECT_EQ(history.SpilledBytes(), 700u);
+    for (const std::size_t spilled : {0u, 6u})
+        EXPECT_FALSE(history.StepAt(spilled).records.front().IsInMemory());
+    for (const std::size_t kept : {7u, 9u})
+        EXPECT_TRUE(history.StepAt(kept).records.front().IsInMemory());
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_EQ(UndoAll(*document), 10u);
+        EXPECT_EQ(BytesOf(document->Sound()), PatternBytes(10000, 1));
+        EXPECT_EQ(history.SpilledBytes() + history.MemoryBytes(), 0u) << "all lies in the sound";
+        while (document->Redo()) continue;
+        EXPECT_EQ(BytesOf(document->Sound()), after);
+    }
+    EXPECT_EQ(history.SpilledBytes(), 700u);
+    EXPECT_EQ(history.TakeGivenUpCount(), 0u);
+}
+
+TEST_F(HistoryBudgetTest, TheFileHasNoNameAndItsFolderIsThePersonsAlone) {
+    auto document = MakeEdited(3);
+    document->History().SetLimits({0, Folder()});
+    EXPECT_EQ(document->History().SpilledBytes(), 300u);
+    struct stat folder {};
+    ASSERT_EQ(stat(Folder().c_str(), &folder), 0);
+    EXPECT_EQ(folder.st_mode & 0777, 0700u);
+    EXPECT_TRUE(std::filesystem::is_empty(Folder()));
+}
+
+TEST_F(HistoryBudgetTest, WithoutADiskTheOldestGoButNeverTheLastEditNorWhatCanBeRedone) {
+    std::ofstream(folder_ / "file") << "no folder";
+    const struct {
+        const char* name;
+        std::filesystem::path folder;
+    } cases[] = {{"no folder", {}}, {"a file in its place", folder_ / "file"}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        auto document = MakeEdited(5);
+        ASSERT_TRUE(document->Undo());
+        const Bytes fourth = BytesOf(document->Sound());
+        ASSERT_TRUE(document->Redo());
+        document->History().SetLimits({250, c.folder});
+        EXPECT_EQ(document->History().TakeGivenUpCount(), 3u);
+        document->History().SetLimits({0, c.folder});
+        EXPECT_EQ(document->History().TakeGivenUpCount(), 1u);
+        EXPECT_EQ(document->History().MemoryBytes(), 100u);
+        EXPECT_EQ(UndoAll(*document), 1u);
+        EXPECT_EQ(BytesOf(document->Sound()), fourth);
+        EXPECT_TRUE(document->Redo());
+        EXPECT_FALSE(document->Redo());
+    }
+}
+
+TEST_F(HistoryBudgetTest, TheStatusBarSaysWhenStepsWereGivenUp) {
+    WriteOptions("SAVE UNDO REDO INFOMATION=1\nUNDO MEMORY=1\n");
+    auto document = MakeDocument({1, 8}, PatternBytes(3 << 20, 1));
+    const auto edit = [&] { ASSERT_TRUE(edit::Delete(*document, {0, 600'000, 0})); };
+    edit();
+    EXPECT_TRUE(prompts_.statusTexts.empty());
+    edit();
+    EXPECT_EQ(prompts_.statusTexts.size(), 1u);
+    EXPECT_EQ(document->History().Count(), 1u);
+    EXPECT_TRUE(document->Undo());
+    EXPECT_FALSE(document->Undo());
+}
+
+TEST_F(HistoryBudgetTest, TheHostSaysWhatHoldsWithoutASetting) {
+    const struct {
+        const char* setting;
+        std::uint64_t kept;  // in memory, of a step of 3 MB
+    } cases[] = {{"", 0},
+                 {"UNDO MEMORY=0\n", 0},
+                 {"UNDO MEMORY=-5\n", 0},
+                 {"UNDO MEMORY=2\n", 0},
+                 {"UNDO MEMORY=3\n", 3 << 20}};
+    for (const auto& c : cases) {
+        WriteOptions(std::string("SAVE UNDO REDO INFOMATION=1\n") + c.setting);
+        HostServices services = Services();
+        services.undo = {1000, Folder()};
+        CSoundDoc document(services);
+        document.Sound().Adopt(MakeSound({1, 8}, PatternBytes(3 << 20, 1)));
+        ASSERT_TRUE(edit::Delete(document, {0, 3 << 20, 0}));
+        EXPECT_EQ(document.History().MemoryBytes(), c.kept) << c.setting;
+        EXPECT_EQ(document.History().SpilledBytes(), (3 << 20) - c.kept) << c.setting;
+    }
+}
+
+#ifndef __SANITIZE_ADDRESS__
+
+TEST_F(HistoryBudgetTest, ASoundOfWhichThreeCopiesDoNotFitIsEditedAndTakenBack) {
+    constexpr std::uint32_t kLong = 24 << 20;
+    auto document = MakeDocument({1, 8}, PatternBytes(kLong, 1));
+    document->History().SetLimits({64 << 20, Folder()});
+    const auto clip = MakeClip({1, 8}, PatternBytes(1000, 2));
+    const std::function<Outcome()> edits[] = {
+        [&] {
+            return edit::Mix(*document, clip, {0, kLong, 0}, {0.5, 0.5}).Ended();
+        },
+        [&] {
+            return edit::Mix(*document, clip, {0, kLong, 0}, {0.5, 0.5}).Ended();
+        },
+        [&] {
+            return edit::Delete(*document, {10, kLong - 10, 0}).Ended();
+        }};
+    std::vector<std::uint32_t> sums;
+    const auto sum = [&] {
+        std::uint32_t value = document->Sound().GetFrameCount();
+        for (const std::uint8_t byte : document->Sound().Bytes()) value = value * 31 + byte;
+        return value;
+    };
+    {
+        // Room for the sound and one more of it.
+        const AddressSpaceLimit limit(std::uint64_t{kLong} * 5 / 4);
+        for (const auto& edit : edits) {
+            sums.push_back(sum());
+            ASSERT_TRUE(edit());
+        }
+        while (!sums.empty()) {
+            ASSERT_TRUE(document->Undo()) << sums.size();
+            EXPECT_EQ(sum(), sums.back());
+            sums.pop_back();
+        }
+    }
+    EXPECT_TRUE(prompts_.questions.empty());
+    EXPECT_EQ(document->History().TakeGivenUpCount(), 0u);
+}
+
+#endif
+
+}  // namespace
+}  // namespace sonavel::testing
