@@ -14,6 +14,7 @@
 #include "platform/headless/memory_clipboard.h"
 #include "platform/headless/scripted_prompts.h"
 #include "platform/program_folder.h"
+#include "spatial/listener.h"
 #include "workspace/workspace.h"
 
 namespace sonavel::batch {
@@ -33,6 +34,8 @@ class BatchSession {
     MemoryClipboard& Clipboard() { return clipboard_; }
     EffectState& Effects() { return effectState_; }
     const SoundCodecs& Codecs() const { return codecs_; }
+    // Of the smooth 3D commands.
+    Listener& Ears() { return ears_; }
 
     bool HasActive() { return workspace_.Active() != nullptr; }
     // These need an active document.
@@ -49,6 +52,7 @@ class BatchSession {
     HeadlessWaveDevices devices_;
     ChildCodecs codecs_;
     EffectState effectState_;
+    Listener ears_;
     Workspace workspace_;
 };
 

@@ -16,6 +16,7 @@ std::vector<CommandRow> EditCommandRows();
 std::vector<CommandRow> FormatCommandRows();
 std::vector<CommandRow> EffectCommandRows();  // with those of 3D sound
 std::vector<CommandRow> SpatialCommandRows();
+std::vector<CommandRow> SpaceCommandRows();  // many places, scenes, loudspeakers, responses
 std::vector<CommandRow> ViewCommandRows();
 std::vector<CommandRow> SpectrogramCommandRows();
 std::vector<CommandRow> ScriptCommandRows();  // answer, try

@@ -28,6 +28,7 @@ constexpr HelpGroup kGroups[] = {
     {"Format of the sound", FormatCommandRows},
     {"View and menu commands", ViewCommandRows},
     {"Effects, on the selection or on the whole sound without one", EffectCommandRows},
+    {"Space", SpaceCommandRows},
     {"Script", ScriptCommandRows},
 };
 

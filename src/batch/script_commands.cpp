@@ -36,7 +36,8 @@ const std::vector<CommandRow>& AllCommandRows() {
         for (const auto& group :
              {DocumentCommandRows(), ImportCommandRows(), ExportCommandRows(), LabelCommandRows(),
               ReportCommandRows(), EditCommandRows(), FormatCommandRows(), ViewCommandRows(),
-              SpectrogramCommandRows(), EffectCommandRows(), ScriptCommandRows()})
+              SpectrogramCommandRows(), EffectCommandRows(), SpaceCommandRows(),
+              ScriptCommandRows()})
             rows.insert(rows.end(), group.begin(), group.end());
         return rows;
     }();

@@ -8,6 +8,7 @@
 
 #include "document/sound_doc.h"
 #include "spatial/direction.h"
+#include "spatial/placing.h"
 
 namespace sonavel {
 
@@ -33,11 +34,18 @@ struct SpatialTarget {
     SpatialOutcome outcome = SpatialOutcome::kApply;
 };
 
-// Both read channel 0 alone. They fail, and do nothing, for an empty sound, one too long to become
+// All read channel 0 alone. They fail, and do nothing, for an empty sound, one too long to become
 // 16-bit stereo, without memory, or when an undo step was refused. A cancelled run ends in silence
 // and counts as done.
 Outcome SpatializePositional(const SpatialTarget& target, const SourcePosition& position);
 // Along the points in order, at constant speed; at least one point.
 Outcome SpatializeMoving(const SpatialTarget& target, std::span<const SourcePosition> path);
+// As the placing says; without memory for the listener's responses it fails, too.
+Outcome SpatializePlaced(const SpatialTarget& target, const Placing& placing, Listener& listener);
+
+// What SpatializePlaced() would make of the whole sound, with its markers, as a sound of its own.
+// Fails likewise; a cancelled run gives nothing.
+Result<Sound> PlacedCopy(const Sound& sound, const Placing& placing, Listener& listener,
+                         ProgressWindow& progress);
 
 }  // namespace sonavel

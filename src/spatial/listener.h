@@ -1,0 +1,30 @@
+// Whose ears are listened with: the responses of the table, or of a person's own file, in the form
+// that moves without steps, at the rates that were asked for.
+#pragma once
+
+#include <map>
+#include <memory>
+
+#include "spatial/response_set.h"
+
+namespace sonavel {
+
+class Listener {
+  public:
+    Listener();
+
+    // The table's name, or the file's.
+    const MeasuredResponses& Measured() const { return measured_; }
+    // Fails, and keeps what it has, when no set can be made of them.
+    Outcome Use(MeasuredResponses measured);
+    void UseTable();
+
+    // At this rate, in frames a second. Fails without memory.
+    Result<std::shared_ptr<const ResponseSet>> At(double rate);
+
+  private:
+    MeasuredResponses measured_;
+    std::map<double, std::shared_ptr<const ResponseSet>> sets_;
+};
+
+}  // namespace sonavel

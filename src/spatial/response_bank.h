@@ -1,0 +1,42 @@
+// The responses that a rendering blends, each computed once.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <span>
+#include <vector>
+
+#include "spatial/response_set.h"
+
+namespace sonavel {
+
+// Up to three responses of a bank by their numbers, and their shares.
+struct BankBlend {
+    std::array<std::uint32_t, 3> numbers{};
+    std::array<float, 3> shares{};
+
+    bool operator==(const BankBlend&) const = default;
+};
+
+class ResponseBank {
+  public:
+    explicit ResponseBank(std::shared_ptr<const ResponseSet> responses);
+
+    const ResponseSet& Responses() const { return *responses_; }
+    // Notes which responses the direction needs.
+    BankBlend Note(const SphereBlend& blend);
+    // Computes what was noted since, on all cores. Throws std::bad_alloc.
+    void Compute();
+    // gain * an ear's blended response, of computed ones; `taps` are Responses().Taps() values.
+    void Blend(const BankBlend& blend, Ear ear, double gain, std::span<float> taps) const;
+
+  private:
+    std::shared_ptr<const ResponseSet> responses_;
+    std::map<FinePlace, std::uint32_t> numbers_;
+    std::vector<FinePlace> places_;
+    std::vector<std::array<std::vector<float>, 2>> taps_;  // of both ears
+};
+
+}  // namespace sonavel
