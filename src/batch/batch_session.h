@@ -33,7 +33,7 @@ class BatchSession {
     ScriptedPrompts& Prompts() { return prompts_; }
     MemoryClipboard& Clipboard() { return clipboard_; }
     EffectState& Effects() { return effectState_; }
-    const SoundCodecs& Codecs() const { return codecs_; }
+    const ChildCodecs& Codecs() const { return codecs_; }
     // Of the smooth 3D commands.
     Listener& Ears() { return ears_; }
 

@@ -18,8 +18,7 @@ CommandRow SoundRow() {
     for (PositionalRule& rule : Coordinates({"X", "Y", "Z"})) words.push_back(std::move(rule));
     std::vector<KeyRule> keys = PlacingKeys(PlacingKind::kPath);
     keys.push_back({"start", ValueRule::Time(), "0"});
-    keys.push_back(
-        {"gain", ValueRule::Decimal(kLeastGain, kGreatestGain, kGainDecimals), "0"});
+    keys.push_back({"gain", ValueRule::Decimal(kLeastGain, kGreatestGain, kGainDecimals), "0"});
     return {.name = "sound",
             .does = "Place a sound in the scene",
             .positional = std::move(words),
@@ -33,8 +32,8 @@ Result<SceneLine> LineFrom(const ParsedCommand& command) {
     SceneLine line;
     line.line = command.line;
     line.path = words.Text("PATH");
-    line.placing = PlacingFrom(isPath ? PlacingKind::kPath : PlacingKind::kPoint, words,
-                               kBeforeCoordinates);
+    line.placing =
+        PlacingFrom(isPath ? PlacingKind::kPath : PlacingKind::kPoint, words, kBeforeCoordinates);
     line.start = words.Text("start");
     line.gain = words.Decimal("gain");
     if (isPath && line.placing.points.size() < 2) return Failed("expected two points of the path");

@@ -1,19 +1,16 @@
-// Many places at once, scenes of many sounds and loudspeakers, as commands.
+// Many places at once, scenes of many sounds, loudspeakers and responses, as commands.
 #include <ostream>
 
 #include "batch/batch_session.h"
 #include "batch/command_rows.h"
 #include "batch/report_text.h"
 #include "batch/scene_file.h"
-#include "exchange/sound_export.h"
 #include "exchange/sound_import.h"
-#include "platform/code_page_949.h"
 #include "platform/small_file.h"
 #include "spatial/crosstalk.h"
-#include "spatial/point_list.h"
+#include "spatial/place_many.h"
 #include "spatial/scene_mix.h"
 #include "spatial/scene_points.h"
-#include "spatial/spatializer.h"
 
 namespace sonavel::batch {
 namespace {
@@ -30,65 +27,28 @@ Result<std::string> TextOf(const fs::path& path) {
 
 // --- Many places
 
-struct Places {
-    std::vector<NamedPoint> points;
-    std::vector<fs::path> paths;  // of each point
-};
-
-Result<Places> PlacesFrom(const CSoundDoc& document, const Arguments& words) {
-    if (!words.Has("points")) return Failed("place-many needs points=FILE.csv.");
-    const fs::path folder = AbsolutePath(words.Text("FOLDER"));
-    std::error_code error;
-    if (!fs::is_directory(folder, error)) return Failed("There is no such folder.");
-    const Result<std::string> text = TextOf(AbsolutePath(words.Text("points")));
-    if (!text) return text.Ended();
-    Places places;
-    Result<std::vector<NamedPoint>> points = ParsePoints(*text);
-    if (!points) return points.Ended();
-    places.points = *std::move(points);
-    const std::string title = fs::path(DisplayText(document.Title())).stem().string();
-    const auto names = NamesOfPlaces(words.Text("pattern"), places.points, title);
-    if (!names) return names.Ended();
-    for (const std::string& name : *names) places.paths.push_back(folder / (name + ".wav"));
-    if (words.Switch("overwrite")) return places;
-    for (const fs::path& path : places.paths)
-        if (fs::exists(path, error))
-            return Failed("There is a file " + QuotedText(path.string()) + " already.");
-    return places;
-}
-
-void PrintWritten(std::ostream& out, const fs::path& path, const SourcePosition& position) {
-    const PolarPosition polar = PolarOf(position);
-    out << "wrote " << QuotedText(path.string()) << " azimuth=" << FixedText(polar.azimuth, 1)
+void PrintWritten(std::ostream& out, const ManyPlaces& places, std::size_t index) {
+    const PolarPosition polar = PolarOf(places.points[index].position);
+    out << "wrote " << QuotedText(places.paths[index].string())
+        << " azimuth=" << FixedText(polar.azimuth, 1)
         << " elevation=" << FixedText(polar.elevation, 1)
         << " distance=" << FixedText(polar.distance, 2) << '\n';
 }
 
-Outcome WritePlace(BatchSession& session, const Placing& placing, const fs::path& path) {
-    CSoundDoc& document = session.Document();
-    const auto progress = session.Sounds().Services().progress.CreateProgress(
-        "Progress of " + path.filename().string());
-    const Result<Sound> placed =
-        PlacedCopy(document.Sound(), placing, session.Ears(), *progress);
-    if (!placed) return placed.Ended();
-    ExportChoice choice;
-    choice.depth = placed->GetBits() == 32 ? EncodedDepth::kFloat32 : EncodedDepth::k16;
-    choice.frames = {0, placed->GetFrameCount()};
-    return ExportSound(path, *placed, document.Extras(), choice, &session.Codecs(),
-                       document.Sound().FileHost());
-}
-
 Outcome PlaceMany(BatchSession& session, const Arguments& words) {
-    const Result<Places> places = PlacesFrom(session.Document(), words);
+    if (!words.Has("points")) return Failed("place-many needs points=FILE.csv.");
+    Result<std::string> points = TextOf(AbsolutePath(words.Text("points")));
+    if (!points) return points.Ended();
+    const ManyPlacesChoice choice = {
+        .folder = AbsolutePath(words.Text("FOLDER")),
+        .points = *std::move(points),
+        .pattern = words.Text("pattern"),
+        .smoothness = words.Switch("smooth") ? Smoothness::kSmooth : Smoothness::kStepped,
+        .filesThere = words.Switch("overwrite") ? FilesThere::kReplace : FilesThere::kKeep};
+    const Result<ManyPlaces> places = PreparePlaces(session.Document(), choice);
     if (!places) return places.Ended();
-    for (std::size_t i = 0; i < places->points.size(); ++i) {
-        Placing placing = {.points = {places->points[i].position}};
-        if (words.Switch("smooth")) placing.smoothness = Smoothness::kSmooth;
-        if (Outcome written = WritePlace(session, placing, places->paths[i]); !written)
-            return written;
-        PrintWritten(session.Out(), places->paths[i], places->points[i].position);
-    }
-    return Done();
+    return WritePlaces(session.Document(), *places, session.Ears(),
+                       [&](std::size_t index) { PrintWritten(session.Out(), *places, index); });
 }
 
 // --- Scenes
@@ -99,9 +59,8 @@ Outcome FailedAt(const SceneLine& line, const Outcome& why) {
 }
 
 Result<Sound> LoadSound(BatchSession& session, const fs::path& path) {
-    const TransferHost host{.progress = &session.Sounds().Services().progress,
-                            .warn = {},
-                            .note = {}};
+    const TransferHost host{
+        .progress = &session.Sounds().Services().progress, .warn = {}, .note = {}};
     Result<ImportedSound> imported = ImportSound(path, &session.Codecs(), {}, host);
     if (!imported) return imported.Ended();
     return std::move(imported->sound);
@@ -145,6 +104,20 @@ Outcome CrossTalk(BatchSession& session, const Arguments& words) {
                            words.Decimal("angle"), session.Ears());
 }
 
+// --- Responses
+
+Outcome UseResponses(BatchSession& session, const Arguments& words) {
+    if (words.Text("PATH") == "default") {
+        session.Ears().UseTable();
+        return Done();
+    }
+    CodecWatcher watcher;
+    Result<MeasuredResponses> measured =
+        session.Codecs().ReadResponses(AbsolutePath(words.Text("PATH")), watcher);
+    if (!measured) return measured.Ended();
+    return session.Ears().Use(*std::move(measured));
+}
+
 }  // namespace
 
 std::vector<CommandRow> SpaceCommandRows() {
@@ -158,7 +131,7 @@ std::vector<CommandRow> SpaceCommandRows() {
          .does = "Write the sound as heard from each point of a table, a file each",
          .positional = {{"FOLDER", ValueRule::Path()}},
          .keys = {{"points", ValueRule::Path()},
-                  {"pattern", ValueRule::Text(), "{name}_{azimuth}_{elevation}"},
+                  {"pattern", ValueRule::Text(), std::string(kPlacePattern)},
                   {"smooth", ValueRule::Switch(), "off"},
                   {"overwrite", ValueRule::Switch(), "off"}},
          .run = PlaceMany},
@@ -167,6 +140,11 @@ std::vector<CommandRow> SpaceCommandRows() {
          .positional = {{"FILE", ValueRule::Path()}},
          .needs = Needs::kNothing,
          .run = MixScene},
+        {.name = "responses",
+         .does = "Let the smooth commands use a SOFA file's responses; default: the table's",
+         .positional = {{"PATH", ValueRule::Path()}},
+         .needs = Needs::kNothing,
+         .run = UseResponses},
     };
 }
 

@@ -41,8 +41,9 @@ std::vector<CommandRow> SpatialCommandRows() {
     SetHandlers(positional, PlacingKind::kPoint);
     CommandRow moving = {
         .name = "moving",
-        .does = "Move the sound along the points; smooth: without steps; doppler, of a smooth "
-                "one: with the pitch that its speed gives",
+        .does =
+            "Move the sound along the points; smooth: without steps; doppler, of a smooth "
+            "one: with the pitch that its speed gives",
         .positional = Coordinates({"X0", "Y0", "Z0", "X1", "Y1", "Z1"}),
         .repeated = kCoordinates};
     SetHandlers(moving, PlacingKind::kPath);

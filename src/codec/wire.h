@@ -4,7 +4,8 @@
 //
 // Decoding: greeting, description, tags, chapters, then frames and an end; or a failure at any
 // place. Probing: the same without frames. Encoding: greeting, request, tags and frames to the
-// program; a greeting and an end or a failure back.
+// program; a greeting and an end or a failure back. Responses of ears: greeting, a head of
+// responses, floats as records of frames, and an end.
 #pragma once
 
 #include <cstddef>
@@ -25,6 +26,7 @@ enum class RecordType : std::uint32_t {
     kEnd,
     kFailure,
     kRequest,
+    kResponseHead,
 };
 
 // A record of frames holds at most this much, of whole frames.
@@ -36,6 +38,14 @@ inline constexpr std::size_t kMostNameBytes = 1024;  // of a format, a coding, a
 inline constexpr std::size_t kMostChapterName = std::size_t{1} << 16;
 inline constexpr std::size_t kMostTags = 65536;
 inline constexpr std::size_t kMostChapters = 65536;
+
+// A listener's responses: for each direction azimuth (clockwise) and elevation in degrees and the
+// delays of both ears in frames, then the taps of the left and of the right ear, all of them
+// floats.
+inline constexpr std::uint32_t kMostDirections = 100'000;
+inline constexpr std::uint32_t kMostTaps = 16'384;
+inline constexpr std::uint64_t kMostResponseFloats = std::uint64_t{1} << 25;
+inline constexpr std::uint32_t kFloatsBeforeTaps = 4;
 
 // The most bytes that a record of this type may hold; 0 for a type that does not exist.
 std::size_t MostBytes(RecordType type);

@@ -44,6 +44,7 @@ std::size_t MostBytes(RecordType type) {
             return kMostFrameBytes;
         case RecordType::kEnd:
         case RecordType::kRequest:
+        case RecordType::kResponseHead:
             return 64;
         case RecordType::kFailure:
             return 2 * kMostNameBytes;
@@ -168,6 +169,21 @@ std::optional<Failure> ParseFailure(std::span<const std::uint8_t> bytes) {
     failure.text = parser.Text(kMostNameBytes);
     if (Number(failure.code) == 0) return std::nullopt;
     return WhenAtEnd(parser, std::move(failure));
+}
+
+Bytes Pack(const ResponseHead& head) {
+    return Packer().U32(head.rate).U32(head.directions).U32(head.taps).Done();
+}
+
+std::optional<ResponseHead> ParseResponseHead(std::span<const std::uint8_t> bytes) {
+    Parser parser(bytes);
+    ResponseHead head;
+    head.rate = parser.U32UpTo(kMostRate);
+    head.directions = parser.U32UpTo(kMostDirections);
+    head.taps = parser.U32UpTo(kMostTaps);
+    if (head.rate == 0 || head.directions == 0 || head.taps == 0) return std::nullopt;
+    if (head.Floats() > kMostResponseFloats) return std::nullopt;
+    return WhenAtEnd(parser, head);
 }
 
 Bytes Pack(const EncodeRequest& request) {

@@ -20,7 +20,7 @@ void FilteredBlocks::Render(std::size_t block, BlockOutput output) const {
 }
 
 RenderedBlocks RenderBlocks(const BlockRenderer& renderer, std::uint32_t framesPerSecond,
-                   std::span<float> pairs, ProgressWindow& progress) {
+                            std::span<float> pairs, ProgressWindow& progress) {
     constexpr std::size_t kBlockFloats = std::size_t{2} * kBlockFrames;
     const std::size_t blocks = (pairs.size() + kBlockFloats - 1) / kBlockFloats;
     const std::size_t frames = pairs.size() / 2;

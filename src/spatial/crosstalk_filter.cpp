@@ -110,8 +110,8 @@ CrosstalkFilter::CrosstalkFilter(std::shared_ptr<const ResponseSet> responses, d
                 bank.Responses().DelayAt(speakers[speaker], kBothEars[ear]);
         }
     // Only the differences count: the way to the listener delays nothing.
-    const double least = std::min({speakerDelays_[0][0], speakerDelays_[0][1],
-                                   speakerDelays_[1][0], speakerDelays_[1][1]});
+    const double least = std::min(
+        {speakerDelays_[0][0], speakerDelays_[0][1], speakerDelays_[1][0], speakerDelays_[1][1]});
     for (auto& delays : speakerDelays_)
         for (double& delay : delays) delay -= least;
     Invert();
@@ -121,8 +121,8 @@ EarMatrix CrosstalkFilter::SpeakersToEars(double frequency) const {
     EarMatrix matrix;
     for (int ear = 0; ear < 2; ++ear)
         for (int speaker = 0; speaker < 2; ++speaker)
-            matrix[ear][speaker] = SpectrumAt(speakerTaps_[ear][speaker],
-                                              speakerDelays_[ear][speaker], frequency);
+            matrix[ear][speaker] =
+                SpectrumAt(speakerTaps_[ear][speaker], speakerDelays_[ear][speaker], frequency);
     return matrix;
 }
 
@@ -167,8 +167,8 @@ void CrosstalkFilter::Invert() {
     LoadSpectra();
 }
 
-// With z = left + i right, what the loudspeakers play is a z + b z*, so that one transform there and
-// one back serve both channels and all four filters.
+// With z = left + i right, what the loudspeakers play is a z + b z*, so that one transform there
+// and one back serve both channels and all four filters.
 void CrosstalkFilter::LoadSpectra() {
     const auto& [toLeft, toRight] = taps_;
     for (std::size_t part = 0; part < parts_.size(); ++part) {

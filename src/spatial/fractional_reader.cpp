@@ -65,8 +65,8 @@ constexpr int kLanes = sizeof(Lanes) / sizeof(float);
 }
 
 // The taps of both neighbouring places of the table, blended, over the frames from `from` on.
-[[gnu::always_inline]] inline float Weigh(const float* from, const float* lower,
-                                          const float* upper, float share) {
+[[gnu::always_inline]] inline float Weigh(const float* from, const float* lower, const float* upper,
+                                          float share) {
     Lanes sum = {};
     Lanes low, high, frames;
     for (int i = 0; i < kReaderTaps; i += kLanes) {
@@ -79,8 +79,8 @@ constexpr int kLanes = sizeof(Lanes) / sizeof(float);
 }
 
 SONAVEL_VECTOR_CLONES
-void Read(const KernelTable& table, std::span<const float> frames,
-          std::span<const double> places, std::span<float> out) {
+void Read(const KernelTable& table, std::span<const float> frames, std::span<const double> places,
+          std::span<float> out) {
     for (std::size_t i = 0; i < out.size(); ++i) {
         const double floor = std::floor(places[i]);
         const double fine = (places[i] - floor) * kPlaces;

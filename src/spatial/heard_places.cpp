@@ -64,8 +64,8 @@ std::vector<double> Rounded(const std::vector<double>& delays) {
     std::vector<double> rounded(delays.size());
     for (std::ptrdiff_t i = 0; i <= last; ++i)
         for (int k = -kReach; k <= kReach; ++k) {
-            const double weight = (1 + std::cos(std::numbers::pi * k / (kReach + 1))) /
-                                  (2 * (kReach + 1));
+            const double weight =
+                (1 + std::cos(std::numbers::pi * k / (kReach + 1))) / (2 * (kReach + 1));
             rounded[i] += weight * delays[std::clamp<std::ptrdiff_t>(i + k, 0, last)];
         }
     return rounded;

@@ -17,8 +17,12 @@ struct MeasuredDirection {
     std::uint32_t right = 0;
 };
 
+// Whether arrival times and loudness mean something beside those of other sets.
+enum class Scale { kOfTheTable, kOfItsOwn };
+
 struct MeasuredResponses {
     std::string name;
+    Scale scale = Scale::kOfTheTable;
     double rate = 44100;  // frames a second
     std::size_t taps = 0;
     std::vector<float> values;   // one response after another; full scale 1

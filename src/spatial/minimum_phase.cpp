@@ -58,8 +58,8 @@ std::vector<double> PowerSpectrum(const AnalysisFft& fft, std::span<const float>
     const ComplexSeries spectrum = SpectrumOf(fft, taps);
     std::vector<double> power(fft.Size() / 2 + 1);
     for (std::size_t k = 0; k < power.size(); ++k)
-        power[k] = spectrum.real[k] * spectrum.real[k] +
-                   spectrum.imaginary[k] * spectrum.imaginary[k];
+        power[k] =
+            spectrum.real[k] * spectrum.real[k] + spectrum.imaginary[k] * spectrum.imaginary[k];
     return power;
 }
 

@@ -8,10 +8,6 @@
 namespace sonavel {
 namespace {
 
-std::vector<SourcePosition> PathOf(const Placing& placing) {
-    return placing.curve == PathCurve::kSpline ? SplineThrough(placing.points) : placing.points;
-}
-
 std::unique_ptr<const BlockFilter> FilterOf(const Placing& placing, std::uint32_t frames) {
     if (placing.kind == PlacingKind::kPoint)
         return std::make_unique<FixedSourceFilter>(placing.points.front());
@@ -24,6 +20,10 @@ std::optional<double> MetresPerUnit(const Placing& placing) {
 }
 
 }  // namespace
+
+std::vector<SourcePosition> PathOf(const Placing& placing) {
+    return placing.curve == PathCurve::kSpline ? SplineThrough(placing.points) : placing.points;
+}
 
 Outcome CheckPlacing(const Placing& placing) {
     if (placing.doppler == Doppler::kOn && placing.smoothness != Smoothness::kSmooth)

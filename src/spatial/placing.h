@@ -28,6 +28,9 @@ struct Placing {
     double metresPerUnit = 1;
 };
 
+// Where it passes: its points, or the curve through them.
+std::vector<SourcePosition> PathOf(const Placing& placing);
+
 // Why such a source cannot be heard; done when it can.
 Outcome CheckPlacing(const Placing& placing);
 

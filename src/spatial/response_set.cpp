@@ -17,8 +17,7 @@ constexpr std::size_t kFadedTaps = 16;
 FinePlace PlaceOf(const SphereBlend& blend, std::array<int, 3> eighths) {
     std::array<std::pair<std::uint32_t, std::uint8_t>, 3> parts{};
     for (int i = 0; i < 3; ++i)
-        if (eighths[i] > 0)
-            parts[i] = {blend.corners[i], static_cast<std::uint8_t>(eighths[i])};
+        if (eighths[i] > 0) parts[i] = {blend.corners[i], static_cast<std::uint8_t>(eighths[i])};
     std::sort(parts.begin(), parts.end(), [](const auto& a, const auto& b) {
         return std::pair(a.second == 0, a.first) < std::pair(b.second == 0, b.first);
     });
@@ -68,8 +67,7 @@ ResponseSet::ResponseSet(double rate, std::size_t transformSize,
 
 double ResponseSet::DelayAt(const SphereBlend& blend, Ear ear) const {
     double delay = 0;
-    for (int i = 0; i < 3; ++i)
-        delay += blend.shares[i] * delays_[NumberOf(blend.corners[i], ear)];
+    for (int i = 0; i < 3; ++i) delay += blend.shares[i] * delays_[NumberOf(blend.corners[i], ear)];
     return delay;
 }
 

@@ -24,6 +24,9 @@ constexpr double kLowTones = 1500;  // Hz
 constexpr double kTailEnergy = 3e-5;
 constexpr std::size_t kFadedTaps = 16;
 constexpr std::size_t kLeastDirections = 4;
+// Of the table's responses: the mean power, and when the first of them arrives, in seconds.
+constexpr double kTablePower = 2.1965;
+constexpr double kTableArrival = 35.85 / 44100;
 
 std::vector<float> Resampled(std::span<const float> taps, double fromRate, double toRate) {
     std::vector<float> padded(kRunIn + taps.size() + kRunIn);
@@ -39,8 +42,8 @@ std::vector<float> Resampled(std::span<const float> taps, double fromRate, doubl
 
 // Three times as long as the responses become, so that the cepstrum's ends do not meet.
 std::size_t TransformSizeFor(const MeasuredResponses& measured, double rate) {
-    const double longest = static_cast<double>(measured.taps + 2 * kRunIn) *
-                           std::max(1.0, rate / measured.rate);
+    const double longest =
+        static_cast<double>(measured.taps + 2 * kRunIn) * std::max(1.0, rate / measured.rate);
     return std::bit_ceil(static_cast<std::size_t>(3 * longest));
 }
 
@@ -83,6 +86,28 @@ void ResponseSetMaker::Analyse() {
     parts_.resize(measured_.Count());
     const WorkEnd end = ComputeParts(parts_.size(), [&](std::size_t i) { parts_[i] = PartsOf(i); });
     if (end == WorkEnd::kOutOfMemory) throw std::bad_alloc();
+}
+
+// Of all responses, from 200 to 8000 Hz.
+double ResponseSetMaker::MeanPower() const {
+    const double binsPerHertz = static_cast<double>(fft_.Size()) / rate_;
+    const auto from = static_cast<std::size_t>(200 * binsPerHertz);
+    const auto to = std::min(static_cast<std::size_t>(8000 * binsPerHertz), fft_.Size() / 2);
+    double sum = 0;
+    for (const Parts& parts : parts_)
+        for (std::size_t k = from; k <= to; ++k) sum += parts.power[k];
+    return sum / static_cast<double>(parts_.size() * (to - from + 1));
+}
+
+// As loud as the table on the whole, and as early.
+void ResponseSetMaker::MatchTable() {
+    const double earliest =
+        std::ranges::min_element(parts_, {}, &Parts::delay)->delay - kTableArrival * rate_;
+    const auto factor = static_cast<float>(kTablePower / MeanPower());
+    for (Parts& parts : parts_) {
+        parts.delay -= earliest;
+        for (float& power : parts.power) power *= factor;
+    }
 }
 
 bool ResponseSetMaker::IsFarFromAll(const Vector3& direction, double degrees) const {
@@ -134,6 +159,7 @@ Result<std::shared_ptr<const ResponseSet>> ResponseSetMaker::Make() try {
     if (directions_.size() < kLeastDirections)
         return Failed("The responses are of too few directions.");
     Analyse();
+    if (measured_.scale == Scale::kOfItsOwn) MatchTable();
     CompletePole(-1);
     CompletePole(1);
     std::shared_ptr<ResponseSet> set(new ResponseSet(rate_, fft_.Size(), directions_, ears_));

@@ -15,10 +15,12 @@ class ResponseSetMaker {
     // A response taken apart.
     struct Parts {
         std::vector<float> power;
-        double delay = 0;          // frames at the new rate
+        double delay = 0;         // frames at the new rate
         std::size_t lastTap = 0;  // behind which the minimum-phase response is as good as silent
     };
     void Analyse();
+    double MeanPower() const;
+    void MatchTable();
     Parts PartsOf(std::size_t response) const;
     void CollectDirections();
     bool IsFarFromAll(const Vector3& direction, double degrees) const;

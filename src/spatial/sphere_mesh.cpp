@@ -29,9 +29,9 @@ void SphereMesh::Add(const std::array<std::uint32_t, 3>& corners) {
     const double volume = Dot(a, Cross(b, c));
     // A face through the head or behind it, of directions of less than half the sphere.
     if (volume < 1e-12) return;
-    triangles_.push_back({corners,
-                          {(1 / volume) * Cross(b, c), (1 / volume) * Cross(c, a),
-                           (1 / volume) * Cross(a, b)}});
+    triangles_.push_back(
+        {corners,
+         {(1 / volume) * Cross(b, c), (1 / volume) * Cross(c, a), (1 / volume) * Cross(a, b)}});
 }
 
 std::array<double, 3> SphereMesh::SharesIn(const Triangle& triangle,
@@ -65,8 +65,8 @@ double SphereMesh::GreatestGap() const {
     double greatest = 0;
     for (const Triangle& triangle : triangles_) {
         const Vector3& a = directions_[triangle.corners[0]];
-        const Vector3 across = Cross(directions_[triangle.corners[1]] - a,
-                                     directions_[triangle.corners[2]] - a);
+        const Vector3 across =
+            Cross(directions_[triangle.corners[1]] - a, directions_[triangle.corners[2]] - a);
         const double cosine = std::clamp(Dot(Direction(across), a), -1.0, 1.0);
         greatest = std::max(greatest, std::acos(cosine) * 180 / std::numbers::pi);
     }

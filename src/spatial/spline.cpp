@@ -30,7 +30,8 @@ class Piece {
   public:
     Piece(const Vector3& before, const Vector3& from, const Vector3& to, const Vector3& behind)
         : p_{before, from, to, behind} {
-        for (int i = 1; i < 4; ++i) knots_[i] = knots_[i - 1] + std::sqrt(Length(p_[i] - p_[i - 1]));
+        for (int i = 1; i < 4; ++i)
+            knots_[i] = knots_[i - 1] + std::sqrt(Length(p_[i] - p_[i - 1]));
     }
 
     Vector3 At(double share) const {

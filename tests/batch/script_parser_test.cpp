@@ -96,7 +96,9 @@ TEST(ScriptParser, NamesWhatWasExpected) {
         {"equalizer gains=1,2,3,4,5,6",
          "expected 7 numbers from -40.0 to 40.0 with at most one decimal, separated by commas for "
          "gains=, not \"1,2,3,4,5,6\""},
-        {"moving 1 2 3 4 5 6 7", "expected \"moving X0 Y0 Z0 X1 Y1 Z1 ...\""},
+        {"moving 1 2 3 4 5 6 7",
+         "expected \"moving X0 Y0 Z0 X1 Y1 Z1 ... [smooth=off] [doppler=off] [metres-per-unit=1] "
+         "[curve=straight]\""},
         {"try", "expected a command"},
         {"try try info", "expected a command, not \"try\""},
         {"preview try volume", "expected a command, not \"try\""},

@@ -87,7 +87,7 @@ TEST(Wire, LimitsAreHeld) {
         of.speakers.clear();
         of.channels = kMostChannels + 1;
     }));
-    for (const std::uint32_t type : {0u, 8u, 0xFFFFFFFFu})
+    for (const std::uint32_t type : {0u, 9u, 0xFFFFFFFFu})
         EXPECT_FALSE(ParseHead(Packer().U32(type).U32(0).Done()));
     const auto frames = static_cast<std::uint32_t>(RecordType::kFrames);
     EXPECT_TRUE(ParseHead(Packer().U32(frames).U32(kMostFrameBytes).Done()));

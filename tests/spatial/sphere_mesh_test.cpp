@@ -68,7 +68,9 @@ TEST(SphereMeshTest, SharesNameTheDirectionAndGlide) {
             sum += share;
             meant = meant + share * points[corner];
             // A share as large as this does not come or go at once.
-            if (azimuth > -1) { EXPECT_NEAR(share, before[corner], 0.02) << azimuth; }
+            if (azimuth > -1) {
+                EXPECT_NEAR(share, before[corner], 0.02) << azimuth;
+            }
         }
         EXPECT_NEAR(sum, 1, 1e-5);
         EXPECT_GT(Dot(Direction(meant), VectorOf(azimuth, elevation)), 0.9999) << azimuth;
@@ -86,7 +88,9 @@ TEST(SphereMeshTest, SmallTrianglesGlideToo) {
         for (int i = 0; i < 3; ++i) now[fine.places[i]] += fine.shares[i];
         for (const auto& [place, share] : now) {
             EXPECT_EQ(place.eighths[0] + place.eighths[1] + place.eighths[2], 8);
-            if (azimuth > 0) { EXPECT_NEAR(share, before[place], 0.1) << azimuth; }
+            if (azimuth > 0) {
+                EXPECT_NEAR(share, before[place], 0.1) << azimuth;
+            }
         }
         before = now;
     }

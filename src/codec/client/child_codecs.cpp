@@ -11,6 +11,7 @@
 #include "codec/client/foreign_formats.h"
 #include "codec/client/helper_decoding.h"
 #include "codec/client/helper_encoding.h"
+#include "codec/client/response_reading.h"
 #include "codec/kind_rules.h"
 #include "platform/replacing_file.h"
 
@@ -93,6 +94,12 @@ Result<SoundFileHead> ChildCodecs::Probe(const std::filesystem::path& path,
 
 Result<DecodedSound> ChildCodecs::Decode(const std::filesystem::path& path, FrameSink& sink) const {
     return DecodeBy(path, DecodeExtent::kAll, sink);
+}
+
+Result<MeasuredResponses> ChildCodecs::ReadResponses(const std::filesystem::path& path,
+                                                     CodecWatcher& watcher) const {
+    if (Outcome readable = CheckReadable(path); !readable) return readable;
+    return ReadResponsesWithHelper(setup_, path, watcher);
 }
 
 Outcome ChildCodecs::Encode(const std::filesystem::path& path, const EncodeRequest& request,

@@ -4,6 +4,7 @@
 #include "codec/client/codec_setup.h"
 #include "codec/decode_extent.h"
 #include "sound/sound_codecs.h"
+#include "spatial/measured_responses.h"
 
 namespace sonavel {
 
@@ -18,6 +19,10 @@ class ChildCodecs : public SoundCodecs {
     Outcome Encode(const std::filesystem::path& path, const EncodeRequest& request,
                    FrameSource& source) const override;
     bool CanDecodeWithFfmpeg() const override { return !setup_.programs.ffmpeg.empty(); }
+
+    // The responses of a SOFA file, as they were measured. Fails with a sentence for the person.
+    Result<MeasuredResponses> ReadResponses(const std::filesystem::path& path,
+                                            CodecWatcher& watcher) const;
 
   private:
     Result<DecodedSound> DecodeBy(const std::filesystem::path& path, DecodeExtent extent,

@@ -8,6 +8,8 @@
 namespace sonavel {
 
 int DecodeFile(const char* path, DecodeExtent extent, RecordOutput& output);
+// Sends the responses of a SOFA file of the convention SimpleFreeFieldHRIR.
+int ReadResponses(const char* path, RecordOutput& output);
 // Takes request, tags and frames from the input and writes over the file at `path`.
 int EncodeFile(const char* path, RecordInput& input, RecordOutput& output);
 

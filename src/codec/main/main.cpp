@@ -13,7 +13,7 @@ namespace {
 constexpr int kBadCall = 2;
 
 constexpr char kUsage[] =
-    "usage: sonavel-codec probe|decode|encode PATH\n"
+    "usage: sonavel-codec probe|decode|encode|responses PATH\n"
     "A part of Sonavel, which talks to it over its standard input and output.\n";
 
 }  // namespace
@@ -32,7 +32,8 @@ int main(int count, char** words) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     signal(SIGPIPE, SIG_IGN);
     const std::string_view command = count == 3 ? words[1] : "";
-    const bool isKnown = command == "probe" || command == "decode" || command == "encode";
+    const bool isKnown =
+        command == "probe" || command == "decode" || command == "encode" || command == "responses";
     if (!isKnown || isatty(STDOUT_FILENO) != 0) {
         std::fputs(kUsage, stderr);
         return kBadCall;
@@ -40,6 +41,7 @@ int main(int count, char** words) {
     sonavel::RecordOutput output(STDOUT_FILENO);
     if (command == "probe") return DecodeFile(words[2], DecodeExtent::kHeadAlone, output);
     if (command == "decode") return DecodeFile(words[2], DecodeExtent::kAll, output);
+    if (command == "responses") return ReadResponses(words[2], output);
     sonavel::RecordInput input(STDIN_FILENO);
     return EncodeFile(words[2], input, output);
 }

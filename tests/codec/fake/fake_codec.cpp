@@ -7,6 +7,8 @@
 #include <cstdlib>
 #include <fstream>
 #include <functional>
+#include <initializer_list>
+#include <limits>
 #include <map>
 #include <string>
 #include <vector>
@@ -53,7 +55,53 @@ void Hang() {
     for (;;) pause();
 }
 
+wire::Bytes Floats(std::initializer_list<float> values) {
+    const auto* first = reinterpret_cast<const std::uint8_t*>(values.begin());
+    return {first, first + values.size() * sizeof(float)};
+}
+
+// Of one direction and one tap.
+void SendResponseHead(std::uint32_t rate = 44100) {
+    Write(wire::Greeting());
+    Send(RecordType::kResponseHead, wire::Pack(wire::ResponseHead{rate, 1, 1}));
+}
+
 const std::map<std::string, std::function<void()>> kFaults = {
+    {"good responses",
+     [] {
+         SendResponseHead(), Send(RecordType::kFrames, Floats({90, 0, 1, 2, 0.5f, 0.25f}));
+     }},
+    {"too many responses",
+     [] {
+         SendResponseHead(), Send(RecordType::kFrames, Floats({0, 0, 0, 0, 1, 1, 1}));
+     }},
+    {"torn responses", [] { SendResponseHead(), Send(RecordType::kFrames, wire::Bytes(3)); }},
+    {"empty responses",
+     [] { SendResponseHead(), SendForever(RecordType::kFrames, wire::Bytes()); }},
+    {"responses without a head",
+     [] {
+         Write(wire::Greeting());
+         Send(RecordType::kFrames, Floats({0, 0, 0, 0, 1, 1}));
+     }},
+    {"responses at no rate", [] { SendResponseHead(0); }},
+    {"responses at a rate of their own",
+     [] {
+         SendResponseHead(100), Send(RecordType::kFrames, Floats({0, 0, 0, 0, 1, 1}));
+     }},
+    {"responses that are no numbers",
+     [] {
+         SendResponseHead();
+         Send(RecordType::kFrames,
+              Floats({0, 0, 0, 0, std::numeric_limits<float>::quiet_NaN(), 1}));
+     }},
+    {"responses from nowhere",
+     [] {
+         SendResponseHead(), Send(RecordType::kFrames, Floats({0, 91, 0, 0, 1, 1}));
+     }},
+    {"silent responses",
+     [] {
+         SendResponseHead(), Send(RecordType::kFrames, Floats({0, 0, 0, 0, 1, 0}));
+     }},
     {"good", [] { SendHead(2), Send(RecordType::kFrames, wire::Bytes(8)), SendEnd(2); }},
     {"silent exit", [] {}},
     {"crash",
