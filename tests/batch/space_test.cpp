@@ -30,9 +30,9 @@ class SpaceTest : public ::testing::Test {
         Replace(script, "@", folder_.Path().string());
         std::istringstream in;
         std::ostringstream out, errors;
-        EXPECT_EQ(RunBatchTool({"--folder", folder_.Path().string(), "-c", script},
-                               {in, out, errors}),
-                  status)
+        EXPECT_EQ(
+            RunBatchTool({"--folder", folder_.Path().string(), "-c", script}, {in, out, errors}),
+            status)
             << script << errors.str();
         std::string text = out.str() + errors.str();
         Replace(text, folder_.Path().string(), "@");
@@ -73,9 +73,10 @@ TEST_F(SpaceTest, MixesASceneAsLongAsItsLastSound) {
     WriteClick("a.wav", 600, 0);
     std::filesystem::create_directory(folder_ / "sounds");
     WriteClick("sounds/b c.wav", 500, 10);
-    Write("one.scene", "# Two sounds.\nsound a.wav point 1 0 0\n\n"
-                       "sound \"sounds/b c.wav\" path -1 0 0 0 1 0 0 2 0 start=100ms gain=-6 "
-                       "smooth=on doppler=on curve=spline\n");
+    Write("one.scene",
+          "# Two sounds.\nsound a.wav point 1 0 0\n\n"
+          "sound \"sounds/b c.wav\" path -1 0 0 0 1 0 0 2 0 start=100ms gain=-6 "
+          "smooth=on doppler=on curve=spline\n");
     EXPECT_EQ(Run("scene @/one.scene; info"),
               "document 1 title=\"Scene_1\" rate=8000 channels=2 bits=16 frames=1300 bytes=5200 "
               "duration=0.162500 modified=1 selection=0..0 cursor=0 markers=0\n");
@@ -126,7 +127,8 @@ TEST_F(SpaceTest, NamesTheLineThatASceneFailsAt) {
 
 TEST_F(SpaceTest, TheKeysOfSmoothSourcesAreHeard) {
     WriteClick("a.wav", 2400, 1700);
-    const char* renderings[] = {"positional 1 0.3 0", "positional 1 0.3 0 smooth=on",
+    const char* renderings[] = {"positional 1 0.3 0",
+                                "positional 1 0.3 0 smooth=on",
                                 "moving -1 1 0 0 1 1 1 1 0",
                                 "moving -1 1 0 0 1 1 1 1 0 curve=spline",
                                 "moving -1 1 0 0 1 1 1 1 0 smooth=on",

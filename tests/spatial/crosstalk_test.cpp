@@ -11,7 +11,7 @@ namespace {
 
 using CrosstalkTest = DocumentTest;
 
-double Decibels(double powerRatio) {
+double LevelOf(double powerRatio) {
     return 10 * std::log10(powerRatio);
 }
 
@@ -26,13 +26,13 @@ TEST_F(CrosstalkTest, EachEarHearsItsOwnChannelWithoutColour) {
                 const EarMatrix heard = filter.ChannelsToEars(hertz / rate);
                 for (const int ear : {0, 1}) {
                     const double own = std::norm(heard[ear][ear]);
-                    EXPECT_LT(Decibels(std::norm(heard[ear][1 - ear]) / own), -15)
+                    EXPECT_LT(LevelOf(std::norm(heard[ear][1 - ear]) / own), -15)
                         << angle << ", " << hertz;
-                    quietest = std::min(quietest, Decibels(own));
-                    loudest = std::max(loudest, Decibels(own));
+                    quietest = std::min(quietest, LevelOf(own));
+                    loudest = std::max(loudest, LevelOf(own));
                     // Without the filter the wrong ear hears it well.
                     if (hertz > 1000) continue;
-                    EXPECT_GT(Decibels(std::norm(bare[ear][1 - ear]) / std::norm(bare[ear][ear])),
+                    EXPECT_GT(LevelOf(std::norm(bare[ear][1 - ear]) / std::norm(bare[ear][ear])),
                               -15);
                 }
             }

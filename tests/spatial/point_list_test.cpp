@@ -43,8 +43,8 @@ TEST(PointListTest, NamesTheLineThatIsNoPoint) {
 }
 
 TEST(PointListTest, NamesFilesByThePattern) {
-    const Points points = {{"", {1, 0, 0}},    {"a/b", {0, -2, 0}},         {"", {0, 0, -1}},
-                           {"", {2, 0, 0}},    {"..", {-0.001f, 10, -0.01f}}, {"", {1, 0, 0}}};
+    const Points points = {{"", {1, 0, 0}}, {"a/b", {0, -2, 0}},           {"", {0, 0, -1}},
+                           {"", {2, 0, 0}}, {"..", {-0.001f, 10, -0.01f}}, {"", {1, 0, 0}}};
     const std::pair<const char*, std::vector<std::string>> cases[] = {
         {"{name}_{azimuth}_{elevation}",
          {"dog_90_0", "a_b_180_0", "dog_0_-90", "dog_90_0_2", "_.._0_0", "dog_90_0_3"}},
@@ -57,7 +57,7 @@ TEST(PointListTest, NamesFilesByThePattern) {
         ASSERT_TRUE(names) << pattern;
         EXPECT_EQ(*names, wanted);
     }
-    for (const char* pattern : {"{nam}", "{name", "{}", "a{name}{"})
+    for (const char* pattern : {"{names}", "{name", "{}", "a{name}{"})
         EXPECT_FALSE(NamesOfPlaces(pattern, points, "dog")) << pattern;
     EXPECT_EQ(NamesOfPlaces(std::string(201, 'x'), points, "dog").Reason(),
               "A file name would become too long.");

@@ -82,8 +82,7 @@ class ResponseReading {
             measured.directions.push_back({from[0], from[1], 2 * i, 2 * i + 1});
             measured.delays.insert(measured.delays.end(), {from[2], from[3]});
             const float* taps = from + wire::kFloatsBeforeTaps;
-            measured.values.insert(measured.values.end(), taps,
-                                   taps + std::size_t{2} * head_.taps);
+            measured.values.insert(measured.values.end(), taps, taps + std::size_t{2} * head_.taps);
         }
         return measured;
     }

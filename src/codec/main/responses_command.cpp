@@ -34,8 +34,7 @@ bool IsWhole(const MYSOFA_HRTF& file) {
     return file.R == kEars && file.C == kCoordinates && measurements > 0 && file.N > 0 &&
            measurements <= wire::kMostDirections && file.N <= wire::kMostTaps &&
            Holds(file.SourcePosition, measurements * kCoordinates) &&
-           Holds(file.DataIR, measurements * kEars * file.N) &&
-           Holds(file.DataSamplingRate, 1) &&
+           Holds(file.DataIR, measurements * kEars * file.N) && Holds(file.DataSamplingRate, 1) &&
            (file.DataDelay.elements == 0 || Holds(file.DataDelay, kEars));
 }
 
@@ -63,9 +62,8 @@ std::vector<std::size_t> FarthestFirst(const MYSOFA_HRTF& file) {
         const float value = file.SourcePosition.values[i * kCoordinates + 2];
         return std::isfinite(value) ? value : 0.0f;
     };
-    std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
-        return distance(a) > distance(b);
-    });
+    std::stable_sort(order.begin(), order.end(),
+                     [&](std::size_t a, std::size_t b) { return distance(a) > distance(b); });
     return order;
 }
 
@@ -80,9 +78,8 @@ void AppendMeasurement(const MYSOFA_HRTF& file, std::size_t measurement,
 }
 
 void SendFloats(const std::vector<float>& floats, RecordOutput& output) {
-    output.Send(RecordType::kFrames,
-                {reinterpret_cast<const std::uint8_t*>(floats.data()),
-                 floats.size() * sizeof(float)});
+    output.Send(RecordType::kFrames, {reinterpret_cast<const std::uint8_t*>(floats.data()),
+                                      floats.size() * sizeof(float)});
 }
 
 void SendAll(const MYSOFA_HRTF& file, RecordOutput& output) {
@@ -120,9 +117,8 @@ int ReadResponses(const char* path, RecordOutput& output) try {
     int error = MYSOFA_OK;
     const SofaFile file(mysofa_load(path, &error));
     if (file) return Send(*file, output);
-    output.SendFailure(error == MYSOFA_NO_MEMORY ? FailureCode::kMemory
-                                                 : FailureCode::kUnknownFormat,
-                       "");
+    output.SendFailure(
+        error == MYSOFA_NO_MEMORY ? FailureCode::kMemory : FailureCode::kUnknownFormat, "");
     return 1;
 } catch (const std::bad_alloc&) {
     output.SendFailure(FailureCode::kMemory, "");
