@@ -33,11 +33,10 @@ std::vector<CommandRow> ScriptCommandRows() {
 const std::vector<CommandRow>& AllCommandRows() {
     static const std::vector<CommandRow> kRows = [] {
         std::vector<CommandRow> rows;
-        for (const auto& group :
-             {DocumentCommandRows(), ImportCommandRows(), ExportCommandRows(), LabelCommandRows(),
-              ReportCommandRows(), EditCommandRows(), FormatCommandRows(), ViewCommandRows(),
-              SpectrogramCommandRows(), EffectCommandRows(), SpaceCommandRows(),
-              ScriptCommandRows()})
+        for (const auto& group : {DocumentCommandRows(), ImportCommandRows(), ExportCommandRows(),
+                                  LabelCommandRows(), ReportCommandRows(), EditCommandRows(),
+                                  FormatCommandRows(), ViewCommandRows(), SpectrogramCommandRows(),
+                                  EffectCommandRows(), SpaceCommandRows(), ScriptCommandRows()})
             rows.insert(rows.end(), group.begin(), group.end());
         return rows;
     }();

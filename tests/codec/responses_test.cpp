@@ -105,15 +105,15 @@ TEST_F(ResponsesTest, WhatMakesNoSenseIsRefused) {
     EXPECT_EQ(good->Response(1)[0], 0.25f);
     // One direction spans nothing.
     EXPECT_EQ(Listener().Use(*good), Failed("The responses are of too few directions."));
-    constexpr const char* kNonsense = "The decoder's answer makes no sense.";
+    constexpr const char* kNoSofa = "The decoder's answer makes no sense.";
     constexpr const char* kSenseless = "The responses in this file make no sense.";
     const std::pair<const char*, const char*> cases[] = {
-        {"too many responses", kNonsense},
-        {"torn responses", kNonsense},
-        {"empty responses", kNonsense},
-        {"responses without a head", kNonsense},
-        {"responses at no rate", kNonsense},
-        {"good", kNonsense},
+        {"too many responses", kNoSofa},
+        {"torn responses", kNoSofa},
+        {"empty responses", kNoSofa},
+        {"responses without a head", kNoSofa},
+        {"responses at no rate", kNoSofa},
+        {"good", kNoSofa},
         {"hang", "Decoding the file took too long."},
         {"responses at a rate of their own", kSenseless},
         {"responses that are no numbers", kSenseless},
