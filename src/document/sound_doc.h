@@ -13,6 +13,7 @@
 #include "audio/wave_player.h"
 #include "document/document_options.h"
 #include "document/document_questions.h"
+#include "document/file_origin.h"
 #include "document/history_listener.h"
 #include "document/import_origin.h"
 #include "document/sound_edit.h"
@@ -79,6 +80,12 @@ class CSoundDoc {
     bool GetModified() const { return sound_.GetModified(); }
     void SetModified(bool modified);
 
+    // The file that was opened, imported or saved last, as it was left then; null while there is
+    // none.
+    const FileOrigin* File() const { return file_ ? &*file_ : nullptr; }
+    // Whether reading that file again gives the sound as it was then, markers and tags included.
+    bool FileHoldsSound() const { return fileHolds_ == FileHolds::kAll; }
+
     // Whether it was imported, and not saved as another file since.
     bool IsImported() const { return origin_.has_value(); }
     // Null when it was not.
@@ -102,6 +109,8 @@ class CSoundDoc {
     const DocumentOptions& Options() const { return options_; }
     // Reads Options.ini anew and hands the devices to the sound.
     void ReloadOptions();
+    // For what brings a history back, whether or not new steps are wanted.
+    void SetSavesUndo(bool saves) { options_.saveUndo = saves ? 1 : 0; }
     // Options.ini as it was then, for views, which take their settings from the same reading.
     const ProfileText& OptionsText() const { return optionsText_; }
     void SetSaveMarkers(bool save) { options_.saveMarkers = save ? 1 : 0; }
@@ -156,6 +165,17 @@ class CSoundDoc {
     // sound and the history unchanged, when nothing was recorded.
     Outcome StopRecording(std::uint32_t cursorFrame);
 
+    // --- Recovery
+
+    // What a document was, read again or out of records, into an empty document. Marks nothing
+    // modified.
+    Outcome RestoreFile(const FileOrigin& origin, const std::filesystem::path& copy);
+    Outcome RestoreSound(sonavel::Sound&& sound);
+    // Nothing for `identity` where no file was ever read or written.
+    void RestoreName(const std::filesystem::path& path, std::string_view title,
+                     const std::optional<FileIdentity>& identity);
+    void RestoreTags(std::vector<SoundTag> tags) { extras_.tags = std::move(tags); }
+
     // --- Preview
 
     // Fills the preview sound from floating-point samples, one a frame for mono and left/right
@@ -195,6 +215,11 @@ class CSoundDoc {
     SaveAsChoice SaveAsItIs(const std::filesystem::path& path) const;
     Outcome ConvertForSave(const SaveAsChoice& choice);
     void TakePath(const std::filesystem::path& path);
+    // What a file that was written can give back.
+    enum class FileHolds { kAll, kLess };
+    void NoteFileWritten();
+    FileHolds WrittenFileHolds() const;
+    Outcome ReadImport(const std::filesystem::path& path, const ImportChoice& choice);
     // Failed for the sound's own last error where it left one.
     Outcome FailedAsSound(std::string_view fallback) const;
     void StopPlaying();
@@ -214,6 +239,8 @@ class CSoundDoc {
     std::string previewTitlePrefix_;
     std::filesystem::path path_;
     std::string title_;
+    std::optional<FileOrigin> file_;
+    FileHolds fileHolds_ = FileHolds::kLess;
     std::optional<ImportOrigin> origin_;
     SoundExtras extras_;  // without markers, which are the sound's
     std::optional<SoundEdit> recordingEdit_;

@@ -13,6 +13,7 @@ Outcome CSoundDoc::NewDocument(const NewSoundChoice& choice) {
     StopPlaying();
     if (!sound_.Create(choice.channels, choice.bits, choice.samplesPerSecond, 0))
         return Failed(failure::kMemory);
+    file_.reset();
     ForgetHistory();
     TellChanged(0);
     SetModified(false);
@@ -23,9 +24,12 @@ Outcome CSoundDoc::OpenDocument(const std::filesystem::path& path) {
     const std::string extension = ExtensionFromFirstDot(path);
     if (extension.empty()) return Failed("The file name has no extension.");
     StopPlaying();
+    const FileOrigin file{path, IdentityOfFile(path).value_or(FileIdentity()), {}};
     Outcome read = ReadFile(path, extension);
     if (read) {
         TakePath(path);
+        file_ = file;
+        fileHolds_ = FileHolds::kAll;
         origin_.reset();
         extras_ = {};
         ForgetHistory();
@@ -54,8 +58,22 @@ Outcome CSoundDoc::SaveDocument(const std::filesystem::path& path) {
     if (Outcome written = WriteFile(path, extension); !written) return written;
     TakePath(path);
     origin_.reset();
+    NoteFileWritten();
     TellTitleOrModified();
     return Done();
+}
+
+void CSoundDoc::NoteFileWritten() {
+    const std::optional<FileIdentity> identity = IdentityOfFile(path_);
+    file_ = identity ? std::optional(FileOrigin{path_, *identity, {}}) : std::nullopt;
+    fileHolds_ = WrittenFileHolds();
+}
+
+// A WAV file gives every sample back; of markers it may leave out what no other program reads.
+CSoundDoc::FileHolds CSoundDoc::WrittenFileHolds() const {
+    const bool isWave = FileFormatOfExtension(path_.extension().native()) == &FileFormats().front();
+    const bool all = isWave && !origin_ && sound_.Markers().Empty() && extras_.tags.empty();
+    return all ? FileHolds::kAll : FileHolds::kLess;
 }
 
 Outcome CSoundDoc::WriteFile(const std::filesystem::path& path, std::string_view extension) {

@@ -9,18 +9,26 @@ namespace sonavel {
 
 Outcome CSoundDoc::ImportDocument(const std::filesystem::path& path, const ImportChoice& choice) {
     StopPlaying();
-    Result<ImportedSound> imported = ImportSound(path, services_.codecs, choice, sound_.FileHost());
-    if (!imported) return imported.Ended();
-    sound_.Adopt(std::move(imported->sound));
+    const FileOrigin file{path, IdentityOfFile(path).value_or(FileIdentity()), choice};
+    if (Outcome read = ReadImport(path, choice); !read) return read;
     TakePath(path);
-    origin_ =
-        ImportOrigin{imported->description, ImportLine(imported->description, imported->extras),
-                     std::move(imported->losses)};
-    extras_ = std::move(imported->extras);
+    file_ = file;
+    fileHolds_ = FileHolds::kAll;
     ForgetHistory();
     TellChanged(0);
     SetModified(false);
     if (options_.openAndPlay) sound_.Play(0);
+    return Done();
+}
+
+Outcome CSoundDoc::ReadImport(const std::filesystem::path& path, const ImportChoice& choice) {
+    Result<ImportedSound> imported = ImportSound(path, services_.codecs, choice, sound_.FileHost());
+    if (!imported) return imported.Ended();
+    sound_.Adopt(std::move(imported->sound));
+    origin_ =
+        ImportOrigin{imported->description, ImportLine(imported->description, imported->extras),
+                     std::move(imported->losses)};
+    extras_ = std::move(imported->extras);
     return Done();
 }
 
@@ -64,6 +72,7 @@ Outcome CSoundDoc::SaveLikeOrigin() {
         !written)
         return written;
     sound_.SetModified(false);
+    NoteFileWritten();
     TellTitleOrModified();
     return Done();
 }

@@ -1,0 +1,18 @@
+// Where a document's sound was read from, told so that the same sound can be read again.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+
+#include "exchange/sound_import.h"
+#include "platform/file_identity.h"
+
+namespace sonavel {
+
+struct FileOrigin {
+    std::filesystem::path path;          // absolute
+    FileIdentity identity;               // when it was read
+    std::optional<ImportChoice> import;  // nothing where it was opened
+};
+
+}  // namespace sonavel
