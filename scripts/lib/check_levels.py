@@ -12,6 +12,7 @@ LEVELS = {
     "exchange": 2,
     "audio": 2,
     "document": 3,
+    "recovery": 4,
     "view": 4,
     "catalogue": 4,
     "workspace": 5,

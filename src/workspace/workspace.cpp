@@ -15,7 +15,10 @@ constexpr std::string_view kNewTitle = "Sound";
 
 Workspace::Workspace(const HostServices& services) : services_(services) {}
 
-Workspace::~Workspace() = default;
+Workspace::~Workspace() {
+    if (!keeper_) return;
+    for (const auto& sound : sounds_) keeper_->Leave(*sound->document);
+}
 
 void Workspace::SetInitialViewSize(int width, int height) {
     viewWidth_ = width;
@@ -65,6 +68,7 @@ std::unique_ptr<OpenSound> Workspace::MakeSound() {
 OpenSound& Workspace::Add(std::unique_ptr<OpenSound> sound) {
     OpenSound& added = *sound;
     sounds_.push_back(std::move(sound));
+    if (keeper_) keeper_->Watch(*added.document);
     if (viewWidth_ > 0) added.view->Show(viewWidth_, viewHeight_);
     if (observer_) observer_->OnDocumentAdded(added);
     Activate(sounds_.size() - 1);
@@ -114,6 +118,15 @@ Outcome Workspace::NewDocumentFromClip() {
     return Done();
 }
 
+Outcome Workspace::RecoverDocument(const recovery::LeftWork& work) {
+    std::unique_ptr<OpenSound> sound = MakeSound();
+    const Result<std::string> word = keeper_->Recover(work, *sound->document);
+    if (!word) return word.Ended();
+    Add(std::move(sound));
+    if (!word->empty()) services_.prompts.ShowMessage(*word);
+    return Done();
+}
+
 // --- Activating and closing
 
 void Workspace::Activate(std::size_t index) {
@@ -141,6 +154,7 @@ void Workspace::Close(std::size_t index) {
     const bool wasActive = Active() == sound;
     if (observer_) observer_->OnDocumentClosing(*sound);
     sound->view->SetObserver(nullptr);
+    if (keeper_) keeper_->Discard(*sound->document);
     std::erase(activationOrder_, sound);
     sounds_.erase(sounds_.begin() + static_cast<std::ptrdiff_t>(index));
     if (wasActive && observer_) observer_->OnActivated(Active());

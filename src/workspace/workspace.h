@@ -13,6 +13,7 @@
 #include "document/clip_record.h"
 #include "document/sound_doc.h"
 #include "document/untitled_titles.h"
+#include "recovery/work_keeper.h"
 #include "view/commands/view_commands.h"
 #include "view/sound_view.h"
 
@@ -43,6 +44,8 @@ class Workspace : public ViewHost {
 
     // May be null.
     void SetObserver(WorkspaceObserver* observer) { observer_ = observer; }
+    // Keeps the unsaved work of all documents from now on; may be null, and has to live longer.
+    void SetKeeper(recovery::WorkKeeper* keeper) { keeper_ = keeper; }
     // Views of new documents are shown in a client area of this size at once. Without it, whoever
     // observes the workspace calls their Show.
     void SetInitialViewSize(int width, int height);
@@ -66,6 +69,9 @@ class Workspace : public ViewHost {
     // Titled with the prefix and the next number of that prefix.
     void NewDocumentFromSound(Sound&& sound, std::string_view titlePrefix);
     Outcome NewDocumentFromClip() override;
+    // What another run left, as the keeper reads it back; needs one. A message says why not all of
+    // it came back.
+    Outcome RecoverDocument(const recovery::LeftWork& work);
 
     void Activate(std::size_t index);
     // Stops playing and recording, what was recorded so far going into the sound, and fails when
@@ -90,6 +96,7 @@ class Workspace : public ViewHost {
 
     HostServices services_;
     WorkspaceObserver* observer_ = nullptr;
+    recovery::WorkKeeper* keeper_ = nullptr;
     std::vector<std::unique_ptr<OpenSound>> sounds_;
     std::vector<OpenSound*> activationOrder_;  // the active one last
     UntitledTitles titles_;

@@ -1,0 +1,81 @@
+// Keeps one document's unsaved work: hears of each change and hands its record to the journal's
+// thread. The folder comes with the first change and goes when the document is saved or closed.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "document/sound_doc.h"
+#include "recovery/journal_thread.h"
+
+namespace sonavel::recovery {
+
+// A journal that was read back into a document, to go on with.
+struct ReplayedJournal {
+    std::shared_ptr<JournalFile> file;
+    std::uint32_t undoable = 0;  // steps that the records hold behind the base
+    std::uint32_t redoable = 0;
+};
+
+struct JournalHost {
+    JournalThread& thread;
+    std::shared_ptr<DiskBudget> budget;
+    // A new folder's path each time.
+    std::function<std::filesystem::path()> newFolder;
+};
+
+class DocumentJournal : public HistoryListener, public DocumentObserver {
+  public:
+    // kHeldOnly: what is there goes with the document, and nothing is added.
+    enum class Keeping { kChanges, kHeldOnly };
+
+    // Of a document as it was opened or made. One that is modified already is kept as it is.
+    DocumentJournal(CSoundDoc& document, const JournalHost& host);
+    DocumentJournal(CSoundDoc& document, const JournalHost& host, ReplayedJournal replayed,
+                    Keeping keeping);
+    ~DocumentJournal() override;
+    DocumentJournal(const DocumentJournal&) = delete;
+    DocumentJournal& operator=(const DocumentJournal&) = delete;
+
+    const CSoundDoc& Document() const { return document_; }
+    bool HasFolder() const { return file_ != nullptr; }
+    // kNone also while there is nothing to keep.
+    JournalFault Fault() const { return file_ ? file_->Fault() : JournalFault::kNone; }
+    // The document was closed: its folder goes.
+    void Discard();
+    // Says in the status bar, once, why nothing is kept any more.
+    void TellFault();
+
+    void OnHistoryChange(const HistoryChange& change, const Sound& now) override;
+    void OnTagsChanged(std::span<const SoundTag> tags) override;
+    void OnSoundChanged(std::uint32_t) override {}
+    void OnTitleOrModifiedChanged() override;
+
+  private:
+    bool Keeps() const { return keeping_ == Keeping::kChanges; }
+    bool CanBeginWithFile() const;
+    NameRecord PresentName() const;
+    void Begin(const BaseRecord& base, SoundBuffer samples);
+    bool BeginBefore(const HistoryChange& change, const Sound& now);
+    void BeginWith(const Sound& now);
+    void Restart(const Sound& now);
+    bool CanRestart(const Sound& now) const;
+    void NoteChange(const HistoryChange& change, const Sound& now);
+    void NoteStep(const HistoryChange& change, const Sound& now);
+    void NoteName();
+    void Append(const JournalRecord& record, SoundBuffer samples = {});
+
+    CSoundDoc& document_;
+    JournalHost host_;
+    Keeping keeping_ = Keeping::kChanges;
+    std::shared_ptr<JournalFile> file_;
+    bool faultTold_ = false;
+    int restartsForRoom_ = 0;
+    std::uint32_t undoable_ = 0;
+    std::uint32_t redoable_ = 0;
+    NameRecord name_;  // as it was noted last
+};
+
+}  // namespace sonavel::recovery

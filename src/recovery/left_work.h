@@ -1,0 +1,48 @@
+// What lies in a recovery folder: the unsaved work of programs that ended without saving it.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "recovery/journal_record.h"
+
+namespace sonavel::recovery {
+
+struct LeftWork {
+    std::filesystem::path folder;
+    std::filesystem::path path;  // of the document; empty while it was untitled
+    std::string title;
+    std::uint32_t frames = 0;
+    std::uint32_t samplesPerSecond = 0;
+    // Changes that stand, those that were undone left out.
+    std::uint32_t edits = 0;
+    std::int64_t lastChangeSeconds = 0;  // since 1970
+    std::uint64_t bytes = 0;             // of its records on the disk
+    bool isWhole = true;                 // no torn or false record ends it early
+};
+
+// By the time at which the work began. What a running program holds, and what is no such work, is
+// left out.
+std::vector<LeftWork> ListLeftWork(const std::filesystem::path& folder);
+// Nothing when there is no readable beginning.
+std::optional<LeftWork> LookAtLeftWork(const std::filesystem::path& documentFolder);
+
+// Removes it for good; false when a running program holds it.
+bool DiscardLeftWork(const LeftWork& work);
+
+// Counts what a listing shows, record by record.
+class LeftWorkCounter {
+  public:
+    void Take(const JournalRecord& record);
+    const LeftWork& Counted() const { return work_; }
+
+  private:
+    void Shape(const PcmFormat& format, std::uint32_t frames);
+
+    LeftWork work_;
+};
+
+}  // namespace sonavel::recovery

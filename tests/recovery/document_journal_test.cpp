@@ -1,0 +1,286 @@
+// What a keeper writes of documents, read back into others.
+#include <gtest/gtest.h>
+
+#include "document/document_fixture.h"
+#include "platform/code_page_949.h"
+#include "recovery/replay.h"
+#include "recovery/work_keeper.h"
+#include "sound/wav_file.h"
+
+namespace sonavel::recovery {
+namespace {
+
+using testing::Bytes;
+using testing::BytesOf;
+using testing::Format;
+using testing::MakeClip;
+using testing::MakeSound;
+using testing::PatternBytes;
+
+void ExpectSameState(CSoundDoc& expected, CSoundDoc& other) {
+    EXPECT_EQ(BytesOf(other.Sound()), BytesOf(expected.Sound()));
+    EXPECT_EQ(other.Sound().GetFormat(), expected.Sound().GetFormat());
+    EXPECT_EQ(other.Sound().Markers(), expected.Sound().Markers());
+}
+
+void ExpectSameSteps(CSoundDoc& expected, CSoundDoc& other) {
+    const UndoHistory& history = expected.History();
+    ASSERT_EQ(other.History().Count(), history.Count());
+    EXPECT_EQ(other.History().CurrentPosition(), history.CurrentPosition());
+    for (std::size_t i = 0; i < history.Count(); ++i)
+        EXPECT_EQ(other.History().StepAt(i).name, history.StepAt(i).name);
+}
+
+class DocumentJournalTest : public testing::DocumentTest {
+  protected:
+    DocumentJournalTest() { StartKeeper(); }
+
+    void StartKeeper() {
+        keeper_ = std::make_unique<WorkKeeper>(folder_ / "records", WorkKeeper::Keeping::kChanges);
+    }
+    // A WAV file with markers, opened.
+    std::unique_ptr<CSoundDoc> Open(const Format& format, std::size_t bytes) {
+        const auto path = folder_ / "sound.wav";
+        Sound sound = MakeSound(format, PatternBytes(bytes, 1));
+        sound.Markers().Add(10, "first", 0);
+        EXPECT_TRUE(WriteWav(sound, path, MarkerSaving::kOn, {}));
+        auto document = MakeDocument();
+        EXPECT_TRUE(document->OpenDocument(path));
+        keeper_->Watch(*document);
+        return document;
+    }
+    std::vector<std::filesystem::path> Folders() const {
+        std::vector<std::filesystem::path> folders;
+        std::error_code error;
+        for (const auto& entry : std::filesystem::directory_iterator(folder_ / "records", error))
+            folders.push_back(entry.path());
+        return folders;
+    }
+    // As a program that starts after a kill sees it, while the first one still runs.
+    std::unique_ptr<CSoundDoc> Replayed() {
+        EXPECT_TRUE(keeper_->Finish());
+        EXPECT_EQ(Folders().size(), 1u);
+        auto document = MakeDocument();
+        const Result<Replay> replay = ReplayInto(*document, Folders().at(0));
+        EXPECT_TRUE(replay) << replay.Reason();
+        if (replay) {
+            EXPECT_EQ(replay->word, "");
+        }
+        return document;
+    }
+
+    std::unique_ptr<WorkKeeper> keeper_;
+};
+
+class RandomEdits {
+  public:
+    RandomEdits(CSoundDoc& document, unsigned seed) : document_(document), random_(seed) {}
+
+    void Do() {
+        switch (Number(9)) {
+            case 0:
+                return static_cast<void>(edit::Delete(document_, Range()));
+            case 1:
+            case 2:
+                return static_cast<void>(edit::Paste(document_, Clip(), Range()));
+            case 3:
+                return static_cast<void>(edit::PasteOverwrite(document_, Clip(), Range()));
+            case 4:
+                return static_cast<void>(edit::Mix(document_, Clip(), Range(), {0.5, 0.5}));
+            case 5:
+                return SetMarker();
+            case 6:
+                return static_cast<void>(document_.Redo());
+            case 7:
+                return document_.SetTag("title", std::to_string(Number(1000)));
+            default:
+                return static_cast<void>(document_.Undo());
+        }
+    }
+
+  private:
+    std::uint32_t Number(std::uint32_t below) {
+        return std::uniform_int_distribution<std::uint32_t>(0, below - 1)(random_);
+    }
+    EditSelection Range() {
+        const std::uint32_t start = Number(document_.Sound().GetFrameCount() + 1);
+        return {start, start + Number(50), start};
+    }
+    ClipRecord Clip() {
+        const CWave& sound = document_.Sound();
+        const Format format{sound.GetChannels(), sound.GetBits(), sound.GetSamplesPerSecond()};
+        return MakeClip(format, PatternBytes(sound.GetBlockAlign() * (1 + Number(40)), Number(99)));
+    }
+    void SetMarker() {
+        MarkerList markers = document_.Sound().Markers();
+        markers.Add(Number(500), "m" + std::to_string(Number(10)), Number(5));
+        document_.SetMarkers(std::move(markers));
+    }
+
+    CSoundDoc& document_;
+    std::mt19937 random_;
+};
+
+TEST_F(DocumentJournalTest, GivesBackSoundMarkersTagsAndHistoryAtEveryMoment) {
+    for (const Format& format : testing::kFormats) {
+        SCOPED_TRACE(testing::NameOf(format));
+        auto document = Open(format, 4000);
+        RandomEdits edits(*document, 7);
+        for (int i = 0; i < 40; ++i) {
+            for (int k = 0; k < 5; ++k) edits.Do();
+            auto replayed = Replayed();
+            ExpectSameState(*document, *replayed);
+            ExpectSameSteps(*document, *replayed);
+            EXPECT_EQ(replayed->Tags(), document->Tags());
+            EXPECT_EQ(replayed->Title(), "sound.wav");
+            EXPECT_EQ(replayed->Path(), document->Path());
+            EXPECT_TRUE(replayed->GetModified());
+        }
+        auto replayed = Replayed();
+        while (document->CanUndo()) {
+            EXPECT_TRUE(document->Undo());
+            EXPECT_TRUE(replayed->Undo());
+            ExpectSameState(*document, *replayed);
+        }
+        keeper_->Discard(*document);
+        EXPECT_TRUE(keeper_->Finish());
+        EXPECT_TRUE(Folders().empty());
+    }
+}
+
+TEST_F(DocumentJournalTest, KeepsDocumentsThatHaveNoFile) {
+    auto document = MakeDocument();
+    EXPECT_TRUE(document->NewDocument({.samplesPerSecond = 8000, .channels = 2, .bits = 16}));
+    document->SetTitle("Sound 1");
+    keeper_->Watch(*document);
+    EXPECT_TRUE(Folders().empty());
+    const ClipRecord clip = MakeClip({2, 16, 8000}, PatternBytes(400, 3));
+    EXPECT_TRUE(edit::Paste(*document, clip, {}));
+    EXPECT_TRUE(edit::Delete(*document, {2, 9, 2}));
+    auto replayed = Replayed();
+    ExpectSameState(*document, *replayed);
+    ExpectSameSteps(*document, *replayed);
+    EXPECT_EQ(replayed->Title(), "Sound 1");
+    EXPECT_TRUE(replayed->Path().empty());
+}
+
+TEST_F(DocumentJournalTest, KeepsWhatIsModifiedFromTheStart) {
+    auto document = MakeDocument({1, 8}, PatternBytes(300, 5));
+    document->NotifyChanged(0);
+    keeper_->Watch(*document);
+    ExpectSameState(*document, *Replayed());
+}
+
+TEST_F(DocumentJournalTest, RemovesItsFolderWhenTheDocumentIsSavedAndBeginsAnew) {
+    auto document = Open({1, 16}, 2000);
+    EXPECT_TRUE(edit::Delete(*document, {0, 5, 0}));
+    document->SetSaveMarkers(true);
+    EXPECT_TRUE(document->SaveDocument(document->Path()));
+    EXPECT_TRUE(keeper_->Finish());
+    EXPECT_TRUE(Folders().empty());
+    // Steps of before the save are in no record; the sound that they lead to is.
+    EXPECT_TRUE(document->Undo());
+    ExpectSameState(*document, *Replayed());
+    EXPECT_TRUE(document->Redo());
+    EXPECT_TRUE(edit::Delete(*document, {3, 30, 3}));
+    ExpectSameState(*document, *Replayed());
+}
+
+TEST_F(DocumentJournalTest, StandsTheLossOfTheFileThatItBeganWith) {
+    for (const bool copied : {true, false}) {
+        SCOPED_TRACE(copied);
+        auto document = Open({1, 16}, 200000);
+        EXPECT_TRUE(edit::Delete(*document, {100, 500, 100}));
+        EXPECT_TRUE(keeper_->Finish());
+        const auto copy = Folders().at(0) / "base.wav";
+        for (int i = 0; i < 500 && !std::filesystem::exists(copy); ++i)
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        ASSERT_TRUE(std::filesystem::exists(copy));
+        if (!copied) std::filesystem::remove(copy);
+        WriteFileBytes(folder_ / "sound.wav", testing::BytesOf(document->Sound()));
+        auto other = MakeDocument();
+        const Result<Replay> replay = ReplayInto(*other, Folders().at(0));
+        if (copied) {
+            ExpectSameState(*document, *other);
+        } else {
+            EXPECT_FALSE(replay);
+            EXPECT_NE(replay.Reason().find("changed or removed"), std::string::npos);
+        }
+        keeper_->Discard(*document);
+        EXPECT_TRUE(keeper_->Finish());
+    }
+}
+
+TEST_F(DocumentJournalTest, GoesOnWithRecordsThatWereRecovered) {
+    auto document = Open({1, 16}, 3000);
+    EXPECT_TRUE(edit::Delete(*document, {100, 200, 100}));
+    keeper_->Leave(*document);
+    StartKeeper();
+    const std::vector<LeftWork> left = ListLeftWork(folder_ / "records");
+    ASSERT_EQ(left.size(), 1u);
+    EXPECT_EQ(left[0].frames, document->Sound().GetFrameCount());
+    auto second = MakeDocument();
+    const auto word = keeper_->Recover(left[0], *second);
+    ASSERT_TRUE(word);
+    EXPECT_EQ(*word, "");
+    EXPECT_TRUE(ListLeftWork(folder_ / "records").empty());
+    EXPECT_TRUE(second->Undo());
+    EXPECT_TRUE(second->Redo());
+    EXPECT_TRUE(edit::Delete(*second, {5, 20, 5}));
+    auto third = Replayed();
+    ExpectSameState(*second, *third);
+    ExpectSameSteps(*second, *third);
+    EXPECT_EQ(third->History().Count(), 2u);
+    second->SetSaveMarkers(true);
+    EXPECT_TRUE(second->SaveDocument(second->Path()));
+    EXPECT_TRUE(keeper_->Finish());
+    EXPECT_TRUE(Folders().empty());
+}
+
+TEST_F(DocumentJournalTest, RecoversWhatStandsBeforeATornRecord) {
+    auto document = Open({1, 16}, 3000);
+    EXPECT_TRUE(edit::Delete(*document, {100, 200, 100}));
+    const Bytes first = BytesOf(document->Sound());
+    EXPECT_TRUE(edit::Delete(*document, {100, 200, 100}));
+    keeper_->Leave(*document);
+    StartKeeper();
+    const auto journal = Folders().at(0) / "journal";
+    std::filesystem::resize_file(journal, std::filesystem::file_size(journal) - 1);
+    const std::vector<LeftWork> left = ListLeftWork(folder_ / "records");
+    ASSERT_EQ(left.size(), 1u);
+    EXPECT_FALSE(left[0].isWhole);
+    EXPECT_EQ(left[0].edits, 1u);
+    auto second = MakeDocument();
+    const auto word = keeper_->Recover(left[0], *second);
+    ASSERT_TRUE(word);
+    EXPECT_NE(word->find("damaged"), std::string::npos);
+    EXPECT_EQ(BytesOf(second->Sound()), first);
+    // What comes next takes the place of the torn one.
+    EXPECT_TRUE(edit::Delete(*second, {0, 50, 0}));
+    ExpectSameState(*second, *Replayed());
+}
+
+TEST_F(DocumentJournalTest, SaysOnceThatNothingIsKeptAnyMore) {
+    auto document = Open({1, 16}, 3000);
+    keeper_->SetLimit(100);
+    EXPECT_TRUE(edit::Delete(*document, {100, 200, 100}));
+    EXPECT_TRUE(keeper_->Finish());
+    keeper_->TellFaults();
+    keeper_->TellFaults();
+    ASSERT_EQ(prompts_.statusTexts.size(), 1u);
+    EXPECT_NE(prompts_.statusTexts[0].find("room"), std::string::npos);
+}
+
+TEST_F(DocumentJournalTest, EditsGoOnWhereNothingCanBeWritten) {
+    WriteFileBytes(folder_ / "records", {});
+    auto document = Open({1, 16}, 3000);
+    EXPECT_TRUE(edit::Delete(*document, {100, 200, 100}));
+    EXPECT_TRUE(keeper_->Finish());
+    keeper_->TellFaults();
+    EXPECT_EQ(document->Sound().GetFrameCount(), 1400u);
+    ASSERT_EQ(prompts_.statusTexts.size(), 1u);
+    EXPECT_NE(prompts_.statusTexts[0].find("cannot be written"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace sonavel::recovery
