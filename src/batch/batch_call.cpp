@@ -30,7 +30,8 @@ class CallParser {
         if (word == "--help") return SetTask(BatchCall::Task::kHelp);
         if (word == "--version") return SetTask(BatchCall::Task::kVersion);
         if (word == "--progress") return call_.showsProgress = true;
-        if (word == "--folder") return TakeFolder();
+        if (word == "--folder") return TakeFolder(word, call_.folder);
+        if (word == "--recover") return TakeFolder(word, call_.recoverFolder);
         if (word == "-c") return TakeText();
         if (word == "-") return TakeScript(BatchCall::Source::kStandardInput, word);
         if (word.starts_with('-')) {
@@ -45,12 +46,12 @@ class CallParser {
         return true;
     }
 
-    bool TakeFolder() {
+    bool TakeFolder(const std::string& option, std::optional<std::filesystem::path>& folder) {
         if (next_ == words_.size()) {
-            Expected("a folder behind --folder");
+            Expected("a folder behind " + option);
             return false;
         }
-        call_.folder = words_[next_++];
+        folder = words_[next_++];
         return true;
     }
 
@@ -122,8 +123,17 @@ int Run(const BatchCall& call, const BatchStreams& streams) {
     const ProgramFolder folder =
         call.folder ? ProgramFolder(*call.folder) : ProgramFolder::OfThisProgram();
     BatchSession session(folder, streams.out, call.showsProgress ? &streams.errors : nullptr);
+    if (call.recoverFolder) {
+        const std::filesystem::path records = AbsolutePath(call.recoverFolder->string());
+        if (!recovery::MakePrivateFolder(records))
+            return Mistake(streams, "cannot keep records in \"" + records.string() + '"');
+        session.KeepWorkIn(records);
+    }
     const bool isText = call.source == BatchCall::Source::kText;
-    return RunScript(isText ? "-c" : call.script, *script, session, streams.errors);
+    const int status = RunScript(isText ? "-c" : call.script, *script, session, streams.errors);
+    if (const std::string fault = session.KeepingFault(); !fault.empty())
+        streams.errors << "sonavel-batch: " << fault << '\n';
+    return status;
 }
 
 int Perform(const BatchCall& call, const BatchStreams& streams) {

@@ -15,8 +15,9 @@ struct BatchCall {
 
     Task task = Task::kRun;
     Source source = Source::kFile;
-    std::string script;                           // a path, or with kText the script itself
-    std::optional<std::filesystem::path> folder;  // the program folder
+    std::string script;                                  // a path, or with kText the script itself
+    std::optional<std::filesystem::path> folder;         // the program folder
+    std::optional<std::filesystem::path> recoverFolder;  // for the records of unsaved work
     bool showsProgress = false;
 };
 

@@ -3,8 +3,11 @@
 
 #include <filesystem>
 #include <iosfwd>
+#include <map>
+#include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "batch/command_row.h"
 #include "codec/client/child_codecs.h"
@@ -14,6 +17,7 @@
 #include "platform/headless/memory_clipboard.h"
 #include "platform/headless/scripted_prompts.h"
 #include "platform/program_folder.h"
+#include "recovery/work_keeper.h"
 #include "spatial/listener.h"
 #include "workspace/workspace.h"
 
@@ -27,6 +31,10 @@ class BatchSession {
     // Reports, messages and questions go to `out`; the percentages of long operations to
     // `progressOut`, null for nowhere.
     BatchSession(const ProgramFolder& folder, std::ostream& out, std::ostream* progressOut);
+    // Keeps records of all documents to come in that folder.
+    void KeepWorkIn(const std::filesystem::path& folder);
+    // Why not all work is kept; empty when it is.
+    std::string KeepingFault() const { return keeper_ ? keeper_->FaultText() : std::string(); }
 
     std::ostream& Out() { return out_; }
     Workspace& Sounds() { return workspace_; }
@@ -36,6 +44,11 @@ class BatchSession {
     const ChildCodecs& Codecs() const { return codecs_; }
     // Of the smooth 3D commands.
     Listener& Ears() { return ears_; }
+    // For work that is opened from a folder; made when it is first asked for.
+    recovery::WorkKeeper& Keeper();
+    // What the last list of a folder showed; a new list where there was none.
+    const std::vector<recovery::LeftWork>& LeftIn(const std::filesystem::path& folder);
+    const std::vector<recovery::LeftWork>& ListLeftIn(const std::filesystem::path& folder);
 
     bool HasActive() { return workspace_.Active() != nullptr; }
     // These need an active document.
@@ -53,6 +66,8 @@ class BatchSession {
     ChildCodecs codecs_;
     EffectState effectState_;
     Listener ears_;
+    std::unique_ptr<recovery::WorkKeeper> keeper_;
+    std::map<std::filesystem::path, std::vector<recovery::LeftWork>> left_;
     Workspace workspace_;
 };
 

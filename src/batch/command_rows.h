@@ -19,6 +19,7 @@ std::vector<CommandRow> SpatialCommandRows();
 std::vector<CommandRow> SpaceCommandRows();  // many places, scenes, loudspeakers, responses
 std::vector<CommandRow> ViewCommandRows();
 std::vector<CommandRow> SpectrogramCommandRows();
+std::vector<CommandRow> RecoveryCommandRows();
 std::vector<CommandRow> ScriptCommandRows();  // answer, try
 
 const std::vector<CommandRow>& AllCommandRows();

@@ -9,6 +9,7 @@ constexpr const char* kGrammar =
     R"(The editor's commands from a script, without a display or a sound device.
 
   --folder DIR   the program folder, where Options.ini and Display.ini lie
+  --recover DIR  keep records of unsaved work in DIR, as the editor does
   --progress     show the percentage of long operations on standard error
 
 Commands end at a line break or ";". Words are separated by blanks; "..." quotes
@@ -23,20 +24,23 @@ constexpr HelpGroup kGroups[] = {
     {"Documents", DocumentCommandRows},
     {"Import and tags", ImportCommandRows},
     {"Export", ExportCommandRows},
+    {"Pauses and labels", LabelCommandRows},
     {"Reports", ReportCommandRows},
     {"Selection, clipboard, markers", EditCommandRows},
     {"Format of the sound", FormatCommandRows},
     {"View and menu commands", ViewCommandRows},
+    {"Spectrogram", SpectrogramCommandRows},
     {"Effects, on the selection or on the whole sound without one", EffectCommandRows},
     {"Space", SpaceCommandRows},
+    {"Recovery", RecoveryCommandRows},
     {"Script", ScriptCommandRows},
 };
 
 }  // namespace
 
 std::string UsageText() {
-    return "usage: sonavel-batch [--folder DIR] [--progress] SCRIPT\n"
-           "       sonavel-batch [--folder DIR] [--progress] -c TEXT\n"
+    return "usage: sonavel-batch [--folder DIR] [--recover DIR] [--progress] SCRIPT\n"
+           "       sonavel-batch [--folder DIR] [--recover DIR] [--progress] -c TEXT\n"
            "       sonavel-batch --help | --version\n"
            "SCRIPT \"-\" reads standard input.";
 }

@@ -1,6 +1,7 @@
 // The commands that steer the script itself, and the table of all commands.
 #include "batch/batch_session.h"
 #include "batch/command_rows.h"
+#include "batch/help_text.h"
 
 namespace sonavel::batch {
 namespace {
@@ -33,11 +34,10 @@ std::vector<CommandRow> ScriptCommandRows() {
 const std::vector<CommandRow>& AllCommandRows() {
     static const std::vector<CommandRow> kRows = [] {
         std::vector<CommandRow> rows;
-        for (const auto& group : {DocumentCommandRows(), ImportCommandRows(), ExportCommandRows(),
-                                  LabelCommandRows(), ReportCommandRows(), EditCommandRows(),
-                                  FormatCommandRows(), ViewCommandRows(), SpectrogramCommandRows(),
-                                  EffectCommandRows(), SpaceCommandRows(), ScriptCommandRows()})
-            rows.insert(rows.end(), group.begin(), group.end());
+        for (const HelpGroup& group : HelpGroups()) {
+            const std::vector<CommandRow> some = group.rows();
+            rows.insert(rows.end(), some.begin(), some.end());
+        }
         return rows;
     }();
     return kRows;
