@@ -11,6 +11,7 @@
 #include "app/document_saver.h"
 #include "app/new_sound_dialog.h"
 #include "app/preferences/option_sheet.h"
+#include "app/recovery/left_work_offer.h"
 #include "platform/qt/file_names.h"
 #include "platform/qt/open_files_dialog.h"
 #include "platform/qt/person_settings.h"
@@ -28,6 +29,9 @@ constexpr const char* kOpenFolderKey = "Main Frame/OpenFolder";
 // The first use of the sound devices holds the event loop up for a moment; the window is painted
 // first.
 constexpr int kLogoSoundDelayMs = 250;
+
+// How soon the status bar says that work is kept no more.
+constexpr int kFaultPeriodMs = 1000;
 
 QString OpenFilters() {
     QStringList filters{QObject::tr("Audio Files (%1)").arg(Utf8Text(AllExtensions("*", " ")))};
@@ -60,7 +64,8 @@ void TakeInto(Outcome& all, const Outcome& one) {
 
 }  // namespace
 
-Application::Application(WaveDevices& devices, const ProgramFolder& folder)
+Application::Application(WaveDevices& devices, const ProgramFolder& folder,
+                         const std::optional<std::filesystem::path>& recoveryFolder)
     : logoSound_(devices, folder),
       workspace_({prompts_, progress_, clipboard_, devices, folder, &codecs_,
                   UndoStorage::OfThisSystem()}),
@@ -71,12 +76,39 @@ Application::Application(WaveDevices& devices, const ProgramFolder& folder)
     AddActions();
     frame_.Build(workspace_, {&effectCommands_, commands_.get()});
     ConnectFrame();
+    if (recoveryFolder) KeepWork(*recoveryFolder);
 }
 
 Application::~Application() {
     // The child windows show sounds that the workspace owns.
     while (workspace_.Count() > 0) workspace_.Close(workspace_.Count() - 1);
     workspace_.SetObserver(nullptr);
+}
+
+void Application::KeepWork(const std::filesystem::path& folder) {
+    keeper_ =
+        std::make_unique<recovery::WorkKeeper>(folder, recovery::WorkKeeper::Keeping::kChanges);
+    workspace_.SetKeeper(keeper_.get());
+    faultTimer_.setInterval(kFaultPeriodMs);
+    faultTimer_.callOnTimeout([this] { keeper_->TellFaults(); });
+    faultTimer_.start();
+    endSignals_.emplace([this] { LeaveAtOnce(); });
+    // The desktop ends the program soon after; whether it does is not known yet.
+    QObject::connect(qApp, &QGuiApplication::commitDataRequest, &frame_,
+                     [this] { keeper_->Finish(); });
+}
+
+void Application::OfferWhatWasLeft() {
+    if (keeper_) frame_.Tell(OfferLeftWork(keeper_->Folder(), workspace_, &frame_));
+}
+
+void Application::LeaveAtOnce() {
+    prompts_.HoldMessages();
+    for (std::size_t i = 0; i < workspace_.Count(); ++i)
+        static_cast<void>(workspace_.StopActivity(i));
+    workspace_.LeaveKeeper();
+    keeper_->Finish();
+    QCoreApplication::exit(0);
 }
 
 EffectHost Application::MakeEffectHost() {
@@ -131,6 +163,7 @@ void Application::ShowWhatWasHeld() {
     for (const QString& text : std::exchange(heldMessages_, {}))
         prompts_.ShowMessage(text.toStdString());
     frame_.Tell(importer_.Offer(std::exchange(heldRefusals_, {})));
+    OfferWhatWasLeft();
 }
 
 void Application::Show() {

@@ -7,6 +7,7 @@
 #include "app/exchange/sound_importer.h"
 #include "app/logo_sound.h"
 #include "app/main_frame.h"
+#include "app/recovery/program_end.h"
 #include "catalogue/ui/catalogue_window.h"
 #include "codec/client/child_codecs.h"
 #include "document/clip_image.h"
@@ -21,7 +22,9 @@ namespace sonavel {
 class Application {
   public:
     // Makes the main frame, under the logo; nothing is shown of it yet.
-    Application(WaveDevices& devices, const ProgramFolder& folder);
+    // Unsaved work is kept in `recoveryFolder`, and nowhere without one.
+    Application(WaveDevices& devices, const ProgramFolder& folder,
+                const std::optional<std::filesystem::path>& recoveryFolder = std::nullopt);
     ~Application();
     Application(const Application&) = delete;
     Application& operator=(const Application&) = delete;
@@ -56,6 +59,8 @@ class Application {
     void ShowSampleDatabase();
     void ShowAbout();
     void Exit();
+    // Asks nothing: what is unsaved stays in the recovery folder, recordings included.
+    void LeaveAtOnce();
 
   private:
     EffectHost MakeEffectHost();
@@ -63,6 +68,8 @@ class Application {
     void ConnectFrame();
     void TakeSettings();
     void RunLogo();
+    void KeepWork(const std::filesystem::path& folder);
+    void OfferWhatWasLeft();
     // Empty when the dialog was cancelled.
     QStringList AskForFiles(const QString& title, const QString& filters);
     // Without an offer to import.
@@ -76,6 +83,7 @@ class Application {
     QtWaveClipboard clipboard_{ImageOf16Bits};
     ChildCodecs codecs_;
     CMainFrame frame_;
+    std::unique_ptr<recovery::WorkKeeper> keeper_;  // null where no work is kept
     Workspace workspace_;
     SoundImporter importer_;
     EffectState effectState_;
@@ -83,6 +91,8 @@ class Application {
     EffectCommands effectCommands_;
     std::unique_ptr<CommandTarget> commands_;
     std::unique_ptr<CatalogueWindow> catalogue_;
+    QTimer faultTimer_;
+    std::optional<EndSignals> endSignals_;
     QStringList heldMessages_;
     std::vector<RefusedFile> heldRefusals_;
 };

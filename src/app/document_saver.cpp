@@ -13,9 +13,17 @@ Outcome DocumentSaver::Save() {
     if (document_.Path().empty()) return SaveAs();
     // The dialog says so before it happens, and asks before the whole sound's file is replaced.
     if (document_.SaveCutsSound(document_.Path())) return SaveAs();
+    using enum CSoundDoc::OtherWriters;
+    CSoundDoc::OtherWriters others = kAskAbout;
+    if (document_.StateOfFile() == FileState::kChanged) {
+        const ChangedFileAnswer answer = document_.Services().prompts.AskChangedFile();
+        if (answer == ChangedFileAnswer::kCancel) return Cancelled();
+        if (answer == ChangedFileAnswer::kSaveAs) return SaveAs();
+        others = kAccepted;
+    }
     const std::string warning = document_.SaveWarning(document_.Path());
     if (!warning.empty()) document_.Services().prompts.ShowStatus(warning);
-    return document_.SaveDocument(document_.Path());
+    return document_.SaveDocument(document_.Path(), others);
 }
 
 Outcome DocumentSaver::SaveAs() {

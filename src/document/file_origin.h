@@ -15,4 +15,7 @@ struct FileOrigin {
     std::optional<ImportChoice> import;  // nothing where it was opened
 };
 
+// What other programs did to the file of a document; kNone: it has none.
+enum class FileState { kNone, kAsItWas, kChanged, kGone };
+
 }  // namespace sonavel

@@ -59,7 +59,11 @@ class CSoundDoc {
     // An imported document's own path is written in the format that it came in, once the person has
     // accepted what that loses. Else writes by extension; takes the path as its own on success. A
     // WAV save while marker saving is off writes the file and still fails.
-    Outcome SaveDocument(const std::filesystem::path& path);
+    // Asks before it writes over a file that another program has changed since; `kAccepted`:
+    // somebody has asked already.
+    enum class OtherWriters { kAskAbout, kAccepted };
+    Outcome SaveDocument(const std::filesystem::path& path,
+                         OtherWriters others = OtherWriters::kAskAbout);
     // What of the sound a save under that path would leave out, or lose when the file is read
     // again; empty for nothing.
     std::string SaveWarning(const std::filesystem::path& path) const;
@@ -83,6 +87,8 @@ class CSoundDoc {
     // The file that was opened, imported or saved last, as it was left then; null while there is
     // none.
     const FileOrigin* File() const { return file_ ? &*file_ : nullptr; }
+    // What became of it since.
+    FileState StateOfFile() const;
     // Whether reading that file again gives the sound as it was then, markers and tags included.
     bool FileHoldsSound() const { return fileHolds_ == FileHolds::kAll; }
 

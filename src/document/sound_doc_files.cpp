@@ -50,7 +50,18 @@ Outcome CSoundDoc::ReadFile(const std::filesystem::path& path, std::string_view 
     return DoneIf(read, sound_.LastError());
 }
 
-Outcome CSoundDoc::SaveDocument(const std::filesystem::path& path) {
+FileState CSoundDoc::StateOfFile() const {
+    if (!file_) return FileState::kNone;
+    const std::optional<FileIdentity> now = IdentityOfFile(file_->path);
+    if (!now) return FileState::kGone;
+    return *now == file_->identity ? FileState::kAsItWas : FileState::kChanged;
+}
+
+Outcome CSoundDoc::SaveDocument(const std::filesystem::path& path, OtherWriters others) {
+    const bool isOverOthers = others == OtherWriters::kAskAbout && file_ && file_->path == path &&
+                              StateOfFile() == FileState::kChanged;
+    if (isOverOthers && services_.prompts.AskChangedFile() != ChangedFileAnswer::kOverwrite)
+        return Cancelled();
     if (IsOrigin(path)) return SaveLikeOrigin();
     const std::string extension = ExtensionFromFirstDot(path);
     if (extension.empty() || extension.size() == path.string().size())

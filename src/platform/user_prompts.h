@@ -14,6 +14,10 @@ enum class ChannelChoice { kLeft = 0, kRight = 1, kBothOrMix = 2 };
 // The direction of the conversion that is asked for.
 enum class ChannelConversion { kMonoToStereo, kStereoToMono };
 
+enum class ChangedFileAnswer { kOverwrite, kSaveAs, kCancel };
+inline constexpr std::string_view kChangedFileQuestion =
+    "The file was changed by another program. Overwrite, Save As, Cancel";
+
 class UserPrompts {
   public:
     virtual ~UserPrompts() = default;
@@ -26,6 +30,12 @@ class UserPrompts {
     virtual bool AskOkCancel(std::string_view text, std::string_view caption) = 0;
     // True for Yes, false for No.
     virtual bool AskYesNo(std::string_view text, std::string_view caption) = 0;
+    // Before a save over a file that is not as the document left it. Who cannot ask for another
+    // name does not offer it.
+    virtual ChangedFileAnswer AskChangedFile() {
+        return AskOkCancel(kChangedFileQuestion, "Save") ? ChangedFileAnswer::kOverwrite
+                                                         : ChangedFileAnswer::kCancel;
+    }
     // The dialog "Convert Channel Type"; nothing when it was cancelled.
     virtual std::optional<ChannelChoice> AskChannelConversion(ChannelConversion conversion) = 0;
 };

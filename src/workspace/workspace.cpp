@@ -16,8 +16,13 @@ constexpr std::string_view kNewTitle = "Sound";
 Workspace::Workspace(const HostServices& services) : services_(services) {}
 
 Workspace::~Workspace() {
+    LeaveKeeper();
+}
+
+void Workspace::LeaveKeeper() {
     if (!keeper_) return;
     for (const auto& sound : sounds_) keeper_->Leave(*sound->document);
+    keeper_ = nullptr;
 }
 
 void Workspace::SetInitialViewSize(int width, int height) {

@@ -110,6 +110,19 @@ TEST_F(RecoveryTest, ListsSeveralInTheirOrderAndSaysWhatIsNotThere) {
     EXPECT_NE(Run("recover /no/such/folder", false).errors.find("not a folder"), std::string::npos);
 }
 
+TEST_F(RecoveryTest, AsksBeforeASaveOverWhatAnotherOneWrote) {
+    // The second document of the same file is the other program.
+    const RunResult result = Run(Input() + Input() +
+                                     "select 0 9; cut; save; activate 1; answer "
+                                     "cancel; try save; save; save; info",
+                                 false);
+    const std::string question =
+        "question: The file was changed by another program. Overwrite, Save As, Cancel -> ";
+    EXPECT_EQ(result.out.substr(0, result.out.find("document")),
+              question + "cancel\nfailed: Cancelled.\n" + question + "ok\n");
+    EXPECT_EQ(result.errors, "");
+}
+
 // --- Killed runs
 
 void KillAfter(std::chrono::milliseconds time, const std::vector<std::string>& words) {

@@ -5,6 +5,7 @@
 
 #include "document/untitled_titles.h"
 #include "document_fixture.h"
+#include "sound/wav_file.h"
 
 namespace sonavel::testing {
 namespace {
@@ -371,6 +372,41 @@ TEST(UntitledTitles, CountPerPrefix) {
     EXPECT_EQ(titles.Next(untitled_prefix::kRecorder), "Recorder_1");
     EXPECT_EQ(titles.Next(untitled_prefix::kRecorder), "Recorder_2");
     EXPECT_EQ(titles.Next(untitled_prefix::kPaste), "Paste_1");
+}
+
+TEST_F(DocumentTest, AsksBeforeItOverwritesWhatAnotherProgramWrote) {
+    const auto path = folder_ / "shared.wav";
+    const auto write = [&](std::size_t bytes) {
+        EXPECT_TRUE(
+            WriteWav(MakeSound({1, 16}, PatternBytes(bytes, 1)), path, MarkerSaving::kOn, {}));
+    };
+    write(100);
+    auto document = MakeDocument();
+    EXPECT_EQ(document->StateOfFile(), FileState::kNone);
+    ASSERT_TRUE(document->OpenDocument(path));
+    document->SetSaveMarkers(true);
+    EXPECT_EQ(document->StateOfFile(), FileState::kAsItWas);
+    EXPECT_TRUE(document->SaveDocument(path));
+    EXPECT_TRUE(prompts_.questions.empty());
+
+    write(200);
+    EXPECT_EQ(document->StateOfFile(), FileState::kChanged);
+    prompts_.answers = {false};
+    EXPECT_TRUE(document->SaveDocument(path).IsCancelled());
+    EXPECT_EQ(std::filesystem::file_size(path), 244u);
+    ASSERT_EQ(prompts_.questions.size(), 1u);
+    EXPECT_EQ(prompts_.questions[0],
+              "The file was changed by another program. Overwrite, Save As, Cancel");
+    // Another name is nobody else's, and a file that is gone cannot be overwritten.
+    EXPECT_TRUE(document->SaveDocument(folder_ / "other.wav"));
+    ASSERT_TRUE(document->OpenDocument(path));
+    write(100);
+    EXPECT_TRUE(document->SaveDocument(path, CSoundDoc::OtherWriters::kAccepted));
+    std::filesystem::remove(path);
+    EXPECT_EQ(document->StateOfFile(), FileState::kGone);
+    EXPECT_TRUE(document->SaveDocument(path));
+    EXPECT_EQ(document->StateOfFile(), FileState::kAsItWas);
+    EXPECT_EQ(prompts_.questions.size(), 1u);
 }
 
 }  // namespace

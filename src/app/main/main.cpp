@@ -56,7 +56,7 @@ void Serve(Application& application, const InstanceRequest& request) {
 int RunWith(PortAudioWaveDevices& devices, RunningInstance& instance,
             const InstanceRequest& request) {
     const sonavel::ProgramFolder folder = sonavel::ProgramFolder::OfThisProgram();
-    Application application(devices, folder);
+    Application application(devices, folder, sonavel::recovery::StateRecoveryFolder());
     const QStringList failures = application.OpenAtStart(request.files);
     for (const QString& failure : failures)
         std::fprintf(stderr, "sonavel: %s\n", qPrintable(failure));

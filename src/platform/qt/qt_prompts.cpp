@@ -48,6 +48,18 @@ bool QtPrompts::AskYesNo(std::string_view text, std::string_view caption) {
     return box.exec() == QMessageBox::Yes;
 }
 
+ChangedFileAnswer QtPrompts::AskChangedFile() {
+    const QString text = QObject::tr("The file was changed by another program.");
+    MessageBox box({.text = text, .buttons = QMessageBox::Cancel, .icon = QMessageBox::Warning},
+                   ParentForBox());
+    const auto* overwrite = box.addButton(QObject::tr("&Overwrite"), QMessageBox::DestructiveRole);
+    auto* saveAs = box.addButton(QObject::tr("&Save As..."), QMessageBox::AcceptRole);
+    box.setDefaultButton(saveAs);
+    box.exec();
+    if (box.clickedButton() == overwrite) return ChangedFileAnswer::kOverwrite;
+    return box.clickedButton() == saveAs ? ChangedFileAnswer::kSaveAs : ChangedFileAnswer::kCancel;
+}
+
 std::optional<ChannelChoice> QtPrompts::AskChannelConversion(ChannelConversion conversion) {
     ChannelConversionDialog dialog(conversion, ParentForBox());
     if (dialog.exec() != QDialog::Accepted) return std::nullopt;

@@ -29,6 +29,7 @@ class QtPrompts : public UserPrompts {
     void ShowStatus(std::string_view text) override;
     bool AskOkCancel(std::string_view text, std::string_view caption) override;
     bool AskYesNo(std::string_view text, std::string_view caption) override;
+    ChangedFileAnswer AskChangedFile() override;
     std::optional<ChannelChoice> AskChannelConversion(ChannelConversion conversion) override;
 
   private:
