@@ -14,6 +14,8 @@ namespace sonavel {
 class ActiveSoundCommands {
   public:
     // Dialogs stand over `parent`. The sound has to be forgotten before it goes.
+    // Null without a sound.
+    const DocumentSaver* Saver() const { return saver_ ? &*saver_ : nullptr; }
     void Take(Workspace& workspace, OpenSound& sound, QWidget* parent);
     void Forget();
 

@@ -18,6 +18,7 @@ enum Id : int {
     kSaveCopy = 33112,
     kExportSelection = 33113,
     kOriginLine = 33114,
+    kReadAgain = 33118,
     kStatusBar = 59393,
     kNew = 57600,
     kOpen = 57601,

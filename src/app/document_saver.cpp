@@ -6,6 +6,7 @@
 #include "app/save_as_dialog.h"
 #include "app/save_notice.h"
 #include "platform/qt/file_names.h"
+#include "platform/qt/utf8_text.h"
 
 namespace sonavel {
 
@@ -24,6 +25,24 @@ Outcome DocumentSaver::Save() {
     const std::string warning = document_.SaveWarning(document_.Path());
     if (!warning.empty()) document_.Services().prompts.ShowStatus(warning);
     return document_.SaveDocument(document_.Path(), others);
+}
+
+QString DocumentSaver::WordOnFile() const {
+    const QString name = Utf8Text(document_.Title());
+    switch (document_.StateOfFile()) {
+        case FileState::kChanged:
+            return (CanReadAgain()
+                        ? QObject::tr("%1 was changed by another program. File > Read Again shows "
+                                      "what it holds now.")
+                        : QObject::tr("%1 was changed by another program."))
+                .arg(name);
+        case FileState::kGone:
+            return QObject::tr("The file of %1 was moved or deleted.").arg(name);
+        case FileState::kNone:
+        case FileState::kAsItWas:
+            break;
+    }
+    return {};
 }
 
 Outcome DocumentSaver::SaveAs() {

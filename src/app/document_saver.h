@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QPointer>
+#include <QString>
 #include <QWidget>
 
 #include "workspace/workspace.h"
@@ -20,6 +21,12 @@ class DocumentSaver {
     // the status bar before it is written.
     Outcome Save();
     Outcome SaveAs();
+    // What the file holds now takes the place of the sound, and the history goes.
+    Outcome ReadAgain() { return document_.ReadAgain(); }
+    bool CanReadAgain() const { return document_.File() && !document_.GetModified(); }
+    // What the status bar says when the window gets the keyboard; empty when nothing has happened
+    // to the file.
+    QString WordOnFile() const;
 
   private:
     Workspace& workspace_;

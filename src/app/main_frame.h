@@ -82,6 +82,8 @@ class CMainFrame : public QMainWindow, public WorkspaceObserver {
     void Refresh();
     void UpdateTitle();
     void UpdatePanes();
+    // To the file of the active sound.
+    void TellWhatOthersDid();
     void AfterCommand(int commandId, const Outcome& outcome);
 
     ChildWindows* area_;

@@ -112,7 +112,14 @@ bool CMainFrame::event(QEvent* event) {
     // A maximised child writes its own name into the frame's title.
     if (event->type() == QEvent::WindowTitleChange && windowTitle() != title_ && !title_.isEmpty())
         ScheduleRefresh();
+    if (event->type() == QEvent::WindowActivate) TellWhatOthersDid();
     return QMainWindow::event(event);
+}
+
+void CMainFrame::TellWhatOthersDid() {
+    const DocumentSaver* saver = soundCommands_.Saver();
+    const QString word = saver ? saver->WordOnFile() : QString();
+    if (!word.isEmpty()) status_->ShowNote(word);
 }
 
 void CMainFrame::showEvent(QShowEvent* event) {

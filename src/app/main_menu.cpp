@@ -28,6 +28,7 @@ constexpr MenuEntry kFile[] = {
     C(app_command::kSave),
     C(app_command::kSaveAs),
     C(app_command::kSaveAll),
+    C(app_command::kReadAgain),
     kLine,
     C(app_command::kExport),
     C(app_command::kSaveCopy),

@@ -81,6 +81,7 @@ void Recorder::Append(WaveBlock& block, std::size_t bytes) {
         recorded_.blocks.push_back(std::move(block.data));
         block.data = std::move(fresh);
         recorded_.bytes += bytes;
+        if (tap_) tap_->OnRecorded(recorded_.blocks.back());
     } catch (const std::bad_alloc&) {
         // What came so far must stay in one piece, so nothing is kept behind the gap.
         block.data.resize(size);

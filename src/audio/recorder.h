@@ -5,6 +5,7 @@
 #include <deque>
 #include <memory>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "audio/block_ring.h"
@@ -26,6 +27,14 @@ struct RecorderSettings {
     WaveFormat format;
     std::uint32_t blockFrames = 1024;
     std::uint64_t limitBytes = 0;  // sound beyond it is dropped
+};
+
+// Hears what is recorded while it comes, on the thread of the recorder's owner.
+class RecordingTap {
+  public:
+    virtual ~RecordingTap() = default;
+
+    virtual void OnRecorded(std::span<const std::uint8_t> wholeFrames) = 0;
 };
 
 // Why a recording cannot go on.
@@ -51,6 +60,9 @@ class Recorder {
     // Hands over what was recorded.
     RecordedSound Take();
 
+    // May be null.
+    void SetTap(RecordingTap* tap) { tap_ = tap; }
+
     std::uint64_t RecordedBytes() const { return recorded_.bytes; }
     std::uint32_t RecordedFrames() const;
     std::size_t GapCount() const { return recorded_.gaps.size(); }
@@ -69,6 +81,7 @@ class Recorder {
     RecordedSound recorded_;
     bool open_ = false;
     bool outOfMemory_ = false;
+    RecordingTap* tap_ = nullptr;
 };
 
 }  // namespace sonavel

@@ -77,6 +77,8 @@ class CWavePlayer : public CWave {
     // Shows, once, why the last recording ended by itself or is not whole. To be called behind
     // StopRecording when everyone knows of the sound's change, because a message box may wait.
     void ReportRecordingEnd();
+    // Hears what is recorded; may be null.
+    void SetRecordingTap(RecordingTap* tap) { recorder_.SetTap(tap); }
     std::uint32_t GetRecordedFrames() const { return recorder_.RecordedFrames(); }
 
   private:

@@ -18,4 +18,7 @@ struct FileOrigin {
 // What other programs did to the file of a document; kNone: it has none.
 enum class FileState { kNone, kAsItWas, kChanged, kGone };
 
+// What a file that was read or written can give back of the sound as it was then.
+enum class FileHolds { kAll, kLess };
+
 }  // namespace sonavel

@@ -2,6 +2,7 @@
 // it: called once for each, when it has come about.
 #pragma once
 
+#include <filesystem>
 #include <span>
 #include <string_view>
 
@@ -32,6 +33,8 @@ class HistoryListener {
 
     // `now`: the sound behind the change.
     virtual void OnHistoryChange(const HistoryChange& change, const Sound& now) = 0;
+    // A file is about to be written.
+    virtual void OnSaving(const std::filesystem::path&) {}
     // Tags belong to the document and to no step.
     virtual void OnTagsChanged(std::span<const SoundTag>) {}
 };

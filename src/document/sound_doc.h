@@ -59,11 +59,11 @@ class CSoundDoc {
     // An imported document's own path is written in the format that it came in, once the person has
     // accepted what that loses. Else writes by extension; takes the path as its own on success. A
     // WAV save while marker saving is off writes the file and still fails.
-    // Asks before it writes over a file that another program has changed since; `kAccepted`:
-    // somebody has asked already.
+    // Asks before it writes over what another program wrote, unless somebody has asked already.
     enum class OtherWriters { kAskAbout, kAccepted };
     Outcome SaveDocument(const std::filesystem::path& path,
                          OtherWriters others = OtherWriters::kAskAbout);
+    Outcome ReadAgain();  // the document's own file
     // What of the sound a save under that path would leave out, or lose when the file is read
     // again; empty for nothing.
     std::string SaveWarning(const std::filesystem::path& path) const;
@@ -84,11 +84,9 @@ class CSoundDoc {
     bool GetModified() const { return sound_.GetModified(); }
     void SetModified(bool modified);
 
-    // The file that was opened, imported or saved last, as it was left then; null while there is
-    // none.
+    // The file that was opened, imported or saved last, as it was left then; null for none.
     const FileOrigin* File() const { return file_ ? &*file_ : nullptr; }
-    // What became of it since.
-    FileState StateOfFile() const;
+    FileState StateOfFile() const;  // now
     // Whether reading that file again gives the sound as it was then, markers and tags included.
     bool FileHoldsSound() const { return fileHolds_ == FileHolds::kAll; }
 
@@ -115,7 +113,6 @@ class CSoundDoc {
     const DocumentOptions& Options() const { return options_; }
     // Reads Options.ini anew and hands the devices to the sound.
     void ReloadOptions();
-    // For what brings a history back, whether or not new steps are wanted.
     void SetSavesUndo(bool saves) { options_.saveUndo = saves ? 1 : 0; }
     // Options.ini as it was then, for views, which take their settings from the same reading.
     const ProfileText& OptionsText() const { return optionsText_; }
@@ -173,11 +170,9 @@ class CSoundDoc {
 
     // --- Recovery
 
-    // What a document was, read again or out of records, into an empty document. Marks nothing
-    // modified.
+    // Into an empty document; marks nothing modified.
     Outcome RestoreFile(const FileOrigin& origin, const std::filesystem::path& copy);
     Outcome RestoreSound(sonavel::Sound&& sound);
-    // Nothing for `identity` where no file was ever read or written.
     void RestoreName(const std::filesystem::path& path, std::string_view title,
                      const std::optional<FileIdentity>& identity);
     void RestoreTags(std::vector<SoundTag> tags) { extras_.tags = std::move(tags); }
@@ -221,8 +216,6 @@ class CSoundDoc {
     SaveAsChoice SaveAsItIs(const std::filesystem::path& path) const;
     Outcome ConvertForSave(const SaveAsChoice& choice);
     void TakePath(const std::filesystem::path& path);
-    // What a file that was written can give back.
-    enum class FileHolds { kAll, kLess };
     void NoteFileWritten();
     FileHolds WrittenFileHolds() const;
     Outcome ReadImport(const std::filesystem::path& path, const ImportChoice& choice);

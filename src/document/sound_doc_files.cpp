@@ -41,6 +41,13 @@ Outcome CSoundDoc::OpenDocument(const std::filesystem::path& path) {
     return read;
 }
 
+Outcome CSoundDoc::ReadAgain() {
+    if (!file_) return Failed("The document has no file yet.");
+    const FileOrigin file = *file_;
+    if (file.import) return ImportDocument(file.path, *file.import);
+    return origin_ ? ImportDocument(file.path, {}) : OpenDocument(file.path);
+}
+
 Outcome CSoundDoc::ReadFile(const std::filesystem::path& path, std::string_view extension) {
     const FileFormat* format = FileFormatOfExtension(extension);
     if (!format)
@@ -62,6 +69,7 @@ Outcome CSoundDoc::SaveDocument(const std::filesystem::path& path, OtherWriters 
                               StateOfFile() == FileState::kChanged;
     if (isOverOthers && services_.prompts.AskChangedFile() != ChangedFileAnswer::kOverwrite)
         return Cancelled();
+    if (historyListener_) historyListener_->OnSaving(path);
     if (IsOrigin(path)) return SaveLikeOrigin();
     const std::string extension = ExtensionFromFirstDot(path);
     if (extension.empty() || extension.size() == path.string().size())
@@ -81,7 +89,7 @@ void CSoundDoc::NoteFileWritten() {
 }
 
 // A WAV file gives every sample back; of markers it may leave out what no other program reads.
-CSoundDoc::FileHolds CSoundDoc::WrittenFileHolds() const {
+FileHolds CSoundDoc::WrittenFileHolds() const {
     const bool isWave = FileFormatOfExtension(path_.extension().native()) == &FileFormats().front();
     const bool all = isWave && !origin_ && sound_.Markers().Empty() && extras_.tags.empty();
     return all ? FileHolds::kAll : FileHolds::kLess;

@@ -40,8 +40,7 @@ ChangeRecord RecordOf(const HistoryChange& change, const Sound& now) {
 
 DocumentJournal::DocumentJournal(CSoundDoc& document, const JournalHost& host)
     : document_(document), host_(host) {
-    document_.AddObserver(this);
-    document_.SetHistoryListener(this);
+    Listen();
     if (document_.GetModified()) BeginWith(document_.Sound());
 }
 
@@ -54,14 +53,30 @@ DocumentJournal::DocumentJournal(CSoundDoc& document, const JournalHost& host,
       undoable_(replayed.undoable),
       redoable_(replayed.redoable),
       name_(PresentName()) {
-    document_.AddObserver(this);
-    document_.SetHistoryListener(this);
+    Listen();
     if (!Keeps()) return;
     host_.thread.Watch(file_);
     host_.thread.Post([file = file_] { file->Begin(); });
 }
 
+void DocumentJournal::Listen() {
+    document_.AddObserver(this);
+    document_.SetHistoryListener(this);
+    if (!Keeps()) return;
+    document_.Sound().SetRecordingTap(this);
+    ClaimFile();
+}
+
+void DocumentJournal::ClaimFile() {
+    if (document_.Path() == claimed_) return;
+    if (!claimed_.empty()) host_.claims->Release(claimed_);
+    claimed_ = document_.Path();
+    sharesFile_ = !claimed_.empty() && !host_.claims->Claim(claimed_);
+}
+
 DocumentJournal::~DocumentJournal() {
+    if (!claimed_.empty()) host_.claims->Release(claimed_);
+    document_.Sound().SetRecordingTap(nullptr);
     document_.SetHistoryListener(nullptr);
     document_.RemoveObserver(this);
 }
@@ -163,6 +178,38 @@ void DocumentJournal::NoteChange(const HistoryChange& change, const Sound& now) 
     Append(RecordOf(change, now), std::move(samples));
     if (change.kind == HistoryChange::Kind::kStep) ++undoable_;
     redoable_ = 0;
+    if (change.record->reach != EditReach::kMarkers) RemoveTake();
+}
+
+// --- Recording
+
+void DocumentJournal::OnRecorded(std::span<const std::uint8_t> wholeFrames) {
+    const Sound& now = document_.Sound();
+    if (!file_ && CanBeginWithFile())
+        Begin({.kind = BaseRecord::Kind::kFile,
+               .file = *document_.File(),
+               .frames = now.GetFrameCount()},
+              {});
+    else if (!file_)
+        BeginWith(now);
+    auto bytes =
+        std::make_shared<std::vector<std::uint8_t>>(wholeFrames.begin(), wholeFrames.end());
+    host_.thread.Post(
+        [file = file_, bytes, format = now.GetFormat()] { file->AppendToTake(format, *bytes); });
+    hasTake_ = true;
+}
+
+void DocumentJournal::EndReplay() {
+    if (Keeps()) host_.thread.Post([file = file_] { file->RemoveTake(); });
+}
+
+// Behind the record that holds it.
+void DocumentJournal::RemoveTake() {
+    if (std::exchange(hasTake_, false)) host_.thread.Post([file = file_] { file->RemoveTake(); });
+}
+
+void DocumentJournal::OnSaving(const std::filesystem::path& path) {
+    if (Keeps()) host_.thread.Post([saves = host_.saves, path] { saves->Note(path); });
 }
 
 void DocumentJournal::NoteStep(const HistoryChange& change, const Sound& now) {
@@ -196,8 +243,10 @@ void DocumentJournal::OnTagsChanged(std::span<const SoundTag> tags) {
 
 void DocumentJournal::OnTitleOrModifiedChanged() {
     TellFault();
+    if (Keeps()) ClaimFile();
     if (!file_) return;
-    if (!document_.GetModified()) return Discard();
+    // A recording that goes on is unsaved work of a sound that has not changed yet.
+    if (!document_.GetModified()) return hasTake_ ? void() : Discard();
     if (!Keeps()) return;
     // A file that was written, and yet does not hold all of the sound, may be the one that the
     // records begin with.

@@ -8,7 +8,9 @@
 #include <string>
 
 #include "document/sound_doc.h"
+#include "recovery/file_claims.h"
 #include "recovery/journal_thread.h"
+#include "recovery/save_log.h"
 
 namespace sonavel::recovery {
 
@@ -24,9 +26,11 @@ struct JournalHost {
     std::shared_ptr<DiskBudget> budget;
     // A new folder's path each time.
     std::function<std::filesystem::path()> newFolder;
+    std::shared_ptr<FileClaims> claims;
+    std::shared_ptr<SaveLog> saves;
 };
 
-class DocumentJournal : public HistoryListener, public DocumentObserver {
+class DocumentJournal : public HistoryListener, public DocumentObserver, public RecordingTap {
   public:
     // kHeldOnly: what is there goes with the document, and nothing is added.
     enum class Keeping { kChanges, kHeldOnly };
@@ -43,12 +47,18 @@ class DocumentJournal : public HistoryListener, public DocumentObserver {
     bool HasFolder() const { return file_ != nullptr; }
     // kNone also while there is nothing to keep.
     JournalFault Fault() const { return file_ ? file_->Fault() : JournalFault::kNone; }
+    // A take that lies in the folder is in the records, or in nobody's way.
+    void EndReplay();
+    // Whether another editor shows the document's file, too.
+    bool SharesFile() const { return sharesFile_; }
     // The document was closed: its folder goes.
     void Discard();
     // Says in the status bar, once, why nothing is kept any more.
     void TellFault();
 
     void OnHistoryChange(const HistoryChange& change, const Sound& now) override;
+    void OnSaving(const std::filesystem::path& path) override;
+    void OnRecorded(std::span<const std::uint8_t> wholeFrames) override;
     void OnTagsChanged(std::span<const SoundTag> tags) override;
     void OnSoundChanged(std::uint32_t) override {}
     void OnTitleOrModifiedChanged() override;
@@ -65,6 +75,9 @@ class DocumentJournal : public HistoryListener, public DocumentObserver {
     void NoteChange(const HistoryChange& change, const Sound& now);
     void NoteStep(const HistoryChange& change, const Sound& now);
     void NoteName();
+    void Listen();
+    void ClaimFile();
+    void RemoveTake();
     void Append(const JournalRecord& record, SoundBuffer samples = {});
 
     CSoundDoc& document_;
@@ -75,6 +88,9 @@ class DocumentJournal : public HistoryListener, public DocumentObserver {
     int restartsForRoom_ = 0;
     std::uint32_t undoable_ = 0;
     std::uint32_t redoable_ = 0;
+    std::filesystem::path claimed_;
+    bool sharesFile_ = false;
+    bool hasTake_ = false;
     NameRecord name_;  // as it was noted last
 };
 

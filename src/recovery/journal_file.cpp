@@ -120,14 +120,35 @@ void JournalFile::Append(const PackedRecord& record) {
     unsynced_ = true;
 }
 
+void JournalFile::AppendToTake(const PcmFormat& format, std::span<const std::uint8_t> wholeFrames) {
+    if (Fault() != JournalFault::kNone || removed_) return;
+    if (!take_ && !take_.emplace().Open(folder_ / kTakeName, format))
+        return SetFault(JournalFault::kDisk);
+    if (!TakeRoom(wholeFrames.size())) return SetFault(JournalFault::kBudget);
+    if (!take_->Append(wholeFrames))
+        SetFault(errno == ENOSPC || errno == EDQUOT ? JournalFault::kFull : JournalFault::kDisk);
+    takeUnsynced_ = true;
+}
+
+// A take that no record holds, since the journal had failed before it, stays.
+void JournalFile::RemoveTake() {
+    take_.reset();
+    takeUnsynced_ = false;
+    if (Fault() == JournalFault::kNone && !removed_) unlink((folder_ / kTakeName).c_str());
+}
+
 void JournalFile::Sync() {
-    if (!std::exchange(unsynced_, false) || removed_) return;
-    if (fdatasync(file_.Get()) != 0) SetFault(JournalFault::kDisk);
+    if (removed_) return;
+    if (std::exchange(unsynced_, false) && fdatasync(file_.Get()) != 0)
+        SetFault(JournalFault::kDisk);
+    if (std::exchange(takeUnsynced_, false) && take_ && !take_->Sync())
+        SetFault(JournalFault::kDisk);
 }
 
 void JournalFile::Remove() {
     if (std::exchange(removed_, true)) return;
     file_.Close();
+    take_.reset();
     std::error_code ignored;
     fs::remove_all(folder_, ignored);
     lock_.reset();

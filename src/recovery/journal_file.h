@@ -11,6 +11,7 @@
 #include "platform/file_descriptor.h"
 #include "platform/folder_lock.h"
 #include "recovery/journal_record.h"
+#include "recovery/take_file.h"
 #include "sound/sound_buffer.h"
 
 namespace sonavel::recovery {
@@ -59,6 +60,10 @@ class JournalFile {
     // Makes or opens folder and journal.
     void Begin();
     void Append(const PackedRecord& record);
+    // What is being recorded, in whole frames; the first piece begins a take.
+    void AppendToTake(const PcmFormat& format, std::span<const std::uint8_t> wholeFrames);
+    // What was recorded is in a record now.
+    void RemoveTake();
     // Brings to the disk what was appended since the last time.
     void Sync();
     // Room on the disk for more files of the folder; given back when the folder goes.
@@ -79,6 +84,8 @@ class JournalFile {
     std::uint64_t takenBytes_ = 0;
     std::uint32_t recordCount_ = 0;
     bool unsynced_ = false;
+    std::optional<TakeFile> take_;
+    bool takeUnsynced_ = false;
     bool removed_ = false;
     std::atomic<JournalFault> fault_ = JournalFault::kNone;
 };

@@ -76,6 +76,11 @@ std::optional<LeftWork> LookAtLeftWork(const fs::path& documentFolder) {
     work.folder = documentFolder;
     work.bytes = reader.GoodBytes();
     work.isWhole = reader.IsWhole();
+    if (const auto take = LookAtTake(documentFolder / kTakeName)) {
+        work.frames += take->Frames();
+        work.bytes += take->soundBytes;
+        ++work.edits;
+    }
     if (const auto identity = IdentityOfFile(journal))
         work.lastChangeSeconds = identity->changedNs / kNanosecondsPerSecond;
     return work;

@@ -125,4 +125,20 @@ Result<Replay> ReplayInto(CSoundDoc& document, const fs::path& documentFolder) {
     return replay;
 }
 
+Outcome ReplayTake(CSoundDoc& document, const fs::path& documentFolder) {
+    const std::optional<TakeFacts> facts = LookAtTake(documentFolder / kTakeName);
+    if (!facts) return Done();
+    const Sound& sound = document.Sound();
+    if (facts->format != sound.GetFormat()) return Failed("The recording has another format.");
+    Result<SoundBuffer> samples = ReadTake(documentFolder / kTakeName, *facts);
+    if (!samples) return samples.Ended();
+    return document.ApplyRecord("Copy Sample", {.reach = EditReach::kFrames,
+                                                .startByte = sound.GetDataSize(),
+                                                .bytesThere = 0,
+                                                .bytesKept = facts->soundBytes,
+                                                .samples = *std::move(samples),
+                                                .format = sound.GetFormat(),
+                                                .markers = sound.Markers()});
+}
+
 }  // namespace sonavel::recovery

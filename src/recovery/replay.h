@@ -23,4 +23,8 @@ struct Replay {
 // not even the beginning can be had.
 Result<Replay> ReplayInto(CSoundDoc& document, const std::filesystem::path& documentFolder);
 
+// Puts a recording that was under way behind the end of the document's sound, as an edit of its
+// own. Done, too, when there was none.
+Outcome ReplayTake(CSoundDoc& document, const std::filesystem::path& documentFolder);
+
 }  // namespace sonavel::recovery

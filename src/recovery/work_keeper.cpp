@@ -49,8 +49,12 @@ WorkKeeper::WorkKeeper(fs::path folder, Keeping keeping)
     : folder_(std::move(folder)),
       keeping_(keeping),
       budget_(std::make_shared<DiskBudget>()),
+      claims_(std::make_shared<FileClaims>(folder_ / "open")),
+      saves_(std::make_shared<SaveLog>(folder_)),
       thread_(std::make_unique<JournalThread>()) {
     budget_->limitBytes = UsualLimit(folder_);
+    if (keeping_ == Keeping::kChanges)
+        thread_->Post([folder = folder_] { RemoveLeftTemporaryFiles(folder); });
 }
 
 WorkKeeper::~WorkKeeper() = default;
@@ -64,7 +68,7 @@ fs::path WorkKeeper::NewFolder() {
 }
 
 JournalHost WorkKeeper::Host() {
-    return {*thread_, budget_, [this] { return NewFolder(); }};
+    return {*thread_, budget_, [this] { return NewFolder(); }, claims_, saves_};
 }
 
 WorkKeeper::Journals::iterator WorkKeeper::Find(const CSoundDoc& document) {
@@ -72,9 +76,11 @@ WorkKeeper::Journals::iterator WorkKeeper::Find(const CSoundDoc& document) {
         journals_, [&](const auto& journal) { return &journal->Document() == &document; });
 }
 
-void WorkKeeper::Watch(CSoundDoc& document) {
-    if (keeping_ == Keeping::kChanges && Find(document) == journals_.end())
-        journals_.push_back(std::make_unique<DocumentJournal>(document, Host()));
+std::string WorkKeeper::Watch(CSoundDoc& document) {
+    if (keeping_ != Keeping::kChanges || Find(document) != journals_.end()) return {};
+    journals_.push_back(std::make_unique<DocumentJournal>(document, Host()));
+    if (!journals_.back()->SharesFile()) return {};
+    return '"' + document.Title() + "\" is open in another editor, too.";
 }
 
 Result<std::string> WorkKeeper::Recover(const LeftWork& work, CSoundDoc& document) {
@@ -87,7 +93,10 @@ Result<std::string> WorkKeeper::Recover(const LeftWork& work, CSoundDoc& documen
     journals_.push_back(std::make_unique<DocumentJournal>(
         document, Host(), ReplayedJournal{std::move(file), replay->undoable, replay->redoable},
         keeping_));
-    return replay->word;
+    // Now that what it changes is kept.
+    const Outcome take = ReplayTake(document, work.folder);
+    journals_.back()->EndReplay();
+    return take ? replay->word : take.Reason();
 }
 
 void WorkKeeper::Discard(const CSoundDoc& document) {

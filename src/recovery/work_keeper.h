@@ -25,7 +25,8 @@ class WorkKeeper {
     const std::filesystem::path& Folder() const { return folder_; }
 
     // From now on, until Discard() or Leave(), which has to come before the document ends.
-    void Watch(CSoundDoc& document);
+    // What the person is to know of it, if anything: another editor shows its file, too.
+    std::string Watch(CSoundDoc& document);
     // Reads left work into an empty document and goes on with its records. The word why not all
     // came back, if so.
     Result<std::string> Recover(const LeftWork& work, CSoundDoc& document);
@@ -56,6 +57,8 @@ class WorkKeeper {
     std::filesystem::path folder_;
     Keeping keeping_;
     std::shared_ptr<DiskBudget> budget_;
+    std::shared_ptr<FileClaims> claims_;
+    std::shared_ptr<SaveLog> saves_;
     std::unique_ptr<JournalThread> thread_;
     Journals journals_;
     unsigned folderCount_ = 0;

@@ -73,10 +73,11 @@ std::unique_ptr<OpenSound> Workspace::MakeSound() {
 OpenSound& Workspace::Add(std::unique_ptr<OpenSound> sound) {
     OpenSound& added = *sound;
     sounds_.push_back(std::move(sound));
-    if (keeper_) keeper_->Watch(*added.document);
+    const std::string word = keeper_ ? keeper_->Watch(*added.document) : std::string();
     if (viewWidth_ > 0) added.view->Show(viewWidth_, viewHeight_);
     if (observer_) observer_->OnDocumentAdded(added);
     Activate(sounds_.size() - 1);
+    if (!word.empty()) services_.prompts.ShowMessage(word);
     return added;
 }
 

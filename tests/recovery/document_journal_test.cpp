@@ -1,5 +1,8 @@
 // What a keeper writes of documents, read back into others.
 #include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <functional>
 
 #include "document/document_fixture.h"
 #include "platform/code_page_949.h"
@@ -35,16 +38,25 @@ class DocumentJournalTest : public testing::DocumentTest {
   protected:
     DocumentJournalTest() { StartKeeper(); }
 
+    // The keeper lets go of a document before it ends.
+    using Watched = std::unique_ptr<CSoundDoc, std::function<void(CSoundDoc*)>>;
+    Watched Own(std::unique_ptr<CSoundDoc> document) {
+        return {document.release(), [this](CSoundDoc* ending) {
+                    if (keeper_) keeper_->Leave(*ending);
+                    delete ending;
+                }};
+    }
+
     void StartKeeper() {
         keeper_ = std::make_unique<WorkKeeper>(folder_ / "records", WorkKeeper::Keeping::kChanges);
     }
     // A WAV file with markers, opened.
-    std::unique_ptr<CSoundDoc> Open(const Format& format, std::size_t bytes) {
+    Watched Open(const Format& format, std::size_t bytes) {
         const auto path = folder_ / "sound.wav";
         Sound sound = MakeSound(format, PatternBytes(bytes, 1));
         sound.Markers().Add(10, "first", 0);
         EXPECT_TRUE(WriteWav(sound, path, MarkerSaving::kOn, {}));
-        auto document = MakeDocument();
+        auto document = Own(MakeDocument());
         EXPECT_TRUE(document->OpenDocument(path));
         keeper_->Watch(*document);
         return document;
@@ -53,7 +65,8 @@ class DocumentJournalTest : public testing::DocumentTest {
         std::vector<std::filesystem::path> folders;
         std::error_code error;
         for (const auto& entry : std::filesystem::directory_iterator(folder_ / "records", error))
-            folders.push_back(entry.path());
+            if (entry.is_directory() && entry.path().filename() != "open")
+                folders.push_back(entry.path());
         return folders;
     }
     // As a program that starts after a kill sees it, while the first one still runs.
@@ -149,7 +162,7 @@ TEST_F(DocumentJournalTest, GivesBackSoundMarkersTagsAndHistoryAtEveryMoment) {
 }
 
 TEST_F(DocumentJournalTest, KeepsDocumentsThatHaveNoFile) {
-    auto document = MakeDocument();
+    auto document = Own(MakeDocument());
     EXPECT_TRUE(document->NewDocument({.samplesPerSecond = 8000, .channels = 2, .bits = 16}));
     document->SetTitle("Sound 1");
     keeper_->Watch(*document);
@@ -165,7 +178,7 @@ TEST_F(DocumentJournalTest, KeepsDocumentsThatHaveNoFile) {
 }
 
 TEST_F(DocumentJournalTest, KeepsWhatIsModifiedFromTheStart) {
-    auto document = MakeDocument({1, 8}, PatternBytes(300, 5));
+    auto document = Own(MakeDocument({1, 8}, PatternBytes(300, 5)));
     document->NotifyChanged(0);
     keeper_->Watch(*document);
     ExpectSameState(*document, *Replayed());
@@ -219,7 +232,7 @@ TEST_F(DocumentJournalTest, GoesOnWithRecordsThatWereRecovered) {
     const std::vector<LeftWork> left = ListLeftWork(folder_ / "records");
     ASSERT_EQ(left.size(), 1u);
     EXPECT_EQ(left[0].frames, document->Sound().GetFrameCount());
-    auto second = MakeDocument();
+    auto second = Own(MakeDocument());
     const auto word = keeper_->Recover(left[0], *second);
     ASSERT_TRUE(word);
     EXPECT_EQ(*word, "");
@@ -250,7 +263,7 @@ TEST_F(DocumentJournalTest, RecoversWhatStandsBeforeATornRecord) {
     ASSERT_EQ(left.size(), 1u);
     EXPECT_FALSE(left[0].isWhole);
     EXPECT_EQ(left[0].edits, 1u);
-    auto second = MakeDocument();
+    auto second = Own(MakeDocument());
     const auto word = keeper_->Recover(left[0], *second);
     ASSERT_TRUE(word);
     EXPECT_NE(word->find("damaged"), std::string::npos);
@@ -258,6 +271,89 @@ TEST_F(DocumentJournalTest, RecoversWhatStandsBeforeATornRecord) {
     // What comes next takes the place of the torn one.
     EXPECT_TRUE(edit::Delete(*second, {0, 50, 0}));
     ExpectSameState(*second, *Replayed());
+}
+
+TEST_F(DocumentJournalTest, KeepsARecordingWhileItIsTaped) {
+    auto document = Open({1, 16}, 3000);
+    const Bytes before = BytesOf(document->Sound());
+    const Bytes taped = PatternBytes(40000, 9);
+    ASSERT_TRUE(document->StartRecording());
+    devices_.In().Arrive(taped);
+    EXPECT_TRUE(keeper_->Finish());
+    const auto path = Folders().at(0) / kTakeName;
+    // Any program can play it: its header is true.
+    const Result<Sound> played = ReadWav(path, {});
+    ASSERT_TRUE(played);
+    const Bytes heard = BytesOf(*played);
+    ASSERT_GT(heard.size(), 10000u);
+    EXPECT_TRUE(std::equal(heard.begin(), heard.end(), taped.begin()));
+    // What a kill leaves of a take goes behind the sound.
+    const auto left = LookAtLeftWork(Folders().at(0));
+    ASSERT_TRUE(left);
+    EXPECT_EQ(left->frames, (before.size() + heard.size()) / 2);
+    auto replayed = Replayed();
+    EXPECT_TRUE(ReplayTake(*replayed, Folders().at(0)));
+    Bytes expected = before;
+    expected.insert(expected.end(), heard.begin(), heard.end());
+    EXPECT_EQ(BytesOf(replayed->Sound()), expected);
+    EXPECT_TRUE(replayed->Undo());
+    EXPECT_EQ(BytesOf(replayed->Sound()), before);
+
+    EXPECT_TRUE(document->StopRecording(10));
+    ExpectSameState(*document, *Replayed());
+    EXPECT_FALSE(std::filesystem::exists(path));
+}
+
+TEST_F(DocumentJournalTest, SaysThatAnotherEditorShowsTheFile) {
+    auto document = Open({1, 16}, 3000);
+    auto second = Own(MakeDocument());
+    ASSERT_TRUE(second->OpenDocument(document->Path()));
+    EXPECT_EQ(keeper_->Watch(*second), "");
+    {
+        WorkKeeper other(folder_ / "records", WorkKeeper::Keeping::kChanges);
+        auto third = MakeDocument();
+        ASSERT_TRUE(third->OpenDocument(document->Path()));
+        EXPECT_NE(other.Watch(*third).find("another editor"), std::string::npos);
+        other.Discard(*third);
+        keeper_->Discard(*document);
+        EXPECT_NE(other.Watch(*third), "") << "one of the first editor's two is still there";
+        other.Discard(*third);
+        keeper_->Discard(*second);
+        EXPECT_EQ(other.Watch(*third), "");
+        other.Discard(*third);
+    }
+    EXPECT_TRUE(std::filesystem::is_empty(folder_ / "records/open"));
+}
+
+TEST_F(DocumentJournalTest, RemovesWhatKilledSavesLeftAndNothingElse) {
+    const auto place = [&](const std::string& name) {
+        WriteFileBytes(folder_ / name, testing::PatternBytes(9, 1));
+        return folder_ / name;
+    };
+    const auto left = place(".sonavel-123456789-0.tmp");
+    const auto linked = place(".sonavel-123456789-1.tmp");
+    std::filesystem::create_hard_link(linked, folder_ / "precious");
+    const auto others = place(".sonavel-1234567890-0.tmp");
+    const auto named = place("sonavel-123456789-0.tmp");
+    std::filesystem::create_directories(folder_ / "records");
+    const std::string log = folder_.Path().string() + '\0' + "/no/such/folder" + '\0' + "/torn";
+    WriteFileBytes(folder_ / "records/saves-123456789", {log.begin(), log.end()});
+    StartKeeper();
+    EXPECT_TRUE(keeper_->Finish());
+    EXPECT_FALSE(std::filesystem::exists(left));
+    for (const auto& kept : {linked, others, named}) EXPECT_TRUE(std::filesystem::exists(kept));
+    EXPECT_FALSE(std::filesystem::exists(folder_ / "records/saves-123456789"));
+
+    // A save is noted before it begins, and the log of a program that ends goes.
+    auto document = Open({1, 16}, 300);
+    document->SetSaveMarkers(true);
+    EXPECT_TRUE(document->SaveDocument(document->Path()));
+    EXPECT_TRUE(keeper_->Finish());
+    const auto own = folder_ / ("records/saves-" + std::to_string(getpid()));
+    EXPECT_EQ(ReadFileBytes(own).size(), folder_.Path().string().size() + 1);
+    keeper_->Discard(*document);
+    keeper_.reset();
+    EXPECT_FALSE(std::filesystem::exists(own));
 }
 
 TEST_F(DocumentJournalTest, SaysOnceThatNothingIsKeptAnyMore) {

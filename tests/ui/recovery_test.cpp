@@ -2,6 +2,7 @@
 // start.
 #include <csignal>
 
+#include "app/command_ids.h"
 #include "app/recovery/left_work_dialog.h"
 #include "app/recovery/left_work_offer.h"
 #include "document/edit_operations.h"
@@ -56,7 +57,8 @@ class RecoveryUiTest : public AppFixture {
         Start();
         ASSERT_TRUE(app_->OpenFile(WavFile("talk.wav")));
         ASSERT_TRUE(edit::Delete(Active(), {100, 300, 100}));
-        app_->LeaveAtOnce();
+        QTimer::singleShot(0, &Frame(), [this] { app_->LeaveAtOnce(); });
+        EXPECT_EQ(QApplication::exec(), 0);
         app_.reset();
         ASSERT_EQ(LeftCount(), 1u);
     }
@@ -110,6 +112,26 @@ TEST_F(RecoveryUiTest, StoresAndLeavesWithoutAQuestionAtASignal) {
         EXPECT_EQ(left[0].frames, 7800u);
         EXPECT_TRUE(recovery::DiscardLeftWork(left[0]));
     }
+}
+
+TEST_F(RecoveryUiTest, OffersToReadAFileThatAnotherProgramChanged) {
+    Start();
+    ASSERT_TRUE(app_->OpenFile(WavFile("talk.wav")));
+    const auto activate = [&] {
+        QEvent event(QEvent::WindowActivate);
+        QApplication::sendEvent(&Frame(), &event);
+        return StatusText();
+    };
+    EXPECT_FALSE(activate().contains("another program"));
+    WavParts parts;
+    parts.data.assign(200, 7);
+    WriteFileBytes(folder_ / "talk.wav", WavBytes(parts));
+    EXPECT_TRUE(activate().contains("Read Again")) << activate().toStdString();
+    Run(app_command::kReadAgain);
+    EXPECT_EQ(Active().Sound().GetFrameCount(), 100u);
+    EXPECT_EQ(Active().StateOfFile(), FileState::kAsItWas);
+    std::filesystem::remove(folder_ / "talk.wav");
+    EXPECT_TRUE(activate().contains("moved or deleted"));
 }
 
 }  // namespace

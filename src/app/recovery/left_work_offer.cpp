@@ -51,7 +51,8 @@ Outcome Do(LeftWorkChoice choice, const LeftWork& work, Workspace& workspace) {
 QPixmap PictureOfLeftWork(const LeftWork& work, const HostServices& services, const QSize& size) {
     if (work.frames > kMostFramesOfPicture || work.bytes > kMostBytesOfPicture) return {};
     CSoundDoc document(services);
-    if (!recovery::ReplayInto(document, work.folder) || !document.Sound().HasData()) return {};
+    if (!recovery::ReplayInto(document, work.folder)) return {};
+    if (!recovery::ReplayTake(document, work.folder) || !document.Sound().HasData()) return {};
     BlockExtremes extremes;
     extremes.Rebuild(document.Sound(), 0);
     const double highest = document.Sound().GetBits() == 8    ? 128
