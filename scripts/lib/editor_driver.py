@@ -8,6 +8,7 @@ import os
 import pathlib
 import re
 import subprocess
+import tempfile
 import time
 
 WAIT_SECONDS = 20.0
@@ -135,8 +136,10 @@ class Editor:
     def __init__(self, *files, options=("--separate",), environment=None):
         program = pathlib.Path(os.environ["SONAVEL_BIN"]) / "sonavel"
         self._started = time.monotonic()
+        # What a test leaves unsaved is none of the next editor's business, unless it is asked for.
+        state = {"XDG_STATE_HOME": tempfile.mkdtemp(prefix="state-")}
         self.process = subprocess.Popen(
-            bounded(program, *options, *files), env={**os.environ, **(environment or {})}
+            bounded(program, *options, *files), env={**os.environ, **state, **(environment or {})}
         )
         self.window = None
 
