@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <optional>
+#include <utility>
 
 namespace sonavel::recovery {
 namespace {

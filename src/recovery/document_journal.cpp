@@ -2,7 +2,9 @@
 
 #include <cstring>
 #include <new>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "recovery/base_copy.h"
 

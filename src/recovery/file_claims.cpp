@@ -5,8 +5,11 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdint>
 #include <cstdio>
+#include <string>
 #include <system_error>
+#include <utility>
 
 #include "platform/file_identity.h"
 #include "recovery/journal_file.h"

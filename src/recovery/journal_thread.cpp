@@ -1,10 +1,12 @@
 #include "recovery/journal_thread.h"
 
+#include <atomic>
 #include <condition_variable>
 #include <deque>
 #include <mutex>
 #include <system_error>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace sonavel::recovery {

@@ -1,5 +1,7 @@
 #include "recovery/replay.h"
 
+#include <optional>
+#include <string>
 #include <utility>
 
 #include "recovery/base_copy.h"

@@ -1,6 +1,7 @@
 // Reads left work back into a document.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <vector>
 
 #include "platform/file_identity.h"
 #include "sound/byte_order.h"

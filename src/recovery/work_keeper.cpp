@@ -3,8 +3,11 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
+#include <cstdio>
 #include <cstdlib>
 #include <ctime>
+#include <string>
 #include <system_error>
 
 #include "recovery/replay.h"

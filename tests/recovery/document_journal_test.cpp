@@ -2,7 +2,10 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <functional>
+#include <random>
+#include <thread>
 
 #include "document/document_fixture.h"
 #include "platform/code_page_949.h"

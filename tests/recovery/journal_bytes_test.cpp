@@ -8,6 +8,8 @@
 
 #include <csignal>
 #include <cstring>
+#include <utility>
+#include <vector>
 
 #include "recovery/crc32.h"
 #include "recovery/journal_file.h"

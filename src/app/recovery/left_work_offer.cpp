@@ -3,6 +3,8 @@
 #include <QDateTime>
 #include <QLocale>
 #include <QPainter>
+#include <algorithm>
+#include <vector>
 
 #include "app/recovery/left_work_dialog.h"
 #include "platform/qt/file_names.h"

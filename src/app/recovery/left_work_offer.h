@@ -3,6 +3,7 @@
 
 #include <QPixmap>
 #include <QWidget>
+#include <filesystem>
 
 #include "platform/outcome.h"
 #include "recovery/left_work.h"
