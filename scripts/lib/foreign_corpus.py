@@ -8,7 +8,7 @@ import struct
 import subprocess
 import sys
 
-RATE, FRAMES = 44100, 1200
+RATE, FRAMES = 44100, 4500
 
 # Name and the words that sox or ffmpeg writes it with.
 BY_SOX = {
@@ -78,7 +78,7 @@ def run(words):
 
 
 def write_corpus(folder):
-    """The files, each of a few thousand bytes."""
+    """The files, each of some thousand bytes."""
     folder.mkdir(parents=True, exist_ok=True)
     source, chapters = folder / "source.wav", folder / "chapters.txt"
     run(["sox", "-n", "-r", RATE, "-c", 2, "-b", 24, source, "synth", f"{FRAMES}s", "sine", "440", "pinknoise"])
