@@ -37,7 +37,9 @@ QFrame* Line(QWidget* parent) {
 
 }  // namespace
 
-AboutDialog::AboutDialog(const std::function<void()>& runLogo, QWidget* parent) : QDialog(parent) {
+AboutDialog::AboutDialog(const std::function<void()>& runLogo,
+                         const std::function<void()>& showLicences, QWidget* parent)
+    : QDialog(parent) {
     const WaitCursor wait;
     setWindowTitle(tr("About Sonavel"));
     auto* grid = new QGridLayout(this);
@@ -50,7 +52,7 @@ AboutDialog::AboutDialog(const std::function<void()>& runLogo, QWidget* parent) 
     AddNames(*grid);
     AddMachine(*grid);
     AddNotice(*grid);
-    AddButtons(*grid, runLogo);
+    AddButtons(*grid, runLogo, showLicences);
 }
 
 QLabel* AboutDialog::TextLabel(const QString& text) {
@@ -93,11 +95,15 @@ void AboutDialog::AddNotice(QGridLayout& grid) {
     grid.addWidget(notice, 8, 0, 1, 2);
 }
 
-void AboutDialog::AddButtons(QGridLayout& grid, const std::function<void()>& runLogo) {
+void AboutDialog::AddButtons(QGridLayout& grid, const std::function<void()>& runLogo,
+                             const std::function<void()>& showLicences) {
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok, this);
     QPushButton* logo = buttons->addButton(tr("&Logo"), QDialogButtonBox::ActionRole);
     logo->setAutoDefault(false);
     connect(logo, &QPushButton::clicked, this, [runLogo] { runLogo(); });
+    QPushButton* licences = buttons->addButton(tr("L&icences"), QDialogButtonBox::ActionRole);
+    licences->setAutoDefault(false);
+    connect(licences, &QPushButton::clicked, this, [showLicences] { showLicences(); });
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     grid.addWidget(buttons, 9, 0, 1, 2);
 }

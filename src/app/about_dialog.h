@@ -13,14 +13,17 @@ class AboutDialog : public QDialog {
 
   public:
     // `runLogo` shows the logo until it is clicked away.
-    explicit AboutDialog(const std::function<void()>& runLogo, QWidget* parent = nullptr);
+    // `showLicences` the notices of the libraries.
+    AboutDialog(const std::function<void()>& runLogo, const std::function<void()>& showLicences,
+                QWidget* parent = nullptr);
 
   private:
     QLabel* TextLabel(const QString& text);
     void AddNames(QGridLayout& grid);
     void AddMachine(QGridLayout& grid);
     void AddNotice(QGridLayout& grid);
-    void AddButtons(QGridLayout& grid, const std::function<void()>& runLogo);
+    void AddButtons(QGridLayout& grid, const std::function<void()>& runLogo,
+                    const std::function<void()>& showLicences);
 };
 
 }  // namespace sonavel

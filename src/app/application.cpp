@@ -284,7 +284,8 @@ void Application::RunLogo() {
 }
 
 void Application::ShowAbout() {
-    AboutDialog([this] { RunLogo(); }, &frame_).exec();
+    const auto showLicences = [this] { help_.Show(QStringLiteral("licences")); };
+    AboutDialog([this] { RunLogo(); }, showLicences, &frame_).exec();
 }
 
 void Application::Exit() {

@@ -5,6 +5,7 @@
 #include <QStringList>
 
 #include "app/exchange/sound_importer.h"
+#include "app/help/help_desk.h"
 #include "app/logo_sound.h"
 #include "app/main_frame.h"
 #include "app/recovery/program_end.h"
@@ -32,6 +33,7 @@ class Application {
     CMainFrame& Frame() { return frame_; }
     Workspace& Sounds() { return workspace_; }
     const Workspace& Sounds() const { return workspace_; }
+    HelpDesk& Help() { return help_; }
 
     // Paths are file texts (platform/qt/file_names.h).
 
@@ -93,6 +95,7 @@ class Application {
     std::unique_ptr<CatalogueWindow> catalogue_;
     QTimer faultTimer_;
     std::optional<EndSignals> endSignals_;
+    HelpDesk help_;
     QStringList heldMessages_;
     std::vector<RefusedFile> heldRefusals_;
 };

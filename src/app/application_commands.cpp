@@ -15,6 +15,16 @@ CommandState WithSound(const Application& application) {
     return {application.Sounds().Count() > 0, false};
 }
 
+constexpr char kFirstPage[] = "index";
+constexpr char kKeysPage[] = "keys";
+constexpr char kChangesPage[] = "whats-new";
+
+template <const char* page>
+Outcome ShowPage(Application& application) {
+    application.Help().Show(QString::fromLatin1(page));
+    return Done();
+}
+
 constexpr Command<Application> kCommands[] = {
     {{app_command::kNew, "", "&New", "Ctrl+N", "Make a new, empty sound"},
      Call<Application, &Application::NewSound>},
@@ -35,6 +45,13 @@ constexpr Command<Application> kCommands[] = {
     {{app_command::kSampleDatabase, "", "Sample File Database", "",
       "Keep catalogues of sound files"},
      Call<Application, &Application::ShowSampleDatabase>},
+    {{app_command::kManual, "", "&Manual", "F1", "Explain the program, page by page"},
+     ShowPage<kFirstPage>},
+    {{app_command::kManualKeys, "", "&Keys", "", "List the keys of all commands"},
+     ShowPage<kKeysPage>},
+    {{app_command::kWhatsNew, "", "&What's New", "",
+      "Show what this version has that others had not"},
+     ShowPage<kChangesPage>},
     {{app_command::kAbout, "", "&About this program...", "", "Show what this program is"},
      Call<Application, &Application::ShowAbout>},
     {{app_command::kExit, "", "E&xit", "Ctrl+Q", "Leave the program"},

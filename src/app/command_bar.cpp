@@ -46,7 +46,9 @@ QString ToolTip(const QAction& action) {
     text.remove(u'&').remove(QStringLiteral("...")).remove(u'…');
     QString key = action.text().section(u'\t', 1);
     if (key.isEmpty()) key = action.shortcut().toString(QKeySequence::NativeText);
-    return key.isEmpty() ? text : QStringLiteral("%1 (%2)").arg(text, key);
+    if (!key.isEmpty()) text = QStringLiteral("%1 (%2)").arg(text, key);
+    // Two commands of one name, such as those of both axes, differ in what they do.
+    return QStringLiteral("%1: %2").arg(text, action.statusTip());
 }
 
 }  // namespace

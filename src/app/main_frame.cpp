@@ -77,6 +77,7 @@ void CMainFrame::Build(Workspace& workspace, std::vector<CommandTarget*> program
     AddMenus();
     bars_->Add();
     RestorePlaces();
+    welcome_ = new WelcomePage(*area_, actions_, recent_);
     workspace.SetObserver(this);
     connect(area_, &ChildWindows::Activated, this, &CMainFrame::ActivateSoundOf);
     connect(&actions_, &CommandActions::CommandRun, this, &CMainFrame::AfterCommand);
@@ -155,6 +156,7 @@ void CMainFrame::Refresh() {
     UpdatePanes();
     bars_->Refresh();
     actions_.Refresh();
+    welcome_->Follow();
 }
 
 void CMainFrame::UpdateTitle() {

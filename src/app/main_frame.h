@@ -14,6 +14,7 @@
 #include "app/recent_files.h"
 #include "app/sound_closer.h"
 #include "app/status_panes.h"
+#include "app/welcome_page.h"
 
 namespace sonavel {
 
@@ -88,6 +89,7 @@ class CMainFrame : public QMainWindow, public WorkspaceObserver {
 
     ChildWindows* area_;
     StatusPanes* status_;
+    WelcomePage* welcome_ = nullptr;
     FrameBars* bars_ = nullptr;
     QPointer<LogoWindow> logo_;
     RecentFiles recent_;

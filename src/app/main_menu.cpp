@@ -154,7 +154,10 @@ constexpr MenuEntry kWindow[] = {
     C(app_command::kSampleDatabase),
 };
 
-constexpr MenuEntry kHelp[] = {C(app_command::kAbout)};
+constexpr MenuEntry kHelp[] = {
+    C(app_command::kManual), C(app_command::kManualKeys), C(app_command::kWhatsNew), kLine,
+    C(app_command::kAbout),
+};
 
 constexpr MenuLayout kMenus[] = {
     {"&File", kFile},       {"&Edit", kEdit},        {"&View", kView},     {"&Control", kControl},

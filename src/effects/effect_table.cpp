@@ -15,7 +15,8 @@ namespace {
 // --- Volume
 
 constexpr EffectParameter kVolumeParameters[] = {
-    {"percent", "Volume", "%", 0, 100, kGreatestVolumePercent, 1, 0},
+    {"percent", "Volume", "%", 0, 100, kGreatestVolumePercent, 1, 0,
+     "100 leaves the level as it is, 50 halves it, 200 doubles it"},
     {"hold", "Hold at full scale", "", 0, 0, 1, 1, kSwitch,
      "values beyond full scale are held there instead of wrapping around"},
 };
@@ -27,50 +28,64 @@ constexpr int kInPan = static_cast<int>(PanMode::kPan);
 constexpr int kInCrossfade = static_cast<int>(PanMode::kCrossfade);
 
 constexpr EffectParameter kPanpotParameters[] = {
-    {"mode", "Mode", "", 0, 0, std::size(kPanModes) - 1, 1, 0, nullptr, nullptr, kIsTheMode},
-    {"value", "Pan", "", -1000, 0, 1000, 1, 0, nullptr, nullptr, kInPan},
-    {"from", "From :", "", -1000, 0, 1000, 1, 0, nullptr, nullptr, kInCrossfade},
-    {"to", "To :", "", -1000, 0, 1000, 1, 0, nullptr, nullptr, kInCrossfade},
-    {"nonlinear", "Nonlinear", "", 0, 0, 1, 1, kSwitch, nullptr, nullptr, kInCrossfade},
+    {"mode", "Mode", "", 0, 0, std::size(kPanModes) - 1, 1, 0,
+     "one place for the whole range, or a walk from one place to another", nullptr, kIsTheMode},
+    {"value", "Pan", "", -1000, 0, 1000, 1, 0,
+     "-1000 is the left speaker alone, 1000 the right one, 0 the middle", nullptr, kInPan},
+    {"from", "From :", "", -1000, 0, 1000, 1, 0, "where the sound is at the start of the range",
+     nullptr, kInCrossfade},
+    {"to", "To :", "", -1000, 0, 1000, 1, 0, "where the sound is at the end of the range", nullptr,
+     kInCrossfade},
+    {"nonlinear", "Nonlinear", "", 0, 0, 1, 1, kSwitch,
+     "the walk follows a curve instead of a straight line", nullptr, kInCrossfade},
 };
 
 // --- Reverberation
 
 constexpr EffectParameter kReverbParameters[] = {
-    {"early", "Early Reflection", "ms", 0, 50, 200, 1, 0},
-    {"time", "Late Reverberation", "ms", 0, 1500, 6000, 10, 0},
-    {"reflections", "E. Reflections", "", 0, 6, 6, 1, 0},
-    {"dry", "Dry", "%", 0, 70, 100, 1, 0},
-    {"wet", "Wet", "%", 0, 30, 100, 1, 0},
+    {"early", "Early Reflection", "ms", 0, 50, 200, 1, 0,
+     "how long the first single echoes keep coming: longer is a larger room"},
+    {"time", "Late Reverberation", "ms", 0, 1500, 6000, 10, 0,
+     "how long the dense echo behind them takes to die away"},
+    {"reflections", "E. Reflections", "", 0, 6, 6, 1, 0, "how many single echoes there are"},
+    {"dry", "Dry", "%", 0, 70, 100, 1, 0, "how much of the sound itself is kept"},
+    {"wet", "Wet", "%", 0, 30, 100, 1, 0, "how much of the room is added"},
 };
 
 // --- Flanger
 
 constexpr EffectParameter kFlangerParameters[] = {
-    {"delay", "Delay", "ms", 0, 0.1, 15, 0.1, 1},
-    {"modulation", "Modulation", "Hz", 0, 0.1, 10, 0.1, 1},
+    {"delay", "Delay", "ms", 0, 0.1, 15, 0.1, 1, "how far the copy lags behind at most"},
+    {"modulation", "Modulation", "Hz", 0, 0.1, 10, 0.1, 1, "how often a second the lag sweeps"},
 };
 
 // --- Modulator
 
 constexpr EffectParameter kModulatorParameters[] = {
-    {"frequency1", "Frequency", "1/20 Hz", 0, 0, 2000, 1, 0},
-    {"delay1", "Delay", "ms", 0, 0, 10000, 1, 0},
-    {"amplitude1", "Amp.", "%", 0, 0, 100, 1, 0},
-    {"frequency2", "Frequency", "1/20 Hz", 0, 0, 2000, 1, 0},
-    {"delay2", "Delay", "ms", 0, 0, 10000, 1, 0},
-    {"amplitude2", "Amp.", "%", 0, 0, 100, 1, 0},
+    {"frequency1", "Frequency", "1/20 Hz", 0, 0, 2000, 1, 0,
+     "of the first sine, in twentieths of a hertz: 20 is one swing a second"},
+    {"delay1", "Delay", "ms", 0, 0, 10000, 1, 0, "after how long the first sine begins"},
+    {"amplitude1", "Amp.", "%", 0, 0, 100, 1, 0, "how deep the first sine goes; 0 switches it off"},
+    {"frequency2", "Frequency", "1/20 Hz", 0, 0, 2000, 1, 0,
+     "of the second sine, in twentieths of a hertz: 20 is one swing a second"},
+    {"delay2", "Delay", "ms", 0, 0, 10000, 1, 0, "after how long the second sine begins"},
+    {"amplitude2", "Amp.", "%", 0, 0, 100, 1, 0,
+     "how deep the second sine goes; 0 switches it off"},
 };
 
 // --- Dynamics
 
 constexpr EffectParameter kDynamicsParameters[] = {
-    {"threshold", "Thres :", "%", 0, 100, 100, 1, 2},
-    {"below", "Below 1:", "", 0.1, 1, 20, 0.1, 2},
-    {"above", "Above 1:", "", 0.1, 1, 20, 0.1, 2},
-    {"threshold-right", "Thres :", "%", 0, 100, 100, 1, 2, nullptr, "threshold"},
-    {"below-right", "Below 1:", "", 0.1, 1, 20, 0.1, 2, nullptr, "below"},
-    {"above-right", "Above 1:", "", 0.1, 1, 20, 0.1, 2, nullptr, "above"},
+    {"threshold", "Thres :", "%", 0, 100, 100, 1, 2,
+     "the level at which the curve bends, in percent of full scale"},
+    {"below", "Below 1:", "", 0.1, 1, 20, 0.1, 2,
+     "the ratio under the threshold: 1 leaves quiet sound as it is"},
+    {"above", "Above 1:", "", 0.1, 1, 20, 0.1, 2,
+     "the ratio over the threshold: 1 leaves loud sound as it is"},
+    {"threshold-right", "Thres :", "%", 0, 100, 100, 1, 2, "the threshold of the right channel",
+     "threshold"},
+    {"below-right", "Below 1:", "", 0.1, 1, 20, 0.1, 2, "likewise of the right channel", "below"},
+    {"above-right", "Above 1:", "", 0.1, 1, 20, 0.1, 2, "likewise of the right channel", "above"},
 };
 
 // --- Graphic equalizer

@@ -45,7 +45,7 @@ constexpr Setting kRows[] = {
      "A line in the waveform shows what is being played."},
     {SettingId::kOpenAndPlay, kOptions, kGeneral, "OPEN AND PLAY", kFlag, "0",
      "A sound is played as soon as it is opened."},
-    {SettingId::kOpenAndMaximize, kOptions, kGeneral, "OPEN AND MAXIMIZE", kFlag, "0",
+    {SettingId::kOpenAndMaximize, kOptions, kGeneral, "OPEN AND MAXIMIZE", kFlag, "1",
      "The window of a sound that is opened fills the main window."},
     {SettingId::kOpenAndFullTimeZoom, kOptions, kGeneral, "OPEN AND FULL TIME ZOOM", kFlag, "0",
      "A sound is first shown with one pixel to a frame instead of whole."},

@@ -164,7 +164,8 @@ TEST_F(SaveAsDialogTest, ARecentFolderKeepsTheTypedName) {
 
 TEST_F(AppDialogsTest, AboutShowsItsTextsAndRunsTheLogo) {
     int runs = 0;
-    AboutDialog about([&] { ++runs; });
+    int licences = 0;
+    AboutDialog about([&] { ++runs; }, [&] { ++licences; });
     QStringList texts;
     for (const QLabel* label : about.findChildren<QLabel*>()) texts << label->text();
     for (const char* text :
@@ -173,6 +174,8 @@ TEST_F(AppDialogsTest, AboutShowsItsTextsAndRunsTheLogo) {
     EXPECT_TRUE(texts.contains(QString::fromStdString(PhysicalMemoryText())));
     RequiredButton<QPushButton>(about, "&Logo")->click();
     EXPECT_EQ(runs, 1);
+    RequiredButton<QPushButton>(about, "L&icences")->click();
+    EXPECT_EQ(licences, 1);
 }
 
 // Sees the logo's timer by what it sends.

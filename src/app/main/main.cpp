@@ -14,6 +14,7 @@
 #include "platform/portaudio/portaudio_wave_devices.h"
 #include "platform/qt/file_names.h"
 #include "platform/qt/ui_thread.h"
+#include "view/ui/sound_view_accessible.h"
 
 namespace {
 
@@ -81,6 +82,7 @@ ProgramEnd RunEditor(const EditorCall& call) {
     if (instance.Start(request) == RunningInstance::Role::kHandedOver) return {};
     sonavel::ApplyLook();
     sonavel::LoadPictures();
+    sonavel::SoundViewAccessible::Install();
     QApplication::setWindowIcon(sonavel::ProgramIcon());
 
     PortAudioWaveDevices devices(sonavel::PostToUiThread);

@@ -17,7 +17,7 @@ constexpr QSize kSwatch{30, 16};
 
 // The spare ones are kept in the file, but nothing is drawn in them.
 constexpr const char* kColourNames[ColourTable::kSlots] = {
-    "Waveform", "Background", "Grid",         "Selected waveform", "Selection",  "Centre line",
+    "Waveform", "Background", "Grid",         "Selected waveform", "Selection",  "Center line",
     "Spare 6",  "Cursor",     "End of sound", "Marker label",      "Ruler text", "Marker strip",
     "Spare 12", "Ruler",      "Spare 14",     "Lane separator",
 };
@@ -57,7 +57,7 @@ COptionDisplay::COptionDisplay(const ProfileFile& display, QWidget* parent)
 }
 
 QWidget* COptionDisplay::MakeColours() {
-    auto* group = new QGroupBox(tr("Colours"), this);
+    auto* group = new QGroupBox(tr("Colors"), this);
     auto* grid = new QGridLayout(group);
     constexpr int kRows = 8;
     for (std::size_t slot = 0; slot < swatches_.size(); ++slot) {
@@ -78,12 +78,12 @@ QWidget* COptionDisplay::MakeItems() {
     auto* row = new QHBoxLayout(group);
     AddFlag(*row, SettingId::kHorizontalRuler, tr("&Horizontal ruler"));
     AddFlag(*row, SettingId::kVerticalRuler, tr("&Vertical ruler"));
-    AddFlag(*row, SettingId::kCentreLine, tr("C&entre line"));
+    AddFlag(*row, SettingId::kCentreLine, tr("C&enter line"));
     return group;
 }
 
 QWidget* COptionDisplay::MakePresets() {
-    auto* group = new QGroupBox(tr("Sets of colours"), this);
+    auto* group = new QGroupBox(tr("Sets of colors"), this);
     auto* grid = new QGridLayout(group);
     preset_ = new QComboBox(group);
     preset_->setEditable(true);

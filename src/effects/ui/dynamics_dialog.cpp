@@ -7,8 +7,10 @@ namespace sonavel {
 namespace {
 
 constexpr EffectParameter kTimes[] = {
-    {"attack", "Attack Time", "ms", 0, 10, 5000, 1, 0},
-    {"release", "Release Time", "ms", 0, 100, 5000, 1, 0},
+    {"attack", "Attack Time", "ms", 0, 10, 5000, 1, 0,
+     "kept with the dialog; the curve does not use it"},
+    {"release", "Release Time", "ms", 0, 100, 5000, 1, 0,
+     "kept with the dialog; the curve does not use it"},
 };
 // Of the times in the dialogs' memory, which are no parameters of the effect.
 constexpr Effect kTimesRow{0, "dynamics times", "", "", "", kTimes, nullptr, {}};
@@ -26,6 +28,7 @@ CurveField* MakeCurveField(ParameterControl& control, QWidget* dialog) {
     field->setPalette(ProgramPalette());
     field->setLocale(QLocale::c());
     field->setAlignment(Qt::AlignRight);
+    control.Explain(*field);
     field->setDecimals(parameter.decimals);
     field->setRange(parameter.least, parameter.greatest);
     field->setSingleStep(parameter.step);

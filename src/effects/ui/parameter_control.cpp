@@ -32,11 +32,20 @@ int ParameterControl::SliderPosition(int units) const {
     return UnitsOf(parameter_.least) + UnitsOf(parameter_.greatest) - units;
 }
 
+void ParameterControl::Explain(QWidget& widget) const {
+    QString name = QString::fromUtf8(parameter_.label);
+    widget.setAccessibleName(name.remove(u':').trimmed());
+    if (!parameter_.explanation) return;
+    QString sentence = QString::fromUtf8(parameter_.explanation) + u'.';
+    sentence[0] = sentence[0].toUpper();
+    widget.setToolTip(sentence);
+}
+
 void ParameterControl::Bind(QAbstractSlider& slider) {
     slider.setRange(UnitsOf(parameter_.least), UnitsOf(parameter_.greatest));
     slider.setSingleStep(UnitsOf(parameter_.step));
     slider.setPageStep(10 * slider.singleStep());
-    slider.setAccessibleName(QString::fromUtf8(parameter_.label));
+    Explain(slider);
     if (direction_ == Direction::kAgainstValue) {
         slider.setInvertedAppearance(true);
         slider.setInvertedControls(true);
@@ -66,6 +75,7 @@ QDoubleSpinBox* ParameterControl::MakeSpinBox() {
     box->setPalette(ProgramPalette());
     box->setLocale(QLocale::c());
     box->setAlignment(Qt::AlignRight);
+    Explain(*box);
     box->setDecimals(parameter_.decimals);
     box->setRange(parameter_.least, parameter_.greatest);
     box->setSingleStep(parameter_.step);
@@ -78,7 +88,7 @@ QDoubleSpinBox* ParameterControl::MakeSpinBox() {
 QCheckBox* ParameterControl::MakeCheckBox(const QString& text) {
     auto* box = new QCheckBox(text, dialog_);
     box->setChecked(units_ != 0);
-    if (parameter_.explanation) box->setToolTip(QString::fromUtf8(parameter_.explanation));
+    Explain(*box);
     connect(box, &QCheckBox::toggled, this, [this](bool on) { SetValue(on ? 1 : 0); });
     connect(this, &ParameterControl::Changed, box, [this, box] { box->setChecked(units_ != 0); });
     return box;

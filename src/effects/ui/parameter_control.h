@@ -37,6 +37,8 @@ class ParameterControl : public QObject {
     QSlider* MakeSlider(Qt::Orientation orientation);
     FocusScrollBar* MakeScrollBar();
     QDoubleSpinBox* MakeSpinBox();
+    // Its name for screen readers and what it does as a tool tip; every control made here has them.
+    void Explain(QWidget& widget) const;
     QCheckBox* MakeCheckBox(const QString& text);
     // Checked while the value is this one.
     QRadioButton* MakeRadioButton(const QString& text, double value);

@@ -3,6 +3,9 @@
 #include <QAbstractButton>
 #include <QPainter>
 
+#include "platform/english_meanings.h"
+#include "platform/qt/utf8_text.h"
+
 namespace sonavel {
 
 namespace {
@@ -48,6 +51,8 @@ QPixmap IconPicture(QMessageBox::Icon icon, double pixelRatio) {
 MessageBox::MessageBox(const MessageBoxTexts& texts, QWidget* parent)
     : QMessageBox(texts.icon, texts.caption.isEmpty() ? QStringLiteral("Sonavel") : texts.caption,
                   texts.text, texts.buttons, parent) {
+    const std::string_view meaning = EnglishMeaning(texts.text.toStdString());
+    if (!meaning.empty()) setInformativeText(Utf8Text(meaning));
     setIconPixmap(IconPicture(texts.icon, devicePixelRatioF()));
     for (const ButtonText& entry : kButtonTexts) {
         QAbstractButton* shown = button(entry.button);

@@ -1,5 +1,6 @@
 #include "view/ui/sound_view_widget.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QSignalBlocker>
 
@@ -190,6 +191,8 @@ void SoundViewWidget::OnScrollChanged() {
 
 void SoundViewWidget::OnSelectionChanged() {
     FollowWaveform();
+    QAccessibleValueChangeEvent spoken(this, {});
+    QAccessible::updateAccessibility(&spoken);
     Q_EMIT SelectionChanged();
 }
 

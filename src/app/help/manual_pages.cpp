@@ -1,0 +1,123 @@
+#include "app/help/manual_pages.h"
+
+#include <QFile>
+#include <QWidget>
+#include <iterator>
+
+#include "app/help/generated_texts.h"
+#include "effects/ui/effect_dialog.h"
+
+static void InitialiseManual() {
+    Q_INIT_RESOURCE(manual);
+}
+
+namespace sonavel {
+namespace {
+
+constexpr const char* kStart = "Start";
+constexpr const char* kTasks = "Tasks";
+constexpr const char* kEffects = "Effects";
+constexpr const char* kReference = "Reference";
+
+constexpr ManualPage kPages[] = {
+    {"index", "Sonavel", kStart},
+    {"first-steps", "First steps in two minutes", kStart},
+    {"window", "The window", kStart},
+    {"cut-speech", "Cut speech", kTasks},
+    {"loudness", "Make a sound louder or softer", kTasks},
+    {"chapters", "Set markers and chapters", kTasks},
+    {"record", "Record", kTasks},
+    {"mix", "Mix sounds", kTasks},
+    {"space", "Place a sound in space", kTasks},
+    {"many-files", "Many files at once", kTasks},
+    {"import", "Import and export", kTasks},
+    {"catalogue", "Keep a database of sounds", kTasks},
+    {"effect-volume", "Volume", kEffects},
+    {"effect-panpot", "Panpot and crossfade", kEffects},
+    {"effect-dynamics", "Dynamics", kEffects},
+    {"effect-equalizer", "Graphic equalizer", kEffects},
+    {"effect-reverb", "Reverberation", kEffects},
+    {"effect-flanger", "Flanger", kEffects},
+    {"effect-modulator", "Modulator", kEffects},
+    {"keys", "Keys", kReference},
+    {"formats", "Formats and what each keeps", kReference},
+    {"preferences", "Preferences", kReference},
+    {"scripts", "Scripts", kReference},
+    {"troubleshooting", "When something does not work", kReference},
+    {"peculiarities", "Known peculiarities", kReference},
+    {"whats-new", "Changelog", kReference},
+    {"licences", "Licences", kReference},
+};
+
+struct PageOfClass {
+    const char* className;
+    const char* page;
+};
+
+constexpr PageOfClass kClasses[] = {
+    {"CRecordDlg", "record"},
+    {"MixDialog", "mix"},
+    {"CrossfadeDialog", "mix"},
+    {"ClipboardContentsDialog", "mix"},
+    {"PasteReplicateDialog", "cut-speech"},
+    {"MarkerDialog", "chapters"},
+    {"SpatialDialog", "space"},
+    {"UserZoomDialog", "window"},
+    {"GoToDialog", "window"},
+    {"COptionSheet", "preferences"},
+    {"ImportDialog", "import"},
+    {"ExportDialog", "import"},
+    {"SaveAsDialog", "formats"},
+    {"SaveDetailsDialog", "formats"},
+    {"CFilePropertiesSheet", "formats"},
+    {"ChannelConversionDialog", "formats"},
+    {"CatalogueWindow", "catalogue"},
+};
+
+QString PageOfClassOf(const QMetaObject* meta) {
+    for (; meta; meta = meta->superClass()) {
+        const QString name = QString::fromLatin1(meta->className()).section(u':', -1);
+        for (const PageOfClass& row : kClasses)
+            if (name == QLatin1String(row.className)) return QString::fromLatin1(row.page);
+    }
+    return {};
+}
+
+}  // namespace
+
+std::span<const ManualPage> ManualPages() {
+    return kPages;
+}
+
+QUrl UrlOfPage(const QString& name) {
+    return QUrl(QStringLiteral("qrc:/manual/%1.md").arg(name));
+}
+
+QString TextOfPage(const QString& name) {
+    InitialiseManual();
+    QFile file(QStringLiteral(":/manual/%1.md").arg(name));
+    if (!file.open(QIODevice::ReadOnly)) return {};
+    return WithGeneratedTexts(QString::fromUtf8(file.readAll()));
+}
+
+QStringList PagesWith(const QString& words) {
+    const QStringList wanted = words.split(u' ', Qt::SkipEmptyParts);
+    QStringList found;
+    for (const ManualPage& page : kPages) {
+        const QString text = TextOfPage(QString::fromLatin1(page.name));
+        const auto has = [&text](const QString& word) {
+            return text.contains(word, Qt::CaseInsensitive);
+        };
+        if (std::ranges::all_of(wanted, has)) found << QString::fromLatin1(page.name);
+    }
+    return found;
+}
+
+QString PageOfWindow(const QWidget* window) {
+    if (const auto* effect = qobject_cast<const EffectDialog*>(window))
+        return QStringLiteral("effect-") + QString::fromLatin1(effect->Row().name);
+    const QString page = window ? PageOfClassOf(window->metaObject()) : QString();
+    return page;
+}
+
+}  // namespace sonavel

@@ -1,0 +1,107 @@
+#include <QFile>
+#include <QRegularExpression>
+
+#include "app/help/generated_texts.h"
+#include "app/help/help_desk.h"
+#include "app/help/manual_pages.h"
+#include "app/command_ids.h"
+#include "app_fixture.h"
+#include "effects/effect_table.h"
+#include "view/ui/go_to_dialog.h"
+
+namespace sonavel {
+namespace {
+
+QStringList TargetsIn(const QString& text) {
+    static const QRegularExpression link(QStringLiteral("\\]\\(([^)]+)\\)"));
+    QStringList targets;
+    for (auto i = link.globalMatch(text); i.hasNext();) targets << i.next().captured(1);
+    return targets;
+}
+
+TEST(Manual, HasEveryPageThatItsContentsAndLinksName) {
+    TestApplication();
+    QStringList reached;
+    for (const ManualPage& page : ManualPages()) {
+        const QString text = TextOfPage(QString::fromLatin1(page.name));
+        EXPECT_TRUE(text.startsWith(QStringLiteral("# ") + QString::fromUtf8(page.title) + u'\n'))
+            << page.name;
+        EXPECT_FALSE(text.contains(QStringLiteral("<!--"))) << page.name;
+        for (const QString& target : TargetsIn(text)) {
+            EXPECT_TRUE(QFile::exists(QStringLiteral(":/manual/") + target))
+                << page.name << " links to " << target.toStdString();
+            if (QString::fromLatin1(page.name) == QStringLiteral("index")) reached << target;
+        }
+    }
+    reached << QStringLiteral("index.md");
+    for (const ManualPage& page : ManualPages())
+        EXPECT_TRUE(reached.contains(QLatin1String(page.name) + QStringLiteral(".md")))
+            << "the first page does not lead to " << page.name;
+}
+
+TEST(Manual, HasAPageOfEachEffectThatExplainsEveryControl) {
+    TestApplication();
+    for (const Effect& effect : Effects()) {
+        const QString text = TextOfPage(QStringLiteral("effect-") + QString::fromLatin1(effect.name));
+        ASSERT_FALSE(text.isEmpty()) << effect.name;
+        for (const EffectParameter& parameter : effect.parameters) {
+            EXPECT_TRUE(text.contains(QString::fromUtf8(parameter.label))) << parameter.key;
+            // A band of the equalizer says all with its frequency.
+            EXPECT_TRUE(parameter.explanation || QLatin1String(parameter.unit) == QLatin1String("dB"))
+                << effect.name << ' ' << parameter.key << " explains nothing";
+        }
+    }
+}
+
+TEST(Manual, ListsTheKeysOfTheCommands) {
+    for (const char* key : {"| `Ctrl+Z` |", "| `F12` |", "| `F1` |", "`Ctrl+W` or `Ctrl+F4`"})
+        EXPECT_TRUE(KeysText().contains(QLatin1String(key))) << key;
+}
+
+TEST(Manual, IsSearchedForAllWordsInWhateverCase) {
+    TestApplication();
+    EXPECT_EQ(PagesWith({}).size(), static_cast<qsizetype>(ManualPages().size()));
+    EXPECT_TRUE(PagesWith(QStringLiteral("tremolo SINE")).contains(QStringLiteral("effect-modulator")));
+    EXPECT_TRUE(PagesWith(QStringLiteral("tremolo zebra")).isEmpty());
+}
+
+class ManualWindowTest : public AppFixture {
+  protected:
+    ManualWindow& Window() { return *App().Help().Window(); }
+};
+
+TEST_F(ManualWindowTest, OpensFromTheMenuAndFollowsItsLinksAndSearch) {
+    Frame().Actions().Action(app_command::kManualKeys)->trigger();
+    EXPECT_EQ(Window().CurrentPage(), QStringLiteral("keys"));
+    Frame().Actions().Action(app_command::kManual)->trigger();
+    EXPECT_EQ(Window().CurrentPage(), QStringLiteral("index"));
+    auto* search = Window().findChild<QLineEdit*>();
+    search->setText(QStringLiteral("tremolo"));
+    EXPECT_EQ(Window().CurrentPage(), QStringLiteral("effect-modulator"));
+    auto* page = Window().findChild<QTextBrowser*>();
+    EXPECT_TRUE(page->toPlainText().contains(QStringLiteral("twentieths of a hertz")));
+    EXPECT_EQ(page->textCursor().selectedText().toLower(), QStringLiteral("tremolo"));
+    search->clear();
+    Q_EMIT page->anchorClicked(QUrl(QStringLiteral("keys.md")));
+    EXPECT_EQ(Window().CurrentPage(), QStringLiteral("keys"));
+    page->backward();
+    EXPECT_EQ(Window().CurrentPage(), QStringLiteral("effect-modulator"));
+    Window().close();
+}
+
+TEST_F(ManualWindowTest, OpensAtTheDialogsPageByF1AndGoesWithTheDialog) {
+    App();
+    {
+        GoToDialog dialog({}, &Frame());
+        dialog.setModal(true);
+        dialog.show();
+        QTest::keyClick(dialog.focusWidget() ? dialog.focusWidget() : &dialog, Qt::Key_F1);
+        ASSERT_TRUE(App().Help().Window());
+        EXPECT_EQ(Window().CurrentPage(), QStringLiteral("window"));
+        EXPECT_EQ(Window().parentWidget(), &dialog) << "else the dialog would keep it from being used";
+    }
+    EXPECT_FALSE(App().Help().Window());
+}
+
+}  // namespace
+}  // namespace sonavel
