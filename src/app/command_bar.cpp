@@ -40,10 +40,14 @@ constexpr int kSpatialBar[] = {
     spatial_command::kUserMoving,
 };
 
-QString ToolTip(const QAction& action) {
-    // Behind a tab stands the key of a command that has no shortcut of the window.
+// Behind a tab stands the key of a command that has no shortcut of the window.
+QString ButtonNameOf(const QAction& action) {
     QString text = action.text().section(u'\t', 0, 0);
-    text.remove(u'&').remove(QStringLiteral("...")).remove(u'…');
+    return text.remove(u'&').remove(QStringLiteral("...")).remove(u'…');
+}
+
+QString ToolTip(const QAction& action) {
+    QString text = ButtonNameOf(action);
     QString key = action.text().section(u'\t', 1);
     if (key.isEmpty()) key = action.shortcut().toString(QKeySequence::NativeText);
     if (!key.isEmpty()) text = QStringLiteral("%1 (%2)").arg(text, key);
@@ -64,6 +68,8 @@ CommandBar::CommandBar(const QString& name, const CommandActions& actions,
         if (!action) continue;
         action->setToolTip(ToolTip(*action));
         addAction(action);
+        // The action's text holds its key behind a tab.
+        widgetForAction(action)->setAccessibleName(ButtonNameOf(*action));
     }
 }
 

@@ -1,6 +1,7 @@
 #include "app/frame_bars.h"
 
 #include <QMenuBar>
+#include <QToolButton>
 #include <utility>
 
 #include "app/command_ids.h"
@@ -29,6 +30,9 @@ void FrameBars::ShowInViewMenu(QAction& toggle, const QString& text) {
 
 void FrameBars::AddBar(QToolBar& bar, const QString& text, Qt::ToolBarArea area) {
     frame_.addToolBar(area, &bar);
+    // What the toolkit shows where a bar has no room for all of its buttons.
+    if (auto* more = bar.findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button")))
+        more->setAccessibleName(tr("More of %1").arg(bar.windowTitle()));
     ShowInViewMenu(*bar.toggleViewAction(), text);
 }
 

@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QMenuBar>
 #include <QScreen>
+#include <algorithm>
 
 #include "app/command_icons.h"
 #include "app/command_ids.h"
@@ -15,6 +16,7 @@
 #include "platform/qt/person_settings.h"
 #include "platform/qt/utf8_text.h"
 #include "spatial/ui/spatial_commands.h"
+#include "view/commands/view_commands.h"
 
 namespace sonavel {
 
@@ -41,7 +43,8 @@ void AddTable(CommandActions& actions, std::span<const Command<Target>> table) {
 CMainFrame::CMainFrame()
     : area_(new ChildWindows(this)),
       status_(new StatusPanes(this)),
-      actions_([this](int id) { return Route(id); }) {
+      actions_([this](int id) { return Route(id); }),
+      media_([this](MediaCommand command) { RunMedia(command); }) {
     setWindowTitle(QStringLiteral("Sonavel"));
     setWindowIcon(ProgramIcon());
     setCentralWidget(area_);
@@ -179,6 +182,33 @@ void CMainFrame::UpdatePanes() {
     status_->ShowSelection(Utf8Text(shown.selection));
     status_->ShowZoom(Utf8Text(shown.zoom));
     bars_->ShowReadOuts(shown);
+    TellDesktop(active);
+}
+
+void CMainFrame::TellDesktop(const OpenSound* active) {
+    MediaState state;
+    if (active) {
+        const CSoundView& view = *active->view;
+        state.isPlaying = view.Sound().IsPlaying();
+        state.isActive = state.isPlaying || view.Sound().IsPaused();
+        state.title = Utf8Text(active->document->Title());
+        const double rate = std::max(1u, view.Sound().GetSamplesPerSecond());
+        const std::int64_t frame = view.Playing().PlayFrame().value_or(view.State().Cursor());
+        state.microseconds = static_cast<qint64>(static_cast<double>(frame) / rate * 1e6);
+    }
+    media_.Follow(state);
+}
+
+void CMainFrame::RunMedia(MediaCommand command) {
+    if (command == MediaCommand::kRaise) {
+        raise();
+        activateWindow();
+        return;
+    }
+    const int id = command == MediaCommand::kPlay    ? int{view_command::kPlay}
+                   : command == MediaCommand::kPause ? int{view_command::kPause}
+                                                     : int{view_command::kStop};
+    if (QApplication::activeModalWidget() == nullptr) actions_.Action(id)->trigger();
 }
 
 void CMainFrame::Tell(const Outcome& outcome) {

@@ -11,6 +11,7 @@
 #include "app/child_windows.h"
 #include "app/frame_bars.h"
 #include "app/logo_window.h"
+#include "app/media_player.h"
 #include "app/recent_files.h"
 #include "app/sound_closer.h"
 #include "app/status_panes.h"
@@ -85,6 +86,8 @@ class CMainFrame : public QMainWindow, public WorkspaceObserver {
     void UpdatePanes();
     // To the file of the active sound.
     void TellWhatOthersDid();
+    void TellDesktop(const OpenSound* active);
+    void RunMedia(MediaCommand command);
     void AfterCommand(int commandId, const Outcome& outcome);
 
     ChildWindows* area_;
@@ -101,6 +104,7 @@ class CMainFrame : public QMainWindow, public WorkspaceObserver {
     std::optional<SoundCloser> closer_;
     QTimer refreshTimer_;
     QTimer playTimer_;
+    MediaPlayer media_;
     QString title_;
 };
 

@@ -14,8 +14,8 @@ constexpr qsizetype kMostRecent = 5;
 constexpr int kNameWidth = 420;
 constexpr double kTitleScale = 1.6;
 
-constexpr int kCommands[] = {app_command::kOpen, app_command::kRecord, app_command::kNew,
-                             app_command::kManual};
+constexpr int kWelcomeCommands[] = {app_command::kOpen, app_command::kRecord, app_command::kNew,
+                                    app_command::kManual};
 
 QString NameOfButton(const QAction& action) {
     QString text = action.text().section(u'\t', 0, 0);
@@ -62,7 +62,7 @@ void WelcomePage::AddLine(const QString& text) {
 }
 
 void WelcomePage::AddCommands() {
-    for (const int id : kCommands) {
+    for (const int id : kWelcomeCommands) {
         QAction* action = actions_.Action(id);
         if (!action) continue;
         auto* button = new QPushButton(NameOfButton(*action), this);
@@ -87,8 +87,9 @@ void WelcomePage::AddRecent() {
         button->setToolTip(ShownFileText(path));
         button->setFlat(true);
         // The page is gone when the sound is there.
-        connect(button, &QPushButton::clicked, &recent_, [this, path] { Q_EMIT recent_.Chosen(path); },
-                Qt::QueuedConnection);
+        connect(
+            button, &QPushButton::clicked, &recent_, [this, path] { Q_EMIT recent_.Chosen(path); },
+            Qt::QueuedConnection);
         lines_->addWidget(button);
     }
 }

@@ -14,10 +14,10 @@ namespace {
 // What a person operates; a label or a frame may be silent.
 bool IsControl(QAccessible::Role role) {
     static const QSet<int> roles{
-        QAccessible::PushButton,  QAccessible::CheckBox,     QAccessible::RadioButton,
-        QAccessible::Slider,      QAccessible::SpinBox,      QAccessible::ComboBox,
-        QAccessible::EditableText, QAccessible::PageTab,     QAccessible::ButtonMenu,
-        QAccessible::Table,       QAccessible::Tree,         QAccessible::List,
+        QAccessible::PushButton,     QAccessible::CheckBox, QAccessible::RadioButton,
+        QAccessible::Slider,         QAccessible::SpinBox,  QAccessible::ComboBox,
+        QAccessible::EditableText,   QAccessible::PageTab,  QAccessible::ButtonMenu,
+        QAccessible::Table,          QAccessible::Tree,     QAccessible::List,
         QAccessible::ButtonDropDown, QAccessible::Canvas};
     return roles.contains(role);
 }
@@ -37,8 +37,7 @@ bool IsShown(QAccessibleInterface* item) {
 
 // The line of a combo or spin box speaks by the box's name.
 bool IsPartOfAnother(QAccessibleInterface* item) {
-    const QAccessible::Role owner =
-        item->parent() ? item->parent()->role() : QAccessible::NoRole;
+    const QAccessible::Role owner = item->parent() ? item->parent()->role() : QAccessible::NoRole;
     return owner == QAccessible::SpinBox || owner == QAccessible::ComboBox;
 }
 
@@ -47,8 +46,24 @@ void CollectNameless(QAccessibleInterface* item, QStringList& nameless) {
     const QString name = item->text(QAccessible::Name);
     if (IsControl(item->role()) && !IsPartOfAnother(item) &&
         (name.trimmed().isEmpty() || name.contains(u'\t') || name.contains(u'&')))
-        nameless << QStringLiteral("\"%1\" role %2%3").arg(name).arg(item->role()).arg(PathOf(item));
+        nameless
+            << QStringLiteral("\"%1\" role %2%3").arg(name).arg(item->role()).arg(PathOf(item));
     for (int i = 0; i < item->childCount(); ++i) CollectNameless(item->child(i), nameless);
+}
+
+// Those of a dialog that say nothing of what they do.
+QStringList Unexplained(QWidget& dialog) {
+    QStringList names;
+    for (QWidget* control : dialog.findChildren<QWidget*>()) {
+        QAccessibleInterface* item = QAccessible::queryAccessibleInterface(control);
+        if (!control->isVisible() || control->focusPolicy() == Qt::NoFocus || !item) continue;
+        const bool isPart =
+            IsPartOfAnother(item) || qobject_cast<QAbstractSpinBox*>(control->parent());
+        if (IsControl(item->role()) && item->role() != QAccessible::PageTab && !isPart &&
+            control->toolTip().isEmpty())
+            names << item->text(QAccessible::Name) + PathOf(item);
+    }
+    return names;
 }
 
 std::string Nameless(QWidget& window) {
@@ -68,6 +83,8 @@ class AccessibilityTest : public AppFixture {
         markers.Add(20, "", 5);
         Active().SetMarkers(markers);
     }
+    QStringList unexplained_;
+
     // Of the dialog that the command opens, which is then cancelled.
     std::string NamelessInDialogOf(int command) {
         std::string nameless = "no dialog came";
@@ -77,9 +94,11 @@ class AccessibilityTest : public AppFixture {
             if (!dialog) return;
             timer.stop();
             nameless = Nameless(*dialog);
+            unexplained_ << Unexplained(*dialog);
             static_cast<QDialog*>(dialog)->reject();
         });
         timer.start(5);
+        Frame().Actions().Refresh();
         Frame().Actions().Action(command)->trigger();
         return nameless;
     }
@@ -105,6 +124,7 @@ TEST_F(AccessibilityTest, EveryControlOfTheDialogsHasAName) {
           int{view_command::kGoToCursor}, int{view_command::kMarkerAdd},
           int{view_command::kMarkerEdit}, int{view_command::kZoomUser}})
         EXPECT_EQ(NamelessInDialogOf(command), "") << command;
+    EXPECT_EQ(unexplained_.join(u'\n').toStdString(), "") << "controls without a tool tip";
 }
 
 TEST_F(AccessibilityTest, TheWaveformSpeaksOfItsPlaceAndItsMarkers) {

@@ -1,10 +1,10 @@
 #include <QFile>
 #include <QRegularExpression>
 
+#include "app/command_ids.h"
 #include "app/help/generated_texts.h"
 #include "app/help/help_desk.h"
 #include "app/help/manual_pages.h"
-#include "app/command_ids.h"
 #include "app_fixture.h"
 #include "effects/effect_table.h"
 #include "view/ui/go_to_dialog.h"
@@ -42,12 +42,14 @@ TEST(Manual, HasEveryPageThatItsContentsAndLinksName) {
 TEST(Manual, HasAPageOfEachEffectThatExplainsEveryControl) {
     TestApplication();
     for (const Effect& effect : Effects()) {
-        const QString text = TextOfPage(QStringLiteral("effect-") + QString::fromLatin1(effect.name));
+        const QString text =
+            TextOfPage(QStringLiteral("effect-") + QString::fromLatin1(effect.name));
         ASSERT_FALSE(text.isEmpty()) << effect.name;
         for (const EffectParameter& parameter : effect.parameters) {
             EXPECT_TRUE(text.contains(QString::fromUtf8(parameter.label))) << parameter.key;
             // A band of the equalizer says all with its frequency.
-            EXPECT_TRUE(parameter.explanation || QLatin1String(parameter.unit) == QLatin1String("dB"))
+            EXPECT_TRUE(parameter.explanation ||
+                        QLatin1String(parameter.unit) == QLatin1String("dB"))
                 << effect.name << ' ' << parameter.key << " explains nothing";
         }
     }
@@ -61,7 +63,8 @@ TEST(Manual, ListsTheKeysOfTheCommands) {
 TEST(Manual, IsSearchedForAllWordsInWhateverCase) {
     TestApplication();
     EXPECT_EQ(PagesWith({}).size(), static_cast<qsizetype>(ManualPages().size()));
-    EXPECT_TRUE(PagesWith(QStringLiteral("tremolo SINE")).contains(QStringLiteral("effect-modulator")));
+    EXPECT_TRUE(
+        PagesWith(QStringLiteral("tremolo SINE")).contains(QStringLiteral("effect-modulator")));
     EXPECT_TRUE(PagesWith(QStringLiteral("tremolo zebra")).isEmpty());
 }
 
@@ -98,7 +101,8 @@ TEST_F(ManualWindowTest, OpensAtTheDialogsPageByF1AndGoesWithTheDialog) {
         QTest::keyClick(dialog.focusWidget() ? dialog.focusWidget() : &dialog, Qt::Key_F1);
         ASSERT_TRUE(App().Help().Window());
         EXPECT_EQ(Window().CurrentPage(), QStringLiteral("window"));
-        EXPECT_EQ(Window().parentWidget(), &dialog) << "else the dialog would keep it from being used";
+        EXPECT_EQ(Window().parentWidget(), &dialog)
+            << "else the dialog would keep it from being used";
     }
     EXPECT_FALSE(App().Help().Window());
 }

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
+
 #include "support/test_files.h"
 #include "view/draw/colour_table.h"
 #include "view/state/display_settings.h"
@@ -47,6 +50,46 @@ TEST_F(ViewSettings, MoreColoursThanSlotsAndNoFileAtAll) {
     ColourTable untouched;
     untouched.Load(ProfileFile("/nowhere/Display.ini").Read());
     EXPECT_EQ(untouched, ColourTable());
+}
+
+// The contrast of two colours by the web's accessibility guidelines, 1 to 21.
+double ContrastOf(Rgb one, Rgb other) {
+    const auto linear = [](std::uint8_t part) {
+        const double value = part / 255.0;
+        return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+    };
+    const auto light = [&](Rgb c) {
+        return 0.2126 * linear(c.red) + 0.7152 * linear(c.green) + 0.0722 * linear(c.blue);
+    };
+    const auto [dark, bright] = std::minmax(light(one), light(other));
+    return (bright + 0.05) / (dark + 0.05);
+}
+
+TEST_F(ViewSettings, EveryShippedSetOfColoursCanBeRead) {
+    EXPECT_NEAR(ContrastOf({0, 0, 0}, {255, 255, 255}), 21, 1e-9);
+    using enum ColourSlot;
+    const struct {
+        ColourSlot front, back;
+        double least;
+    } pairs[] = {
+        {kRulerText, kRulerBackground, 4.5}, {kMarkerLabel, kMarkerStrip, 4.5},
+        {kGrid, kBackground, 4.5},  // labels stand on it, in the meter too
+        {kWaveform, kBackground, 3},         {kSelectedWaveform, kSelection, 3},
+        {kCentreLine, kBackground, 3},       {kEndOfSound, kMarkerStrip, 3},
+        {kCursor, kBackground, 3},
+    };
+    const ProfileText shipped = ProfileFile(SONAVEL_DEFAULTS "/Display.ini").Read();
+    int sets = 0;
+    for (const std::string& section : shipped.SectionNames()) {
+        if (shipped.Entries(section).size() != ColourTable::kSlots) continue;
+        ++sets;
+        ColourTable table;
+        table.Load(shipped, section);
+        for (const auto& pair : pairs)
+            EXPECT_GE(ContrastOf(table[pair.front], table[pair.back]), pair.least)
+                << section << ' ' << static_cast<int>(pair.front);
+    }
+    EXPECT_EQ(sets, 5) << "in use, the first ones, light, dark, high contrast";
 }
 
 TEST_F(ViewSettings, TheShippedColoursAreTheDefaults) {

@@ -1,5 +1,5 @@
-// What the manual says in the words of the program's own tables: an effect's controls, the keys of all
-// commands.
+// What the manual says in the words of the program's own tables: an effect's controls, the keys of
+// all commands.
 #pragma once
 
 #include <QString>

@@ -4,6 +4,7 @@
 #include <QDialog>
 #include <QKeyEvent>
 
+#include "app/help/control_tips.h"
 #include "app/help/manual_pages.h"
 
 namespace sonavel {
@@ -47,6 +48,8 @@ bool HelpDesk::ShowFor(const QWidget& window) {
 }
 
 bool HelpDesk::eventFilter(QObject* object, QEvent* event) {
+    if (event->type() == QEvent::Show)
+        if (auto* dialog = qobject_cast<QDialog*>(object)) AddControlTips(*dialog);
     if (event->type() == QEvent::KeyPress) {
         const auto* key = static_cast<QKeyEvent*>(event);
         const auto* widget = qobject_cast<QWidget*>(object);

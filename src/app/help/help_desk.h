@@ -1,4 +1,5 @@
 // Shows the manual: on demand, and where F1 is pressed in a dialog, at the dialog's own page.
+// Dialogs get their tool tips here as they come up.
 #pragma once
 
 #include <QObject>

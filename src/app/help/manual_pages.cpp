@@ -14,39 +14,39 @@ static void InitialiseManual() {
 namespace sonavel {
 namespace {
 
-constexpr const char* kStart = "Start";
-constexpr const char* kTasks = "Tasks";
-constexpr const char* kEffects = "Effects";
-constexpr const char* kReference = "Reference";
+constexpr const char* kStartPages = "Start";
+constexpr const char* kTaskPages = "Tasks";
+constexpr const char* kEffectPages = "Effects";
+constexpr const char* kReferencePages = "Reference";
 
 constexpr ManualPage kPages[] = {
-    {"index", "Sonavel", kStart},
-    {"first-steps", "First steps in two minutes", kStart},
-    {"window", "The window", kStart},
-    {"cut-speech", "Cut speech", kTasks},
-    {"loudness", "Make a sound louder or softer", kTasks},
-    {"chapters", "Set markers and chapters", kTasks},
-    {"record", "Record", kTasks},
-    {"mix", "Mix sounds", kTasks},
-    {"space", "Place a sound in space", kTasks},
-    {"many-files", "Many files at once", kTasks},
-    {"import", "Import and export", kTasks},
-    {"catalogue", "Keep a database of sounds", kTasks},
-    {"effect-volume", "Volume", kEffects},
-    {"effect-panpot", "Panpot and crossfade", kEffects},
-    {"effect-dynamics", "Dynamics", kEffects},
-    {"effect-equalizer", "Graphic equalizer", kEffects},
-    {"effect-reverb", "Reverberation", kEffects},
-    {"effect-flanger", "Flanger", kEffects},
-    {"effect-modulator", "Modulator", kEffects},
-    {"keys", "Keys", kReference},
-    {"formats", "Formats and what each keeps", kReference},
-    {"preferences", "Preferences", kReference},
-    {"scripts", "Scripts", kReference},
-    {"troubleshooting", "When something does not work", kReference},
-    {"peculiarities", "Known peculiarities", kReference},
-    {"whats-new", "Changelog", kReference},
-    {"licences", "Licences", kReference},
+    {"index", "Sonavel", kStartPages},
+    {"first-steps", "First steps in two minutes", kStartPages},
+    {"window", "The window", kStartPages},
+    {"cut-speech", "Cut speech", kTaskPages},
+    {"loudness", "Make a sound louder or softer", kTaskPages},
+    {"chapters", "Set markers and chapters", kTaskPages},
+    {"record", "Record", kTaskPages},
+    {"mix", "Mix sounds", kTaskPages},
+    {"space", "Place a sound in space", kTaskPages},
+    {"many-files", "Many files at once", kTaskPages},
+    {"import", "Import and export", kTaskPages},
+    {"catalogue", "Keep a database of sounds", kTaskPages},
+    {"effect-volume", "Volume", kEffectPages},
+    {"effect-panpot", "Panpot and crossfade", kEffectPages},
+    {"effect-dynamics", "Dynamics", kEffectPages},
+    {"effect-equalizer", "Graphic equalizer", kEffectPages},
+    {"effect-reverb", "Reverberation", kEffectPages},
+    {"effect-flanger", "Flanger", kEffectPages},
+    {"effect-modulator", "Modulator", kEffectPages},
+    {"keys", "Keys", kReferencePages},
+    {"formats", "Formats and what each keeps", kReferencePages},
+    {"preferences", "Preferences", kReferencePages},
+    {"scripts", "Scripts", kReferencePages},
+    {"troubleshooting", "When something does not work", kReferencePages},
+    {"peculiarities", "Known peculiarities", kReferencePages},
+    {"whats-new", "Changelog", kReferencePages},
+    {"licences", "Licences", kReferencePages},
 };
 
 struct PageOfClass {

@@ -13,11 +13,12 @@
 namespace sonavel {
 namespace {
 
-constexpr QSize kFirstSize{980, 700};
+constexpr QSize kManualSize{980, 700};
 constexpr int kContentsWidth = 240;
 constexpr int kMargin = 16;
 
-QToolButton* MakeStep(const QString& text, const QString& toolTip, Qt::Key key, QTextBrowser* page) {
+QToolButton* MakeStep(const QString& text, const QString& toolTip, Qt::Key key,
+                      QTextBrowser* page) {
     auto* button = new QToolButton(page->parentWidget());
     button->setText(text);
     button->setToolTip(toolTip);
@@ -49,11 +50,11 @@ ManualWindow::ManualWindow(QWidget* parent)
       page_(new PageBrowser(this)) {
     setWindowTitle(tr("Sonavel Manual"));
     setObjectName(QStringLiteral("Manual"));
-    resize(kFirstSize);
+    resize(kManualSize);
     auto* splitter = new QSplitter(this);
     splitter->addWidget(MakeContents());
     splitter->addWidget(MakePageSide());
-    splitter->setSizes({kContentsWidth, kFirstSize.width() - kContentsWidth});
+    splitter->setSizes({kContentsWidth, kManualSize.width() - kContentsWidth});
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(splitter);
@@ -137,7 +138,8 @@ void ManualWindow::FillContents(const QStringList& names) {
 void ManualWindow::Search(const QString& words) {
     const QStringList names = PagesWith(words);
     FillContents(names);
-    if (!names.isEmpty() && !names.contains(CurrentPage())) page_->setSource(UrlOfPage(names.front()));
+    if (!names.isEmpty() && !names.contains(CurrentPage()))
+        page_->setSource(UrlOfPage(names.front()));
     const QStringList single = words.split(u' ', Qt::SkipEmptyParts);
     if (single.isEmpty()) return;
     page_->moveCursor(QTextCursor::Start);

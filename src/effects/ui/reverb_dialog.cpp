@@ -94,6 +94,9 @@ QWidget* CReverbDlg::MakeTimes() {
 ValueLabel* CReverbDlg::AddTime(QHBoxLayout& row, const QString& name) {
     auto* value = new ValueLabel(this);
     value->setObjectName(name);
+    value->setToolTip(name == QStringLiteral("EDT")
+                          ? tr("The early decay time: how long the first part of the decay takes.")
+                          : tr("How long the echo takes to fall by 60 dB."));
     value->ReserveFor(
         {WholeText(Control(kTime).Parameter().greatest), WholeText(kLongestEarlyDecayMs)});
     row.addWidget(new QLabel(name, this));

@@ -48,6 +48,8 @@ UserPointList::UserPointList(QWidget* parent)
     : QWidget(parent), table_(new QTableWidget(0, kColumnCount, this)) {
     table_->setHorizontalHeaderLabels(
         {tr("Ball ID"), QStringLiteral("x"), QStringLiteral("y"), QStringLiteral("z")});
+    table_->horizontalHeaderItem(kBallId)->setToolTip(
+        tr("The number of the point, which its ball in the scene has too."));
     table_->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     table_->horizontalHeader()->setHighlightSections(false);
     table_->verticalHeader()->hide();

@@ -127,10 +127,14 @@ FrameTimeField::FrameTimeField(std::uint32_t highestFrame, std::uint32_t samples
     constexpr std::uint32_t kHighest = std::numeric_limits<int>::max();
     frame_->setRange(0, static_cast<int>(std::min(highestFrame, kHighest)));
     frame_->setAlignment(Qt::AlignRight);
+    frame_->setAccessibleName(tr("Frames"));
+    frame_->setToolTip(tr("The place in frames; the seconds follow."));
     seconds_->setDecimals(3);
     seconds_->setSingleStep(0.1);
     seconds_->setRange(0, std::ceil(highestFrame / rate_ * 1000) / 1000);
     seconds_->setAlignment(Qt::AlignRight);
+    seconds_->setAccessibleName(tr("Seconds"));
+    seconds_->setToolTip(tr("The place in seconds; the frames follow."));
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->addWidget(frame_, 1);

@@ -46,6 +46,7 @@ void MarkerDialog::MakeList() {
     list_->header()->setStretchLastSection(false);
     list_->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     list_->header()->setSectionResizeMode(kLabel, QHeaderView::Stretch);
+    list_->setAccessibleName(tr("Markers"));
     connect(list_, &QTreeWidget::currentItemChanged, this, &MarkerDialog::OnCurrentChanged);
     auto* row = new QHBoxLayout;
     row->addWidget(list_, 1);

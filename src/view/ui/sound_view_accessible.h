@@ -1,5 +1,5 @@
-// What a screen reader says of a sound view: its title, where the cursor or the selection is, what is
-// being played, and its markers as children, by the words of the status bar.
+// What a screen reader says of a sound view: its title, where the cursor or the selection is, what
+// is being played, and its markers as children, by the words of the status bar.
 #pragma once
 
 #include <QAccessibleWidget>

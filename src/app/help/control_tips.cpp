@@ -1,0 +1,94 @@
+#include "app/help/control_tips.h"
+
+#include <QAccessible>
+
+namespace sonavel {
+namespace {
+
+struct ControlTip {
+    const char* dialog;  // the name of its class; empty for all
+    const char* control;
+    const char* sentence;
+};
+
+constexpr ControlTip kTips[] = {
+    {"", "OK", "Takes what is set here."},
+    {"", "Cancel", "Closes without changing anything."},
+    {"", "Preview", "Plays the result without changing the sound; once more stops it."},
+    {"", "Stop", "Stops what is being played."},
+    {"", "Reset", "Brings the first values back."},
+    {"", "Sampling Rate", "How many samples a second there are; 44100 is that of a compact disc."},
+    {"", "Mono", "One channel."},
+    {"", "Stereo", "Two channels, left and right."},
+    {"", "Mono Channel", "One channel."},
+    {"", "Stereo Channel", "Two channels, left and right."},
+    {"", "8 Bits Data", "Small files with an audible hiss."},
+    {"", "8 Bit Data", "Small files with an audible hiss."},
+    {"", "8Bit Data", "Small files with an audible hiss."},
+    {"", "8bit Data", "Small files with an audible hiss."},
+    {"", "16 Bit Data", "What a compact disc has; right for most."},
+    {"", "16Bit Data", "What a compact disc has; right for most."},
+    {"", "16bit Data", "What a compact disc has; right for most."},
+    {"", "32-bit float", "Nothing is lost by rounding or by levels beyond full scale."},
+    {"CRecordDlg", "New Window", "Records into a new sound instead of the active one."},
+    {"CRecordDlg", "Waiting", "Begins to record only after the time beside it has passed."},
+    {"CRecordDlg", "Waiting Time(1/10 Sec )", "Tenths of a second until recording begins."},
+    {"MixDialog", "Clipboard", "How loud the clipboard's sound becomes in the mix."},
+    {"MixDialog", "Document", "How loud the sound that is there becomes in the mix."},
+    {"CrossfadeDialog", "Start Level", "How loud it is at the start of the range."},
+    {"CrossfadeDialog", "End Level", "How loud it is at the end of the range."},
+    {"PasteReplicateDialog", "How many times do you paste?",
+     "So many copies stand one behind the other."},
+    {"MarkerDialog", "Label", "What the marker is called."},
+    {"MarkerDialog", "Markers", "All markers of the sound; choose the one to change."},
+    {"MarkerDialog", "Add", "Sets one more marker at the place shown."},
+    {"MarkerDialog", "Delete", "Removes the chosen marker."},
+    {"UserZoomDialog", "Start Sample", "The first frame that is shown."},
+    {"UserZoomDialog", "End Sample", "The last frame that is shown."},
+    {"UserZoomDialog", "Zoom Time(%)", "How much of the time is shown."},
+    {"UserZoomDialog", "Zoom Level(%)", "How much of the level is shown."},
+    {"ExportDialog", "Format", "What kind of file is written."},
+    {"ExportDialog", "Samples", "How exactly each sample is kept."},
+    {"ExportDialog", "Write markers", "Keeps the markers, where the format can."},
+    {"ExportDialog", "Write tags", "Keeps title, artist and other tags, where the format can."},
+    {"ImportDialog", "Channels", "How more than two channels become one or two."},
+    {"ImportDialog", "Do the same with the files that follow", "Asks no more this time."},
+    {"AboutDialog", "Logo", "Shows the logo once more."},
+    {"AboutDialog", "Licences", "Shows the notices of all libraries."},
+    {"SpatialDialog", "Preset", "Points that were saved under a name."},
+    {"SpatialDialog", "Save…", "Keeps the points under a name."},
+    {"SpatialDialog", "Delete", "Removes the chosen preset."},
+    {"SpatialDialog", "Add", "Puts a point behind the chosen one."},
+    {"SpatialDialog", "Remove", "Takes the chosen point away."},
+    {"SpatialDialog", "Up", "Has the chosen point passed earlier."},
+    {"SpatialDialog", "Down", "Has the chosen point passed later."},
+};
+
+bool IsA(const QObject& object, QLatin1String name) {
+    for (const QMetaObject* meta = object.metaObject(); meta; meta = meta->superClass())
+        if (QString::fromLatin1(meta->className()).section(u':', -1) == name) return true;
+    return false;
+}
+
+QString NameForReaders(QWidget& control) {
+    QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(&control);
+    QString name = spoken ? spoken->text(QAccessible::Name) : QString();
+    while (name.endsWith(u':') || name.endsWith(u' ')) name.chop(1);
+    return name;
+}
+
+}  // namespace
+
+void AddControlTips(QDialog& dialog) {
+    for (QWidget* control : dialog.findChildren<QWidget*>()) {
+        if (control->focusPolicy() == Qt::NoFocus || !control->toolTip().isEmpty()) continue;
+        const QString name = NameForReaders(*control);
+        if (name.isEmpty()) continue;
+        for (const ControlTip& tip : kTips)
+            if (name == QString::fromUtf8(tip.control) &&
+                (!*tip.dialog || IsA(dialog, QLatin1String(tip.dialog))))
+                control->setToolTip(QObject::tr(tip.sentence));
+    }
+}
+
+}  // namespace sonavel

@@ -1,0 +1,12 @@
+// What the controls of the dialogs do, one sentence each, for their tool tips. The effects and the
+// preferences have theirs in tables of their own.
+#pragma once
+
+#include <QDialog>
+
+namespace sonavel {
+
+// Gives a tool tip to those controls that have none, by the names that screen readers read.
+void AddControlTips(QDialog& dialog);
+
+}  // namespace sonavel
