@@ -1,6 +1,7 @@
 #include "app/help/control_tips.h"
 
 #include <QAccessible>
+#include <QLabel>
 
 namespace sonavel {
 namespace {
@@ -17,6 +18,14 @@ constexpr ControlTip kTips[] = {
     {"", "Preview", "Plays the result without changing the sound; once more stops it."},
     {"", "Stop", "Stops what is being played."},
     {"", "Reset", "Brings the first values back."},
+    {"", "Apply", "Takes what is set here and stays open."},
+    {"", "Close", "Closes this window."},
+    {"COptionSheet", "Name", "The set of colors to load, save or delete."},
+    {"COptionSheet", "Load", "Takes the colors of the chosen set."},
+    {"COptionSheet", "Save", "Keeps these colors as a set of that name."},
+    {"COptionSheet", "Delete", "Removes the chosen set."},
+    {"COptionSheet", "Defaults", "Brings the classic colors back."},
+    {"CVolumeDlg", "dB", "The same volume in decibels; 6 dB doubles it."},
     {"", "Sampling Rate", "How many samples a second there are; 44100 is that of a compact disc."},
     {"", "Mono", "One channel."},
     {"", "Stereo", "Two channels, left and right."},
@@ -43,10 +52,25 @@ constexpr ControlTip kTips[] = {
     {"MarkerDialog", "Markers", "All markers of the sound; choose the one to change."},
     {"MarkerDialog", "Add", "Sets one more marker at the place shown."},
     {"MarkerDialog", "Delete", "Removes the chosen marker."},
+    {"MarkerDialog", "Edit", "Gives the chosen marker what is set above."},
+    {"UserZoomDialog", "Percent", "Shows so much of the whole."},
+    {"UserZoomDialog", "Sample", "Shows what lies between two frames."},
+    {"UserZoomDialog", "Time", "Shows what lies between two times."},
+    {"UserZoomDialog", "Start Time(Sec)", "The first time that is shown."},
+    {"UserZoomDialog", "End Time(Sec)", "The last time that is shown."},
     {"UserZoomDialog", "Start Sample", "The first frame that is shown."},
     {"UserZoomDialog", "End Sample", "The last frame that is shown."},
     {"UserZoomDialog", "Zoom Time(%)", "How much of the time is shown."},
     {"UserZoomDialog", "Zoom Level(%)", "How much of the level is shown."},
+    {"ExportDialog", "Path", "The file that is written."},
+    {"ExportDialog", "Browse...", "Chooses the folder and the name in a window."},
+    {"ExportDialog", "Export", "Writes the file."},
+    {"ExportDialog", "Title", "The tag of this name in the new file."},
+    {"ExportDialog", "Artist", "The tag of this name in the new file."},
+    {"ExportDialog", "Album", "The tag of this name in the new file."},
+    {"ExportDialog", "Year", "The tag of this name in the new file."},
+    {"ExportDialog", "Comment", "The tag of this name in the new file."},
+    {"ExportDialog", "Copyright", "The tag of this name in the new file."},
     {"ExportDialog", "Format", "What kind of file is written."},
     {"ExportDialog", "Samples", "How exactly each sample is kept."},
     {"ExportDialog", "Write markers", "Keeps the markers, where the format can."},
@@ -70,9 +94,17 @@ bool IsA(const QObject& object, QLatin1String name) {
     return false;
 }
 
-QString NameForReaders(QWidget& control) {
+// A box to choose from speaks by what is chosen; its label tells more.
+QString LabelOf(const QDialog& dialog, const QWidget& control) {
+    for (const QLabel* label : dialog.findChildren<QLabel*>())
+        if (label->buddy() == &control) return label->text().remove(u'&');
+    return {};
+}
+
+QString NameForReaders(const QDialog& dialog, QWidget& control) {
+    QString name = LabelOf(dialog, control);
     QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(&control);
-    QString name = spoken ? spoken->text(QAccessible::Name) : QString();
+    if (name.isEmpty() && spoken) name = spoken->text(QAccessible::Name);
     while (name.endsWith(u':') || name.endsWith(u' ')) name.chop(1);
     return name;
 }
@@ -82,10 +114,10 @@ QString NameForReaders(QWidget& control) {
 void AddControlTips(QDialog& dialog) {
     for (QWidget* control : dialog.findChildren<QWidget*>()) {
         if (control->focusPolicy() == Qt::NoFocus || !control->toolTip().isEmpty()) continue;
-        const QString name = NameForReaders(*control);
+        const QString name = NameForReaders(dialog, *control);
         if (name.isEmpty()) continue;
         for (const ControlTip& tip : kTips)
-            if (name == QString::fromUtf8(tip.control) &&
+            if (name.compare(QString::fromUtf8(tip.control), Qt::CaseInsensitive) == 0 &&
                 (!*tip.dialog || IsA(dialog, QLatin1String(tip.dialog))))
                 control->setToolTip(QObject::tr(tip.sentence));
     }

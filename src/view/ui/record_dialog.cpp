@@ -64,6 +64,8 @@ void CRecordDlg::AddTarget() {
     waitingTenths_->setRange(0, kHighestWaitingTenths);
     waitingTenths_->setValue(request_.initial.waitingTenths);
     waitingTenths_->setAlignment(Qt::AlignRight);
+    waitingTenths_->setAccessibleName(tr("Waiting time in tenths of a second"));
+    waitingTenths_->setToolTip(tr("Tenths of a second until recording begins."));
     auto* row = new QHBoxLayout;
     row->addSpacing(24);
     row->addWidget(waitingLabel_);
