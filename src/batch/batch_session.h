@@ -54,6 +54,11 @@ class BatchSession {
     // These need an active document.
     CSoundDoc& Document() { return *workspace_.Active()->document; }
     CSoundView& View() { return *workspace_.Active()->view; }
+    // The selection, or the whole sound.
+    EffectTarget Target() {
+        const Selection selection = View().State().GetSelection();
+        return {Document(), selection.start, selection.end, effectState_};
+    }
     SoundViewCommands& Commands() { return *workspace_.Active()->commands; }
 
   private:

@@ -15,6 +15,7 @@ std::vector<CommandRow> ReportCommandRows();
 std::vector<CommandRow> EditCommandRows();
 std::vector<CommandRow> FormatCommandRows();
 std::vector<CommandRow> EffectCommandRows();  // with those of 3D sound
+std::vector<CommandRow> LevelCommandRows();   // loudness and noise
 std::vector<CommandRow> SpatialCommandRows();
 std::vector<CommandRow> SpaceCommandRows();  // many places, scenes, loudspeakers, responses
 std::vector<CommandRow> ViewCommandRows();

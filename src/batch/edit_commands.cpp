@@ -66,6 +66,14 @@ Outcome CrossfadeMix(BatchSession& session, const Arguments& words) {
                          Percent(words, "destination-start"), Percent(words, "destination-end")});
 }
 
+Outcome InsertSilenceHere(BatchSession& session, const Arguments& words) {
+    if (Outcome offered = session.Commands().Offered(view_command::kInsertSilence); !offered)
+        return offered;
+    CSoundView& view = session.View();
+    const std::uint32_t rate = view.Sound().GetSamplesPerSecond();
+    return InsertSilence(view, FramesOfTime(words.Text("LENGTH"), rate));
+}
+
 // --- The clipboard's bytes
 
 Outcome LoadClipboard(BatchSession& session, const Arguments& words) {
@@ -165,6 +173,10 @@ std::vector<CommandRow> EditCommandRows() {
          .does = "Insert the clipboard several times",
          .positional = {{"COUNT", ValueRule::Whole(1, kHighestReplicateCount)}},
          .run = ReplicateClip},
+        {.name = "insert-silence",
+         .does = "Insert silence at the cursor, or in place of the selection",
+         .positional = {{"LENGTH", ValueRule::Time()}},
+         .run = InsertSilenceHere},
         {.name = "mix",
          .does = "Mix the clipboard in, levels in percent",
          .keys = {PercentKey("clipboard", "100"), PercentKey("destination", "100")},

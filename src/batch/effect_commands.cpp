@@ -1,4 +1,5 @@
 // The effects as commands, made from the engine's effect table, and what becomes of previews.
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <span>
@@ -33,6 +34,7 @@ std::span<const EffectParameter> GroupAt(std::span<const EffectParameter> parame
 ValueRule RuleOf(std::span<const EffectParameter> group) {
     const EffectParameter& first = group.front();
     if (first.decimals == kSwitch) return ValueRule::Switch();
+    if (!first.words.empty()) return ValueRule::OneOf({first.words.begin(), first.words.end()});
     if (group.size() > 1)
         return ValueRule::DecimalList(group.size(), first.least, first.greatest, first.decimals);
     if (first.decimals == 0)
@@ -42,6 +44,8 @@ ValueRule RuleOf(std::span<const EffectParameter> group) {
 
 std::string DefaultOf(std::span<const EffectParameter> group) {
     if (group.front().decimals == kSwitch) return group.front().start != 0 ? "on" : "off";
+    if (const auto words = group.front().words; !words.empty())
+        return words[static_cast<std::size_t>(group.front().start)];
     std::string text;
     for (const EffectParameter& parameter : group)
         text += (text.empty() ? "" : ",") + NumberText(parameter.start, parameter.decimals);
@@ -54,14 +58,29 @@ std::vector<KeyRule> KeysOf(const EffectForm& form) {
     for (std::size_t i = 0; i < parameters.size();) {
         const auto group = GroupAt(parameters, i);
         const EffectParameter& first = group.front();
-        if (form.Asks(first))
+        if (form.Asks(first) && !first.position)
             keys.push_back({first.key, RuleOf(group), first.follows ? "" : DefaultOf(group)});
         i += group.size();
     }
     return keys;
 }
 
-void AppendValues(const Value& value, std::vector<double>& values) {
+std::vector<PositionalRule> PositionsOf(const EffectForm& form) {
+    std::vector<PositionalRule> positions;
+    for (const EffectParameter& parameter : form.effect.parameters)
+        if (form.Asks(parameter) && parameter.position)
+            positions.push_back({parameter.position, RuleOf({&parameter, 1})});
+    return positions;
+}
+
+void AppendValues(const EffectParameter& parameter, const Value& value,
+                  std::vector<double>& values) {
+    if (const std::string* word = std::get_if<std::string>(&value)) {
+        const auto named =
+            std::ranges::find(parameter.words, std::string_view(*word),
+                              [](const char* name) { return std::string_view(name); });
+        values.push_back(static_cast<double>(named - parameter.words.begin()));
+    }
     if (const bool* on = std::get_if<bool>(&value)) values.push_back(*on ? 1 : 0);
     if (const double* number = std::get_if<double>(&value)) values.push_back(*number);
     if (const std::int64_t* whole = std::get_if<std::int64_t>(&value))
@@ -76,9 +95,10 @@ std::vector<double> ValuesFor(const EffectForm& form, const Arguments& words) {
     for (std::size_t i = 0; i < parameters.size();) {
         const auto group = GroupAt(parameters, i);
         const EffectParameter& first = group.front();
-        const char* key = words.Has(first.key) ? first.key : first.follows;
+        const char* own = first.position ? first.position : first.key;
+        const char* key = words.Has(own) ? own : first.follows;
         if (form.Asks(first))
-            AppendValues(words.Any(key), values);
+            AppendValues(first, words.Any(key), values);
         else
             values.insert(values.end(), group.size(), form.StartOf(first));
         i += group.size();
@@ -86,18 +106,15 @@ std::vector<double> ValuesFor(const EffectForm& form, const Arguments& words) {
     return values;
 }
 
-EffectTarget TargetOf(BatchSession& session) {
-    const Selection selection = session.View().State().GetSelection();
-    return {session.Document(), selection.start, selection.end, session.Effects()};
-}
-
 Outcome Apply(BatchSession& session, const Arguments& words, const EffectForm& form) {
-    return ApplyEffect(form.effect, TargetOf(session), ValuesFor(form, words));
+    const bool always = form.effect.OffersApply() && words.Switch("apply");
+    return ApplyEffectTo(session.View(), session.Effects(), form.effect, ValuesFor(form, words),
+                         always ? Applying::kAlways : Applying::kAsOk);
 }
 
 Outcome Preview(BatchSession& session, const Arguments& words, const EffectForm& form) {
     if (Outcome outcome =
-            PreviewEffect(form.effect, TargetOf(session), ValuesFor(form, words), PreviewPlay::kNo);
+            PreviewEffect(form.effect, session.Target(), ValuesFor(form, words), PreviewPlay::kNo);
         !outcome)
         return outcome;
     session.Document().SetPreviewTitlePrefix(form.effect.titlePrefix);
@@ -113,7 +130,11 @@ std::string WhatItDoes(const EffectForm& form) {
 }
 
 CommandRow RowOf(const EffectForm& form) {
-    CommandRow row = {.name = form.name, .does = WhatItDoes(form), .keys = KeysOf(form)};
+    CommandRow row = {.name = form.name,
+                      .does = WhatItDoes(form),
+                      .positional = PositionsOf(form),
+                      .keys = KeysOf(form)};
+    if (form.effect.OffersApply()) row.keys.push_back({"apply", ValueRule::Switch(), "off"});
     row.run = [form](BatchSession& session, const Arguments& words) {
         return Apply(session, words, form);
     };
@@ -152,6 +173,7 @@ Outcome NewFromPreview(BatchSession& session, const Arguments&) {
 std::vector<CommandRow> EffectCommandRows() {
     std::vector<CommandRow> rows;
     for (const EffectForm& form : EffectForms()) rows.push_back(RowOf(form));
+    for (CommandRow& row : LevelCommandRows()) rows.push_back(std::move(row));
     for (CommandRow& row : SpatialCommandRows()) rows.push_back(std::move(row));
     rows.push_back({.name = "preview",
                     .does = "Render an effect into the document's preview sound",

@@ -4,6 +4,7 @@
 #include "batch/batch_session.h"
 #include "batch/command_rows.h"
 #include "document/edit_operations.h"
+#include "effects/resample.h"
 
 namespace sonavel::batch {
 namespace {
@@ -34,6 +35,10 @@ Outcome ConvertChannels(BatchSession& session, const Arguments& words) {
     return edit::ConvertFormat(document, channels, choice, document.Sound().GetBits());
 }
 
+Outcome Resample(BatchSession& session, const Arguments& words) {
+    return ResampleView(session.View(), static_cast<std::uint32_t>(words.Whole("RATE")));
+}
+
 }  // namespace
 
 std::vector<CommandRow> FormatCommandRows() {
@@ -42,6 +47,10 @@ std::vector<CommandRow> FormatCommandRows() {
          .does = "Change only the rate: the sound plays faster or slower",
          .positional = {{"RATE", ValueRule::Whole(1, 0x7FFFFFFF)}},
          .run = SetRate},
+        {.name = "resample",
+         .does = "Change the rate and keep the sound: markers keep their times",
+         .positional = {{"RATE", ValueRule::Whole(kLeastResampledRate, kGreatestResampledRate)}},
+         .run = Resample},
         {.name = "convert-bits",
          .does = "Convert to 8, 16 or 32 bits, which are floats",
          .positional = {{"BITS", ValueRule::OneOf({"8", "16", "32"})}},

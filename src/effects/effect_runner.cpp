@@ -5,6 +5,7 @@
 #include <string>
 
 #include "effects/effect_pass.h"
+#include "effects/range_runner.h"
 #include "platform/failure_texts.h"
 #include "sound/sample_io.h"
 
@@ -14,11 +15,22 @@ namespace {
 constexpr const char* kEmptySound = "The sound is empty.";
 constexpr const char* kCancelled = "The effect was cancelled.";
 
+EffectTraits TraitsOf(const Effect& effect, Applying applying) {
+    EffectTraits traits = effect.traits;
+    if (applying == Applying::kAsOk) return traits;
+    traits.appliesToMono = true;
+    if (traits.storing != Storing::kNothing) return traits;
+    traits.storing = Storing::kWholeResult;
+    traits.cancelling = Cancelling::kHandsNothingOver;
+    return traits;
+}
+
 class EffectRunner {
   public:
-    EffectRunner(const Effect& effect, const EffectTarget& target, std::span<const double> values)
+    EffectRunner(const Effect& effect, const EffectTarget& target, std::span<const double> values,
+                 Applying applying = Applying::kAsOk)
         : effect_(effect),
-          traits_(effect.traits),
+          traits_(TraitsOf(effect, applying)),
           target_(target),
           document_(target.document),
           values_(values),
@@ -39,7 +51,7 @@ class EffectRunner {
     void End(SoundEdit& edit);
 
     const Effect& effect_;
-    const EffectTraits& traits_;
+    EffectTraits traits_;
     const EffectTarget& target_;
     CSoundDoc& document_;
     std::span<const double> values_;
@@ -164,13 +176,42 @@ FrameRange RangeOf(const EffectTarget& target) {
 }
 
 Outcome ApplyEffect(const Effect& effect, const EffectTarget& target,
-                    std::span<const double> values) {
-    return EffectRunner(effect, target, values).Apply();
+                    std::span<const double> values, Applying applying) {
+    if (effect.range.compute) return ApplyRangeEffect(effect, target, values);
+    return EffectRunner(effect, target, values, applying).Apply();
+}
+
+Outcome ApplyEffectTo(CSoundView& view, EffectState& state, const Effect& effect,
+                      std::span<const double> values, Applying applying) {
+    const Selection at = view.State().GetSelection();
+    const std::uint32_t before = view.FrameCount();
+    Outcome applied =
+        ApplyEffect(effect, {view.Document(), at.start, at.end, state}, values, applying);
+    if (!applied || at.start == at.end || view.FrameCount() == before) return applied;
+    const std::uint32_t end = std::max(at.start, at.end);
+    view.State().SetSelection(std::min(at.start, at.end), end - before + view.FrameCount());
+    view.Repaint().TimeAreas();
+    return applied;
 }
 
 Outcome PreviewEffect(const Effect& effect, const EffectTarget& target,
                       std::span<const double> values, PreviewPlay play) {
+    if (effect.range.compute) return PreviewRangeEffect(effect, target, values, play);
     return EffectRunner(effect, target, values).Preview(play);
+}
+
+Outcome LearnNoiseFrom(const EffectTarget& target) try {
+    const FrameRange range = RangeOf(target);
+    if (range.Frames() == 0) return Failed(kEmptySound);
+    const auto progress =
+        target.document.Services().progress.CreateProgress("Progress Noise Profile");
+    Result<NoiseProfile> learned =
+        LearnNoise({target.document.Sound(), range, {}, target.state, *progress});
+    if (!learned) return learned.Ended();
+    target.state.noise = std::move(*learned);
+    return Done();
+} catch (const std::bad_alloc&) {
+    return Failed(failure::kMemory);
 }
 
 }  // namespace sonavel

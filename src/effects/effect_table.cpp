@@ -3,10 +3,16 @@
 #include <iterator>
 
 #include "effects/dynamics.h"
+#include "effects/echo.h"
+#include "effects/fade.h"
 #include "effects/flanger.h"
 #include "effects/modulator.h"
+#include "effects/noise_reduction.h"
+#include "effects/normalise.h"
 #include "effects/panpot.h"
+#include "effects/plain_changes.h"
 #include "effects/reverb.h"
+#include "effects/time_pitch.h"
 #include "effects/volume.h"
 
 namespace sonavel {
@@ -97,6 +103,68 @@ constexpr EffectParameter kEqualizerParameters[] = {
     {"gains", "15kHz", "dB", -40, 0, 40, 0.1, 1},
 };
 
+// --- Fades
+
+constexpr const char* kFadeCurves[] = {"linear", "smooth", "log"};
+
+constexpr EffectParameter kFadeParameters[] = {
+    {"curve", "Curve", "", 0, 0, std::size(kFadeCurves) - 1, 1, 0,
+     "log rises evenly in decibels, from 60 below", nullptr, kEveryMode, kFadeCurves},
+};
+
+// --- Normalise
+
+constexpr const char* kNormaliseTo[] = {"peak", "loudness"};
+constexpr const char* kNormaliseChannels[] = {"together", "each"};
+
+constexpr EffectParameter kNormaliseParameters[] = {
+    {"to", "Normalise to", "", 0, 0, 1, 1, 0, nullptr, nullptr, kEveryMode, kNormaliseTo},
+    {"peak", "Peak", "dB", -60, -1, 0, 0.1, 1,
+     "of full scale; beside a loudness, the ceiling of the true peak"},
+    {"loudness", "Loudness", "LUFS", -70, -16, 0, 0.1, 1},
+    {"channels", "Channels", "", 0, 0, 1, 1, 0, nullptr, nullptr, kEveryMode, kNormaliseChannels},
+};
+
+// --- Echo
+
+constexpr EffectParameter kEchoParameters[] = {
+    {"delay", "Delay", "ms", 1, 300, 5000, 10, 0},
+    {"feedback", "Feedback", "%", 0, 40, 95, 1, 0},
+    {"level", "Level", "%", 0, 50, 100, 1, 0},
+    {"ping-pong", "Ping-pong", "", 0, 0, 1, 1, kSwitch,
+     "echoes of a stereo sound come by turns from the left and from the right"},
+};
+
+// --- Time and pitch
+
+constexpr EffectParameter kTempoParameters[] = {
+    {"tempo", "Tempo", "%", 25, 100, 400, 1, 2, nullptr, nullptr, kEveryMode, {}, "PERCENT"},
+};
+constexpr EffectParameter kPitchParameters[] = {
+    {"pitch",
+     "Pitch",
+     "semitones",
+     -24,
+     0,
+     24,
+     1,
+     2,
+     nullptr,
+     nullptr,
+     kEveryMode,
+     {},
+     "SEMITONES"},
+};
+
+// --- Noise reduction
+
+constexpr EffectParameter kNoiseParameters[] = {
+    {"reduction", "Reduction", "dB", 0, 12, 60, 1, 1},
+    {"smoothing", "Smoothing", "bands", 0, 3, kMostNoiseSmoothing, 1, 0},
+    {"residue", "Listen to what goes", "", 0, 0, 1, 1, kSwitch,
+     "what goes is kept instead of what stays"},
+};
+
 using namespace effect_command;
 
 constexpr Effect kEffects[] = {
@@ -185,6 +253,117 @@ constexpr Effect kEffects[] = {
       .cancelling = Cancelling::kLeavesTheRestAsItIs,
       .peak = PeakRule::kAsBefore,
       .percentages = Percentages::kSinglePrecisionToTheEnd}},
+    {kFadeIn,
+     "fade-in",
+     "Fade &In...",
+     "Raise the sound from silence",
+     "Fade_",
+     kFadeParameters,
+     nullptr,
+     {.progressSuffix = " Fade In", .storing = Storing::kWholeResult},
+     {},
+     {FadeIn, Placing::kInPlace}},
+    {kFadeOut,
+     "fade-out",
+     "Fade &Out...",
+     "Lower the sound to silence",
+     "Fade_",
+     kFadeParameters,
+     nullptr,
+     {.progressSuffix = " Fade Out", .storing = Storing::kWholeResult},
+     {},
+     {FadeOut, Placing::kInPlace}},
+    {kNormalise,
+     "normalise",
+     "&Normalise...",
+     "Bring the sound to a peak or to a loudness",
+     "Normalise_",
+     kNormaliseParameters,
+     nullptr,
+     {.progressSuffix = " Normalise", .storing = Storing::kWholeResult},
+     {},
+     {Normalise, Placing::kInPlace},
+     Scripted::kElsewhere},
+    {kMute,
+     "mute",
+     "M&ute",
+     "Silence the sound",
+     "",
+     {},
+     nullptr,
+     {.progressSuffix = " Mute", .storing = Storing::kWholeResult},
+     {},
+     {Mute, Placing::kInPlace}},
+    {kReverse,
+     "reverse",
+     "Re&verse",
+     "Turn the sound round in time",
+     "",
+     {},
+     nullptr,
+     {.progressSuffix = " Reverse", .storing = Storing::kWholeResult},
+     {},
+     {Reverse, Placing::kWhole}},
+    {kInvert,
+     "invert",
+     "In&vert",
+     "Turn every sample's sign",
+     "",
+     {},
+     nullptr,
+     {.progressSuffix = " Invert", .storing = Storing::kWholeResult},
+     {},
+     {Invert, Placing::kInPlace}},
+    {kRemoveOffset,
+     "remove-offset",
+     "Remove &DC Offset",
+     "Take the constant part out of each channel",
+     "",
+     {},
+     nullptr,
+     {.progressSuffix = " Remove DC Offset", .storing = Storing::kWholeResult},
+     {},
+     {RemoveOffset, Placing::kInPlace}},
+    {kEcho,
+     "echo",
+     "&Echo...",
+     "Repeat the sound later and quieter",
+     "Echo_",
+     kEchoParameters,
+     nullptr,
+     {.progressSuffix = " Echo", .storing = Storing::kWholeResult},
+     {},
+     {Echo, Placing::kWhole}},
+    {kTempo,
+     "tempo",
+     "&Tempo...",
+     "Change the duration and keep the pitch; 200 halves the duration",
+     "Tempo_",
+     kTempoParameters,
+     nullptr,
+     {.progressSuffix = " Tempo", .storing = Storing::kWholeResult},
+     {},
+     {ChangeTempo, Placing::kWhole, FramesAtTempo}},
+    {kPitch,
+     "pitch",
+     "P&itch...",
+     "Change the pitch and keep the duration; 12 is an octave up",
+     "Pitch_",
+     kPitchParameters,
+     nullptr,
+     {.progressSuffix = " Pitch", .storing = Storing::kWholeResult},
+     {},
+     {ChangePitch, Placing::kWhole}},
+    {kReduceNoise,
+     "noise-reduce",
+     "Noise &Reduction...",
+     "Lower what is not louder than the learned noise",
+     "Denoised_",
+     kNoiseParameters,
+     nullptr,
+     {.progressSuffix = " Noise Reduction", .storing = Storing::kWholeResult},
+     {},
+     {ReduceNoise, Placing::kWhole}},
 };
 
 }  // namespace
@@ -202,6 +381,7 @@ const Effect* FindEffect(std::string_view name) {
 std::vector<EffectForm> EffectForms() {
     std::vector<EffectForm> forms;
     for (const Effect& effect : kEffects) {
+        if (effect.scripted == Scripted::kElsewhere) continue;
         if (effect.modeNames.empty()) forms.push_back({effect, effect.name});
         int mode = 0;
         for (const char* name : effect.modeNames) forms.push_back({effect, name, mode++});

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -10,6 +11,8 @@
 #include "document/sound_doc.h"
 #include "effects/effect_processor.h"
 #include "effects/equalizer.h"
+#include "effects/noise_profile.h"
+#include "effects/range_effect.h"
 
 namespace sonavel {
 
@@ -35,12 +38,17 @@ struct EffectParameter {
     const char* follows = nullptr;
     // The only mode of its effect in which it has a meaning, or one of the two above.
     int mode = kEveryMode;
+    // What its values are called, from 0 on; empty where they are numbers.
+    std::span<const char* const> words = {};
+    // What a script's help calls it that gives it by its place instead of its key; null for a key.
+    const char* position = nullptr;
 };
 
 // What keeps its state from one run to the next, for as long as the program runs. The application
 // owns one and hands it down.
 struct EffectState {
     EqualizerFilters equalizer;
+    std::optional<NoiseProfile> noise;
 };
 
 // Where an effect runs.
@@ -60,6 +68,18 @@ enum Id : int {
     kModulator = 32883,
     kVolume = 32884,
     kPanpot = 32885,
+    // Those that came later.
+    kFadeIn = 33200,
+    kFadeOut = 33201,
+    kNormalise = 33202,
+    kMute = 33203,
+    kReverse = 33204,
+    kInvert = 33205,
+    kRemoveOffset = 33206,
+    kEcho = 33207,
+    kTempo = 33208,
+    kPitch = 33209,
+    kReduceNoise = 33210,
 };
 }  // namespace effect_command
 
@@ -103,6 +123,20 @@ struct EffectTraits {
     const char* eightBitNote = nullptr;  // what is said to a person with such a sound
 };
 
+// Where new frames go: over the old ones at once, or into a range of their own that takes the old
+// one's place when all are there.
+enum class Placing { kInPlace, kWhole };
+
+// Of an effect that makes its range anew, which has these instead of a processor.
+struct RangeTraits {
+    ComputeRange compute = nullptr;
+    Placing placing = Placing::kInPlace;
+    CountFrames count = nullptr;  // null: as many as there were
+};
+
+// Whether a script's command is made from the row, or stands elsewhere.
+enum class Scripted { kByRow, kElsewhere };
+
 struct Effect {
     int commandId;
     const char* name;  // of a script
@@ -114,7 +148,14 @@ struct Effect {
     EffectTraits traits;
     // What a script calls each of its modes, which are commands of their own there.
     std::span<const char* const> modeNames = {};
+    RangeTraits range = {};
+    Scripted scripted = Scripted::kByRow;
 
+    // Whether OK can leave a sound as it is, so that applying has to be asked for.
+    bool OffersApply() const {
+        return make && (traits.storing == Storing::kNothing || !traits.appliesToMono ||
+                        traits.peak == PeakRule::kWithin16Bits);
+    }
     bool HasPreview() const { return *titlePrefix != '\0'; }
 };
 

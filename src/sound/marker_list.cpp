@@ -20,6 +20,17 @@ Marker* FindIn(std::vector<Marker>& markers, std::uint32_t id) {
     return found == markers.end() ? nullptr : &*found;
 }
 
+// Where a place goes when [start, end) becomes `frames` long.
+std::uint32_t Stretched(std::uint64_t place, std::uint32_t start, std::uint32_t end,
+                        std::uint32_t frames) {
+    if (place <= start) return static_cast<std::uint32_t>(place);
+    const std::uint64_t before = end - start;
+    const std::uint64_t moved = place >= end
+                                    ? place - before + frames
+                                    : start + ((place - start) * frames + before / 2) / before;
+    return static_cast<std::uint32_t>(std::min<std::uint64_t>(moved, kLastPosition));
+}
+
 }  // namespace
 
 std::uint32_t MarkerList::Add(std::uint32_t position, std::string_view name, std::uint32_t length) {
@@ -86,6 +97,16 @@ void MarkerList::ShiftForRemoval(std::uint32_t start, std::uint32_t end) {
     });
     for (Marker& marker : markers_)
         if (marker.position >= end) MoveTo(marker, marker.position - (end - start));
+}
+
+void MarkerList::ShiftForStretch(std::uint32_t start, std::uint32_t end, std::uint32_t frames) {
+    if (start >= end) return;
+    for (Marker& marker : markers_) {
+        const std::uint64_t regionEnd = std::uint64_t{marker.position} + marker.length;
+        const std::uint32_t position = Stretched(marker.position, start, end, frames);
+        if (marker.length > 0) marker.length = Stretched(regionEnd, start, end, frames) - position;
+        MoveTo(marker, position);
+    }
 }
 
 }  // namespace sonavel

@@ -49,6 +49,9 @@ class MarkerList {
     void ShiftForInsertion(std::uint32_t frame, std::uint32_t frames);
     // Markers inside [start, end) are dropped, those at or behind `end` move down.
     void ShiftForRemoval(std::uint32_t start, std::uint32_t end);
+    // The frames [start, end) have become `frames`: markers inside keep their share of the way,
+    // those at or behind `end` move along, and regions end where their last frame has gone.
+    void ShiftForStretch(std::uint32_t start, std::uint32_t end, std::uint32_t frames);
 
     const std::vector<Marker>& All() const { return markers_; }
     std::vector<Marker>& All() { return markers_; }

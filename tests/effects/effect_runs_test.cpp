@@ -55,6 +55,7 @@ TEST_F(EffectRunsTest, AnEmptySoundIsRefusedByEveryEffect) {
 TEST_F(EffectRunsTest, AnAppliedEffectIsOneStepAndLeavesNoStalePreview) {
     for (const Format& format : {Format{2, 16}, Format{1, 8}}) {
         for (const Effect& effect : Effects()) {
+            if (effect.range.compute) continue;
             SCOPED_TRACE(std::string(effect.name) + ", " + NameOf(format));
             const bool changes = std::string_view(effect.name) != "equalizer";
             if (effect.commandId == effect_command::kPanpot && format.channels == 1) continue;
@@ -86,6 +87,7 @@ const std::set<std::string_view> kShowTheirEnd = {"reverb", "flanger", "dynamics
 
 TEST_F(EffectRunsTest, EveryEffectShowsHowFarItIs) {
     for (const Effect& effect : Effects()) {
+        if (effect.range.compute) continue;
         SCOPED_TRACE(effect.name);
         const auto document = MakeNoise({2, 16}, kRunFrames);
         progress_.polls = 0;

@@ -2,6 +2,7 @@
 
 #include "document/clip_image.h"
 #include "document/edit_operations.h"
+#include "document/range_operations.h"
 #include "sound/sound_texts.h"
 #include "view/draw/first_difference.h"
 
@@ -83,6 +84,14 @@ void ScrollToRedoneEdit(CSoundView& view) {
 
 Outcome CutSelection(CSoundView& view) {
     return FinishRemoval(view, edit::Cut(view.Document(), EditPlace(view)));
+}
+
+Outcome CropToSelection(CSoundView& view) {
+    return FinishRemoval(view, edit::Crop(view.Document(), EditPlace(view)));
+}
+
+Outcome InsertSilence(CSoundView& view, std::uint32_t frames) {
+    return Finish(view, edit::InsertSilence(view.Document(), EditPlace(view), frames));
 }
 
 Outcome CopySelection(CSoundView& view) {

@@ -18,6 +18,8 @@ Outcome PasteBlockOverwrite(CSoundView& view);
 Outcome PasteBlockCopy(CSoundView& view);
 Outcome PasteNew(CSoundView& view);
 
+Outcome CropToSelection(CSoundView& view);
+
 Outcome UndoEdit(CSoundView& view);
 Outcome RedoEdit(CSoundView& view);
 
@@ -32,6 +34,9 @@ Result<MixQuestion> PrepareMix(CSoundView& view);
 Outcome PasteReplicate(CSoundView& view, int count);
 Outcome MixClipboard(CSoundView& view, const MixChoice& choice);
 Outcome CrossfadeMixClipboard(CSoundView& view, const CrossfadeChoice& choice);
+
+// At the cursor, or in place of the selection; frames.
+Outcome InsertSilence(CSoundView& view, std::uint32_t frames);
 
 // Reads the clipboard.
 Result<ClipboardContents> ReadClipboardContents(CSoundView& view);

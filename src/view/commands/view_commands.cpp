@@ -96,13 +96,21 @@ struct NamedCondition {
 };
 
 constexpr NamedCondition kConditions[] = {
-    {When<HasSound>, HasSound},       {When<HasSelection>, HasSelection},
-    {When<HasClip>, HasClip},         {When<CanPlay>, CanPlay},
-    {When<CanStop>, CanStop},         {When<CanPause>, CanPause},
-    {When<CanUseSpace>, CanUseSpace}, {When<CanRemove>, CanRemove},
-    {When<CanPaste>, CanPaste},       {When<CanOverwrite>, CanOverwrite},
-    {When<CanPasteNew>, CanPasteNew}, {When<CanUndo>, CanUndo},
-    {When<CanRedo>, CanRedo},         {When<HasMarkers>, HasMarkers},
+    {When<IsIdle>, IsIdle},
+    {When<HasSound>, HasSound},
+    {When<HasSelection>, HasSelection},
+    {When<HasClip>, HasClip},
+    {When<CanPlay>, CanPlay},
+    {When<CanStop>, CanStop},
+    {When<CanPause>, CanPause},
+    {When<CanUseSpace>, CanUseSpace},
+    {When<CanRemove>, CanRemove},
+    {When<CanPaste>, CanPaste},
+    {When<CanOverwrite>, CanOverwrite},
+    {When<CanPasteNew>, CanPasteNew},
+    {When<CanUndo>, CanUndo},
+    {When<CanRedo>, CanRedo},
+    {When<HasMarkers>, HasMarkers},
 };
 
 template <StatusFormat format>
@@ -249,6 +257,12 @@ constexpr Row kTable[] = {
      CopySelection,
      When<HasSelection>},
     {{kDelete, "delete", "&Delete", "Del", "Block Delete ..."}, DeleteSelection, When<CanRemove>},
+    {{kCrop, "crop", "C&rop to Selection", "", "Remove what lies outside the selection"},
+     CropToSelection,
+     When<CanRemove>},
+    {{kInsertSilence, "", "Insert &Silence...", "", "Make room at the cursor or in the selection"},
+     kAsksFirst,
+     When<IsIdle>},
     {{kPaste, "paste", "Pa&ste", "Ctrl+V", "Insert the clipboard at the cursor"},
      Paste,
      When<CanPaste>},

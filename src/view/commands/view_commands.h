@@ -55,6 +55,8 @@ enum Id : int {
     kRedo = 57644,
     // Keys, and commands that came later.
     kClipboardContents = 33001,
+    kCrop = 33220,
+    kInsertSilence = 33221,
     kSpaceKey = 33010,
     kCursorLeft = 33011,
     kCursorRight = 33012,

@@ -1,0 +1,73 @@
+#include "libraries/time_stretch.h"
+
+#include <SoundTouch.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <exception>
+
+namespace sonavel {
+namespace {
+
+// Rates between which the library's windows, which are milliseconds long, can be had. Beyond them
+// they are shorter or longer than meant, and nothing else is different.
+constexpr std::uint32_t kLeastRate = 8000;
+constexpr std::uint32_t kGreatestRate = 192000;
+
+constexpr std::size_t kFramesAtOnce = 8192;
+
+}  // namespace
+
+struct TimeStretch::State {
+    soundtouch::SoundTouch touch;
+    unsigned channels = 1;
+
+    void TakeReady(std::vector<float>& to) {
+        while (const unsigned ready = touch.numSamples()) {
+            const std::size_t before = to.size();
+            to.resize(before + std::size_t{ready} * channels);
+            const unsigned taken = touch.receiveSamples(to.data() + before, ready);
+            to.resize(before + std::size_t{taken} * channels);
+            if (taken == 0) return;
+        }
+    }
+};
+
+TimeStretch::TimeStretch(unsigned channels, std::uint32_t samplesPerSecond, double tempo,
+                         double pitch) try : state_(std::make_unique<State>()) {
+    state_->channels = channels;
+    state_->touch.setSampleRate(std::clamp(samplesPerSecond, kLeastRate, kGreatestRate));
+    state_->touch.setChannels(channels);
+    state_->touch.setTempo(tempo);
+    state_->touch.setPitch(pitch);
+} catch (const std::exception&) {
+    state_.reset();
+}
+
+TimeStretch::~TimeStretch() = default;
+
+bool TimeStretch::Add(std::span<const float> frames, std::vector<float>& stretched) try {
+    if (!state_) return false;
+    const std::size_t piece = kFramesAtOnce * state_->channels;
+    while (!frames.empty()) {
+        const std::span<const float> some = frames.first(std::min(piece, frames.size()));
+        state_->touch.putSamples(some.data(),
+                                 static_cast<unsigned>(some.size() / state_->channels));
+        state_->TakeReady(stretched);
+        frames = frames.subspan(some.size());
+    }
+    return true;
+} catch (const std::exception&) {
+    return false;
+}
+
+bool TimeStretch::Finish(std::vector<float>& stretched) try {
+    if (!state_) return false;
+    state_->touch.flush();
+    state_->TakeReady(stretched);
+    return true;
+} catch (const std::exception&) {
+    return false;
+}
+
+}  // namespace sonavel
