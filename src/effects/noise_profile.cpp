@@ -29,8 +29,8 @@ const std::array<float, kFftSize>& NoiseWindow() {
     static const auto kWindow = [] {
         std::array<float, kFftSize> window;
         for (std::size_t i = 0; i < window.size(); ++i)
-            window[i] = static_cast<float>(
-                std::sin(std::numbers::pi * static_cast<double>(i) / kFftSize));
+            window[i] =
+                static_cast<float>(std::sin(std::numbers::pi * static_cast<double>(i) / kFftSize));
         return window;
     }();
     return kWindow;
@@ -57,16 +57,15 @@ void ReadAround(const RangeWork& work, unsigned channel, std::int64_t first,
     const std::int64_t inside = std::clamp<std::int64_t>(work.Frames() - first, before, size);
     std::ranges::fill(shares.first(static_cast<std::size_t>(before)), 0.0f);
     std::ranges::fill(shares.subspan(static_cast<std::size_t>(inside)), 0.0f);
-    const auto heard = shares.subspan(static_cast<std::size_t>(before),
-                                      static_cast<std::size_t>(inside - before));
+    const auto heard =
+        shares.subspan(static_cast<std::size_t>(before), static_cast<std::size_t>(inside - before));
     if (heard.empty()) return;
     ReadChannelShares(work.sound, channel,
                       work.range.start + static_cast<std::uint32_t>(first + before), heard);
 }
 
 Result<NoiseProfile> LearnNoise(const RangeWork& work) {
-    if (work.Frames() < kNoiseWindow)
-        return Failed("Noise is learned from at least 1024 frames.");
+    if (work.Frames() < kNoiseWindow) return Failed("Noise is learned from at least 1024 frames.");
     const std::uint32_t windows = (work.Frames() - kNoiseWindow) / kNoiseHop + 1;
     NoiseProfile profile{work.Rate(), std::vector<NoiseBins>(work.Channels())};
     for (unsigned channel = 0; channel < work.Channels(); ++channel) {
@@ -76,9 +75,8 @@ Result<NoiseProfile> LearnNoise(const RangeWork& work) {
             if (window % kWindowsAtOnce == 0 && work.progress.Poll()) return Cancelled();
             AddPowers(work, channel, window * kNoiseHop, sums);
         }
-        std::ranges::transform(sums, profile.channels[channel].begin(), [=](double sum) {
-            return static_cast<float>(sum / windows);
-        });
+        std::ranges::transform(sums, profile.channels[channel].begin(),
+                               [=](double sum) { return static_cast<float>(sum / windows); });
     }
     return profile;
 }

@@ -76,13 +76,12 @@ Outcome Normalise(const RangeWork& work, RangeSink& sink) {
     const std::array<float, 2> factors = {static_cast<float>((*gains)[0]),
                                           static_cast<float>((*gains)[1])};
     const unsigned channels = work.Channels();
-    return ChangePieces(
-        work, sink, Cancel::kIgnored,
-        [&](const RangePiece& piece) {
-            for (std::size_t i = 0; i < piece.shares.size(); ++i)
-                piece.shares[i] *= factors[i % channels];
-        },
-        {kHalfWay, 100});
+    return ChangePieces(work, sink, Cancel::kIgnored,
+                        [&](const RangePiece& piece) {
+                            for (std::size_t i = 0; i < piece.shares.size(); ++i)
+                                piece.shares[i] *= factors[i % channels];
+                        },
+                        {kHalfWay, 100});
 }
 
 }  // namespace sonavel

@@ -31,23 +31,22 @@ Outcome RemoveOffset(const RangeWork& work, RangeSink& sink) {
     const unsigned channels = work.Channels();
     std::array<double, 2> sums{};
     NoSink none;
-    Outcome measured = ChangeInOrder(
-        work, none,
-        [&](const RangePiece& piece) {
-            for (std::size_t i = 0; i < piece.shares.size(); ++i)
-                sums[i % channels] += static_cast<double>(piece.shares[i]);
-        },
-        {0, kHalfWay});
+    Outcome measured = ChangeInOrder(work, none,
+                                     [&](const RangePiece& piece) {
+                                         for (std::size_t i = 0; i < piece.shares.size(); ++i)
+                                             sums[i % channels] +=
+                                                 static_cast<double>(piece.shares[i]);
+                                     },
+                                     {0, kHalfWay});
     if (!measured) return measured;
     const std::array<float, 2> means = {static_cast<float>(sums[0] / work.Frames()),
                                         static_cast<float>(sums[1] / work.Frames())};
-    return ChangePieces(
-        work, sink, Cancel::kIgnored,
-        [&](const RangePiece& piece) {
-            for (std::size_t i = 0; i < piece.shares.size(); ++i)
-                piece.shares[i] -= means[i % channels];
-        },
-        {kHalfWay, 100});
+    return ChangePieces(work, sink, Cancel::kIgnored,
+                        [&](const RangePiece& piece) {
+                            for (std::size_t i = 0; i < piece.shares.size(); ++i)
+                                piece.shares[i] -= means[i % channels];
+                        },
+                        {kHalfWay, 100});
 }
 
 Outcome Reverse(const RangeWork& work, RangeSink& sink) {

@@ -49,10 +49,9 @@ Outcome ChangePieces(const RangeWork& work, RangeSink& sink, Cancel cancel,
     const std::size_t atOnce = ThreadsToUse() > 1 ? kPiecesAtOnce : 1;
     for (std::size_t first = 0; first < pieces; first += atOnce) {
         if (!Goes(work, first, part) && cancel == Cancel::kHeeded) return Cancelled();
-        const WorkEnd end =
-            ComputeParts(std::min(pieces - first, atOnce), [&](std::size_t index) {
-                ChangePiece(work, sink, first + index, change);
-            });
+        const WorkEnd end = ComputeParts(std::min(pieces - first, atOnce), [&](std::size_t index) {
+            ChangePiece(work, sink, first + index, change);
+        });
         if (end != WorkEnd::kFinished) return Failed(failure::kMemory);
     }
     work.progress.SetPosition(part.to);

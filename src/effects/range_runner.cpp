@@ -24,8 +24,7 @@ class SoundSink : public RangeSink {
 
     void Put(std::uint32_t first, std::span<const float> shares) override {
         if (first >= range_.Frames()) return;
-        const std::size_t room =
-            std::size_t{range_.Frames() - first} * sound_.GetChannels();
+        const std::size_t room = std::size_t{range_.Frames() - first} * sound_.GetChannels();
         WriteShares(sound_, range_.start + first, shares.first(std::min(room, shares.size())));
     }
 
@@ -67,8 +66,8 @@ std::uint32_t NewFrames(const Effect& effect, std::span<const double> values, Fr
 Outcome Compute(const Effect& effect, const EffectTarget& target, std::span<const double> values,
                 RangeSink& sink) try {
     CSoundDoc& document = target.document;
-    const auto progress = document.Services().progress.CreateProgress(
-        std::string("Progress") + effect.traits.progressSuffix);
+    const auto progress = document.Services().progress.CreateProgress(std::string("Progress") +
+                                                                      effect.traits.progressSuffix);
     return effect.range.compute(
         {document.Sound(), RangeOf(target), values, target.state, *progress}, sink);
 } catch (const std::bad_alloc&) {
@@ -130,8 +129,7 @@ class RangeApplication {
 
     Outcome MakeRoom(sonavel::Sound& result, std::uint32_t frames) {
         const CWave& sound = Sound();
-        const std::uint64_t whole =
-            std::uint64_t{sound.GetFrameCount()} - range_.Frames() + frames;
+        const std::uint64_t whole = std::uint64_t{sound.GetFrameCount()} - range_.Frames() + frames;
         if (whole * sound.GetBlockAlign() > MostSoundBytes(sound.GetFormat()))
             return Failed(kTooLong);
         return DoneIf(result.Create(sound.GetChannels(), sound.GetBits(),

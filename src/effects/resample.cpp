@@ -27,8 +27,8 @@ class Resampling {
   public:
     Resampling(const Sound& from, Sound& to) : from_(from), to_(to) {
         for (unsigned channel = 0; channel < from.GetChannels(); ++channel)
-            lanes_[channel].resampler = std::make_unique<Resampler>(
-                1, from.GetSamplesPerSecond(), to.GetSamplesPerSecond());
+            lanes_[channel].resampler = std::make_unique<Resampler>(1, from.GetSamplesPerSecond(),
+                                                                    to.GetSamplesPerSecond());
     }
 
     // The last one finishes the channel.
@@ -47,7 +47,8 @@ class Resampling {
         if (!lane.resampler->Add(lane.shares, lane.resampled) ||
             (last && !lane.resampler->Finish(lane.resampled)))
             throw std::bad_alloc();
-        if (last) lane.resampled.resize(to_.GetFrameCount() - std::min(lane.done, to_.GetFrameCount()));
+        if (last)
+            lane.resampled.resize(to_.GetFrameCount() - std::min(lane.done, to_.GetFrameCount()));
         WriteChannelShares(to_, channel, lane.done, lane.resampled);
         lane.done += static_cast<std::uint32_t>(lane.resampled.size());
     }

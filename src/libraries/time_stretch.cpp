@@ -34,7 +34,8 @@ struct TimeStretch::State {
 };
 
 TimeStretch::TimeStretch(unsigned channels, std::uint32_t samplesPerSecond, double tempo,
-                         double pitch) try : state_(std::make_unique<State>()) {
+                         double pitch) try
+    : state_(std::make_unique<State>()) {
     state_->channels = channels;
     state_->touch.setSampleRate(std::clamp(samplesPerSecond, kLeastRate, kGreatestRate));
     state_->touch.setChannels(channels);

@@ -13,8 +13,8 @@ template <class Type>
 typename Type::Stored StoredShare(float share) {
     const float value = FloatSample::Finite(share) * static_cast<float>(Type::kHalfScale);
     if constexpr (!kHoldsWholeNumbers<Type>) return Type::StoredOf(value);
-    const float held = std::clamp(value, static_cast<float>(Type::kLeast),
-                                  static_cast<float>(Type::kGreatest));
+    const float held =
+        std::clamp(value, static_cast<float>(Type::kLeast), static_cast<float>(Type::kGreatest));
     return Type::StoredOf(static_cast<typename Type::Value>(std::lrint(held)));
 }
 

@@ -69,7 +69,9 @@ class LoudnessMeasurement {
                     sound.GetSamplesPerSecond()),
           peaks_(sound.GetChannels(), sound.GetSamplesPerSecond()) {}
 
-    std::size_t Pieces() const { return (std::size_t{range_.Frames()} + kPieceFrames - 1) / kPieceFrames; }
+    std::size_t Pieces() const {
+        return (std::size_t{range_.Frames()} + kPieceFrames - 1) / kPieceFrames;
+    }
     void Measure(std::size_t unit) {
         const bool peaks = unit % 2 == 1;
         const auto first = static_cast<std::uint32_t>(unit / 2 * kPieceFrames);
@@ -100,7 +102,8 @@ Result<SoundLoudness> MeasureLoudness(const Sound& sound, FrameRange range,
     LoudnessMeasurement measurement(sound, range.ClampedTo(sound.GetFrameCount()));
     const std::size_t units = 2 * measurement.Pieces();
     const auto show = [&](std::size_t unit) {
-        progress.SetPosition(static_cast<int>(unit * static_cast<std::size_t>(lastPercent) / units));
+        progress.SetPosition(
+            static_cast<int>(unit * static_cast<std::size_t>(lastPercent) / units));
         return progress.Poll() ? Onward::kStop : Onward::kGoOn;
     };
     const WorkDone done =

@@ -21,12 +21,13 @@ class RangeEffectTest : public EffectTest {
   protected:
     std::unique_ptr<CSoundDoc> MakeWave(const Format& format, double seconds, const Wave& wave) {
         const auto frames = static_cast<std::uint32_t>(seconds * format.rate);
-        auto document = MakeDocument(format, Bytes(std::size_t{frames} * format.channels * format.bits / 8));
+        auto document =
+            MakeDocument(format, Bytes(std::size_t{frames} * format.channels * format.bits / 8));
         std::vector<float> shares(std::size_t{frames} * format.channels);
         for (std::size_t i = 0; i < shares.size(); ++i)
-            shares[i] = static_cast<float>(
-                wave(static_cast<unsigned>(i % format.channels),
-                     static_cast<double>(i / format.channels) / format.rate));
+            shares[i] =
+                static_cast<float>(wave(static_cast<unsigned>(i % format.channels),
+                                        static_cast<double>(i / format.channels) / format.rate));
         WriteShares(document->Sound(), 0, shares);
         return document;
     }
@@ -63,7 +64,8 @@ TEST_F(RangeEffectTest, FadesGoFromSilenceToTheSoundByTheirCurve) {
             for (const bool in : {true, false}) {
                 SCOPED_TRACE(NameOf(format) + (in ? " in " : " out ") + std::to_string(curve));
                 const auto document = MakeWave(format, 0.2, [](unsigned, double) { return 0.5; });
-                ASSERT_TRUE(Apply(in ? "fade-in" : "fade-out", Target(*document, 100, 1101), {curve}));
+                ASSERT_TRUE(
+                    Apply(in ? "fade-in" : "fade-out", Target(*document, 100, 1101), {curve}));
                 const CWave& sound = document->Sound();
                 const auto at = [&](std::uint32_t way) {
                     return sound.GetShare(format.channels - 1, in ? 100 + way : 1100 - way);
@@ -83,7 +85,8 @@ TEST_F(RangeEffectTest, ChangesWithoutSettingsKeepToTheirRange) {
         for (const char* name : {"mute", "invert", "reverse"}) {
             SCOPED_TRACE(std::string(name) + ", " + NameOf(format));
             constexpr std::uint32_t kStart = 10, kEnd = 20013;
-            const auto before = MakeNoise(format, 30000, 20000), after = MakeNoise(format, 30000, 20000);
+            const auto before = MakeNoise(format, 30000, 20000),
+                       after = MakeNoise(format, 30000, 20000);
             ASSERT_TRUE(Apply(name, Target(*after, kStart, kEnd), {}));
             for (std::uint32_t i = 0; i < 30000; ++i)
                 for (unsigned channel = 0; channel < format.channels; ++channel) {
@@ -91,7 +94,10 @@ TEST_F(RangeEffectTest, ChangesWithoutSettingsKeepToTheirRange) {
                     const bool turned = inside && name[0] == 'r';
                     const double was =
                         before->Sound().GetShare(channel, turned ? kStart + kEnd - 1 - i : i);
-                    const double want = !inside ? was : name[0] == 'm' ? 0 : name[0] == 'i' ? -was : was;
+                    const double want = !inside          ? was
+                                        : name[0] == 'm' ? 0
+                                        : name[0] == 'i' ? -was
+                                                         : was;
                     ASSERT_EQ(after->Sound().GetShare(channel, i), want) << i;
                 }
             ASSERT_TRUE(after->Undo());
@@ -117,7 +123,8 @@ TEST_F(RangeEffectTest, EchoesComeLaterAndQuieterAndByTurns) {
     const struct {
         double pingPong;
         std::vector<double> left, right;  // at multiples of the delay
-    } cases[] = {{0, {0.5, 0.2, 0.1, 0.05}, {0, 0, 0, 0}}, {1, {0.5, 0.1, 0, 0.025}, {0, 0, 0.05, 0}}};
+    } cases[] = {{0, {0.5, 0.2, 0.1, 0.05}, {0, 0, 0, 0}},
+                 {1, {0.5, 0.1, 0, 0.025}, {0, 0, 0.05, 0}}};
     for (const unsigned bits : {16u, 32u})
         for (const auto& [pingPong, left, right] : cases) {
             const auto document = MakeWave({2, bits}, 2, [](unsigned channel, double t) {
@@ -223,7 +230,8 @@ TEST_F(RangeEffectTest, TempoChangesTheLengthAndMovesOnsetsAndMarkers) {
             EXPECT_NEAR(ZeroCrossings(sound), 2 * 441 * scale, 0.04 * 2 * 441 * scale);
             for (int burst = 0; burst < 4; ++burst) {
                 const double from = (burst + 0.5) * scale, to = (burst + 1) * scale;
-                EXPECT_LT(Energy(sound, from - 0.3 * scale, from - 0.09), 0.02 * Energy(sound, from, to));
+                EXPECT_LT(Energy(sound, from - 0.3 * scale, from - 0.09),
+                          0.02 * Energy(sound, from, to));
                 EXPECT_GT(Energy(sound, from + 0.09, from + 0.2 * scale), 0);
             }
         }
@@ -260,7 +268,8 @@ TEST_F(RangeEffectTest, ResamplingKeepsToneLengthAndMarkerTimes) {
                 for (std::uint32_t i = rate / 10; i < 3 * rate - rate / 10; i += 7)
                     for (unsigned c = 0; c < format.channels; ++c)
                         ASSERT_NEAR(sound.GetShare(c, i),
-                                    (c ? 0.25 : 0.5) * Sine(1000, static_cast<double>(i) / rate), unit);
+                                    (c ? 0.25 : 0.5) * Sine(1000, static_cast<double>(i) / rate),
+                                    unit);
                 ASSERT_TRUE(document->Undo());
                 EXPECT_EQ(sound.GetSamplesPerSecond(), format.rate);
             }
@@ -294,7 +303,8 @@ TEST_F(RangeEffectTest, LearnedNoiseFallsAndSpeechStays) {
 }
 
 TEST_F(RangeEffectTest, WhatStaysAndWhatGoesAreTheSound) {
-    const auto whole = MakeNoise({2, 32, 44100}, 30001, 3000), stays = MakeNoise({2, 32, 44100}, 30001, 3000),
+    const auto whole = MakeNoise({2, 32, 44100}, 30001, 3000),
+               stays = MakeNoise({2, 32, 44100}, 30001, 3000),
                goes = MakeNoise({2, 32, 44100}, 30001, 3000);
     ASSERT_TRUE(LearnNoiseFrom(Target(*whole)));
     ASSERT_TRUE(Apply("noise-reduce", Target(*stays), {24, 2, 0}));
@@ -363,7 +373,8 @@ TEST_F(RangeEffectTest, WhereOkChangesNothingApplyingCanBeAskedFor) {
             const Bytes before = BytesOf(document->Sound());
             ASSERT_TRUE(Apply(name, Target(*document), values));
             EXPECT_EQ(BytesOf(document->Sound()), before) << name;
-            ASSERT_TRUE(ApplyEffect(*FindEffect(name), Target(*document), values, Applying::kAlways));
+            ASSERT_TRUE(
+                ApplyEffect(*FindEffect(name), Target(*document), values, Applying::kAlways));
             EXPECT_NE(BytesOf(document->Sound()), before) << name;
         }
 }

@@ -1,13 +1,16 @@
 #include "effects/ui/effect_command_target.h"
 
 #include <algorithm>
+#include <iterator>
 #include <vector>
 
+#include "effects/effect_runner.h"
 #include "effects/ui/dynamics_dialog.h"
 #include "effects/ui/equalizer_dialog.h"
 #include "effects/ui/flanger_dialog.h"
 #include "effects/ui/modulator_dialog.h"
 #include "effects/ui/panpot_dialog.h"
+#include "effects/ui/plain_effect_dialog.h"
 #include "effects/ui/reverb_dialog.h"
 #include "effects/ui/volume_dialog.h"
 
@@ -15,16 +18,22 @@ namespace sonavel {
 
 namespace {
 
-constexpr CommandInfo kOpenPreviewRow{effect_command::kOpenPreview, "",
-                                      "&Open Preview as New Document", "",
-                                      "Open a copy of what was last previewed as a new sound"};
+constexpr CommandInfo kOtherRows[] = {
+    {effect_command::kFadeInAtOnce, "", "Fade In at Once", "Ctrl+Alt+I",
+     "Raise the sound from silence by the last curve"},
+    {effect_command::kFadeOutAtOnce, "", "Fade Out at Once", "Ctrl+Alt+O",
+     "Lower the sound to silence by the last curve"},
+    {effect_command::kLearnNoise, "", "&Learn Noise", "",
+     "Learn from the selection the noise that is to be reduced"},
+    {effect_command::kOpenPreview, "", "&Open Preview as New Document", "",
+     "Open a copy of what was last previewed as a new sound"}};
 
 // Without names for scripts, which run effects by name and values instead.
 std::vector<CommandInfo> MakeRows() {
     std::vector<CommandInfo> rows;
     for (const Effect& effect : Effects())
         rows.push_back({effect.commandId, "", effect.menuText, "", effect.prompt});
-    rows.push_back(kOpenPreviewRow);
+    rows.insert(rows.end(), std::begin(kOtherRows), std::end(kOtherRows));
     return rows;
 }
 
@@ -54,8 +63,11 @@ std::unique_ptr<EffectDialog> MakeEffectDialog(int commandId, const EffectDialog
         case effect_command::kEqualizer:
             return std::make_unique<CGraphicEqDlg>(context, parent);
         default:
-            return nullptr;
+            break;
     }
+    const auto effect = std::ranges::find(Effects(), commandId, &Effect::commandId);
+    if (effect == Effects().end() || effect->parameters.empty()) return nullptr;
+    return std::make_unique<PlainEffectDialog>(context, *effect, parent);
 }
 
 std::span<const CommandInfo> EffectCommands::Rows() {
@@ -83,12 +95,36 @@ std::string EffectCommands::MenuTextOfCommand(int id) const {
 Outcome EffectCommands::RunCommand(int id) {
     if (!StateOfCommand(id).enabled) return Failed(failure::kNotOffered);
     CSoundView& view = *host_.activeView();
-    return id == effect_command::kOpenPreview ? OpenPreview(view.Document()) : RunEffect(id, view);
+    const Selection at = view.State().GetSelection();
+    switch (id) {
+        case effect_command::kOpenPreview:
+            return OpenPreview(view.Document());
+        case effect_command::kFadeInAtOnce:
+            return FadeAtOnce("fade-in", view);
+        case effect_command::kFadeOutAtOnce:
+            return FadeAtOnce("fade-out", view);
+        case effect_command::kLearnNoise:
+            return LearnNoiseFrom({view.Document(), at.start, at.end, host_.state});
+        default:
+            return RunEffect(id, view);
+    }
 }
 
 Outcome EffectCommands::RunEffect(int id, CSoundView& view) {
     const auto dialog = MakeEffectDialog(id, {view, host_.state, host_.memory}, host_.window);
-    return dialog->exec() == QDialog::Accepted ? dialog->Apply() : Cancelled();
+    if (dialog) return dialog->exec() == QDialog::Accepted ? dialog->Apply() : Cancelled();
+    const auto effect = std::ranges::find(Effects(), id, &Effect::commandId);
+    return ApplyEffectTo(view, host_.state, *effect, {});
+}
+
+// By what the dialog was last left with.
+Outcome EffectCommands::FadeAtOnce(const char* name, CSoundView& view) {
+    const Effect& effect = *FindEffect(name);
+    const auto last = host_.memory.values.find(effect.name);
+    std::vector<double> values;
+    if (last != host_.memory.values.end()) values = last->second;
+    if (values.empty()) values.push_back(effect.parameters.front().start);
+    return ApplyEffectTo(view, host_.state, effect, values);
 }
 
 Outcome EffectCommands::OpenPreview(const CSoundDoc& document) {

@@ -13,9 +13,13 @@ namespace sonavel {
 
 namespace effect_command {
 inline constexpr int kOpenPreview = 33103;
+inline constexpr int kFadeInAtOnce = 33211;
+inline constexpr int kFadeOutAtOnce = 33212;
+inline constexpr int kLearnNoise = 33213;
 }  // namespace effect_command
 
-// The dialog of an effect's command on the context's view; null for any other command.
+// The dialog of an effect's command on the context's view; null for any other command, and for
+// effects without settings.
 std::unique_ptr<EffectDialog> MakeEffectDialog(int commandId, const EffectDialogContext& context,
                                                QWidget* parent = nullptr);
 
@@ -43,6 +47,7 @@ class EffectCommands : public CommandTarget {
 
   private:
     Outcome RunEffect(int id, CSoundView& view);
+    Outcome FadeAtOnce(const char* name, CSoundView& view);
     Outcome OpenPreview(const CSoundDoc& document);
 
     EffectHost host_;

@@ -109,7 +109,7 @@ EffectTarget EffectDialog::Target() {
 
 Outcome EffectDialog::Run(Purpose purpose) {
     if (purpose == Purpose::kPlayedPreview) return RunDisabled();
-    return ApplyEffect(effect_, Target(), Values());
+    return ApplyEffectTo(View(), state_, effect_, Values());
 }
 
 Outcome EffectDialog::RunDisabled() {

@@ -84,6 +84,8 @@ QStringList NotesOnPreview(const EffectTraits& traits, const NotedSound& sound) 
 
 QStringList EffectNotes(const Effect& effect, const NotedSound& sound) {
     const EffectTraits& traits = effect.traits;
+    // They are held at full scale, and heard as they will be.
+    if (effect.range.compute) return {};
     QStringList notes = NotesOnOk(traits, sound) + NotesOnWrapping(traits, sound);
     return effect.HasPreview() ? notes + NotesOnPreview(traits, sound) : notes;
 }

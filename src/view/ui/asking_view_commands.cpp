@@ -1,5 +1,10 @@
 #include "view/ui/asking_view_commands.h"
 
+#include <QInputDialog>
+#include <limits>
+
+#include "sound/time_text.h"
+
 #include <algorithm>
 #include <iterator>
 
@@ -60,6 +65,20 @@ Outcome AskReplicateCount(CSoundView& view, QWidget* parent) {
     return IsAccepted(dialog) ? PasteReplicate(view, dialog.Count()) : Cancelled();
 }
 
+Outcome AskSilence(CSoundView& view, QWidget* parent) {
+    bool accepted = false;
+    const QString text = QInputDialog::getText(parent, QObject::tr("Insert Silence"),
+                                               QObject::tr("Length (1.5, 250ms, 1:02, 441000#):"),
+                                               QLineEdit::Normal, QStringLiteral("1.0"), &accepted);
+    if (!accepted) return Cancelled();
+    const auto time =
+        ParseTime(text.toStdString(), view.Sound().GetSamplesPerSecond(), BareNumber::kSeconds);
+    const bool fits = time && time->from == TimeFrom::kStart && time->frames > 0 &&
+                      time->frames <= std::numeric_limits<std::uint32_t>::max();
+    if (!fits) return Failed("This is no length of time.");
+    return InsertSilence(view, static_cast<std::uint32_t>(time->frames));
+}
+
 Outcome AskMix(CSoundView& view, QWidget* parent) {
     const Result<MixQuestion> shown = PrepareMix(view);
     if (!shown) return shown.Ended();
@@ -93,6 +112,7 @@ constexpr Question kQuestions[] = {
     {view_command::kMarkerEdit, AskFromNearestMarker<MarkerStart::kEdit>},
     {view_command::kMarkerDelete, AskFromNearestMarker<MarkerStart::kList>},
     {view_command::kPasteReplicate, AskReplicateCount},
+    {view_command::kInsertSilence, AskSilence},
     {view_command::kMix, AskMix},
     {view_command::kCrossfadeMix, AskCrossfade},
     {view_command::kClipboardContents, ShowClipboardContents},
