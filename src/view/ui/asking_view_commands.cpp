@@ -1,13 +1,12 @@
 #include "view/ui/asking_view_commands.h"
 
 #include <QInputDialog>
-#include <limits>
-
-#include "sound/time_text.h"
 
 #include <algorithm>
 #include <iterator>
+#include <limits>
 
+#include "sound/time_text.h"
 #include "view/commands/edit_commands.h"
 #include "view/commands/marker_commands.h"
 #include "view/input/cursor_moves.h"
