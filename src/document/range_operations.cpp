@@ -41,10 +41,10 @@ Result<EditSelection> InsertSilence(CSoundDoc& document, const EditSelection& re
     if (frames == 0) return Failed("The silence is to be at least one frame long.");
     SoundBuffer silence;
     if (!MakeSilence(sound, frames, silence)) return Failed(failure::kMemory);
-    Result<SoundEdit> edit = document.BeginEdit("Copy Sample");
-    if (!edit) return edit.Ended();
     const std::uint32_t start = at.IsEmpty() ? at.cursorFrame : at.startFrame;
     const std::uint32_t behind = at.IsEmpty() ? at.cursorFrame : at.endFrame;
+    Result<SoundEdit> edit = document.BeginEdit("Copy Sample", ReplacesFrames(start, behind));
+    if (!edit) return edit.Ended();
     if (!sound.InsertFrames(behind, std::as_const(silence).Bytes()) ||
         (!at.IsEmpty() && !sound.RemoveFrames(at.startFrame, at.endFrame)))
         return Failed(failure::kMemory);

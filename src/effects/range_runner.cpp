@@ -107,7 +107,8 @@ class RangeApplication {
     CWave& Sound() { return target_.document.Sound(); }
 
     Outcome ChangeInPlace() {
-        Result<SoundEdit> edit = target_.document.BeginEdit("Copy Sample");
+        Result<SoundEdit> edit =
+            target_.document.BeginEdit("Copy Sample", ReplacesFrames(range_.start, range_.end));
         if (!edit) return edit.Ended();
         SoundSink sink(Sound(), range_);
         if (Outcome computed = Compute(effect_, target_, values_, sink); !computed) return computed;
@@ -118,7 +119,8 @@ class RangeApplication {
         sonavel::Sound result;
         const std::uint32_t frames = NewFrames(effect_, values_, range_);
         if (Outcome room = MakeRoom(result, frames); !room) return room;
-        Result<SoundEdit> edit = target_.document.BeginEdit("Copy Sample");
+        Result<SoundEdit> edit =
+            target_.document.BeginEdit("Copy Sample", ReplacesFrames(range_.start, range_.end));
         if (!edit) return edit.Ended();
         SoundSink sink(result, {0, frames});
         if (Outcome computed = Compute(effect_, target_, values_, sink); !computed) return computed;

@@ -108,13 +108,13 @@ Outcome ResampleSound(CSoundDoc& document, std::uint32_t samplesPerSecond) {
         return Failed("Sounds are resampled to 1000 to 768000 Hz.");
     Sound resampled;
     if (Outcome room = MakeRoom(sound, samplesPerSecond, resampled); !room) return room;
-    Result<SoundEdit> edit = document.BeginEdit("Copy Sample");
-    if (!edit) return edit.Ended();
     {
         const auto progress = document.Services().progress.CreateProgress("Progress Resample");
         if (Outcome done = Resample(sound, resampled, *progress); !done) return done;
     }
-    sound.Adopt(std::move(resampled));
+    Result<SoundEdit> edit = document.BeginReplacement("Copy Sample");
+    if (!edit) return edit.Ended();
+    edit->ReplaceSound(std::move(resampled));
     document.ClearPreview();
     edit->Commit(0);
     return Done();

@@ -84,16 +84,16 @@ TEST_F(RangeEffectTest, ChangesWithoutSettingsKeepToTheirRange) {
     for (const Format& format : {Format{1, 8}, Format{2, 8}, Format{2, 16}, Format{1, 32}})
         for (const char* name : {"mute", "invert", "reverse"}) {
             SCOPED_TRACE(std::string(name) + ", " + NameOf(format));
-            constexpr std::uint32_t kStart = 10, kEnd = 20013;
+            constexpr std::uint32_t kFrom = 10, kTo = 20013;
             const auto before = MakeNoise(format, 30000, 20000),
                        after = MakeNoise(format, 30000, 20000);
-            ASSERT_TRUE(Apply(name, Target(*after, kStart, kEnd), {}));
+            ASSERT_TRUE(Apply(name, Target(*after, kFrom, kTo), {}));
             for (std::uint32_t i = 0; i < 30000; ++i)
                 for (unsigned channel = 0; channel < format.channels; ++channel) {
-                    const bool inside = i >= kStart && i < kEnd;
+                    const bool inside = i >= kFrom && i < kTo;
                     const bool turned = inside && name[0] == 'r';
                     const double was =
-                        before->Sound().GetShare(channel, turned ? kStart + kEnd - 1 - i : i);
+                        before->Sound().GetShare(channel, turned ? kFrom + kTo - 1 - i : i);
                     const double want = !inside          ? was
                                         : name[0] == 'm' ? 0
                                         : name[0] == 'i' ? -was
