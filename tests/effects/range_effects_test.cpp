@@ -225,7 +225,8 @@ TEST_F(RangeEffectTest, TempoChangesTheLengthAndMovesOnsetsAndMarkers) {
             const double scale = 100 / percent;
             EXPECT_EQ(sound.GetFrameCount(), std::lround(4 * format.rate * scale));
             EXPECT_EQ(sound.Markers().All()[0].position, std::lround(format.rate * scale));
-            EXPECT_EQ(sound.Markers().All()[0].length, std::lround(format.rate * scale));
+            // Start and end are rounded each.
+            EXPECT_NEAR(sound.Markers().All()[0].length, format.rate * scale, 1);
             // Pitch stays, and each burst begins where it should, within the library's windows.
             EXPECT_NEAR(ZeroCrossings(sound), 2 * 441 * scale, 0.04 * 2 * 441 * scale);
             for (int burst = 0; burst < 4; ++burst) {
@@ -291,13 +292,14 @@ TEST_F(RangeEffectTest, LearnedNoiseFallsAndSpeechStays) {
         const auto document =
             MakeWave(format, 5, [&](unsigned, double t) { return clean(t) + noise(random); });
         const CWave& sound = document->Sound();
+        state_ = {};
         EXPECT_FALSE(Apply("noise-reduce", Target(*document), {18, 3, 0}));
         ASSERT_TRUE(LearnNoiseFrom(Target(*document, 0, format.rate * 9 / 10)));
         const double noiseBefore = Energy(sound, 0.1, 0.9), speechBefore = Energy(sound, 1, 5);
         ASSERT_TRUE(Apply("noise-reduce", Target(*document), {18, 3, 0}));
         EXPECT_GT(10 * std::log10(noiseBefore / Energy(sound, 0.1, 0.9)), 12);
         // A pause between syllables, too.
-        EXPECT_GT(10 * std::log10(noiseBefore / 0.8 * 0.06 / Energy(sound, 1.71, 1.77)), 12);
+        EXPECT_GT(10 * std::log10(noiseBefore / 0.8 * 0.07 / Energy(sound, 1.68, 1.75)), 12);
         EXPECT_NEAR(10 * std::log10(Energy(sound, 1, 5) / speechBefore), 0, 0.5);
     }
 }

@@ -27,8 +27,7 @@ QComboBox* MakeChoice(ParameterControl& control, QWidget* dialog) {
 
 PlainEffectDialog::PlainEffectDialog(const EffectDialogContext& context, const Effect& effect,
                                      QWidget* parent)
-    : EffectDialog(context, effect,
-                   {effect.menuText, effect.prompt, effect.prompt}, parent) {
+    : EffectDialog(context, effect, {effect.menuText, effect.prompt, effect.prompt}, parent) {
     setWindowTitle(TitleOf(effect));
     AddControls();
     Begin(*AddLines());
