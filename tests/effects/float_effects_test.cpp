@@ -1,4 +1,5 @@
 // Effects on sounds of floats: the formulas of 16-bit sounds, without their rounding.
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
