@@ -2,7 +2,6 @@
 
 #include <QPointer>
 
-#include "effects/effect_runner.h"
 #include "effects/range_extremes.h"
 #include "effects/ui/effect_notes.h"
 #include "effects/ui/mnemonics.h"
@@ -45,8 +44,22 @@ void EffectDialog::AddButtons(const QString& instruction) {
         AddProgress(*row);
     else
         row->addStretch(1);
+    AddApply(*row);
     AddOkAndCancel(*row);
     Outer().addLayout(row);
+}
+
+void EffectDialog::AddApply(QHBoxLayout& buttons) {
+    const EffectTraits& traits = effect_.traits;
+    const bool okDoesNothing =
+        traits.storing == Storing::kNothing || (!traits.appliesToMono && IsMono());
+    if (!okDoesNothing) return;
+    QPushButton* apply = AddButton(buttons, tr("&Apply"));
+    apply->setToolTip(tr("Changes the sound, which OK does not"));
+    connect(apply, &QPushButton::clicked, this, [this] {
+        applying_ = Applying::kAlways;
+        accept();
+    });
 }
 
 // Between the buttons: there, the bar that keeps its place while nothing is heard costs no line.
@@ -109,7 +122,7 @@ EffectTarget EffectDialog::Target() {
 
 Outcome EffectDialog::Run(Purpose purpose) {
     if (purpose == Purpose::kPlayedPreview) return RunDisabled();
-    return ApplyEffectTo(View(), state_, effect_, Values());
+    return ApplyEffectTo(View(), state_, effect_, Values(), applying_);
 }
 
 Outcome EffectDialog::RunDisabled() {

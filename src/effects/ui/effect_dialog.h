@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "effects/effect_runner.h"
 #include "effects/effect_table.h"
 #include "effects/ui/effect_memory.h"
 #include "effects/ui/parameter_control.h"
@@ -69,10 +70,13 @@ class EffectDialog : public PreviewDialog {
     Outcome RunDisabled();
     void AddProgress(QHBoxLayout& buttons);
     void AddButtons(const QString& instruction);
+    // Applies also where OK would leave this sound as it is; there alone it is shown.
+    void AddApply(QHBoxLayout& buttons);
 
     EffectState& state_;
     EffectMemory& memory_;
     const Effect& effect_;
+    Applying applying_ = Applying::kAsOk;
     QVBoxLayout* body_;
     std::vector<ParameterControl*> controls_;
 };

@@ -15,10 +15,10 @@ namespace {
 QStringList NotesOnOk(const EffectTraits& traits, const NotedSound& sound) {
     const bool mono = sound.channels == 1;
     if (traits.storing == Storing::kNothing)
-        return {
-            QObject::tr("OK changes nothing: keep a preview with Open Preview as New Document.")};
+        return {QObject::tr(
+            "OK changes nothing: Apply does, and Open Preview as New Document keeps a preview.")};
     if (!traits.appliesToMono && mono)
-        return {QObject::tr("Applying needs a stereo sound: OK leaves this mono sound as it is.")};
+        return {QObject::tr("OK leaves this mono sound as it is; Apply changes it.")};
     if (traits.monoRefusal && mono)
         return {QObject::tr("Applying needs a stereo sound: OK changes nothing in a mono sound.")};
     if (traits.eightBitNote && sound.bits == 8) return {QObject::tr(traits.eightBitNote)};
