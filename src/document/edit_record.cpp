@@ -23,6 +23,12 @@ void NameBytes(EditRecord& record, const Sound& before, const FrameRange& frames
     record.bytesKept = std::min(end, before.GetDataSize()) - record.startByte;
 }
 
+// Frames of one format lie among those of another only where all but the rate is the same.
+bool HasSameFrames(const PcmFormat& a, const PcmFormat& b) {
+    return a.formatTag == b.formatTag && a.channels == b.channels &&
+           a.bitsPerSample == b.bitsPerSample && a.blockAlign == b.blockAlign;
+}
+
 bool NamesBytesOf(const EditRecord& record, const Sound& sound) {
     const std::uint64_t size = sound.GetDataSize();
     switch (record.reach) {
@@ -69,6 +75,8 @@ void NoteResult(EditRecord& record, std::uint64_t bytesBefore, const Sound& afte
 bool Fits(const EditRecord& record, const Sound& sound) {
     if (!NamesBytesOf(record, sound) || record.samples.Size() != record.bytesKept) return false;
     if (record.reach == EditReach::kMarkers) return record.bytesKept == 0;
+    if (record.reach == EditReach::kFrames && !HasSameFrames(record.format, sound.GetFormat()))
+        return false;
     const std::uint64_t others = sound.GetDataSize() - record.bytesThere;
     const std::uint64_t most = MostSoundBytes(record.format);
     return others <= most && record.bytesKept <= most - others;

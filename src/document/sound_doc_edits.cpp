@@ -75,6 +75,8 @@ void CSoundDoc::StoreInHistory(SoundEdit::Storing storing, std::string_view step
 
 Outcome CSoundDoc::ApplyRecord(std::string_view stepName, EditRecord record) {
     if (sound_.IsRecording()) return Failed("The sound cannot be changed while recording.");
+    if (record.reach != EditReach::kMarkers && !IsEditable(record.format))
+        return Failed("The record does not fit the sound.");
     EndMarkerEdit();
     StopPlaying();
     if (Outcome exchanged = Exchange(record, sound_); !exchanged) return exchanged;
