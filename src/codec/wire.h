@@ -42,7 +42,7 @@ inline constexpr std::size_t kMostChapters = 65536;
 // A listener's responses: for each direction azimuth (clockwise) and elevation in degrees and the
 // delays of both ears in frames, then the taps of the left and of the right ear, all of them
 // floats.
-inline constexpr std::uint32_t kMostDirections = 100'000;
+inline constexpr std::uint32_t kMostDirections = 20'000;
 inline constexpr std::uint32_t kMostTaps = 16'384;
 inline constexpr std::uint64_t kMostResponseFloats = std::uint64_t{1} << 25;
 inline constexpr std::uint32_t kFloatsBeforeTaps = 4;

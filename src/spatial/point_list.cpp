@@ -93,11 +93,11 @@ std::string NumberText(const char* format, double value) {
 }
 
 std::map<std::string, std::string, std::less<>> ValuesOf(const NamedPoint& point,
-                                                         std::size_t number, int digits,
+                                                         std::size_t number, std::size_t digits,
                                                          std::string_view soundName) {
     const PolarPosition polar = PolarOf(point.position);
-    char numberText[24];
-    std::snprintf(numberText, sizeof numberText, "%0*zu", digits, number);
+    std::string numberText = std::to_string(number);
+    numberText.insert(0, digits - std::min(digits, numberText.size()), '0');
     return {{"name", point.name.empty() ? std::string(soundName) : point.name},
             {"number", numberText},
             {"azimuth", NumberText("%.0f", std::fmod(std::round(polar.azimuth), 360.0))},
@@ -169,7 +169,7 @@ Result<std::vector<NamedPoint>> ParsePoints(std::string_view text) {
 Result<std::vector<std::string>> NamesOfPlaces(std::string_view pattern,
                                                const std::vector<NamedPoint>& points,
                                                std::string_view soundName) {
-    const int digits = std::max<int>(2, static_cast<int>(std::to_string(points.size()).size()));
+    const std::size_t digits = std::max<std::size_t>(2, std::to_string(points.size()).size());
     std::vector<std::string> names;
     std::set<std::string> used;
     for (std::size_t i = 0; i < points.size(); ++i) {

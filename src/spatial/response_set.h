@@ -38,9 +38,13 @@ struct FineBlend {
 // apart, and whole octaves would come out up to 4 dB too low.
 FineBlend Refine(const SphereBlend& blend);
 
+inline constexpr double kLowestResponseRate = 4000;
+inline constexpr double kHighestResponseRate = 384000;
+
 class ResponseSet {
   public:
-    // At `rate` frames a second, to which the responses are resampled. Directions that lie closer
+    // At `rate` frames a second, to which the responses are resampled; other rates than those above
+    // fail. Directions that lie closer
     // together than a tenth of a degree count once. Around a pole that has no direction within 30
     // degrees the mean of the ring next to it stands for what lies there. Fails without memory and
     // when the directions span no part of the sphere.

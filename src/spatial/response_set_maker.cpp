@@ -103,7 +103,7 @@ double ResponseSetMaker::MeanPower() const {
 void ResponseSetMaker::MatchTable() {
     const double earliest =
         std::ranges::min_element(parts_, {}, &Parts::delay)->delay - kTableArrival * rate_;
-    const auto factor = static_cast<float>(kTablePower / MeanPower());
+    const auto factor = static_cast<float>(kTablePower / std::max(MeanPower(), 1e-30));
     for (Parts& parts : parts_) {
         parts.delay -= earliest;
         for (float& power : parts.power) power *= factor;
@@ -179,6 +179,8 @@ Result<std::shared_ptr<const ResponseSet>> ResponseSetMaker::Make() try {
 
 Result<std::shared_ptr<const ResponseSet>> ResponseSet::Make(const MeasuredResponses& measured,
                                                              double rate) {
+    if (rate < kLowestResponseRate || rate > kHighestResponseRate)
+        return Failed("The responses can be had at rates from 4000 to 384000 Hz only.");
     return ResponseSetMaker(measured, rate).Make();
 }
 

@@ -266,6 +266,15 @@ TEST_F(SmoothTest, DopplerNeedsSmoothResponses) {
     EXPECT_FALSE(document->GetModified());
 }
 
+TEST_F(SmoothTest, RatesOfNoSoundAreRefused) {
+    for (const std::uint32_t rate : {1u, 3999u, 384001u, 0x7FFFFFFFu}) {
+        const auto document = MakeFloats(100, rate);
+        EXPECT_TRUE(Place(*document, {.points = {{1, 0, 0}}, .smoothness = Smoothness::kSmooth})
+                        .IsFailed());
+        EXPECT_FALSE(document->GetModified());
+    }
+}
+
 TEST_F(SmoothTest, ThreadsLeaveTheSameSound) {
     const Placing placing{.kind = PlacingKind::kPath,
                           .points = {{-3, 0.2f, 0}, {0, 0, 0}, {4, 0, -0.5f}},
