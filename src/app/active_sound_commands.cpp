@@ -1,10 +1,19 @@
 #include "app/active_sound_commands.h"
 
 #include "app/document_commands.h"
+#include "app/own_ears.h"
 #include "spatial/ui/spatial_commands.h"
 #include "view/ui/asking_view_commands.h"
 
 namespace sonavel {
+
+// A file that cannot be used leaves the ears as they were; the preferences say why.
+ActiveSoundCommands::ActiveSoundCommands() {
+    spatialMemory_.prepare = [this](Listener& listener) {
+        const std::string chosen = ChosenEars();
+        if (chosen != ears_ && TakeEars(chosen, listener)) ears_ = chosen;
+    };
+}
 
 void ActiveSoundCommands::Take(Workspace& workspace, OpenSound& sound, QWidget* parent) {
     Forget();

@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 
 #include "app/document_saver.h"
 #include "app/exchange/sound_exporter.h"
@@ -13,6 +14,8 @@ namespace sonavel {
 
 class ActiveSoundCommands {
   public:
+    ActiveSoundCommands();
+
     // Dialogs stand over `parent`. The sound has to be forgotten before it goes.
     // Null without a sound.
     const DocumentSaver* Saver() const { return saver_ ? &*saver_ : nullptr; }
@@ -24,6 +27,7 @@ class ActiveSoundCommands {
 
   private:
     SpatialMemory spatialMemory_;
+    std::string ears_;  // which the listener has
     std::unique_ptr<CommandTarget> view_;
     std::optional<DocumentSaver> saver_;
     std::unique_ptr<CommandTarget> document_;

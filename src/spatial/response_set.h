@@ -80,6 +80,9 @@ class ResponseSet {
     SphereMesh mesh_;
 };
 
+// How far the place farthest from all measured directions is from the nearest of them, in degrees.
+double GreatestGap(const MeasuredResponses& measured);
+
 // A unit vector; azimuth and elevation in degrees.
 Vector3 VectorOf(double azimuth, double elevation);
 

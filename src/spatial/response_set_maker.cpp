@@ -177,6 +177,15 @@ Result<std::shared_ptr<const ResponseSet>> ResponseSetMaker::Make() try {
     return Failed(failure::kMemory);
 }
 
+double ResponseSetMaker::GreatestGap() {
+    CollectDirections();
+    return SphereMesh(directions_).GreatestGap();
+}
+
+double GreatestGap(const MeasuredResponses& measured) {
+    return ResponseSetMaker(measured, measured.rate).GreatestGap();
+}
+
 Result<std::shared_ptr<const ResponseSet>> ResponseSet::Make(const MeasuredResponses& measured,
                                                              double rate) {
     if (rate < kLowestResponseRate || rate > kHighestResponseRate)

@@ -10,6 +10,7 @@ class ResponseSetMaker {
     ResponseSetMaker(const MeasuredResponses& measured, double rate);
 
     Result<std::shared_ptr<const ResponseSet>> Make();
+    double GreatestGap();
 
   private:
     // A response taken apart.

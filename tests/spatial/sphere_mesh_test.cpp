@@ -78,6 +78,11 @@ TEST(SphereMeshTest, SharesNameTheDirectionAndGlide) {
     }
 }
 
+// Straight below, where nothing was measured.
+TEST(SphereMeshTest, TheGreatestGapOfTheTableIsBelowItsLowestRing) {
+    EXPECT_NEAR(GreatestGap(TableResponses()), 50, 0.01);
+}
+
 TEST(SphereMeshTest, SmallTrianglesGlideToo) {
     const SphereMesh mesh(TableDirections());
     std::size_t nearby = 0;

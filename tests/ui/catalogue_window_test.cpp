@@ -13,6 +13,7 @@
 #include <QUrl>
 
 #include "catalogue/catalogue_columns.h"
+#include "platform/headless/headless_progress.h"
 #include "platform/headless/memory_clipboard.h"
 #include "support/fake_wave_devices.h"
 #include "support/qt_test_application.h"

@@ -533,13 +533,13 @@ TEST_F(SpatialEditors, AnEditorOpensAsItWasLeftHoweverItEnded) {
     EXPECT_EQ(moving.Points().Points().size(), 2u);
 }
 
-TEST_F(SpatialEditors, TheMenuNamesTheFourEditors) {
+TEST_F(SpatialEditors, TheMenuNamesTheEditorsAndWhatElsePlacesSounds) {
     QStringList texts;
     for (const Command<SpatialCommandTarget>& row : SpatialCommandTable())
         texts << QString::fromUtf8(row.info.menuText).remove(u'&');
-    EXPECT_EQ(texts,
-              (QStringList{"System Defined Positional Sound…", "User Defined Positional Sound…",
-                           "System-Defined Moving Sound…", "User-Defined Moving Sound…"}));
+    EXPECT_EQ(texts, (QStringList{"System Defined Positional Sound…",
+                                  "User Defined Positional Sound…", "System-Defined Moving Sound…",
+                                  "User-Defined Moving Sound…", "Cross Talk…", "Place Many…"}));
 }
 
 TEST_F(SpatialEditors, TheCommandsNeedASound) {

@@ -3,6 +3,7 @@
 #include <QPushButton>
 #include <algorithm>
 
+#include "app/preferences/option_3d.h"
 #include "app/preferences/option_display.h"
 #include "app/preferences/option_general.h"
 #include "app/preferences/option_grid.h"
@@ -21,6 +22,7 @@ COptionSheet::COptionSheet(const ProgramFolder& folder, WaveDevices& devices, QW
     AddPage(new COptionGeneral(tabs_), tr("General"));
     AddPage(new COptionGrid(tabs_), tr("Grid"));
     AddPage(new COptionWave(devices, tabs_), tr("Wave"));
+    AddPage(new COption3D(tabs_), tr("3D"));
     Body().addWidget(tabs_);
     Body().addWidget(problem_);
     problem_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);  // no room while hidden

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "app/own_ears.h"
+
 namespace sonavel {
 namespace {
 
@@ -39,6 +41,7 @@ Preferences Preferences::Read(const ProgramFolder& folder) {
         const SettingValues& stored = row.file == SettingsFile::kOptions ? inOptions : inDisplay;
         preferences.settings[row.id] = row.Effective(stored[row.id]);
     }
+    preferences.ears = ChosenEars();
     return preferences;
 }
 
@@ -51,6 +54,7 @@ bool WriteChanges(const ProgramFolder& folder, const Preferences& before,
         return PutNumbers(text, SettingsFile::kDisplay, before.settings, after.settings) &&
                (after.colours == before.colours || PutColours(text, kColourSection, after.colours));
     });
+    if (after.ears != before.ears) ChooseEars(after.ears);
     return options && display;
 }
 

@@ -1,6 +1,8 @@
 // What the sheet "Preference Setting" edits, read from Options.ini and Display.ini and written back
-// key by key.
+// key by key; the responses of 3D sound are among the person's own settings.
 #pragma once
+
+#include <string>
 
 #include "platform/program_folder.h"
 #include "platform/settings.h"
@@ -11,6 +13,7 @@ namespace sonavel {
 struct Preferences {
     ColourTable colours;
     SettingValues settings;  // the numbers in force, flags 0 or 1
+    std::string ears;        // the SOFA file of smooth 3D sound; empty for the table
 
     static Preferences Read(const ProgramFolder& folder);
     bool operator==(const Preferences&) const = default;

@@ -1,21 +1,69 @@
 #include "spatial/ui/spatial_commands.h"
 
 #include <QApplication>
+#include <QDir>
 
+#include "spatial/crosstalk.h"
+#include "spatial/ui/crosstalk_dialog.h"
+#include "spatial/ui/place_many_dialog.h"
 #include "spatial/ui/system_sound_dialog.h"
 #include "spatial/ui/user_sound_dialog.h"
 
 namespace sonavel {
 namespace {
 
+void Prepare(const SpatialCommandTarget& target) {
+    if (target.memory.prepare) target.memory.prepare(target.memory.listener);
+}
+
 template <class Dialog>
 Outcome Open(SpatialCommandTarget& target, SourceMotion motion) {
+    Prepare(target);
     Dialog dialog(target.view, target.memory, motion, QApplication::activeWindow());
     return dialog.exec() == QDialog::Accepted ? dialog.Apply() : Cancelled();
 }
 
+QString EarsOf(const SpatialCommandTarget& target) {
+    return QString::fromStdString(target.memory.listener.Measured().name);
+}
+
+Outcome CrossTalk(SpatialCommandTarget& target) {
+    Prepare(target);
+    CrosstalkDialog dialog(target.memory.speakerAngle, EarsOf(target),
+                           QApplication::activeWindow());
+    if (dialog.exec() != QDialog::Accepted) return Cancelled();
+    target.memory.speakerAngle = dialog.Angle();
+    const Selection selection = target.view.State().GetSelection();
+    return CancelCrosstalk(target.document, selection.start, selection.end, dialog.Angle(),
+                           target.memory.listener);
+}
+
+std::filesystem::path FolderOf(const CSoundDoc& document) {
+    if (!document.Path().empty()) return document.Path().parent_path();
+    return QDir::currentPath().toStdString();
+}
+
+Outcome PlaceMany(SpatialCommandTarget& target) {
+    std::optional<ManyPlacesChoice>& choice = target.memory.places;
+    PlaceManyDialog dialog(choice.value_or(FourDirections(FolderOf(target.document))),
+                           QApplication::activeWindow());
+    if (dialog.exec() != QDialog::Accepted) return Cancelled();
+    choice = dialog.Choice();
+    const Result<ManyPlaces> places = PreparePlaces(target.document, *choice);
+    if (!places) return places.Ended();
+    Prepare(target);
+    // Asked for once, and not again without being asked.
+    choice->filesThere = FilesThere::kKeep;
+    return WritePlaces(target.document, *places, target.memory.listener, [](std::size_t) {});
+}
+
 CommandState WhenThereIsSound(const SpatialCommandTarget& target) {
     return {target.view.FrameCount() > 0 && !target.view.Sound().IsRecording(), false};
+}
+
+CommandState WhenThereIsStereo(const SpatialCommandTarget& target) {
+    const CommandState state = WhenThereIsSound(target);
+    return {state.enabled && target.document.Sound().GetChannels() == 2, state.checked};
 }
 
 using Row = Command<SpatialCommandTarget>;
@@ -44,6 +92,14 @@ constexpr Row kTable[] = {
      [](SpatialCommandTarget& target) {
          return Open<UserSoundDialog>(target, SourceMotion::kMoving);
      },
+     WhenThereIsSound},
+    {{spatial_command::kCrosstalk, "", "&Cross Talk…", "",
+      "Makes a sound for headphones right for two loudspeakers"},
+     CrossTalk,
+     WhenThereIsStereo},
+    {{spatial_command::kPlaceMany, "", "Place &Many…", "",
+      "Writes a file of the sound as heard from each of many points"},
+     PlaceMany,
      WhenThereIsSound},
 };
 

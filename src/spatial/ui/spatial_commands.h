@@ -15,6 +15,8 @@ enum Id : int {
     kUserPositional = 32891,
     kSystemMoving = 32892,
     kUserMoving = 32893,
+    kCrosstalk = 33300,
+    kPlaceMany = 33301,
 };
 }  // namespace spatial_command
 

@@ -26,13 +26,15 @@ QLabel* MakeSceneHint(PointNumbers::Editing editing, QWidget* parent) {
 
 }  // namespace
 
-SpatialDialog::SpatialDialog(CSoundView& view, SourceMotion motion, const Texts& texts,
-                             PointNumbers::Editing editing, QWidget* parent)
+SpatialDialog::SpatialDialog(CSoundView& view, SpatialMemory& memory, SourceMotion motion,
+                             const Texts& texts, PointNumbers::Editing editing, QWidget* parent)
     : PreviewDialog(view, texts.title, texts.titlePrefix, parent),
+      shared_(memory),
       motion_(motion),
       progressTitle_(texts.progressTitle),
       scene_(new SceneWidget(this)),
       numbers_(new PointNumbers(editing, this)),
+      heard_(new SmoothBox(motion, QString::fromStdString(memory.listener.Measured().name), this)),
       side_(new QVBoxLayout) {
     Header().SetStatus(texts.instruction);
     Header().SetNotes(Notes());
@@ -48,6 +50,7 @@ SpatialDialog::SpatialDialog(CSoundView& view, SourceMotion motion, const Texts&
     middle->addLayout(side_);
     Outer().addLayout(middle, 1);
     Outer().addLayout(MakeButtons());
+    connect(heard_, &SmoothBox::Edited, this, [this] { ShowPoints(content_, selected_); });
     ballTimer_.setInterval(kBallInterval);
     connect(&ballTimer_, &QTimer::timeout, this, &SpatialDialog::MoveBall);
 }
@@ -87,11 +90,18 @@ PresetBar& SpatialDialog::Begin(QWidget& chooser, PresetStore store) {
     side_->addWidget(presets_);
     side_->addWidget(&chooser, 1);
     side_->addWidget(numbers_);
+    side_->addWidget(heard_);
+    if (shared_.heard[motion_]) heard_->Show(*shared_.heard[motion_]);
     chooser.setFocus();
     return *presets_;
 }
 
 void SpatialDialog::ShowPoints(SceneContent content, int selected) {
+    content_ = content;
+    selected_ = selected;
+    Placing placing = heard_->Chosen();
+    placing.points = std::move(content.path);
+    content.path = PathOf(placing);
     const bool any = !content.points.empty();
     if (any && selected >= 0)
         numbers_->ShowPosition(content.points[static_cast<std::size_t>(selected)].position);
@@ -104,15 +114,15 @@ void SpatialDialog::ShowPoints(SceneContent content, int selected) {
 }
 
 Outcome SpatialDialog::Run(Purpose purpose) {
-    const std::vector<SourcePosition> path = Path();
+    Placing placing = heard_->Chosen();
+    placing.points = Path();
     const bool applies = purpose == Purpose::kApply;
-    if (!applies) previewedPath_ = path;
-    if (path.empty()) return Cancelled();
+    if (!applies) previewedPath_ = PathOf(placing);
+    if (placing.points.empty()) return Cancelled();
     const Selection selection = View().State().GetSelection();
     const SpatialTarget target{Document(), selection.start, selection.end, progressTitle_,
                                applies ? SpatialOutcome::kApply : SpatialOutcome::kPlayedPreview};
-    return motion_ == SourceMotion::kPositional ? SpatializePositional(target, path.front())
-                                                : SpatializeMoving(target, path);
+    return SpatializePlaced(target, placing, shared_.listener);
 }
 
 void SpatialDialog::FollowPreview(double share) {
@@ -139,6 +149,7 @@ void SpatialDialog::HideBall() {
 void SpatialDialog::done(int result) {
     if (IsRunning()) return;
     Remember();
+    shared_.heard[motion_] = heard_->Chosen();
     HideBall();
     PreviewDialog::done(result);
 }

@@ -10,8 +10,11 @@
 #include "spatial/spatializer.h"
 #include "spatial/ui/point_numbers.h"
 #include "spatial/ui/preset_bar.h"
+#include "spatial/ui/scene_content.h"
 #include "spatial/ui/scene_widget.h"
+#include "spatial/ui/smooth_box.h"
 #include "spatial/ui/source_motion.h"
+#include "spatial/ui/spatial_memory.h"
 
 namespace sonavel {
 
@@ -32,6 +35,7 @@ class SpatialDialog : public PreviewDialog {
     // there.
     virtual std::vector<SourcePosition> Path() const = 0;
 
+    SmoothBox& Heard() { return *heard_; }
     SceneWidget& Scene() { return *scene_; }
     PointNumbers& Numbers() { return *numbers_; }
 
@@ -39,7 +43,7 @@ class SpatialDialog : public PreviewDialog {
     void done(int result) override;
 
   protected:
-    SpatialDialog(CSoundView& view, SourceMotion motion, const Texts& texts,
+    SpatialDialog(CSoundView& view, SpatialMemory& memory, SourceMotion motion, const Texts& texts,
                   PointNumbers::Editing editing, QWidget* parent);
 
     // The last step of an editor's constructor: puts its chooser, and its presets, beside the
@@ -65,13 +69,17 @@ class SpatialDialog : public PreviewDialog {
     void MoveBall();
     void HideBall();
 
+    SpatialMemory& shared_;
     SourceMotion motion_;
     std::string_view progressTitle_;
     SceneWidget* scene_;
     PointNumbers* numbers_;
+    SmoothBox* heard_;
     PresetBar* presets_ = nullptr;
     QVBoxLayout* side_;
     QPushButton* ok_ = nullptr;
+    SceneContent content_;  // as the editor gave it, its path straight
+    int selected_ = -1;
     std::vector<SourcePosition> previewedPath_;
     double heardShare_ = 0;  // as the player told last
     QElapsedTimer sinceHeard_;

@@ -3,8 +3,12 @@
 
 #include <QString>
 #include <array>
+#include <functional>
 #include <optional>
 
+#include "spatial/listener.h"
+#include "spatial/place_many.h"
+#include "spatial/placing.h"
 #include "spatial/presets.h"
 #include "spatial/ui/source_motion.h"
 
@@ -37,6 +41,13 @@ class MemoryByMotion {
 struct SpatialMemory {
     MemoryByMotion<SystemEditorMemory> system;
     MemoryByMotion<UserEditorMemory> user;
+    // How the sources of all editors are heard.
+    MemoryByMotion<Placing> heard;
+    Listener listener;
+    // Lets the listener have the ears that the person has chosen since; null for the table's.
+    std::function<void(Listener&)> prepare;
+    double speakerAngle = 30;  // degrees
+    std::optional<ManyPlacesChoice> places;
 };
 
 }  // namespace sonavel

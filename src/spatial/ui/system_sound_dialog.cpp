@@ -26,7 +26,7 @@ PointRole RoleOf(int number, const SystemPreset& chosen, SourceMotion motion) {
 
 SystemSoundDialog::SystemSoundDialog(CSoundView& view, SpatialMemory& memory, SourceMotion motion,
                                      QWidget* parent)
-    : SpatialDialog(view, motion, TextsOf(motion), PointNumbers::Editing::kOff, parent),
+    : SpatialDialog(view, memory, motion, TextsOf(motion), PointNumbers::Editing::kOff, parent),
       memory_(memory.system[motion]),
       chooser_(new SystemPointChooser(motion, this)) {
     PresetBar& presets = Begin(*chooser_, Presets());

@@ -25,7 +25,7 @@ std::vector<UserPoint> FirstPoints(SourceMotion motion) {
 
 UserSoundDialog::UserSoundDialog(CSoundView& view, SpatialMemory& memory, SourceMotion motion,
                                  QWidget* parent)
-    : SpatialDialog(view, motion, TextsOf(motion), PointNumbers::Editing::kOn, parent),
+    : SpatialDialog(view, memory, motion, TextsOf(motion), PointNumbers::Editing::kOn, parent),
       memory_(memory.user[motion]),
       points_(new UserPointList(this)) {
     PresetBar& presets = Begin(*points_, Presets());

@@ -1,0 +1,46 @@
+#include "app/own_ears.h"
+
+#include <QCoreApplication>
+#include <cmath>
+
+#include "codec/client/child_codecs.h"
+#include "platform/qt/person_settings.h"
+
+namespace sonavel {
+namespace {
+
+const QString kEarsKey = QStringLiteral("3D/responses");
+
+}  // namespace
+
+std::string ChosenEars() {
+    return PersonSettings().value(kEarsKey).toString().toStdString();
+}
+
+void ChooseEars(const std::string& path) {
+    PersonSettings().setValue(kEarsKey, QString::fromStdString(path));
+}
+
+Outcome TakeEars(const std::string& path, Listener& listener) {
+    if (path.empty()) {
+        listener.UseTable();
+        return Done();
+    }
+    CodecWatcher watcher;
+    Result<MeasuredResponses> measured = ChildCodecs().ReadResponses(path, watcher);
+    if (!measured) return measured.Ended();
+    return listener.Use(*std::move(measured));
+}
+
+std::string DescribeEars(const std::string& path) {
+    Listener listener;
+    if (Outcome taken = TakeEars(path, listener); !taken) return taken.Reason();
+    return QCoreApplication::translate("COption3D",
+                                       "%1 directions; no place is farther than %2 degrees from "
+                                       "one of them.")
+        .arg(listener.Measured().directions.size())
+        .arg(std::lround(GreatestGap(listener.Measured())))
+        .toStdString();
+}
+
+}  // namespace sonavel
