@@ -3,19 +3,24 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QFile>
+#include <QKeyEvent>
 #include <QMenuBar>
 #include <QScreen>
 #include <algorithm>
 
 #include "app/command_icons.h"
 #include "app/command_ids.h"
+#include "app/command_palette.h"
 #include "app/document_commands.h"
 #include "app/frame_commands.h"
+#include "app/key_sets.h"
+#include "app/keys_dialog.h"
 #include "app/main_menu.h"
 #include "platform/qt/file_names.h"
 #include "platform/qt/person_settings.h"
 #include "platform/qt/utf8_text.h"
 #include "spatial/ui/spatial_commands.h"
+#include "view/commands/place_commands.h"
 #include "view/commands/view_commands.h"
 
 namespace sonavel {
@@ -55,6 +60,7 @@ CMainFrame::CMainFrame()
     playTimer_.setInterval(kPlayRefreshMs);
     connect(&refreshTimer_, &QTimer::timeout, this, &CMainFrame::Refresh);
     connect(&playTimer_, &QTimer::timeout, this, &CMainFrame::UpdatePanes);
+    connect(status_, &StatusPanes::PlaceTyped, this, &CMainFrame::GoToTypedPlace);
 }
 
 CMainFrame::~CMainFrame() {
@@ -79,6 +85,7 @@ void CMainFrame::Build(Workspace& workspace, std::vector<CommandTarget*> program
     AddActions();
     AddMenus();
     bars_->Add();
+    if (const ChangedKeys keys = StoredKeys(); !keys.empty()) actions_.SetKeys(keys);
     RestorePlaces();
     welcome_ = new WelcomePage(*area_, actions_, recent_);
     workspace.SetObserver(this);
@@ -126,6 +133,52 @@ void CMainFrame::AddMenus() {
         for (QAction* action : all.mid(all.indexOf(listStart) + 1)) delete action;
         area_->FillMenu(*windowMenu);
     });
+}
+
+std::vector<PaletteRow> CMainFrame::AllCommands() {
+    QList<QMenu*> menus;
+    for (const QAction* action : menuBar()->actions())
+        if (QMenu* menu = action->menu()) menus << menu;
+    actions_.Refresh();
+    return PaletteRows(menus, actions_);
+}
+
+Outcome CMainFrame::ChangeKeys() {
+    std::vector<KeyRow> rows;
+    for (const PaletteRow& row : AllCommands())
+        rows.push_back({row.id, row.name, actions_.OwnKeys(row.id)});
+    KeysDialog dialog(std::move(rows), StoredKeys(), this);
+    if (dialog.exec() != QDialog::Accepted) return Cancelled();
+    StoreKeys(dialog.Keys());
+    actions_.SetKeys(dialog.Keys());
+    return Done();
+}
+
+Outcome CMainFrame::OpenPalette() {
+    CommandPalette palette(AllCommands(), this);
+    if (palette.exec() != QDialog::Accepted) return Cancelled();
+    // By way of the event loop, so that a command never runs inside another.
+    QTimer::singleShot(0, this, [this, id = palette.Chosen()] { actions_.Run(id); });
+    return Done();
+}
+
+void CMainFrame::GoToTypedPlace(const QString& text) {
+    if (OpenSound* active = workspace_->Active())
+        Tell(GoToTyped(*active->view, text.toStdString()));
+    ScheduleRefresh();
+}
+
+// A key whose command is not offered comes here.
+void CMainFrame::keyPressEvent(QKeyEvent* event) {
+    const QKeySequence key(event->keyCombination());
+    const QAction* crossfade = actions_.Action(view_command::kCrossfadeMix);
+    const bool meansSave = key == QKeySequence(Qt::CTRL | Qt::Key_S);
+    if (meansSave && crossfade && crossfade->shortcuts().contains(key))
+        status_->ShowNote(tr("Nothing to crossfade: %1 %2 saves; Edit > Keys changes keys.")
+                              .arg(Utf8Text(actions_.Offered(view_command::kCrossfadeMix).Reason()),
+                                   actions_.Action(app_command::kSave)->shortcut().toString()));
+    else
+        QMainWindow::keyPressEvent(event);
 }
 
 void CMainFrame::TakeSettings() {

@@ -9,6 +9,7 @@
 
 #include "app/active_sound_commands.h"
 #include "app/child_windows.h"
+#include "app/command_palette.h"
 #include "app/frame_bars.h"
 #include "app/logo_window.h"
 #include "app/media_player.h"
@@ -53,6 +54,10 @@ class CMainFrame : public QMainWindow, public WorkspaceObserver {
     bool ShowsStatusBar() const;
     void SwitchStatusBar();
     Outcome Record();
+    // Finds a command by its letters and runs it.
+    Outcome OpenPalette();
+    // Changes the keys of the commands.
+    Outcome ChangeKeys();
 
     void OnDocumentAdded(OpenSound& sound) override;
     void OnDocumentClosing(OpenSound& sound) override;
@@ -63,6 +68,7 @@ class CMainFrame : public QMainWindow, public WorkspaceObserver {
 
   protected:
     bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
@@ -72,6 +78,9 @@ class CMainFrame : public QMainWindow, public WorkspaceObserver {
     CommandTarget* Route(int commandId);
     void AddActions();
     void AddMenus();
+    // Of the menus, as they are just now.
+    std::vector<PaletteRow> AllCommands();
+    void GoToTypedPlace(const QString& text);
     void RestorePlaces();
     void StorePlaces() const;
 

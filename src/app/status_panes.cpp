@@ -1,5 +1,6 @@
 #include "app/status_panes.h"
 
+#include <QLineEdit>
 #include <QTimer>
 #include <algorithm>
 #include <utility>
@@ -35,6 +36,7 @@ StatusPanes::StatusPanes(QWidget* parent) : QStatusBar(parent), prompt_(new QLab
                      QStringLiteral("(Sample Value) Left,Right : -32768, -32768"));
     selection_ = AddPane(QStringLiteral("selection"),
                          QStringLiteral("00:00:00.000 - 00:00:00.000 (00:00:00.000)"));
+    selection_.label->installEventFilter(this);
     zoom_ = AddPane(QStringLiteral("zoom"), QStringLiteral("Zoom (1 : 8888) 8888.888%"));
     Update();
 }
@@ -46,6 +48,27 @@ StatusPanes::Pane StatusPanes::AddPane(const QString& name, const QString& wides
     pane->setFrameStyle(QFrame::Panel | QFrame::Sunken);
     addPermanentWidget(pane);
     return {pane, fontMetrics().horizontalAdvance(widestText) + kPanePadding};
+}
+
+bool StatusPanes::eventFilter(QObject* object, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonDblClick && !selection_.label->text().isEmpty())
+        TypePlace();
+    return QStatusBar::eventFilter(object, event);
+}
+
+void StatusPanes::TypePlace() {
+    auto* field = new QLineEdit(selection_.label->text(), this);
+    field->setObjectName(QStringLiteral("typed place"));
+    field->setGeometry(selection_.label->geometry());
+    field->selectAll();
+    field->show();
+    field->setFocus();
+    connect(field, &QLineEdit::returnPressed, this, [this, field] {
+        Q_EMIT PlaceTyped(field->text());
+        field->deleteLater();
+    });
+    // Clicking elsewhere leaves everything as it was.
+    connect(field, &QLineEdit::editingFinished, field, &QObject::deleteLater);
 }
 
 void StatusPanes::resizeEvent(QResizeEvent* event) {

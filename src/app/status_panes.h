@@ -25,7 +25,12 @@ class StatusPanes : public QStatusBar {
 
     QString Shown() const { return prompt_->text(); }
 
+  Q_SIGNALS:
+    // Into the field that a double click on the pane of the selection opens.
+    void PlaceTyped(const QString& text);
+
   protected:
+    bool eventFilter(QObject* object, QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
   private:
@@ -37,6 +42,7 @@ class StatusPanes : public QStatusBar {
     Pane AddPane(const QString& name, const QString& widestText);
     void LayOutPanes();
     void Update();
+    void TypePlace();
 
     QLabel* prompt_;
     Pane state_;

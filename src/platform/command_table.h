@@ -56,6 +56,10 @@ class CommandTarget {
     virtual bool HandlesCommand(int id) const = 0;
     virtual CommandState StateOfCommand(int id) const = 0;
     virtual std::string MenuTextOfCommand(int id) const = 0;
+    // Fails where the command is not enabled, and says why.
+    virtual Outcome Offered(int id) const {
+        return DoneIf(StateOfCommand(id).enabled, failure::kNotOffered);
+    }
     // Runs the command when it is enabled.
     virtual Outcome RunCommand(int id) = 0;
 };

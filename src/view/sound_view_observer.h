@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "platform/outcome.h"
@@ -13,6 +14,13 @@ namespace sonavel {
 struct ClipRecord;
 
 enum class ViewArea { kWaveform, kHorizontalRuler, kVerticalRuler, kMarkerStrip, kAll };
+
+// A marker's name is to be typed at its flag.
+struct NameWanted {
+    std::uint32_t id = 0;  // 0 for a new marker
+    std::uint32_t frame = 0;
+    std::string name;  // the present one, UTF-8
+};
 
 // The window of a view. As it stands here it is told everything and does nothing.
 class SoundViewObserver {
@@ -32,6 +40,7 @@ class SoundViewObserver {
     virtual void SetWaitCursor(WaitCursor) {}
     // The colours were loaded; the meter takes slots 0 to 2 and the channel count.
     virtual void OnColoursChanged() {}
+    virtual void OnNameWanted(const NameWanted&) {}
     // The player started, paused or stopped.
     virtual void OnTransportChanged() {}
 };

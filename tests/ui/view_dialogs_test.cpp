@@ -229,6 +229,16 @@ TEST_F(MarkerDialogTest, AddsEditsAndDeletesInOrder) {
     EXPECT_EQ(edits[2].id, 1u);
 }
 
+TEST_F(MarkerDialogTest, TheListIsInTheOrderOfPlaces) {
+    request_.markers.Add(1500, "Between", 0);
+    MarkerDialog dialog(request_);
+    EXPECT_EQ(Cell(dialog, 1, 1), "Between");
+    Frames(dialog, 0)->setValue(0);
+    ButtonNamed<QPushButton>(dialog, "&Add")->click();
+    EXPECT_EQ(Cell(dialog, 0, 1), "Marker 4");
+    EXPECT_EQ(dialog.Edits().size(), 1u);
+}
+
 TEST_F(MarkerDialogTest, OkAloneAddsTheProposedMarkerAndLeavesAListAlone) {
     MarkerDialog list(request_);
     list.accept();

@@ -9,6 +9,10 @@ CommandState WithFrames(const SoundExporter& exporter) {
     return {exporter.HasFrames(), false};
 }
 
+CommandState WithMarkers(const SoundExporter& exporter) {
+    return {exporter.HasMarkers(), false};
+}
+
 CommandState WithSelection(const SoundExporter& exporter) {
     return {exporter.HasSelection(), false};
 }
@@ -26,6 +30,18 @@ constexpr Command<SoundExporter> kCommands[] = {
       "Write the selected part into a file of its own"},
      Call<SoundExporter, &SoundExporter::ExportSelection>,
      WithSelection},
+    {{app_command::kExportRegions, "", "Export Re&gions...", "",
+      "Write every region, or every stretch between markers, into a file of its own"},
+     Call<SoundExporter, &SoundExporter::ExportRegions>,
+     WithMarkers},
+    {{app_command::kImportMarkers, "", "&Import Markers...", "",
+      "Add the markers of a label track, a table, captions or a cue sheet"},
+     Call<SoundExporter, &SoundExporter::ImportLabels>,
+     WithFrames},
+    {{app_command::kExportMarkers, "", "E&xport Markers...", "",
+      "Write the markers as a label track, a table, captions or a cue sheet"},
+     Call<SoundExporter, &SoundExporter::ExportLabels>,
+     WithMarkers},
 };
 
 }  // namespace

@@ -1,9 +1,16 @@
 #include "app/exchange/sound_exporter.h"
 
+#include <QFileDialog>
 #include <algorithm>
 
 #include "app/exchange/export_writing.h"
+#include "app/exchange/regions_dialog.h"
+#include "platform/code_page_949.h"
+#include "platform/qt/file_names.h"
+#include "platform/qt/open_files_dialog.h"
 #include "platform/qt/person_settings.h"
+#include "platform/qt/utf8_text.h"
+#include "view/commands/label_commands.h"
 
 namespace sonavel {
 
@@ -18,13 +25,47 @@ SoundFileKind KindChosenLast() {
     return SoundFileKind::kWav;
 }
 
-std::string ExtensionOf(SoundFileKind kind) {
-    const std::vector<ExportKind> kinds = ExportKinds();
-    const auto found = std::ranges::find(kinds, kind, &ExportKind::kind);
-    return found != kinds.end() ? found->extension : std::string();
+QString LabelFilters() {
+    return QObject::tr("Labels (*.txt *.csv *.vtt *.cue)");
 }
 
 }  // namespace
+
+bool SoundExporter::HasMarkers() const {
+    return HasFrames() && !sound_.document->Sound().Markers().Empty();
+}
+
+Outcome SoundExporter::ExportRegions() {
+    RegionsDialog dialog(*sound_.document, KindChosenLast(), parent_);
+    if (dialog.exec() != QDialog::Accepted) return Cancelled();
+    const Result<RegionExport> regions = dialog.Regions();
+    if (!regions) return regions.Ended();
+    CSoundDoc& document = *sound_.document;
+    return sonavel::ExportRegions(*regions, document.Sound(), document.Extras(),
+                                  document.Services().codecs, document.Sound().FileHost(),
+                                  [](const std::filesystem::path&, FrameRange) {});
+}
+
+Outcome SoundExporter::ImportLabels() {
+    const QString chosen = OpenFilesDialog::AskOne(QObject::tr("Import Markers"), LabelFolder(),
+                                                   LabelFilters(), parent_);
+    return chosen.isEmpty() ? Cancelled() : ImportMarkers(*sound_.view, FilePath(chosen));
+}
+
+Outcome SoundExporter::ExportLabels() {
+    QFileDialog dialog(parent_, QObject::tr("Export Markers"), LabelFolder(), LabelFilters());
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(QStringLiteral("txt"));
+    dialog.selectFile(Utf8Text(DisplayText(sound_.document->Title())).section(u'.', 0, 0) +
+                      QStringLiteral(".txt"));
+    if (dialog.exec() != QDialog::Accepted) return Cancelled();
+    return ExportMarkers(*sound_.view, FilePath(dialog.selectedFiles().value(0)));
+}
+
+QString SoundExporter::LabelFolder() const {
+    return FileText(sound_.document->Path().parent_path());
+}
 
 bool SoundExporter::HasFrames() const {
     return sound_.document->Sound().GetFrameCount() > 0;

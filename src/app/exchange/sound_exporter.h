@@ -24,6 +24,12 @@ class SoundExporter {
     // Starts with the kind of file that the sound came from.
     Outcome SaveCopy();
     Outcome ExportSelection();
+    // Each region, or each stretch between markers, into a file of its own.
+    Outcome ExportRegions();
+    // The markers as texts that other programs read, and back.
+    Outcome ImportLabels();
+    Outcome ExportLabels();
+    bool HasMarkers() const;
     bool HasFrames() const;
     bool HasSelection() const;
 
@@ -36,6 +42,7 @@ class SoundExporter {
     };
 
     FrameRange Whole() const;
+    QString LabelFolder() const;
     Outcome Ask(const Wish& wish);
     ExportQuestion QuestionOf(const Wish& wish) const;
 

@@ -34,12 +34,11 @@ std::string BehindEnd(std::size_t count) {
                : std::to_string(count) + " labels behind the end of the sound were left out.";
 }
 
-}  // namespace
-
-MarkerList WithPausesMarked(const Sound& sound, FrameRange range, const PauseRule& rule,
+MarkerList WithPausesMarked(const CSoundView& view, MarkerList markers, const PauseRule& rule,
                             PauseMarks marks) {
-    const PausesFound found = FindPauses(sound, range, rule);
-    MarkerList markers = sound.Markers();
+    const Selection selection = view.State().GetSelection();
+    const FrameRange range = RangeToWorkOn(selection.start, selection.end, view.FrameCount());
+    const PausesFound found = FindPauses(view.Sound(), range, rule);
     int number = 0;
     if (marks == PauseMarks::kMarkersAtPauses)
         for (const FrameRange& pause : found.pauses)
@@ -50,14 +49,43 @@ MarkerList WithPausesMarked(const Sound& sound, FrameRange range, const PauseRul
     return markers;
 }
 
-Outcome MarkPauses(CSoundView& view, const PauseRule& rule, PauseMarks marks) try {
-    if (view.FrameCount() == 0) return Failed(kNoSound);
-    const Selection selection = view.State().GetSelection();
-    const FrameRange range = RangeToWorkOn(selection.start, selection.end, view.FrameCount());
-    PutMarkers(view, WithPausesMarked(view.Sound(), range, rule, marks));
-    return Done();
+}  // namespace
+
+Result<std::size_t> PauseProposal::Show(const PauseRule& rule, PauseMarks marks) try {
+    MarkerList markers = WithPausesMarked(view_, before_, rule, marks);
+    const std::size_t added = markers.Count() - before_.Count();
+    view_.Document().SetMarkers(std::move(markers), CSoundDoc::MarkerEditing::kGoesOn);
+    view_.Repaint().Area(ViewArea::kMarkerStrip);
+    view_.Repaint().Area(ViewArea::kWaveform);
+    return added;
 } catch (const std::bad_alloc&) {
     return Failed(failure::kMemory);
+}
+
+PauseProposal::PauseProposal(CSoundView& view) : view_(view), before_(view.Sound().Markers()) {
+    view_.Document().EndMarkerEdit();
+}
+
+PauseProposal::~PauseProposal() {
+    if (isKept_) return;
+    view_.Document().SetMarkers(std::move(before_), CSoundDoc::MarkerEditing::kGoesOn);
+    view_.Document().EndMarkerEdit();
+    view_.Repaint().Area(ViewArea::kMarkerStrip);
+    view_.Repaint().Area(ViewArea::kWaveform);
+}
+
+void PauseProposal::Keep() {
+    isKept_ = true;
+    view_.Document().EndMarkerEdit();
+}
+
+Outcome MarkPauses(CSoundView& view, const PauseRule& rule, PauseMarks marks) {
+    if (view.FrameCount() == 0) return Failed(kNoSound);
+    PauseProposal proposal(view);
+    const Result<std::size_t> shown = proposal.Show(rule, marks);
+    if (!shown) return shown.Ended();
+    proposal.Keep();
+    return Done();
 }
 
 Outcome ImportMarkers(CSoundView& view, const std::filesystem::path& path) try {
@@ -84,7 +112,7 @@ Outcome ExportMarkers(CSoundView& view, const std::filesystem::path& path) try {
     if (view.Sound().Markers().Empty()) return Failed(kNoMarkers);
     return WriteLabelFile(
         path, ChaptersOf(view.Sound().Markers()),
-        {view.Sound().GetSamplesPerSecond(), DisplayText(view.Document().Title())});
+        {std::max(view.Sound().GetSamplesPerSecond(), 1U), DisplayText(view.Document().Title())});
 } catch (const std::bad_alloc&) {
     return Failed(failure::kMemory);
 }

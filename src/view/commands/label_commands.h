@@ -17,9 +17,25 @@ enum class PauseMarks : std::uint8_t {
     kRegionsOfSound,   // each sound between pauses: "Sound 1", "Sound 2" …
 };
 
-// The sound's markers and those that would be added.
-MarkerList WithPausesMarked(const Sound& sound, FrameRange range, const PauseRule& rule,
-                            PauseMarks marks);
+// Shows marks before they are wanted: as one edit of the markers, which is taken back unless it is
+// kept.
+class PauseProposal {
+  public:
+    explicit PauseProposal(CSoundView& view);
+    ~PauseProposal();
+    PauseProposal(const PauseProposal&) = delete;
+    PauseProposal& operator=(const PauseProposal&) = delete;
+
+    // Instead of what was shown before; gives how many marks there are, fails when memory is short.
+    Result<std::size_t> Show(const PauseRule& rule, PauseMarks marks);
+    void Keep();
+
+  private:
+    CSoundView& view_;
+    MarkerList before_;
+    bool isKept_ = false;
+};
+
 // In the selection, or in the whole sound without one.
 Outcome MarkPauses(CSoundView& view, const PauseRule& rule, PauseMarks marks);
 

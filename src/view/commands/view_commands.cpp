@@ -2,6 +2,7 @@
 
 #include "view/commands/edit_commands.h"
 #include "view/commands/marker_commands.h"
+#include "view/commands/place_commands.h"
 #include "view/commands/transport.h"
 #include "view/input/cursor_moves.h"
 
@@ -83,6 +84,28 @@ const char* HasMarkers(const CSoundView& view) {
     return view.Sound().Markers().Empty() ? "The sound has no markers." : nullptr;
 }
 
+const char* CanDelete(const CSoundView& view) {
+    const auto chosen = view.State().ChosenMarker();
+    return chosen && view.Sound().Markers().Find(*chosen) ? nullptr : CanRemove(view);
+}
+
+const char* HadSelection(const CSoundView& view) {
+    return view.State().HadSelection() ? nullptr : "There was no other selection.";
+}
+
+const char* HasZoomBack(const CSoundView& view) {
+    return view.Zoom().History().HasBack() ? nullptr : "There is no zoom before this one.";
+}
+
+const char* HasZoomForward(const CSoundView& view) {
+    return view.Zoom().History().HasForward() ? nullptr : "There is no zoom after this one.";
+}
+
+const char* CanMakeRegion(const CSoundView& view) {
+    const char* reason = HasMarkers(view);
+    return reason ? reason : HasSelection(view);
+}
+
 template <Condition condition>
 CommandState When(const CSoundView& view) {
     return {condition(view) == nullptr, false};
@@ -111,11 +134,20 @@ constexpr NamedCondition kConditions[] = {
     {When<CanUndo>, CanUndo},
     {When<CanRedo>, CanRedo},
     {When<HasMarkers>, HasMarkers},
+    {When<CanDelete>, CanDelete},
+    {When<HadSelection>, HadSelection},
+    {When<HasZoomBack>, HasZoomBack},
+    {When<HasZoomForward>, HasZoomForward},
+    {When<CanMakeRegion>, CanMakeRegion},
 };
 
 template <StatusFormat format>
 CommandState Shows(const CSoundView& view) {
     return {true, view.Settings().statusFormat == format};
+}
+
+CommandState Snaps(const CSoundView& view) {
+    return {true, view.State().IsSnapping()};
 }
 
 // --- Handlers of fixed arguments
@@ -220,8 +252,12 @@ constexpr Row kTable[] = {
     {{kExtendRightFar, "", "", "Ctrl+Shift+Right", "Extend the selection forward"},
      Moved<MoveCursorRight, kFarMovePixels, MoveMode::kExtend>,
      When<HasSound>},
-    {{kSelectToStart, "", "", "Shift+Home", "Select to the start"}, SelectToStart, When<HasSound>},
-    {{kSelectToEnd, "", "", "Shift+End", "Select to the end"}, SelectToEnd, When<HasSound>},
+    {{kSelectToStart, "", "", "Shift+Home; Ctrl+Shift+Home", "Select to the start"},
+     SelectToStart,
+     When<HasSound>},
+    {{kSelectToEnd, "", "", "Shift+End; Ctrl+Shift+End", "Select to the end"},
+     SelectToEnd,
+     When<HasSound>},
     {{kSelectAll, "select-all", "Select &All", "Ctrl+A", "Select the whole sound"},
      SelectAll,
      When<HasSound>},
@@ -229,7 +265,51 @@ constexpr Row kTable[] = {
      kAsksFirst,
      When<HasSound>},
 
+    {{kSelectToNextMarker, "", "Select to Next &Marker", "Alt+Shift+Down",
+      "Select from here to the next marker"},
+     SelectToNextMarker,
+     When<HasSound>},
+    {{kLastSelection, "", "&Last Selection", "Ctrl+Alt+Z",
+      "Bring the selection back that was there before"},
+     SelectLastAgain,
+     When<HadSelection>},
+    {{kSnapToZero, "", "Snap to &Zero Crossings", "Z",
+      "Let the mouse select where the sound passes through zero; Shift while dragging turns it "
+      "round"},
+     SwitchSnapping,
+     Snaps},
+
     // Markers
+    {{kDropNamedMarker, "", "Drop and &Name", "Shift+M",
+      "Set a marker at the cursor, or where it plays, and type its name"},
+     AskNameOfNewMarker,
+     When<HasSound>},
+    {{kMarkerRename, "", "&Rename", "F2", "Type another name for the chosen marker"},
+     AskNameOfMarker,
+     When<HasMarkers>},
+    {{kNextMarker, "", "&Next", "Alt+Down", "Go to the next marker"},
+     GoToNextMarker,
+     When<HasMarkers>},
+    {{kPreviousMarker, "", "&Previous", "Alt+Up", "Go to the marker before"},
+     GoToPreviousMarker,
+     When<HasMarkers>},
+    {{kMarkerPlay, "", "&Play Region", "", "Play the marker's region, or up to the next marker"},
+     PlayMarkerRegion,
+     When<HasMarkers>},
+    {{kMarkerSelect, "", "&Select Region", "",
+      "Select the marker's region, or up to the next marker"},
+     SelectMarkerRegion,
+     When<HasMarkers>},
+    {{kMarkerFromSelection, "", "Make Region from Se&lection", "",
+      "Let the marker stand for what is selected"},
+     MakeRegionFromSelection,
+     When<CanMakeRegion>},
+    {{kMarkerRemove, "", "De&lete Marker", "", "Delete the chosen marker"},
+     RemoveChosenMarker,
+     When<HasMarkers>},
+    {{kFindPauses, "", "&Find Pauses...", "", "Mark pauses, or the sound between them"},
+     kAsksFirst,
+     When<HasSound>},
     {{kDropMarker, "", "Drop Marker", "M", "Set a marker at the cursor"},
      DropMarker,
      When<HasSound>},
@@ -256,7 +336,7 @@ constexpr Row kTable[] = {
     {{kCopy, "copy", "&Copy", "Ctrl+C", "Copy the selection to the clipboard"},
      CopySelection,
      When<HasSelection>},
-    {{kDelete, "delete", "&Delete", "Del", "Block Delete ..."}, DeleteSelection, When<CanRemove>},
+    {{kDelete, "delete", "&Delete", "Del", "Block Delete ..."}, DeleteChosen, When<CanDelete>},
     {{kCrop, "crop", "C&rop to Selection", "", "Remove what lies outside the selection"},
      CropToSelection,
      When<CanRemove>},
@@ -315,6 +395,13 @@ constexpr Row kTable[] = {
      When<HasSound>},
     {{kZoomDefault, "zoom-default", "Zoom Default\tCtrl+0", "Ctrl+0", "Go back to the first zoom"},
      ZoomedDefault},
+
+    {{kPreviousZoom, "", "&Previous Zoom", "Alt+Left", "Go back to what was in sight before"},
+     GoToPreviousZoom,
+     When<HasZoomBack>},
+    {{kNextZoom, "", "&Next Zoom", "Alt+Right", "Go forward again"},
+     GoToNextZoom,
+     When<HasZoomForward>},
 
     // Status format
     {{kStatusSample, "", "&Sample", "", "Show positions as sample numbers"},

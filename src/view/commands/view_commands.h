@@ -66,6 +66,20 @@ enum Id : int {
     kExtendRightFar = 33016,
     kSelectToStart = 33019,
     kSelectToEnd = 33020,
+    kPreviousMarker = 33401,
+    kNextMarker = 33402,
+    kSelectToNextMarker = 33403,
+    kLastSelection = 33404,
+    kSnapToZero = 33405,
+    kPreviousZoom = 33406,
+    kNextZoom = 33407,
+    kDropNamedMarker = 33408,
+    kMarkerRename = 33409,
+    kMarkerPlay = 33410,
+    kMarkerSelect = 33411,
+    kMarkerFromSelection = 33412,
+    kMarkerRemove = 33413,
+    kFindPauses = 33414,
 };
 }  // namespace view_command
 
@@ -83,7 +97,7 @@ class SoundViewCommands : public TableCommandTarget<CSoundView> {
 
     Outcome RunCommand(int id) override;
     // Fails where the command is not offered just now, and says why.
-    Outcome Offered(int id) const;
+    Outcome Offered(int id) const override;
 
   protected:
     CSoundView& View() const { return view_; }

@@ -65,7 +65,7 @@ struct RowBins {
 };
 
 std::vector<RowBins> BinsOfRows(const SpectrogramFrames& frames, unsigned height) {
-    const double highest = frames.samplesPerSecond / 2.0;
+    const double highest = std::max(frames.samplesPerSecond, 1U) / 2.0;
     const unsigned lastBin = frames.look.windowFrames / 2;
     std::vector<RowBins> rows(height);
     const auto binAt = [&](double row) {  // counted from the bottom
@@ -79,7 +79,7 @@ std::vector<RowBins> BinsOfRows(const SpectrogramFrames& frames, unsigned height
         bins.last = std::min(static_cast<unsigned>(std::floor(high)), lastBin);
         if (bins.first < bins.last) continue;
         bins.first = bins.last = std::min(static_cast<unsigned>(middle), lastBin - 1);
-        bins.share = static_cast<float>(middle - bins.first);
+        bins.share = static_cast<float>(std::min(middle - bins.first, 1.0));
     }
     return rows;
 }

@@ -1,6 +1,7 @@
 #include "view/input/cursor_moves.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "sound/sample_types.h"
 
@@ -30,6 +31,17 @@ std::int64_t PlaceInWindow(const CSoundView& view, const CursorStep& step, std::
     const std::int64_t x =
         cursor * step.virtualWidth / step.frames - view.Zoom().Horizontal().position - 1;
     return x == -1 ? 0 : x;
+}
+
+std::optional<FrameRange> ShortestRegionAround(const MarkerList& markers, std::uint32_t frame) {
+    std::optional<FrameRange> shortest;
+    for (const Marker& marker : markers.All()) {
+        const std::uint32_t most = 0xFFFFFFFF - marker.position;
+        const FrameRange region{marker.position, marker.position + std::min(marker.length, most)};
+        if (region.Contains(frame) && (!shortest || region.Frames() < shortest->Frames()))
+            shortest = region;
+    }
+    return shortest;
 }
 
 }  // namespace
@@ -117,6 +129,10 @@ Outcome SelectAll(CSoundView& view) {
 
 Outcome SelectBetweenMarkers(CSoundView& view, std::uint32_t frame) {
     if (view.FrameCount() == 0) return Failed(kNoSound);
+    if (const auto region = ShortestRegionAround(view.Sound().Markers(), frame)) {
+        view.State().SetSelection(region->start, region->end);
+        return Done();
+    }
     const std::uint32_t end = std::min(view.Sound().GetMarkerAfter(frame), view.FrameCount());
     view.State().SetSelection(view.Sound().GetMarkerBefore(frame), end);
     return Done();

@@ -20,7 +20,8 @@ Outcome MoveCursorToEnd(CSoundView& view);
 Outcome SelectToStart(CSoundView& view);
 Outcome SelectToEnd(CSoundView& view);
 Outcome SelectAll(CSoundView& view);
-// Between the markers around the frame, the sound's ends standing for markers that are not there.
+// The shortest region around the frame; where there is none, between the markers around the frame,
+// the sound's ends standing for markers that are not there.
 Outcome SelectBetweenMarkers(CSoundView& view, std::uint32_t frame);
 // Sets the cursor, drops the selection and scrolls there.
 Outcome GoToFrame(CSoundView& view, std::uint32_t frame);

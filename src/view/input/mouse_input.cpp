@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "sound/zero_crossing.h"
 #include "view/commands/marker_commands.h"
 #include "view/draw/marker_strip.h"
 #include "view/input/cursor_moves.h"
@@ -81,6 +82,20 @@ std::uint32_t MouseInput::FrameAt(int x) const {
     return static_cast<std::uint32_t>(view_.Zoom().Pixels().NearestFrameAt(inside - waveform.left));
 }
 
+// Where the pointer is, or the sound passes through zero near it.
+std::uint32_t MouseInput::PointedFrame(const PointerEvent& event) const {
+    const std::uint32_t frame = FrameAt(event.x);
+    const bool turned = event.shift != pressedWithShift_;
+    if (dragsMarker_ || view_.State().IsSnapping() == turned) return frame;
+    constexpr std::uint32_t kReachParts = 50;  // of a second
+    return NearestZeroCrossing(view_.Sound(), frame,
+                               view_.Sound().GetSamplesPerSecond() / kReachParts);
+}
+
+void MouseInput::Choose(std::uint32_t markerId) {
+    if (markerId != 0) view_.State().ChooseMarker(markerId);
+}
+
 std::unique_ptr<Gesture> MouseInput::GestureFor(MouseTarget target,
                                                 const PointerEvent& event) const {
     const Selection selection = view_.State().GetSelection();
@@ -122,6 +137,10 @@ MouseRequest MouseInput::Press(MouseButton button, const PointerEvent& event) {
             return MouseRequest::kUserZoom;
     }
     if (!ShowsTime(target) || IsDragging()) return MouseRequest::kNone;
+    if (button == MouseButton::kRight && target == MouseTarget::kMarkerFlag) {
+        Choose(MarkerAt(event.x, event.y));
+        return MouseRequest::kMarkerMenu;
+    }
     if (button == MouseButton::kRight)
         return view_.State().HasSelection() ? MouseRequest::kContextMenuSelection
                                             : MouseRequest::kContextMenuNormal;
@@ -131,8 +150,11 @@ MouseRequest MouseInput::Press(MouseButton button, const PointerEvent& event) {
         panX_ = event.x;
         return MouseRequest::kNone;
     }
+    pressedWithShift_ = event.shift;
+    dragsMarker_ = target == MouseTarget::kMarkerFlag;
     gesture_ = GestureFor(target, event);
-    if (gesture_) Apply(gesture_->Press(FrameAt(event.x)));
+    if (gesture_) Apply(gesture_->Press(PointedFrame(event)));
+    if (dragsMarker_) Choose(MarkerAt(event.x, event.y));
     return MouseRequest::kNone;
 }
 
@@ -141,7 +163,7 @@ void MouseInput::Move(const PointerEvent& event) {
     if (panning_)
         view_.Zoom().ScrollHorizontallyTo(panPosition_ + panX_ - event.x);
     else if (gesture_)
-        Apply(gesture_->Move(FrameAt(event.x)));
+        Apply(gesture_->Move(PointedFrame(event)));
     else
         ShowSampleValues(event.x, event.y);
 }
@@ -162,7 +184,7 @@ void MouseInput::Release(const PointerEvent& event) {
     last_ = event;
     panning_ = false;
     if (!gesture_) return;
-    Apply(gesture_->Release(FrameAt(event.x)));
+    Apply(gesture_->Release(PointedFrame(event)));
     EndGesture();
 }
 
@@ -191,7 +213,7 @@ void MouseInput::Tick() {
     if (!gesture_) return;
     ScrollPastEdge();
     // A modal dialog that the scrolling's observers open may have ended the gesture.
-    if (gesture_) Apply(gesture_->Move(FrameAt(last_.x)));
+    if (gesture_) Apply(gesture_->Move(PointedFrame(last_)));
 }
 
 void MouseInput::ScrollPastEdge() {

@@ -40,6 +40,7 @@ enum class MouseRequest {
     kContextMenuSelection,
     kUserZoom,
     kEditMarker,  // the one whose flag lies there
+    kMarkerMenu,  // of the chosen marker
 };
 
 class MouseInput {
@@ -73,6 +74,8 @@ class MouseInput {
     std::unique_ptr<Gesture> GestureFor(MouseTarget target, const PointerEvent& event) const;
     bool PressZoomButton(MouseTarget target, MouseButton button);
     std::uint32_t FrameAt(int x) const;
+    std::uint32_t PointedFrame(const PointerEvent& event) const;
+    void Choose(std::uint32_t markerId);
     int WholeNotches(double notches);
     void Apply(const GestureIntent& intent);
     void EndGesture();
@@ -82,6 +85,8 @@ class MouseInput {
     CSoundView& view_;
     std::unique_ptr<Gesture> gesture_;
     PointerEvent last_;
+    bool pressedWithShift_ = false;  // which extends; only later does Shift turn snapping round
+    bool dragsMarker_ = false;
     bool panning_ = false;
     std::int64_t panPosition_ = 0;  // the scroll position at the press
     int panX_ = 0;

@@ -29,6 +29,7 @@ void ViewState::Resize(const GeometryRequest& request) {
 
 void ViewState::SetSelection(std::uint32_t start, std::uint32_t end) {
     const Selection range = RangeBetween(start, end).ClampedTo(sound_.GetFrameCount());
+    pastSelections_.Change(GetSelection(), range);
     StoreSelection({range.start, range.end});
 }
 
@@ -39,6 +40,7 @@ void ViewState::SetSelectionStart(std::uint32_t frame) {
 void ViewState::StoreSelection(const SelectionEnds& ends) {
     if (ends == selectionEnds_) return;
     const Selection before = GetSelection();
+    chosenMarker_.reset();
     selectionEnds_ = ends;
     NoteSelectionChange(before, GetSelection());
     notes_.Window().OnSelectionChanged();
@@ -47,9 +49,29 @@ void ViewState::StoreSelection(const SelectionEnds& ends) {
 void ViewState::SetCursor(std::uint32_t frame) {
     const std::uint32_t target = std::min(frame, sound_.GetFrameCount());
     if (target == cursor_) return;
+    chosenMarker_.reset();
     NoteFrames(cursor_, cursor_);
     cursor_ = target;
     NoteFrames(cursor_, cursor_);
+    notes_.Window().OnSelectionChanged();
+}
+
+bool ViewState::BringSelectionBack() {
+    const auto last = pastSelections_.Last(GetSelection());
+    if (!last) return false;
+    const Selection range = last->ClampedTo(sound_.GetFrameCount());
+    StoreSelection({range.start, range.end});
+    return true;
+}
+
+void ViewState::SetSnapping(bool snapping) {
+    snapping_ = snapping;
+    notes_.Window().OnSelectionChanged();
+}
+
+void ViewState::ChooseMarker(std::uint32_t id) {
+    chosenMarker_ = id;
+    notes_.Area(ViewArea::kMarkerStrip);
     notes_.Window().OnSelectionChanged();
 }
 

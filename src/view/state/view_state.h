@@ -4,6 +4,9 @@
 
 #include <cstdint>
 
+#include <optional>
+
+#include "view/state/view_history.h"
 #include "view/state/view_zoom.h"
 
 namespace sonavel {
@@ -44,6 +47,17 @@ class ViewState {
     void SetCursor(std::uint32_t frame);
     // Moves the start alone, past the end too; the other end stays where it is.
     void SetSelectionStart(std::uint32_t frame);
+    // Brings the selection before the present one back, then those before it; false where there was
+    // none.
+    bool BringSelectionBack();
+    bool HadSelection() const { return !pastSelections_.IsEmpty(); }
+    // Whether what the mouse selects goes to where the sound passes through zero.
+    bool IsSnapping() const { return snapping_; }
+    void SetSnapping(bool snapping);
+    // The marker whose flag was pressed, until selection or cursor change.
+    std::optional<std::uint32_t> ChosenMarker() const { return chosenMarker_; }
+    void ChooseMarker(std::uint32_t id);
+    void ForgetMarker() { chosenMarker_.reset(); }
     // The sound may be shorter than before.
     void ClampToSound();
 
@@ -60,6 +74,9 @@ class ViewState {
     ViewGeometry geometry_;
     SelectionEnds selectionEnds_;
     std::uint32_t cursor_ = 0;
+    SelectionHistory pastSelections_;
+    std::optional<std::uint32_t> chosenMarker_;
+    bool snapping_ = false;
     ViewZoom zoom_{sound_, geometry_, selectionEnds_, notes_};
 };
 

@@ -42,9 +42,43 @@ void ViewZoom::ScrollToPlayPosition(std::int64_t positionBytes) {
 
 // --- Zooming
 
+void ViewZoom::ZoomTime(const ScrollState& state) {
+    if (state == Horizontal()) return;
+    if (Horizontal().maximum > 0) history_.Leave(Place());
+    SetTime(state);
+}
+
+SeenPlace ViewZoom::Place() const {
+    const int width = geometry_.waveform.Width();
+    const auto frameAt = [&](int x) {
+        return static_cast<std::uint32_t>(Pixels().Usable() ? Pixels().NearestFrameAt(x) : 0);
+    };
+    return {Horizontal(), sound_.GetFrameCount(), width, {frameAt(0), frameAt(width)}};
+}
+
+void ViewZoom::Return(const SeenPlace& place) {
+    const SeenPlace now = Place();
+    if (place.frameCount == now.frameCount && place.width == now.width) return SetTime(place.state);
+    const FrameRange shown = place.shown.ClampedTo(now.frameCount);
+    if (!shown.IsEmpty())
+        SetTime(ZoomToRange(State(), Context(), shown.start, shown.end).horizontal);
+}
+
+bool ViewZoom::Back() {
+    const auto place = history_.Back(Place());
+    if (place) Return(*place);
+    return place.has_value();
+}
+
+bool ViewZoom::Forward() {
+    const auto place = history_.Forward(Place());
+    if (place) Return(*place);
+    return place.has_value();
+}
+
 void ViewZoom::Time(ZoomFunction step) {
     const WaitCursorScope wait(notes_);
-    SetTime(step(State(), Context()).horizontal);
+    ZoomTime(step(State(), Context()).horizontal);
 }
 
 void ViewZoom::TimeAt(std::int64_t column, ZoomFunction step) {
@@ -52,24 +86,24 @@ void ViewZoom::TimeAt(std::int64_t column, ZoomFunction step) {
     // The command decides how far; where the frame then stands decides the position.
     const ScrollState zoomed = step(State(), Context()).horizontal;
     const std::int64_t virtualX = PixelMap(sound_.GetFrameCount(), zoomed).VirtualX(frame);
-    SetTime(zoomed.WithPosition(virtualX - column));
+    ZoomTime(zoomed.WithPosition(virtualX - column));
 }
 
 void ViewZoom::ToRange(std::uint32_t startFrame, std::uint32_t endFrame) {
     const WaitCursorScope wait(notes_);
-    SetTime(ZoomToRange(State(), Context(), startFrame, endFrame).horizontal);
+    ZoomTime(ZoomToRange(State(), Context(), startFrame, endFrame).horizontal);
 }
 
 void ViewZoom::ToDefault(OpeningZoom opening) {
     const ZoomState state = DefaultZoom(Context(), opening);
-    SetTime(state.horizontal);
+    ZoomTime(state.horizontal);
     SetLevel(state.vertical);
 }
 
 void ViewZoom::Apply(const UserZoom& zoom) {
     const WaitCursorScope wait(notes_);
     const ZoomState state = ApplyUserZoom(State(), Context(), zoom);
-    SetTime(state.horizontal);
+    ZoomTime(state.horizontal);
     SetLevel(state.vertical);
 }
 

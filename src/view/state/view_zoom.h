@@ -9,6 +9,7 @@
 #include "view/state/repaint_notes.h"
 #include "view/state/selection.h"
 #include "view/state/view_geometry.h"
+#include "view/state/view_history.h"
 #include "view/state/zoom.h"
 #include "view/state/zoom_axis.h"
 
@@ -55,10 +56,17 @@ class ViewZoom {
     void ToRange(std::uint32_t startFrame, std::uint32_t endFrame);
     void ToDefault(OpeningZoom opening);
     // The whole sound; the level's zoom stays.
-    void FitTime() { SetTime(FitZoom(Context()).horizontal); }
+    void FitTime() { ZoomTime(FitZoom(Context()).horizontal); }
     // What the dialog "User Defined Zoom" is filled with, and what its OK does.
     UserZoom CurrentUserZoom() const { return InitialUserZoom(State(), Context()); }
     void Apply(const UserZoom& zoom);
+
+    // --- Where the zoom has been: every zoom of the time is kept, scrolling is none. False where
+    // there is none.
+
+    bool Back();
+    bool Forward();
+    const ZoomHistory& History() const { return history_; }
 
     // --- For the view
 
@@ -73,6 +81,10 @@ class ViewZoom {
   private:
     ZoomContext Context() const;
     void SetTime(const ScrollState& state);
+    // As a zoom, from which there is a way back.
+    void ZoomTime(const ScrollState& state);
+    SeenPlace Place() const;
+    void Return(const SeenPlace& place);
     void SetLevel(const ScrollState& state);
     void AdaptToLength();
 
@@ -82,6 +94,7 @@ class ViewZoom {
     const RepaintNotes& notes_;
     ZoomAxis horizontal_;
     ZoomAxis vertical_;
+    ZoomHistory history_;
 };
 
 }  // namespace sonavel

@@ -14,6 +14,7 @@
 #include "view/ui/go_to_dialog.h"
 #include "view/ui/level_dialogs.h"
 #include "view/ui/marker_dialog.h"
+#include "view/ui/pauses_dialog.h"
 #include "view/ui/user_zoom_dialog.h"
 
 namespace sonavel {
@@ -100,6 +101,11 @@ Outcome ShowClipboardContents(CSoundView& view, QWidget* parent) {
     return Done();
 }
 
+Outcome AskPauses(CSoundView& view, QWidget* parent) {
+    PausesDialog dialog(view, parent);
+    return IsAccepted(dialog) ? Done() : Cancelled();
+}
+
 struct Question {
     int id;
     Outcome (*ask)(CSoundView& view, QWidget* parent);
@@ -110,6 +116,7 @@ constexpr Question kQuestions[] = {
     {view_command::kMarkerAdd, AskNewMarker},
     {view_command::kMarkerEdit, AskFromNearestMarker<MarkerStart::kEdit>},
     {view_command::kMarkerDelete, AskFromNearestMarker<MarkerStart::kList>},
+    {view_command::kFindPauses, AskPauses},
     {view_command::kPasteReplicate, AskReplicateCount},
     {view_command::kInsertSilence, AskSilence},
     {view_command::kMix, AskMix},

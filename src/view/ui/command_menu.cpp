@@ -40,7 +40,8 @@ QAction* CommandActions::Add(const CommandInfo& info) {
     QAction*& action = actions_[info.id];
     if (action) return action;
     action = new QAction(this);
-    AddKeys(info);
+    infos_.push_back(info);
+    AddKeys(info, QString::fromUtf8(info.shortcut));
     ShowText(*action, info.id, QString::fromUtf8(info.menuText));
     action->setStatusTip(QString::fromUtf8(info.prompt));
     action->setMenuRole(QAction::NoRole);
@@ -66,9 +67,24 @@ void CommandActions::Refresh() {
     }
 }
 
-void CommandActions::AddKeys(const CommandInfo& info) {
+void CommandActions::SetKeys(const std::map<int, QString>& changed) {
+    plainKeys_.clear();
+    keyTexts_.clear();
+    for (const CommandInfo& info : infos_) {
+        const auto other = changed.find(info.id);
+        AddKeys(info, other == changed.end() ? QString::fromUtf8(info.shortcut) : other->second);
+    }
+    Refresh();
+}
+
+QString CommandActions::OwnKeys(int commandId) const {
+    const auto info = std::ranges::find(infos_, commandId, &CommandInfo::id);
+    return info == infos_.end() ? QString() : QString::fromUtf8(info->shortcut);
+}
+
+void CommandActions::AddKeys(const CommandInfo& info, const QString& keys) {
     const bool keyAlone = *info.menuText == '\0';
-    const QList<QKeySequence> all = ShortcutsFromText(info.shortcut);
+    const QList<QKeySequence> all = ShortcutsFromText(keys.toUtf8().constData());
     QList<QKeySequence> ofWindow;
     for (const QKeySequence& key : all) {
         if (!IsPlainKey(key)) {
@@ -115,6 +131,11 @@ void CommandActions::FillMenu(QMenu& menu, std::span<const MenuEntry> entries) {
                 break;
         }
     }
+}
+
+Outcome CommandActions::Offered(int commandId) const {
+    const CommandTarget* target = route_(commandId);
+    return target ? target->Offered(commandId) : Failed("No sound is open.");
 }
 
 void CommandActions::Run(int commandId) {

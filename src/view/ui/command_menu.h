@@ -8,6 +8,7 @@
 #include <map>
 #include <span>
 #include <unordered_map>
+#include <vector>
 
 #include "platform/command_table.h"
 
@@ -42,8 +43,15 @@ class CommandActions : public QObject {
     QAction* Action(int commandId) const;
     const std::unordered_map<int, QAction*>& All() const { return actions_; }
 
+    // Other keys than those of the tables, for these commands alone; written as the tables do.
+    void SetKeys(const std::map<int, QString>& changed);
+    // Of the table.
+    QString OwnKeys(int commandId) const;
+
     // Takes text, enabled and checked state of every action from the command's target.
     void Refresh();
+    // Fails where the command cannot run just now, and says why.
+    Outcome Offered(int commandId) const;
     // Runs the command where it is handled just now.
     void Run(int commandId);
     // The command of a key without Ctrl and Alt that is no function key. Such keys are not
@@ -62,10 +70,11 @@ class CommandActions : public QObject {
     void PromptChanged(const QString& prompt);
 
   private:
-    void AddKeys(const CommandInfo& info);
+    void AddKeys(const CommandInfo& info, const QString& keys);
     void ShowText(QAction& action, int id, const QString& menuText) const;
 
     CommandRoute route_;
+    std::vector<CommandInfo> infos_;  // in the order of their adding
     std::map<QKeySequence, int> plainKeys_;
     std::unordered_map<int, QString> keyTexts_;  // of commands with nothing but plain keys
     std::unordered_map<int, QAction*> actions_;

@@ -95,13 +95,20 @@ constexpr MenuEntry kSelection[] = {
     Row(kZoomDefault),
 };
 
+constexpr MenuEntry kMarker[] = {
+    Row(kMarkerPlay),   Row(kMarkerSelect),        kLine,
+    Row(kMarkerRename), Row(kMarkerFromSelection), Row(kMarkerRemove),
+};
+
 }  // namespace
 
 const char* NameOf(ContextMenu menu) {
+    if (menu == ContextMenu::kMarker) return "Marker";
     return menu == ContextMenu::kSoundViewSelection ? "Sound View Selection" : "Sound View Normal";
 }
 
 std::span<const MenuEntry> EntriesOf(ContextMenu menu) {
+    if (menu == ContextMenu::kMarker) return kMarker;
     if (menu == ContextMenu::kSoundViewSelection) return kSelection;
     return kNormal;
 }

@@ -1,4 +1,5 @@
-// The menus that a right click on the waveform opens, with and without a selection.
+// The menus that a right click on the waveform opens, with and without a selection,
+// and on the flag of a marker.
 #pragma once
 
 #include <span>
@@ -7,7 +8,7 @@
 
 namespace sonavel {
 
-enum class ContextMenu { kSoundViewNormal, kSoundViewSelection };
+enum class ContextMenu { kSoundViewNormal, kSoundViewSelection, kMarker };
 
 const char* NameOf(ContextMenu menu);
 std::span<const MenuEntry> EntriesOf(ContextMenu menu);

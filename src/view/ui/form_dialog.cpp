@@ -7,6 +7,10 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <string>
+#include <string_view>
+
+#include "sound/time_text.h"
 
 namespace sonavel {
 
@@ -22,6 +26,59 @@ QFormLayout* MakeForm() {
     form->setHorizontalSpacing(12);
     return form;
 }
+
+QValidator::State StateOfTime(const QString& text, double rate, BareNumber bare) {
+    const std::string typed = text.toStdString();
+    if (ParseTime(typed, static_cast<std::uint32_t>(rate), bare)) return QValidator::Acceptable;
+    constexpr std::string_view kSigns = "0123456789.:+-#ms \xE2\x88\x92";
+    return typed.find_first_not_of(kSigns) == std::string::npos ? QValidator::Intermediate
+                                                                : QValidator::Invalid;
+}
+
+std::int64_t FrameOfTime(const QString& text, double rate, BareNumber bare, std::uint32_t here) {
+    const auto time = ParseTime(text.toStdString(), static_cast<std::uint32_t>(rate), bare);
+    if (!time) return here;
+    return time->from == TimeFrom::kHere ? here + time->frames : time->frames;
+}
+
+class FrameBox : public QSpinBox {
+  public:
+    FrameBox(double rate, const std::uint32_t& here, QWidget* parent)
+        : QSpinBox(parent), rate_(rate), here_(here) {}
+
+  protected:
+    QValidator::State validate(QString& text, int&) const override {
+        return StateOfTime(text, rate_, BareNumber::kFrames);
+    }
+    int valueFromText(const QString& text) const override {
+        const std::int64_t frame = FrameOfTime(text, rate_, BareNumber::kFrames, here_);
+        return static_cast<int>(std::clamp<std::int64_t>(frame, minimum(), maximum()));
+    }
+
+  private:
+    double rate_;
+    const std::uint32_t& here_;
+};
+
+class SecondsBox : public QDoubleSpinBox {
+  public:
+    SecondsBox(double rate, const std::uint32_t& here, QWidget* parent)
+        : QDoubleSpinBox(parent), rate_(rate), here_(here) {}
+
+  protected:
+    QValidator::State validate(QString& text, int&) const override {
+        return StateOfTime(text, rate_, BareNumber::kSeconds);
+    }
+    double valueFromText(const QString& text) const override {
+        const auto frame =
+            static_cast<double>(FrameOfTime(text, rate_, BareNumber::kSeconds, here_));
+        return std::clamp(frame / rate_, minimum(), maximum());
+    }
+
+  private:
+    double rate_;
+    const std::uint32_t& here_;
+};
 
 }  // namespace
 
@@ -122,8 +179,8 @@ FrameTimeField::FrameTimeField(std::uint32_t highestFrame, std::uint32_t samples
                                QWidget* parent)
     : QWidget(parent),
       rate_(std::max(1u, samplesPerSecond)),
-      frame_(new QSpinBox(this)),
-      seconds_(new QDoubleSpinBox(this)) {
+      frame_(new FrameBox(rate_, here_, this)),
+      seconds_(new SecondsBox(rate_, here_, this)) {
     constexpr std::uint32_t kHighest = std::numeric_limits<int>::max();
     frame_->setRange(0, static_cast<int>(std::min(highestFrame, kHighest)));
     frame_->setAlignment(Qt::AlignRight);
@@ -149,6 +206,7 @@ FrameTimeField::FrameTimeField(std::uint32_t highestFrame, std::uint32_t samples
 
 void FrameTimeField::SetFrame(std::uint32_t frame) {
     const QSignalBlocker quiet(this);
+    here_ = frame;
     frame_->setValue(static_cast<int>(
         std::min<std::uint32_t>(frame, static_cast<std::uint32_t>(frame_->maximum()))));
     TakeFrame(frame_->value());

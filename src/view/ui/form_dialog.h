@@ -69,7 +69,8 @@ class PercentSlider : public QWidget {
     QSpinBox* number_;
 };
 
-// A frame and the same instant in seconds; each follows the other.
+// A frame and the same instant in seconds; each follows the other. Both take times in every way in
+// which a person types them; relative ones count from the frame that was set.
 class FrameTimeField : public QWidget {
     Q_OBJECT
 
@@ -96,6 +97,7 @@ class FrameTimeField : public QWidget {
 
     double rate_;
     Unit lastUnit_ = Unit::kFrame;
+    std::uint32_t here_ = 0;  // from which relative times count
     QSpinBox* frame_;
     QDoubleSpinBox* seconds_;
 };

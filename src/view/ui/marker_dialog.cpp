@@ -4,6 +4,7 @@
 #include <QHeaderView>
 #include <QShortcut>
 #include <algorithm>
+#include <set>
 
 #include "platform/code_page_949.h"
 #include "sound/sound_texts.h"
@@ -13,6 +14,14 @@ namespace sonavel {
 namespace {
 
 enum Column { kNumber, kLabel, kPosition, kLength, kColumnCount };
+
+// Where an id stands twice, edits go to the first of them, so the order is left alone.
+void SortByPlace(MarkerList& markers) {
+    std::set<std::uint32_t> ids;
+    for (const Marker& marker : markers.All()) ids.insert(marker.id);
+    if (ids.size() == markers.Count())
+        std::ranges::stable_sort(markers.All(), {}, &Marker::position);
+}
 
 QString NameShown(const Marker& marker) {
     return QString::fromStdString(DisplayText(marker.name));
@@ -97,6 +106,7 @@ void MarkerDialog::Begin() {
 
 void MarkerDialog::ShowList(std::uint32_t currentId) {
     list_->clear();
+    SortByPlace(markers_);
     for (const Marker& marker : markers_.All()) AddRow(marker);
     for (int row = 0; currentId != 0 && row < list_->topLevelItemCount(); ++row) {
         if (markers_.All()[static_cast<std::size_t>(row)].id != currentId) continue;

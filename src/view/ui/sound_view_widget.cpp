@@ -212,6 +212,12 @@ void SoundViewWidget::OnColoursChanged() {
     Q_EMIT ColoursChanged();
 }
 
+void SoundViewWidget::OnNameWanted(const NameWanted& wanted) {
+    const Rectangle& strip = view_.State().Geometry().markerStrip;
+    const auto x = static_cast<int>(view_.Zoom().Pixels().X(wanted.frame));
+    new MarkerNameEdit(view_, wanted, {strip.left + x, strip.top}, this);
+}
+
 void SoundViewWidget::OnTransportChanged() {
     Q_EMIT TransportChanged();
 }

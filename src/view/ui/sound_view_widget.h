@@ -11,6 +11,7 @@
 #include "view/ui/command_menu.h"
 #include "view/ui/context_menus.h"
 #include "view/ui/level_bar.h"
+#include "view/ui/marker_name_edit.h"
 #include "view/ui/waveform_canvas.h"
 #include "view/ui/zoom_button.h"
 
@@ -62,6 +63,7 @@ class SoundViewWidget : public QWidget, private SoundViewObserver {
     void OnStatusText(std::string_view text) override;
     void SetWaitCursor(WaitCursor cursor) override;
     void OnColoursChanged() override;
+    void OnNameWanted(const NameWanted& wanted) override;
     void OnTransportChanged() override;
 
     void AddScrollBars();

@@ -93,6 +93,9 @@ void SoundViewWidget::Carry(MouseRequest request, const QPoint& place) {
         case MouseRequest::kContextMenuSelection:
             OpenContextMenu(ContextMenu::kSoundViewSelection, mapToGlobal(place));
             break;
+        case MouseRequest::kMarkerMenu:
+            OpenContextMenu(ContextMenu::kMarker, mapToGlobal(place));
+            break;
         case MouseRequest::kUserZoom:
             actions_.Run(view_command::kZoomUser);
             break;
