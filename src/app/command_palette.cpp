@@ -12,7 +12,7 @@ namespace sonavel {
 
 namespace {
 
-constexpr QSize kSize{560, 420};
+constexpr QSize kPaletteSize{560, 420};
 
 QString PlainText(const QString& text) {
     QString plain = text.section(QLatin1Char('\t'), 0, 0);
@@ -75,7 +75,7 @@ CommandPalette::CommandPalette(std::vector<PaletteRow> rows, QWidget* parent)
     column->addWidget(typed_);
     column->addWidget(list_, 1);
     column->addWidget(refusal_);
-    resize(kSize);
+    resize(kPaletteSize);
     typed_->installEventFilter(this);
     connect(typed_, &QLineEdit::textChanged, this, &CommandPalette::Find);
     connect(typed_, &QLineEdit::returnPressed, this, &CommandPalette::Choose);

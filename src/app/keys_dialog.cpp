@@ -14,7 +14,7 @@ namespace sonavel {
 
 namespace {
 
-constexpr QSize kSize{620, 520};
+constexpr QSize kKeysSize{620, 520};
 constexpr std::size_t kMostSetBytes = 1 << 20;
 enum Column { kCommand, kKeys, kColumns };
 enum Set { kSonavelSet, kUsualSet, kOwnSet };
@@ -49,7 +49,7 @@ KeysDialog::KeysDialog(std::vector<KeyRow> rows, ChangedKeys keys, QWidget* pare
     AddTable();
     Body().addWidget(notice_);
     AddFileButtons();
-    resize(kSize);
+    resize(kKeysSize);
     connect(set_, &QComboBox::activated, this, &KeysDialog::TakeSet);
     connect(search_, &QLineEdit::textChanged, this, &KeysDialog::Search);
     connect(table_, &QTableWidget::cellChanged, this, &KeysDialog::TakeKeys);
@@ -62,7 +62,7 @@ void KeysDialog::AddTable() {
     table_->setHorizontalHeaderLabels({tr("Command"), tr("Keys")});
     table_->verticalHeader()->hide();
     table_->horizontalHeader()->setSectionResizeMode(kCommand, QHeaderView::Stretch);
-    table_->setColumnWidth(kKeys, kSize.width() / 3);
+    table_->setColumnWidth(kKeys, kKeysSize.width() / 3);
     for (int row = 0; row < table_->rowCount(); ++row) {
         auto* name = new QTableWidgetItem(rows_[static_cast<std::size_t>(row)].name);
         name->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);

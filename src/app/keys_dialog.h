@@ -15,7 +15,7 @@ namespace sonavel {
 
 struct KeyRow {
     int id = 0;
-    QString name;  // "Zoom Time > Zoom In"
+    QString name;     // "Zoom Time > Zoom In"
     QString ownKeys;  // of the command table
 };
 

@@ -10,7 +10,8 @@ char Small(char c) {
 }
 
 bool IsLetter(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || static_cast<unsigned char>(c) >= 0x80;
+    return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') ||
+           static_cast<unsigned char>(c) >= 0x80;
 }
 
 bool StartsWord(std::string_view name, std::size_t at) {
@@ -48,7 +49,8 @@ std::optional<int> CommandFit(std::string_view typed, std::string_view name) {
     std::size_t count = 0;
     for (const char c : typed)
         if (c != ' ' && count < kMostLetters) letters[count++] = Small(c);
-    constexpr std::size_t kMostSearched = 8;  // more letters are few enough to be looked for in turn
+    constexpr std::size_t kMostSearched =
+        8;  // more letters are few enough to be looked for in turn
     const std::string_view wanted(letters, count);
     if (count <= kMostSearched) return BestFit(wanted, name.substr(0, kMostLetters), 0, false);
     std::size_t at = 0;

@@ -25,10 +25,8 @@ TEST(CommandSearchTest, BeginningsOfWordsFitBest) {
         const char* better;
         const char* worse;
     } cases[] = {
-        {"ex", "Export...", "Find Next"},
-        {"fp", "Find Pauses...", "Flip"},
-        {"cut", "Cut", "Preview cut/cursor"},
-        {"mark", "Marker", "Import Markers..."},
+        {"ex", "Export...", "Find Next"},      {"fp", "Find Pauses...", "Flip"},
+        {"cut", "Cut", "Preview cut/cursor"},  {"mark", "Marker", "Import Markers..."},
         {"paste", "Paste", "Undo as stepped"},
     };
     for (const auto& one : cases)

@@ -9,10 +9,10 @@
 #include "app/command_palette.h"
 #include "app/exchange/regions_dialog.h"
 #include "app/keys_dialog.h"
+#include "ui/view_fixture.h"
 #include "view/commands/marker_commands.h"
 #include "view/ui/go_to_dialog.h"
 #include "view/ui/pauses_dialog.h"
-#include "ui/view_fixture.h"
 
 namespace sonavel {
 namespace {
@@ -125,8 +125,8 @@ TEST_F(DailyWorkTest, ThePaletteFindsRunsAndRefuses) {
 
 TEST_F(DailyWorkTest, KeysCanBeOthersThanThoseOfTheTables) {
     OpenSpeech();
-    actions_->SetKeys({{view_command::kCrossfadeMix, "Ctrl+Shift+M"},
-                       {view_command::kSelectAll, "Ctrl+S; J"}});
+    actions_->SetKeys(
+        {{view_command::kCrossfadeMix, "Ctrl+Shift+M"}, {view_command::kSelectAll, "Ctrl+S; J"}});
     const auto keys = actions_->Action(view_command::kSelectAll)->shortcuts();
     EXPECT_EQ(keys, QList<QKeySequence>{QKeySequence("Ctrl+S")});
     EXPECT_EQ(actions_->CommandOfPlainKey(QKeySequence("J")), view_command::kSelectAll);

@@ -1,4 +1,5 @@
-// Places of a sound: markers, former selections and zooms, what is typed, and where the mouse snaps.
+// Places of a sound: markers, former selections and zooms, what is typed, and where the mouse
+// snaps.
 #include "view/commands/place_commands.h"
 
 #include "sound/zero_crossing.h"
@@ -86,10 +87,14 @@ TEST_F(PlaceCommandsTest, PlacesAreTypedAsAPersonSaysThem) {
         Selection selection;
         std::uint32_t cursor;
     } cases[] = {
-        {"62.5", {62500, 62500}, 62500}, {"0:17.25s", {17250, 17250}, 17250},
-        {"441#", {441, 441}, 441},       {"+5", {5441, 5441}, 5441},
-        {"1 - 2.5", {1000, 2500}, 1000}, {"00:00:03.000 - +0:02 (00:00:01.000)", {3000, 5000}, 3000},
-        {"500", {100000, 100000}, 100000}, {"2s to 1s", {1000, 2000}, 1000},
+        {"62.5", {62500, 62500}, 62500},
+        {"0:17.25s", {17250, 17250}, 17250},
+        {"441#", {441, 441}, 441},
+        {"+5", {5441, 5441}, 5441},
+        {"1 - 2.5", {1000, 2500}, 1000},
+        {"00:00:03.000 - +0:02 (00:00:01.000)", {3000, 5000}, 3000},
+        {"500", {100000, 100000}, 100000},
+        {"2s to 1s", {1000, 2000}, 1000},
     };
     for (const auto& one : cases) {
         EXPECT_TRUE(GoToTyped(View(), one.typed)) << one.typed;
@@ -158,8 +163,9 @@ TEST_F(PlaceCommandsTest, TheMouseSnapsWhereItIsToldTo) {
     View().Zoom().ToRange(0, 600);
     const ViewGeometry& geometry = View().State().Geometry();
     const auto place = [&](std::uint32_t frame, bool shift) {
-        return PointerEvent{geometry.waveform.left + static_cast<int>(View().Zoom().Pixels().X(frame)),
-                            geometry.waveform.top + 10, shift, false};
+        return PointerEvent{
+            geometry.waveform.left + static_cast<int>(View().Zoom().Pixels().X(frame)),
+            geometry.waveform.top + 10, shift, false};
     };
     const auto dragged = [&](bool shift) {
         View().State().SetSelection(0, 0);
@@ -183,8 +189,8 @@ TEST(ZeroCrossingTest, IsTheNearestOneWithinReach) {
         sound.SetSample(0, frame, frame < 300 || frame >= 700 ? 50 : -50);
     const struct {
         std::uint32_t frame, reach, expected;
-    } cases[] = {{310, 50, 300}, {290, 50, 300}, {690, 50, 700}, {500, 50, 500},
-                 {500, 250, 300}, {20, 50, 0},   {990, 50, 1000}, {5000, 5, 1000}};
+    } cases[] = {{310, 50, 300},  {290, 50, 300}, {690, 50, 700},  {500, 50, 500},
+                 {500, 250, 300}, {20, 50, 0},    {990, 50, 1000}, {5000, 5, 1000}};
     for (const auto& one : cases)
         EXPECT_EQ(NearestZeroCrossing(sound, one.frame, one.reach), one.expected) << one.frame;
 }

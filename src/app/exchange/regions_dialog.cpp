@@ -82,8 +82,9 @@ Result<RegionExport> RegionsDialog::Regions() const {
     regions.choice.kind = static_cast<SoundFileKind>(kind_->currentData().toInt());
     regions.choice.depth = ExportDepth(regions.choice.kind, sound, document_.Origin());
     regions.choice.quality = static_cast<std::uint32_t>(quality_->value());
-    regions.parts = PartsOf(sound, split_->currentIndex() == 1 ? SplitAt::kMarkers : SplitAt::kRegions,
-                            {0, sound.GetFrameCount()}, Title());
+    regions.parts =
+        PartsOf(sound, split_->currentIndex() == 1 ? SplitAt::kMarkers : SplitAt::kRegions,
+                {0, sound.GetFrameCount()}, Title());
     if (regions.parts.empty()) return Failed("There are no regions to export.");
     Result<std::vector<std::string>> names =
         PartFileNames(pattern_->text().toStdString(), regions.parts, Title());
@@ -118,10 +119,11 @@ void RegionsDialog::accept() {
     const auto existing = ExistingParts(*regions);
     if (!existing.empty()) {
         const QString first = ShownFileText(FileText(existing.front().filename()));
-        const QString text =
-            existing.size() == 1
-                ? tr("%1 exists already. Replace it?").arg(first)
-                : tr("%1 and %2 more exist already. Replace them?").arg(first).arg(existing.size() - 1);
+        const QString text = existing.size() == 1
+                                 ? tr("%1 exists already. Replace it?").arg(first)
+                                 : tr("%1 and %2 more exist already. Replace them?")
+                                       .arg(first)
+                                       .arg(existing.size() - 1);
         MessageBox box({.text = text, .buttons = QMessageBox::Yes | QMessageBox::No}, this);
         if (box.exec() != QMessageBox::Yes) return;
         existing_ = ExistingFiles::kReplace;

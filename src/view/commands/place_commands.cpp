@@ -39,9 +39,10 @@ const Marker* ChosenMarker(const CSoundView& view) {
 Selection RegionOf(const CSoundView& view, const Marker& marker) {
     const std::uint32_t most = 0xFFFFFFFF - marker.position;
     const Selection region{marker.position, marker.position + std::min(marker.length, most)};
-    return marker.length > 0 ? region.ClampedTo(view.FrameCount())
-                             : Selection{marker.position, MarkerBehind(view, marker.position)
-                                                              .value_or(view.FrameCount())};
+    return marker.length > 0
+               ? region.ClampedTo(view.FrameCount())
+               : Selection{marker.position,
+                           MarkerBehind(view, marker.position).value_or(view.FrameCount())};
 }
 
 std::string_view WithoutBrackets(std::string_view text) {

@@ -50,8 +50,7 @@ void MarkerNameEdit::End(Ending ending) {
         AddMarker(view_, wanted_.frame, name, 0);
     else if (const Marker* marker = view_.Sound().Markers().Find(wanted_.id);
              ending == Ending::kKeep && marker && name != wanted_.name)
-        static_cast<void>(
-            SetMarker(view_, marker->id, marker->position, name, marker->length));
+        static_cast<void>(SetMarker(view_, marker->id, marker->position, name, marker->length));
     hide();
     if (parentWidget()) parentWidget()->setFocus();
     deleteLater();

@@ -52,14 +52,15 @@ QDoubleSpinBox* PausesDialog::AddSeconds(QFormLayout& form, const QString& label
 void PausesDialog::Show() {
     const double rate = view_.Sound().GetSamplesPerSecond();
     const auto frames = [rate](const QDoubleSpinBox& box) {
-        return static_cast<std::uint32_t>(std::min<double>(std::round(box.value() * rate),
-                                                           0xFFFFFFFF));
+        return static_cast<std::uint32_t>(
+            std::min<double>(std::round(box.value() * rate), 0xFFFFFFFF));
     };
     const bool marksSounds = marks_->currentIndex() == 1;
-    const Result<std::size_t> shown = proposal_.Show(
-        {.threshold = threshold_->value(), .leastPause = frames(*pause_),
-         .leastSound = frames(*sound_)},
-        marksSounds ? PauseMarks::kRegionsOfSound : PauseMarks::kMarkersAtPauses);
+    const Result<std::size_t> shown =
+        proposal_.Show({.threshold = threshold_->value(),
+                        .leastPause = frames(*pause_),
+                        .leastSound = frames(*sound_)},
+                       marksSounds ? PauseMarks::kRegionsOfSound : PauseMarks::kMarkersAtPauses);
     if (!shown)
         found_->setText(QString::fromStdString(shown.Reason()));
     else
