@@ -16,7 +16,7 @@ namespace {
 
 constexpr QSize kKeysSize{620, 520};
 constexpr std::size_t kMostSetBytes = 1 << 20;
-enum Column { kCommand, kKeys, kColumns };
+enum KeysColumn { kCommand, kKeys, kColumns };
 enum Set { kSonavelSet, kUsualSet, kOwnSet };
 
 // In one way of writing, so that equal keys have equal texts; nothing for what is no key.

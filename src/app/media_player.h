@@ -1,5 +1,5 @@
-// The desktop's player control (MPRIS) and with it the media keys: offered while a sound is played or
-// paused, and only then, so that they are not taken from other players.
+// The desktop's player control (MPRIS) and with it the media keys: offered while a sound is played
+// or paused, and only then, so that they are not taken from other players.
 #pragma once
 
 #include <QDBusConnection>

@@ -125,12 +125,12 @@ struct EffectTraits {
 
 // Where new frames go: over the old ones at once, or into a range of their own that takes the old
 // one's place when all are there.
-enum class Placing { kInPlace, kWhole };
+enum class ResultStorage { kInPlace, kWhole };
 
 // Of an effect that makes its range anew, which has these instead of a processor.
 struct RangeTraits {
     ComputeRange compute = nullptr;
-    Placing placing = Placing::kInPlace;
+    ResultStorage storage = ResultStorage::kInPlace;
     CountFrames count = nullptr;  // null: as many as there were
 };
 

@@ -100,7 +100,8 @@ class RangeApplication {
 
     Outcome Run() {
         if (range_.Frames() == 0) return Failed(kEmptySound);
-        return effect_.range.placing == Placing::kInPlace ? ChangeInPlace() : ComputeAndReplace();
+        return effect_.range.storage == ResultStorage::kInPlace ? ChangeInPlace()
+                                                                : ComputeAndReplace();
     }
 
   private:
