@@ -320,7 +320,7 @@ TEST_F(EffectDialogsTest, SayBeforehandWhereOkOrPreviewDoSomethingElse) {
         {kReverb, mono, {"first half"}},
         {kReverb, eightBit, {"8-bit samples wrap"}},
         {kFlanger, stereo, {}},
-        {kFlanger, mono, {"needs a stereo sound", "first half"}},
+        {kFlanger, mono, {"Apply changes it", "first half"}},
         {kModulator, stereo, {}},
         {kModulator, stereo, {"can wrap around"}, -32700},
         {kModulator, monoEightBit, {"8-bit sound they wrap"}},
