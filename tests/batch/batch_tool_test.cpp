@@ -144,7 +144,8 @@ TEST_F(BatchToolTest, RefusesOtherCalls) {
     const ToolResult help = Call({"--help"});
     EXPECT_EQ(help.status, 0);
     for (const char* line :
-         {"crossfade [from=0] [to=0] [nonlinear=off]", "flanger [delay=0.1] [modulation=0.1]",
+         {"crossfade [from=0] [to=0] [nonlinear=off]",
+          "flanger [delay=0.1] [modulation=0.1] [apply=off]",
           "dynamics [threshold=100] [below=1] [above=1] [threshold-right=...] [below-right=...] "
           "[above-right=...]"})
         EXPECT_NE(help.out.find(std::string("\n  ") + line + '\n'), std::string::npos) << line;

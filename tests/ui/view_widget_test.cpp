@@ -393,8 +393,9 @@ TEST_F(SoundViewWidgetTest, EveryCommandThatAsksShowsItsDialogAndRunsWithTheAnsw
         whenOpen(QDialog::Accepted);
         EXPECT_TRUE(commands.RunCommand(row.info.id));
     }
-    EXPECT_EQ(asking, 9);
-    EXPECT_EQ(view.FrameCount(), 6500u) << "the clip once, at the cursor gone to";
+    EXPECT_EQ(asking, 10);
+    EXPECT_EQ(view.FrameCount(), 6500u + 44100)
+        << "the clip once, at the cursor gone to, and a second of silence";
 }
 
 TEST_F(SoundViewWidgetTest, PlainKeysRunTheirCommands) {
