@@ -33,7 +33,7 @@ std::optional<int> BestFit(std::string_view typed, std::string_view name, std::s
         const bool good = sideBySide || StartsWord(name, at);
         // Letters inside a word count as a run alone, which keeps the search short.
         const std::size_t run = follows ? at - from : at;
-        const int cost = (good ? 0 : kInsideWord) + (sideBySide ? 0 : kGap) +
+        const int cost = (good ? 0 : kInsideWord) + (sideBySide || at == 0 ? 0 : kGap) +
                          static_cast<int>(std::min<std::size_t>(run, kMostLetters)) / 8;
         const auto rest = BestFit(typed.substr(1), name, at + 1, true);
         if (rest && (!best || cost + *rest < *best)) best = cost + *rest;
