@@ -25,7 +25,6 @@ constexpr ControlTip kTips[] = {
     {"COptionSheet", "Save", "Keeps these colors as a set of that name."},
     {"COptionSheet", "Delete", "Removes the chosen set."},
     {"COptionSheet", "Defaults", "Brings the classic colors back."},
-    {"CVolumeDlg", "dB", "The same volume in decibels; 6 dB doubles it."},
     {"", "Sampling Rate", "How many samples a second there are; 44100 is that of a compact disc."},
     {"", "Mono", "One channel."},
     {"", "Stereo", "Two channels, left and right."},

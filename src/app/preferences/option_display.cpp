@@ -67,7 +67,7 @@ QWidget* COptionDisplay::MakeColours() {
         button->setAutoDefault(false);
         const int index = static_cast<int>(slot);
         grid->addWidget(button, index % kRows, index / kRows);
-        button->setToolTip(tr("Chooses another color for it."));
+        button->setToolTip(tr("Chooses another color: %1.").arg(tr(kColourNames[slot]).toLower()));
         connect(button, &QPushButton::clicked, this, [this, slot] { ChooseColour(slot); });
         swatches_[slot] = button;
     }

@@ -25,6 +25,7 @@ DecibelBox::DecibelBox(ParameterControl& percent, QWidget* parent)
     setRange(kLowestDecibels, DecibelsOf(percent.Parameter().greatest));
     setSpecialValueText(QStringLiteral("-inf"));
     setAccessibleName(QStringLiteral("dB"));
+    setToolTip(tr("The same in decibels; 6 dB doubles the level."));
     ShowPercent();
     connect(this, &QDoubleSpinBox::valueChanged, this, &DecibelBox::TakeTyped);
     connect(this, &QDoubleSpinBox::editingFinished, this, &DecibelBox::ShowPercent);
