@@ -44,6 +44,7 @@ struct HourDocument {
     ProgramFolder folder{options.Path()};
     CSoundDoc document{{host.prompts, host.progress, host.clipboard, host.devices, folder}};
     ClipRecord second;
+    EffectState effectState;
 
     HourDocument() {
         if (!document.NewDocument({.samplesPerSecond = kRate, .channels = 2, .bits = 16}))
@@ -123,7 +124,8 @@ Outcome Fade(HourDocument& hour) {
     const Effect* volume = FindEffect("volume");
     constexpr std::uint32_t kFadeFrames = kRate * 3 / 10;
     const double values[] = {50, 0};
-    return ApplyEffect(*volume, {hour.document, kMiddle, kMiddle + kFadeFrames}, values);
+    return ApplyEffect(*volume, {hour.document, kMiddle, kMiddle + kFadeFrames, hour.effectState},
+                       values);
 }
 
 template <Outcome (*kEdit)(HourDocument&), Timed kTimed>
