@@ -1,6 +1,8 @@
 // What becomes of undo steps that there is no memory for.
+#include <sys/resource.h>
 #include <sys/stat.h>
 
+#include <csignal>
 #include <functional>
 
 #include "document_fixture.h"
@@ -80,6 +82,47 @@ TEST_F(HistoryBudgetTest, WithoutADiskTheOldestGoButNeverTheLastEditNorWhatCanBe
         EXPECT_TRUE(document->Redo());
         EXPECT_FALSE(document->Redo());
     }
+}
+
+// Files may not grow beyond so many bytes; whoever tries is told instead of killed.
+class FileSizeLimit {
+  public:
+    explicit FileSizeLimit(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
+        getrlimit(RLIMIT_FSIZE, &before_);
+        const rlimit limit{bytes, before_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit() {
+        setrlimit(RLIMIT_FSIZE, &before_);
+        std::signal(SIGXFSZ, handler_);
+    }
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+  private:
+    void (*handler_)(int);
+    rlimit before_{};
+};
+
+TEST_F(HistoryBudgetTest, OnAFullDiskTheOldestMakeRoomForTheOthers) {
+    auto document = MakeEdited(4);
+    ASSERT_TRUE(document->Undo());
+    ASSERT_TRUE(document->Undo());
+    const Bytes second = BytesOf(document->Sound());
+    ASSERT_TRUE(document->Redo());
+    ASSERT_TRUE(document->Redo());
+    UndoHistory& history = document->History();
+    {
+        const FileSizeLimit limit(250);
+        history.SetLimits({100, Folder()});
+    }
+    // Two fit the file, until the third needed their room.
+    EXPECT_EQ(history.TakeGivenUpCount(), 2u);
+    EXPECT_EQ(history.MemoryBytes(), 100u);
+    EXPECT_EQ(history.SpilledBytes(), 100u);
+    ASSERT_TRUE(document->Undo());
+    ASSERT_TRUE(document->Undo());
+    EXPECT_EQ(BytesOf(document->Sound()), second);
 }
 
 TEST_F(HistoryBudgetTest, TheStatusBarSaysWhenStepsWereGivenUp) {
