@@ -51,6 +51,21 @@ TEST_F(PropertiesTest, FormatOfASound) {
                            "Bytes of sound:48000 Bytes", "Bytes a second:32000 Bytes"}));
 }
 
+TEST_F(PropertiesTest, TheHistorySaysWhatItHoldsAndWhere) {
+    folder_.Options().SetInteger("__SOUND_GENERAL_OPTIONS", "SAVE UNDO REDO INFOMATION", 1);
+    document_.ReloadOptions();
+    const auto held = [this] { return HistoryRow(document_.History()).value; };
+    EXPECT_EQ(held(), "0 Bytes in 0 step(s)");
+    for (const std::uint32_t frames : {1000u, 500u}) {
+        Result<SoundEdit> edit = document_.BeginEdit("E", ReplacesFrames(0, frames));
+        ASSERT_TRUE(edit && document_.Sound().RemoveFrames(0, frames));
+        edit->Commit(0);
+    }
+    EXPECT_EQ(held(), "6000 Bytes in 2 step(s)");
+    document_.History().SetLimits({2000, files_.Path() / "undo"});
+    EXPECT_EQ(held(), "2000 Bytes in 2 step(s), 4000 Bytes on the disk");
+}
+
 TEST_F(PropertiesTest, FileOfASoundSavedAndGone) {
     EXPECT_TRUE(Values(FileRows(document_)).contains("Path:not saved yet"));
     const std::filesystem::path path = files_ / "소리.wav";
