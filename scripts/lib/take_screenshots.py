@@ -72,7 +72,7 @@ PICTURES = [
     Picture("3d-moving-user", "alt+d e ?User-Defined alt+a ~ alt+e ctrl+a 4 0 Tab alt+a ~ alt+a ~"
             " alt+e ctrl+a minus 2 0 Tab", "Moving"),
     Picture("3d-place-many", "alt+d m", "^Place Many"),
-    Picture("3d-crosstalk", "ctrl+n ?New alt+s Return alt+d c", "^Cross Talk", after="Escape ctrl+w"),
+    Picture("3d-crosstalk", "alt+d c", "^Cross Talk"),
     Picture("preferences-display", "ctrl+comma", "^Preference"),
     Picture("preferences-general", "ctrl+comma ?Preference Right", "^Preference"),
     Picture("preferences-grid", "ctrl+comma ?Preference Right Right", "^Preference"),
