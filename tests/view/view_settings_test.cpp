@@ -61,7 +61,7 @@ double ContrastOf(Rgb one, Rgb other) {
     const auto light = [&](Rgb c) {
         return 0.2126 * linear(c.red) + 0.7152 * linear(c.green) + 0.0722 * linear(c.blue);
     };
-    const auto [dark, bright] = std::minmax(light(one), light(other));
+    const auto [dark, bright] = std::minmax({light(one), light(other)});
     return (bright + 0.05) / (dark + 0.05);
 }
 
