@@ -109,7 +109,8 @@ constexpr const char* kFadeCurves[] = {"linear", "smooth", "log"};
 
 constexpr EffectParameter kFadeParameters[] = {
     {"curve", "Curve", "", 0, 0, std::size(kFadeCurves) - 1, 1, 0,
-     "log rises evenly in decibels, from 60 below", nullptr, kEveryMode, kFadeCurves},
+     "the way between silence and the full level: log goes evenly in decibels, over 60", nullptr,
+     kEveryMode, kFadeCurves},
 };
 
 // --- Normalise
@@ -118,19 +119,26 @@ constexpr const char* kNormaliseTo[] = {"peak", "loudness"};
 constexpr const char* kNormaliseChannels[] = {"together", "each"};
 
 constexpr EffectParameter kNormaliseParameters[] = {
-    {"to", "Normalise to", "", 0, 0, 1, 1, 0, nullptr, nullptr, kEveryMode, kNormaliseTo},
+    {"to", "Normalise to", "", 0, 0, 1, 1, 0,
+     "what is brought to the wanted level: the loudest sample, or the loudness as it is heard",
+     nullptr, kEveryMode, kNormaliseTo},
     {"peak", "Peak", "dB", -60, -1, 0, 0.1, 1,
      "of full scale; beside a loudness, the ceiling of the true peak"},
-    {"loudness", "Loudness", "LUFS", -70, -16, 0, 0.1, 1},
-    {"channels", "Channels", "", 0, 0, 1, 1, 0, nullptr, nullptr, kEveryMode, kNormaliseChannels},
+    {"loudness", "Loudness", "LUFS", -70, -16, 0, 0.1, 1,
+     "how loud the whole is to be heard; -16 suits speech, -23 broadcasts"},
+    {"channels", "Channels", "", 0, 0, 1, 1, 0,
+     "whether both channels keep their balance, or each comes to the peak by itself", nullptr,
+     kEveryMode, kNormaliseChannels},
 };
 
 // --- Echo
 
 constexpr EffectParameter kEchoParameters[] = {
-    {"delay", "Delay", "ms", 1, 300, 5000, 10, 0},
-    {"feedback", "Feedback", "%", 0, 40, 95, 1, 0},
-    {"level", "Level", "%", 0, 50, 100, 1, 0},
+    {"delay", "Delay", "ms", 1, 300, 5000, 10, 0,
+     "how long after the sound its first echo comes, and each one after the one before"},
+    {"feedback", "Feedback", "%", 0, 40, 95, 1, 0,
+     "how loud each echo is beside the one before; 0 gives a single one"},
+    {"level", "Level", "%", 0, 50, 100, 1, 0, "how loud the first echo is beside the sound"},
     {"ping-pong", "Ping-pong", "", 0, 0, 1, 1, kSwitch,
      "echoes of a stereo sound come by turns from the left and from the right"},
 };
@@ -138,7 +146,19 @@ constexpr EffectParameter kEchoParameters[] = {
 // --- Time and pitch
 
 constexpr EffectParameter kTempoParameters[] = {
-    {"tempo", "Tempo", "%", 25, 100, 400, 1, 2, nullptr, nullptr, kEveryMode, {}, "PERCENT"},
+    {"tempo",
+     "Tempo",
+     "%",
+     25,
+     100,
+     400,
+     1,
+     2,
+     "how fast it goes: 100 leaves it as it is, 50 takes twice as long",
+     nullptr,
+     kEveryMode,
+     {},
+     "PERCENT"},
 };
 constexpr EffectParameter kPitchParameters[] = {
     {"pitch",
@@ -149,7 +169,7 @@ constexpr EffectParameter kPitchParameters[] = {
      24,
      1,
      2,
-     nullptr,
+     "how far up or down; a semitone is the step to the next key of a piano",
      nullptr,
      kEveryMode,
      {},
@@ -159,8 +179,10 @@ constexpr EffectParameter kPitchParameters[] = {
 // --- Noise reduction
 
 constexpr EffectParameter kNoiseParameters[] = {
-    {"reduction", "Reduction", "dB", 0, 12, 60, 1, 1},
-    {"smoothing", "Smoothing", "bands", 0, 3, kMostNoiseSmoothing, 1, 0},
+    {"reduction", "Reduction", "dB", 0, 12, 60, 1, 1,
+     "how much the noise is lowered; more takes more of the sound along"},
+    {"smoothing", "Smoothing", "bands", 0, 3, kMostNoiseSmoothing, 1, 0,
+     "over how many neighbours on either side each frequency is evened; more leaves less tinkling"},
     {"residue", "Listen to what goes", "", 0, 0, 1, 1, kSwitch,
      "what goes is kept instead of what stays"},
 };

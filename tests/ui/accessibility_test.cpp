@@ -115,7 +115,8 @@ TEST_F(AccessibilityTest, EveryControlOfTheMainFrameHasAName) {
 TEST_F(AccessibilityTest, EveryControlOfTheDialogsHasAName) {
     OpenSoundWithMarkers();
     for (const Effect& effect : Effects()) {
-        if (effect.traits.monoRefusal) continue;
+        // The sound is mono; and what has nothing to set is done at once.
+        if (effect.traits.monoRefusal || effect.parameters.empty()) continue;
         EXPECT_EQ(NamelessInDialogOf(effect.commandId), "") << effect.name;
     }
     for (const int command :

@@ -19,8 +19,16 @@ QString NumberText(double number, int decimals) {
     return QString::number(number, 'f', std::max(decimals, 0));
 }
 
+QString WordsText(const EffectParameter& parameter) {
+    QStringList words;
+    for (const char* word : parameter.words) words << QString::fromUtf8(word);
+    const QString start = words.value(static_cast<int>(parameter.start));
+    return QStringLiteral("%1; at first %2").arg(words.join(QStringLiteral(", ")), start);
+}
+
 QString RangeText(const EffectParameter& parameter) {
     if (parameter.decimals == kSwitch) return QStringLiteral("on or off");
+    if (!parameter.words.empty()) return WordsText(parameter);
     const QString unit = *parameter.unit ? u' ' + QString::fromUtf8(parameter.unit) : QString();
     return QStringLiteral("%1 to %2%3, at first %4")
         .arg(NumberText(parameter.least, parameter.decimals),
@@ -78,7 +86,7 @@ QString KeysText() {
 }
 
 QString WithGeneratedTexts(QString page) {
-    static const QRegularExpression controls(QStringLiteral("<!-- controls: (\\w+) -->"));
+    static const QRegularExpression controls(QStringLiteral("<!-- controls: ([\\w-]+) -->"));
     if (const auto match = controls.match(page); match.hasMatch())
         if (const Effect* effect = FindEffect(match.captured(1).toStdString()))
             page.replace(match.captured(0), ControlsText(*effect));

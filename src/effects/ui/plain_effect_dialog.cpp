@@ -16,6 +16,7 @@ QComboBox* MakeChoice(ParameterControl& control, QWidget* dialog) {
     auto* box = new QComboBox(dialog);
     for (const char* word : control.Parameter().words) box->addItem(QString::fromUtf8(word));
     box->setCurrentIndex(control.WholeValue());
+    control.Explain(*box);
     QObject::connect(box, &QComboBox::currentIndexChanged, &control,
                      [&control](int index) { control.SetValue(index); });
     QObject::connect(&control, &ParameterControl::Changed, box,
@@ -51,7 +52,6 @@ QWidget* PlainEffectDialog::AddLines() {
             grid->addWidget(control.MakeNameLabel(field), row, 0);
             grid->addWidget(field, row, 1);
             grid->addWidget(control.MakeUnitLabel(), row, 2);
-            if (parameter.explanation) field->setToolTip(QString::fromUtf8(parameter.explanation));
         }
         if (!first) first = field;
     }
