@@ -17,7 +17,7 @@ constexpr Command<DocumentSaver> kCommands[] = {
     {{app_command::kSaveAs, "save-as", "Sa&ve As...", "F12",
       "Save the active sound under a new name or in another format"},
      Call<DocumentSaver, &DocumentSaver::SaveAs>},
-    {{app_command::kReadAgain, "", "Read A&gain", "",
+    {{app_command::kReadAgain, "", "Rea&d Again", "",
       "Read the file of the active sound again, which has not been changed here"},
      Call<DocumentSaver, &DocumentSaver::ReadAgain>,
      ReadAgainState},

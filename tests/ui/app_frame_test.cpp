@@ -1,5 +1,8 @@
 // The main frame: titles, menus, opening, saving and closing.
+#include <QAction>
 #include <QDropEvent>
+#include <QKeySequence>
+#include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QTabBar>
@@ -23,6 +26,23 @@ TEST_F(AppFixture, AnEmptyFrameHasNoSoundAndOffersLittle) {
         EXPECT_FALSE(Frame().Actions().Action(id)->isEnabled()) << id;
     for (const int id : {57600, 57601, 57664, 32779})
         EXPECT_TRUE(Frame().Actions().Action(id)->isEnabled()) << id;
+}
+
+// The keys that two entries of a menu share, as "menu: key".
+QStringList SharedAccessKeys(const QString& menu, const QList<QAction*>& actions) {
+    QStringList shared;
+    std::set<QString> taken;
+    for (const QAction* action : actions) {
+        const QString key = QKeySequence::mnemonic(action->text()).toString();
+        if (!key.isEmpty() && !taken.insert(key).second) shared << menu + ": " + key;
+        if (action->menu()) shared << SharedAccessKeys(action->text(), action->menu()->actions());
+    }
+    return shared;
+}
+
+TEST_F(AppFixture, NoTwoEntriesOfAMenuShareAnAccessKey) {
+    const QStringList shared = SharedAccessKeys("menu bar", Frame().menuBar()->actions());
+    EXPECT_EQ(shared.join(", ").toStdString(), "");
 }
 
 TEST_F(AppFixture, EveryCommandOfAMenuHasAnActionATextAndAPrompt) {

@@ -265,7 +265,7 @@ constexpr Row kTable[] = {
      kAsksFirst,
      When<HasSound>},
 
-    {{kSelectToNextMarker, "", "Select to Next &Marker", "Alt+Shift+Down",
+    {{kSelectToNextMarker, "", "Select to &Next Marker", "Alt+Shift+Down",
       "Select from here to the next marker"},
      SelectToNextMarker,
      When<HasSound>},
@@ -280,7 +280,7 @@ constexpr Row kTable[] = {
      Snaps},
 
     // Markers
-    {{kDropNamedMarker, "", "Drop and &Name", "Shift+M",
+    {{kDropNamedMarker, "", "Drop and Na&me", "Shift+M",
       "Set a marker at the cursor, or where it plays, and type its name"},
      AskNameOfNewMarker,
      When<HasSound>},
@@ -396,7 +396,7 @@ constexpr Row kTable[] = {
     {{kZoomDefault, "zoom-default", "Zoom Default\tCtrl+0", "Ctrl+0", "Go back to the first zoom"},
      ZoomedDefault},
 
-    {{kPreviousZoom, "", "&Previous Zoom", "Alt+Left", "Go back to what was in sight before"},
+    {{kPreviousZoom, "", "Pre&vious Zoom", "Alt+Left", "Go back to what was in sight before"},
      GoToPreviousZoom,
      When<HasZoomBack>},
     {{kNextZoom, "", "&Next Zoom", "Alt+Right", "Go forward again"},
