@@ -57,6 +57,7 @@ KeysDialog::KeysDialog(std::vector<KeyRow> rows, ChangedKeys keys, QWidget* pare
 }
 
 void KeysDialog::AddTable() {
+    table_->setAccessibleName(tr("Commands"));
     table_->setColumnCount(kColumns);
     table_->setRowCount(static_cast<int>(rows_.size()));
     table_->setHorizontalHeaderLabels({tr("Command"), tr("Keys")});

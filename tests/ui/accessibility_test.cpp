@@ -5,6 +5,7 @@
 #include "app/help/manual_window.h"
 #include "app_fixture.h"
 #include "effects/effect_table.h"
+#include "spatial/ui/spatial_commands.h"
 #include "view/commands/view_commands.h"
 #include "view/ui/sound_view_accessible.h"
 
@@ -123,7 +124,9 @@ TEST_F(AccessibilityTest, EveryControlOfTheDialogsHasAName) {
          {int{app_command::kNew}, int{app_command::kRecord}, int{app_command::kPreferences},
           int{app_command::kFileProperties}, int{app_command::kExport}, int{app_command::kAbout},
           int{view_command::kGoToCursor}, int{view_command::kMarkerAdd},
-          int{view_command::kMarkerEdit}, int{view_command::kZoomUser}})
+          int{view_command::kMarkerEdit}, int{view_command::kZoomUser},
+          int{view_command::kFindPauses}, int{app_command::kKeys}, int{app_command::kExportRegions},
+          int{spatial_command::kPlaceMany}})
         EXPECT_EQ(NamelessInDialogOf(command), "") << command;
     EXPECT_EQ(unexplained_.join(u'\n').toStdString(), "") << "controls without a tool tip";
 }

@@ -64,6 +64,9 @@ void RegionsDialog::AddFields(SoundFileKind kind) {
     form.addRow(tr("F&older:"), where);
     form.addRow(tr("File &names:"), pattern_);
     form.addRow(tr("Preview:"), names_);
+    // The label of a row of two controls names neither.
+    folder_->setAccessibleName(tr("Folder"));
+    names_->setAccessibleName(tr("Files"));
     names_->setFocusPolicy(Qt::NoFocus);
     names_->setMinimumHeight(kNamesHeight);
     notice_->setWordWrap(true);
