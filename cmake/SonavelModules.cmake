@@ -38,11 +38,13 @@ target_link_libraries(sonavel_test_flags INTERFACE sonavel_flags)
 target_include_directories(sonavel_test_flags INTERFACE ${CMAKE_SOURCE_DIR}/tests)
 target_compile_options(sonavel_test_flags INTERFACE $<$<CONFIG:Release>:-O1>)
 
-# sonavel_module(NAME [FOLDERS folder...] [DEPENDS lib...] [PRIVATE lib...] [HEADERS target]): the
-# sources of the current folder, and of those subfolders that are named, as a static library. Without HEADERS it reads the standard
-# headers that were compiled once; NONE is for one whose flags differ from theirs.
+# sonavel_module(NAME [FOLDERS folder...] [DEPENDS lib...] [PRIVATE lib...] [HEADERS target] [ALONE
+# source...]): the sources of the current folder, and of those subfolders that are named, as a static
+# library. Without HEADERS it reads the standard headers that were compiled once; NONE is for one whose
+# flags differ from theirs. Where CMAKE_UNITY_BUILD is on they are compiled several at a time, but for
+# those ALONE, which share a name with others of the folder.
 function(sonavel_module name)
-  cmake_parse_arguments(ARG "" "HEADERS" "FOLDERS;DEPENDS;PRIVATE" ${ARGN})
+  cmake_parse_arguments(ARG "" "HEADERS" "FOLDERS;DEPENDS;PRIVATE;ALONE" ${ARGN})
   set(patterns ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
   foreach(folder IN LISTS ARG_FOLDERS)
     list(APPEND patterns ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp)
@@ -55,18 +57,15 @@ function(sonavel_module name)
   endif()
   add_library(${name} STATIC ${sources})
   target_link_libraries(${name} PUBLIC sonavel_flags ${ARG_DEPENDS} PRIVATE ${ARG_PRIVATE})
-  set_target_properties(${name} PROPERTIES UNITY_BUILD OFF)
+  sonavel_join_sources(${name} ALONE ${ARG_ALONE})
   sonavel_reuse_headers(${name} sonavel_standard_headers ${ARG_HEADERS})
 endfunction()
 
-# sonavel_ui_module(... [ALONE source...]): likewise for a folder of widgets. Where CMAKE_UNITY_BUILD is
-# on they are compiled several at a time, but for those that share a name with others of the folder.
+# sonavel_ui_module(...): likewise for a folder of widgets.
 function(sonavel_ui_module name)
-  cmake_parse_arguments(ARG "" "" "ALONE" ${ARGN})
-  sonavel_module(${name} HEADERS sonavel_widget_headers ${ARG_UNPARSED_ARGUMENTS})
+  sonavel_module(${name} HEADERS sonavel_widget_headers ${ARGN})
   set_target_properties(${name} PROPERTIES AUTOMOC ON AUTORCC ON)
   target_link_libraries(${name} PUBLIC sonavel_widget_flags)
-  sonavel_join_sources(${name} ALONE ${ARG_ALONE})
 endfunction()
 
 # sonavel_tests(NAME LINK lib... [HEADERS target] [LABELS label...] [ALONE source...]): the tests of the

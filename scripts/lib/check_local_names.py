@@ -1,7 +1,7 @@
 """Holds that sources which may be compiled together do not use one name for two things.
 
-Widgets and tests are compiled several sources at a time (see cmake/SonavelModules.cmake), so a name in an
-unnamed namespace belongs to all sources of the program or library. Two may share one where all but one of
+Sources are compiled several at a time (see cmake/SonavelModules.cmake), so a name in an unnamed
+namespace belongs to all sources of the program or library. Two may share one where all but one of
 them stand under ALONE in the CMakeLists.txt.
 
 Relies on the format that scripts/format gives: what a namespace holds begins at the start of a line.
@@ -13,7 +13,7 @@ import re
 import subprocess
 import sys
 
-JOINED = re.compile(r"^\s*sonavel_(ui_module|tests|join_sources)\(", re.MULTILINE)
+JOINED = re.compile(r"^\s*sonavel_(module|ui_module|tests|join_sources)\(", re.MULTILINE)
 ALONE = re.compile(r"\bALONE\b([^)A-Z]*)")
 # Types, names of types, values and functions; a line that is indented belongs to one of them.
 DECLARED = re.compile(
