@@ -8,6 +8,7 @@
 #include "exchange/region_export.h"
 #include "exchange/sound_export.h"
 #include "platform/code_page_949.h"
+#include "platform/target_folder.h"
 
 namespace sonavel::batch {
 namespace {
@@ -75,8 +76,7 @@ Outcome ExportAllRegions(BatchSession& session, const Arguments& words) {
     CSoundDoc& document = session.Document();
     const Result<RegionExport> regions = RegionsOf(document, words);
     if (!regions) return regions.Ended();
-    if (std::error_code error; !std::filesystem::is_directory(regions->folder, error))
-        return Failed("There is no such folder.");
+    if (Outcome made = MakeTargetFolder(regions->folder); !made) return made;
     return ExportRegions(
         *regions, document.Sound(), document.Extras(), &session.Codecs(),
         document.Sound().FileHost(), [&](const std::filesystem::path& path, FrameRange frames) {

@@ -2,6 +2,7 @@
 
 #include "exchange/sound_export.h"
 #include "platform/code_page_949.h"
+#include "platform/target_folder.h"
 #include "spatial/spatializer.h"
 
 namespace sonavel {
@@ -10,9 +11,9 @@ namespace {
 namespace fs = std::filesystem;
 
 Outcome CheckFolder(const ManyPlacesChoice& choice, const std::vector<fs::path>& paths) {
-    std::error_code error;
-    if (!fs::is_directory(choice.folder, error)) return Failed("There is no such folder.");
+    if (Outcome made = MakeTargetFolder(choice.folder); !made) return made;
     if (choice.filesThere == FilesThere::kReplace) return Done();
+    std::error_code error;
     for (const fs::path& path : paths)
         if (fs::exists(path, error))
             return Failed("There is a file " + path.filename().string() + " already.");

@@ -78,10 +78,11 @@ TEST_F(LabelCommandsTest, RegionsBecomeFilesThatAreNotWrittenOver) {
     ExpectOutput(open + "try export-regions @; export-regions @ overwrite=on from=8000",
                  "failed: There is a file \"@/01_a.wav\" already; nothing was written.\n"
                  "wrote \"@/01_b.wav\" from=8000 to=8100\n");
-    ExpectOutput(open + "export-regions @ between-markers=on pattern={title}-{name} format=aiff",
-                 "wrote \"@/speech-speech.aiff\" from=0 to=100\n"
-                 "wrote \"@/speech-a.aiff\" from=100 to=8000\n"
-                 "wrote \"@/speech-b.aiff\" from=8000 to=24000\n");
+    ExpectOutput(
+        open + "export-regions @/made/here between-markers=on pattern={title}-{name} format=aiff",
+        "wrote \"@/made/here/speech-speech.aiff\" from=0 to=100\n"
+        "wrote \"@/made/here/speech-a.aiff\" from=100 to=8000\n"
+        "wrote \"@/made/here/speech-b.aiff\" from=8000 to=24000\n");
     ExpectOutput("open @/speech.wav; try export-regions @; try export-regions @/none",
                  "failed: There are no regions to export.\n"
                  "failed: There are no regions to export.\n");

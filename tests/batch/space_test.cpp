@@ -63,9 +63,9 @@ TEST_F(SpaceTest, WritesAFileForEachPointAndReplacesNoneUnasked) {
     Run("open @/dog.wav; place-many @ points=@/points.csv overwrite=on smooth=on");
     EXPECT_EQ(Run("open @/Behind_180_0.wav; samples 0 600"),
               Run("open @/dog.wav; positional 0 -2 0 smooth=on; samples 0 600"));
-    for (const char* wrong :
-         {"place-many @", "place-many @/none points=@/points.csv", "place-many @ points=@/none",
-          "place-many @ points=@/points.csv pattern={direction} overwrite=on"})
+    for (const char* wrong : {"place-many @", "place-many @/dog.wav/in points=@/points.csv",
+                              "place-many @ points=@/none",
+                              "place-many @ points=@/points.csv pattern={direction} overwrite=on"})
         Run(std::string("open @/dog.wav; ") + wrong, 1);
 }
 
