@@ -61,7 +61,9 @@ void RegionsDialog::AddFields(SoundFileKind kind) {
     form.addRow(tr("E&xport:"), split_);
     form.addRow(tr("&Format:"), kind_);
     form.addRow(tr("&Quality of lossy formats:"), quality_);
-    form.addRow(tr("F&older:"), where);
+    auto* folderLabel = new QLabel(tr("F&older:"), this);
+    folderLabel->setBuddy(folder_);
+    form.addRow(folderLabel, where);
     form.addRow(tr("File &names:"), pattern_);
     form.addRow(tr("Preview:"), names_);
     // The label of a row of two controls names neither.
