@@ -15,13 +15,13 @@ Outcome BringIntoMemory(UndoStep& step) {
 }
 
 // Exchanges records in their order, or none of them.
-template <class Records>
-Outcome ExchangeAll(Records&& records, Sound& sound) {
-    for (auto at = records.begin(); at != records.end(); ++at) {
+template <class Iterator>
+Outcome ExchangeAll(Iterator first, Iterator last, Sound& sound) {
+    for (Iterator at = first; at != last; ++at) {
         Outcome done = Exchange(at->Record(), sound);
         if (done) continue;
         // The way back needs no more memory than was held a moment ago.
-        while (at != records.begin())
+        while (at != first)
             if (!Exchange((--at)->Record(), sound)) break;
         return done;
     }
@@ -173,8 +173,9 @@ Outcome UndoHistory::Cross(UndoStep& step, Way way, Sound& sound) {
     while (true) {
         Outcome done = BringIntoMemory(step);
         if (done)
-            done = way == Way::kForth ? ExchangeAll(step.records, sound)
-                                      : ExchangeAll(std::views::reverse(step.records), sound);
+            done = way == Way::kForth
+                       ? ExchangeAll(step.records.begin(), step.records.end(), sound)
+                       : ExchangeAll(step.records.rbegin(), step.records.rend(), sound);
         if (done) return done;
         StoredRecord* other = FarthestInMemory(&step);
         if (!other || !other->MoveIntoFile(file_)) return done;

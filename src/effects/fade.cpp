@@ -16,7 +16,8 @@ Outcome Fade(const RangeWork& work, RangeSink& sink, FadeDirection direction) {
     const double last = work.Frames() > 1 ? work.Frames() - 1 : 1;
     return ChangePieces(work, sink, Cancel::kIgnored, [=](const RangePiece& piece) {
         for (std::size_t i = 0; i < piece.shares.size(); i += channels) {
-            const double way = (piece.first + static_cast<double>(i / channels)) / last;
+            const std::size_t frame = i / channels;
+            const double way = (piece.first + static_cast<double>(frame)) / last;
             const auto gain = static_cast<float>(
                 FadeGain(curve, direction == FadeDirection::kIn ? way : 1 - way));
             for (unsigned channel = 0; channel < channels; ++channel)

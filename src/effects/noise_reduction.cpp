@@ -71,7 +71,7 @@ class NoisePiece {
 
   private:
     void Analyse(const RangeWork& work, unsigned channel, std::int64_t start) {
-        const auto count = static_cast<std::size_t>(windows_ + 2 * kTimeReach);
+        const auto count = static_cast<std::size_t>(windows_) + 2 * kTimeReach;
         std::vector<float> frames((count - 1) * kNoiseHop + kNoiseWindow);
         ReadAround(work, channel, start, frames);
         spectra_.resize(count);
@@ -103,7 +103,7 @@ class NoisePiece {
     // the one back.
     void AddBack(int window, float* sum) {
         const NoiseBins gains = Gains(window);
-        const Spectrum& from = spectra_[static_cast<std::size_t>(window + kTimeReach)];
+        const Spectrum& from = spectra_[static_cast<std::size_t>(window) + kTimeReach];
         Spectrum scaled, back;
         for (std::size_t bin = 0; bin < kFftSize; ++bin) {
             const float gain = gains[std::min(bin, kFftSize - bin)];

@@ -16,7 +16,7 @@ constexpr std::size_t kMostKeyBytes = 64;
 // Where the value of a line "key=value" begins; 0 for any other line.
 std::size_t ValueAt(std::string_view line) {
     const std::size_t equals = line.find('=');
-    if (equals == std::string_view::npos || equals > kMostKeyBytes || line.starts_with(' '))
+    if (equals > kMostKeyBytes || line.starts_with(' '))  // no "=" is the greatest number
         return 0;
     return CommentOfKey(line.substr(0, equals)) ? equals + 1 : 0;
 }

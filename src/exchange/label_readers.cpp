@@ -23,7 +23,7 @@ Outcome BadLine(std::size_t number, std::string_view expected) {
     return Failed("Line " + std::to_string(number) + ": expected " + std::string(expected) + ".");
 }
 
-bool LabelTaker::Take(double start, double end, std::string name) {
+bool LabelTaker::Take(double start, double end, const std::string& name) {
     const bool inRange = start >= 0 && start <= end && end <= kMostLabelSeconds;
     if (!inRange || labels_.size() >= kMostMarkers) return false;
     const auto frame = [this](double seconds) {
@@ -43,7 +43,8 @@ std::vector<SoundChapter> LabelTaker::Labels() {
 std::optional<double> LabelSeconds(std::string_view text) {
     std::string number(WithoutBlanks(text));
     std::ranges::replace(number, ',', '.');
-    const bool plain = !number.empty() && number.find_first_not_of("0123456789.") == number.npos;
+    const bool plain =
+        !number.empty() && number.find_first_not_of("0123456789.") == std::string_view::npos;
     double seconds = 0;
     const char* end = number.data() + number.size();
     const auto [rest, error] = std::from_chars(number.data(), end, seconds);

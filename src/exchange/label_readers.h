@@ -39,7 +39,7 @@ class LabelTaker {
 
     // Seconds from the start of the sound, 0 up to kMostLabelSeconds and in this order. False for
     // others, and when there are too many.
-    bool Take(double start, double end, std::string name);
+    bool Take(double start, double end, const std::string& name);
     std::vector<SoundChapter> Labels();
 
   private:

@@ -34,15 +34,18 @@ struct TimeStretch::State {
 };
 
 TimeStretch::TimeStretch(unsigned channels, std::uint32_t samplesPerSecond, double tempo,
-                         double pitch) try
-    : state_(std::make_unique<State>()) {
-    state_->channels = channels;
-    state_->touch.setSampleRate(std::clamp(samplesPerSecond, kLeastRate, kGreatestRate));
-    state_->touch.setChannels(channels);
-    state_->touch.setTempo(tempo);
-    state_->touch.setPitch(pitch);
-} catch (const std::exception&) {
-    state_.reset();
+                         double pitch) {
+    try {
+        auto state = std::make_unique<State>();
+        state->channels = channels;
+        state->touch.setSampleRate(std::clamp(samplesPerSecond, kLeastRate, kGreatestRate));
+        state->touch.setChannels(channels);
+        state->touch.setTempo(tempo);
+        state->touch.setPitch(pitch);
+        state_ = std::move(state);
+    } catch (const std::exception&) {
+        // Without a state nothing can be added.
+    }
 }
 
 TimeStretch::~TimeStretch() = default;

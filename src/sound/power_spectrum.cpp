@@ -53,7 +53,8 @@ template <class Real>
 [[gnu::always_inline]] inline void Butterflies(const Parts& in, const Parts& out, std::size_t from,
                                                std::size_t leg, std::size_t to, std::size_t stride,
                                                const Factor* w) {
-    constexpr std::size_t kLanes = sizeof(Real) / sizeof(float);
+    constexpr std::size_t kLanes =
+        sizeof(Real) / sizeof(float);  // NOLINT(bugprone-sizeof-expression)
     for (std::size_t q = 0; q < stride; q += kLanes) {
         const float* re = in.real + from + q;
         const float* im = in.imaginary + from + q;

@@ -128,11 +128,12 @@ EarMatrix CrosstalkFilter::SpeakersToEars(double frequency) const {
 
 EarMatrix CrosstalkFilter::ChannelsToEars(double frequency) const {
     EarMatrix filters;
+    const int middle = -Taps() / 2;
     for (int speaker = 0; speaker < 2; ++speaker)
         for (int channel = 0; channel < 2; ++channel) {
             const std::vector<float> taps(taps_[speaker][channel].begin(),
                                           taps_[speaker][channel].end());
-            filters[speaker][channel] = SpectrumAt(taps, -Taps() / 2, frequency);
+            filters[speaker][channel] = SpectrumAt(taps, middle, frequency);
         }
     return Product(SpeakersToEars(frequency), filters);
 }

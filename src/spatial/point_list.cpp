@@ -115,8 +115,9 @@ Result<std::string> Filled(std::string_view pattern,
         pattern.remove_prefix(open);
         if (pattern.empty()) break;
         const std::size_t close = pattern.find('}');
-        const auto value = values.find(pattern.substr(1, close == pattern.npos ? 0 : close - 1));
-        if (close == pattern.npos || value == values.end())
+        const auto value =
+            values.find(pattern.substr(1, close == std::string_view::npos ? 0 : close - 1));
+        if (close == std::string_view::npos || value == values.end())
             return Failed(
                 "The pattern's fields are {name}, {number}, {azimuth}, {elevation} and "
                 "{distance}.");
@@ -130,7 +131,7 @@ void MakeFileName(std::string& text) {
     constexpr std::string_view kForbidden = "/\\:*?\"<>|";
     for (char& c : text)
         if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F ||
-            kForbidden.find(c) != kForbidden.npos)
+            kForbidden.find(c) != std::string_view::npos)
             c = '_';
     // Not hidden, and no way out of the folder.
     if (text.empty() || text.front() == '.') text.insert(text.begin(), '_');

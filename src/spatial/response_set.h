@@ -25,7 +25,7 @@ struct FinePlace {
     std::array<std::uint32_t, 3> corners{};
     std::array<std::uint8_t, 3> eighths{};
 
-    auto operator<=>(const FinePlace&) const = default;
+    auto operator<=>(const FinePlace&) const = default;  // NOLINT(modernize-use-nullptr)
 };
 
 struct FineBlend {
