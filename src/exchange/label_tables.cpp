@@ -12,7 +12,8 @@ constexpr std::string_view kTableLine = "name,start,end, both in seconds and in 
 constexpr std::string_view kTableHead = "the header name,start,end";
 
 // A point may stand without its end.
-bool TakeTimes(LabelTaker& labels, std::string_view from, std::string_view to, const std::string& name) {
+bool TakeTimes(LabelTaker& labels, std::string_view from, std::string_view to,
+               const std::string& name) {
     const auto start = LabelSeconds(from);
     const auto end = WithoutBlanks(to).empty() ? start : LabelSeconds(to);
     return start && end && labels.Take(*start, *end, name);
