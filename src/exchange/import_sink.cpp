@@ -3,10 +3,11 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <functional>
 
 #include "exchange/sample_packing.h"
 #include "platform/failure_texts.h"
-#include "sound/sample_conversion.h"
+#include "sound/sample_types.h"
 
 namespace sonavel {
 namespace {
@@ -15,6 +16,12 @@ constexpr std::size_t kLeastRoomBytes = std::size_t{4} << 20;
 
 unsigned BitsOf(FrameSamples samples) {
     return static_cast<unsigned>(8 * BytesPerSample(samples));
+}
+
+unsigned BitsFor(const ImportChoice& choice, FrameSamples samples) {
+    const bool rounds =
+        samples == FrameSamples::kFloat32 && choice.depth == ImportDepth::kRoundTo16;
+    return rounds ? WordSample::kBits : BitsOf(samples);
 }
 
 // What becomes of the channels; nothing where they stay as they are.
@@ -63,10 +70,9 @@ Outcome ImportSink::Begin(const SoundFileHead& head) {
     matrix_ = MatrixFor(choice_, file);
     if (matrix_ && !Fits(*matrix_, file.channels))
         return Failed("The channels that were chosen are not those of the file.");
-    const unsigned bits = matrix_ ? BitsOf(FrameSamples::kFloat32) : BitsOf(file.samples);
     const auto channels = matrix_ ? static_cast<unsigned>(matrix_->rows.size())
                                   : static_cast<unsigned>(file.channels);
-    format_ = MakeSoundFormat(channels, bits, file.rate);
+    format_ = MakeSoundFormat(channels, BitsFor(choice_, file.samples), file.rate);
     if (!IsEditable(format_)) return Failed("The file holds no sound.");
     ReserveAll(file.frames);
     return Done();
@@ -94,14 +100,14 @@ bool ImportSink::Reserve(std::size_t bytes) {
 }
 
 std::span<std::uint8_t> ImportSink::Room(std::size_t bytes) {
-    if (matrix_ || !Reserve(bytes)) return {};
+    if (!TakesAsTheyAre() || !Reserve(bytes)) return {};
     return samples_.Bytes().subspan(takenBytes_, bytes);
 }
 
 Outcome ImportSink::Take(std::span<const std::uint8_t> frames) {
     takenFrames_ += frames.size() / std::max<std::size_t>(head_.description.BytesPerFrame(), 1);
     ShowProgress();
-    if (matrix_) return Mix(frames);
+    if (!TakesAsTheyAre()) return Append(Floats(frames));
     if (!Reserve(frames.size())) return Failed(failure::kMemory);
     std::uint8_t* to = samples_.Data() + takenBytes_;
     if (frames.data() != to) std::memcpy(to, frames.data(), frames.size());
@@ -109,21 +115,39 @@ Outcome ImportSink::Take(std::span<const std::uint8_t> frames) {
     return Done();
 }
 
-Outcome ImportSink::Mix(std::span<const std::uint8_t> frames) {
+bool ImportSink::TakesAsTheyAre() const {
+    return !matrix_ && format_.bitsPerSample == BitsOf(head_.description.samples);
+}
+
+// In the channels of the sound.
+std::span<const float> ImportSink::Floats(std::span<const std::uint8_t> frames) {
     const SoundFileDescription& file = head_.description;
-    const std::size_t count = frames.size() / BytesPerSample(file.samples);
-    floats_.resize(count);
+    floats_.resize(frames.size() / BytesPerSample(file.samples));
     const std::span<float> floats = floats_;
     PackSamples(frames, file.samples, {.depth = EncodedDepth::kFloat32},
                 {reinterpret_cast<std::uint8_t*>(floats.data()), floats.size_bytes()});
-    const std::size_t mixed = count / file.channels * matrix_->rows.size();
-    if (!Reserve(mixed * sizeof(float))) return Failed(failure::kMemory);
-    auto* to = reinterpret_cast<float*>(samples_.Data() + takenBytes_);
-    ApplyMatrix(*matrix_, floats, {to, mixed});
     // Bytes of a sound count down from its greatest value, those of a file up.
     if (file.samples == FrameSamples::kUnsigned8)
-        std::transform(to, to + mixed, to, [](float value) { return -value; });
-    takenBytes_ += mixed * sizeof(float);
+        std::ranges::transform(floats, floats.begin(), std::negate());
+    if (!matrix_) return floats;
+    mixed_.resize(floats.size() / file.channels * matrix_->rows.size());
+    ApplyMatrix(*matrix_, floats, mixed_);
+    return mixed_;
+}
+
+Outcome ImportSink::Append(std::span<const float> samples) {
+    const std::size_t bytes = samples.size() * (format_.bitsPerSample / 8);
+    if (!Reserve(bytes)) return Failed(failure::kMemory);
+    takenBytes_ += bytes;
+    const std::span<std::uint8_t> taken = samples_.Bytes().first(takenBytes_);
+    VisitSampleType(format_.bitsPerSample, [&](auto type) {
+        using Type = decltype(type);
+        const std::span<typename Type::Stored> to = SamplesOf<Type>(taken);
+        if constexpr (kHoldsWholeNumbers<Type>)
+            rounder_.Take<Type>(samples, to);
+        else
+            std::ranges::copy(samples, to.last(samples.size()).begin());
+    });
     return Done();
 }
 
@@ -135,18 +159,15 @@ void ImportSink::ShowProgress() {
         static_cast<int>(static_cast<double>(done) * 100 / static_cast<double>(file.frames)));
 }
 
-Result<Sound> ImportSink::TakeSound() {
+Sound ImportSink::TakeSound() {
     samples_.ReAllocBuffer(takenBytes_);
-    Sound sound(format_, std::move(samples_));
-    const FrameSamples in = head_.description.samples;
-    const bool wasFloat = in == FrameSamples::kFloat32;
-    const unsigned bits = !wasFloat                                  ? BitsOf(in)
-                          : choice_.depth == ImportDepth::kRoundTo16 ? 16u
-                                                                     : sound.GetBits();
-    if (wasFloat && bits == 16 && !FloatsFit<WordSample>(SamplesOf<FloatSample>(sound.Bytes())))
-        tookAllBits_ = AllTaken::kNo;
-    if (bits != sound.GetBits() && !sound.ConvertBits(bits)) return Failed(failure::kMemory);
-    return sound;
+    return {format_, std::move(samples_)};
+}
+
+// What was mixed is another sound, whose rounding takes nothing of the file's.
+AllTaken ImportSink::TookAllBits() const {
+    const bool wasFloat = head_.description.samples == FrameSamples::kFloat32;
+    return wasFloat && !rounder_.AllFit() ? AllTaken::kNo : AllTaken::kYes;
 }
 
 }  // namespace sonavel

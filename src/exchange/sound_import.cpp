@@ -107,12 +107,11 @@ Result<ImportedSound> ImportSound(const std::filesystem::path& path, const Sound
     if (!extras) return extras.Ended();
     AddFromHead(sink.Head(), *extras);
     RemarkOnEnd(*decoded, extras->remarks);
-    Result<Sound> sound = sink.TakeSound();
-    if (!sound) return sound.Ended();
-    sound->Markers() = MarkersOf(*extras, sound->GetFrameCount());
+    Sound sound = sink.TakeSound();
+    sound.Markers() = MarkersOf(*extras, sound.GetFrameCount());
     extras->markers.clear();
-    std::vector<std::string> losses = LossesOfImport(sink, *sound, extras->remarks);
-    return ImportedSound{std::move(*sound), sink.Head().description, std::move(*extras),
+    std::vector<std::string> losses = LossesOfImport(sink, sound, extras->remarks);
+    return ImportedSound{std::move(sound), sink.Head().description, std::move(*extras),
                          std::move(losses)};
 } catch (const std::bad_alloc&) {
     return Failed(failure::kMemory);

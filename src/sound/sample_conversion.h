@@ -2,36 +2,14 @@
 #pragma once
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <span>
 
 #include "platform/user_prompts.h"
-#include "sound/dither.h"
+#include "sound/float_rounding.h"
 #include "sound/sample_types.h"
 
 namespace sonavel {
-
-// Whether samples of the type hold each float exactly.
-template <class To>
-bool FloatsFit(std::span<const float> from) {
-    return std::ranges::all_of(from, [](float sample) {
-        const double value = double{sample} * To::kHalfScale;
-        return value >= To::kLeast && value <= To::kGreatest && value == std::nearbyint(value);
-    });
-}
-
-// To whole numbers: exactly where all of them fit, else with triangular dither, held at full scale.
-template <class To>
-void RoundFloats(std::span<const float> from, std::span<typename To::Stored> to) {
-    const bool fits = FloatsFit<To>(from);
-    for (std::size_t i = 0; i < from.size(); ++i) {
-        const double value =
-            double{FloatSample::Finite(from[i])} * To::kHalfScale + (fits ? 0 : DitherNoise(i));
-        const double held = std::clamp<double>(value, To::kLeast, To::kGreatest);
-        to[i] = To::StoredOf(static_cast<typename To::Value>(std::lrint(held)));
-    }
-}
 
 // One whole number. It takes the other type's scale and wraps around in its bits: byte b becomes
 // the word (128 - b) * 256, which is -32768 for b = 0, and a word the byte 128 - its high byte.
@@ -55,7 +33,7 @@ void ConvertSamples(std::span<const typename From::Stored> from,
         typename To::Stored* target = to.data();
         for (std::size_t i = 0; i < count; ++i) target[i] = Rescaled<From, To>(source[i]);
     } else if constexpr (kHoldsWholeNumbers<To>) {
-        RoundFloats<To>(from.first(count), to.first(count));
+        FloatRounder().Take<To>(from.first(count), to.first(count));
     } else {
         std::ranges::copy(from.first(count), to.begin());
     }

@@ -6,46 +6,47 @@
 #include <cmath>
 #include <vector>
 
+#include "sound/float_rounding.h"
+
 namespace sonavel {
 namespace {
+
+std::vector<std::int16_t> Rounded(const std::vector<float>& samples) {
+    std::vector<std::int16_t> results(samples.size());
+    FloatRounder().Take<WordSample>(samples, results);
+    return results;
+}
 
 TEST(Dither, AllValuesOf16BitsFitAndComeBack) {
     std::vector<float> samples;
     for (int value = -32768; value <= 32767; ++value) samples.push_back(value * 0x1p-15f);
-    ASSERT_TRUE(FitIn16Bits(samples));
-    std::vector<std::int16_t> rounded(samples.size());
-    RoundTo16Bits(samples, rounded);
+    ASSERT_TRUE(FloatsFit<WordSample>(samples));
+    const std::vector<std::int16_t> rounded = Rounded(samples);
     for (int value = -32768; value <= 32767; ++value)
         ASSERT_EQ(rounded[static_cast<std::size_t>(value + 32768)], value);
     for (const float other : {1.0f, 0x1p-16f, 0.1f, -1.0001f, NAN})
-        EXPECT_FALSE(FitIn16Bits(std::vector<float>{other})) << other;
+        EXPECT_FALSE(FloatsFit<WordSample>(std::vector<float>{other})) << other;
 }
 
 TEST(Dither, ResultsAreTheNearestOrBesideItAndStayInRange) {
-    std::vector<float> samples;
+    std::vector<float> samples = {NAN, INFINITY, -INFINITY};
     for (int i = 0; i < 200'000; ++i) samples.push_back(-1.2f + 1.2e-5f * static_cast<float>(i));
-    std::vector<std::int16_t> dithered(samples.size());
-    DitherTo16Bits(samples, 0, dithered);
+    const std::vector<std::int16_t> dithered = Rounded(samples);
     for (std::size_t i = 0; i < samples.size(); ++i) {
-        const double nearest = std::clamp(std::nearbyint(samples[i] * 32768.0), -32768.0, 32767.0);
+        const float share = std::isfinite(samples[i]) ? samples[i] : 0;
+        const double nearest = std::clamp(std::nearbyint(share * 32768.0), -32768.0, 32767.0);
         ASSERT_LE(std::abs(dithered[i] - nearest), 1) << samples[i];
     }
-    const std::vector<float> wrong = {NAN, INFINITY, -INFINITY};
-    std::vector<std::int16_t> held(3);
-    DitherTo16Bits(wrong, 0, held);
-    EXPECT_EQ(held, (std::vector<std::int16_t>{0, 32767, -32768}));
 }
 
 // A steady value between two steps is kept on the average, and the error is the same noise whatever
 // the value is: that is what the triangle is for.
 TEST(Dither, MeanAndPowerOfTheErrorDoNotDependOnTheSignal) {
     constexpr std::size_t kCount = 200'000;
-    for (const double units : {0.0, 0.25, 0.5, 1000.9}) {
-        std::vector<float> samples(kCount, static_cast<float>(units / 32768));
-        std::vector<std::int16_t> dithered(kCount);
-        DitherTo16Bits(samples, 7, dithered);
+    for (const double units : {0.1, 0.25, 0.5, 1000.9}) {
+        const std::vector<float> samples(kCount, static_cast<float>(units / 32768));
         double sum = 0, squares = 0;
-        for (const std::int16_t value : dithered) {
+        for (const std::int16_t value : Rounded(samples)) {
             const double error = value - static_cast<double>(samples[0]) * 32768;
             sum += error;
             squares += error * error;
@@ -55,14 +56,27 @@ TEST(Dither, MeanAndPowerOfTheErrorDoNotDependOnTheSignal) {
     }
 }
 
+// Also where what comes first would need no noise.
 TEST(Dither, PiecesGiveTheSameAsTheWhole) {
-    const std::vector<float> samples(1000, 0.3333f);
-    std::vector<std::int16_t> whole(1000), pieces(1000);
-    DitherTo16Bits(samples, 5, whole);
-    DitherTo16Bits(std::span(samples).first(300), 5, std::span(pieces).first(300));
-    DitherTo16Bits(std::span(samples).subspan(300), 305, std::span(pieces).subspan(300));
-    EXPECT_EQ(pieces, whole);
-    EXPECT_NE(std::ranges::count(whole, whole[0]), 1000);
+    std::vector<float> samples(1000, 0.25f);
+    std::fill(samples.begin() + 700, samples.end(), 0.3333f);
+    for (const std::size_t piece : {1u, 300u, 700u, 999u}) {
+        SCOPED_TRACE(piece);
+        std::vector<std::uint8_t> bytes(samples.size());
+        std::vector<std::int16_t> words(samples.size());
+        FloatRounder byteRounder, wordRounder;
+        for (std::size_t from = 0; from < samples.size(); from += piece) {
+            const std::size_t count = std::min(piece, samples.size() - from);
+            const auto next = std::span<const float>(samples).subspan(from, count);
+            byteRounder.Take<ByteSample>(next, std::span(bytes).first(from + count));
+            wordRounder.Take<WordSample>(next, std::span(words).first(from + count));
+            EXPECT_EQ(wordRounder.AllFit(), from + count <= 700);
+        }
+        EXPECT_EQ(words, Rounded(samples));
+        std::vector<std::uint8_t> allBytes(samples.size());
+        FloatRounder().Take<ByteSample>(samples, allBytes);
+        EXPECT_EQ(bytes, allBytes);
+    }
 }
 
 }  // namespace
