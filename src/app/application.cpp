@@ -202,7 +202,7 @@ Outcome Application::NewSound() {
 
 QStringList Application::AskForFiles(const QString& title, const QString& filters) {
     const QString folder = PersonSettings().value(kOpenFolderKey, QDir::currentPath()).toString();
-    const QStringList paths = OpenFilesDialog::Ask(title, folder, filters, &frame_);
+    QStringList paths = OpenFilesDialog::Ask(title, folder, filters, &frame_);
     if (!paths.isEmpty())
         PersonSettings().setValue(kOpenFolderKey, QFileInfo(paths.front()).absolutePath());
     return paths;

@@ -1,5 +1,6 @@
 #include "app/status_panes.h"
 
+#include <QEvent>
 #include <QLineEdit>
 #include <QTimer>
 #include <algorithm>

@@ -1,5 +1,5 @@
-// Floats made whole numbers: exactly where all of a sound's floats fit, else with triangular dither,
-// held at full scale.
+// Floats made whole numbers: exactly where all of a sound's floats fit, else with triangular
+// dither, held at full scale.
 #pragma once
 
 #include <algorithm>
@@ -21,9 +21,9 @@ bool FloatsFit(std::span<const float> from) {
     });
 }
 
-// Takes a sound's floats piece by piece, and gives what it would have given for all of them at once:
-// where a float is the first that does not fit, those before it fitted, so that their results are
-// the floats still and get their noise then.
+// Takes a sound's floats piece by piece, and gives what it would have given for all of them at
+// once: where a float is the first that does not fit, those before it fitted, so that their results
+// are the floats still and get their noise then.
 class FloatRounder {
   public:
     // The results so far, with room at their end for those of the piece. Of one type of samples.

@@ -134,8 +134,7 @@ QStringList PagesWith(const QString& words) {
 QString PageOfWindow(const QWidget* window) {
     if (const auto* effect = qobject_cast<const EffectDialog*>(window))
         return QStringLiteral("effect-") + QString::fromLatin1(effect->Row().name);
-    const QString page = window ? PageOfClassOf(window->metaObject()) : QString();
-    return page;
+    return window ? PageOfClassOf(window->metaObject()) : QString();
 }
 
 }  // namespace sonavel

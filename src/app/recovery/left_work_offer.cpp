@@ -80,6 +80,7 @@ Outcome OfferLeftWork(const std::filesystem::path& folder, Workspace& workspace,
     const std::vector<LeftWork> left = recovery::ListLeftWork(folder);
     if (left.empty()) return Done();
     std::vector<LeftWorkRow> rows;
+    rows.reserve(left.size());
     for (const LeftWork& work : left) rows.push_back(RowOf(work, workspace.Services()));
     LeftWorkDialog dialog(rows, parent);
     dialog.exec();

@@ -86,7 +86,7 @@ ParameterControl& EffectDialog::AddControl(const EffectParameter& parameter, Dir
 
 void EffectDialog::Begin(QWidget& firstControl) {
     RecallAll();
-    GiveMnemonics(*this, Preview() ? Preview()->ButtonTexts() : QStringList());
+    GiveMnemonics(*this, Preview() ? PreviewToggle::ButtonTexts() : QStringList());
     firstControl.setFocus();
     adjustSize();
 }

@@ -35,7 +35,7 @@ CProgressDlg::CProgressDlg(const QString& caption, QWidget* parent)
 }
 
 QString ProgressCaption(std::string_view title) {
-    const QString text = Utf8Text(title);
+    QString text = Utf8Text(title);
     if (text.isEmpty() || text.startsWith(u' ')) return QStringLiteral("Progress") + text;
     return text;
 }

@@ -1,6 +1,7 @@
 #include "platform/qt/qt_prompts.h"
 
 #include <QApplication>
+#include <QPushButton>
 
 #include "platform/qt/channel_conversion_dialog.h"
 #include "platform/qt/message_box.h"

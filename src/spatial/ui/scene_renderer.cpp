@@ -196,8 +196,10 @@ void SceneRenderer::SetAttribute(int location, int components, std::size_t offse
                                  std::size_t stride) {
     const auto index = static_cast<unsigned>(location);
     gl_.glEnableVertexAttribArray(index);
+    // The library takes an offset into the buffer as a pointer.
+    const void* place = reinterpret_cast<const void*>(offset);  // NOLINT(performance-no-int-to-ptr)
     gl_.glVertexAttribPointer(index, components, GL_FLOAT, GL_FALSE, static_cast<int>(stride),
-                              reinterpret_cast<const void*>(offset));
+                              place);
 }
 
 }  // namespace sonavel

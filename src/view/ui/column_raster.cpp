@@ -119,7 +119,7 @@ void ColumnRaster::Fill(QImage& image) const {
 void ColumnRaster::FillBlock(QImage& image, int firstColumn, int count) const {
     ColumnBlock block(count);
     for (int i = 0; i < count; ++i) {
-        const auto column = static_cast<std::size_t>(firstColumn + i);
+        const auto column = static_cast<std::size_t>(firstColumn) + static_cast<std::size_t>(i);
         block.Set(i, tops_[column], bottoms_[column], colours_[column]);
     }
     const qsizetype stride = image.bytesPerLine() / qsizetype{sizeof(QRgb)};
