@@ -30,6 +30,7 @@ LEVELS = {
     "platform/portaudio": 6,
     "platform/headless": 6,
     "codec/client": 6,
+    "script": 6,
     "app": 7,
     "batch": 7,
     "codec/main": 7,
@@ -52,6 +53,8 @@ SAME_LEVEL_ALLOWED = {
     ("meter/ui", "view/ui"),
     ("properties/ui", "view/ui"),
     ("properties/ui", "platform/qt"),
+    ("script", "platform/headless"),
+    ("script", "codec/client"),
 }
 LIBRARY_HEADERS = {"soxr.h", "ebur128.h", "SoundTouch.h", "soundtouch/SoundTouch.h"}
 INCLUDE = re.compile(r'#include\s+([<"])([^>"]+)[>"]')

@@ -5,10 +5,11 @@
 #include <iterator>
 #include <ostream>
 
-#include "batch/batch_session.h"
+#include "batch/batch_host.h"
 #include "batch/help_text.h"
-#include "batch/script_runner.h"
 #include "platform/small_file.h"
+#include "script/command_rows.h"
+#include "script/script_runner.h"
 
 namespace sonavel::batch {
 namespace {
@@ -109,9 +110,26 @@ std::optional<std::string> ReadScript(const BatchCall& call, std::istream& in) {
     return ReadToEnd(in);
 }
 
+enum ExitStatus : int { kSucceeded = 0, kCommandFailed = 1, kGrammarMistake = 2 };
+
 int Mistake(const BatchStreams& streams, std::string_view text) {
     streams.errors << "sonavel-batch: " << text << '\n';
     return kGrammarMistake;
+}
+
+// `name` stands for the script in messages.
+int RunScript(std::string_view name, std::string_view text, script::ScriptSession& session,
+              std::ostream& errors) {
+    const script::ParsedScript parsed = script::ParseScript(text, script::AllCommandRows());
+    for (const script::GrammarMistake& mistake : parsed.mistakes)
+        errors << name << ':' << mistake.line << ": " << mistake.text << '\n';
+    if (!parsed.mistakes.empty()) return kGrammarMistake;
+    script::ScriptWatcher watcher;
+    const script::ScriptEnd end = script::RunCommands(parsed, session, watcher);
+    session.Out() << std::flush;
+    if (end.kind == script::ScriptEnd::Kind::kSucceeded) return kSucceeded;
+    errors << name << ':' << end.line << ": " << end.command << ": failed: " << end.reason << '\n';
+    return kCommandFailed;
 }
 
 int Run(const BatchCall& call, const BatchStreams& streams) {
@@ -122,9 +140,10 @@ int Run(const BatchCall& call, const BatchStreams& streams) {
         return Mistake(streams, '"' + call.folder->string() + "\" is not a folder");
     const ProgramFolder folder =
         call.folder ? ProgramFolder(*call.folder) : ProgramFolder::OfThisProgram();
-    BatchSession session(folder, streams.out, call.showsProgress ? &streams.errors : nullptr);
+    BatchHost host(folder, streams.out, call.showsProgress ? &streams.errors : nullptr);
+    script::ScriptSession session(host.Services(), host.Script());
     if (call.recoverFolder) {
-        const std::filesystem::path records = AbsolutePath(call.recoverFolder->string());
+        const std::filesystem::path records = script::AbsolutePath(*call.recoverFolder);
         if (!recovery::MakePrivateFolder(records))
             return Mistake(streams, "cannot keep records in \"" + records.string() + '"');
         session.KeepWorkIn(records);

@@ -1,6 +1,6 @@
 #include "batch/help_text.h"
 
-#include "batch/command_rows.h"
+#include "script/command_rows.h"
 
 namespace sonavel::batch {
 namespace {
@@ -20,22 +20,6 @@ constexpr const char* kExitStatus =
     "0 every command succeeded, 1 a command failed or its output was lost, 2 a\n"
     "mistake in the call or in the grammar of the script.";
 
-constexpr HelpGroup kGroups[] = {
-    {"Documents", DocumentCommandRows},
-    {"Import and tags", ImportCommandRows},
-    {"Export", ExportCommandRows},
-    {"Pauses and labels", LabelCommandRows},
-    {"Reports", ReportCommandRows},
-    {"Selection, clipboard, markers", EditCommandRows},
-    {"Format of the sound", FormatCommandRows},
-    {"View and menu commands", ViewCommandRows},
-    {"Spectrogram", SpectrogramCommandRows},
-    {"Effects, on the selection or on the whole sound without one", EffectCommandRows},
-    {"Space", SpaceCommandRows},
-    {"Recovery", RecoveryCommandRows},
-    {"Script", ScriptCommandRows},
-};
-
 }  // namespace
 
 std::string UsageText() {
@@ -53,16 +37,12 @@ std::string ExitStatusText() {
     return kExitStatus;
 }
 
-std::span<const HelpGroup> HelpGroups() {
-    return kGroups;
-}
-
 std::string HelpText() {
     std::string text = UsageText() + "\n\n" + kGrammar + "\n\nExit status: " + kExitStatus + '\n';
-    for (const HelpGroup& group : kGroups) {
+    for (const script::CommandGroup& group : script::CommandGroups()) {
         text += '\n' + std::string(group.title) + "\n\n";
-        for (const CommandRow& row : group.rows())
-            text += "  " + SignatureOf(row) + "\n      " + row.does + '\n';
+        for (const script::CommandRow& row : group.rows())
+            text += "  " + script::SignatureOf(row) + "\n      " + row.does + '\n';
     }
     return text;
 }

@@ -1,11 +1,7 @@
-// What --help prints, made from the command table, and the parts that it is made of.
+// What --help prints, made from the command table of scripts, and the parts of it.
 #pragma once
 
-#include <span>
 #include <string>
-#include <vector>
-
-#include "batch/command_row.h"
 
 namespace sonavel::batch {
 
@@ -14,12 +10,6 @@ std::string UsageText();
 // The options and the grammar of a script; what the exit status says.
 std::string GrammarText();
 std::string ExitStatusText();
-
-struct HelpGroup {
-    const char* title;
-    std::vector<CommandRow> (*rows)();
-};
-std::span<const HelpGroup> HelpGroups();
 
 std::string HelpText();
 

@@ -4,7 +4,7 @@
 #include <sstream>
 
 #include "batch/batch_call.h"
-#include "batch/scene_file.h"
+#include "script/scene_file.h"
 #include "support/sound_files.h"
 
 namespace sonavel::batch {

@@ -1,8 +1,8 @@
 #include "man_pages/pages.h"
 
-#include "batch/command_row.h"
 #include "batch/help_text.h"
 #include "man_pages/roff_page.h"
+#include "script/command_rows.h"
 
 namespace sonavel {
 namespace {
@@ -17,10 +17,10 @@ std::string BatchPage(const std::string& version) {
     page.Section("Synopsis").Lines(batch::UsageText());
     page.Section("Description").Paragraph(batch::GrammarText());
     page.Section("Commands");
-    for (const batch::HelpGroup& group : batch::HelpGroups()) {
+    for (const script::CommandGroup& group : script::CommandGroups()) {
         page.Subsection(group.title);
-        for (const batch::CommandRow& row : group.rows())
-            page.Entry(batch::SignatureOf(row), row.does);
+        for (const script::CommandRow& row : group.rows())
+            page.Entry(script::SignatureOf(row), row.does);
     }
     page.Section("Exit status").Paragraph(batch::ExitStatusText());
     page.Section("Examples").Lines(kExample);
