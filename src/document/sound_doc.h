@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "audio/wave_player.h"
+#include "document/document_observer.h"
 #include "document/document_options.h"
 #include "document/document_questions.h"
 #include "document/file_origin.h"
@@ -22,20 +23,6 @@
 #include "platform/outcome.h"
 
 namespace sonavel {
-
-// What a document asks of its windows.
-class DocumentObserver {
-  public:
-    virtual ~DocumentObserver() = default;
-
-    // The sound changed from this frame on; 0 with a new format or a new length rebuilds
-    // everything.
-    virtual void OnSoundChanged(std::uint32_t firstChangedFrame) = 0;
-    virtual void OnTitleOrModifiedChanged() = 0;
-    // Around what holds the program up: the wait cursor.
-    enum class Waiting { kBegins, kEnds };
-    virtual void OnWaiting(Waiting) {}
-};
 
 class CSoundDoc {
   public:
@@ -176,6 +163,12 @@ class CSoundDoc {
     void RestoreName(const std::filesystem::path& path, std::string_view title,
                      const std::optional<FileIdentity>& identity);
     void RestoreTags(std::vector<SoundTag> tags) { extras_.tags = std::move(tags); }
+
+    // --- Copies
+
+    // Into an empty document: the other's sound, title, tags and import, but neither its file nor
+    // its history, so that it can be worked on without a save going anywhere.
+    Outcome TakeCopyOf(const CSoundDoc& other);
 
     // --- Preview
 
