@@ -244,6 +244,10 @@ Outcome Application::SaveAll() {
     return all;
 }
 
+Outcome Application::RunScript() {
+    return scripts_.AskAndRun();
+}
+
 void Application::ShowFileProperties() {
     OpenSound* active = workspace_.Active();
     if (!active) return;

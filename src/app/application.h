@@ -4,6 +4,7 @@
 
 #include <QStringList>
 
+#include "app/exchange/editor_scripts.h"
 #include "app/exchange/sound_importer.h"
 #include "app/help/help_desk.h"
 #include "app/logo_sound.h"
@@ -34,6 +35,7 @@ class Application {
     Workspace& Sounds() { return workspace_; }
     const Workspace& Sounds() const { return workspace_; }
     HelpDesk& Help() { return help_; }
+    EditorScripts& Scripts() { return scripts_; }
 
     // Paths are file texts (platform/qt/file_names.h).
 
@@ -56,6 +58,7 @@ class Application {
     Outcome Import();  // likewise
     bool HasModifiedSounds() const;
     Outcome SaveAll();
+    Outcome RunScript();
     void ShowFileProperties();
     void EditPreferences();
     void ShowSampleDatabase();
@@ -89,6 +92,7 @@ class Application {
     Workspace workspace_;
     SoundImporter importer_;
     EffectState effectState_;
+    EditorScripts scripts_{workspace_, codecs_, effectState_, &frame_};
     EffectMemory effectMemory_;
     EffectCommands effectCommands_;
     std::unique_ptr<CommandTarget> commands_;

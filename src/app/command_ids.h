@@ -27,6 +27,8 @@ enum Id : int {
     kExportMarkers = 33453,
     kPalette = 33454,
     kKeys = 33455,
+    kRunScript = 33456,
+    kCopyAsScript = 33457,
     kStatusBar = 59393,
     kNew = 57600,
     kOpen = 57601,

@@ -82,6 +82,8 @@ constexpr MenuEntry kEdit[] = {
     kLine,
     C(view_command::kClipboardContents),
     kLine,
+    C(app_command::kRunScript),
+    kLine,
     C(app_command::kPalette),
     C(app_command::kKeys),
     C(app_command::kPreferences),
