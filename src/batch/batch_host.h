@@ -19,8 +19,12 @@ class BatchHost {
         : folder_(folder), prompts_(out), progress_(progressOut), script_{prompts_, codecs_, out} {}
 
     HostServices Services() {
-        return {prompts_, progress_, clipboard_,
-                devices_, folder_,   &codecs_,
+        return {prompts_,
+                progress_,
+                clipboard_,
+                devices_,
+                folder_,
+                &codecs_,
                 UndoStorage::OfThisSystem()};
     }
     const script::ScriptHost& Script() const { return script_; }

@@ -23,12 +23,6 @@ void NameBytes(EditRecord& record, const Sound& before, const FrameRange& frames
     record.bytesKept = std::min(end, before.GetDataSize()) - record.startByte;
 }
 
-// Frames of one format lie among those of another only where all but the rate is the same.
-bool HasSameFrames(const PcmFormat& a, const PcmFormat& b) {
-    return a.formatTag == b.formatTag && a.channels == b.channels &&
-           a.bitsPerSample == b.bitsPerSample && a.blockAlign == b.blockAlign;
-}
-
 bool NamesBytesOf(const EditRecord& record, const Sound& sound) {
     const std::uint64_t size = sound.GetDataSize();
     switch (record.reach) {

@@ -19,17 +19,11 @@ EditRecord Whole(const Sound& now, Sound& wanted) {
     return record;
 }
 
-bool HasSameFrames(const PcmFormat& a, const PcmFormat& b) {
-    return a.formatTag == b.formatTag && a.channels == b.channels &&
-           a.bitsPerSample == b.bitsPerSample && a.blockAlign == b.blockAlign;
-}
-
 EditRecord Between(const Sound& now, const Sound& wanted) {
     const auto before = now.Bytes(), after = wanted.Bytes();
     const std::size_t common = std::min(before.size(), after.size());
-    const auto first = std::mismatch(before.begin(),
-                                     before.begin() + static_cast<std::ptrdiff_t>(common),
-                                     after.begin());
+    const auto first = std::mismatch(
+        before.begin(), before.begin() + static_cast<std::ptrdiff_t>(common), after.begin());
     const auto start = static_cast<std::size_t>(first.first - before.begin());
     const auto behind = std::mismatch(before.rbegin(),
                                       before.rbegin() + static_cast<std::ptrdiff_t>(common - start),

@@ -29,4 +29,9 @@ bool IsEditable(const PcmFormat& format) {
            format.blockAlign == format.bitsPerSample / 8 * format.channels;
 }
 
+bool HasSameFrames(const PcmFormat& a, const PcmFormat& b) {
+    return a.formatTag == b.formatTag && a.channels == b.channels &&
+           a.bitsPerSample == b.bitsPerSample && a.blockAlign == b.blockAlign;
+}
+
 }  // namespace sonavel

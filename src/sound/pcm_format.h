@@ -28,4 +28,7 @@ PcmFormat MakeSoundFormat(unsigned channels, unsigned bits, std::uint32_t sample
 // above 0, and a block align that fits them.
 bool IsEditable(const PcmFormat& format);
 
+// Whether frames of one may lie among those of the other, at whatever rate.
+bool HasSameFrames(const PcmFormat& a, const PcmFormat& b);
+
 }  // namespace sonavel

@@ -55,7 +55,8 @@ TEST_F(EditorScriptsTest, SaysTheLineThatFailedAndShowsWhatWasPrinted) {
     {
         const BoxAnswer box(QMessageBox::Ok);
         EXPECT_TRUE(RunText("reverse\n\nmute; cut").IsFailed());
-        EXPECT_TRUE(box.Text().contains("Line 3: cut: Nothing is selected.")) << box.Text().toStdString();
+        EXPECT_TRUE(box.Text().contains("Line 3: cut: Nothing is selected."))
+            << box.Text().toStdString();
     }
     EXPECT_FALSE(Active().GetModified());
     const OutputReader shown;

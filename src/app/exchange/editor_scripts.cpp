@@ -69,8 +69,8 @@ Outcome EditorScripts::AskAndRun() {
 Outcome EditorScripts::RunFile(const std::filesystem::path& path) {
     auto text = ReadSmallFile(path, kMostScriptFileBytes);
     if (!text) return Failed("The script could not be read.");
-    const script::OpenSoundsRun run = script::RunOnOpenSounds(
-        {*std::move(text), path.parent_path()}, sounds_, codecs_, effects_);
+    const script::OpenSoundsRun run =
+        script::RunOnOpenSounds({*std::move(text), path.parent_path()}, sounds_, codecs_, effects_);
     if (run.outcome)
         ShowDone(run);
     else if (run.outcome.IsFailed())
