@@ -5,7 +5,7 @@
 #include <span>
 #include <vector>
 
-#include "spatial/direction.h"
+#include "spatial/course.h"
 #include "spatial/vector3.h"
 
 namespace sonavel {
@@ -14,14 +14,15 @@ class ExactPath {
   public:
     // At least one point, joined by straight legs. A path of no length stays at its first point.
     explicit ExactPath(std::span<const SourcePosition> points);
+    explicit ExactPath(Course course);
 
-    // `share` from 0 at the first point to 1 at the last, at constant speed; shares outside count
-    // as the nearest.
+    // `share` of the range, from 0 to 1; shares outside count as the nearest, but for a loop, which
+    // goes on.
     Vector3 At(double share) const;
 
   private:
+    Course course_;  // its corners unused
     std::vector<Vector3> points_;
-    std::vector<double> reached_;  // the share of the path at each point
 };
 
 }  // namespace sonavel

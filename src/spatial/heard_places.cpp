@@ -7,7 +7,6 @@
 namespace sonavel {
 namespace {
 
-constexpr double kReferenceDistance = 0.6;
 // Within it a source is taken as higher up than it is, so that one that passes through the head
 // passes over it and does not change sides at once.
 constexpr double kHeadCentre = 0.1;
@@ -85,7 +84,7 @@ std::vector<HeardPlace> HeardPlaces(ResponseBank& bank, const Flight& flight, st
         const Vector3 position = sending.PlaceAt(sent);
         const SphereBlend blend = responses.Mesh().Around(DirectionOf(position), nearby);
         place.blend = bank.Note(blend);
-        place.gain = kReferenceDistance / std::max(kReferenceDistance, Length(position));
+        place.gain = flight.law.GainAt(Length(position));
         place.readAt.fill(sent);
         for (const std::size_t ear : {0u, 1u})
             delays[ear].push_back(responses.DelayAt(blend, kBothEars[ear]));

@@ -6,6 +6,7 @@
 #include <optional>
 #include <vector>
 
+#include "spatial/distance_law.h"
 #include "spatial/exact_path.h"
 #include "spatial/response_bank.h"
 
@@ -33,6 +34,7 @@ struct Flight {
     // the source as much earlier as the way takes it, counted from the path's beginning on. A
     // source faster than sound is heard at four times its speed at most, and never backwards.
     std::optional<double> metresPerUnit;
+    DistanceLaw law{};
 };
 
 // At the frames 0, 128, 256 ... of the range, `count` of them. Notes in the bank what they need.

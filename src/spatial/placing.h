@@ -2,9 +2,12 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "spatial/block_renderer.h"
+#include "spatial/course.h"
+#include "spatial/distance_law.h"
 #include "spatial/listener.h"
 
 namespace sonavel {
@@ -26,10 +29,20 @@ struct Placing {
     Smoothness smoothness = Smoothness::kStepped;
     Doppler doppler = Doppler::kOff;  // of smooth sources alone
     double metresPerUnit = 1;
+    // When a path reaches its points, in seconds of the range, or of the round when it loops; fewer
+    // than points, or nothing for a point: as the speed between those with a time gives it. Rising.
+    std::vector<std::optional<double>> times{};
+    // A loop leads back to its first point, and begins again after a round; 0: one round in the
+    // range.
+    PathLoop loop = PathLoop::kOnce;
+    double roundSeconds = 0;
+    DistanceLaw law{};  // of smooth sources alone
 };
 
 // Where it passes: its points, or the curve through them.
 std::vector<SourcePosition> PathOf(const Placing& placing);
+// Where it is when, in a range of that many seconds.
+Course CourseOf(const Placing& placing, double rangeSeconds);
 
 // Why such a source cannot be heard; done when it can.
 Outcome CheckPlacing(const Placing& placing);

@@ -13,7 +13,7 @@
 namespace sonavel {
 namespace {
 
-constexpr float kGreatestCoordinate = 1e6f;
+constexpr float kFarthestListed = 1e6f;
 constexpr std::size_t kLongestName = 200;
 
 std::string_view Trimmed(std::string_view text) {
@@ -66,7 +66,7 @@ std::optional<float> CoordinateFrom(const std::string& text) {
     float value = 0;
     const char* end = text.data() + text.size();
     const auto [stopped, error] = std::from_chars(text.data(), end, value);
-    if (error != std::errc() || stopped != end || !(std::abs(value) <= kGreatestCoordinate))
+    if (error != std::errc() || stopped != end || !(std::abs(value) <= kFarthestListed))
         return std::nullopt;
     return value;
 }

@@ -12,7 +12,6 @@ namespace {
 constexpr int kAzimuths = 8;
 constexpr int kUpNumber = 24;
 constexpr double kElevationStep = 30;
-constexpr double kHundredths = 100;
 
 double Radians(double degrees) {
     return degrees * std::numbers::pi / 180;
@@ -81,12 +80,12 @@ SourcePosition PositionOf(const PolarPosition& polar) {
             Clean(polar.distance * std::sin(elevation))};
 }
 
-double DistanceOfGain(double gain) {
-    return double{kInnerRadius} / gain;
-}
-
 SourcePosition PositionWhilePlaying(std::span<const SourcePosition> path, double share) {
     return SourcePath(path).At(static_cast<float>(std::clamp(share, 0.0, 1.0)));
+}
+
+SourcePosition PositionWhilePlaying(const Course& course, double share) {
+    return SourcePath(course).At(static_cast<float>(std::clamp(share, 0.0, 1.0)));
 }
 
 }  // namespace sonavel

@@ -4,7 +4,7 @@
 
 #include <span>
 
-#include "spatial/direction.h"
+#include "spatial/course.h"
 #include "spatial/presets.h"
 
 namespace sonavel {
@@ -20,6 +20,8 @@ inline constexpr int kSystemPoints = 2 * kSpherePoints;
 SourcePosition SystemPoint(int number);
 int NearestSystemNumber(int number);
 
+// People read and type lengths in hundredths of a scene unit.
+inline constexpr double kHundredths = 100;
 inline constexpr int kLeastCoordinate = -999;
 inline constexpr int kGreatestCoordinate = 9999;
 // As many as a preset gives back.
@@ -42,11 +44,9 @@ struct PolarPosition {
 PolarPosition PolarOf(const SourcePosition& position);
 SourcePosition PositionOf(const PolarPosition& polar);
 
-// The distance at which a source has this gain, 0 < gain <= 1.
-double DistanceOfGain(double gain);
-
 // Where on the path a source is when this share of its sound has played, 0 to 1; shares outside
 // count as the nearest. At least one point.
 SourcePosition PositionWhilePlaying(std::span<const SourcePosition> path, double share);
+SourcePosition PositionWhilePlaying(const Course& course, double share);
 
 }  // namespace sonavel

@@ -43,14 +43,13 @@ struct SmoothRenderer::Heard {
 
 SmoothRenderer::SmoothRenderer(const RangeInput& input,
                                std::shared_ptr<const ResponseSet> responses,
-                               std::span<const SourcePosition> path,
-                               std::optional<double> metresPerUnit)
+                               const SmoothCourse& course)
     : input_(input), bank_(std::move(responses)) {
     const std::uint32_t frames = input.range.Frames();
     const std::size_t blocks = (std::size_t{frames} + kBlockFrames - 1) / kBlockFrames;
-    const ExactPath exact(path);
+    const ExactPath exact(course.course);
     const Flight flight{exact, frames, static_cast<double>(input.sound.GetSamplesPerSecond()),
-                        metresPerUnit};
+                        course.metresPerUnit, course.law};
     places_ = HeardPlaces(bank_, flight, blocks * kHopsPerBlock + 1);
     bank_.Compute();
 }

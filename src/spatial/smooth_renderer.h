@@ -10,11 +10,16 @@
 
 namespace sonavel {
 
+struct SmoothCourse {
+    Course course;
+    std::optional<double> metresPerUnit;  // as in Flight
+    DistanceLaw law{};
+};
+
 class SmoothRenderer : public BlockRenderer {
   public:
-    // Along the path within the range. `metresPerUnit` as in Flight.
     SmoothRenderer(const RangeInput& input, std::shared_ptr<const ResponseSet> responses,
-                   std::span<const SourcePosition> path, std::optional<double> metresPerUnit);
+                   const SmoothCourse& course);
 
     void Render(std::size_t block, BlockOutput output) const override;
 

@@ -31,15 +31,23 @@ SourcePath::SourcePath(std::span<const SourcePosition> points)
     }
 }
 
-SourcePosition SourcePath::At(float t) const {
+SourcePath::SourcePath(const Course& course) : SourcePath(course.corners) {
+    rounds_ = {{}, {}, course.loop, course.round};
+    if (!course.reached.empty()) legStarts_.assign(course.reached.begin(), course.reached.end());
+}
+
+SourcePosition SourcePath::At(float share) const {
     if (points_.size() == 1) return points_.front();
+    const float t = rounds_.loop == PathLoop::kOnce
+                        ? share
+                        : static_cast<float>(rounds_.ShareOfRound(double{share}));
     const auto behind = std::upper_bound(legStarts_.begin() + 1, legStarts_.end() - 1, t);
     const auto leg = static_cast<std::size_t>(behind - legStarts_.begin()) - 1;
     const float start = legStarts_[leg];
     const float length = *behind - start;
     // A last leg of no length is entered at the end of the path.
-    const float share = length > 0 ? (t - start) / length : 1;
-    return Between(points_[leg], points_[leg + 1], share);
+    const float done = length > 0 ? (t - start) / length : 1;
+    return Between(points_[leg], points_[leg + 1], done);
 }
 
 }  // namespace sonavel

@@ -7,15 +7,33 @@
 namespace sonavel {
 namespace {
 
-constexpr int kLegs = 64;
+constexpr std::size_t kLegs = 64;
 
-std::vector<Vector3> WithoutRepeats(std::span<const SourcePosition> points) {
-    std::vector<Vector3> kept;
+// The points without those that repeat the one before them, and which of them each point is.
+struct Distinct {
+    std::vector<Vector3> points;
+    std::vector<std::size_t> numbers;
+};
+
+Distinct WithoutRepeats(std::span<const SourcePosition> points) {
+    Distinct kept;
     for (const SourcePosition& point : points) {
         const Vector3 next{point.x, point.y, point.z};
-        if (kept.empty() || !(kept.back() == next)) kept.push_back(next);
+        if (kept.points.empty() || !(kept.points.back() == next)) kept.points.push_back(next);
+        kept.numbers.push_back(kept.points.size() - 1);
     }
     return kept;
+}
+
+// Adds a point before the first one and one behind the last: of an open path as straight as it
+// begins and ends.
+void AddEnds(std::vector<Vector3>& through, CurveEnds ends) {
+    const std::size_t last = through.size() - 1;
+    const bool closed = ends == CurveEnds::kClosed;
+    const Vector3 before = closed ? through[last - 1] : 2.0 * through[0] - through[1];
+    const Vector3 behind = closed ? through[1] : 2.0 * through[last] - through[last - 1];
+    through.insert(through.begin(), before);
+    through.push_back(behind);
 }
 
 // What lies at `t` on the line that is at `a` at `from` and at `b` at `to`.
@@ -55,20 +73,27 @@ SourcePosition Rounded(const Vector3& point) {
 
 }  // namespace
 
-std::vector<SourcePosition> SplineThrough(std::span<const SourcePosition> points) {
-    std::vector<Vector3> through = WithoutRepeats(points);
-    if (through.size() < 3) return {points.begin(), points.end()};
-    // Before the first point and behind the last the path goes on as it begins and ends.
-    through.insert(through.begin(), 2.0 * through[0] - through[1]);
-    through.push_back(2.0 * through.back() - through[through.size() - 2]);
-    std::vector<SourcePosition> curve;
+Curve CurveThrough(std::span<const SourcePosition> points, CurveEnds ends) {
+    Curve curve;
+    auto [through, numbers] = WithoutRepeats(points);
+    if (through.size() < 3) {
+        curve.corners.assign(points.begin(), points.end());
+        for (std::size_t i = 0; i < points.size(); ++i) curve.cornerOfPoint.push_back(i);
+        return curve;
+    }
+    for (const std::size_t number : numbers) curve.cornerOfPoint.push_back(kLegs * number);
+    AddEnds(through, ends);
     for (std::size_t i = 1; i + 2 < through.size(); ++i) {
         const Piece piece(through[i - 1], through[i], through[i + 1], through[i + 2]);
-        for (int leg = 0; leg < kLegs; ++leg)
-            curve.push_back(Rounded(piece.At(static_cast<double>(leg) / kLegs)));
+        for (int leg = 0; leg < static_cast<int>(kLegs); ++leg)
+            curve.corners.push_back(Rounded(piece.At(static_cast<double>(leg) / kLegs)));
     }
-    curve.push_back(Rounded(through[through.size() - 2]));
+    curve.corners.push_back(Rounded(through[through.size() - 2]));
     return curve;
+}
+
+std::vector<SourcePosition> SplineThrough(std::span<const SourcePosition> points) {
+    return CurveThrough(points, CurveEnds::kOpen).corners;
 }
 
 }  // namespace sonavel

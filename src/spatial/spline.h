@@ -9,8 +9,19 @@
 
 namespace sonavel {
 
-// The curve as a path of short straight legs, 64 between two points. Points that repeat the one
-// before them are left out; with fewer than three others the path stays straight.
+// The curve as a path of short straight legs.
+struct Curve {
+    std::vector<SourcePosition> corners;
+    std::vector<std::size_t> cornerOfPoint;  // the number of the corner at each point
+};
+
+// kClosed: the last point is where the first one is, and the curve goes on there as it began.
+enum class CurveEnds { kOpen, kClosed };
+
+// 64 legs between two points. Points that repeat the one before them share its corner; with fewer
+// than three others the path stays straight.
+Curve CurveThrough(std::span<const SourcePosition> points, CurveEnds ends);
+// The corners of the open curve.
 std::vector<SourcePosition> SplineThrough(std::span<const SourcePosition> points);
 
 }  // namespace sonavel

@@ -1,6 +1,7 @@
 // The points of the scenes: where the numbered ones stand, and how numbers, directions and
 // positions turn into each other.
 #include "spatial/scene_points.h"
+#include "spatial/distance_law.h"
 
 #include <cmath>
 
@@ -65,7 +66,7 @@ TEST(ScenePoints, DirectionsAndPositionsTurnIntoEachOther) {
     EXPECT_EQ(PolarOf({0, 0, 0}), PolarPosition{});
     EXPECT_LT(PolarOf({-1e-20f, 1, 0}).azimuth, 360);
     for (const double gain : {1.0, 0.5, 0.25, 0.01}) {
-        const auto distance = static_cast<float>(DistanceOfGain(gain));
+        const auto distance = static_cast<float>(DistanceLaw{}.DistanceOf(gain));
         EXPECT_NEAR(DistanceGain({0, distance, 0}), gain, 1e-6);
     }
 }

@@ -1,50 +1,33 @@
 // Smooth sources in the 3D editors, and the dialogs of Cross Talk and Place Many.
 #include <QCheckBox>
 #include <QPlainTextEdit>
+#include <QTableWidget>
+#include <QTimer>
 
 #include "spatial/ui/crosstalk_dialog.h"
 #include "spatial/ui/place_many_dialog.h"
+#include "spatial/ui/shape_dialog.h"
 #include "spatial/ui/spatial_commands.h"
 #include "spatial/ui/system_sound_dialog.h"
 #include "spatial/ui/user_sound_dialog.h"
-#include "support/recording_prompts.h"
-#include "ui/view_fixture.h"
+#include "ui/spatial_fixture.h"
 
 namespace sonavel {
 namespace {
 
-class SmoothEditors : public ::testing::Test {
+class SmoothEditors : public SpatialFixture {
   protected:
     SmoothEditors() {
-        TestApplication();
-        EXPECT_TRUE(folder_.Options().SetInteger("__SOUND_GENERAL_OPTIONS",
-                                                 "SAVE UNDO REDO INFOMATION", 1));
-        workspace_ = std::make_unique<Workspace>(services_);
-        workspace_->SetInitialViewSize(400, 200);
-        Sound sound;
-        EXPECT_TRUE(sound.Create(1, 16, 44100, 3000));
+        Open(1, 16, 3000);
         for (std::uint32_t i = 0; i < 3000; ++i)
-            sound.SetSample(0, i, static_cast<int>(i * 7919 % 9001) - 4500);
-        workspace_->NewDocumentFromSound(std::move(sound), "Test");
+            Document().Sound().SetSample(0, i, static_cast<int>(i * 7919 % 9001) - 4500);
     }
 
-    CSoundDoc& Document() { return *workspace_->Active()->document; }
-    CSoundView& View() { return *workspace_->Active()->view; }
     static QCheckBox* BoxIn(QWidget& dialog, const char* text) {
         for (QCheckBox* box : dialog.findChildren<QCheckBox*>())
             if (box->text() == QLatin1String(text)) return box;
         return nullptr;
     }
-
-    QTemporaryDir directory_;
-    ProgramFolder folder_{directory_.path().toStdString()};
-    RecordingPrompts prompts_;
-    FakeProgress progress_;
-    MemoryClipboard clipboard_;
-    HeadlessWaveDevices devices_{WavePace::kAsFastAsAsked};
-    HostServices services_{prompts_, progress_, clipboard_, devices_, folder_};
-    std::unique_ptr<Workspace> workspace_;
-    SpatialMemory memory_;
 };
 
 TEST_F(SmoothEditors, ABoxMakesASourceAtRestSmooth) {
@@ -79,15 +62,96 @@ TEST_F(SmoothEditors, DopplerIsOfferedToSmoothMovingSources) {
     EXPECT_EQ(dialog.Scene().Content().path.size(), 3u);
     BoxIn(dialog, "&Flowing curve through the points")->click();
     EXPECT_EQ(dialog.Scene().Content().path.size(), 129u);
-    const Placing chosen = dialog.Heard().Chosen();
+    const Placing chosen = dialog.Placed();
     EXPECT_EQ(chosen.kind, PlacingKind::kPath);
     EXPECT_EQ(chosen.smoothness, Smoothness::kSmooth);
     EXPECT_EQ(chosen.doppler, Doppler::kOn);
     EXPECT_EQ(chosen.curve, PathCurve::kSpline);
     EXPECT_EQ(chosen.metresPerUnit, 2.5);
     smooth->click();
-    EXPECT_EQ(dialog.Heard().Chosen().doppler, Doppler::kOff);
+    EXPECT_EQ(dialog.Placed().doppler, Doppler::kOff);
     EXPECT_TRUE(dialog.Apply());
+}
+
+TEST_F(SmoothEditors, AMovingSourcePassesItsPointsAtTheirTimesAndInRounds) {
+    {
+        UserSoundDialog dialog(View(), memory_, SourceMotion::kMoving);
+        dialog.Points().SetPoints({{100, 0, 0}, {0, 100, 0}, {-100, 0, 0}});
+        auto* table = dialog.findChild<QTableWidget*>();
+        ASSERT_EQ(table->columnCount(), 5);
+        table->item(1, 4)->setText("0.5");
+        table->item(2, 4)->setText("no time");
+        using Times = std::vector<std::optional<double>>;
+        EXPECT_EQ(dialog.Placed().times, (Times{std::nullopt, 0.5, std::nullopt}));
+        EXPECT_EQ(table->item(2, 4)->text(), "");
+        // Times belong to places in the order, which moves points past them.
+        dialog.Points().Select(1);
+        for (QPushButton* button : dialog.findChildren<QPushButton*>())
+            if (button->text() == "&Up") button->click();
+        EXPECT_EQ(dialog.Points().Points()[0], (UserPoint{0, 100, 0}));
+        EXPECT_EQ(dialog.Placed().times[1], 0.5);
+        BoxIn(dialog, "Loop bac&k")->click();
+        EXPECT_EQ(dialog.Scene().Content().path.size(), 4u);
+        dialog.findChild<QDoubleSpinBox*>("Round")->setValue(0.75);
+        EXPECT_EQ(dialog.Placed().loop, PathLoop::kLoop);
+        EXPECT_EQ(dialog.Placed().roundSeconds, 0.75);
+        EXPECT_TRUE(dialog.Apply());
+        dialog.findChild<QDoubleSpinBox*>("Round")->setValue(0.25);
+        EXPECT_EQ(dialog.Apply().Reason(), "A round ends before its last point is reached.");
+        dialog.accept();
+    }
+    const UserSoundDialog again(View(), memory_, SourceMotion::kMoving);
+    EXPECT_EQ(again.Placed().times[1], 0.5);
+    EXPECT_EQ(again.Placed().roundSeconds, 0.25);
+    const UserSoundDialog resting(View(), memory_, SourceMotion::kPositional);
+    EXPECT_EQ(resting.findChild<QTableWidget*>()->columnCount(), 4);
+    EXPECT_TRUE(resting.Placed().times.empty());
+}
+
+TEST_F(SmoothEditors, TheDistanceLawIsShownAndSetWithSmoothOn) {
+    UserSoundDialog dialog(View(), memory_, SourceMotion::kPositional);
+    dialog.Points().SetPoints({{0, 240, 0}});
+    auto* least = dialog.findChild<QDoubleSpinBox*>("Least distance");
+    auto* fall = dialog.findChild<QDoubleSpinBox*>("Fall");
+    auto* gain = dialog.findChild<QDoubleSpinBox*>("Gain");
+    EXPECT_FALSE(least->isEnabled() || fall->isEnabled());
+    EXPECT_EQ(least->value(), 60);
+    EXPECT_EQ(fall->value(), 6);
+    EXPECT_EQ(gain->value(), 25);
+    BoxIn(dialog, "Smoot&h")->click();
+    ASSERT_TRUE(least->isEnabled() && fall->isEnabled());
+    fall->setValue(12);
+    EXPECT_NEAR(gain->value(), 6.25, 0.06);
+    least->setValue(120);
+    EXPECT_EQ(gain->value(), 25);
+    EXPECT_EQ(dialog.Placed().law, (DistanceLaw{12, 1.2}));
+    gain->setValue(100);
+    EXPECT_EQ(dialog.Points().Points()[0], (UserPoint{0, 120, 0}));
+    // Without Smooth the law is the fixed one, and comes back with it.
+    BoxIn(dialog, "Smoot&h")->click();
+    EXPECT_EQ(fall->value(), 6);
+    EXPECT_EQ(gain->value(), 50);
+    EXPECT_EQ(dialog.Placed().law, DistanceLaw{});
+    BoxIn(dialog, "Smoot&h")->click();
+    EXPECT_EQ(dialog.Placed().law, (DistanceLaw{12, 1.2}));
+}
+
+TEST_F(SmoothEditors, AShapeReplacesThePoints) {
+    UserSoundDialog dialog(View(), memory_, SourceMotion::kMoving);
+    QTimer::singleShot(0, [&dialog] {
+        auto* asked = dialog.findChild<ShapeDialog*>();
+        asked->findChild<QComboBox*>()->setCurrentIndex(1);
+        asked->findChildren<QSpinBox*>()[0]->setValue(200);
+        asked->findChildren<QSpinBox*>()[2]->setValue(-2);
+        asked->accept();
+    });
+    for (QPushButton* button : dialog.findChildren<QPushButton*>())
+        if (button->text() == QString::fromUtf8("&New Shape…")) button->click();
+    EXPECT_EQ(memory_.shape, (ShapeNumbers{PathShape::kSpiral, 2, 0, -2}));
+    EXPECT_EQ(dialog.Points().Points().size(), 25u);
+    EXPECT_EQ(dialog.Points().Points().front(), (UserPoint{0, 200, 0}));
+    EXPECT_EQ(dialog.Points().Points().back(), (UserPoint{0, 50, 0}));
+    EXPECT_EQ(dialog.Placed().curve, PathCurve::kSpline);
 }
 
 TEST_F(SmoothEditors, PlaceManyBeginsWithFourDirectionsAndSaysWhatIsWrong) {

@@ -11,21 +11,10 @@
 #include "spatial/ui/spatial_commands.h"
 #include "spatial/ui/system_sound_dialog.h"
 #include "spatial/ui/user_sound_dialog.h"
-#include "support/recording_prompts.h"
-#include "ui/view_fixture.h"
+#include "ui/spatial_fixture.h"
 
 namespace sonavel {
 namespace {
-
-// Notes the captions of the questions too.
-class CaptionPrompts : public RecordingPrompts {
-  public:
-    bool AskYesNo(std::string_view text, std::string_view caption) override {
-        captions.emplace_back(caption);
-        return RecordingPrompts::AskYesNo(text, caption);
-    }
-    std::vector<std::string> captions;
-};
 
 QPushButton* ButtonIn(QWidget& dialog, const char* text) {
     for (QPushButton* button : dialog.findChildren<QPushButton*>())
@@ -46,28 +35,10 @@ void TypeAndConfirm(QDialog& dialog, const char* text) {
     dialog.close();
 }
 
-class SpatialEditors : public ::testing::Test {
+class SpatialEditors : public SpatialFixture {
   protected:
-    SpatialEditors() {
-        TestApplication();
-        EXPECT_TRUE(folder_.Options().SetInteger("__SOUND_GENERAL_OPTIONS",
-                                                 "SAVE UNDO REDO INFOMATION", 1));
-        workspace_ = std::make_unique<Workspace>(services_);
-        workspace_->SetInitialViewSize(400, 200);
-        Open(1, 8, 6000);
-    }
+    SpatialEditors() { Open(1, 8, 6000); }
 
-    void Open(unsigned channels, unsigned bits, std::uint32_t frames) {
-        Sound copy;
-        ASSERT_TRUE(copy.Create(channels, bits, 44100, frames));
-        workspace_->NewDocumentFromSound(std::move(copy), "Test");
-        for (std::uint32_t i = 0; i < frames; ++i)
-            Document().Sound().SetSample(0, i, i / 50 % 2 ? 90 : -90);
-        Document().SetModified(false);
-    }
-
-    CSoundDoc& Document() { return *workspace_->Active()->document; }
-    CSoundView& View() { return *workspace_->Active()->view; }
     std::string TextOf(const char* fileName) const {
         std::ifstream stream(folder_.Path() / fileName, std::ios::binary);
         std::ostringstream text;
@@ -83,16 +54,6 @@ class SpatialEditors : public ::testing::Test {
     static PointRole RoleOf(SpatialDialog& dialog, std::size_t index) {
         return dialog.Scene().Content().points[index].role;
     }
-
-    QTemporaryDir directory_;
-    ProgramFolder folder_{directory_.path().toStdString()};
-    CaptionPrompts prompts_;
-    FakeProgress progress_;
-    MemoryClipboard clipboard_;
-    HeadlessWaveDevices devices_{WavePace::kAsFastAsAsked};
-    HostServices services_{prompts_, progress_, clipboard_, devices_, folder_};
-    std::unique_ptr<Workspace> workspace_;
-    SpatialMemory memory_;
 };
 
 TEST_F(SpatialEditors, ASystemPointIsChosenByNumberListOrClick) {
@@ -237,7 +198,7 @@ TEST_F(SpatialEditors, UserPointsAreAddedEditedOrderedAndRemoved) {
     QStringList headers;
     for (int column = 0; column < table->columnCount(); ++column)
         headers << table->horizontalHeaderItem(column)->text();
-    EXPECT_EQ(headers, (QStringList{"Ball ID", "x", "y", "z"}));
+    EXPECT_EQ(headers, (QStringList{"Ball ID", "x", "y", "z", "Time"}));
 
     list.SetPoints({{100, 0, 0}, {0, 0, 50}});
     ButtonIn(list, "&Add")->click();  // behind the first, an eighth of a turn on

@@ -77,6 +77,7 @@ constexpr PageOfClass kClasses[] = {
     {"RegionsDialog", "regions"},
     {"SpatialDialog", "space"},
     {"PlaceManyDialog", "space"},
+    {"ShapeDialog", "space"},
     {"CrosstalkDialog", "space"},
     {"KeysDialog", "keys"},
     {"CommandPalette", "keys"},

@@ -6,7 +6,6 @@
 namespace sonavel {
 namespace {
 
-constexpr double kHundredths = 100;
 constexpr double kOverhead = 90;
 constexpr double kMostDistance = 17400;  // of the farthest point that the coordinates reach
 
@@ -92,6 +91,11 @@ void PointNumbers::ShowPosition(const SourcePosition& position) {
     Fill(position);
 }
 
+void PointNumbers::SetLaw(const DistanceLaw& law) {
+    law_ = law;
+    fields_[kGain]->setReadOnly(!IsEditable() || law.fall == 0);
+}
+
 void PointNumbers::ShowNothing() {
     setEnabled(false);
     heardAs_->hide();
@@ -108,7 +112,7 @@ void PointNumbers::Fill(const SourcePosition& position) {
     SetValue(kAzimuth, std::fmod(std::round(polar_.azimuth * 10) / 10, 360));
     SetValue(kElevation, polar_.elevation);
     SetValue(kDistance, kHundredths * polar_.distance);
-    SetValue(kGain, kHundredths * double{DistanceGain(position)});
+    SetValue(kGain, kHundredths * law_.GainAt(polar_.distance));
     const bool overhead = double{PositionToDirection(position).elevation} == kOverhead;
     heardAs_->setVisible(overhead && polar_.elevation < kOverhead);
 }
@@ -152,10 +156,10 @@ void PointNumbers::TakePolar(const PolarPosition& polar) {
     Q_EMIT Edited(point);
 }
 
-// Within the inner sphere every distance has the full gain.
+// Within the least distance every one has the full gain.
 double PointNumbers::DistanceFromGain() const {
-    const double distance = DistanceOfGain(Value(kGain) / kHundredths);
-    const bool inside = Value(kGain) >= kHundredths && polar_.distance <= double{kInnerRadius};
+    const double distance = law_.DistanceOf(Value(kGain) / kHundredths);
+    const bool inside = Value(kGain) >= kHundredths && polar_.distance <= law_.leastDistance;
     return inside ? polar_.distance : distance;
 }
 

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <array>
 
+#include "spatial/distance_law.h"
 #include "spatial/scene_points.h"
 
 namespace sonavel {
@@ -22,6 +23,9 @@ class PointNumbers : public QGroupBox {
 
     void ShowPosition(const SourcePosition& position);
     void ShowNothing();
+    // How the gain follows from the distance.
+    void SetLaw(const DistanceLaw& law);
+    bool IsEditable() const { return editing_ == Editing::kOn; }
 
   Q_SIGNALS:
     // By the person.
@@ -41,6 +45,7 @@ class PointNumbers : public QGroupBox {
     double DistanceFromGain() const;
 
     Editing editing_;
+    DistanceLaw law_;
     std::array<QDoubleSpinBox*, kFieldCount> fields_;
     // Finer than the hundredths that it stands for, so that small turns of a near point add up.
     PolarPosition polar_;

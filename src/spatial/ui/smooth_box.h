@@ -1,5 +1,5 @@
-// How a source is heard: in the steps of the table or smoothly, and what only smooth or moving
-// sources have.
+// How a source is heard: in the steps of the table or smoothly, how its level falls with the
+// distance, and what only smooth moving sources have.
 #pragma once
 
 #include <QCheckBox>
@@ -18,7 +18,7 @@ class SmoothBox : public QGroupBox {
     // `ears`: the name of the responses that smooth sources are heard with.
     SmoothBox(SourceMotion motion, const QString& ears, QWidget* parent = nullptr);
 
-    // Of the placing, all but where the source is.
+    // Of the placing, all but where the source is and which way it takes.
     void Show(const Placing& placing);
     Placing Chosen() const;
 
@@ -28,13 +28,21 @@ class SmoothBox : public QGroupBox {
 
   private:
     QCheckBox* AddBox(const QString& text, const QString& toolTip);
+    QDoubleSpinBox* AddNumber(const QString& name, const QString& prefix, const QString& suffix,
+                              const QString& toolTip);
+    void AddNumbers();
+    void LayOut();
+    void ShowLaw();
+    void TakeLaw();
     void EnableFields();
 
     SourceMotion motion_;
+    DistanceLaw law_;  // of smooth sources, which the fields show while they are chosen
     QCheckBox* smooth_;
-    QCheckBox* curve_;
     QCheckBox* doppler_;
-    QDoubleSpinBox* metres_;
+    QDoubleSpinBox* metres_ = nullptr;
+    QDoubleSpinBox* least_ = nullptr;
+    QDoubleSpinBox* fall_ = nullptr;
 };
 
 }  // namespace sonavel

@@ -4,6 +4,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "sound/frame_range.h"
 #include "sound/sample_types.h"
 #include "spatial/scene_points.h"
 
@@ -50,6 +51,7 @@ SpatialDialog::SpatialDialog(CSoundView& view, SpatialMemory& memory, SourceMoti
     middle->addLayout(side_);
     Outer().addLayout(middle, 1);
     Outer().addLayout(MakeButtons());
+    if (motion == SourceMotion::kMoving) MakeWay();
     connect(heard_, &SmoothBox::Edited, this, [this] { ShowPoints(content_, selected_); });
     ballTimer_.setInterval(kBallInterval);
     connect(&ballTimer_, &QTimer::timeout, this, &SpatialDialog::MoveBall);
@@ -90,8 +92,12 @@ PresetBar& SpatialDialog::Begin(QWidget& chooser, PresetStore store) {
     side_->addWidget(presets_);
     side_->addWidget(&chooser, 1);
     side_->addWidget(numbers_);
+    if (way_) side_->addWidget(way_);
     side_->addWidget(heard_);
-    if (shared_.heard[motion_]) heard_->Show(*shared_.heard[motion_]);
+    if (const auto& last = shared_.heard[motion_]) {
+        heard_->Show(*last);
+        if (way_) way_->Show(*last);
+    }
     chooser.setFocus();
     return *presets_;
 }
@@ -99,7 +105,8 @@ PresetBar& SpatialDialog::Begin(QWidget& chooser, PresetStore store) {
 void SpatialDialog::ShowPoints(SceneContent content, int selected) {
     content_ = content;
     selected_ = selected;
-    Placing placing = heard_->Chosen();
+    Placing placing = ChosenWay();
+    numbers_->SetLaw(placing.law);
     placing.points = std::move(content.path);
     content.path = PathOf(placing);
     const bool any = !content.points.empty();
@@ -113,13 +120,38 @@ void SpatialDialog::ShowPoints(SceneContent content, int selected) {
     scene_->SetContent(std::move(content));
 }
 
-Outcome SpatialDialog::Run(Purpose purpose) {
+void SpatialDialog::MakeWay() {
+    const bool ownPoints = numbers_->IsEditable();
+    way_ = new PathBox(ownPoints ? ShapeOffer::kOn : ShapeOffer::kOff, this);
+    connect(way_, &PathBox::Edited, this, [this] { ShowPoints(content_, selected_); });
+}
+
+Placing SpatialDialog::ChosenWay() const {
     Placing placing = heard_->Chosen();
+    if (way_) way_->PutInto(placing);
+    return placing;
+}
+
+Placing SpatialDialog::Placed() const {
+    Placing placing = ChosenWay();
     placing.points = Path();
-    const bool applies = purpose == Purpose::kApply;
-    if (!applies) previewedPath_ = PathOf(placing);
-    if (placing.points.empty()) return Cancelled();
+    placing.times = Times();
+    return placing;
+}
+
+double SpatialDialog::SecondsOfRange() const {
+    const CWave& sound = Document().Sound();
     const Selection selection = View().State().GetSelection();
+    const FrameRange range = RangeToWorkOn(selection.start, selection.end, sound.GetFrameCount());
+    return std::max(1.0, 1.0 * range.Frames()) / sound.GetSamplesPerSecond();
+}
+
+Outcome SpatialDialog::Run(Purpose purpose) {
+    const Placing placing = Placed();
+    if (placing.points.empty()) return Cancelled();
+    const bool applies = purpose == Purpose::kApply;
+    const Selection selection = View().State().GetSelection();
+    if (!applies) previewed_ = CourseOf(placing, SecondsOfRange());
     const SpatialTarget target{Document(), selection.start, selection.end, progressTitle_,
                                applies ? SpatialOutcome::kApply : SpatialOutcome::kPlayedPreview};
     return SpatializePlaced(target, placing, shared_.listener);
@@ -135,10 +167,10 @@ void SpatialDialog::FollowPreview(double share) {
 // Between two reports, which are a block of the device apart, the ball goes on by the clock.
 void SpatialDialog::MoveBall() {
     const CWavePlayer& preview = Document().Preview();
-    if (!preview.IsPlaying() || previewedPath_.empty()) return HideBall();
+    if (!preview.IsPlaying() || previewed_.corners.empty()) return HideBall();
     const double seconds = 1.0 * preview.GetFrameCount() / preview.GetSamplesPerSecond();
     const double since = static_cast<double>(sinceHeard_.elapsed()) / 1000;
-    scene_->SetBall(PositionWhilePlaying(previewedPath_, heardShare_ + since / seconds));
+    scene_->SetBall(PositionWhilePlaying(previewed_, heardShare_ + since / seconds));
 }
 
 void SpatialDialog::HideBall() {
@@ -149,7 +181,7 @@ void SpatialDialog::HideBall() {
 void SpatialDialog::done(int result) {
     if (IsRunning()) return;
     Remember();
-    shared_.heard[motion_] = heard_->Chosen();
+    shared_.heard[motion_] = ChosenWay();
     HideBall();
     PreviewDialog::done(result);
 }

@@ -4,10 +4,12 @@
 
 #include <QElapsedTimer>
 #include <QTimer>
+#include <optional>
 #include <vector>
 
 #include "effects/ui/preview_dialog.h"
 #include "spatial/spatializer.h"
+#include "spatial/ui/path_box.h"
 #include "spatial/ui/point_numbers.h"
 #include "spatial/ui/preset_bar.h"
 #include "spatial/ui/scene_content.h"
@@ -34,6 +36,11 @@ class SpatialDialog : public PreviewDialog {
     // Where the source is: its one point, or the corners of its path. Empty while no point is
     // there.
     virtual std::vector<SourcePosition> Path() const = 0;
+    // When it is at them, as in a placing.
+    virtual std::vector<std::optional<double>> Times() const { return {}; }
+
+    // The source as it is now. To be heard it needs a point.
+    Placing Placed() const;
 
     SmoothBox& Heard() { return *heard_; }
     SceneWidget& Scene() { return *scene_; }
@@ -55,6 +62,8 @@ class SpatialDialog : public PreviewDialog {
 
     virtual void Remember() = 0;
 
+    // Null for a source at rest.
+    PathBox* Way() { return way_; }
     SourceMotion Motion() const { return motion_; }
     QString CurrentPreset() const { return presets_->Current(); }
     const ProgramFolder& Folder() const { return Document().Services().folder; }
@@ -64,7 +73,10 @@ class SpatialDialog : public PreviewDialog {
 
   private:
     QLayout* MakeButtons();
+    void MakeWay();
+    Placing ChosenWay() const;
     QStringList Notes() const;
+    double SecondsOfRange() const;
     void FollowPreview(double share);
     void MoveBall();
     void HideBall();
@@ -75,12 +87,13 @@ class SpatialDialog : public PreviewDialog {
     SceneWidget* scene_;
     PointNumbers* numbers_;
     SmoothBox* heard_;
+    PathBox* way_ = nullptr;  // null for a source at rest
     PresetBar* presets_ = nullptr;
     QVBoxLayout* side_;
     QPushButton* ok_ = nullptr;
     SceneContent content_;  // as the editor gave it, its path straight
     int selected_ = -1;
-    std::vector<SourcePosition> previewedPath_;
+    Course previewed_;
     double heardShare_ = 0;  // as the player told last
     QElapsedTimer sinceHeard_;
     QTimer ballTimer_;

@@ -5,8 +5,10 @@
 #include <array>
 #include <functional>
 #include <optional>
+#include <vector>
 
 #include "spatial/listener.h"
+#include "spatial/path_shapes.h"
 #include "spatial/place_many.h"
 #include "spatial/placing.h"
 #include "spatial/presets.h"
@@ -22,7 +24,8 @@ struct SystemEditorMemory {
 
 struct UserEditorMemory {
     UserPreset points;
-    int current = -1;  // the index of the selected point
+    std::vector<std::optional<double>> times{};  // of the points, in seconds
+    int current = -1;                            // the index of the selected point
     QString preset;
 };
 
@@ -46,6 +49,7 @@ struct SpatialMemory {
     Listener listener;
     // Lets the listener have the ears that the person has chosen since; null for the table's.
     std::function<void(Listener&)> prepare;
+    ShapeNumbers shape;        // of the path that was begun with last
     double speakerAngle = 30;  // degrees
     std::optional<ManyPlacesChoice> places;
 };

@@ -1,7 +1,10 @@
 #include "spatial/ui/user_point_list.h"
 
+#include <QDoubleValidator>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QLineEdit>
+#include <QLocale>
 #include <QShortcut>
 #include <QSpinBox>
 #include <QStyledItemDelegate>
@@ -9,25 +12,44 @@
 #include <algorithm>
 #include <cmath>
 
+#include "spatial/placing_times.h"
+
 namespace sonavel {
 namespace {
 
-enum Column { kBallId, kX, kY, kZ, kColumnCount };
+enum Column { kBallId, kX, kY, kZ, kTime };
 
 constexpr UserPoint kFirstPoint{0, 100, 0};
 constexpr double kNextAzimuth = 45;  // degrees from a point to the one added behind it
+
+constexpr int kTimeDecimals = 3;
+
+QString TimeText(const std::optional<double>& time) {
+    if (!time) return {};
+    return QLocale().toString(*time, 'g', QLocale::FloatingPointShortest);
+}
 
 class CoordinateDelegate : public QStyledItemDelegate {
   public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem&,
-                          const QModelIndex&) const override {
+                          const QModelIndex& index) const override {
+        if (index.column() == kTime) return TimeEditor(parent);
         auto* box = new QSpinBox(parent);
         box->setRange(kLeastCoordinate, kGreatestCoordinate);
         box->setFrame(false);
         box->setAlignment(Qt::AlignRight);
         return box;
+    }
+
+  private:
+    static QWidget* TimeEditor(QWidget* parent) {
+        auto* line = new QLineEdit(parent);
+        line->setValidator(new QDoubleValidator(0, kGreatestPathSeconds, kTimeDecimals, line));
+        line->setFrame(false);
+        line->setAlignment(Qt::AlignRight);
+        return line;
     }
 };
 
@@ -44,12 +66,16 @@ UserPoint PointBehind(const UserPoint& point) {
 
 }  // namespace
 
-UserPointList::UserPointList(QWidget* parent)
-    : QWidget(parent), table_(new QTableWidget(0, kColumnCount, this)) {
+UserPointList::UserPointList(PointTimes times, QWidget* parent)
+    : QWidget(parent),
+      table_(new QTableWidget(0, times == PointTimes::kOn ? kTime + 1 : kZ + 1, this)) {
     table_->setHorizontalHeaderLabels(
-        {tr("Ball ID"), QStringLiteral("x"), QStringLiteral("y"), QStringLiteral("z")});
+        {tr("Ball ID"), QStringLiteral("x"), QStringLiteral("y"), QStringLiteral("z"), tr("Time")});
     table_->horizontalHeaderItem(kBallId)->setToolTip(
         tr("The number of the point, which its ball in the scene has too."));
+    if (QTableWidgetItem* header = table_->horizontalHeaderItem(kTime))
+        header->setToolTip(
+            tr("When the source is there, in seconds. Empty: as its even speed has it."));
     table_->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     table_->horizontalHeader()->setHighlightSections(false);
     table_->verticalHeader()->hide();
@@ -96,7 +122,15 @@ QPushButton* UserPointList::AddButton(QLayout& column, const QString& text,
 
 void UserPointList::SetPoints(std::vector<UserPoint> points, int current) {
     points_ = std::move(points);
+    times_.assign(points_.size(), std::nullopt);
     current_ = points_.empty() ? -1 : std::clamp(current, 0, static_cast<int>(points_.size()) - 1);
+    Show();
+    Q_EMIT Changed();
+}
+
+void UserPointList::SetTimes(std::vector<std::optional<double>> times) {
+    times_ = std::move(times);
+    times_.resize(points_.size());
     Show();
     Q_EMIT Changed();
 }
@@ -133,9 +167,12 @@ void UserPointList::ShowButtons() {
 
 void UserPointList::ShowRow(int row) {
     UserPoint& point = points_[static_cast<std::size_t>(row)];
-    for (int column = 0; column < kColumnCount; ++column) {
+    for (int column = 0; column < table_->columnCount(); ++column) {
         auto* item = new QTableWidgetItem;
-        item->setData(Qt::EditRole, column == kBallId ? row + 1 : CoordinateOf(point, column));
+        if (column == kTime)
+            item->setText(TimeText(times_[static_cast<std::size_t>(row)]));
+        else
+            item->setData(Qt::EditRole, column == kBallId ? row + 1 : CoordinateOf(point, column));
         item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
         if (column == kBallId) item->setFlags(item->flags() & ~Qt::ItemIsEditable);
         table_->setItem(row, column, item);
@@ -144,9 +181,25 @@ void UserPointList::ShowRow(int row) {
 
 void UserPointList::TakeCell(int row, int column) {
     if (showing_ || column == kBallId) return;
+    if (column == kTime) return TakeTime(row);
     const int value = table_->item(row, column)->data(Qt::EditRole).toInt();
     CoordinateOf(points_[static_cast<std::size_t>(row)], column) =
         std::clamp(value, kLeastCoordinate, kGreatestCoordinate);
+    Q_EMIT Changed();
+}
+
+void UserPointList::TakeTime(int row) {
+    std::optional<double>& time = times_[static_cast<std::size_t>(row)];
+    const QString text = table_->item(row, kTime)->text();
+    bool isNumber = false;
+    const double seconds = QLocale().toDouble(text, &isNumber);
+    if (text.isEmpty())
+        time.reset();
+    else if (isNumber && seconds >= 0 && seconds <= kGreatestPathSeconds)
+        time = seconds;
+    showing_ = true;
+    ShowRow(row);
+    showing_ = false;
     Q_EMIT Changed();
 }
 
@@ -162,6 +215,7 @@ void UserPointList::Add() {
     const UserPoint point =
         current_ < 0 ? kFirstPoint : PointBehind(points_[static_cast<std::size_t>(current_)]);
     points_.insert(points_.begin() + current_ + 1, point);
+    times_.insert(times_.begin() + current_ + 1, std::nullopt);
     ++current_;
     Show();
     Q_EMIT Changed();
@@ -170,6 +224,7 @@ void UserPointList::Add() {
 void UserPointList::Remove() {
     if (current_ < 0) return;
     points_.erase(points_.begin() + current_);
+    times_.erase(times_.begin() + current_);
     current_ = std::min(current_, static_cast<int>(points_.size()) - 1);
     Show();
     Q_EMIT Changed();
@@ -178,6 +233,7 @@ void UserPointList::Remove() {
 void UserPointList::Move(int by) {
     const int target = current_ + by;
     if (current_ < 0 || target < 0 || target >= static_cast<int>(points_.size())) return;
+    // The times stay where they are: they have to rise.
     std::swap(points_[static_cast<std::size_t>(current_)],
               points_[static_cast<std::size_t>(target)]);
     current_ = target;

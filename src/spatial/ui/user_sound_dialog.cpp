@@ -2,6 +2,7 @@
 
 #include "document/untitled_titles.h"
 #include "spatial/scene_points.h"
+#include "spatial/ui/shape_dialog.h"
 
 namespace sonavel {
 namespace {
@@ -27,8 +28,11 @@ UserSoundDialog::UserSoundDialog(CSoundView& view, SpatialMemory& memory, Source
                                  QWidget* parent)
     : SpatialDialog(view, memory, motion, TextsOf(motion), PointNumbers::Editing::kOn, parent),
       memory_(memory.user[motion]),
-      points_(new UserPointList(this)) {
+      shape_(memory.shape),
+      points_(new UserPointList(
+          motion == SourceMotion::kMoving ? PointTimes::kOn : PointTimes::kOff, this)) {
     PresetBar& presets = Begin(*points_, Presets());
+    if (Way()) connect(Way(), &PathBox::ShapeAsked, this, &UserSoundDialog::AskShape);
     connect(points_, &UserPointList::Changed, this, &UserSoundDialog::ShowChoice);
     connect(&Scene(), &SceneWidget::PointPicked, points_, &UserPointList::Select);
     connect(&Scene(), &SceneWidget::PointDragged, this,
@@ -46,10 +50,11 @@ UserSoundDialog::UserSoundDialog(CSoundView& view, SpatialMemory& memory, Source
 void UserSoundDialog::Recall(PresetBar& presets) {
     presets.SetCurrent(memory_->preset);
     points_->SetPoints(memory_->points, memory_->current);
+    points_->SetTimes(memory_->times);
 }
 
 void UserSoundDialog::Remember() {
-    memory_ = {points_->Points(), points_->Current(), CurrentPreset()};
+    memory_ = {points_->Points(), points_->Times(), points_->Current(), CurrentPreset()};
 }
 
 PresetStore UserSoundDialog::Presets() {
@@ -71,6 +76,23 @@ std::vector<SourcePosition> UserSoundDialog::Path() const {
     else if (points_->Current() >= 0)
         path.push_back(PositionOf(points[static_cast<std::size_t>(points_->Current())]));
     return path;
+}
+
+std::vector<std::optional<double>> UserSoundDialog::Times() const {
+    if (Motion() == SourceMotion::kPositional) return {};
+    return points_->Times();
+}
+
+void UserSoundDialog::AskShape() {
+    ShapeDialog dialog(shape_, this);
+    if (dialog.exec() != QDialog::Accepted) return;
+    shape_ = dialog.Chosen();
+    const bool winds = shape_.shape != PathShape::kFlyBy;
+    Way()->ShowCurve(winds ? PathCurve::kSpline : PathCurve::kStraight);
+    std::vector<UserPoint> points;
+    for (const SourcePosition& point : PointsOfShape(shape_))
+        points.push_back(NearestUserPoint(point));
+    points_->SetPoints(std::move(points));
 }
 
 void UserSoundDialog::MovePoint(int index, const UserPoint& point) {

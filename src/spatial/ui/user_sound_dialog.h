@@ -17,6 +17,7 @@ class UserSoundDialog : public SpatialDialog {
                     QWidget* parent = nullptr);
 
     std::vector<SourcePosition> Path() const override;
+    std::vector<std::optional<double>> Times() const override;
     UserPointList& Points() { return *points_; }
 
   protected:
@@ -28,8 +29,10 @@ class UserSoundDialog : public SpatialDialog {
     PointRole RoleOf(int index) const;
     void MovePoint(int index, const UserPoint& point);
     void ShowChoice();
+    void AskShape();
 
     std::optional<UserEditorMemory>& memory_;
+    ShapeNumbers& shape_;  // the one asked for last
     UserPointList* points_;
 };
 
