@@ -163,6 +163,7 @@ constexpr MenuEntry kEffects[] = {
     C(effect_command::kEcho),
     C(effect_command::kLearnNoise),
     C(effect_command::kReduceNoise),
+    C(effect_command::kConvert),
     kBack,
     kLine,
     C(effect_command::kVolume),

@@ -84,40 +84,64 @@ Outcome Resample(const Sound& from, Sound& to, ProgressWindow& progress) try {
     return Failed(failure::kMemory);
 }
 
-Outcome MakeRoom(const Sound& from, std::uint32_t samplesPerSecond, Sound& to) {
-    const std::uint64_t frames =
-        FramesAt(from.GetFrameCount(), from.GetSamplesPerSecond(), samplesPerSecond);
-    if (frames * from.GetBlockAlign() > MostSoundBytes(from.GetFormat()) ||
-        frames > std::numeric_limits<std::uint32_t>::max())
-        return Failed("The sound would become too long.");
-    if (!to.Create(from.GetChannels(), from.GetBits(), samplesPerSecond,
-                   static_cast<std::uint32_t>(frames)))
+Result<Sound> MakeRoom(const Sound& from, std::uint32_t samplesPerSecond) {
+    const Result<std::uint32_t> frames = FramesWhenResampled(from, samplesPerSecond);
+    if (!frames) return frames.Ended();
+    Sound to;
+    if (!to.Create(from.GetChannels(), from.GetBits(), samplesPerSecond, *frames))
         return Failed(failure::kMemory);
     to.Markers() = from.Markers();
     to.Markers().ShiftForStretch(0, from.GetFrameCount(), to.GetFrameCount());
-    return Done();
+    return to;
 }
 
 }  // namespace
 
-Outcome ResampleSound(CSoundDoc& document, std::uint32_t samplesPerSecond) {
-    CWave& sound = document.Sound();
+Result<std::uint32_t> FramesWhenResampled(const Sound& sound, std::uint32_t samplesPerSecond) {
     if (!sound.HasData()) return Failed("The sound is empty.");
-    if (sound.GetSamplesPerSecond() == samplesPerSecond) return Done();
     if (samplesPerSecond < kLeastResampledRate || samplesPerSecond > kGreatestResampledRate)
         return Failed("Sounds are resampled to 1000 to 768000 Hz.");
-    Sound resampled;
-    if (Outcome room = MakeRoom(sound, samplesPerSecond, resampled); !room) return room;
-    {
+    const std::uint64_t frames =
+        FramesAt(sound.GetFrameCount(), sound.GetSamplesPerSecond(), samplesPerSecond);
+    if (frames * sound.GetBlockAlign() > MostSoundBytes(sound.GetFormat()) ||
+        frames > std::numeric_limits<std::uint32_t>::max())
+        return Failed("The sound would become too long.");
+    return static_cast<std::uint32_t>(frames);
+}
+
+Result<Sound> Resampled(const Sound& sound, std::uint32_t samplesPerSecond,
+                        ProgressWindow& progress) {
+    Result<Sound> resampled = MakeRoom(sound, samplesPerSecond);
+    if (!resampled) return resampled;
+    if (Outcome done = Resample(sound, *resampled, progress); !done) return done;
+    return resampled;
+}
+
+Outcome ResampleSound(CSoundDoc& document, std::uint32_t samplesPerSecond) {
+    const CWave& sound = document.Sound();
+    if (!sound.HasData()) return Failed("The sound is empty.");
+    if (sound.GetSamplesPerSecond() == samplesPerSecond) return Done();
+    const auto resampled = [&] {
         const auto progress = document.Services().progress.CreateProgress("Progress Resample");
-        if (Outcome done = Resample(sound, resampled, *progress); !done) return done;
-    }
+        return Resampled(sound, samplesPerSecond, *progress);
+    };
+    Result<Sound> made = resampled();
+    if (!made) return made.Ended();
     Result<SoundEdit> edit = document.BeginReplacement("Copy Sample");
     if (!edit) return edit.Ended();
-    edit->ReplaceSound(std::move(resampled));
+    edit->ReplaceSound(std::move(*made));
     document.ClearPreview();
     edit->Commit(0);
     return Done();
+}
+
+void KeepPlaces(CSoundView& view, const Selection& at, std::uint32_t cursor, std::uint32_t before) {
+    const auto moved = [&](std::uint32_t frame) {
+        return ResampledFrame(frame, before, view.Sound().GetSamplesPerSecond());
+    };
+    view.State().SetSelection(moved(at.start), moved(at.end));
+    view.State().SetCursor(moved(cursor));
+    view.Repaint().TimeAreas();
 }
 
 Outcome ResampleView(CSoundView& view, std::uint32_t samplesPerSecond) {
@@ -125,13 +149,7 @@ Outcome ResampleView(CSoundView& view, std::uint32_t samplesPerSecond) {
     const Selection at = view.State().GetSelection();
     const std::uint32_t cursor = view.State().Cursor();
     Outcome resampled = ResampleSound(view.Document(), samplesPerSecond);
-    if (!resampled || before == samplesPerSecond) return resampled;
-    const auto moved = [=](std::uint32_t frame) {
-        return ResampledFrame(frame, before, samplesPerSecond);
-    };
-    view.State().SetSelection(moved(at.start), moved(at.end));
-    view.State().SetCursor(moved(cursor));
-    view.Repaint().TimeAreas();
+    if (resampled && before != samplesPerSecond) KeepPlaces(view, at, cursor, before);
     return resampled;
 }
 

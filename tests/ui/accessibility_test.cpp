@@ -4,7 +4,7 @@
 #include "app/command_ids.h"
 #include "app/help/manual_window.h"
 #include "app_fixture.h"
-#include "effects/effect_table.h"
+#include "effects/ui/effect_command_target.h"
 #include "spatial/ui/spatial_commands.h"
 #include "view/commands/view_commands.h"
 #include "view/ui/sound_view_accessible.h"
@@ -126,7 +126,7 @@ TEST_F(AccessibilityTest, EveryControlOfTheDialogsHasAName) {
           int{view_command::kGoToCursor}, int{view_command::kMarkerAdd},
           int{view_command::kMarkerEdit}, int{view_command::kZoomUser},
           int{view_command::kFindPauses}, int{app_command::kKeys}, int{app_command::kExportRegions},
-          int{spatial_command::kPlaceMany}})
+          int{spatial_command::kPlaceMany}, int{effect_command::kConvert}})
         EXPECT_EQ(NamelessInDialogOf(command), "") << command;
     EXPECT_EQ(unexplained_.join(u'\n').toStdString(), "") << "controls without a tool tip";
 }

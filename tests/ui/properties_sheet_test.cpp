@@ -4,6 +4,8 @@
 #include <QLineEdit>
 #include <QTest>
 #include <QTreeWidget>
+#include <cmath>
+#include <numbers>
 
 #include "platform/headless/memory_clipboard.h"
 #include "platform/headless/silent_prompts.h"
@@ -110,6 +112,31 @@ TEST_F(PropertiesTest, StatisticsAreComputedWhenTheirPageComesUp) {
     sheet.findChild<QTabWidget*>()->setCurrentIndex(0);
     sheet.findChild<QTabWidget*>()->setCurrentIndex(2);
     EXPECT_EQ(progress_.titles.size(), 1u);
+}
+
+// A sine of about 1 kHz on both channels is as many LUFS as its peak is dB of full scale.
+TEST_F(PropertiesTest, LoudnessComesByItself) {
+    CWave& sound = document_.Sound();
+    ASSERT_TRUE(sound.Create(2, 16, 48000, 96000));
+    for (std::uint32_t i = 0; i < 96000; ++i)
+        for (unsigned channel = 0; channel < 2; ++channel)
+            sound.SetSample(channel, i,
+                            static_cast<int>(std::lround(
+                                32767 * std::sin(2 * std::numbers::pi * 997 * i / 48000))));
+    CFilePropertiesSheet sheet(document_, progress_);
+    const auto text = [&](const char* name) { return sheet.findChild<QLabel*>(name)->text(); };
+    EXPECT_EQ(text("integrated"), NotYetText());
+    sheet.ShowStatistics();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return text("integrated") != NotYetText(); }));
+    EXPECT_EQ(text("integrated"), "0.0 LUFS");
+    EXPECT_EQ(text("range"), "0.0 LU");
+    EXPECT_EQ(text("true peak"), "0.0 dB");
+}
+
+TEST_F(PropertiesTest, ASheetThatClosesWaitsForNothing) {
+    ASSERT_TRUE(document_.Sound().Create(2, 16, 48000, 4800000));
+    CFilePropertiesSheet sheet(document_, progress_);
+    sheet.ShowStatistics();
 }
 
 TEST_F(PropertiesTest, StatisticsThatWereCancelledCanBeComputedAgain) {

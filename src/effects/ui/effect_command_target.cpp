@@ -5,13 +5,18 @@
 #include <vector>
 
 #include "effects/effect_runner.h"
+#include "effects/ui/convert_dialog.h"
 #include "effects/ui/dynamics_dialog.h"
 #include "effects/ui/equalizer_dialog.h"
+#include "effects/ui/fade_dialog.h"
 #include "effects/ui/flanger_dialog.h"
 #include "effects/ui/modulator_dialog.h"
+#include "effects/ui/normalise_dialog.h"
 #include "effects/ui/panpot_dialog.h"
+#include "effects/ui/pitch_dialog.h"
 #include "effects/ui/plain_effect_dialog.h"
 #include "effects/ui/reverb_dialog.h"
+#include "effects/ui/tempo_dialog.h"
 #include "effects/ui/volume_dialog.h"
 
 namespace sonavel {
@@ -25,6 +30,8 @@ constexpr CommandInfo kOtherRows[] = {
      "Lower the sound to silence by the last curve"},
     {effect_command::kLearnNoise, "", "&Learn Noise", "",
      "Learn from the selection the noise that is to be reduced"},
+    {effect_command::kConvert, "", "&Convert...", "",
+     "Give the sound another rate, other bits or channels"},
     {effect_command::kOpenPreview, "", "&Open Preview as New Document", "",
      "Open a copy of what was last previewed as a new sound"}};
 
@@ -62,6 +69,16 @@ std::unique_ptr<EffectDialog> MakeEffectDialog(int commandId, const EffectDialog
             return std::make_unique<CDynamicsDlg>(context, parent);
         case effect_command::kEqualizer:
             return std::make_unique<CGraphicEqDlg>(context, parent);
+        case effect_command::kFadeIn:
+            return std::make_unique<CFadeDlg>(FadePicture::Way::kIn, context, parent);
+        case effect_command::kFadeOut:
+            return std::make_unique<CFadeDlg>(FadePicture::Way::kOut, context, parent);
+        case effect_command::kNormalise:
+            return std::make_unique<CNormaliseDlg>(context, parent);
+        case effect_command::kTempo:
+            return std::make_unique<CTempoDlg>(context, parent);
+        case effect_command::kPitch:
+            return std::make_unique<CPitchDlg>(context, parent);
         default:
             break;
     }
@@ -105,6 +122,8 @@ Outcome EffectCommands::RunCommand(int id) {
             return FadeAtOnce("fade-out", view);
         case effect_command::kLearnNoise:
             return LearnNoiseFrom({view.Document(), at.start, at.end, host_.state});
+        case effect_command::kConvert:
+            return AskConversion(view, host_.window);
         default:
             return RunEffect(id, view);
     }

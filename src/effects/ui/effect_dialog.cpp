@@ -115,6 +115,11 @@ void EffectDialog::Recall(const Effect& effect, std::size_t first, std::size_t c
         controls_[first + i]->SetValue(found->second[i]);
 }
 
+FrameRange EffectDialog::Range() const {
+    const Selection selection = View().State().GetSelection();
+    return RangeToWorkOn(selection.start, selection.end, Document().Sound().GetFrameCount());
+}
+
 EffectTarget EffectDialog::Target() {
     const Selection selection = View().State().GetSelection();
     return {Document(), selection.start, selection.end, state_};

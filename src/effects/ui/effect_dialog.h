@@ -9,6 +9,7 @@
 #include "effects/ui/effect_memory.h"
 #include "effects/ui/parameter_control.h"
 #include "effects/ui/preview_dialog.h"
+#include "sound/frame_range.h"
 
 namespace sonavel {
 
@@ -34,7 +35,7 @@ class EffectDialog : public PreviewDialog {
 
     const Effect& Row() const { return effect_; }
     // One value for each parameter.
-    std::vector<double> Values() const;
+    virtual std::vector<double> Values() const;
     // The start values of every control.
     virtual void Reset();
 
@@ -53,6 +54,8 @@ class EffectDialog : public PreviewDialog {
     QVBoxLayout& Body() { return *body_; }
     EffectMemory& Memory() { return memory_; }
     bool IsMono() const { return Document().Sound().GetChannels() == 1; }
+    // The frames that the effect works on.
+    FrameRange Range() const;
     std::uint32_t SamplesPerSecond() const { return Document().Sound().GetSamplesPerSecond(); }
     // The last step of a dialog's constructor, once its controls are laid out.
     void Begin(QWidget& firstControl);

@@ -1,7 +1,6 @@
 #include "effects/ui/plain_effect_dialog.h"
 
 #include <QComboBox>
-#include <QGridLayout>
 
 namespace sonavel {
 
@@ -28,35 +27,49 @@ QComboBox* MakeChoice(ParameterControl& control, QWidget* dialog) {
 
 PlainEffectDialog::PlainEffectDialog(const EffectDialogContext& context, const Effect& effect,
                                      QWidget* parent)
-    : EffectDialog(context, effect, {effect.menuText, effect.prompt, effect.prompt}, parent) {
-    setWindowTitle(TitleOf(effect));
-    AddControls();
-    Begin(*AddLines());
+    : PlainEffectDialog(context, effect, parent, Ending::kLeftToTheRest) {
+    Begin(First());
 }
 
-QWidget* PlainEffectDialog::AddLines() {
-    auto* grid = new QGridLayout;
-    grid->setColumnStretch(1, 1);
-    QWidget* first = nullptr;
-    for (std::size_t i = 0; i < ControlCount(); ++i) {
-        ParameterControl& control = Control(i);
-        const EffectParameter& parameter = control.Parameter();
-        const int row = static_cast<int>(i);
-        QWidget* field = nullptr;
-        if (parameter.decimals == kSwitch) {
-            field = control.MakeCheckBox(QString::fromUtf8(parameter.label));
-            grid->addWidget(field, row, 0, 1, 3);
-        } else {
-            field = parameter.words.empty() ? static_cast<QWidget*>(control.MakeSpinBox())
-                                            : MakeChoice(control, this);
-            grid->addWidget(control.MakeNameLabel(field), row, 0);
-            grid->addWidget(field, row, 1);
-            grid->addWidget(control.MakeUnitLabel(), row, 2);
-        }
-        if (!first) first = field;
+PlainEffectDialog::PlainEffectDialog(const EffectDialogContext& context, const Effect& effect,
+                                     QWidget* parent, Ending)
+    : EffectDialog(context, effect, {effect.menuText, effect.prompt, effect.prompt}, parent),
+      grid_(new QGridLayout) {
+    setWindowTitle(TitleOf(effect));
+    AddControls();
+    AddLines();
+}
+
+void PlainEffectDialog::AddLines() {
+    grid_->setColumnStretch(1, 1);
+    for (std::size_t i = 0; i < ControlCount(); ++i)
+        lines_.push_back(AddLine(Control(i), static_cast<int>(i)));
+    Body().addLayout(grid_);
+}
+
+PlainEffectDialog::Line PlainEffectDialog::AddLine(ParameterControl& control, int row) {
+    const EffectParameter& parameter = control.Parameter();
+    Line line;
+    if (parameter.decimals == kSwitch) {
+        line.field = control.MakeCheckBox(QString::fromUtf8(parameter.label));
+        grid_->addWidget(line.field, row, 0, 1, 3);
+        return line;
     }
-    Body().addLayout(grid);
-    return first;
+    line.field = parameter.words.empty() ? static_cast<QWidget*>(control.MakeSpinBox())
+                                         : MakeChoice(control, this);
+    line.name = control.MakeNameLabel(line.field);
+    line.unit = control.MakeUnitLabel();
+    grid_->addWidget(line.name, row, 0);
+    grid_->addWidget(line.field, row, 1);
+    grid_->addWidget(line.unit, row, 2);
+    return line;
+}
+
+void PlainEffectDialog::SetLineEnabled(std::size_t index, bool enabled) {
+    const Line& line = lines_[index];
+    line.field->setEnabled(enabled);
+    if (line.name) line.name->setEnabled(enabled);
+    if (line.unit) line.unit->setEnabled(enabled);
 }
 
 }  // namespace sonavel

@@ -1,5 +1,9 @@
-// The dialog of an effect that needs no picture: a line for each parameter, made from the row.
+// The dialog of an effect with a line for each parameter, made from the row, and the base of those
+// that show something more below the lines.
 #pragma once
+
+#include <QGridLayout>
+#include <vector>
 
 #include "effects/ui/effect_dialog.h"
 
@@ -12,9 +16,29 @@ class PlainEffectDialog : public EffectDialog {
     PlainEffectDialog(const EffectDialogContext& context, const Effect& effect,
                       QWidget* parent = nullptr);
 
+  protected:
+    // Adds the lines alone; whoever derives calls Begin() with First() behind what it adds.
+    enum class Ending { kLeftToTheRest };
+    PlainEffectDialog(const EffectDialogContext& context, const Effect& effect, QWidget* parent,
+                      Ending ending);
+
+    // The widget of the first line, where the keys begin.
+    QWidget& First() const { return *lines_.front().field; }
+    QGridLayout& Grid() { return *grid_; }
+    // The whole line of a parameter, its name and its unit with it.
+    void SetLineEnabled(std::size_t index, bool enabled);
+
   private:
-    // The first widget that can be moved to by the keys.
-    QWidget* AddLines();
+    struct Line {
+        QLabel* name = nullptr;
+        QWidget* field = nullptr;
+        QLabel* unit = nullptr;
+    };
+    void AddLines();
+    Line AddLine(ParameterControl& control, int row);
+
+    QGridLayout* grid_;
+    std::vector<Line> lines_;
 };
 
 }  // namespace sonavel

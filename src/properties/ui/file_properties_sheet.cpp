@@ -93,6 +93,7 @@ QWidget* CFilePropertiesSheet::MakeStatistics() {
     note_ = new QLabel(statisticsPage_);
     again_ = new QPushButton(tr("&Compute"), statisticsPage_);
     again_->setAutoDefault(false);
+    column->addWidget(MakeLoudness());
     column->addWidget(note_);
     column->addWidget(again_, 0, Qt::AlignLeft);
     column->addStretch(1);
@@ -100,8 +101,44 @@ QWidget* CFilePropertiesSheet::MakeStatistics() {
     return statisticsPage_;
 }
 
+QWidget* CFilePropertiesSheet::MakeLoudness() {
+    auto* rows = new QWidget(statisticsPage_);
+    auto* form = new QFormLayout(rows);
+    form->setContentsMargins(0, 0, 0, 0);
+    form->setHorizontalSpacing(28);
+    form->setVerticalSpacing(8);
+    const auto addRow = [&](const QString& name, const char* objectName) {
+        QLabel* value = ValueLabel(NotYetText());
+        value->setObjectName(QLatin1String(objectName));
+        form->addRow(name, value);
+        return value;
+    };
+    integrated_ = addRow(tr("Integrated loudness:"), "integrated");
+    range_ = addRow(tr("Loudness range:"), "range");
+    truePeak_ = addRow(tr("True peak:"), "true peak");
+    return rows;
+}
+
+void CFilePropertiesSheet::MeasureLoudnessAside() {
+    if (worker_) return;
+    const CWavePlayer& sound = document_.Sound();
+    // What is recorded is put in whenever the device ends it.
+    if (sound.IsRecording()) return ShowLoudness(Failed(tr("Recording").toStdString()));
+    if (!sound.HasData()) return ShowLoudness(SoundLoudness{});
+    worker_ = std::make_unique<LoudnessWorker>(
+        sound, FrameRange{0, sound.GetFrameCount()},
+        [this](const Result<SoundLoudness>& found) { ShowLoudness(found); });
+}
+
+void CFilePropertiesSheet::ShowLoudness(const Result<SoundLoudness>& found) {
+    integrated_->setText(found ? IntegratedText(*found) : Utf8Text(found.Reason()));
+    range_->setText(found ? LoudnessRangeText(*found) : QString());
+    truePeak_->setText(found ? DecibelsText(found->truePeak) : QString());
+}
+
 void CFilePropertiesSheet::ShowStatistics() {
     if (measuring_ || statistics_) return;
+    MeasureLoudnessAside();
     measuring_ = true;
     note_->setText(tr("Computing..."));
     const auto found = MeasureSound(document_.Sound(), progress_);

@@ -4,9 +4,11 @@
 
 #include <QPushButton>
 #include <QTabWidget>
+#include <memory>
 
 #include "document/sound_doc.h"
 #include "view/ui/form_dialog.h"
+#include "view/ui/loudness_worker.h"
 
 class QGridLayout;
 
@@ -20,12 +22,16 @@ class CFilePropertiesSheet : public FormDialog {
     CFilePropertiesSheet(const CSoundDoc& document, ProgressFactory& progress,
                          QWidget* parent = nullptr);
 
-    // Shown when the page comes up for the first time, with a progress for a long sound.
+    // Shown when the page comes up for the first time, with a progress for a long sound; the
+    // loudness comes when it is measured, beside whatever the person does.
     void ShowStatistics();
 
   private:
     QWidget* MakeStatistics();
+    QWidget* MakeLoudness();
     QWidget* MakeMarkers();
+    void MeasureLoudnessAside();
+    void ShowLoudness(const Result<SoundLoudness>& found);
 
     const CSoundDoc& document_;
     ProgressFactory& progress_;
@@ -35,6 +41,10 @@ class CFilePropertiesSheet : public FormDialog {
     QLabel* note_ = nullptr;
     QPushButton* again_ = nullptr;
     bool measuring_ = false;
+    QLabel* integrated_ = nullptr;
+    QLabel* range_ = nullptr;
+    QLabel* truePeak_ = nullptr;
+    std::unique_ptr<LoudnessWorker> worker_;
 };
 
 }  // namespace sonavel

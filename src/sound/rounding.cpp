@@ -1,0 +1,79 @@
+#include "sound/rounding.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <span>
+#include <utility>
+
+#include "sound/dither.h"
+#include "sound/sample_types.h"
+
+namespace sonavel {
+namespace {
+
+template <class From, class To>
+double InUnitsOf(typename From::Stored stored) {
+    if constexpr (!kHoldsWholeNumbers<From>) stored = From::Finite(stored);
+    return static_cast<double>(From::ValueOf(stored)) * To::kHalfScale / From::kHalfScale;
+}
+
+template <class From, class To>
+bool AllFit(std::span<const typename From::Stored> from) {
+    return std::ranges::all_of(from, [](auto stored) {
+        const double value = InUnitsOf<From, To>(stored);
+        return value >= To::kLeast && value <= To::kGreatest && value == std::nearbyint(value);
+    });
+}
+
+template <class From, class To, class Noise>
+void Round(std::span<const typename From::Stored> from, std::span<typename To::Stored> to,
+           const Noise& noise) {
+    for (std::size_t i = 0; i < from.size(); ++i) {
+        const double value = InUnitsOf<From, To>(from[i]) + noise(i);
+        to[i] = To::StoredOf(static_cast<typename To::Value>(
+            std::lrint(std::clamp<double>(value, To::kLeast, To::kGreatest))));
+    }
+}
+
+template <class From, class To>
+void RoundAll(std::span<const typename From::Stored> from, std::span<typename To::Stored> to,
+              Rounding rounding) {
+    if (rounding == Rounding::kDithered && !AllFit<From, To>(from))
+        Round<From, To>(from, to, [](std::size_t i) { return DitherNoise(i); });
+    else
+        Round<From, To>(from, to, [](std::size_t) { return 0.0; });
+}
+
+// ConvertBits() has a way of its own from one kind of whole numbers to another.
+bool IsPlainConversion(const Sound& sound, unsigned bits, Rounding rounding) {
+    if (bits >= sound.GetBits()) return true;
+    return rounding == Rounding::kPlain && AreWholeNumbers(sound.GetBits());
+}
+
+}  // namespace
+
+Result<Sound> Rounded(const Sound& sound, unsigned bits, Rounding rounding) {
+    const unsigned before = sound.GetBits();
+    if (IsPlainConversion(sound, bits, rounding))
+        return Converted(sound, sound.GetChannels(), ChannelChoice::kBothOrMix, bits);
+    SoundBuffer rounded;
+    if (!IsEditable(sound.GetFormat()) || !IsSampleWidth(bits) ||
+        !rounded.AllocBuffer(sound.GetDataSize() * bits / before))
+        return Failed(failure::kMemory);
+    VisitSampleType(before, [&](auto from) {
+        VisitSampleType(bits, [&](auto to) {
+            using From = decltype(from);
+            using To = decltype(to);
+            const auto source = SamplesOf<From>(sound.Bytes());
+            const auto target = SamplesOf<To>(rounded.Bytes());
+            if constexpr (kHoldsWholeNumbers<To>)
+                RoundAll<From, To>(source.first(std::min(source.size(), target.size())), target,
+                                   rounding);
+        });
+    });
+    return Sound(MakeSoundFormat(sound.GetChannels(), bits, sound.GetSamplesPerSecond()),
+                 std::move(rounded), sound.Markers());
+}
+
+}  // namespace sonavel
