@@ -107,10 +107,10 @@ Result<FormatOutlook> OutlookOf(const Sound& sound, const FormatChange& change) 
         return Failed("Sounds have 8, 16 or 32 bits and one or two channels.");
     FormatOutlook outlook{change.samplesPerSecond, change.bits, change.channels,
                           sound.GetFrameCount(), 0};
-    const PcmFormat format =
-        MakeSoundFormat(change.channels, change.bits, change.samplesPerSecond);
+    const PcmFormat format = MakeSoundFormat(change.channels, change.bits, change.samplesPerSecond);
     const bool isNewRate = change.samplesPerSecond != sound.GetSamplesPerSecond();
-    if (isNewRate && (change.samplesPerSecond == 0 || change.samplesPerSecond > kGreatestResampledRate))
+    if (isNewRate &&
+        (change.samplesPerSecond == 0 || change.samplesPerSecond > kGreatestResampledRate))
         return Failed("The rate is 1 to 768000 Hz.");
     if (IsResampled(sound, change)) {
         const Result<std::uint32_t> frames = FramesWhenResampled(sound, change.samplesPerSecond);

@@ -26,8 +26,8 @@ class ConvertTest : public ViewTest {
         Document().SetModified(false);
     }
     static std::int32_t ValueAt(unsigned channel, unsigned bits, double seconds) {
-        return static_cast<std::int32_t>(std::lround(ShareAt(channel, seconds) *
-                                                     (bits == 8 ? 127 : 32767)));
+        return static_cast<std::int32_t>(
+            std::lround(ShareAt(channel, seconds) * (bits == 8 ? 127 : 32767)));
     }
     static double ShareAt(unsigned channel, double seconds) {
         return (channel ? 0.25 : 0.5) * std::sin(2 * std::numbers::pi * 100 * seconds);
@@ -92,9 +92,9 @@ TEST_F(ConvertTest, TheChosenChannelIsHeard) {
         ChannelChoice choice;
         double left, right;  // of the sine
     } cases[] = {
-        {2, 1, ChannelChoice::kLeft, 0.5, 0},   {2, 1, ChannelChoice::kRight, 0.25, 0},
+        {2, 1, ChannelChoice::kLeft, 0.5, 0},        {2, 1, ChannelChoice::kRight, 0.25, 0},
         {2, 1, ChannelChoice::kBothOrMix, 0.375, 0}, {1, 2, ChannelChoice::kLeft, 0.5, 0},
-        {1, 2, ChannelChoice::kRight, 0, 0.5},  {1, 2, ChannelChoice::kBothOrMix, 0.5, 0.5},
+        {1, 2, ChannelChoice::kRight, 0, 0.5},       {1, 2, ChannelChoice::kBothOrMix, 0.5, 0.5},
     };
     for (const auto& one : cases)
         for (const std::uint32_t rate : {8000u, 32000u}) {
@@ -128,8 +128,7 @@ TEST_F(ConvertTest, DitherKeepsWhatLiesBetweenTheSteps) {
                 if (one.from == 16)
                     sound.SetSample(0, i, static_cast<std::int32_t>(one.share * 32768));
                 else
-                    SamplesOf<FloatSample>(sound.MutableBytes())[i] =
-                        static_cast<float>(one.share);
+                    SamplesOf<FloatSample>(sound.MutableBytes())[i] = static_cast<float>(one.share);
             }
             Open(std::move(sound));
             FormatChange change = FormatOf(Sound());

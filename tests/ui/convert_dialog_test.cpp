@@ -35,8 +35,8 @@ TEST_F(ConvertDialogTest, ShowsWhatResultsAndTakesNothingThatChangesNothing) {
     Box(dialog, kChannels).setCurrentIndex(0);
     EXPECT_TRUE(CanOk(dialog));
     EXPECT_TRUE(Box(dialog, kMode).isEnabled());
-    EXPECT_EQ(Then(dialog), (QStringList{"22,050 Hz", "32-bit float", "Mono", "00:00:02.000",
-                                         "176400 Bytes"}));
+    EXPECT_EQ(Then(dialog),
+              (QStringList{"22,050 Hz", "32-bit float", "Mono", "00:00:02.000", "176400 Bytes"}));
     for (QRadioButton* button : dialog.findChildren<QRadioButton*>())
         if (button->text().startsWith("New")) button->setChecked(true);
     EXPECT_EQ(Then(dialog)[3], "00:00:04.000");

@@ -91,8 +91,7 @@ void ConvertDialog::AddChannels() {
     channels_->setToolTip(tr("One channel or two."));
     const bool isMono = sound_.GetChannels() == 1;
     AddChoice(*mode_, isMono ? tr("To the left alone") : tr("Left alone"), ChannelChoice::kLeft);
-    AddChoice(*mode_, isMono ? tr("To the right alone") : tr("Right alone"),
-              ChannelChoice::kRight);
+    AddChoice(*mode_, isMono ? tr("To the right alone") : tr("Right alone"), ChannelChoice::kRight);
     AddChoice(*mode_, isMono ? tr("To both") : tr("Mix of both"), ChannelChoice::kBothOrMix);
     Choose(*mode_, ChannelChoice::kBothOrMix);
     mode_->setToolTip(tr("Where the new channels come from."));
@@ -151,8 +150,8 @@ void ConvertDialog::ShowOutlook() {
     const Lines lines = outlook ? LinesOf(*outlook) : Lines{};
     for (std::size_t i = 0; i < lines.size(); ++i) then_[i]->setText(lines[i]);
     refusal_->setText(Utf8Text(outlook.Reason()));
-    const bool changes = isNewRate || change.bits != sound_.GetBits() ||
-                         change.channels != sound_.GetChannels();
+    const bool changes =
+        isNewRate || change.bits != sound_.GetBits() || change.channels != sound_.GetChannels();
     SetOkEnabled(outlook && changes);
 }
 

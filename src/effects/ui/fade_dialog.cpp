@@ -11,9 +11,8 @@ constexpr std::size_t kCurveLine = 0;
 }  // namespace
 
 CFadeDlg::CFadeDlg(FadePicture::Way way, const EffectDialogContext& context, QWidget* parent)
-    : PlainEffectDialog(context,
-                        *FindEffect(way == FadePicture::Way::kIn ? "fade-in" : "fade-out"), parent,
-                        Ending::kLeftToTheRest),
+    : PlainEffectDialog(context, *FindEffect(way == FadePicture::Way::kIn ? "fade-in" : "fade-out"),
+                        parent, Ending::kLeftToTheRest),
       picture_(new FadePicture(
           way, std::max<double>(Range().Frames(), 1) / std::max(SamplesPerSecond(), 1U), this)) {
     Body().addWidget(picture_, 1);
