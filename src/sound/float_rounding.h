@@ -21,6 +21,13 @@ bool FloatsFit(std::span<const float> from) {
     });
 }
 
+// The nearest whole number that the type holds, as it is stored.
+template <class To>
+typename To::Stored RoundedAndHeld(double value) {
+    const double held = std::clamp<double>(value, To::kLeast, To::kGreatest);
+    return To::StoredOf(static_cast<typename To::Value>(std::lrint(held)));
+}
+
 // Takes a sound's floats piece by piece, and gives what it would have given for all of them at
 // once: where a float is the first that does not fit, those before it fitted, so that their results
 // are the floats still and get their noise then.
@@ -33,23 +40,18 @@ class FloatRounder {
         if (allFit_ && !FloatsFit<To>(piece)) {
             allFit_ = false;
             for (std::size_t i = 0; i < before; ++i)
-                results[i] = Held<To>(To::ValueOf(results[i]) + DitherNoise(i));
+                results[i] = RoundedAndHeld<To>(To::ValueOf(results[i]) + DitherNoise(i));
         }
         for (std::size_t i = 0; i < piece.size(); ++i) {
             const double value = double{FloatSample::Finite(piece[i])} * To::kHalfScale;
-            results[before + i] = Held<To>(value + (allFit_ ? 0 : DitherNoise(before + i)));
+            results[before + i] =
+                RoundedAndHeld<To>(value + (allFit_ ? 0 : DitherNoise(before + i)));
         }
     }
 
     bool AllFit() const { return allFit_; }
 
   private:
-    template <class To>
-    static typename To::Stored Held(double value) {
-        const double held = std::clamp<double>(value, To::kLeast, To::kGreatest);
-        return To::StoredOf(static_cast<typename To::Value>(std::lrint(held)));
-    }
-
     bool allFit_ = true;
 };
 

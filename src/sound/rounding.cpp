@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "sound/dither.h"
+#include "sound/float_rounding.h"
 #include "sound/sample_types.h"
 
 namespace sonavel {
@@ -29,11 +30,8 @@ bool AllFit(std::span<const typename From::Stored> from) {
 template <class From, class To, class Noise>
 void Round(std::span<const typename From::Stored> from, std::span<typename To::Stored> to,
            const Noise& noise) {
-    for (std::size_t i = 0; i < from.size(); ++i) {
-        const double value = InUnitsOf<From, To>(from[i]) + noise(i);
-        to[i] = To::StoredOf(static_cast<typename To::Value>(
-            std::lrint(std::clamp<double>(value, To::kLeast, To::kGreatest))));
-    }
+    for (std::size_t i = 0; i < from.size(); ++i)
+        to[i] = RoundedAndHeld<To>(InUnitsOf<From, To>(from[i]) + noise(i));
 }
 
 template <class From, class To>
