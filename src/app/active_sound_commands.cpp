@@ -1,11 +1,32 @@
 #include "app/active_sound_commands.h"
 
+#include <utility>
+
 #include "app/document_commands.h"
 #include "app/own_ears.h"
 #include "spatial/ui/spatial_commands.h"
 #include "view/ui/asking_view_commands.h"
 
 namespace sonavel {
+
+struct ActiveSoundCommands::OfOneSound {
+    OfOneSound(Workspace& workspace, OpenSound& open, SpatialMemory& memory, QWidget* parent)
+        : sound(*open.document),
+          view(*open.view, parent),
+          saver(workspace, *open.document, parent),
+          document(saver, DocumentCommands()),
+          exporter(workspace, open, parent),
+          exports(exporter, ExportCommands()),
+          spatial(*open.document, *open.view, memory) {}
+
+    const CSoundDoc& sound;
+    AskingViewCommands view;
+    DocumentSaver saver;
+    TableCommandTarget<DocumentSaver> document;
+    SoundExporter exporter;
+    TableCommandTarget<SoundExporter> exports;
+    SpatialCommands spatial;
+};
 
 // A file that cannot be used leaves the ears as they were; the preferences say why.
 ActiveSoundCommands::ActiveSoundCommands() {
@@ -17,26 +38,27 @@ ActiveSoundCommands::ActiveSoundCommands() {
 
 void ActiveSoundCommands::Take(Workspace& workspace, OpenSound& sound, QWidget* parent) {
     Forget();
-    spatial_ = std::make_unique<SpatialCommands>(*sound.document, *sound.view, spatialMemory_);
-    view_ = std::make_unique<AskingViewCommands>(*sound.view, parent);
-    saver_.emplace(workspace, *sound.document, parent);
-    document_ = std::make_unique<TableCommandTarget<DocumentSaver>>(*saver_, DocumentCommands());
-    exporter_.emplace(workspace, sound, parent);
-    export_ = std::make_unique<TableCommandTarget<SoundExporter>>(*exporter_, ExportCommands());
+    now_ = std::make_shared<OfOneSound>(workspace, sound, spatialMemory_, parent);
 }
 
 void ActiveSoundCommands::Forget() {
-    view_.reset();
-    document_.reset();
-    saver_.reset();
-    export_.reset();
-    exporter_.reset();
-    spatial_.reset();
+    if (now_) forgotten_.push_back(std::exchange(now_, nullptr));
+}
+
+const DocumentSaver* ActiveSoundCommands::Saver() const {
+    return now_ ? &now_->saver : nullptr;
+}
+
+const CSoundDoc* ActiveSoundCommands::DocumentOfCommand() const {
+    if (!forgotten_.empty()) return &forgotten_.front()->sound;
+    return now_ ? &now_->sound : nullptr;
 }
 
 CommandTarget* ActiveSoundCommands::TargetOf(int commandId) const {
-    for (CommandTarget* target : {view_.get(), document_.get(), export_.get(), spatial_.get()})
-        if (target && target->HandlesCommand(commandId)) return target;
+    if (!now_) return nullptr;
+    for (CommandTarget* target : std::initializer_list<CommandTarget*>{
+             &now_->view, &now_->document, &now_->exports, &now_->spatial})
+        if (target->HandlesCommand(commandId)) return target;
     return nullptr;
 }
 

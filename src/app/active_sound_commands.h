@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "app/document_saver.h"
 #include "app/exchange/sound_exporter.h"
@@ -16,24 +17,28 @@ class ActiveSoundCommands {
   public:
     ActiveSoundCommands();
 
-    // Dialogs stand over `parent`. The sound has to be forgotten before it goes.
     // Null without a sound.
-    const DocumentSaver* Saver() const { return saver_ ? &*saver_ : nullptr; }
+    const DocumentSaver* Saver() const;
+    // Dialogs stand over `parent`. The sound has to be forgotten before it goes.
     void Take(Workspace& workspace, OpenSound& sound, QWidget* parent);
+    // While a command is being carried out, as when the person goes to another sound meanwhile, its
+    // object lives on until DropForgotten().
     void Forget();
+    void DropForgotten() { forgotten_.clear(); }
+    bool HasForgotten() const { return !forgotten_.empty(); }
+    // Of the sound that was active when the command that is being carried out began.
+    const CSoundDoc* DocumentOfCommand() const;
 
     // Null when none of them handles the command, as without a sound.
     CommandTarget* TargetOf(int commandId) const;
 
   private:
+    struct OfOneSound;
+
     SpatialMemory spatialMemory_;
     std::string ears_;  // which the listener has
-    std::unique_ptr<CommandTarget> view_;
-    std::optional<DocumentSaver> saver_;
-    std::unique_ptr<CommandTarget> document_;
-    std::optional<SoundExporter> exporter_;
-    std::unique_ptr<CommandTarget> export_;
-    std::unique_ptr<CommandTarget> spatial_;
+    std::shared_ptr<OfOneSound> now_;
+    std::vector<std::shared_ptr<OfOneSound>> forgotten_;  // oldest first
 };
 
 }  // namespace sonavel

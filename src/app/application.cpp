@@ -74,7 +74,7 @@ Application::Application(WaveDevices& devices, const ProgramFolder& folder,
       commands_(std::make_unique<TableCommandTarget<Application>>(*this, ApplicationCommands())) {
     frame_.ShowStartUpLogo();
     AddActions();
-    frame_.Build(workspace_, {&effectCommands_, commands_.get()});
+    frame_.Build(workspace_, progress_.Work(), {&effectCommands_, commands_.get()});
     ConnectFrame();
     if (recoveryFolder) KeepWork(*recoveryFolder);
 }
@@ -89,6 +89,7 @@ void Application::KeepWork(const std::filesystem::path& folder) {
     keeper_ =
         std::make_unique<recovery::WorkKeeper>(folder, recovery::WorkKeeper::Keeping::kChanges);
     workspace_.SetKeeper(keeper_.get());
+    LimitRecovery();
     faultTimer_.setInterval(kFaultPeriodMs);
     faultTimer_.callOnTimeout([this] { keeper_->TellFaults(); });
     faultTimer_.start();
@@ -104,6 +105,11 @@ void Application::OfferWhatWasLeft() {
 
 void Application::LeaveAtOnce() {
     prompts_.HoldMessages();
+    // Whoever ends the program may not wait for what cannot be cancelled.
+    if (frame_.Gate().IsRunning()) {
+        keeper_->Finish();
+        return frame_.Gate().WhenIdle([this] { LeaveAtOnce(); }, WorkGate::InTheWay::kIsCancelled);
+    }
     for (std::size_t i = 0; i < workspace_.Count(); ++i)
         static_cast<void>(workspace_.StopActivity(i));
     workspace_.LeaveKeeper();
@@ -214,6 +220,7 @@ Outcome Application::Open() {
 }
 
 Outcome Application::OpenFiles(const QStringList& absolutePaths) {
+    if (Outcome held = frame_.Gate().HoldAll(); !held) return held;
     const std::vector<RefusedFile> refused = importer_.RefusedOf(absolutePaths);
     Outcome all = Done();
     for (const QString& path : absolutePaths)
@@ -256,12 +263,23 @@ void Application::ShowFileProperties() {
 
 void Application::EditPreferences() {
     const HostServices& services = workspace_.Services();
-    COptionSheet sheet(services.folder, services.devices, &frame_);
+    StorageFacts facts{.undoMemory = services.undo.memoryBytes};
+    if (keeper_)
+        facts.recovery = {keeper_->UsualLimitBytes(), recovery::BytesIn(keeper_->Folder())};
+    COptionSheet sheet(services.folder, services.devices, &frame_, facts);
     QObject::connect(&sheet, &COptionSheet::Changed, &frame_, [this] { TakeSettings(); });
     sheet.exec();
 }
 
+void Application::LimitRecovery() {
+    const ProfileText options = workspace_.Services().folder.Options().Read();
+    const int megabytes =
+        RowOf(SettingId::kRecoveryRoom).Effective(StoredNumber(options, SettingId::kRecoveryRoom));
+    keeper_->SetLimit(static_cast<std::uint64_t>(megabytes) << 20);
+}
+
 void Application::TakeSettings() {
+    if (keeper_) LimitRecovery();
     for (std::size_t i = 0; i < workspace_.Count(); ++i) {
         workspace_.At(i).view->ReloadSettings();
     }

@@ -72,6 +72,7 @@ class Application {
     void AddActions();
     void ConnectFrame();
     void TakeSettings();
+    void LimitRecovery();
     void RunLogo();
     void KeepWork(const std::filesystem::path& folder);
     void OfferWhatWasLeft();

@@ -58,6 +58,11 @@ void ChildWindows::Choose(CChildFrame& frame) {
     setActiveSubWindow(&frame);
 }
 
+void ChildWindows::RepaintAll() {
+    for (QMdiSubWindow* window : subWindowList())
+        for (QWidget* part : window->findChildren<QWidget*>()) part->update();
+}
+
 void ChildWindows::Tile(Tiling tiling) {
     QList<QMdiSubWindow*> windows = subWindowList();
     windows.removeIf([](const QMdiSubWindow* window) { return window->isMinimized(); });

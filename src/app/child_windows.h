@@ -25,6 +25,8 @@ class ChildWindows : public QMdiArea {
     void Remove(CChildFrame& frame);
     // Brings it to the front, from its icon if need be.
     void Choose(CChildFrame& frame);
+    // Every window with all that it holds.
+    void RepaintAll();
 
     void Cascade() { cascadeSubWindows(); }
     void TileHorizontally() { Tile(Tiling::kRows); }

@@ -74,8 +74,10 @@ void CMainFrame::ShowStartUpLogo() {
     QTimer::singleShot(LogoWindow::kStartUpMs, logo_, &QObject::deleteLater);
 }
 
-void CMainFrame::Build(Workspace& workspace, std::vector<CommandTarget*> program) {
+void CMainFrame::Build(Workspace& workspace, RunningWork& work,
+                       std::vector<CommandTarget*> program) {
     workspace_ = &workspace;
+    gate_.emplace(work, workspace, *this);
     program_ = std::move(program);
     frameCommands_ = TargetOf<CMainFrame>(*this, FrameCommands());
     closer_.emplace(
@@ -91,6 +93,7 @@ void CMainFrame::Build(Workspace& workspace, std::vector<CommandTarget*> program
     workspace.SetObserver(this);
     connect(area_, &ChildWindows::Activated, this, &CMainFrame::ActivateSoundOf);
     connect(&actions_, &CommandActions::CommandRun, this, &CMainFrame::AfterCommand);
+    FollowWork(work);
     connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this,
             &CMainFrame::ScheduleRefresh);
     Refresh();
@@ -163,7 +166,10 @@ Outcome CMainFrame::OpenPalette() {
 }
 
 void CMainFrame::GoToTypedPlace(const QString& text) {
-    if (OpenSound* active = workspace_->Active())
+    OpenSound* active = workspace_->Active();
+    if (active && active->document->IsBeingChanged())
+        Tell(gate_->HoldAll());
+    else if (active)
         Tell(GoToTyped(*active->view, text.toStdString()));
     ScheduleRefresh();
 }
@@ -270,10 +276,29 @@ void CMainFrame::Tell(const Outcome& outcome) {
 
 void CMainFrame::AfterCommand(int commandId, const Outcome& outcome) {
     Tell(outcome);
-    const OpenSound* active = workspace_->Active();
+    // Another sound may be active by now.
+    const CSoundDoc* document = soundCommands_.DocumentOfCommand();
     const bool saved = commandId == app_command::kSave || commandId == app_command::kSaveAs;
-    if (saved && outcome && active) recent_.Add(FileText(active->document->Path()));
+    if (saved && outcome && document) recent_.Add(FileText(document->Path()));
     ScheduleRefresh();
+}
+
+void CMainFrame::ForgetSoundCommands() {
+    soundCommands_.Forget();
+    if (gate_->IsRunning())
+        gate_->WhenIdle([this] { soundCommands_.DropForgotten(); }, WorkGate::InTheWay::kIsAwaited);
+    else
+        soundCommands_.DropForgotten();
+}
+
+// What was held back is painted, and offered, when the operation has ended.
+void CMainFrame::FollowWork(RunningWork& work) {
+    actions_.SetHold([this](int commandId) { return gate_->Hold(commandId); });
+    connect(&work, &RunningWork::Begun, this, &CMainFrame::ScheduleRefresh);
+    connect(&work, &RunningWork::Ended, this, [this] {
+        area_->RepaintAll();
+        ScheduleRefresh();
+    });
 }
 
 }  // namespace sonavel

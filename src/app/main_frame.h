@@ -17,6 +17,7 @@
 #include "app/sound_closer.h"
 #include "app/status_panes.h"
 #include "app/welcome_page.h"
+#include "app/work_gate.h"
 
 namespace sonavel {
 
@@ -29,13 +30,16 @@ class CMainFrame : public QMainWindow, public WorkspaceObserver {
 
     // Makes menus and bars. `program` handles what neither the active sound nor the frame does,
     // first come first served. All must live as long as the frame shows anything.
-    void Build(Workspace& workspace, std::vector<CommandTarget*> program);
+    void Build(Workspace& workspace, RunningWork& work, std::vector<CommandTarget*> program);
     // Stands over the frame for some seconds; the frame's own bars come after it.
     void ShowStartUpLogo();
 
     StatusPanes& Status() { return *status_; }
     RecentFiles& Recent() { return recent_; }
     CommandActions& Actions() { return actions_; }
+    // What may be done while a long operation runs.
+    WorkGate& Gate() { return *gate_; }
+    const WorkGate& Gate() const { return *gate_; }
     ChildWindows& Area() { return *area_; }
     const ChildWindows& Area() const { return *area_; }
     // The preferences changed.
@@ -98,6 +102,8 @@ class CMainFrame : public QMainWindow, public WorkspaceObserver {
     void TellDesktop(const OpenSound* active);
     void RunMedia(MediaCommand command);
     void AfterCommand(int commandId, const Outcome& outcome);
+    void ForgetSoundCommands();
+    void FollowWork(RunningWork& work);
 
     ChildWindows* area_;
     StatusPanes* status_;
@@ -109,6 +115,7 @@ class CMainFrame : public QMainWindow, public WorkspaceObserver {
     Workspace* workspace_ = nullptr;
     std::vector<CommandTarget*> program_;
     std::unique_ptr<CommandTarget> frameCommands_;
+    std::optional<WorkGate> gate_;
     ActiveSoundCommands soundCommands_;
     std::optional<SoundCloser> closer_;
     QTimer refreshTimer_;

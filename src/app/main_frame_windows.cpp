@@ -31,7 +31,8 @@ void CMainFrame::OnDocumentAdded(OpenSound& sound) {
     area_->addSubWindow(frame);
     connect(frame, &CChildFrame::CloseRequested, this, [this, frame] {
         const auto index = workspace_->IndexOf(*frame->Sound().document);
-        if (index) Tell(closer_->Close(*index));
+        const Outcome held = gate_->HoldAll();
+        if (index) Tell(held ? closer_->Close(*index) : held);
     });
     bars_->AddSound(*frame);
     connect(frame, &CChildFrame::TitleChanged, this, &CMainFrame::ScheduleRefresh);
@@ -49,13 +50,13 @@ void CMainFrame::OnDocumentAdded(OpenSound& sound) {
 void CMainFrame::OnDocumentClosing(OpenSound& sound) {
     CChildFrame* frame = area_->FrameOf(sound);
     if (!frame) return;
-    if (workspace_->Active() == &sound) soundCommands_.Forget();
+    if (workspace_->Active() == &sound) ForgetSoundCommands();
     bars_->RemoveSound(*frame);
     area_->Remove(*frame);
 }
 
 void CMainFrame::OnActivated(OpenSound* sound) {
-    soundCommands_.Forget();
+    ForgetSoundCommands();
     if (sound) {
         soundCommands_.Take(*workspace_, *sound, this);
         area_->setActiveSubWindow(area_->FrameOf(*sound));
@@ -128,6 +129,11 @@ void CMainFrame::showEvent(QShowEvent* event) {
 }
 
 void CMainFrame::closeEvent(QCloseEvent* event) {
+    if (gate_->IsRunning()) {
+        event->ignore();
+        gate_->WhenIdle([this] { close(); }, WorkGate::InTheWay::kIsCancelled);
+        return;
+    }
     if (const Outcome closed = closer_->CloseAll(); !closed) {
         Tell(closed);
         event->ignore();

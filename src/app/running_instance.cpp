@@ -124,7 +124,7 @@ void RunningInstance::Read(QLocalSocket& socket) {
 
 void RunningInstance::EmitWaiting() {
     // The commands behind a request are not meant to begin in the midst of another one.
-    if (QApplication::activeModalWidget() != nullptr) {
+    if (QApplication::activeModalWidget() != nullptr || (isBusy_ && isBusy_())) {
         QTimer::singleShot(kDialogPollMs, this, &RunningInstance::EmitWaiting);
         return;
     }

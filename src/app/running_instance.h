@@ -6,6 +6,7 @@
 #include <QLocalSocket>
 #include <QObject>
 #include <QStringList>
+#include <functional>
 #include <optional>
 
 #include "app/call/editor_call.h"
@@ -42,6 +43,8 @@ class RunningInstance : public QObject {
     // One socket a display of the person; empty where the system has no runtime folder.
     static QString SocketPath();
 
+    // Requests wait while this says so, as they do while a dialog is open.
+    void SetBusyTest(std::function<bool()> isBusy) { isBusy_ = std::move(isBusy); }
     // Waits at most some seconds for the other one's answer.
     Role Start(const InstanceRequest& request);
 
@@ -58,6 +61,7 @@ class RunningInstance : public QObject {
     QString path_;
     QLocalServer server_;
     QList<InstanceRequest> waiting_;
+    std::function<bool()> isBusy_;
 };
 
 }  // namespace sonavel

@@ -35,7 +35,8 @@ void CSoundDoc::ReloadOptions() {
 void CSoundDoc::LimitHistory() {
     const int megabytes = RowOf(SettingId::kUndoMemory).Effective(options_.undoMegabytes);
     const std::uint64_t bytes = static_cast<std::uint64_t>(megabytes) << 20;
-    history_.SetLimits({bytes ? bytes : services_.undo.memoryBytes, services_.undo.folder});
+    history_.SetLimits(
+        {bytes ? bytes : services_.undo.memoryBytes, services_.undo.folder, &services_.progress});
     ShowGivenUpSteps();
 }
 

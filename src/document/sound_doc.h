@@ -1,5 +1,4 @@
-// CSoundDoc: one sound document, with its sound, its preview sound, its options and its undo
-// history.
+// CSoundDoc: one sound document, with its sound, preview sound, options and undo history.
 #pragma once
 
 #include <cstdint>
@@ -36,7 +35,7 @@ class CSoundDoc {
 
     // --- Life cycle
 
-    // Makes an empty sound. Fails for a format that cannot be edited.
+    // Makes an empty sound; fails for a format that cannot be edited.
     Outcome NewDocument(const NewSoundChoice& choice);
     // Reads by extension: the text from the first "." of the path on. On failure the sound is
     // unchanged.
@@ -79,7 +78,6 @@ class CSoundDoc {
 
     // Whether it was imported, and not saved as another file since.
     bool IsImported() const { return origin_.has_value(); }
-    // Null when it was not.
     const SoundFileDescription* Origin() const { return origin_ ? &origin_->description : nullptr; }
     // "FLAC, 24 bit, 96,000 Hz" and what was missing; empty of what was not imported.
     std::string OriginLine() const;
@@ -111,8 +109,8 @@ class CSoundDoc {
     // --- Edits
 
     // To be called before every edit, with what it is going to replace: stops playing, and when
-    // undo is on keeps that for the undo step of that name. Nothing while recording, or when there
-    // is no room for it and the person chose not to go on without undo.
+    // undo is on keeps that for the step of that name. Nothing while recording, or when there is no
+    // room for it and the person chose not to go on without undo.
     Result<SoundEdit> BeginEdit(std::string_view stepName,
                                 const EditPlan& plan = ReplacesEverything());
     // Likewise for an edit that stores no step; the steps before it stay exact.
@@ -121,7 +119,10 @@ class CSoundDoc {
     // into the step; copies nothing.
     Result<SoundEdit> BeginReplacement(std::string_view stepName);
     Result<SoundEdit> BeginUnrecordedReplacement();
-    // Marks the sound modified and tells every observer that it changed from this frame on.
+    // Whether an edit has begun and not ended, so that the sound is nothing to be shown or played;
+    // a recording changes it when it ends.
+    bool IsBeingChanged() const { return changesUnderWay_ > (recordingEdit_ ? 1 : 0); }
+    // Marks the sound modified and tells the observers that it changed from this frame on.
     void NotifyChanged(std::uint32_t firstChangedFrame);
 
     // Each fails and does nothing when undo is off or there is nothing to undo or redo. Format,
@@ -139,9 +140,8 @@ class CSoundDoc {
     // --- Markers
 
     // Puts another list of markers in, as an edit whose undo step "Marker" holds markers alone;
-    // playing and recording go on. With kGoesOn, as in a drag, what is put in up to the next
-    // EndMarkerEdit() is one edit, which every other edit ends, too. A list that ends as it began
-    // is none.
+    // playing and recording go on. With kGoesOn, as in a drag, all up to the next EndMarkerEdit()
+    // is one edit, which every other edit ends, too. A list that ends as it began is none.
     enum class MarkerEditing { kDone, kGoesOn };
     void SetMarkers(MarkerList markers, MarkerEditing editing = MarkerEditing::kDone);
     void EndMarkerEdit();
@@ -197,6 +197,7 @@ class CSoundDoc {
     SoundEdit PlanEdit(SoundEdit::Storing storing, std::string stepName, const EditPlan& plan);
     bool KeepFor(SoundEdit::Storing storing, StoredRecord& record);
     void StoreInHistory(SoundEdit::Storing storing, std::string_view stepName, StoredRecord record);
+    void TellChanging();
     void TellHistory(HistoryChange::Kind kind, std::string_view stepName = {},
                      const EditRecord* record = nullptr);
     void ShowGivenUpSteps();
@@ -221,6 +222,7 @@ class CSoundDoc {
     void ForgetHistory();
 
     HostServices services_;
+    int changesUnderWay_ = 0;
     std::vector<DocumentObserver*> observers_;
     ProfileText optionsText_;
     DocumentOptions options_;

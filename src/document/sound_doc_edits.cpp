@@ -31,6 +31,7 @@ Result<SoundEdit> CSoundDoc::MakeEdit(std::string_view stepName, const EditPlan&
     SoundEdit::Storing storing = options_.saveUndo && !stepName.empty() ? kStep : kNoStep;
     StoredRecord record(PlannedRecord(sound_, plan));
     if (samples == Samples::kCopied && !KeepFor(storing, record)) {
+        if (history_.WasCancelled()) return Cancelled();
         if (!services_.prompts.AskOkCancel(
                 "There is not enough memory for an undo step.\n"
                 "Go on without one? This edit and those before it cannot be undone then.",
@@ -40,6 +41,7 @@ Result<SoundEdit> CSoundDoc::MakeEdit(std::string_view stepName, const EditPlan&
     }
     EndMarkerEdit();
     StopPlaying();
+    TellChanging();
     return SoundEdit(*this, storing, std::string(stepName), std::move(record));
 }
 
@@ -54,6 +56,7 @@ SoundEdit CSoundDoc::PlanEdit(SoundEdit::Storing storing, std::string stepName,
                               const EditPlan& plan) {
     StoredRecord record(PlannedRecord(sound_, plan));
     if (!KeepFor(storing, record)) storing = SoundEdit::Storing::kEndsTheHistory;
+    if (plan.reach != EditReach::kMarkers) TellChanging();
     return {*this, storing, std::move(stepName), std::move(record)};
 }
 
@@ -79,6 +82,7 @@ Outcome CSoundDoc::ApplyRecord(std::string_view stepName, EditRecord record) {
         return Failed("The record does not fit the sound.");
     EndMarkerEdit();
     StopPlaying();
+    TellChanging();
     if (Outcome exchanged = Exchange(record, sound_); !exchanged) return exchanged;
     const std::uint32_t firstFrame = FrameOfByte(sound_, record.startByte);
     const bool step = options_.saveUndo && !stepName.empty();
@@ -86,6 +90,10 @@ Outcome CSoundDoc::ApplyRecord(std::string_view stepName, EditRecord record) {
                    std::move(record));
     NotifyChanged(firstFrame);
     return Done();
+}
+
+void CSoundDoc::TellChanging() {
+    if (historyListener_) historyListener_->OnSoundChanging();
 }
 
 void CSoundDoc::TellHistory(HistoryChange::Kind kind, std::string_view stepName,
@@ -119,8 +127,11 @@ Outcome CSoundDoc::Undo() {
     EndMarkerEdit();
     if (!CanUndo()) return Failed("There is nothing to undo.");
     StopPlaying();
+    TellChanging();
+    ChangeUnderWay change(changesUnderWay_);
     if (Outcome undone = history_.Undo(sound_); !undone) return undone;
     TellHistory(HistoryChange::Kind::kUndone);
+    change.End();
     NotifyChanged(0);
     ShowGivenUpSteps();
     return Done();
@@ -130,8 +141,11 @@ Outcome CSoundDoc::Redo() {
     EndMarkerEdit();
     if (!CanRedo()) return Failed("There is nothing to redo.");
     StopPlaying();
+    TellChanging();
+    ChangeUnderWay change(changesUnderWay_);
     if (Outcome redone = history_.Redo(sound_); !redone) return redone;
     TellHistory(HistoryChange::Kind::kRedone);
+    change.End();
     NotifyChanged(0);
     ShowGivenUpSteps();
     return Done();

@@ -13,6 +13,7 @@ Outcome CSoundDoc::RestoreFile(const FileOrigin& origin, const std::filesystem::
         if (!format) return Failed("The records name a file of no known format.");
         Result<sonavel::Sound> sound = format->read(copy, {});
         read = sound.Ended();
+        TellChanging();
         if (sound) sound_.Adopt(*std::move(sound));
     }
     if (!read) return read;
@@ -24,6 +25,7 @@ Outcome CSoundDoc::RestoreFile(const FileOrigin& origin, const std::filesystem::
 }
 
 Outcome CSoundDoc::RestoreSound(sonavel::Sound&& sound) {
+    TellChanging();
     sound_.Adopt(std::move(sound));
     ForgetHistory();
     TellChanged(0);

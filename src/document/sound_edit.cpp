@@ -9,6 +9,7 @@ namespace sonavel {
 SoundEdit::SoundEdit(CSoundDoc& document, Storing storing, std::string stepName,
                      StoredRecord record)
     : document_(&document),
+      underWay_(document.changesUnderWay_),
       storing_(storing),
       stepName_(std::move(stepName)),
       stored_(std::move(record)),
@@ -35,6 +36,7 @@ void SoundEdit::TakeBack() {
 void SoundEdit::Commit(std::uint32_t firstChangedFrame) {
     NoteResult(stored_.Record(), bytesBefore_, document_->Sound());
     document_->StoreInHistory(storing_, stepName_, std::move(stored_));
+    underWay_.End();
     document_->NotifyChanged(firstChangedFrame);
 }
 

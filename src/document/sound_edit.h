@@ -3,12 +3,32 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 
 #include "document/stored_record.h"
 
 namespace sonavel {
 
 class CSoundDoc;
+
+// Counts for as long as it lives, or until End(), as a change of a sound that is under way.
+class ChangeUnderWay {
+  public:
+    explicit ChangeUnderWay(int& count) : count_(&count) { ++count; }
+    ~ChangeUnderWay() { End(); }
+    ChangeUnderWay(ChangeUnderWay&& other) noexcept
+        : count_(std::exchange(other.count_, nullptr)) {}
+    ChangeUnderWay& operator=(ChangeUnderWay&& other) noexcept {
+        std::swap(count_, other.count_);
+        return *this;
+    }
+    void End() {
+        if (int* count = std::exchange(count_, nullptr)) --*count;
+    }
+
+  private:
+    int* count_;
+};
 
 // CSoundDoc::BeginEdit() and its like make it. An edit that is dropped without Commit() has not
 // come about: its maker has left the sound as it was, and so the history, what can be redone and
@@ -37,6 +57,7 @@ class SoundEdit {
 
   private:
     CSoundDoc* document_;
+    ChangeUnderWay underWay_;
     Storing storing_;
     std::string stepName_;
     StoredRecord stored_;

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <cstddef>
 #include <cstdlib>
@@ -13,18 +14,23 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/beside.h"
+
 namespace sonavel {
 namespace {
 
-// More at once is no faster, and a signal or the kernel cuts it short.
-constexpr std::size_t kMostAtOnce = std::size_t{64} << 20;
+// More at once is no faster, and a cancel is to be noticed soon.
+constexpr std::size_t kMostAtOnce = std::size_t{8} << 20;
+// Less is done before a window could be read.
+constexpr std::size_t kBesideFromBytes = std::size_t{16} << 20;
 
-// `transfer` moves up to so many bytes of (place in memory, file offset) and returns how many.
-template <class Transfer>
-bool TransferAll(std::size_t bytes, std::uint64_t at, const Transfer& transfer) {
+template <class Mover>
+bool MoveAll(std::size_t bytes, std::uint64_t at, const Mover& move,
+             const std::atomic<bool>& cancelled) {
     for (std::size_t done = 0; done < bytes;) {
-        const ssize_t count =
-            transfer(done, std::min(bytes - done, kMostAtOnce), static_cast<off_t>(at + done));
+        if (cancelled) return false;
+        const std::int64_t count =
+            move(done, std::min(bytes - done, kMostAtOnce), static_cast<std::int64_t>(at + done));
         if (count < 0 && errno == EINTR) continue;
         if (count <= 0) return false;
         done += static_cast<std::size_t>(count);
@@ -66,10 +72,27 @@ bool SpillFile::HasRoomFor(std::uint64_t bytes) const {
     return free >= kReserveBytes && free - kReserveBytes >= bytes;
 }
 
+bool SpillFile::Transfer(std::size_t bytes, std::uint64_t at, const Mover& move) const {
+    wasCancelled_ = false;
+    bool moved = false;
+    const auto work = [&](const std::atomic<bool>& cancelled) {
+        moved = MoveAll(bytes, at, move, cancelled);
+    };
+    if (!progress_ || bytes < kBesideFromBytes) {
+        work(false);
+        return moved;
+    }
+    const auto window = progress_->CreateProgress("Progress Undo");
+    // One that was cancelled too late has come about.
+    wasCancelled_ = !DoBeside(*window, work) && !moved;
+    return moved;
+}
+
 bool SpillFile::Append(std::span<const std::uint8_t> bytes, std::uint64_t& at) {
+    wasCancelled_ = false;
     if (!Open() || !HasRoomFor(bytes.size())) return false;
     const bool written =
-        TransferAll(bytes.size(), end_, [&](std::size_t from, std::size_t count, off_t to) {
+        Transfer(bytes.size(), end_, [&](std::size_t from, std::size_t count, std::int64_t to) {
             return pwrite(file_.Get(), bytes.data() + from, count, to);
         });
     if (!written) {
@@ -82,7 +105,7 @@ bool SpillFile::Append(std::span<const std::uint8_t> bytes, std::uint64_t& at) {
 }
 
 bool SpillFile::Read(std::uint64_t at, std::span<std::uint8_t> bytes) const {
-    return TransferAll(bytes.size(), at, [&](std::size_t to, std::size_t count, off_t from) {
+    return Transfer(bytes.size(), at, [&](std::size_t to, std::size_t count, std::int64_t from) {
         return pread(file_.Get(), bytes.data() + to, count, from);
     });
 }

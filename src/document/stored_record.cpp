@@ -23,7 +23,8 @@ Outcome StoredRecord::MoveIntoMemory() {
     SoundBuffer samples;
     if (!samples.AllocBuffer(spilled_.Size())) return Failed(failure::kMemory);
     if (!spilled_.Read(samples.Bytes()))
-        return Failed("The undo step cannot be read back from the disk.");
+        return spilled_.WasCancelled() ? Cancelled()
+                                       : Failed("The undo step cannot be read back from the disk.");
     record_.samples = std::move(samples);
     spilled_ = {};
     return Done();

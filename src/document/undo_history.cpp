@@ -53,7 +53,7 @@ UndoStep MakeUndoStep(std::string_view name, StoredRecord record) {
 
 void UndoHistory::SetLimits(const Limits& limits) {
     if (!file_ || limits.folder != limits_.folder)
-        file_ = std::make_shared<SpillFile>(limits.folder);
+        file_ = std::make_shared<SpillFile>(limits.folder, limits.progress);
     limits_ = limits;
     KeepWithinBudget();
 }
@@ -61,7 +61,8 @@ void UndoHistory::SetLimits(const Limits& limits) {
 bool UndoHistory::Keep(StoredRecord& record, const Sound& before) {
     const bool withinBudget = record.Record().bytesKept <= limits_.budgetBytes;
     if (withinBudget && record.TakeIntoMemory(before)) return true;
-    return record.TakeIntoFile(before, file_) || (!withinBudget && record.TakeIntoMemory(before));
+    if (record.TakeIntoFile(before, file_)) return true;
+    return !withinBudget && !WasCancelled() && record.TakeIntoMemory(before);
 }
 
 void UndoHistory::KeepWithinBudget() {
@@ -70,8 +71,10 @@ void UndoHistory::KeepWithinBudget() {
         StoredRecord* farthest = FarthestInMemory();
         if (!farthest) return;
         const std::uint64_t freed = farthest->MemoryBytes();
-        if (farthest->MoveIntoFile(file_))
-            bytes -= freed;
+        if (farthest->MoveIntoFile(file_)) bytes -= freed;
+        // What stays beyond the budget moves behind the next edit.
+        else if (WasCancelled())
+            return;
         else if (GiveUpOldest())
             bytes = MemoryBytes();
         else
@@ -176,7 +179,7 @@ Outcome UndoHistory::Cross(UndoStep& step, Way way, Sound& sound) {
             done = way == Way::kForth
                        ? ExchangeAll(step.records.begin(), step.records.end(), sound)
                        : ExchangeAll(step.records.rbegin(), step.records.rend(), sound);
-        if (done) return done;
+        if (done || done.IsCancelled()) return done;
         StoredRecord* other = FarthestInMemory(&step);
         if (!other || !other->MoveIntoFile(file_)) return done;
     }

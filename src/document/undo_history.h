@@ -54,6 +54,7 @@ class UndoHistory {
     struct Limits {
         std::uint64_t budgetBytes = UINT64_MAX;
         std::filesystem::path folder = {};
+        ProgressFactory* progress = nullptr;  // of what goes to the file and comes from it
     };
     void SetLimits(const Limits& limits);
     // How many steps were given up for want of room since this was last asked.
@@ -62,6 +63,8 @@ class UndoHistory {
     // Copies what the record needs from the sound, into memory or, where that cannot be had or is
     // beyond the budget, into the file. False when neither has room.
     bool Keep(StoredRecord& record, const Sound& before);
+    // Whether it was the person who ended the last of what goes to the file and comes from it.
+    bool WasCancelled() const { return file_ && file_->WasCancelled(); }
     // Whether a step stands for samples that this edit, which stores no step, is about to replace
     // and that no record keeps yet.
     bool NeedsSamplesOf(const EditRecord& planned) const;

@@ -8,6 +8,7 @@
 #include "exchange/resampled_frames.h"
 #include "exchange/tagged_file.h"
 #include "exchange/write_sound_file.h"
+#include "platform/commit_beside.h"
 #include "platform/failure_texts.h"
 #include "platform/replacing_file.h"
 #include "sound/file_rates.h"
@@ -62,7 +63,8 @@ Outcome EncodeTagged(const std::filesystem::path& path, EncodeRequest request,
     if (!bytes.Open(encoded.TemporaryPath())) return Failed(failure::kReadData);
     if (Outcome written = WriteTagged(bytes, request.kind, extras, rate, target); !written)
         return written;
-    return DoneIf(target.Commit(), failure::kWriteData);
+    return CommitBeside(
+        target, [&] { return frames.Watch() == GoOn::kNo; }, failure::kWriteData);
 }
 
 Outcome Encode(const std::filesystem::path& path, const EncodeRequest& request,

@@ -4,6 +4,7 @@
 #include <new>
 
 #include "exchange/file_frame.h"
+#include "platform/commit_beside.h"
 #include "platform/replacing_file.h"
 
 namespace sonavel {
@@ -54,7 +55,9 @@ Outcome WriteSoundFile(const std::filesystem::path& path, const EncodeRequest& r
     if (!file.Write(frame->before)) return Failed(failure::kWriteData);
     if (Outcome written = WriteFrames(request, frame->samples, source, file); !written)
         return written;
-    return file.Write(frame->behind) && file.Commit() ? Done() : Failed(failure::kWriteData);
+    if (!file.Write(frame->behind)) return Failed(failure::kWriteData);
+    return CommitBeside(
+        file, [&] { return source.Watch() == GoOn::kNo; }, failure::kWriteData);
 } catch (const std::bad_alloc&) {
     return Failed(failure::kMemory);
 }

@@ -130,6 +130,10 @@ void ReplacingFile::StartSending() {
     sentBytes_ = writtenBytes_;
 }
 
+bool ReplacingFile::Flush() {
+    return fsync(file_.Get()) == 0;
+}
+
 bool ReplacingFile::Commit() {
     const std::optional<FileDescriptor> target = OpenTarget(target_);
     if (!target) return false;

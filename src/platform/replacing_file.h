@@ -33,6 +33,9 @@ class ReplacingFile {
     // instead, from the complete temporary file. On failure the target is as it was; when the disk
     // fails in the midst of rewriting in place, the temporary file is left beside the target.
     bool Commit();
+    // Brings what was written to the disk, which may take as long as the disk wants; Commit() has
+    // little left to wait for then.
+    bool Flush();
 
   private:
     bool TakePlaceOfTarget(const FileDescriptor& target);

@@ -58,6 +58,10 @@ constexpr Setting kRows[] = {
      "Megabytes of memory for the undo steps of a sound, older ones go to the disk; 0 is a quarter "
      "of what is free at the start.",
      0, 1048576, 0},
+    {SettingId::kRecoveryRoom, kOptions, kGeneral, "RECOVERY ROOM", kInteger, "0",
+     "Megabytes of the disk that all unsaved work may take up for its recovery; 0 is half of what "
+     "is free at the start.",
+     0, 16777216, 0},
     {SettingId::kPlayScrolling, kOptions, kGeneral, "PLAY SCROLLING", kInteger, "1",
      "While it is played, the waveform scrolls along.", 0, 1, 0},
     {SettingId::kSaveMarkers, kOptions, kGeneral, "마커 저장", kFlag, "1",

@@ -24,6 +24,7 @@ enum class SettingId : std::size_t {
     kApplyAutoSkipMode,
     kSaveUndo,
     kUndoMemory,
+    kRecoveryRoom,
     kPlayScrolling,
     kSaveMarkers,
     kImportRefused,

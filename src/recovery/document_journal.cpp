@@ -13,13 +13,6 @@ namespace {
 
 constexpr int kMostRestartsForRoom = 5;
 
-bool CopyBytes(std::span<const std::uint8_t> from, SoundBuffer& to) {
-    if (from.empty()) return true;
-    if (!to.AllocBuffer(from.size())) return false;
-    std::memcpy(to.Data(), from.data(), from.size());
-    return true;
-}
-
 std::span<const std::uint8_t> NewBytesOf(const EditRecord& record, const Sound& now) {
     return now.Bytes().subspan(record.startByte, record.bytesThere);
 }
@@ -77,6 +70,7 @@ void DocumentJournal::ClaimFile() {
 }
 
 DocumentJournal::~DocumentJournal() {
+    OnSoundChanging();
     if (!claimed_.empty()) host_.claims->Release(claimed_);
     document_.Sound().SetRecordingTap(nullptr);
     document_.SetHistoryListener(nullptr);
@@ -109,7 +103,27 @@ NameRecord DocumentJournal::PresentName() const {
     return name;
 }
 
-void DocumentJournal::Begin(const BaseRecord& base, SoundBuffer samples) {
+// Nothing where there is no memory for the copy.
+std::optional<SamplesToKeep> DocumentJournal::Keep(std::span<const std::uint8_t> bytes) {
+    SamplesToKeep kept;
+    if (bytes.empty()) return kept;
+    if (bytes.size() >= LentSamples::kLeastBytes) {
+        kept.lent = LentSamples::Of(bytes);
+        if (!kept.lent) return std::nullopt;
+        lent_.push_back(kept.lent);
+        return kept;
+    }
+    if (!kept.copy.AllocBuffer(bytes.size())) return std::nullopt;
+    std::memcpy(kept.copy.Data(), bytes.data(), bytes.size());
+    return kept;
+}
+
+void DocumentJournal::OnSoundChanging() {
+    for (const std::weak_ptr<LentSamples>& lent : std::exchange(lent_, {}))
+        if (const auto samples = lent.lock()) samples->Settle();
+}
+
+void DocumentJournal::Begin(const BaseRecord& base, SamplesToKeep samples) {
     file_ = std::make_shared<JournalFile>(host_.newFolder(), host_.budget);
     undoable_ = redoable_ = 0;
     host_.thread.Watch(file_);
@@ -138,11 +152,10 @@ void DocumentJournal::BeginWith(const Sound& now) {
                     .markers = now.Markers(),
                     .sampleBytes = now.GetDataSize(),
                     .frames = now.GetFrameCount()};
-    SoundBuffer samples;
-    const bool copied = CopyBytes(now.Bytes(), samples);
-    if (!copied) base.sampleBytes = base.frames = 0;
-    Begin(base, std::move(samples));
-    if (!copied) file_->SetFault(JournalFault::kNoMemory);
+    std::optional<SamplesToKeep> samples = Keep(now.Bytes());
+    if (!samples) base.sampleBytes = base.frames = 0;
+    Begin(base, samples ? std::move(*samples) : SamplesToKeep());
+    if (!samples) file_->SetFault(JournalFault::kNoMemory);
     if (!document_.Tags().empty()) OnTagsChanged(document_.Tags());
 }
 
@@ -174,10 +187,9 @@ void DocumentJournal::OnHistoryChange(const HistoryChange& change, const Sound& 
 void DocumentJournal::NoteChange(const HistoryChange& change, const Sound& now) {
     if (!file_ && !BeginBefore(change, now)) return BeginWith(now);
     if (CanRestart(now)) return Restart(now);
-    SoundBuffer samples;
-    if (!CopyBytes(NewBytesOf(*change.record, now), samples))
-        return file_->SetFault(JournalFault::kNoMemory);
-    Append(RecordOf(change, now), std::move(samples));
+    std::optional<SamplesToKeep> samples = Keep(NewBytesOf(*change.record, now));
+    if (!samples) return file_->SetFault(JournalFault::kNoMemory);
+    Append(RecordOf(change, now), *std::move(samples));
     if (change.kind == HistoryChange::Kind::kStep) ++undoable_;
     redoable_ = 0;
     if (change.record->reach != EditReach::kMarkers) RemoveTake();
@@ -262,8 +274,9 @@ void DocumentJournal::NoteName() {
     Append(name_);
 }
 
-void DocumentJournal::Append(const JournalRecord& record, SoundBuffer samples) try {
-    host_.thread.PostAppend(file_, {TypeOf(record), PackRecord(record), std::move(samples)});
+void DocumentJournal::Append(const JournalRecord& record, SamplesToKeep samples) try {
+    host_.thread.PostAppend(file_, {TypeOf(record), PackRecord(record), std::move(samples.copy),
+                                    std::move(samples.lent)});
 } catch (const std::bad_alloc&) {
     file_->SetFault(JournalFault::kNoMemory);
 }

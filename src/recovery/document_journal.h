@@ -8,6 +8,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "document/sound_doc.h"
 #include "recovery/file_claims.h"
@@ -30,6 +31,12 @@ struct JournalHost {
     std::function<std::filesystem::path()> newFolder;
     std::shared_ptr<FileClaims> claims;
     std::shared_ptr<SaveLog> saves;
+};
+
+// Of a change: few as a copy, many still to be copied.
+struct SamplesToKeep {
+    SoundBuffer copy = {};
+    std::shared_ptr<LentSamples> lent = {};
 };
 
 class DocumentJournal : public HistoryListener, public DocumentObserver, public RecordingTap {
@@ -58,6 +65,7 @@ class DocumentJournal : public HistoryListener, public DocumentObserver, public 
     // Says in the status bar, once, why nothing is kept any more.
     void TellFault();
 
+    void OnSoundChanging() override;
     void OnHistoryChange(const HistoryChange& change, const Sound& now) override;
     void OnSaving(const std::filesystem::path& path) override;
     void OnRecorded(std::span<const std::uint8_t> wholeFrames) override;
@@ -69,7 +77,7 @@ class DocumentJournal : public HistoryListener, public DocumentObserver, public 
     bool Keeps() const { return keeping_ == Keeping::kChanges; }
     bool CanBeginWithFile() const;
     NameRecord PresentName() const;
-    void Begin(const BaseRecord& base, SoundBuffer samples);
+    void Begin(const BaseRecord& base, SamplesToKeep samples);
     bool BeginBefore(const HistoryChange& change, const Sound& now);
     void BeginWith(const Sound& now);
     void Restart(const Sound& now);
@@ -80,7 +88,8 @@ class DocumentJournal : public HistoryListener, public DocumentObserver, public 
     void Listen();
     void ClaimFile();
     void RemoveTake();
-    void Append(const JournalRecord& record, SoundBuffer samples = {});
+    void Append(const JournalRecord& record, SamplesToKeep samples = {});
+    std::optional<SamplesToKeep> Keep(std::span<const std::uint8_t> bytes);
 
     CSoundDoc& document_;
     JournalHost host_;
@@ -94,6 +103,7 @@ class DocumentJournal : public HistoryListener, public DocumentObserver, public 
     bool sharesFile_ = false;
     bool hasTake_ = false;
     NameRecord name_;  // as it was noted last
+    std::vector<std::weak_ptr<LentSamples>> lent_;
 };
 
 }  // namespace sonavel::recovery

@@ -17,7 +17,8 @@ namespace fs = std::filesystem;
 bool DiskBudget::Take(std::uint64_t bytes) {
     std::uint64_t used = usedBytes;
     do {
-        if (used > limitBytes || bytes > limitBytes - used) return false;
+        const std::uint64_t limit = limitBytes;
+        if (used > limit || bytes > limit - used) return false;
     } while (!usedBytes.compare_exchange_weak(used, used + bytes));
     return true;
 }
@@ -109,11 +110,11 @@ bool JournalFile::WriteAll(std::span<const std::uint8_t> bytes) {
 
 void JournalFile::Append(const PackedRecord& record) {
     if (Fault() != JournalFault::kNone || removed_) return;
-    const RecordHead head =
-        MakeHead(recordCount_, record.type, record.bytes, record.samples.Bytes());
-    const std::uint64_t bytes = head.size() + record.SizeBytes();
+    const std::uint64_t bytes = kHeadBytes + record.SizeBytes();
     if (!TakeRoom(bytes)) return SetFault(JournalFault::kBudget);
-    if (!WriteAll(head) || !WriteAll(record.bytes) || !WriteAll(record.samples.Bytes()))
+    const std::span<const std::uint8_t> samples = record.Samples();
+    const RecordHead head = MakeHead(recordCount_, record.type, record.bytes, samples);
+    if (!WriteAll(head) || !WriteAll(record.bytes) || !WriteAll(samples))
         // What came before stays good.
         return CutAt(goodBytes_);
     goodBytes_ += bytes;

@@ -14,6 +14,7 @@
 #include "platform/file_descriptor.h"
 #include "platform/folder_lock.h"
 #include "recovery/journal_record.h"
+#include "recovery/lent_samples.h"
 #include "recovery/take_file.h"
 #include "sound/sound_buffer.h"
 
@@ -21,7 +22,7 @@ namespace sonavel::recovery {
 
 // Bytes that all journals of a program may take up on the disk together.
 struct DiskBudget {
-    std::uint64_t limitBytes = 0;
+    std::atomic<std::uint64_t> limitBytes{0};
     std::atomic<std::uint64_t> usedBytes{0};
 
     // False, with nothing taken, when so much is not left.
@@ -36,9 +37,15 @@ std::string TextOf(JournalFault fault);
 struct PackedRecord {
     std::uint32_t type = 0;
     std::vector<std::uint8_t> bytes;
-    SoundBuffer samples;
+    // One of the two, or none.
+    SoundBuffer samples = {};
+    std::shared_ptr<LentSamples> lent = {};
 
-    std::uint64_t SizeBytes() const { return bytes.size() + samples.Size(); }
+    // Waits for samples that are still being copied.
+    std::span<const std::uint8_t> Samples() const { return lent ? lent->Bytes() : samples.Bytes(); }
+    std::uint64_t SizeBytes() const {
+        return bytes.size() + (lent ? lent->Size() : samples.Size());
+    }
 };
 
 inline constexpr const char* kJournalName = "journal";

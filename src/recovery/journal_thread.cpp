@@ -153,6 +153,7 @@ void JournalThread::PostAppend(const std::shared_ptr<JournalFile>& file, PackedR
     if (shared_->waitingBytes + bytes > kMostWaitingBytes)
         return file->SetFault(JournalFault::kTooSlow);
     shared_->waitingBytes += bytes;
+    if (record.lent) copier_.Add(record.lent);
     auto held = std::make_shared<PackedRecord>(std::move(record));
     Post([file, held, bytes, shared = shared_.get()] {
         file->Append(*held);

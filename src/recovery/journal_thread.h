@@ -42,6 +42,7 @@ class JournalThread {
     struct Shared;
 
     std::shared_ptr<Shared> shared_;
+    SampleCopier copier_;
 };
 
 }  // namespace sonavel::recovery

@@ -95,6 +95,19 @@ std::vector<LeftWork> ListLeftWork(const fs::path& folder) {
     return all;
 }
 
+std::uint64_t BytesIn(const fs::path& folder) {
+    std::uint64_t bytes = 0;
+    std::error_code error;
+    for (fs::recursive_directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        std::error_code ignored;
+        if (entry->is_symlink(ignored) || !entry->is_regular_file(ignored)) continue;
+        const std::uintmax_t size = entry->file_size(ignored);
+        if (!ignored) bytes += size;
+    }
+    return bytes;
+}
+
 bool DiscardLeftWork(const LeftWork& work) {
     const FolderLock lock(work.folder, kNoWait);
     if (!lock.IsHeld()) return false;

@@ -30,6 +30,9 @@ std::vector<LeftWork> ListLeftWork(const std::filesystem::path& folder);
 // Nothing when there is no readable beginning.
 std::optional<LeftWork> LookAtLeftWork(const std::filesystem::path& documentFolder);
 
+// That all files below the folder take up, as far as they can be looked at.
+std::uint64_t BytesIn(const std::filesystem::path& folder);
+
 // Removes it for good; false when a running program holds it.
 bool DiscardLeftWork(const LeftWork& work);
 

@@ -51,11 +51,12 @@ std::optional<fs::path> StateRecoveryFolder() {
 WorkKeeper::WorkKeeper(fs::path folder, Keeping keeping)
     : folder_(std::move(folder)),
       keeping_(keeping),
+      usualLimit_(UsualLimit(folder_)),
       budget_(std::make_shared<DiskBudget>()),
       claims_(std::make_shared<FileClaims>(folder_ / "open")),
       saves_(std::make_shared<SaveLog>(folder_)),
       thread_(std::make_unique<JournalThread>()) {
-    budget_->limitBytes = UsualLimit(folder_);
+    SetLimit(0);
     if (keeping_ == Keeping::kChanges)
         thread_->Post([folder = folder_] { RemoveLeftTemporaryFiles(folder); });
 }

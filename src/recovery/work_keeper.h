@@ -46,7 +46,9 @@ class WorkKeeper {
     // Bytes that all records may take up on the disk together, and what they do.
     std::uint64_t LimitBytes() const { return budget_->limitBytes; }
     std::uint64_t UsedBytes() const { return budget_->usedBytes; }
-    void SetLimit(std::uint64_t bytes) { budget_->limitBytes = bytes; }
+    // 0 for the usual one: half of what was free at the start.
+    void SetLimit(std::uint64_t bytes) { budget_->limitBytes = bytes > 0 ? bytes : usualLimit_; }
+    std::uint64_t UsualLimitBytes() const { return usualLimit_; }
 
   private:
     using Journals = std::vector<std::unique_ptr<DocumentJournal>>;
@@ -57,6 +59,7 @@ class WorkKeeper {
 
     std::filesystem::path folder_;
     Keeping keeping_;
+    std::uint64_t usualLimit_;
     std::shared_ptr<DiskBudget> budget_;
     std::shared_ptr<FileClaims> claims_;
     std::shared_ptr<SaveLog> saves_;

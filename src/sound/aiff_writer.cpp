@@ -9,6 +9,7 @@
 #include "sound/extended_float.h"
 #include "sound/format_refusal.h"
 #include "sound/sample_transfer.h"
+#include "sound/write_beside.h"
 
 namespace sonavel {
 namespace {
@@ -49,21 +50,19 @@ bool Write16BitSamples(ReplacingFile& file, const Sound& sound) {
 
 bool WriteFile(ReplacingFile& file, const Sound& sound) {
     if (!file.Write(BuildHeader(sound))) return false;
-    const bool written =
-        sound.GetBits() == 8 ? Write8BitSamples(file, sound) : Write16BitSamples(file, sound);
-    return written && file.Commit();
+    return sound.GetBits() == 8 ? Write8BitSamples(file, sound) : Write16BitSamples(file, sound);
 }
 
 }  // namespace
 
 Outcome WriteAiff(const Sound& sound, const std::filesystem::path& path, MarkerSaving,
-                  const TransferHost&) try {
+                  const TransferHost& host) try {
     if (Outcome fits = CheckSavedFormat(sound.GetFormat()); !fits) return fits;
     ReplacingFile file;
     if (!file.Open(path)) return Failed(failure::kOpenFile);
     if (sound.GetBits() != 8 && sound.GetBits() != 16)
         return Failed("unsupported output style/size for AIFF header");
-    return WriteFile(file, sound) ? Done() : Failed(failure::kWriteData);
+    return WriteBeside(file, host, [&] { return WriteFile(file, sound); });
 } catch (const std::bad_alloc&) {
     return Failed(failure::kMemory);
 }

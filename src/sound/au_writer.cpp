@@ -8,6 +8,7 @@
 #include "sound/byte_order.h"
 #include "sound/format_refusal.h"
 #include "sound/sample_transfer.h"
+#include "sound/write_beside.h"
 
 namespace sonavel {
 namespace {
@@ -28,18 +29,18 @@ bool WriteFile(ReplacingFile& file, const Sound& sound) {
     const std::uint32_t dataBytes = sound.GetFrameCount() * sound.GetBlockAlign();
     const ByteTransform transform = sound.GetBits() == 8 ? AddHalfRange : SwapBytePairs;
     return file.Write(BuildHeader(sound, dataBytes)) &&
-           WriteTransformed(file, sound.Bytes().first(dataBytes), transform) && file.Commit();
+           WriteTransformed(file, sound.Bytes().first(dataBytes), transform);
 }
 
 }  // namespace
 
 Outcome WriteAu(const Sound& sound, const std::filesystem::path& path, MarkerSaving,
-                const TransferHost&) try {
+                const TransferHost& host) try {
     if (Outcome fits = CheckSavedFormat(sound.GetFormat()); !fits) return fits;
     if (!IsEditable(sound.GetFormat())) return Failed(FormatRefusal(sound.GetFormat()));
     ReplacingFile file;
     if (!file.Open(path)) return Failed(failure::kOpenFile);
-    return WriteFile(file, sound) ? Done() : Failed(failure::kWriteData);
+    return WriteBeside(file, host, [&] { return WriteFile(file, sound); });
 } catch (const std::bad_alloc&) {
     return Failed(failure::kMemory);
 }

@@ -20,6 +20,8 @@ class TransferProgress {
     // Shows the position of the last whole block of 2048 bytes that is done: the rounded percentage
     // of the bytes before that block. False when the person has cancelled.
     bool Advance(std::uint64_t doneBytes);
+    // Whether the person has cancelled, with nothing new to be shown.
+    bool Poll() { return window_ && window_->Poll(); }
     // Shows 100 and closes the window.
     void Finish();
 

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <new>
 
+#include "platform/commit_beside.h"
 #include "platform/failure_texts.h"
 #include "platform/replacing_file.h"
 #include "sound/format_refusal.h"
@@ -13,8 +14,7 @@ namespace sonavel {
 namespace {
 
 Outcome WriteSamples(ReplacingFile& file, std::span<const std::uint8_t> bytes,
-                     const TransferHost& host) {
-    TransferProgress progress(host, "Write sound file", bytes.size());
+                     TransferProgress& progress) {
     for (std::size_t done = 0; done < bytes.size();) {
         const std::size_t piece = std::min(bytes.size() - done, kTransferPieceBytes);
         if (!file.Write(bytes.subspan(done, piece))) {
@@ -35,9 +35,11 @@ Outcome WriteFile(ReplacingFile& file, const Sound& sound, const MarkerChunks& m
     const auto cueBytes = static_cast<std::uint32_t>(markers.cue.size());
     if (!file.Write(BuildWavHeader(sound.GetFormat(), dataBytes, cueBytes)))
         return Failed(failure::kWriteData);
-    if (Outcome written = WriteSamples(file, sound.Bytes(), host); !written) return written;
-    if (file.Write(markers.cue) && file.Write(markers.list) && file.Commit()) return Done();
-    return Failed(failure::kWriteData);
+    TransferProgress progress(host, "Write sound file", sound.GetDataSize());
+    if (Outcome written = WriteSamples(file, sound.Bytes(), progress); !written) return written;
+    if (!file.Write(markers.cue) || !file.Write(markers.list)) return Failed(failure::kWriteData);
+    return CommitBeside(
+        file, [&] { return progress.Poll(); }, failure::kWriteData);
 }
 
 bool HasRegions(const MarkerList& markers) {

@@ -84,6 +84,43 @@ TEST_F(HistoryBudgetTest, WithoutADiskTheOldestGoButNeverTheLastEditNorWhatCanBe
     }
 }
 
+// Above the size from which blocks are moved beside the calling thread.
+TEST_F(HistoryBudgetTest, LargeStepsShowTheirProgressAndACancelLeavesAllAsItWas) {
+    const Bytes before = PatternBytes(40u << 20, 1);
+    auto document = MakeDocument({1, 8}, before);
+    UndoHistory& history = document->History();
+    history.SetLimits({1 << 20, Folder(), &progress_});
+    const std::uint32_t frames = 20u << 20;
+
+    progress_.cancelAtPoll = 0;
+    EXPECT_TRUE(edit::Delete(*document, {0, frames, 0}).Ended().IsCancelled());
+    EXPECT_EQ(BytesOf(document->Sound()), before);
+    EXPECT_FALSE(document->GetModified() || document->CanUndo());
+
+    progress_ = {};
+    ASSERT_TRUE(edit::Delete(*document, {0, frames, 0}));
+    EXPECT_EQ(progress_.titles, std::vector<std::string>{"Progress Undo"});
+    EXPECT_GT(progress_.polls, 0);
+    EXPECT_EQ(history.SpilledBytes(), frames);
+    const Bytes after = BytesOf(document->Sound());
+
+    progress_.cancelAtPoll = progress_.polls;
+    EXPECT_TRUE(document->Undo().IsCancelled());
+    EXPECT_EQ(BytesOf(document->Sound()), after);
+    EXPECT_TRUE(document->CanUndo() && !document->CanRedo() && !document->IsBeingChanged());
+    progress_.cancelAtPoll.reset();
+    ASSERT_TRUE(document->Undo());
+    EXPECT_EQ(BytesOf(document->Sound()), before);
+
+    // What was read back to be undone lies in the sound's stead, beyond the budget, and moves
+    // again.
+    progress_.cancelAtPoll = progress_.polls;
+    EXPECT_TRUE(document->Redo());
+    EXPECT_EQ(history.MemoryBytes(), frames) << "its way to the disk was cancelled";
+    EXPECT_EQ(history.TakeGivenUpCount(), 0u);
+    EXPECT_EQ(progress_.openWindows, 0);
+}
+
 // Files may not grow beyond so many bytes; whoever tries is told instead of killed.
 class FileSizeLimit {
   public:

@@ -164,6 +164,32 @@ TEST_F(DocumentJournalTest, GivesBackSoundMarkersTagsAndHistoryAtEveryMoment) {
     }
 }
 
+// So large that they are still being copied when the next edit begins.
+TEST_F(DocumentJournalTest, KeepsLargeChangesThatTheNextEditOverwritesAtOnce) {
+    constexpr std::uint32_t kFrames = 12u << 20;
+    auto document = Open({1, 8}, kFrames);
+    for (unsigned seed = 2; seed < 6; ++seed) {
+        SCOPED_TRACE(seed);
+        const ClipRecord clip = MakeClip({1, 8}, PatternBytes(300'000, seed));
+        ASSERT_TRUE(edit::PasteBlockOverwrite(*document, clip, {seed, kFrames - seed, 0}));
+        ASSERT_TRUE(edit::Delete(*document, {0, 700'000, 0}));
+        ASSERT_TRUE(edit::PasteBlockOverwrite(*document, clip, {0, kFrames / 2, 0}));
+        ASSERT_TRUE(document->Undo());
+        ASSERT_TRUE(edit::Paste(*document, clip, {0, 600'000, 0}, 3));
+        const auto back = Replayed();
+        ExpectSameState(*document, *back);
+    }
+}
+
+TEST_F(DocumentJournalTest, ALargeDocumentMayEndWhileItsLastChangeIsBeingCopied) {
+    auto document = Open({1, 8}, 12u << 20);
+    const ClipRecord clip = MakeClip({1, 8}, PatternBytes(1000, 2));
+    ASSERT_TRUE(edit::PasteBlockOverwrite(*document, clip, {0, 12u << 20, 0}));
+    const Bytes expected = BytesOf(document->Sound());
+    document.reset();
+    EXPECT_EQ(BytesOf(Replayed()->Sound()), expected);
+}
+
 TEST_F(DocumentJournalTest, KeepsDocumentsThatHaveNoFile) {
     auto document = Own(MakeDocument());
     EXPECT_TRUE(document->NewDocument({.samplesPerSecond = 8000, .channels = 2, .bits = 16}));

@@ -44,6 +44,18 @@ TEST_F(SoundWritersTest, TargetsThatCannotBeFilesFailToOpen) {
     ExpectOldFileWhole();
 }
 
+TEST_F(SoundWritersTest, ACancelLeavesTheOldFileWhole) {
+    Fill(1, 8, 8000, Pattern(1 << 20));
+    wave.SetModified(true);
+    for (const FileAction write : kWriters) {
+        progress.cancelAtPoll = progress.polls;
+        EXPECT_FALSE(write(target, wave));
+        ExpectOldFileWhole();
+    }
+    EXPECT_EQ(progress.openWindows, 0);
+    EXPECT_TRUE(prompts.messages.empty());
+}
+
 TEST_F(SoundWritersTest, AFullDiskLeavesTheOldFileWhole) {
     // A limit on the size of files fails writes half-way, as a full disk does.
     const auto ignored = std::signal(SIGXFSZ, SIG_IGN);

@@ -23,7 +23,7 @@ class PreferencesSheetTest : public ::testing::Test {
 
     COptionSheet& Sheet() {
         if (!sheet_) {
-            sheet_ = std::make_unique<COptionSheet>(folder_, devices_);
+            sheet_ = std::make_unique<COptionSheet>(folder_, devices_, nullptr, facts_);
             QObject::connect(sheet_.get(), &COptionSheet::Changed, [this] { ++changes_; });
             sheet_->show();
         }
@@ -60,6 +60,7 @@ class PreferencesSheetTest : public ::testing::Test {
     TemporaryFolder files_;
     ProgramFolder folder_{files_.Path()};
     FakeWaveDevices devices_;
+    StorageFacts facts_;
     std::unique_ptr<COptionSheet> sheet_;
     int changes_ = 0;
 };
@@ -84,6 +85,33 @@ TEST_F(PreferencesSheetTest, OkWithoutAnEditChangesNothing) {
     EXPECT_FALSE(Sheet().isVisible());
     EXPECT_EQ(changes_, 0);
     EXPECT_EQ(files_.FileCount(), 0u);
+}
+
+TEST_F(PreferencesSheetTest, WhatIsLeftToTheProgramIsShownAsAWordWithItsNumber) {
+    facts_ = {.undoMemory = std::uint64_t{700} << 20,
+              .recovery = StorageFacts::Recovery{std::uint64_t{900} << 20, 3u << 20}};
+    QWidget& page = Page(kGeneral);
+    auto& undo = Nth<QSpinBox>(page, 0);
+    auto& recovery = Nth<QSpinBox>(page, 1);
+    EXPECT_EQ(undo.text(), "automatic (700 MB)");
+    EXPECT_EQ(recovery.text(), "automatic (900 MB)");
+    EXPECT_GE(undo.width(), undo.fontMetrics().horizontalAdvance(undo.text()) + 10);
+    EXPECT_EQ(page.findChild<QLabel*>("recoveryHeld")->text(), "3 MB are in use");
+    EXPECT_EQ(ShownHints(page), QStringList());
+
+    EXPECT_EQ(Type(page, 1, "512").value(), 512);
+    EXPECT_TRUE(undo.text().startsWith("automatic"));
+    Button(QDialogButtonBox::Apply).click();
+    const auto stored = [&] {
+        return StoredNumber(folder_.Options().Read(), SettingId::kRecoveryRoom);
+    };
+    EXPECT_EQ(stored(), 512);
+    Type(page, 1, "0");
+    QFocusEvent leaving(QEvent::FocusOut);
+    QApplication::sendEvent(&recovery, &leaving);
+    EXPECT_EQ(recovery.text(), "automatic (900 MB)");
+    Button(QDialogButtonBox::Apply).click();
+    EXPECT_EQ(stored(), 0);
 }
 
 TEST_F(PreferencesSheetTest, NumbersOutOfRangeAreRefusedBesideTheirField) {

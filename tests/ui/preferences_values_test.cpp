@@ -49,6 +49,7 @@ constexpr Change kPages[] = {
          p.settings[SettingId::kApplyAutoSkipMode] = 1;
          p.settings[SettingId::kSaveUndo] = 1;
          p.settings[SettingId::kUndoMemory] = 512;
+         p.settings[SettingId::kRecoveryRoom] = 2048;
          p.settings[SettingId::kPlayScrolling] = 1;
          p.settings[SettingId::kSaveMarkers] = 1;
          p.settings[SettingId::kStatusFormat] = 2;

@@ -6,6 +6,7 @@
 
 #include "app/help/control_tips.h"
 #include "app/help/manual_pages.h"
+#include "app/work_gate.h"
 
 namespace sonavel {
 
@@ -35,6 +36,7 @@ ManualWindow& HelpDesk::WindowFor(QWidget* dialog) {
     }
     if (!own_) {
         own_ = new ManualWindow;
+        MarkAsReading(*own_);
         own_->setAttribute(Qt::WA_QuitOnClose, false);
     }
     return *own_;

@@ -63,6 +63,7 @@ int RunWith(PortAudioWaveDevices& devices, RunningInstance& instance,
         std::fprintf(stderr, "sonavel: %s\n", qPrintable(failure));
     if (!request.files.isEmpty() && failures.size() == request.files.size()) return kFailed;
     application.Show();
+    instance.SetBusyTest([&application] { return application.Frame().Gate().IsRunning(); });
     QObject::connect(&instance, &RunningInstance::Requested, &application.Frame(),
                      [&application](const InstanceRequest& later) { Serve(application, later); });
     QTimer::singleShot(0, &application.Frame(),

@@ -2,13 +2,24 @@
 
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QLocale>
 
 namespace sonavel {
 
-COptionGeneral::COptionGeneral(QWidget* parent) : OptionPage(parent) {
+namespace {
+
+constexpr std::uint64_t kMegabyte = std::uint64_t{1} << 20;
+
+QString Megabytes(std::uint64_t bytes) {
+    return QLocale().toString(static_cast<qulonglong>((bytes + kMegabyte / 2) / kMegabyte));
+}
+
+}  // namespace
+
+COptionGeneral::COptionGeneral(const StorageFacts& facts, QWidget* parent) : OptionPage(parent) {
     auto* left = new QVBoxLayout;
     left->addWidget(MakeOpening());
-    left->addWidget(MakeDocument());
+    left->addWidget(MakeDocument(facts));
     left->addStretch(1);
     auto* right = new QVBoxLayout;
     right->addWidget(MakeView());
@@ -31,13 +42,26 @@ QWidget* COptionGeneral::MakeOpening() {
     return group;
 }
 
-QWidget* COptionGeneral::MakeDocument() {
+NumberField* COptionGeneral::AddRoom(SettingId setting, std::uint64_t automaticBytes) {
+    NumberField* field = AddNumber(setting, 256, tr("MB"));
+    // Without a number the word alone.
+    field->ShowZeroAs(automaticBytes > 0 ? tr("automatic (%1 MB)").arg(Megabytes(automaticBytes))
+                                         : tr("automatic"));
+    return field;
+}
+
+QWidget* COptionGeneral::MakeDocument(const StorageFacts& facts) {
     auto* group = new QGroupBox(tr("Document"), this);
     auto* column = new QVBoxLayout(group);
     AddFlag(*column, SettingId::kSaveUndo, tr("Keep &undo and redo information"));
     auto* form = new QFormLayout;
-    NumberField* memory = AddNumber(SettingId::kUndoMemory, 256, tr("MB"));
-    form->addRow(tr("&At most in memory:"), memory);
+    form->addRow(tr("&At most in memory:"), AddRoom(SettingId::kUndoMemory, facts.undoMemory));
+    const StorageFacts::Recovery recovery = facts.recovery.value_or(StorageFacts::Recovery());
+    form->addRow(tr("Recovery, on the &disk:"), AddRoom(SettingId::kRecoveryRoom, recovery.room));
+    auto* held = new QLabel(facts.recovery ? tr("%1 MB are in use").arg(Megabytes(recovery.held))
+                                           : tr("Unsaved work is not kept"));
+    held->setObjectName(QStringLiteral("recoveryHeld"));
+    form->addRow(QString(), held);
     column->addLayout(form);
     AddFlag(*column, SettingId::kSaveMarkers,
             QStringLiteral("Save &markers with the sound (마커 저장)"));

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/preferences/option_page.h"
+#include "app/preferences/storage_facts.h"
 
 namespace sonavel {
 
@@ -9,11 +10,13 @@ class COptionGeneral : public OptionPage {
     Q_OBJECT
 
   public:
-    explicit COptionGeneral(QWidget* parent = nullptr);
+    explicit COptionGeneral(const StorageFacts& facts, QWidget* parent = nullptr);
 
   private:
     QWidget* MakeOpening();
-    QWidget* MakeDocument();
+    QWidget* MakeDocument(const StorageFacts& facts);
+    // In megabytes, of which 0 stands for `automaticBytes`.
+    NumberField* AddRoom(SettingId setting, std::uint64_t automaticBytes);
     QWidget* MakeView();
     QWidget* MakeStatus();
     QWidget* MakeMeter();

@@ -9,10 +9,41 @@
 
 namespace sonavel {
 
+class NumberField::Box : public QSpinBox {
+  public:
+    using QSpinBox::QSpinBox;
+
+    void ShowZeroAs(const QString& text) {
+        zeroText_ = text;
+        const int value = this->value();
+        setValue(value + 1);
+        setValue(value);
+        setMinimumWidth(minimumSizeHint().width() + fontMetrics().horizontalAdvance(text) -
+                        fontMetrics().horizontalAdvance(QSpinBox::textFromValue(minimum())));
+    }
+
+  protected:
+    QString textFromValue(int value) const override {
+        return value == 0 && !zeroText_.isEmpty() ? zeroText_ : QSpinBox::textFromValue(value);
+    }
+    int valueFromText(const QString& text) const override {
+        return text == zeroText_ ? 0 : QSpinBox::valueFromText(text);
+    }
+    QValidator::State validate(QString& text, int& position) const override {
+        if (zeroText_.isEmpty() || text.isEmpty() || !zeroText_.startsWith(text))
+            return QSpinBox::validate(text, position);
+        return text == zeroText_ ? QValidator::Acceptable : QValidator::Intermediate;
+    }
+
+  private:
+    QString zeroText_;
+};
+
 NumberField::NumberField(SettingId setting, int step, const QString& unit, QWidget* parent)
     : QWidget(parent),
       setting_(RowOf(setting)),
-      number_(new QSpinBox(this)),
+      number_(new Box(this)),
+      unit_(new QLabel(unit, this)),
       refusal_(
           new FieldHint(tr("Only %1 to %2").arg(setting_.least).arg(setting_.greatest), this)) {
     number_->setRange(std::numeric_limits<int>::min(), std::numeric_limits<int>::max());
@@ -21,14 +52,33 @@ NumberField::NumberField(SettingId setting, int step, const QString& unit, QWidg
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->addWidget(number_);
-    row->addWidget(new QLabel(unit, this));
+    row->addWidget(unit_);
     row->addWidget(refusal_);
     row->addStretch(1);
     setFocusProxy(number_);
     connect(number_, &QSpinBox::valueChanged, this, [this] {
         refusal_->SetShown(!IsValid());
+        ShowUnit();
         Q_EMIT Edited();
     });
+}
+
+int NumberField::Value() const {
+    return number_->value();
+}
+
+void NumberField::SetValue(int value) {
+    number_->setValue(value);
+}
+
+void NumberField::ShowZeroAs(const QString& text) {
+    zeroText_ = text;
+    number_->ShowZeroAs(text);
+    ShowUnit();
+}
+
+void NumberField::ShowUnit() {
+    unit_->setVisible(zeroText_.isEmpty() || Value() != 0);
 }
 
 void OptionPage::ShowPreferences(const Preferences& preferences) {

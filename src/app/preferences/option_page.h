@@ -21,16 +21,25 @@ class NumberField : public QWidget {
   public:
     NumberField(SettingId setting, int step, const QString& unit, QWidget* parent = nullptr);
 
-    int Value() const { return number_->value(); }
-    void SetValue(int value) { number_->setValue(value); }
+    int Value() const;
+    void SetValue(int value);
     bool IsValid() const { return setting_.Accepts(Value()); }
+    // For a setting whose 0 leaves the number to the program: shows that text instead, without the
+    // unit.
+    void ShowZeroAs(const QString& text);
 
   Q_SIGNALS:
     void Edited();
 
   private:
+    class Box;
+
+    void ShowUnit();
+
     const Setting& setting_;
-    QSpinBox* number_;
+    Box* number_;
+    QLabel* unit_;
+    QString zeroText_;
     FieldHint* refusal_;
 };
 

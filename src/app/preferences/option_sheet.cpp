@@ -11,7 +11,8 @@
 
 namespace sonavel {
 
-COptionSheet::COptionSheet(const ProgramFolder& folder, WaveDevices& devices, QWidget* parent)
+COptionSheet::COptionSheet(const ProgramFolder& folder, WaveDevices& devices, QWidget* parent,
+                           const StorageFacts& facts)
     : FormDialog(tr("Preference Setting"), parent,
                  QDialogButtonBox::Ok | QDialogButtonBox::Cancel | QDialogButtonBox::Apply),
       folder_(folder),
@@ -19,7 +20,7 @@ COptionSheet::COptionSheet(const ProgramFolder& folder, WaveDevices& devices, QW
       problem_(new FieldHint({}, this)),
       stored_(Preferences::Read(folder)) {
     AddPage(new COptionDisplay(folder.Display(), tabs_), tr("Display"));
-    AddPage(new COptionGeneral(tabs_), tr("General"));
+    AddPage(new COptionGeneral(facts, tabs_), tr("General"));
     AddPage(new COptionGrid(tabs_), tr("Grid"));
     AddPage(new COptionWave(devices, tabs_), tr("Wave"));
     AddPage(new COption3D(tabs_), tr("3D"));

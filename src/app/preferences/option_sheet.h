@@ -5,6 +5,7 @@
 #include <QTabWidget>
 
 #include "app/preferences/option_page.h"
+#include "app/preferences/storage_facts.h"
 #include "platform/wave_device.h"
 
 namespace sonavel {
@@ -13,7 +14,8 @@ class COptionSheet : public FormDialog {
     Q_OBJECT
 
   public:
-    COptionSheet(const ProgramFolder& folder, WaveDevices& devices, QWidget* parent = nullptr);
+    COptionSheet(const ProgramFolder& folder, WaveDevices& devices, QWidget* parent = nullptr,
+                 const StorageFacts& facts = {});
 
     void accept() override;
 

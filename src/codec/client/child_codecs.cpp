@@ -13,6 +13,7 @@
 #include "codec/client/helper_encoding.h"
 #include "codec/client/response_reading.h"
 #include "codec/kind_rules.h"
+#include "platform/commit_beside.h"
 #include "platform/replacing_file.h"
 
 namespace sonavel {
@@ -112,7 +113,8 @@ Outcome ChildCodecs::Encode(const std::filesystem::path& path, const EncodeReque
     if (!file.Open(path)) return Failed(kUnwritable);
     if (Outcome encoded = EncodeWithHelper(setup_, file.TemporaryPath(), request, source); !encoded)
         return encoded;
-    return file.Commit() ? Done() : Failed(kUnwritable);
+    return CommitBeside(
+        file, [&] { return source.Watch() == GoOn::kNo; }, kUnwritable);
 }
 
 }  // namespace sonavel

@@ -18,11 +18,12 @@ QWidget* WindowInUse(QWidget* mainWindow) {
 
 }  // namespace
 
-CProgressDlg::CProgressDlg(const QString& caption, QWidget* parent)
-    : QDialog(parent), bar_(new QProgressBar(this)) {
+CProgressDlg::CProgressDlg(const QString& caption, QWidget* parent, RunningWork* work)
+    : QDialog(parent), bar_(new QProgressBar(this)), work_(work) {
     setWindowTitle(caption);
-    // Nothing else takes a click while a sound is being changed under it.
-    setWindowModality(Qt::ApplicationModal);
+    // What a modal dialog shows would change under the operation that it began.
+    const bool isOverModal = parent && parent->window()->isModal();
+    setWindowModality(work && !isOverModal ? Qt::NonModal : Qt::ApplicationModal);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);
     connect(buttons, &QDialogButtonBox::rejected, this, &CProgressDlg::reject);
     auto* column = new QVBoxLayout(this);
@@ -32,6 +33,11 @@ CProgressDlg::CProgressDlg(const QString& caption, QWidget* parent)
     column->addWidget(buttons);
     setMinimumWidth(380);
     bar_->setRange(0, 100);
+    if (work_) work_->Add(*this);
+}
+
+CProgressDlg::~CProgressDlg() {
+    if (work_) work_->Remove(*this);
 }
 
 QString ProgressCaption(std::string_view title) {
@@ -40,8 +46,8 @@ QString ProgressCaption(std::string_view title) {
     return text;
 }
 
-QtProgress::QtProgress(std::string_view title, QWidget* parent)
-    : dialog_(new CProgressDlg(ProgressCaption(title), parent)) {}
+QtProgress::QtProgress(std::string_view title, QWidget* parent, RunningWork* work)
+    : dialog_(new CProgressDlg(ProgressCaption(title), parent, work)) {}
 
 QtProgress::~QtProgress() {
     delete dialog_.data();
@@ -74,7 +80,7 @@ void QtProgress::ShowWhenDue(Clock::time_point now) {
 }
 
 std::unique_ptr<ProgressWindow> QtProgressFactory::CreateProgress(std::string_view title) {
-    return std::make_unique<QtProgress>(title, WindowInUse(mainWindow_));
+    return std::make_unique<QtProgress>(title, WindowInUse(mainWindow_), &work_);
 }
 
 }  // namespace sonavel

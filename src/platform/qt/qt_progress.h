@@ -8,6 +8,7 @@
 #include <functional>
 
 #include "platform/progress_window.h"
+#include "platform/qt/running_work.h"
 
 namespace sonavel {
 
@@ -15,7 +16,10 @@ class CProgressDlg : public QDialog {
     Q_OBJECT
 
   public:
-    CProgressDlg(const QString& caption, QWidget* parent);
+    // Over a dialog that is modal the window takes all clicks to itself; over the main window it
+    // leaves the rest of the program to whoever watches the running work.
+    CProgressDlg(const QString& caption, QWidget* parent, RunningWork* work = nullptr);
+    ~CProgressDlg() override;
 
     QProgressBar& Bar() { return *bar_; }
     bool IsCancelled() const { return cancelled_; }
@@ -26,6 +30,7 @@ class CProgressDlg : public QDialog {
 
   private:
     QProgressBar* bar_;
+    QPointer<RunningWork> work_;
     bool cancelled_ = false;
 };
 
@@ -37,7 +42,7 @@ class QtProgress : public ProgressWindow {
     static constexpr std::chrono::milliseconds kDelayBeforeShow{300};
     static constexpr std::chrono::milliseconds kPollInterval{10};
 
-    QtProgress(std::string_view title, QWidget* parent);
+    QtProgress(std::string_view title, QWidget* parent, RunningWork* work = nullptr);
     ~QtProgress() override;
 
     void SetRange(int lowest, int highest) override;
@@ -61,10 +66,12 @@ class QtProgress : public ProgressWindow {
 class QtProgressFactory : public ProgressFactory {
   public:
     void SetMainWindow(QWidget* window) { mainWindow_ = window; }
+    RunningWork& Work() { return work_; }
     std::unique_ptr<ProgressWindow> CreateProgress(std::string_view title) override;
 
   private:
     QPointer<QWidget> mainWindow_;
+    RunningWork work_;
 };
 
 }  // namespace sonavel

@@ -8,6 +8,9 @@ namespace sonavel {
 
 namespace {
 
+// What the status bar says of the command while nothing holds it back.
+constexpr const char* kPromptProperty = "prompt";
+
 bool IsPlainKey(const QKeySequence& sequence) {
     if (sequence.isEmpty()) return false;
     const QKeyCombination key = sequence[0];
@@ -44,6 +47,7 @@ QAction* CommandActions::Add(const CommandInfo& info) {
     AddKeys(info, QString::fromUtf8(info.shortcut));
     ShowText(*action, info.id, QString::fromUtf8(info.menuText));
     action->setStatusTip(QString::fromUtf8(info.prompt));
+    action->setProperty(kPromptProperty, action->statusTip());
     action->setMenuRole(QAction::NoRole);
     connect(action, &QAction::triggered, this, [this, id = info.id] { Run(id); });
     connect(action, &QAction::hovered, this,
@@ -61,7 +65,10 @@ void CommandActions::Refresh() {
         CommandTarget* target = route_(id);
         const CommandState state = target ? target->StateOfCommand(id) : CommandState{false, false};
         if (target) ShowText(*action, id, QString::fromStdString(target->MenuTextOfCommand(id)));
-        action->setEnabled(state.enabled);
+        const Outcome held = Held(id);
+        action->setEnabled(state.enabled && held);
+        action->setStatusTip(held ? action->property(kPromptProperty).toString()
+                                  : QString::fromStdString(held.Reason()));
         if (state.checked) action->setCheckable(true);
         action->setChecked(state.checked);
     }
@@ -134,13 +141,17 @@ void CommandActions::FillMenu(QMenu& menu, std::span<const MenuEntry> entries) {
 }
 
 Outcome CommandActions::Offered(int commandId) const {
+    if (Outcome held = Held(commandId); !held) return held;
     const CommandTarget* target = route_(commandId);
     return target ? target->Offered(commandId) : Failed("No sound is open.");
 }
 
 void CommandActions::Run(int commandId) {
     CommandTarget* target = route_(commandId);
-    const Outcome outcome = target ? target->RunCommand(commandId) : Failed(failure::kNotOffered);
+    const Outcome held = Held(commandId);
+    const Outcome outcome = !held    ? held
+                            : target ? target->RunCommand(commandId)
+                                     : Failed(failure::kNotOffered);
     Refresh();
     Q_EMIT CommandRun(commandId, outcome);
 }

@@ -30,6 +30,8 @@ struct MenuEntry {
 // The object that handles a command just now: the active view, its document, the frame, or the
 // application. Null when none does.
 using CommandRoute = std::function<CommandTarget*(int commandId)>;
+// Fails, with the reason, while something holds the command back whatever its target says.
+using CommandHold = std::function<Outcome(int commandId)>;
 
 class CommandActions : public QObject {
     Q_OBJECT
@@ -37,6 +39,7 @@ class CommandActions : public QObject {
   public:
     explicit CommandActions(CommandRoute route, QObject* parent = nullptr);
 
+    void SetHold(CommandHold hold) { hold_ = std::move(hold); }
     // Makes the action of a command; a command that has one keeps it.
     QAction* Add(const CommandInfo& info);
     // Null for a command that was never added.
@@ -72,8 +75,10 @@ class CommandActions : public QObject {
   private:
     void AddKeys(const CommandInfo& info, const QString& keys);
     void ShowText(QAction& action, int id, const QString& menuText) const;
+    Outcome Held(int commandId) const { return hold_ ? hold_(commandId) : Done(); }
 
     CommandRoute route_;
+    CommandHold hold_;
     std::vector<CommandInfo> infos_;  // in the order of their adding
     std::map<QKeySequence, int> plainKeys_;
     std::unordered_map<int, QString> keyTexts_;  // of commands with nothing but plain keys

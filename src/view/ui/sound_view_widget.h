@@ -80,6 +80,7 @@ class SoundViewWidget : public QWidget, private SoundViewObserver {
     void PaintColumns(QPainter& painter);
 
     PointerEvent PointerOf(const QSinglePointEvent& event) const;
+    bool HoldsMarkerAt(const QPointF& position) const;
     void FollowDrag();
     void ShowPointerShape(const QPointF& position);
     // What the mouse leaves to the window, at that place of the widget.

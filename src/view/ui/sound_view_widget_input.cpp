@@ -78,9 +78,16 @@ PointerEvent SoundViewWidget::PointerOf(const QSinglePointEvent& event) const {
 }
 
 void SoundViewWidget::mousePressEvent(QMouseEvent* event) {
-    if (!IsMouseButton(event->button())) return;
+    if (!IsMouseButton(event->button()) || HoldsMarkerAt(event->position())) return;
     Carry(mouse_.Press(ButtonOf(event->button()), PointerOf(*event)), event->position().toPoint());
     FollowDrag();
+}
+
+// Whether a marker lies there that nobody may change just now.
+bool SoundViewWidget::HoldsMarkerAt(const QPointF& position) const {
+    const QPoint pixel = position.toPoint();
+    return mouse_.TargetAt(pixel.x(), pixel.y()) == MouseTarget::kMarkerFlag &&
+           !actions_.Offered(view_command::kMarkerRename);
 }
 
 void SoundViewWidget::Carry(MouseRequest request, const QPoint& place) {
@@ -125,6 +132,7 @@ void SoundViewWidget::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void SoundViewWidget::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (HoldsMarkerAt(event->position())) return;
     if (event->button() == Qt::LeftButton)
         Carry(mouse_.DoubleClick(PointerOf(*event)), event->position().toPoint());
     else

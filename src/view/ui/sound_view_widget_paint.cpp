@@ -11,7 +11,7 @@
 namespace sonavel {
 
 void SoundViewWidget::FollowWaveform() {
-    if (!view_.State().IsShown()) return;
+    if (!view_.State().IsShown() || view_.Document().IsBeingChanged()) return;
     const WaveformCanvas::Update change = canvas_.Follow(view_, devicePixelRatioF());
     const QRect area = ToQRect(view_.State().Geometry().waveform);
     switch (change.kind) {
@@ -61,7 +61,10 @@ void SoundViewWidget::paintEvent(QPaintEvent* event) {
 
 void SoundViewWidget::PaintWaveform(QPainter& painter, const QRect& area) {
     const Rectangle& waveform = view_.State().Geometry().waveform;
-    canvas_.Draw(painter, area.translated(-waveform.left, -waveform.top), view_);
+    const QRect part = area.translated(-waveform.left, -waveform.top);
+    if (!view_.Document().IsBeingChanged()) return canvas_.Draw(painter, part, view_);
+    painter.fillRect(area, ToQColor(view_.Settings().colours[ColourSlot::kBackground]));
+    canvas_.DrawAsItWas(painter, part);
 }
 
 void SoundViewWidget::PaintColumns(QPainter& painter) {

@@ -119,6 +119,10 @@ void WaveformCanvas::RenderAll(const CSoundView& view) {
 
 void WaveformCanvas::Draw(QPainter& painter, const QRect& source, const CSoundView& view) {
     if (!complete_) RenderAll(view);
+    DrawAsItWas(painter, source);
+}
+
+void WaveformCanvas::DrawAsItWas(QPainter& painter, const QRect& source) const {
     if (image_.isNull()) return;
     const double ratio = look_.pixelRatio;
     const QRectF device(source.x() * ratio, source.y() * ratio, source.width() * ratio,

@@ -26,6 +26,8 @@ class WaveformCanvas {
     Update Follow(const CSoundView& view, double pixelRatio);
     // Draws `source` (pixels from the left top corner) of the picture there in the window.
     void Draw(QPainter& painter, const QRect& source, const CSoundView& view);
+    // Likewise of the picture that was drawn last, while the sound is no sight.
+    void DrawAsItWas(QPainter& painter, const QRect& source) const;
     // The picture in device pixels, complete after Draw().
     const QImage& Image() const { return image_; }
 

@@ -1,0 +1,67 @@
+#include "platform/beside.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <system_error>
+#include <thread>
+
+namespace sonavel {
+namespace {
+
+constexpr std::chrono::milliseconds kPollInterval{10};
+
+class Beside {
+  public:
+    explicit Beside(const BesideWork& work) : work_(work) {}
+    ~Beside() {
+        if (thread_.joinable()) thread_.join();
+    }
+
+    void Start() try {
+        thread_ = std::thread([this] {
+            work_(cancelled_);
+            const std::lock_guard lock(mutex_);
+            done_ = true;
+            ended_.notify_one();
+        });
+    } catch (const std::system_error&) {
+        work_(cancelled_);
+        done_ = true;
+    }
+
+    void Watch(const std::function<bool()>& poll) {
+        do {
+            if (poll()) cancelled_ = true;
+        } while (!IsDoneSoon());
+    }
+    bool WasCancelled() const { return cancelled_; }
+
+  private:
+    bool IsDoneSoon() {
+        std::unique_lock lock(mutex_);
+        return ended_.wait_for(lock, kPollInterval, [this] { return done_; });
+    }
+
+    const BesideWork& work_;
+    std::atomic<bool> cancelled_ = false;
+    std::mutex mutex_;
+    std::condition_variable ended_;
+    bool done_ = false;
+    std::thread thread_;
+};
+
+}  // namespace
+
+bool DoBeside(const std::function<bool()>& poll, const BesideWork& work) {
+    Beside beside(work);
+    beside.Start();
+    beside.Watch(poll);
+    return !beside.WasCancelled();
+}
+
+bool DoBeside(ProgressWindow& window, const BesideWork& work) {
+    return DoBeside([&window] { return window.Poll(); }, work);
+}
+
+}  // namespace sonavel
