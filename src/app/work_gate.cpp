@@ -21,20 +21,26 @@ constexpr const char* kReadingProperty = "isForReading";
 // None of these opens a dialog, and none changes a sound; what Stop records stands in a sound of
 // its own.
 constexpr int kOfASound[] = {
-    view_command::kPlay,           view_command::kPlayLooped,   view_command::kPlayToEnd,
-    view_command::kStop,           view_command::kPause,        view_command::kSpaceKey,
-    view_command::kPreviewCut,     view_command::kPreRoll,      view_command::kStart,
-    view_command::kEnd,            view_command::kRewind,       view_command::kForward,
-    view_command::kCursorLeft,     view_command::kCursorRight,  view_command::kExtendLeft,
-    view_command::kExtendRight,    view_command::kExtendLeftFar, view_command::kExtendRightFar,
-    view_command::kSelectToStart,  view_command::kSelectToEnd,  view_command::kSelectAll,
-    view_command::kPreviousMarker, view_command::kNextMarker,   view_command::kSelectToNextMarker,
-    view_command::kMarkerPlay,     view_command::kMarkerSelect, view_command::kLastSelection,
-    view_command::kZoomLevelIn,    view_command::kZoomLevelOut, view_command::kZoomLevelFull,
-    view_command::kZoomTimeIn,     view_command::kZoomTimeOut,  view_command::kZoomTimeFull,
-    view_command::kZoomSelection,  view_command::kZoomDefault,  view_command::kPreviousZoom,
-    view_command::kNextZoom,       view_command::kStatusSample, view_command::kStatusTime,
-    view_command::kStatusSecond,
+    view_command::kPlay,          view_command::kPlayLooped,
+    view_command::kPlayToEnd,     view_command::kStop,
+    view_command::kPause,         view_command::kSpaceKey,
+    view_command::kPreviewCut,    view_command::kPreRoll,
+    view_command::kStart,         view_command::kEnd,
+    view_command::kRewind,        view_command::kForward,
+    view_command::kCursorLeft,    view_command::kCursorRight,
+    view_command::kExtendLeft,    view_command::kExtendRight,
+    view_command::kExtendLeftFar, view_command::kExtendRightFar,
+    view_command::kSelectToStart, view_command::kSelectToEnd,
+    view_command::kSelectAll,     view_command::kPreviousMarker,
+    view_command::kNextMarker,    view_command::kSelectToNextMarker,
+    view_command::kMarkerPlay,    view_command::kMarkerSelect,
+    view_command::kLastSelection, view_command::kZoomLevelIn,
+    view_command::kZoomLevelOut,  view_command::kZoomLevelFull,
+    view_command::kZoomTimeIn,    view_command::kZoomTimeOut,
+    view_command::kZoomTimeFull,  view_command::kZoomSelection,
+    view_command::kZoomDefault,   view_command::kPreviousZoom,
+    view_command::kNextZoom,      view_command::kStatusSample,
+    view_command::kStatusTime,    view_command::kStatusSecond,
 };
 
 constexpr int kOfTheFrame[] = {
@@ -132,9 +138,7 @@ void WorkGate::WhenIdle(std::function<void()> task, InTheWay operations) {
 }
 
 void WorkGate::RunTasks() {
-    const auto cancels = [](const Task& task) {
-        return task.operations == InTheWay::kIsCancelled;
-    };
+    const auto cancels = [](const Task& task) { return task.operations == InTheWay::kIsCancelled; };
     if (IsRunning() && std::ranges::any_of(tasks_, cancels)) work_.CancelAll();
     if (IsRunning() || QApplication::activeModalWidget()) return;
     timer_.stop();

@@ -7,8 +7,7 @@ namespace sonavel {
 Outcome CommitBeside(ReplacingFile& file, const std::function<bool()>& poll,
                      std::string_view reason) {
     bool flushed = false;
-    const bool goesOn =
-        DoBeside(poll, [&](const std::atomic<bool>&) { flushed = file.Flush(); });
+    const bool goesOn = DoBeside(poll, [&](const std::atomic<bool>&) { flushed = file.Flush(); });
     if (!flushed) return Failed(reason);
     if (!goesOn) return Cancelled();
     bool committed = false;

@@ -55,8 +55,8 @@ TEST(CommitBesideTest, ACancelCountsUntilTheTargetIsReplaced) {
         ASSERT_TRUE(file.Open(target) && file.Write(bytes));
         // The flush of three bytes is over before it is polled again.
         int polls = 0;
-        const Outcome ended =
-            CommitBeside(file, [&] { return polls++ >= cancelledAt; }, "no disk");
+        const Outcome ended = CommitBeside(
+            file, [&] { return polls++ >= cancelledAt; }, "no disk");
         EXPECT_EQ(ended.IsCancelled(), !std::filesystem::exists(target));
         EXPECT_TRUE(cancelledAt > 0 || ended.IsCancelled());
     }

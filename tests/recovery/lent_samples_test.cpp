@@ -18,7 +18,8 @@ std::vector<std::uint8_t> Numbered(std::size_t bytes) {
 // Whoever settles, and however many at once: the copy is whole before anybody goes on.
 TEST(LentSamplesTest, IsWholeForAllWhoSettleIt) {
     constexpr std::size_t kPiece = std::size_t{1} << 20;
-    for (const std::size_t bytes : {std::size_t{0}, std::size_t{1}, kPiece, kPiece + 1, 9 * kPiece}) {
+    for (const std::size_t bytes :
+         {std::size_t{0}, std::size_t{1}, kPiece, kPiece + 1, 9 * kPiece}) {
         SCOPED_TRACE(bytes);
         const std::vector<std::uint8_t> expected = Numbered(bytes);
         std::vector<std::uint8_t> owned = expected;
