@@ -7,6 +7,7 @@
 #include "app/command_icons.h"
 #include "app/exchange/origin_line.h"
 #include "platform/qt/utf8_text.h"
+#include "view/ui/overview_strip.h"
 #include "view/ui/sound_view_widget.h"
 
 namespace sonavel {
@@ -15,7 +16,8 @@ CChildFrame::CChildFrame(OpenSound& sound, CommandActions& actions, QWidget* par
     : QMdiSubWindow(parent),
       sound_(&sound),
       origin_(new OriginLine),
-      view_(new SoundViewWidget(*sound.view, actions)) {
+      view_(new SoundViewWidget(*sound.view, actions)),
+      overview_(new OverviewStrip(*view_)) {
     setWidget(MakePane());
     setWindowIcon(ProgramIcon());
     setFocusProxy(view_);
@@ -24,6 +26,7 @@ CChildFrame::CChildFrame(OpenSound& sound, CommandActions& actions, QWidget* par
     sound.document->AddObserver(this);
     connect(view_, &SoundViewWidget::SelectionChanged, this, &CChildFrame::StateChanged);
     connect(view_, &SoundViewWidget::ScrollChanged, this, &CChildFrame::StateChanged);
+    connect(view_, &SoundViewWidget::OverviewChanged, this, &CChildFrame::StateChanged);
     connect(view_, &SoundViewWidget::TransportChanged, this, &CChildFrame::ShowTitle);
     connect(view_, &SoundViewWidget::TransportChanged, this, &CChildFrame::StateChanged);
     connect(view_, &SoundViewWidget::StatusTextChanged, this, &CChildFrame::StateChanged);
@@ -38,6 +41,8 @@ QWidget* CChildFrame::MakePane() {
     column->setContentsMargins({});
     column->setSpacing(0);
     column->addWidget(origin_);
+    column->addWidget(overview_);
+    overview_->FollowView();
     column->addWidget(view_, 1);
     return pane;
 }
@@ -49,13 +54,16 @@ CChildFrame::~CChildFrame() {
 void CChildFrame::LetGo() {
     if (!sound_) return;
     sound_->document->RemoveObserver(this);
+    delete overview_;
     delete view_;
+    overview_ = nullptr;
     view_ = nullptr;
     sound_ = nullptr;
 }
 
 void CChildFrame::OnSoundChanged(std::uint32_t) {
     ShowTitle();
+    overview_->FollowView();
     Q_EMIT SoundChanged();
     Q_EMIT StateChanged();
 }

@@ -10,6 +10,7 @@
 namespace sonavel {
 
 class OriginLine;
+class OverviewStrip;
 class SoundViewWidget;
 
 class CChildFrame : public QMdiSubWindow, public DocumentObserver {
@@ -54,6 +55,7 @@ class CChildFrame : public QMdiSubWindow, public DocumentObserver {
     OpenSound* sound_;
     OriginLine* origin_;
     SoundViewWidget* view_;
+    OverviewStrip* overview_;
 };
 
 }  // namespace sonavel

@@ -31,6 +31,7 @@ void SoundEdit::TakeBack() {
     NoteResult(record, bytesBefore_, sound);
     if (stored_.MoveIntoMemory() && Fits(record, sound)) [[maybe_unused]]
         const Outcome back = Exchange(record, sound);
+    document_->TellTakenBack();
 }
 
 void SoundEdit::Commit(std::uint32_t firstChangedFrame) {

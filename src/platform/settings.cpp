@@ -24,6 +24,7 @@ constexpr std::string_view kGridForm = "__SOUND_GRID_OPTIONS";
 constexpr std::string_view kGridItems = "__SOUND_GRID_DISPLAY_ITEMS";
 constexpr std::string_view kMeter = "__SOUND_PLAY_METER";
 constexpr std::string_view kItems = "__SOUND_DISPLAY_ITEMS";
+constexpr std::string_view kSpectrogram = "__SOUND_SPECTROGRAM";
 
 // clang-format off
 constexpr Setting kRows[] = {
@@ -98,6 +99,24 @@ constexpr Setting kRows[] = {
      "Beside the waveform stands a ruler of levels."},
     {SettingId::kCentreLine, kDisplay, kItems, "CENTER LINE", kFlag, "1",
      "Every channel has a line at level 0."},
+    {SettingId::kSoundPicture, kDisplay, kSpectrogram, "SOUND PICTURE", kInteger, "0",
+     "Sounds are first shown as 0 waveform, 1 spectrogram, 2 both.", 0, 2, 0},
+    {SettingId::kSpectrumWindow, kDisplay, kSpectrogram, "WINDOW LENGTH", kInteger, "2048",
+     "Frames that a column of the spectrogram is computed from, 256 to 16384, a power of two: more "
+     "tell frequencies apart better, fewer times.",
+     256, 16384, 2048},
+    {SettingId::kSpectrumShape, kDisplay, kSpectrogram, "WINDOW SHAPE", kInteger, "0",
+     "How these frames are faded in and out: 0 Hann, 1 Blackman-Harris, which lets loud tones hide "
+     "less beside them.",
+     0, 1, 0},
+    {SettingId::kSpectrumScale, kDisplay, kSpectrogram, "FREQUENCIES", kInteger, "0",
+     "Frequencies of the spectrogram stand 0 evenly, 1 by octaves, 2 by mel, as they are heard "
+     "apart.",
+     0, 2, 0},
+    {SettingId::kSpectrumRange, kDisplay, kSpectrogram, "RANGE", kInteger, "90",
+     "Decibels below full scale at which the spectrogram is darkest.", 20, 200, 90},
+    {SettingId::kSpectrumPalette, kDisplay, kSpectrogram, "PALETTE", kInteger, "0",
+     "Colors of the spectrogram: 0 ember, 1 ice.", 0, 1, 0},
 };
 // clang-format on
 

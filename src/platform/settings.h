@@ -43,6 +43,12 @@ enum class SettingId : std::size_t {
     kHorizontalRuler,
     kVerticalRuler,
     kCentreLine,
+    kSoundPicture,
+    kSpectrumWindow,
+    kSpectrumShape,
+    kSpectrumScale,
+    kSpectrumRange,
+    kSpectrumPalette,
     kCount,
 };
 

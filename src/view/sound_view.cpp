@@ -23,9 +23,10 @@ CSoundView::~CSoundView() {
 
 void CSoundView::Show(int width, int height) {
     TakeSettings();
+    picture_ = settings_.display.picture;
     extremes_.NoteChange(0);
     channels_ = Sound().GetChannels();
-    state_.Show(settings_.Geometry(width, height), OpeningOf(document_.Options()));
+    state_.Show(GeometryOf(width, height), OpeningOf(document_.Options()));
 }
 
 void CSoundView::TakeSettings() {
@@ -33,8 +34,12 @@ void CSoundView::TakeSettings() {
     repaint_.Window().OnColoursChanged();
 }
 
+GeometryRequest CSoundView::GeometryOf(int width, int height) const {
+    return settings_.Geometry(width, height, picture_);
+}
+
 void CSoundView::Resize(int width, int height) {
-    if (state_.IsShown()) state_.Resize(settings_.Geometry(width, height));
+    if (state_.IsShown()) state_.Resize(GeometryOf(width, height));
 }
 
 void CSoundView::ReloadSettings() {
@@ -62,16 +67,56 @@ const BlockExtremes& CSoundView::Extremes() const {
     return extremes_;
 }
 
+// --- What it shows
+
+Outcome CSoundView::ShowAs(SoundPicture picture) {
+    picture_ = picture;
+    if (picture == SoundPicture::kWaveform) spectrogram_.Rest();
+    Resize(state_.Client().Width(), state_.Client().Height());
+    ProfileFile display = document_.Services().folder.Display();
+    return DoneIf(WriteSoundPicture(display, picture), "Display.ini cannot be written.");
+}
+
+void CSoundView::TrySpectrogram(const SpectrogramSettings& settings) {
+    settings_.spectrogram = settings;
+    repaint_.Area(ViewArea::kWaveform);
+    repaint_.Area(ViewArea::kVerticalRuler);
+}
+
+Outcome CSoundView::SetSpectrogram(const SpectrogramSettings& settings) {
+    host_.OnSpectrogramChosen(settings);
+    ProfileFile display = document_.Services().folder.Display();
+    return settings.Write(display);
+}
+
+bool CSoundView::ShowsOverview() const {
+    constexpr double kLongSeconds = 600;
+    return overview_.value_or(Sound().GetDuration() > kLongSeconds);
+}
+
+void CSoundView::ShowOverview(bool shown) {
+    overview_ = shown;
+    repaint_.Window().OnOverviewChanged();
+}
+
 // --- The document
 
 void CSoundView::OnSoundChanged(std::uint32_t firstChangedFrame) {
     const unsigned channels = Sound().GetChannels();
     const bool otherLanes = std::exchange(channels_, channels) != channels;
     extremes_.NoteChange(otherLanes ? 0 : firstChangedFrame);
+    spectrogram_.NoteChange(otherLanes ? 0 : firstChangedFrame);
     state_.ClampToSound();
     playing_.RefreshPlayState();
     if (state_.IsShown())
         Zoom().FollowSound(otherLanes ? ViewZoom::Lanes::kOthers : ViewZoom::Lanes::kKept);
+}
+
+// While an edit is under way, what was read of the sound may be of neither before nor after.
+void CSoundView::OnSoundTakenBack() {
+    extremes_.NoteChange(0);
+    spectrogram_.NoteChange(0);
+    repaint_.Area(ViewArea::kWaveform);
 }
 
 void CSoundView::OnWaiting(Waiting waiting) {

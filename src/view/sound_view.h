@@ -3,12 +3,14 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "document/sound_doc.h"
 #include "view/commands/view_questions.h"
 #include "view/draw/block_extremes.h"
+#include "view/draw/spectrogram_tiles.h"
 #include "view/state/play_follower.h"
 #include "view/state/repaint_notes.h"
 #include "view/state/view_settings.h"
@@ -45,7 +47,23 @@ class CSoundView : public DocumentObserver {
     // Of the sound as it is now: what has changed is read when it is asked for, so that several
     // edits in a row, or edits that nobody looks at, read the sound once or never.
     const BlockExtremes& Extremes() const;
+    // What has been computed of the spectrogram, for whoever draws it.
+    SpectrogramTiles& Spectrogram() const { return spectrogram_; }
     const RepaintNotes& Repaint() const { return repaint_; }
+
+    // --- What it shows
+
+    SoundPicture Picture() const { return picture_; }
+    // Shows this sound so, and notes it in Display.ini for sounds that are opened later. Fails when
+    // it cannot be written; it holds all the same.
+    Outcome ShowAs(SoundPicture picture);
+    // Until the next ReloadSettings(), as while they are being chosen.
+    void TrySpectrogram(const SpectrogramSettings& settings);
+    // Stores them and has every open view take them, likewise.
+    Outcome SetSpectrogram(const SpectrogramSettings& settings);
+    // The strip over the waveform with the whole sound: at first only of a long one.
+    bool ShowsOverview() const;
+    void ShowOverview(bool shown);
 
     // --- Sizes
 
@@ -72,17 +90,22 @@ class CSoundView : public DocumentObserver {
     // Notes that the extremes have changed from this frame on, as after an edit through the
     // document.
     void OnSoundChanged(std::uint32_t firstChangedFrame) override;
+    void OnSoundTakenBack() override;
     void OnTitleOrModifiedChanged() override {}
     void OnWaiting(Waiting waiting) override;
 
   private:
     void TakeSettings();
+    GeometryRequest GeometryOf(int width, int height) const;
 
     CSoundDoc& document_;
     ViewHost& host_;
     RepaintNotes repaint_;
     ViewSettings settings_;
     mutable BlockExtremes extremes_;
+    mutable SpectrogramTiles spectrogram_;
+    SoundPicture picture_ = SoundPicture::kWaveform;
+    std::optional<bool> overview_;
     unsigned channels_ = 0;  // as last shown
     ViewState state_{document_.Sound(), repaint_};
     PlayFollower playing_{document_, state_, settings_, repaint_};

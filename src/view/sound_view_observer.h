@@ -7,6 +7,7 @@
 
 #include "platform/outcome.h"
 #include "view/state/display_settings.h"
+#include "view/state/spectrogram_settings.h"
 #include "view/state/view_geometry.h"
 
 namespace sonavel {
@@ -43,6 +44,8 @@ class SoundViewObserver {
     virtual void OnNameWanted(const NameWanted&) {}
     // The player started, paused or stopped.
     virtual void OnTransportChanged() {}
+    // The strip with the whole sound is to be shown, or hidden.
+    virtual void OnOverviewChanged() {}
 };
 
 // What a view asks of the program around it.
@@ -56,6 +59,8 @@ class ViewHost {
     virtual Outcome NewDocumentFromClip() = 0;
     // One view was told the format, which all of them have to show.
     virtual void OnStatusFormatChosen(StatusFormat format) = 0;
+    // Likewise how spectrograms look.
+    virtual void OnSpectrogramChosen(const SpectrogramSettings& settings) = 0;
 };
 
 }  // namespace sonavel

@@ -177,6 +177,10 @@ void Workspace::OnStatusFormatChosen(StatusFormat format) {
     for (const auto& sound : sounds_) sound->view->ShowStatusFormat(format);
 }
 
+void Workspace::OnSpectrogramChosen(const SpectrogramSettings& settings) {
+    for (const auto& sound : sounds_) sound->view->TrySpectrogram(settings);
+}
+
 // --- Recording
 
 Result<RecordRequest> Workspace::QuestionOfRecord() const {

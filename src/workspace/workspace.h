@@ -91,6 +91,7 @@ class Workspace : public ViewHost {
 
     ClipRecord& Clip() override { return clip_; }
     void OnStatusFormatChosen(StatusFormat format) override;
+    void OnSpectrogramChosen(const SpectrogramSettings& settings) override;
     const HostServices& Services() const { return services_; }
 
   private:

@@ -115,8 +115,9 @@ TEST(SpectrogramTest, TilesShowWhatTheWholePictureShows) {
         const SpectrogramLook look{.windowFrames = 512};
         const SpectrogramColumns all{100, framesPerColumn, 20};
         const SpectrogramColumns tail{100 + 13 * framesPerColumn, framesPerColumn, 7};
-        const auto whole = ComputeSpectrogram(ReadSpectrogramFrames(sound, all, look), 64);
-        const auto tile = ComputeSpectrogram(ReadSpectrogramFrames(sound, tail, look), 64);
+        SpectrogramMaker maker(look, kRate, 64);
+        const auto whole = maker.Mean(ReadSpectrogramFrames(sound, all, look));
+        const auto tile = maker.Mean(ReadSpectrogramFrames(sound, tail, look));
         for (unsigned row = 0; row < 64; ++row)
             for (unsigned column = 0; column < 7; ++column)
                 ASSERT_EQ(tile.At(column, row), whole.At(column + 13, row)) << framesPerColumn;

@@ -151,6 +151,9 @@ class ViewTest : public OpenViewTest, public ViewHost {
     ClipRecord& Clip() override { return clip_; }
     Outcome NewDocumentFromClip() override { return Failed("A program of one view."); }
     void OnStatusFormatChosen(StatusFormat format) override { view_->ShowStatusFormat(format); }
+    void OnSpectrogramChosen(const SpectrogramSettings& settings) override {
+        view_->TrySpectrogram(settings);
+    }
 
     struct {
         int width = kWidth;

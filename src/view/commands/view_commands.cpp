@@ -150,6 +150,15 @@ CommandState Snaps(const CSoundView& view) {
     return {true, view.State().IsSnapping()};
 }
 
+template <SoundPicture picture>
+CommandState Pictures(const CSoundView& view) {
+    return {true, view.Picture() == picture};
+}
+
+CommandState HasOverview(const CSoundView& view) {
+    return {true, view.ShowsOverview()};
+}
+
 // --- Handlers of fixed arguments
 
 template <auto move, int pixels, MoveMode mode>
@@ -177,6 +186,16 @@ Outcome ZoomedDefault(CSoundView& view) {
 template <StatusFormat format>
 Outcome Format(CSoundView& view) {
     return view.SetStatusFormat(format);
+}
+
+template <SoundPicture picture>
+Outcome ShownAs(CSoundView& view) {
+    return view.ShowAs(picture);
+}
+
+Outcome SwitchOverview(CSoundView& view) {
+    view.ShowOverview(!view.ShowsOverview());
+    return Done();
 }
 
 Outcome ZoomSelection(CSoundView& view) {
@@ -402,6 +421,24 @@ constexpr Row kTable[] = {
     {{kNextZoom, "", "&Next Zoom", "Alt+Right", "Go forward again"},
      GoToNextZoom,
      When<HasZoomForward>},
+
+    // What is shown
+    {{kShowWaveform, "", "&Waveform", "Ctrl+Alt+1", "Show the sound as a waveform"},
+     ShownAs<SoundPicture::kWaveform>,
+     Pictures<SoundPicture::kWaveform>},
+    {{kShowSpectrogram, "", "S&pectrogram", "Ctrl+Alt+2",
+      "Show how loud the sound is at which frequency"},
+     ShownAs<SoundPicture::kSpectrogram>,
+     Pictures<SoundPicture::kSpectrogram>},
+    {{kShowBoth, "", "&Both", "Ctrl+Alt+3", "Show the waveform with the spectrogram below it"},
+     ShownAs<SoundPicture::kBoth>,
+     Pictures<SoundPicture::kBoth>},
+    {{kSpectrogramSettings, "", "Spe&ctrogram Settings...", "",
+      "Choose window, frequencies, range and colors of the spectrogram"},
+     kAsksFirst},
+    {{kOverview, "", "&Overview", "", "Show the whole sound in a strip over the waveform"},
+     SwitchOverview,
+     HasOverview},
 
     // Status format
     {{kStatusSample, "", "&Sample", "", "Show positions as sample numbers"},

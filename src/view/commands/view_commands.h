@@ -80,6 +80,11 @@ enum Id : int {
     kMarkerFromSelection = 33412,
     kMarkerRemove = 33413,
     kFindPauses = 33414,
+    kShowWaveform = 33420,
+    kShowSpectrogram = 33421,
+    kShowBoth = 33422,
+    kSpectrogramSettings = 33423,
+    kOverview = 33424,
 };
 }  // namespace view_command
 

@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <new>
 
 #include "platform/parallel.h"
 #include "sound/sample_io.h"
+#include "sound/sample_types.h"
 
 namespace sonavel {
 namespace {
@@ -30,20 +32,7 @@ unsigned WindowsPerColumn(const SpectrogramColumns& columns, unsigned window) {
     return static_cast<unsigned>(std::clamp(wanted, 1.0, double{1} * most));
 }
 
-// Frames from `start` on as shares of full scale, silence where the sound has none.
-void ReadShares(const Sound& sound, unsigned channel, std::int64_t start, std::span<float> out) {
-    std::ranges::fill(out, 0.0F);
-    const auto count = static_cast<std::int64_t>(out.size());
-    const std::int64_t from = std::clamp<std::int64_t>(start, 0, sound.GetFrameCount());
-    const std::int64_t to = std::clamp<std::int64_t>(start + count, from, sound.GetFrameCount());
-    const auto read = out.subspan(static_cast<std::size_t>(std::min(from - start, count)),
-                                  static_cast<std::size_t>(to - from));
-    ReadChannel(sound, channel, static_cast<std::uint32_t>(from), read, EightBitReading::kFull);
-    const auto scale =
-        static_cast<float>(1.0 / (static_cast<double>(LimitsOfSamples(sound.GetBits()).greatest)));
-    for (float& share : read) share *= scale;
-}
-
+// The middles of the windows, less half of one.
 std::vector<std::int64_t> WindowStarts(const SpectrogramColumns& columns, unsigned windows,
                                        unsigned window) {
     std::vector<std::int64_t> starts;
@@ -55,64 +44,30 @@ std::vector<std::int64_t> WindowStarts(const SpectrogramColumns& columns, unsign
     return starts;
 }
 
+// Copies the frames from `start` on to those of another sound from `at` on, as far as there are
+// some.
+void CopyFrames(const Sound& from, std::int64_t start, Sound& to, std::size_t at,
+                std::size_t count) {
+    const std::int64_t frames = from.GetFrameCount();
+    const std::int64_t first = std::clamp<std::int64_t>(start, 0, frames);
+    const std::int64_t last =
+        std::clamp<std::int64_t>(start + static_cast<std::int64_t>(count), first, frames);
+    if (first == last) return;
+    const std::size_t align = from.GetBlockAlign();
+    const auto bytes = from.Bytes().subspan(static_cast<std::size_t>(first) * align);
+    const std::size_t length =
+        std::min(static_cast<std::size_t>(last - first) * align, bytes.size());
+    const std::size_t target = (at + static_cast<std::size_t>(first - start)) * align;
+    std::memcpy(to.MutableBytes().data() + target, bytes.data(), length);
+}
+
 // --- Computing
 
-// The bins whose power a row shows: the greatest of several, or a place between two.
-struct RowBins {
-    unsigned first = 0;
-    unsigned last = 0;
-    float share = 0;  // of the way from `first` to the next, where first == last
-};
-
-std::vector<RowBins> BinsOfRows(const SpectrogramFrames& frames, unsigned height) {
-    const double highest = std::max(frames.samplesPerSecond, 1U) / 2.0;
-    const unsigned lastBin = frames.look.windowFrames / 2;
-    std::vector<RowBins> rows(height);
-    const auto binAt = [&](double row) {  // counted from the bottom
-        const double at = height > 1 ? std::clamp(row / (height - 1), 0.0, 1.0) : 0;
-        return FrequencyAt(frames.look.scale, at, highest) / highest * lastBin;
-    };
-    for (unsigned row = 0; row < height; ++row) {
-        const double low = binAt(row - 0.5), middle = binAt(row), high = binAt(row + 0.5);
-        RowBins& bins = rows[height - 1 - row];
-        bins.first = static_cast<unsigned>(std::ceil(low));
-        bins.last = std::min(static_cast<unsigned>(std::floor(high)), lastBin);
-        if (bins.first < bins.last) continue;
-        bins.first = bins.last = std::min(static_cast<unsigned>(middle), lastBin - 1);
-        bins.share = static_cast<float>(std::min(middle - bins.first, 1.0));
-    }
-    return rows;
-}
-
-float PowerOf(const RowBins& bins, const std::vector<float>& power) {
-    if (bins.first == bins.last)
-        return std::lerp(power[bins.first], power[bins.first + 1], bins.share);
-    return *std::max_element(power.begin() + bins.first, power.begin() + bins.last + 1);
-}
-
-std::uint8_t LevelOf(float power, double rangeDecibels) {
+std::uint8_t LevelOf(float power, float rangeDecibels) {
     constexpr float kLeastPower = 1e-20F;
-    const double decibels = 10 * std::log10(std::max(power, kLeastPower));
-    const double height = std::clamp(decibels / rangeDecibels + 1, 0.0, 1.0);
-    return static_cast<std::uint8_t>(std::lround(height * 255));
-}
-
-// The mean power of the channels, the greatest of a column's windows.
-void ColumnPower(const SpectrogramFrames& frames, unsigned column, PowerSpectrum& spectrum,
-                 std::vector<float>& one, std::vector<float>& power) {
-    std::ranges::fill(power, 0.0F);
-    std::vector<float> mean(power.size());
-    for (unsigned window = 0; window < frames.windowsPerColumn; ++window) {
-        const std::size_t start = frames.starts[column * frames.windowsPerColumn + window];
-        std::ranges::fill(mean, 0.0F);
-        for (const std::vector<float>& channel : frames.channels) {
-            spectrum.Compute(std::span(channel).subspan(start, frames.look.windowFrames), one);
-            for (std::size_t bin = 0; bin < one.size(); ++bin) mean[bin] += one[bin];
-        }
-        for (std::size_t bin = 0; bin < mean.size(); ++bin)
-            power[bin] = std::max(power[bin], mean[bin]);
-    }
-    for (float& sum : power) sum /= static_cast<float>(frames.channels.size());
+    const float decibels = 10 * std::log10(std::max(power, kLeastPower));
+    const float height = std::clamp(decibels / rangeDecibels + 1, 0.0F, 1.0F);
+    return static_cast<std::uint8_t>(height * 255 + 0.5F);
 }
 
 }  // namespace
@@ -145,48 +100,125 @@ double HeightOf(FrequencyScale scale, double frequency, double highest) {
     return 0;
 }
 
+SpectrogramReach ReachOf(const SpectrogramColumns& columns, const SpectrogramLook& look) {
+    const auto starts =
+        WindowStarts(columns, WindowsPerColumn(columns, look.windowFrames), look.windowFrames);
+    if (starts.empty()) return {};
+    return {starts.front(), starts.back() + look.windowFrames};
+}
+
 SpectrogramFrames ReadSpectrogramFrames(const Sound& sound, const SpectrogramColumns& columns,
                                         const SpectrogramLook& look) {
     const unsigned window = look.windowFrames;
     SpectrogramFrames frames{.look = look,
-                             .samplesPerSecond = sound.GetSamplesPerSecond(),
                              .columns = columns.columns,
                              .windowsPerColumn = WindowsPerColumn(columns, window),
-                             .channels = {},
+                             .sound = {},
                              .starts = {}};
     const auto starts = WindowStarts(columns, frames.windowsPerColumn, window);
     if (starts.empty()) return frames;
     const auto span = static_cast<std::size_t>(starts.back() - starts.front()) + window;
     const bool overlaps = span <= starts.size() * window;
-    frames.channels.resize(sound.GetChannels());
+    const std::size_t total = overlaps ? span : starts.size() * window;
+    if (!frames.sound.Create(sound.GetChannels(), sound.GetBits(), sound.GetSamplesPerSecond(),
+                             static_cast<std::uint32_t>(total)))
+        throw std::bad_alloc();
+    FillWithSilence(frames.sound.MutableBytes(), sound.GetBits());
+    frames.starts.reserve(starts.size());
     for (std::size_t i = 0; i < starts.size(); ++i)
-        frames.starts.push_back(overlaps ? static_cast<std::size_t>(starts[i] - starts.front())
-                                         : i * window);
-    for (unsigned channel = 0; channel < sound.GetChannels(); ++channel) {
-        std::vector<float>& list = frames.channels[channel];
-        list.resize(overlaps ? span : starts.size() * window);
-        if (overlaps)
-            ReadShares(sound, channel, starts.front(), list);
-        else
-            for (std::size_t i = 0; i < starts.size(); ++i)
-                ReadShares(sound, channel, starts[i], std::span(list).subspan(i * window, window));
-    }
+        frames.starts.push_back(
+            static_cast<std::uint32_t>(overlaps ? starts[i] - starts.front() : i * window));
+    if (overlaps)
+        CopyFrames(sound, starts.front(), frames.sound, 0, span);
+    else
+        for (std::size_t i = 0; i < starts.size(); ++i)
+            CopyFrames(sound, starts[i], frames.sound, i * window, window);
     return frames;
 }
 
-SpectrogramPicture ComputeSpectrogram(const SpectrogramFrames& frames, unsigned height) {
+// --- The maker
+
+SpectrogramMaker::SpectrogramMaker(const SpectrogramLook& look, std::uint32_t samplesPerSecond,
+                                   unsigned height)
+    : look_(look),
+      rate_(samplesPerSecond),
+      spectrum_(look.windowFrames, look.shape),
+      shares_(look.windowFrames),
+      one_(spectrum_.Bins()),
+      sum_(spectrum_.Bins()),
+      power_(spectrum_.Bins()) {
+    rows_.reserve(height);
+    for (unsigned row = 0; row < height; ++row) rows_.push_back(BinsOf(height - 1 - row, height));
+}
+
+// Of a row counted from the bottom.
+SpectrogramMaker::RowBins SpectrogramMaker::BinsOf(unsigned row, unsigned height) const {
+    const double highest = std::max(rate_, 1U) / 2.0;
+    const unsigned lastBin = look_.windowFrames / 2;
+    const auto binAt = [&](double place) {
+        const double at = height > 1 ? std::clamp(place / (height - 1), 0.0, 1.0) : 0;
+        return FrequencyAt(look_.scale, at, highest) / highest * lastBin;
+    };
+    const double low = binAt(row - 0.5), middle = binAt(row), high = binAt(row + 0.5);
+    RowBins bins;
+    bins.first = static_cast<unsigned>(std::ceil(low));
+    bins.last = std::min(static_cast<unsigned>(std::floor(high)), lastBin);
+    if (bins.first < bins.last) return bins;
+    bins.first = bins.last = std::min(static_cast<unsigned>(middle), lastBin - 1);
+    bins.share = static_cast<float>(std::min(middle - bins.first, 1.0));
+    return bins;
+}
+
+float SpectrogramMaker::PowerOf(const RowBins& bins) const {
+    if (bins.first == bins.last)
+        return std::lerp(power_[bins.first], power_[bins.first + 1], bins.share);
+    return *std::max_element(power_.begin() + bins.first, power_.begin() + bins.last + 1);
+}
+
+void SpectrogramMaker::AddWindow(const SpectrogramFrames& frames, unsigned channel,
+                                 std::uint32_t start) {
+    ReadChannel(frames.sound, channel, start, shares_, EightBitReading::kFull);
+    const auto scale = static_cast<float>(1.0 / LimitsOfSamples(frames.sound.GetBits()).greatest);
+    for (float& share : shares_) share *= scale;
+    spectrum_.Compute(shares_, one_);
+    for (std::size_t bin = 0; bin < one_.size(); ++bin) sum_[bin] += one_[bin];
+}
+
+// The mean power of the channels, the greatest of a column's windows.
+void SpectrogramMaker::ComputeColumn(const SpectrogramFrames& frames, unsigned column,
+                                     Channels channels) {
+    std::ranges::fill(power_, 0.0F);
+    for (unsigned window = 0; window < frames.windowsPerColumn; ++window) {
+        const std::uint32_t start = frames.starts[column * frames.windowsPerColumn + window];
+        std::ranges::fill(sum_, 0.0F);
+        for (unsigned i = 0; i < channels.count; ++i) AddWindow(frames, channels.first + i, start);
+        for (std::size_t bin = 0; bin < sum_.size(); ++bin)
+            power_[bin] = std::max(power_[bin], sum_[bin]);
+    }
+    const float share = 1.0F / static_cast<float>(channels.count);
+    for (float& sum : power_) sum *= share;
+}
+
+SpectrogramPicture SpectrogramMaker::Make(const SpectrogramFrames& frames, Channels channels) {
+    const auto height = static_cast<unsigned>(rows_.size());
     SpectrogramPicture picture{frames.columns, height, {}};
     picture.levels.resize(std::size_t{frames.columns} * height);
-    PowerSpectrum spectrum(frames.look.windowFrames, frames.look.shape);
-    const std::vector<RowBins> rows = BinsOfRows(frames, height);
-    std::vector<float> one(spectrum.Bins()), power(spectrum.Bins());
+    const auto range = static_cast<float>(look_.rangeDecibels);
     for (unsigned column = 0; column < frames.columns; ++column) {
-        ColumnPower(frames, column, spectrum, one, power);
+        ComputeColumn(frames, column, channels);
         for (unsigned row = 0; row < height; ++row)
             picture.levels[std::size_t{row} * frames.columns + column] =
-                LevelOf(PowerOf(rows[row], power), frames.look.rangeDecibels);
+                LevelOf(PowerOf(rows_[row]), range);
     }
     return picture;
+}
+
+SpectrogramPicture SpectrogramMaker::Mean(const SpectrogramFrames& frames) {
+    return Make(frames, {0, frames.sound.GetChannels()});
+}
+
+SpectrogramPicture SpectrogramMaker::Lane(const SpectrogramFrames& frames, unsigned channel) {
+    return Make(frames, {channel, 1});
 }
 
 Result<SpectrogramPicture> SpectrogramOf(const Sound& sound, FrameRange range, unsigned width,
@@ -198,13 +230,14 @@ Result<SpectrogramPicture> SpectrogramOf(const Sound& sound, FrameRange range, u
     const WorkEnd end =
         ComputeParts((width + kColumnsAtOnce - 1) / kColumnsAtOnce, [&](std::size_t part) {
             const auto first = static_cast<unsigned>(part) * kColumnsAtOnce;
-            const SpectrogramPicture columns = ComputeSpectrogram(
+            const SpectrogramFrames frames =
                 ReadSpectrogramFrames(sound,
                                       {.firstFrame = range.start + first * framesPerColumn,
                                        .framesPerColumn = framesPerColumn,
                                        .columns = std::min(kColumnsAtOnce, width - first)},
-                                      look),
-                height);
+                                      look);
+            const SpectrogramPicture columns =
+                SpectrogramMaker(look, sound.GetSamplesPerSecond(), height).Mean(frames);
             for (std::size_t row = 0; row < height; ++row)
                 std::copy_n(columns.levels.data() + row * columns.width, columns.width,
                             picture.levels.data() + row * width + first);

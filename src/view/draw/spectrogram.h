@@ -42,19 +42,27 @@ struct SpectrogramColumns {
     unsigned columns = 0;
 };
 
-// The frames that columns are computed from, as shares of full scale, one list for each channel.
-// Where windows overlap, their frames stand once.
+// The frames that columns are computed from, copied so that the sound may change meanwhile: a sound
+// of its own, with silence where the windows reach beyond the first one. Where windows overlap,
+// their frames stand once.
 struct SpectrogramFrames {
     SpectrogramLook look;
-    std::uint32_t samplesPerSecond = 0;
     unsigned columns = 0;
     unsigned windowsPerColumn = 1;
-    std::vector<std::vector<float>> channels;
-    std::vector<std::size_t> starts;  // of each window in a channel's list
+    Sound sound;
+    std::vector<std::uint32_t> starts;  // of each window in it
+
+    std::uint64_t Bytes() const { return sound.GetDataSize(); }
 };
-// Silence stands before and behind the sound. Throws std::bad_alloc.
+// Throws std::bad_alloc.
 SpectrogramFrames ReadSpectrogramFrames(const Sound& sound, const SpectrogramColumns& columns,
                                         const SpectrogramLook& look);
+// The frames that these columns hang on: nothing before the first and behind the second.
+struct SpectrogramReach {
+    std::int64_t start = 0;  // may lie before the sound
+    std::int64_t end = 0;    // or behind it
+};
+SpectrogramReach ReachOf(const SpectrogramColumns& columns, const SpectrogramLook& look);
 
 // Rows from the top, a byte for each column: 0 for the darkest, 255 for a sine of full scale.
 struct SpectrogramPicture {
@@ -66,8 +74,45 @@ struct SpectrogramPicture {
         return levels[std::size_t{row} * width + column];
     }
 };
-// Throws std::bad_alloc.
-SpectrogramPicture ComputeSpectrogram(const SpectrogramFrames& frames, unsigned height);
+
+// Computes pictures of one look and height. Belongs to one thread: it holds the room that it
+// computes in. All throw std::bad_alloc.
+class SpectrogramMaker {
+  public:
+    SpectrogramMaker(const SpectrogramLook& look, std::uint32_t samplesPerSecond, unsigned height);
+
+    bool Suits(const SpectrogramFrames& frames, unsigned height) const {
+        return frames.look == look_ && frames.sound.GetSamplesPerSecond() == rate_ &&
+               rows_.size() == height;
+    }
+    // The mean power of all channels, and that of one.
+    SpectrogramPicture Mean(const SpectrogramFrames& frames);
+    SpectrogramPicture Lane(const SpectrogramFrames& frames, unsigned channel);
+
+  private:
+    // The bins whose power a row shows: the greatest of several, or a place between two.
+    struct RowBins {
+        unsigned first = 0;
+        unsigned last = 0;
+        float share = 0;  // of the way from `first` to the next, where first == last
+    };
+    struct Channels {
+        unsigned first = 0;
+        unsigned count = 1;
+    };
+
+    RowBins BinsOf(unsigned row, unsigned height) const;
+    float PowerOf(const RowBins& bins) const;
+    void AddWindow(const SpectrogramFrames& frames, unsigned channel, std::uint32_t start);
+    void ComputeColumn(const SpectrogramFrames& frames, unsigned column, Channels channels);
+    SpectrogramPicture Make(const SpectrogramFrames& frames, Channels channels);
+
+    SpectrogramLook look_;
+    std::uint32_t rate_;
+    PowerSpectrum spectrum_;
+    std::vector<RowBins> rows_;
+    std::vector<float> shares_, one_, sum_, power_;
+};
 
 // The whole range in one picture, on all cores; fails when memory is short.
 Result<SpectrogramPicture> SpectrogramOf(const Sound& sound, FrameRange range, unsigned width,

@@ -5,6 +5,7 @@
 
 #include "sound/zero_crossing.h"
 #include "view/commands/marker_commands.h"
+#include "view/draw/frequency_ruler.h"
 #include "view/draw/marker_strip.h"
 #include "view/input/cursor_moves.h"
 #include "view/state/status_texts.h"
@@ -136,6 +137,8 @@ MouseRequest MouseInput::Press(MouseButton button, const PointerEvent& event) {
         if (target == MouseTarget::kZoomerButton && view_.FrameCount() > 0)
             return MouseRequest::kUserZoom;
     }
+    if (button == MouseButton::kRight && target == MouseTarget::kVerticalRuler)
+        return MouseRequest::kRulerMenu;
     if (!ShowsTime(target) || IsDragging()) return MouseRequest::kNone;
     if (button == MouseButton::kRight && target == MouseTarget::kMarkerFlag) {
         Choose(MarkerAt(event.x, event.y));
@@ -165,11 +168,11 @@ void MouseInput::Move(const PointerEvent& event) {
     else if (gesture_)
         Apply(gesture_->Move(PointedFrame(event)));
     else
-        ShowSampleValues(event.x, event.y);
+        ShowValues(event.x, event.y);
 }
 
 // Unless the engine plays or records.
-void MouseInput::ShowSampleValues(int x, int y) {
+void MouseInput::ShowValues(int x, int y) {
     const CWavePlayer& sound = view_.Sound();
     if (!view_.Document().Options().displaySampleData || sound.IsPlaying() || sound.IsRecording())
         return;
@@ -177,7 +180,32 @@ void MouseInput::ShowSampleValues(int x, int y) {
     const PixelMap pixels = view_.Zoom().Pixels();
     if (!waveform.Contains(x, y) || !pixels.Usable()) return;
     const std::int64_t frame = pixels.FrameAt(x - waveform.left);
-    if (frame < view_.FrameCount()) view_.Playing().ShowStatusText(SampleValuesText(sound, frame));
+    if (frame >= view_.FrameCount() || ShowSpectrumValue(frame, y)) return;
+    view_.Playing().ShowStatusText(SampleValuesText(sound, frame));
+}
+
+// False where there is no spectrogram.
+bool MouseInput::ShowSpectrumValue(std::int64_t frame, int y) {
+    const CWavePlayer& sound = view_.Sound();
+    const ViewGeometry& geometry = view_.State().Geometry();
+    const SpectrogramLook& look = view_.Settings().spectrogram.look;
+    if (!geometry.ShowsSpectrogram() || y < geometry.spectrogram.top) return false;
+    const std::uint32_t rate = sound.GetSamplesPerSecond();
+    for (unsigned channel = 0; channel < sound.GetChannels(); ++channel) {
+        const Rectangle lane = geometry.SpectrogramLane(channel, sound.GetChannels());
+        if (y < lane.top || y >= lane.bottom) continue;
+        const auto frequencyAt = [&](int row) {
+            return FrequencyOfRow(lane, look.scale, row, rate / 2.0);
+        };
+        const double frequency = frequencyAt(y);
+        // Half a row to both sides, as it is drawn.
+        const SpectrumProbe::Band band = {(frequency + frequencyAt(y + 1)) / 2,
+                                          (frequency + frequencyAt(y - 1)) / 2};
+        view_.Playing().ShowStatusText(
+            SpectrumText(PositionText(view_.Settings().statusFormat, frame, rate), frequency,
+                         probe_.Decibels(sound, channel, frame, band, look)));
+    }
+    return true;
 }
 
 void MouseInput::Release(const PointerEvent& event) {

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 
+#include "view/draw/spectrum_probe.h"
 #include "view/input/gestures.h"
 #include "view/sound_view.h"
 
@@ -41,6 +42,7 @@ enum class MouseRequest {
     kUserZoom,
     kEditMarker,  // the one whose flag lies there
     kMarkerMenu,  // of the chosen marker
+    kRulerMenu,   // of what the vertical ruler stands beside
 };
 
 class MouseInput {
@@ -54,7 +56,8 @@ class MouseInput {
     std::uint32_t MarkerAt(int x, int y) const;
 
     MouseRequest Press(MouseButton button, const PointerEvent& event);
-    // Also without a button: shows the sample values under the pointer.
+    // Also without a button: shows the sample values under the pointer, or how loud the frequency
+    // is.
     void Move(const PointerEvent& event);
     void Release(const PointerEvent& event);
     MouseRequest DoubleClick(const PointerEvent& event);
@@ -79,7 +82,8 @@ class MouseInput {
     int WholeNotches(double notches);
     void Apply(const GestureIntent& intent);
     void EndGesture();
-    void ShowSampleValues(int x, int y);
+    void ShowValues(int x, int y);
+    bool ShowSpectrumValue(std::int64_t frame, int y);
     void ScrollPastEdge();
 
     CSoundView& view_;
@@ -90,6 +94,7 @@ class MouseInput {
     bool panning_ = false;
     std::int64_t panPosition_ = 0;  // the scroll position at the press
     int panX_ = 0;
+    SpectrumProbe probe_;
     double wheelRest_ = 0;  // what whole notches left over
 };
 

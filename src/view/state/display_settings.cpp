@@ -7,7 +7,13 @@ DisplaySettings DisplaySettings::Read(const SettingValues& display) {
         .horizontalRuler = display[SettingId::kHorizontalRuler],
         .verticalRuler = display[SettingId::kVerticalRuler],
         .centreLine = display[SettingId::kCentreLine],
+        .picture = static_cast<SoundPicture>(
+            RowOf(SettingId::kSoundPicture).Effective(display[SettingId::kSoundPicture])),
     };
+}
+
+bool WriteSoundPicture(ProfileFile& display, SoundPicture picture) {
+    return WriteNumber(display, SettingId::kSoundPicture, static_cast<int>(picture));
 }
 
 GridSettings GridSettings::Read(const SettingValues& options) {

@@ -6,10 +6,14 @@
 
 namespace sonavel {
 
+// What a view shows of its sound.
+enum class SoundPicture { kWaveform = 0, kSpectrogram = 1, kBoth = 2 };
+
 struct DisplaySettings {
     int horizontalRuler = 1;
     int verticalRuler = 1;
     int centreLine = 1;
+    SoundPicture picture = SoundPicture::kWaveform;  // of a view that is shown first
 
     static DisplaySettings Read(const SettingValues& display);
 };
@@ -29,6 +33,8 @@ struct GridSettings {
     GridPlace Place() const;
     bool operator==(const GridSettings&) const = default;
 };
+
+bool WriteSoundPicture(ProfileFile& display, SoundPicture picture);
 
 enum class StatusFormat { kSample = 0, kTime = 1, kSecond = 2 };
 

@@ -1,5 +1,6 @@
 #include "view/state/status_texts.h"
 
+#include <cmath>
 #include <cstdio>
 
 #include "sound/sample_texts.h"
@@ -32,6 +33,30 @@ std::string SampleValuesText(const Sound& wave, std::int64_t frame) {
     std::string text = "(Sample Value) Left,Right : " + SampleText(wave, 0, position, kDecimals);
     if (wave.GetChannels() < 2) return text;
     return text += ", " + SampleText(wave, 1, position, kDecimals);
+}
+
+std::string NoteText(double frequency) {
+    constexpr const char* kNames[] = {"C",  "C#", "D",  "D#", "E",  "F",
+                                      "F#", "G",  "G#", "A",  "A#", "B"};
+    constexpr double kConcertPitch = 440;
+    constexpr int kNotes = 12;
+    constexpr int kConcertNote = 4 * kNotes + 9;
+    constexpr int kEnd = 10 * kNotes;
+    if (!(frequency > 1)) return {};
+    const double place = kConcertNote + kNotes * std::log2(frequency / kConcertPitch);
+    const auto note = static_cast<int>(std::lround(place));
+    if (note < 0 || note >= kEnd) return {};
+    const auto cents = static_cast<int>(std::lround((place - note) * 100));
+    const std::string name = kNames[note % kNotes] + std::to_string(note / kNotes);
+    return cents == 0 ? name : name + Formatted(" %+d", cents);
+}
+
+std::string SpectrumText(std::string_view position, double frequency,
+                         std::optional<double> decibels) {
+    std::string text = std::string(position) + Formatted(" : %.0f Hz, ", frequency);
+    text += decibels ? Formatted("%.1f dB", *decibels) : "silent";
+    const std::string note = NoteText(frequency);
+    return note.empty() ? text : text + ", " + note;
 }
 
 std::string PositionText(StatusFormat format, std::int64_t frame, std::uint32_t samplesPerSecond) {

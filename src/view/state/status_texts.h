@@ -2,7 +2,9 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
 
 #include "sound/sound.h"
 #include "view/state/display_settings.h"
@@ -18,6 +20,14 @@ std::string ZoomRatioText(std::int64_t framesPerPixel);
 
 // "(Sample Value) Left,Right : -12, 40" of a frame; one value for a mono sound.
 std::string SampleValuesText(const Sound& wave, std::int64_t frame);
+
+// "C4", "F#5 +12": the note of equal temperament (A4 is 440 Hz) nearest to a frequency in Hz, and
+// how many cents it lies beside it; empty outside of C0 to B9.
+std::string NoteText(double frequency);
+// "00:00:01.000 : 440 Hz, -12.3 dB, A4" of a point of a spectrogram; without decibels it is silent
+// there.
+std::string SpectrumText(std::string_view position, double frequency,
+                         std::optional<double> decibels);
 
 // A position or a length: "44100", "00:00:01.000" or "1.000".
 std::string PositionText(StatusFormat format, std::int64_t frame, std::uint32_t samplesPerSecond);

@@ -26,6 +26,30 @@ Rectangle WaveformIn(const GeometryRequest& request) {
     return NeverNegative(waveform);
 }
 
+// Both pictures one above the other, with a line between them.
+void LayOutPictures(SoundPicture picture, ViewGeometry& geometry) {
+    const Rectangle& all = geometry.waveform;
+    geometry.picture = picture;
+    geometry.envelope = geometry.spectrogram = all;
+    const int middle = all.top + all.Height() / 2;
+    if (picture == SoundPicture::kWaveform) geometry.spectrogram.top = all.bottom;
+    if (picture != SoundPicture::kBoth) return;
+    geometry.envelope.bottom = middle;
+    geometry.spectrogram.top = std::min(middle + 1, all.bottom);
+}
+
+Rectangle LaneOf(const Rectangle& area, unsigned channel, unsigned channels) {
+    if (channels < 2) return area;
+    const int half = area.Height() / 2;
+    Rectangle lane = area;
+    if (channel == 0) {
+        lane.bottom = area.top + half - 2;
+    } else {
+        lane.top = area.top + half + 1;
+    }
+    return NeverNegative(lane);
+}
+
 void LayOutBottomRow(const Rectangle& client, ViewGeometry& geometry) {
     const int top = client.bottom - kBottomRowHeight;
     const int levelLeft = client.left + kZoomButtonWidth;
@@ -48,6 +72,7 @@ ViewGeometry ViewGeometry::Layout(const GeometryRequest& request) {
                        client.top, client.right, client.bottom});
     const Rectangle waveform = WaveformIn(request);
     geometry.waveform = waveform;
+    LayOutPictures(request.picture, geometry);
     geometry.verticalRuler =
         NeverNegative({waveform.right, waveform.top, client.right, waveform.bottom});
     geometry.markerStrip = NeverNegative(
@@ -58,15 +83,11 @@ ViewGeometry ViewGeometry::Layout(const GeometryRequest& request) {
 }
 
 Rectangle ViewGeometry::Lane(unsigned channel, unsigned channels) const {
-    if (channels < 2) return waveform;
-    const int half = waveform.Height() / 2;
-    Rectangle lane = waveform;
-    if (channel == 0) {
-        lane.bottom = waveform.top + half - 2;
-    } else {
-        lane.top = waveform.top + half + 1;
-    }
-    return NeverNegative(lane);
+    return LaneOf(envelope, channel, channels);
+}
+
+Rectangle ViewGeometry::SpectrogramLane(unsigned channel, unsigned channels) const {
+    return LaneOf(spectrogram, channel, channels);
 }
 
 Rectangle SelectionRect(const Rectangle& waveform, const PixelMap& map,

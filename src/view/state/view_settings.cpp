@@ -7,9 +7,10 @@ void ViewSettings::Load(const ProfileText& displayFile, const ProfileText& optio
     grid = GridSettings::Read(optionsFile);
     statusFormat = ReadStatusFormat(optionsFile);
     colours.Load(displayFile);
+    spectrogram = SpectrogramSettings::Read(displayFile);
 }
 
-GeometryRequest ViewSettings::Geometry(int width, int height) const {
+GeometryRequest ViewSettings::Geometry(int width, int height, SoundPicture picture) const {
     const auto visibility = [](int shown) {
         return shown ? RulerVisibility::kShown : RulerVisibility::kHidden;
     };
@@ -17,6 +18,7 @@ GeometryRequest ViewSettings::Geometry(int width, int height) const {
     request.client = {0, 0, width, height};
     request.horizontalRuler = visibility(display.horizontalRuler);
     request.verticalRuler = visibility(display.verticalRuler);
+    request.picture = picture;
     return request;
 }
 

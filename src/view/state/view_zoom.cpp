@@ -5,7 +5,7 @@
 namespace sonavel {
 
 ZoomContext ViewZoom::Context() const {
-    return ZoomContext::Of(sound_, geometry_.waveform.Width(), geometry_.waveform.Height(),
+    return ZoomContext::Of(sound_, geometry_.waveform.Width(), geometry_.envelope.Height(),
                            selection_.Range().start);
 }
 
@@ -111,14 +111,14 @@ void ViewZoom::Apply(const UserZoom& zoom) {
 
 void ViewZoom::Restart() {
     horizontal_ = ZoomAxis(geometry_.waveform.Width());
-    vertical_ = ZoomAxis(geometry_.waveform.Height());
+    vertical_ = ZoomAxis(geometry_.envelope.Height());
 }
 
 void ViewZoom::Resize() {
     const ZoomState before = State();
     const ZoomState fit = FitZoom(Context());
     horizontal_.Resize(geometry_.waveform.Width(), fit.horizontal);
-    vertical_.Resize(geometry_.waveform.Height(), fit.vertical);
+    vertical_.Resize(geometry_.envelope.Height(), fit.vertical);
     if (before != State()) notes_.Window().OnScrollChanged();
 }
 

@@ -15,6 +15,7 @@
 #include "view/ui/level_dialogs.h"
 #include "view/ui/marker_dialog.h"
 #include "view/ui/pauses_dialog.h"
+#include "view/ui/spectrogram_dialog.h"
 #include "view/ui/user_zoom_dialog.h"
 
 namespace sonavel {
@@ -106,6 +107,16 @@ Outcome AskPauses(CSoundView& view, QWidget* parent) {
     return IsAccepted(dialog) ? Done() : Cancelled();
 }
 
+Outcome AskSpectrogram(CSoundView& view, QWidget* parent) {
+    const SpectrogramSettings before = view.Settings().spectrogram;
+    SpectrogramDialog dialog(before, parent);
+    QObject::connect(&dialog, &SpectrogramDialog::Changed, &dialog,
+                     [&] { view.TrySpectrogram(dialog.Choice()); });
+    if (IsAccepted(dialog)) return view.SetSpectrogram(dialog.Choice());
+    view.TrySpectrogram(before);
+    return Cancelled();
+}
+
 struct Question {
     int id;
     Outcome (*ask)(CSoundView& view, QWidget* parent);
@@ -123,6 +134,7 @@ constexpr Question kQuestions[] = {
     {view_command::kCrossfadeMix, AskCrossfade},
     {view_command::kClipboardContents, ShowClipboardContents},
     {view_command::kZoomUser, AskUserZoom},
+    {view_command::kSpectrogramSettings, AskSpectrogram},
 };
 
 }  // namespace

@@ -100,15 +100,21 @@ constexpr MenuEntry kMarker[] = {
     Row(kMarkerRename), Row(kMarkerFromSelection), Row(kMarkerRemove),
 };
 
+constexpr MenuEntry kRuler[] = {
+    Row(kShowWaveform), Row(kShowSpectrogram), Row(kShowBoth), kLine, Row(kSpectrogramSettings),
+};
+
 }  // namespace
 
 const char* NameOf(ContextMenu menu) {
     if (menu == ContextMenu::kMarker) return "Marker";
+    if (menu == ContextMenu::kRuler) return "Ruler";
     return menu == ContextMenu::kSoundViewSelection ? "Sound View Selection" : "Sound View Normal";
 }
 
 std::span<const MenuEntry> EntriesOf(ContextMenu menu) {
     if (menu == ContextMenu::kMarker) return kMarker;
+    if (menu == ContextMenu::kRuler) return kRuler;
     if (menu == ContextMenu::kSoundViewSelection) return kSelection;
     return kNormal;
 }

@@ -1,5 +1,5 @@
 // The menus that a right click on the waveform opens, with and without a selection,
-// and on the flag of a marker.
+// on the flag of a marker, and on the vertical ruler.
 #pragma once
 
 #include <span>
@@ -8,7 +8,7 @@
 
 namespace sonavel {
 
-enum class ContextMenu { kSoundViewNormal, kSoundViewSelection, kMarker };
+enum class ContextMenu { kSoundViewNormal, kSoundViewSelection, kMarker, kRuler };
 
 const char* NameOf(ContextMenu menu);
 std::span<const MenuEntry> EntriesOf(ContextMenu menu);

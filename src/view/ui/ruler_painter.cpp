@@ -3,6 +3,7 @@
 #include <QPolygon>
 #include <algorithm>
 
+#include "view/draw/frequency_ruler.h"
 #include "view/ui/qt_values.h"
 
 namespace sonavel {
@@ -13,6 +14,8 @@ constexpr int kMajorTick = 6;
 constexpr int kMinorTick = 3;
 constexpr int kLevelTick = 3;
 constexpr int kMarkSize = 5;
+constexpr int kFrequencyLabelRight = 5;  // of the ruler's left edge
+constexpr int kFrequencyLabelAbove = 6;  // its top above its tick
 
 enum class MarkShape { kCursor, kSelectionStart, kSelectionEnd };
 
@@ -54,12 +57,11 @@ int LevelLabelHeight(const QFont& font) {
 }
 
 // A label that is wider than its room is drawn narrower.
-void DrawLevelLabel(QPainter& painter, const LevelTick& tick, int right) {
-    const QString text = ToQString(tick.label);
-    const double room = right - tick.labelX;
+void DrawNarrowed(QPainter& painter, const QString& text, const QPoint& leftTop, int right) {
+    const double room = right - leftTop.x();
     const double width = QFontMetricsF(painter.font()).horizontalAdvance(text);
     painter.save();
-    painter.translate(tick.labelX, tick.labelY + painter.fontMetrics().ascent());
+    painter.translate(leftTop.x(), leftTop.y() + painter.fontMetrics().ascent());
     painter.scale(std::min(1.0, room / width), 1);
     painter.drawText(QPointF(0, 0), text);
     painter.restore();
@@ -71,6 +73,35 @@ void BeginRuler(QPainter& painter, const Rectangle& area, const ColourTable& col
     painter.fillRect(ToQRect(area), ToQColor(colours[ColourSlot::kRulerBackground]));
     painter.setFont(RulerFont());
     painter.setPen(ToQColor(colours[ColourSlot::kRulerText]));
+}
+
+// The part of the ruler beside those rows.
+Rectangle BesideOf(const Rectangle& ruler, const Rectangle& rows) {
+    return {ruler.left, std::max(ruler.top, rows.top), ruler.right,
+            std::min(ruler.bottom, rows.bottom)};
+}
+
+void PaintFrequencyRuler(QPainter& painter, const CSoundView& view) {
+    const ViewGeometry& geometry = view.State().Geometry();
+    const Rectangle area = BesideOf(geometry.verticalRuler, geometry.spectrogram);
+    if (area.Empty()) return;
+    const unsigned channels = std::clamp(view.Sound().GetChannels(), 1u, 2u);
+    const Rectangle lanes[] = {geometry.SpectrogramLane(0, channels),
+                               geometry.SpectrogramLane(1, channels)};
+    painter.save();
+    BeginRuler(painter, area, view.Settings().colours);
+    const QColor colour = painter.pen().color();
+    painter.fillRect(area.left, area.top, 1, area.Height(), colour);
+    for (const FrequencyTick& tick :
+         LayOutFrequencyRuler({.lanes = std::span(lanes).first(channels),
+         .scale = view.Settings().spectrogram.look.scale,
+         .highest = view.Sound().GetSamplesPerSecond() / 2.0,
+         .labelHeight = LevelLabelHeight(RulerFont())})) {
+        painter.fillRect(area.left, tick.y, kLevelTick, 1, colour);
+        const QPoint label(area.left + kFrequencyLabelRight, tick.y - kFrequencyLabelAbove);
+        if (!tick.label.empty()) DrawNarrowed(painter, ToQString(tick.label), label, area.right);
+    }
+    painter.restore();
 }
 
 }  // namespace
@@ -108,11 +139,13 @@ void PaintHorizontalRuler(QPainter& painter, const HorizontalRulerRequest& reque
 }
 
 void PaintVerticalRuler(QPainter& painter, const CSoundView& view) {
+    const ViewGeometry& geometry = view.State().Geometry();
+    if (geometry.ShowsSpectrogram()) PaintFrequencyRuler(painter, view);
+    if (!geometry.ShowsEnvelope()) return;
     const unsigned channels = std::clamp(view.Sound().GetChannels(), 1u, 2u);
-    const Rectangle lanes[] = {view.State().Geometry().Lane(0, channels),
-                               view.State().Geometry().Lane(1, channels)};
+    const Rectangle lanes[] = {geometry.Lane(0, channels), geometry.Lane(1, channels)};
     VerticalRulerRequest request;
-    request.area = view.State().Geometry().verticalRuler;
+    request.area = BesideOf(geometry.verticalRuler, geometry.envelope);
     request.lanes = std::span(lanes).first(channels);
     request.vertical = view.Zoom().Vertical();
     request.fullScale = FullScaleOf(view.Sound().GetBits());
@@ -130,7 +163,8 @@ void PaintVerticalRuler(QPainter& painter, VerticalRulerRequest request,
     painter.fillRect(area.left, area.top, 1, area.Height(), colour);
     for (const LevelTick& tick : LayOutVerticalRuler(request)) {
         painter.fillRect(area.left, tick.y, kLevelTick, 1, colour);
-        if (!tick.label.empty()) DrawLevelLabel(painter, tick, area.right);
+        if (!tick.label.empty())
+            DrawNarrowed(painter, ToQString(tick.label), {tick.labelX, tick.labelY}, area.right);
     }
     painter.restore();
 }

@@ -50,9 +50,15 @@ SoundViewWidget::SoundViewWidget(CSoundView& view, CommandActions& actions, QWid
     AddScrollBars();
     AddZoomButtons();
     view_.SetObserver(this);
+    // Called on the threads that compute.
+    view_.Spectrogram().SetListener([this] {
+        QMetaObject::invokeMethod(
+            this, [this] { ShowNewTiles(); }, Qt::QueuedConnection);
+    });
 }
 
 SoundViewWidget::~SoundViewWidget() {
+    view_.Spectrogram().SetListener({});
     view_.SetObserver(nullptr);
 }
 
@@ -220,6 +226,10 @@ void SoundViewWidget::OnNameWanted(const NameWanted& wanted) {
 
 void SoundViewWidget::OnTransportChanged() {
     Q_EMIT TransportChanged();
+}
+
+void SoundViewWidget::OnOverviewChanged() {
+    Q_EMIT OverviewChanged();
 }
 
 }  // namespace sonavel

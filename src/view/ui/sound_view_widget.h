@@ -38,6 +38,7 @@ class SoundViewWidget : public QWidget, private SoundViewObserver {
     void StatusTextChanged(const QString& text);
     void ColoursChanged();
     void TransportChanged();
+    void OverviewChanged();
 
   protected:
     bool event(QEvent* event) override;
@@ -65,6 +66,7 @@ class SoundViewWidget : public QWidget, private SoundViewObserver {
     void OnColoursChanged() override;
     void OnNameWanted(const NameWanted& wanted) override;
     void OnTransportChanged() override;
+    void OnOverviewChanged() override;
 
     void AddScrollBars();
     void AddZoomButtons();
@@ -76,6 +78,7 @@ class SoundViewWidget : public QWidget, private SoundViewObserver {
 
     void FollowWaveform();
     void ScrollWaveform(const WaveformCanvas::Update& change);
+    void ShowNewTiles();
     void PaintWaveform(QPainter& painter, const QRect& area);
     void PaintColumns(QPainter& painter);
 

@@ -103,6 +103,9 @@ void SoundViewWidget::Carry(MouseRequest request, const QPoint& place) {
         case MouseRequest::kMarkerMenu:
             OpenContextMenu(ContextMenu::kMarker, mapToGlobal(place));
             break;
+        case MouseRequest::kRulerMenu:
+            OpenContextMenu(ContextMenu::kRuler, mapToGlobal(place));
+            break;
         case MouseRequest::kUserZoom:
             actions_.Run(view_command::kZoomUser);
             break;

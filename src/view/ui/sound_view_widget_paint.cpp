@@ -29,6 +29,12 @@ void SoundViewWidget::FollowWaveform() {
     }
 }
 
+void SoundViewWidget::ShowNewTiles() {
+    const QRect area = ToQRect(view_.State().Geometry().waveform);
+    for (const ColumnSpan& columns : view_.Spectrogram().Collect(view_.Sound()))
+        update(canvas_.ShowColumns(view_, columns).parts.translated(area.topLeft()));
+}
+
 void SoundViewWidget::ScrollWaveform(const WaveformCanvas::Update& change) {
     const QRect area = ToQRect(view_.State().Geometry().waveform);
     const QRegion moved = paintedColumns_.translated(change.scrolledBy, 0);

@@ -38,7 +38,7 @@ bool HasFewerFramesThanPixels(const WaveformLook& look) {
 }
 
 WaveformSource SourceOf(const CSoundView& view) {
-    return {view.Sound(), view.Extremes()};
+    return {view.Sound(), view.Extremes(), &view.Spectrogram()};
 }
 
 }  // namespace
@@ -46,6 +46,8 @@ WaveformSource SourceOf(const CSoundView& view) {
 WaveformCanvas::Update WaveformCanvas::Follow(const CSoundView& view, double pixelRatio) {
     const WaveformLook before = look_;
     look_ = WaveformLook::Of(view, pixelRatio);
+    if (look_.ShowsSpectrogram())
+        view.Spectrogram().Want(view.Sound(), look_.Scene(), look_.VisibleColumns());
     const LookChange change = ChangeBetween(before, look_);
     if (!complete_) return All();
     if (change == LookChange::kNone) return {};
@@ -82,6 +84,22 @@ WaveformCanvas::Update WaveformCanvas::Scroll(const CSoundView& view, std::int64
     show(0, std::max(pixels, 0) + kJoinReach);
     show(width - std::max(-pixels, 0) - kJoinReach, width);
     return update;
+}
+
+WaveformCanvas::Update WaveformCanvas::ShowColumns(const CSoundView& view,
+                                                   const ColumnSpan& columns) {
+    if (!complete_ || !look_.ShowsSpectrogram()) return {};
+    const std::int64_t left = look_.VisibleColumns().first;
+    const double ratio = look_.pixelRatio;
+    const auto pixel = [&](std::int64_t column, auto rounded) {
+        const double x = rounded(static_cast<double>(column - left) / ratio);
+        return static_cast<int>(std::clamp(x, 0.0, double{1} * look_.waveform.Width()));
+    };
+    const int first = pixel(columns.first, [](double x) { return std::floor(x); });
+    const int last = pixel(columns.last, [](double x) { return std::ceil(x); });
+    if (first >= last) return {};
+    WaveformRenderer(image_, look_, SourceOf(view)).RenderStrip({first, last});
+    return {Update::Kind::kParts, 0, QRect(first, 0, last - first, look_.waveform.Height())};
 }
 
 WaveformCanvas::Update WaveformCanvas::Reselect(const CSoundView& view, const Selection& before) {

@@ -24,6 +24,9 @@ class WaveformCanvas {
     // Takes over the view's present look. What needs more than a few strips is drawn by the next
     // Draw().
     Update Follow(const CSoundView& view, double pixelRatio);
+    // Columns of the spectrogram have come about, in device pixels of the whole sound: draws them,
+    // or leaves them to the next Draw().
+    Update ShowColumns(const CSoundView& view, const ColumnSpan& columns);
     // Draws `source` (pixels from the left top corner) of the picture there in the window.
     void Draw(QPainter& painter, const QRect& source, const CSoundView& view);
     // Likewise of the picture that was drawn last, while the sound is no sight.

@@ -10,8 +10,11 @@
 namespace sonavel {
 
 struct WaveformLook {
-    Rectangle waveform;  // client coordinates
-    std::array<Rectangle, 2> lanes;
+    Rectangle waveform;              // client coordinates
+    std::array<Rectangle, 2> lanes;  // empty where no envelopes are shown
+    std::array<Rectangle, 2> spectrogramLanes;
+    SpectrogramSettings spectrogram;
+    std::uint32_t samplesPerSecond = 0;
     unsigned channels = 0;
     std::int64_t frameCount = 0;
     std::uint32_t rate = 0;
@@ -26,6 +29,11 @@ struct WaveformLook {
     double pixelRatio = 1;  // device pixels of a pixel
 
     static WaveformLook Of(const CSoundView& view, double pixelRatio);
+    bool ShowsSpectrogram() const { return !spectrogramLanes[0].Empty(); }
+    // In device pixels.
+    SpectrogramScene Scene() const;
+    ColumnSpan VisibleColumns() const;
+    std::int64_t ToDevice(std::int64_t pixels) const;
     bool operator==(const WaveformLook&) const = default;
 };
 

@@ -7,6 +7,7 @@
 #include "view/draw/grid.h"
 #include "view/ui/column_raster.h"
 #include "view/ui/qt_values.h"
+#include "view/ui/spectrogram_painter.h"
 
 namespace sonavel {
 
@@ -47,8 +48,10 @@ void WaveformRenderer::RenderStrip(ColumnRange strip) {
         for (unsigned channel = 0; channel < look_.channels; ++channel)
             DrawLaneLines(painter, channel);
     });
-    for (unsigned channel = 0; channel < look_.channels; ++channel)
+    for (unsigned channel = 0; channel < look_.channels; ++channel) {
         DrawEnvelope(channel, {ToDevice(strip.first), ToDevice(strip.last)});
+        DrawSpectrogram(channel, {ToDevice(strip.first), ToDevice(strip.last)});
+    }
     if (look_.grid.Place() == GridPlace::kInFront)
         withPainter([this](QPainter& painter) { DrawGrid(painter); });
 }
@@ -64,9 +67,21 @@ void WaveformRenderer::FillBackground(QPainter& painter) const {
     const PixelMap map(look_.frameCount, look_.horizontal);
     FillRect(painter, Local(SelectionRect(look_.waveform, map, look_.selection)),
              look_.colours[ColourSlot::kSelection]);
-    if (look_.channels < 2 || !map.Usable()) return;
-    const Rectangle upper = Local(look_.lanes[0]);
-    const Rectangle lower = Local(look_.lanes[1]);
+    if (!map.Usable()) return;
+    FillBetween(painter, look_.lanes);
+    FillBetween(painter, look_.spectrogramLanes);
+    if (look_.lanes[0].Empty() || !look_.ShowsSpectrogram()) return;
+    const Rectangle envelopes = Local(look_.lanes[look_.channels > 1 ? 1 : 0]);
+    FillRect(
+        painter,
+        {envelopes.left, envelopes.bottom, envelopes.right, Local(look_.spectrogramLanes[0]).top},
+        look_.colours[ColourSlot::kLaneSeparator]);
+}
+
+void WaveformRenderer::FillBetween(QPainter& painter, const std::array<Rectangle, 2>& lanes) const {
+    if (look_.channels < 2) return;
+    const Rectangle upper = Local(lanes[0]);
+    const Rectangle lower = Local(lanes[1]);
     FillRect(painter, {upper.left, upper.bottom, upper.right, lower.top},
              look_.colours[ColourSlot::kLaneSeparator]);
 }
@@ -77,6 +92,7 @@ void WaveformRenderer::DrawGrid(QPainter& painter) const {
     painter.setFont(font);
     painter.setPen(colour);
     for (unsigned channel = 0; channel < look_.channels; ++channel) {
+        if (look_.lanes[channel].Empty()) continue;
         const PixelMap map(look_.frameCount, look_.horizontal);
         const Grid grid = LayOutGrid({Local(look_.lanes[channel]), map, look_.vertical, look_.rate,
                                       look_.grid, look_.statusFormat},
@@ -91,6 +107,7 @@ void WaveformRenderer::DrawGrid(QPainter& painter) const {
 }
 
 void WaveformRenderer::DrawLaneLines(QPainter& painter, unsigned channel) const {
+    if (look_.lanes[channel].Empty()) return;
     const LaneLines lines = LinesOfLane(
         PixelRequest(channel), look_.centreLine ? LineVisibility::kShown : LineVisibility::kHidden);
     const Rectangle lane = Local(look_.lanes[channel]);
@@ -102,7 +119,29 @@ void WaveformRenderer::DrawLaneLines(QPainter& painter, unsigned channel) const 
                  look_.colours[ColourSlot::kCentreLine]);
 }
 
+void WaveformRenderer::DrawSpectrogram(unsigned channel, ColumnRange deviceStrip) const {
+    if (!source_.spectrogram || !look_.ShowsSpectrogram()) return;
+    const Rectangle lane = Local(look_.spectrogramLanes[channel]);
+    const PixelMap map(look_.frameCount, look_.horizontal);
+    const Rectangle selection = Local(SelectionRect(look_.waveform, map, look_.selection));
+    const std::int64_t left = look_.VisibleColumns().first;
+    // Behind the sound nothing is drawn.
+    const std::int64_t end =
+        std::min<std::int64_t>(deviceStrip.last, look_.ToDevice(look_.horizontal.maximum) - left);
+    deviceStrip.last = static_cast<int>(std::max<std::int64_t>(end, deviceStrip.first));
+    DrawSpectrogramColumns(image_,
+                           {.picture = source_.spectrogram->Show(
+                                channel, {left + deviceStrip.first, left + deviceStrip.last}),
+                            .x = deviceStrip.first,
+                            .top = ToDevice(lane.top),
+                            .bottom = ToDevice(lane.bottom),
+                            .selected = {ToDevice(selection.left), ToDevice(selection.right)},
+                            .palette = look_.spectrogram.palette,
+                            .selectedColour = look_.colours[ColourSlot::kSelectedWaveform]});
+}
+
 void WaveformRenderer::DrawEnvelope(unsigned channel, ColumnRange deviceStrip) const {
+    if (look_.lanes[channel].Empty()) return;
     // A sound shorter than the lane has a column a frame and no more; those are widened.
     const bool widened = IsWiderThanSound();
     const EnvelopeRequest request = widened ? PixelRequest(channel) : DeviceRequest(channel);

@@ -12,7 +12,8 @@ namespace sonavel {
 
 struct WaveformSource {
     const Sound& wave;
-    const BlockExtremes& extremes;  // of that sound
+    const BlockExtremes& extremes;                  // of that sound
+    const SpectrogramTiles* spectrogram = nullptr;  // likewise, as wanted for that look
 };
 
 class WaveformRenderer {
@@ -25,8 +26,10 @@ class WaveformRenderer {
   private:
     Rectangle Local(const Rectangle& rectangle) const;
     void FillBackground(QPainter& painter) const;
+    void FillBetween(QPainter& painter, const std::array<Rectangle, 2>& lanes) const;
     void DrawGrid(QPainter& painter) const;
     void DrawLaneLines(QPainter& painter, unsigned channel) const;
+    void DrawSpectrogram(unsigned channel, ColumnRange deviceStrip) const;
     void DrawEnvelope(unsigned channel, ColumnRange deviceStrip) const;
     bool IsWiderThanSound() const;
     EnvelopeRequest PixelRequest(unsigned channel) const;
