@@ -2,6 +2,7 @@
 #include <QComboBox>
 #include <QSignalSpy>
 #include <QSpinBox>
+#include <QTimer>
 
 #include "support/paint_watch.h"
 #include "ui/view_fixture.h"
@@ -26,7 +27,8 @@ int RisingTone(unsigned, std::uint32_t frame) {
 }
 
 int CloseTones(unsigned, std::uint32_t frame) {
-    return static_cast<int>(12000 * (std::sin(TurnsOf(6000, frame)) + std::sin(TurnsOf(6300, frame))));
+    return static_cast<int>(12000 *
+                            (std::sin(TurnsOf(6000, frame)) + std::sin(TurnsOf(6300, frame))));
 }
 
 class SpectrogramViewTest : public ViewFixture {
@@ -39,11 +41,13 @@ class SpectrogramViewTest : public ViewFixture {
     }
     // Until the window has shown all that is in sight.
     void WaitForTiles() {
-        ASSERT_TRUE(QTest::qWaitFor([this] {
-            static_cast<void>(Grab());
-            QCoreApplication::processEvents();
-            return widget_->View().Spectrogram().IsComplete();
-        }, 20000));
+        ASSERT_TRUE(QTest::qWaitFor(
+            [this] {
+                static_cast<void>(Grab());
+                QCoreApplication::processEvents();
+                return widget_->View().Spectrogram().IsComplete();
+            },
+            20000));
         QCoreApplication::processEvents();
     }
     Rectangle Lane(unsigned channel = 0) const {
@@ -81,7 +85,8 @@ TEST_F(SpectrogramViewTest, AChirpIsALineOnTheScreen) {
 }
 
 TEST_F(SpectrogramViewTest, CloseTonesAreTwoLines) {
-    CSoundView& view = OpenAs({1, 44100, CloseTones, {}}, view_command::kShowSpectrogram, {400, 900});
+    CSoundView& view =
+        OpenAs({1, 44100, CloseTones, {}}, view_command::kShowSpectrogram, {400, 900});
     view.TrySpectrogram({.look = {.windowFrames = 4096}});
     WaitForTiles();
     const QImage image = Grab();
@@ -136,6 +141,7 @@ TEST_F(SpectrogramViewTest, ScrollingAndSelectingShowWhatAFreshPictureShows) {
 }
 
 TEST_F(SpectrogramViewTest, AnEditIsSeenAndTheEnvelopeGoesAndComes) {
+    SetOption("__SOUND_GENERAL_OPTIONS", "SAVE UNDO REDO INFOMATION", 1);
     CSoundView& view = OpenAs({1, 44100, BeatingTone, {}}, view_command::kShowBoth);
     const QRgb pen = ToQColor(view.Settings().colours[ColourSlot::kWaveform]).rgb();
     const auto pensIn = [&](const Rectangle& area) {
@@ -196,8 +202,30 @@ TEST_F(SpectrogramViewTest, TheDialogChangesWhatIsSeenAndTakesItBack) {
     }
     dialog.findChild<QSpinBox*>()->setValue(120);
     EXPECT_EQ(changed.count(), 4) << "the shape was the first one";
-    EXPECT_EQ(dialog.Choice(), (SpectrogramSettings{.look = {.windowFrames = 256,
-                                                             .rangeDecibels = 120}}));
+    EXPECT_EQ(dialog.Choice(),
+              (SpectrogramSettings{.look = {.windowFrames = 256, .rangeDecibels = 120}}));
+}
+
+TEST_F(SpectrogramViewTest, WhatTheDialogTriesIsSeenAtOnceAndGoesWithCancel) {
+    CSoundView& view = OpenAs({1, 44100, BeatingTone, {}}, view_command::kShowSpectrogram);
+    AskingViewCommands commands(view, nullptr);
+    const SpectrogramSettings before = view.Settings().spectrogram;
+    for (const int result : {QDialog::Rejected, QDialog::Accepted}) {
+        SpectrogramSettings tried;
+        QTimer::singleShot(0, [&] {
+            auto* dialog = qobject_cast<SpectrogramDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(dialog, nullptr);
+            dialog->findChild<QSpinBox*>()->setValue(50);
+            tried = view.Settings().spectrogram;
+            dialog->done(result);
+        });
+        EXPECT_EQ(commands.RunCommand(view_command::kSpectrogramSettings).IsDone(),
+                  result == QDialog::Accepted);
+        EXPECT_EQ(tried.look.rangeDecibels, 50);
+        EXPECT_EQ(view.Settings().spectrogram, result == QDialog::Accepted ? tried : before);
+        view.ReloadSettings();
+        EXPECT_EQ(view.Settings().spectrogram, result == QDialog::Accepted ? tried : before);
+    }
 }
 
 // --- The overview
@@ -235,7 +263,8 @@ TEST_F(OverviewStripTest, TheFrameIsDraggedAndAClickGoesThere) {
 }
 
 TEST_F(OverviewStripTest, ShowsTheSoundTheFrameAndEachChange) {
-    CSoundView& view = Open({1, 600000,
+    CSoundView& view = Open({1,
+                             600000,
                              [](unsigned channel, std::uint32_t frame) {
                                  return frame < 300000 ? BeatingTone(channel, frame) : 0;
                              },

@@ -117,9 +117,9 @@ TEST_F(SoundPictureTest, ThePointerReadsTimeFrequencyAndLevel) {
 
 TEST(StatusTextsOfSpectrogramTest, NotesAreNamed) {
     const std::pair<double, const char*> notes[] = {
-        {440, "A4"},    {261.6256, "C4"}, {466.16, "A#4"}, {442, "A4 +8"},
-        {16.35, "C0"},  {15, ""},         {0, ""},         {15804, "B9"},
-        {17000, ""},    {27.5, "A0"},     {2093, "C7"},    {1000, "B5 +21"},
+        {440, "A4"},   {261.6256, "C4"}, {466.16, "A#4"}, {442, "A4 +8"},
+        {16.35, "C0"}, {15, ""},         {0, ""},         {15804, "B9"},
+        {17000, ""},   {27.5, "A0"},     {2093, "C7"},    {1000, "B5 +21"},
     };
     for (const auto& [frequency, note] : notes) EXPECT_EQ(NoteText(frequency), note) << frequency;
     EXPECT_EQ(SpectrumText("2.500", 440, -6.02), "2.500 : 440 Hz, -6.0 dB, A4");
@@ -130,7 +130,8 @@ TEST(FrequencyRulerTest, LabelsStandAtTheirFrequenciesAndNeverTouch) {
     for (const FrequencyScale scale :
          {FrequencyScale::kLinear, FrequencyScale::kLogarithmic, FrequencyScale::kMel})
         for (const int height : {40, 150, 600}) {
-            const Rectangle lanes[] = {{0, 10, 1, 10 + height}, {0, 13 + height, 1, 13 + 2 * height}};
+            const Rectangle lanes[] = {{0, 10, 1, 10 + height},
+                                       {0, 13 + height, 1, 13 + 2 * height}};
             const auto ticks = LayOutFrequencyRuler(
                 {.lanes = lanes, .scale = scale, .highest = 24000, .labelHeight = 9});
             int labels = 0, labelEnd = 0;
@@ -153,9 +154,9 @@ TEST(FrequencyRulerTest, RoundFrequenciesAreLabelledFirst) {
     const Rectangle lane[] = {{0, 0, 20, 140}};
     std::string labels;
     for (const FrequencyTick& tick : LayOutFrequencyRuler({.lanes = lane,
-                                                           .scale = FrequencyScale::kLogarithmic,
-                                                           .highest = 22050,
-                                                           .labelHeight = 12}))
+                                     .scale = FrequencyScale::kLogarithmic,
+                                     .highest = 22050,
+                                     .labelHeight = 12}))
         if (!tick.label.empty()) labels += tick.label + " ";
     EXPECT_EQ(labels, "10k 5k 2k 1k 500 200 100 50 ");
 }
@@ -213,7 +214,8 @@ TEST(OverviewTest, ColumnsHoldTheLoudestOfAllChannels) {
         const auto columns = OverviewColumns(sound, extremes, width, 40);
         ASSERT_EQ(columns.size(), static_cast<std::size_t>(width));
         const auto at = [&](int tenths) {
-            return columns[static_cast<std::size_t>(width) * static_cast<std::size_t>(tenths) / 1000];
+            return columns[static_cast<std::size_t>(width) * static_cast<std::size_t>(tenths) /
+                           1000];
         };
         EXPECT_EQ(at(501).top, 0) << width;
         EXPECT_NEAR(at(501).bottom, 31, 1) << width;

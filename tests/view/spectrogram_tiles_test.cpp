@@ -1,5 +1,5 @@
-// Tiles hold what the picture of the same columns shows, come by themselves, stay within their bound,
-// and are made anew where the sound has changed and nowhere else.
+// Tiles hold what the picture of the same columns shows, come by themselves, stay within their
+// bound, and are made anew where the sound has changed and nowhere else.
 #include "view/draw/spectrogram_tiles.h"
 
 #include <gtest/gtest.h>
@@ -74,7 +74,7 @@ class SpectrogramTilesTest : public ::testing::Test {
 
 // What the columns show, computed at once.
 SpectrogramPicture LaneOf(const Sound& sound, const SpectrogramScene& scene, unsigned channel,
-                             const ColumnSpan& columns) {
+                          const ColumnSpan& columns) {
     const double step =
         static_cast<double>(scene.frameCount) / static_cast<double>(scene.virtualWidth);
     SpectrogramMaker maker(scene.look, scene.samplesPerSecond, scene.height);
@@ -94,8 +94,7 @@ TEST_F(SpectrogramTilesTest, AreWhatThePictureOfTheirColumnsIs) {
         const ColumnSpan seen = {virtualWidth / 3, virtualWidth / 3 + 150};
         ShowAll(sound, scene, seen);
         for (const unsigned channel : {0U, 1U})
-            ASSERT_EQ(tiles_.Show(channel, seen).levels,
-                      LaneOf(sound, scene, channel, seen).levels)
+            ASSERT_EQ(tiles_.Show(channel, seen).levels, LaneOf(sound, scene, channel, seen).levels)
                 << virtualWidth << " " << channel;
     }
     EXPECT_NE(tiles_.Show(0, {100, 110}).levels, tiles_.Show(1, {100, 110}).levels);
@@ -139,7 +138,8 @@ TEST_F(SpectrogramTilesTest, AnEditMakesThoseAnewThatReachBehindItsFirstFrame) {
     // The windows of tile 3 end at frame 127878, those of tile 4 begin at 127872.
     std::uint64_t computed = 10;
     for (const auto& [changed, firstTile] : {std::pair{127880U, 4}, {127870U, 3}}) {
-        for (std::uint32_t frame = changed; frame < kTileFrames; ++frame) sound.SetSample(0, frame, 0);
+        for (std::uint32_t frame = changed; frame < kTileFrames; ++frame)
+            sound.SetSample(0, frame, 0);
         tiles_.NoteChange(changed);
         EXPECT_FALSE(tiles_.IsComplete());
         const auto outdated = tiles_.Show(0, {0, 640});
@@ -182,7 +182,8 @@ TEST(SpectrogramCacheTest, StaysWithinItsBoundAndKeepsWhatIsInUse) {
     const SpectrogramScene scene = SceneOf(sound, 64000);
     const std::size_t tile = scene.BytesOfTile();
     SpectrogramCache cache(10 * tile);
-    const SpectrogramPicture lane{kTileColumns, 50, std::vector<std::uint8_t>(std::size_t{64} * 50, 7)};
+    const SpectrogramPicture lane{kTileColumns, 50,
+                                  std::vector<std::uint8_t>(std::size_t{64} * 50, 7)};
     for (std::int64_t number = 0; number < 40; ++number) {
         cache.Touch(scene, {number - 3, number + 1});
         cache.Insert(scene, number, {lane, lane});

@@ -83,6 +83,7 @@ constexpr PageOfClass kClasses[] = {
     {"CrosstalkDialog", "space"},
     {"KeysDialog", "keys"},
     {"CommandPalette", "keys"},
+    {"SpectrogramDialog", "window"},
     {"UserZoomDialog", "window"},
     {"GoToDialog", "window"},
     {"COptionSheet", "preferences"},

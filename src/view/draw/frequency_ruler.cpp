@@ -29,13 +29,11 @@ std::string LabelOf(double frequency) {
 // The steps of each power of ten, and evenly on above its first one, where the lane ends.
 std::vector<Place> PlacesOf(const Rectangle& lane, const FrequencyRulerRequest& request) {
     std::vector<Place> places;
-    const double lowest =
-        request.scale == FrequencyScale::kLogarithmic ? kLowestLogFrequency : 0;
+    const double lowest = request.scale == FrequencyScale::kLogarithmic ? kLowestLogFrequency : 0;
     const auto add = [&](double frequency, int rank) {
         if (frequency >= lowest && frequency <= request.highest)
-            places.push_back({frequency,
-                              RowOfFrequency(lane, request.scale, frequency, request.highest),
-                              rank});
+            places.push_back(
+                {frequency, RowOfFrequency(lane, request.scale, frequency, request.highest), rank});
     };
     for (double power = 10; power <= request.highest; power *= 10)
         for (int multiple = 1; multiple <= 9; ++multiple) add(multiple * power, kRanks[multiple]);

@@ -158,7 +158,8 @@ void SpectrogramCache::CopyColumns(const Tile& tile, unsigned channel, const Col
 void SpectrogramCache::StandIn(const SpectrogramScene& scene, unsigned channel,
                                const ColumnSpan& columns, SpectrogramPicture& to,
                                std::int64_t firstOfPicture) const {
-    const double frames = static_cast<double>(scene.frameCount) / static_cast<double>(scene.virtualWidth);
+    const double frames =
+        static_cast<double>(scene.frameCount) / static_cast<double>(scene.virtualWidth);
     const auto show = [&](std::int64_t column, const Tiles& other) {
         const double place = (static_cast<double>(column) + 0.5) * frames *
                              static_cast<double>(other.scene.virtualWidth) /
@@ -168,14 +169,17 @@ void SpectrogramCache::StandIn(const SpectrogramScene& scene, unsigned channel,
         if (!tile || channel >= tile->lanes.size()) return false;
         const SpectrogramPicture& lane = tile->lanes[channel];
         for (unsigned row = 0; row < to.height; ++row)
-            to.levels[std::size_t{row} * to.width + static_cast<std::size_t>(column - firstOfPicture)] =
+            to.levels[std::size_t{row} * to.width +
+                      static_cast<std::size_t>(column - firstOfPicture)] =
                 lane.At(static_cast<unsigned>(shown % kTileColumns),
                         static_cast<unsigned>(std::uint64_t{row} * lane.height / to.height));
         return true;
     };
     for (std::int64_t column = columns.first; column < columns.last; ++column)
         for (const Tiles& other : scenes_)
-            if (other.scene != scene && Resembles(other.scene, scene) && column >= 0 && show(column, other)) break;
+            if (other.scene != scene && Resembles(other.scene, scene) && column >= 0 &&
+                show(column, other))
+                break;
 }
 
 }  // namespace sonavel

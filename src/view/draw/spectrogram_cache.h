@@ -1,6 +1,6 @@
-// The tiles of a sound's spectrogram that are kept: pieces of kTileColumns columns, of several zooms
-// and looks, within a bound of memory. What is not there is shown from what is: older than the last
-// edit, or of another zoom.
+// The tiles of a sound's spectrogram that are kept: pieces of kTileColumns columns, of several
+// zooms and looks, within a bound of memory. What is not there is shown from what is: older than
+// the last edit, or of another zoom.
 #pragma once
 
 #include <cstdint>
@@ -23,7 +23,9 @@ struct SpectrogramScene {
     std::int64_t frameCount = 0;
     std::int64_t virtualWidth = 0;
 
-    bool IsEmpty() const { return height == 0 || channels == 0 || frameCount <= 0 || virtualWidth <= 0; }
+    bool IsEmpty() const {
+        return height == 0 || channels == 0 || frameCount <= 0 || virtualWidth <= 0;
+    }
     SpectrogramColumns ColumnsOfTile(std::int64_t number) const;
     std::size_t BytesOfTile() const { return std::size_t{kTileColumns} * height * channels; }
     bool operator==(const SpectrogramScene&) const = default;
@@ -81,7 +83,8 @@ class SpectrogramCache {
     Tiles& Put(const SpectrogramScene& scene);
     bool DropOldest();
     void CopyColumns(const Tile& tile, unsigned channel, const ColumnSpan& columns,
-                     std::int64_t tileNumber, SpectrogramPicture& to, std::int64_t firstOfPicture) const;
+                     std::int64_t tileNumber, SpectrogramPicture& to,
+                     std::int64_t firstOfPicture) const;
     void StandIn(const SpectrogramScene& scene, unsigned channel, const ColumnSpan& columns,
                  SpectrogramPicture& to, std::int64_t firstOfPicture) const;
 

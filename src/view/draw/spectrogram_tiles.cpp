@@ -54,7 +54,8 @@ void SpectrogramTiles::PlanAnew() {
         for (const std::uint64_t id : workers_->DropWaiting()) begun_.erase(id);
     const ColumnSpan seen = TilesOf(visible_);
     const auto room = static_cast<std::int64_t>(cache_.Budget() / scene_.BytesOfTile());
-    const std::int64_t beside = std::clamp<std::int64_t>((room - seen.Count()) / 2, 0, seen.Count());
+    const std::int64_t beside =
+        std::clamp<std::int64_t>((room - seen.Count()) / 2, 0, seen.Count());
     cache_.Touch(scene_, {seen.first - beside, seen.last + beside});
     for (std::int64_t number = seen.first; number < seen.last; ++number) PlanTile(number);
     for (std::int64_t step = 0; step < beside; ++step) {

@@ -35,8 +35,8 @@ std::optional<double> SpectrumProbe::Decibels(const Sound& sound, unsigned chann
         const double last = static_cast<double>(power.size()) - 1;
         return std::lround(std::clamp(frequency / highest, 0.0, 1.0) * last);
     };
-    const double loudest = *std::max_element(power.begin() + binOf(band.low),
-                                             power.begin() + binOf(band.high) + 1);
+    const double loudest =
+        *std::max_element(power.begin() + binOf(band.low), power.begin() + binOf(band.high) + 1);
     if (!(loudest > kLeastPower)) return std::nullopt;
     return 10 * std::log10(loudest);
 } catch (const std::bad_alloc&) {

@@ -15,14 +15,12 @@ int NumberOf(const SettingValues& display, SettingId id) {
 
 SpectrogramSettings SpectrogramSettings::Read(const SettingValues& display) {
     const auto window = static_cast<unsigned>(NumberOf(display, SettingId::kSpectrumWindow));
-    return {.look = {.windowFrames = std::bit_floor(window),
-                     .shape = static_cast<WindowShape>(
-                         NumberOf(display, SettingId::kSpectrumShape)),
-                     .scale = static_cast<FrequencyScale>(
-                         NumberOf(display, SettingId::kSpectrumScale)),
-                     .rangeDecibels = double{1} * NumberOf(display, SettingId::kSpectrumRange)},
-            .palette = static_cast<SpectrumPalette>(
-                NumberOf(display, SettingId::kSpectrumPalette))};
+    return {
+        .look = {.windowFrames = std::bit_floor(window),
+                 .shape = static_cast<WindowShape>(NumberOf(display, SettingId::kSpectrumShape)),
+                 .scale = static_cast<FrequencyScale>(NumberOf(display, SettingId::kSpectrumScale)),
+                 .rangeDecibels = double{1} * NumberOf(display, SettingId::kSpectrumRange)},
+        .palette = static_cast<SpectrumPalette>(NumberOf(display, SettingId::kSpectrumPalette))};
 }
 
 Outcome SpectrogramSettings::Write(ProfileFile& display) const {

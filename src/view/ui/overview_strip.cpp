@@ -67,7 +67,9 @@ void OverviewStrip::paintEvent(QPaintEvent*) {
 
 void OverviewStrip::PaintPlaces(QPainter& painter) const {
     const ColourTable& colours = view_.Settings().colours;
-    const auto x = [&](std::int64_t frame) { return OverviewX(frame, view_.FrameCount(), width()); };
+    const auto x = [&](std::int64_t frame) {
+        return OverviewX(frame, view_.FrameCount(), width());
+    };
     const Selection selection = view_.State().GetSelection();
     if (!selection.IsEmpty()) {
         QColor colour = ToQColor(colours[ColourSlot::kSelectedWaveform]);
@@ -98,8 +100,8 @@ void OverviewStrip::ScrollTo(std::optional<std::int64_t> position) {
 
 void OverviewStrip::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton) return;
-    ScrollTo(drag_.Press(view_.Zoom().Pixels(), ShownWidth(), width(),
-                         event->position().toPoint().x()));
+    ScrollTo(
+        drag_.Press(view_.Zoom().Pixels(), ShownWidth(), width(), event->position().toPoint().x()));
 }
 
 void OverviewStrip::mouseMoveEvent(QMouseEvent* event) {

@@ -55,6 +55,18 @@ class MarkerAccessible : public QAccessibleInterface {
     int number_;
 };
 
+QString NameOf(SoundPicture picture) {
+    switch (picture) {
+        case SoundPicture::kWaveform:
+            return SoundViewWidget::tr("Waveform");
+        case SoundPicture::kSpectrogram:
+            return SoundViewWidget::tr("Spectrogram");
+        case SoundPicture::kBoth:
+            return SoundViewWidget::tr("Waveform and spectrogram");
+    }
+    return {};
+}
+
 QAccessibleInterface* MakeAccessible(const QString&, QObject* object) {
     auto* widget = qobject_cast<SoundViewWidget*>(object);
     return widget ? new SoundViewAccessible(widget) : nullptr;
@@ -96,7 +108,8 @@ QString SoundViewAccessible::text(QAccessible::Text kind) const {
         case QAccessible::Value:
             return Value();
         case QAccessible::Description:
-            return SoundViewWidget::tr("Waveform of %1 channels, %2 markers")
+            return SoundViewWidget::tr("%1 of %2 channels, %3 markers")
+                .arg(NameOf(View().Picture()))
                 .arg(View().Sound().GetChannels())
                 .arg(View().Sound().Markers().Count());
         default:
