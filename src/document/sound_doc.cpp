@@ -62,10 +62,6 @@ void CSoundDoc::TellChanged(std::uint32_t firstChangedFrame) {
     for (DocumentObserver* observer : observers_) observer->OnSoundChanged(firstChangedFrame);
 }
 
-void CSoundDoc::TellTakenBack() {
-    for (DocumentObserver* observer : observers_) observer->OnSoundTakenBack();
-}
-
 void CSoundDoc::TellTitleOrModified() {
     for (DocumentObserver* observer : observers_) observer->OnTitleOrModifiedChanged();
 }

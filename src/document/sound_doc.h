@@ -219,7 +219,6 @@ class CSoundDoc {
     void TellChanged(std::uint32_t firstChangedFrame);
     void TellTitleOrModified();
     void TellWaiting(DocumentObserver::Waiting waiting);
-    void TellTakenBack();
     void ForgetHistory();
 
     HostServices services_;

@@ -23,7 +23,7 @@ CSoundView::~CSoundView() {
 
 void CSoundView::Show(int width, int height) {
     TakeSettings();
-    picture_ = settings_.display.picture;
+    pictures_.Choose(settings_.display.picture);
     extremes_.NoteChange(0);
     channels_ = Sound().GetChannels();
     state_.Show(GeometryOf(width, height), OpeningOf(document_.Options()));
@@ -35,7 +35,7 @@ void CSoundView::TakeSettings() {
 }
 
 GeometryRequest CSoundView::GeometryOf(int width, int height) const {
-    return settings_.Geometry(width, height, picture_);
+    return settings_.Geometry(width, height, pictures_.Now());
 }
 
 void CSoundView::Resize(int width, int height) {
@@ -67,36 +67,10 @@ const BlockExtremes& CSoundView::Extremes() const {
     return extremes_;
 }
 
-// --- What it shows
-
-Outcome CSoundView::ShowAs(SoundPicture picture) {
-    picture_ = picture;
-    if (picture == SoundPicture::kWaveform) spectrogram_.Rest();
-    Resize(state_.Client().Width(), state_.Client().Height());
-    ProfileFile display = document_.Services().folder.Display();
-    return DoneIf(WriteSoundPicture(display, picture), "Display.ini cannot be written.");
-}
-
 void CSoundView::TrySpectrogram(const SpectrogramSettings& settings) {
     settings_.spectrogram = settings;
     repaint_.Area(ViewArea::kWaveform);
     repaint_.Area(ViewArea::kVerticalRuler);
-}
-
-Outcome CSoundView::SetSpectrogram(const SpectrogramSettings& settings) {
-    host_.OnSpectrogramChosen(settings);
-    ProfileFile display = document_.Services().folder.Display();
-    return settings.Write(display);
-}
-
-bool CSoundView::ShowsOverview() const {
-    constexpr double kLongSeconds = 600;
-    return overview_.value_or(Sound().GetDuration() > kLongSeconds);
-}
-
-void CSoundView::ShowOverview(bool shown) {
-    overview_ = shown;
-    repaint_.Window().OnOverviewChanged();
 }
 
 // --- The document
@@ -105,7 +79,7 @@ void CSoundView::OnSoundChanged(std::uint32_t firstChangedFrame) {
     const unsigned channels = Sound().GetChannels();
     const bool otherLanes = std::exchange(channels_, channels) != channels;
     extremes_.NoteChange(otherLanes ? 0 : firstChangedFrame);
-    spectrogram_.NoteChange(otherLanes ? 0 : firstChangedFrame);
+    pictures_.Tiles().NoteChange(otherLanes ? 0 : firstChangedFrame);
     state_.ClampToSound();
     playing_.RefreshPlayState();
     if (state_.IsShown())
@@ -115,7 +89,7 @@ void CSoundView::OnSoundChanged(std::uint32_t firstChangedFrame) {
 // While an edit is under way, what was read of the sound may be of neither before nor after.
 void CSoundView::OnSoundTakenBack() {
     extremes_.NoteChange(0);
-    spectrogram_.NoteChange(0);
+    pictures_.Tiles().NoteChange(0);
     repaint_.Area(ViewArea::kWaveform);
 }
 
@@ -126,6 +100,19 @@ void CSoundView::OnWaiting(Waiting waiting) {
 
 void ZoomDefault(CSoundView& view) {
     view.Zoom().ToDefault(OpeningOf(view.Document().Options()));
+}
+
+Outcome ShowAs(CSoundView& view, SoundPicture picture) {
+    view.Pictures().Choose(picture);
+    view.Resize(view.State().Client().Width(), view.State().Client().Height());
+    ProfileFile display = view.Document().Services().folder.Display();
+    return DoneIf(WriteSoundPicture(display, picture), "Display.ini cannot be written.");
+}
+
+Outcome StoreSpectrogram(CSoundView& view, const SpectrogramSettings& settings) {
+    view.Host().OnSpectrogramChosen(settings);
+    ProfileFile display = view.Document().Services().folder.Display();
+    return settings.Write(display);
 }
 
 }  // namespace sonavel

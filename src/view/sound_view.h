@@ -3,16 +3,15 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 
 #include "document/sound_doc.h"
 #include "view/commands/view_questions.h"
 #include "view/draw/block_extremes.h"
-#include "view/draw/spectrogram_tiles.h"
 #include "view/state/play_follower.h"
 #include "view/state/repaint_notes.h"
+#include "view/state/view_pictures.h"
 #include "view/state/view_settings.h"
 #include "view/state/view_state.h"
 
@@ -47,23 +46,9 @@ class CSoundView : public DocumentObserver {
     // Of the sound as it is now: what has changed is read when it is asked for, so that several
     // edits in a row, or edits that nobody looks at, read the sound once or never.
     const BlockExtremes& Extremes() const;
-    // What has been computed of the spectrogram, for whoever draws it.
-    SpectrogramTiles& Spectrogram() const { return spectrogram_; }
+    ViewPictures& Pictures() { return pictures_; }
+    const ViewPictures& Pictures() const { return pictures_; }
     const RepaintNotes& Repaint() const { return repaint_; }
-
-    // --- What it shows
-
-    SoundPicture Picture() const { return picture_; }
-    // Shows this sound so, and notes it in Display.ini for sounds that are opened later. Fails when
-    // it cannot be written; it holds all the same.
-    Outcome ShowAs(SoundPicture picture);
-    // Until the next ReloadSettings(), as while they are being chosen.
-    void TrySpectrogram(const SpectrogramSettings& settings);
-    // Stores them and has every open view take them, likewise.
-    Outcome SetSpectrogram(const SpectrogramSettings& settings);
-    // The strip over the waveform with the whole sound: at first only of a long one.
-    bool ShowsOverview() const;
-    void ShowOverview(bool shown);
 
     // --- Sizes
 
@@ -82,6 +67,8 @@ class CSoundView : public DocumentObserver {
     // Stores the format in Options.ini and has every open view take it. Fails when it cannot be
     // written; it holds all the same.
     Outcome SetStatusFormat(StatusFormat format);
+    // How the spectrogram looks until the next ReloadSettings(), as while it is being chosen.
+    void TrySpectrogram(const SpectrogramSettings& settings);
     // Takes over a format that is stored already.
     void ShowStatusFormat(StatusFormat format);
 
@@ -103,15 +90,18 @@ class CSoundView : public DocumentObserver {
     RepaintNotes repaint_;
     ViewSettings settings_;
     mutable BlockExtremes extremes_;
-    mutable SpectrogramTiles spectrogram_;
-    SoundPicture picture_ = SoundPicture::kWaveform;
-    std::optional<bool> overview_;
     unsigned channels_ = 0;  // as last shown
+    ViewPictures pictures_{document_.Sound(), repaint_};
     ViewState state_{document_.Sound(), repaint_};
     PlayFollower playing_{document_, state_, settings_, repaint_};
 };
 
 // Back to the zoom of the first show.
 void ZoomDefault(CSoundView& view);
+// Shows the view's sound so, and notes it in Display.ini for sounds that are opened later. Fails
+// when it cannot be written; it holds all the same.
+Outcome ShowAs(CSoundView& view, SoundPicture picture);
+// Stores how spectrograms look and has every open view take it, likewise.
+Outcome StoreSpectrogram(CSoundView& view, const SpectrogramSettings& settings);
 
 }  // namespace sonavel

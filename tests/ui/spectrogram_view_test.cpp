@@ -45,7 +45,7 @@ class SpectrogramViewTest : public ViewFixture {
             [this] {
                 static_cast<void>(Grab());
                 QCoreApplication::processEvents();
-                return widget_->View().Spectrogram().IsComplete();
+                return widget_->View().Pictures().Tiles().IsComplete();
             },
             20000));
         QCoreApplication::processEvents();
@@ -124,13 +124,13 @@ TEST_F(SpectrogramViewTest, ScrollingAndSelectingShowWhatAFreshPictureShows) {
     expectAsFresh("zoomed");
     view.Zoom().ScrollHorizontallyTo(333);
     expectAsFresh("scrolled far");
-    const std::uint64_t computed = view.Spectrogram().Computed();
+    const std::uint64_t computed = view.Pictures().Tiles().Computed();
     for (int step = 0; step < 10; ++step) {
         view.Zoom().ScrollHorizontally(ScrollStep::kPageForward);
         static_cast<void>(Grab());
     }
     expectAsFresh("scrolled a little");
-    EXPECT_LE(view.Spectrogram().Computed(), computed + 40) << "tiles are used again";
+    EXPECT_LE(view.Pictures().Tiles().Computed(), computed + 40) << "tiles are used again";
     view.State().SetSelection(static_cast<std::uint32_t>(FrameAt(100)),
                               static_cast<std::uint32_t>(FrameAt(300)));
     expectAsFresh("selected");

@@ -62,9 +62,9 @@ TEST_F(SoundPictureTest, ThePictureIsTheSoundsOwnAndTheNextSoundsFirst) {
     ProfileFile display = folder.Display();
     ASSERT_TRUE(WriteSoundPicture(display, SoundPicture::kBoth));
     View().ReloadSettings();
-    EXPECT_EQ(View().Picture(), SoundPicture::kSpectrogram);
+    EXPECT_EQ(View().Pictures().Now(), SoundPicture::kSpectrogram);
     OpenTones();
-    EXPECT_EQ(View().Picture(), SoundPicture::kBoth);
+    EXPECT_EQ(View().Pictures().Now(), SoundPicture::kBoth);
     EXPECT_TRUE(Geometry().ShowsSpectrogram());
 }
 
@@ -83,7 +83,7 @@ TEST_F(SoundPictureTest, SettingsOutOfRangeGiveWay) {
     EXPECT_EQ(settings.look.rangeDecibels, 90);
     settings.look.shape = WindowShape::kBlackmanHarris;
     OpenTones();
-    EXPECT_TRUE(View().SetSpectrogram(settings));
+    EXPECT_TRUE(StoreSpectrogram(View(), settings));
     EXPECT_EQ(View().Settings().spectrogram, settings);
     View().ReloadSettings();
     EXPECT_EQ(View().Settings().spectrogram, settings) << "as stored";
@@ -227,19 +227,19 @@ TEST(OverviewTest, ColumnsHoldTheLoudestOfAllChannels) {
 
 TEST_F(SoundPictureTest, LongSoundsHaveAnOverviewUntilToldOtherwise) {
     OpenRamp(600 * 1000);
-    EXPECT_FALSE(View().ShowsOverview());
+    EXPECT_FALSE(View().Pictures().ShowsOverview());
     OpenRamp(600 * 1000 + 1);
     EXPECT_TRUE(Commands().StateOfCommand(view_command::kOverview).checked);
     ASSERT_TRUE(Run(view_command::kOverview));
-    EXPECT_FALSE(View().ShowsOverview());
+    EXPECT_FALSE(View().Pictures().ShowsOverview());
     ASSERT_TRUE(Run(view_command::kOverview));
-    EXPECT_TRUE(View().ShowsOverview());
+    EXPECT_TRUE(View().Pictures().ShowsOverview());
 }
 
 TEST_F(SoundPictureTest, AnEditThatIsTakenBackLeavesNothingThatWasReadMeanwhile) {
     OpenTones();
     ASSERT_TRUE(Run(view_command::kShowSpectrogram));
-    SpectrogramTiles& tiles = View().Spectrogram();
+    SpectrogramTiles& tiles = View().Pictures().Tiles();
     std::counting_semaphore<> told{0};
     tiles.SetListener([&] { told.release(); });
     const SpectrogramScene scene = {.look = {.windowFrames = 256},

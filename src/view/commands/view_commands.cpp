@@ -152,11 +152,11 @@ CommandState Snaps(const CSoundView& view) {
 
 template <SoundPicture picture>
 CommandState Pictures(const CSoundView& view) {
-    return {true, view.Picture() == picture};
+    return {true, view.Pictures().Now() == picture};
 }
 
 CommandState HasOverview(const CSoundView& view) {
-    return {true, view.ShowsOverview()};
+    return {true, view.Pictures().ShowsOverview()};
 }
 
 // --- Handlers of fixed arguments
@@ -190,11 +190,11 @@ Outcome Format(CSoundView& view) {
 
 template <SoundPicture picture>
 Outcome ShownAs(CSoundView& view) {
-    return view.ShowAs(picture);
+    return ShowAs(view, picture);
 }
 
 Outcome SwitchOverview(CSoundView& view) {
-    view.ShowOverview(!view.ShowsOverview());
+    view.Pictures().ShowOverview(!view.Pictures().ShowsOverview());
     return Done();
 }
 

@@ -50,18 +50,29 @@ void SpectrogramTiles::Want(const Sound& sound, const SpectrogramScene& scene,
 void SpectrogramTiles::PlanAnew() {
     mustPlan_ = false;
     planned_.clear();
-    if (workers_)
-        for (const std::uint64_t id : workers_->DropWaiting()) begun_.erase(id);
     const ColumnSpan seen = TilesOf(visible_);
     const auto room = static_cast<std::int64_t>(cache_.Budget() / scene_.BytesOfTile());
     const std::int64_t beside =
         std::clamp<std::int64_t>((room - seen.Count()) / 2, 0, seen.Count());
-    cache_.Touch(scene_, {seen.first - beside, seen.last + beside});
+    const ColumnSpan wanted = {seen.first - beside, seen.last + beside};
+    DropBut(wanted);
+    cache_.Touch(scene_, wanted);
     for (std::int64_t number = seen.first; number < seen.last; ++number) PlanTile(number);
     for (std::int64_t step = 0; step < beside; ++step) {
         PlanTile(seen.last + step);
         PlanTile(seen.first - 1 - step);
     }
+}
+
+// Forgets what is begun of other scenes and other tiles, as far as nobody computes it yet.
+void SpectrogramTiles::DropBut(const ColumnSpan& tiles) {
+    if (!workers_) return;
+    const auto isUseless = [&](std::uint64_t id) {
+        const Begun& begun = begun_[id];
+        return begun.isOutdated || begun.scene != scene_ || begun.number < tiles.first ||
+               begun.number >= tiles.last;
+    };
+    for (const std::uint64_t id : workers_->DropWaiting(isUseless)) begun_.erase(id);
 }
 
 void SpectrogramTiles::PlanTile(std::int64_t number) {

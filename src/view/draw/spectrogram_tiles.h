@@ -55,6 +55,7 @@ class SpectrogramTiles {
     };
 
     void PlanAnew();
+    void DropBut(const ColumnSpan& tiles);
     void PlanTile(std::int64_t number);
     void Feed(const Sound& sound);
     void Begin(const Sound& sound, std::int64_t number);

@@ -107,12 +107,16 @@ std::vector<TileResult> SpectrogramWorkers::TakeAsOnlyThread() {
     return taken;
 }
 
-std::vector<std::uint64_t> SpectrogramWorkers::DropWaiting() {
+std::vector<std::uint64_t> SpectrogramWorkers::DropWaiting(
+    const std::function<bool(std::uint64_t id)>& isUseless) {
     const std::lock_guard lock(mutex_);
     std::vector<std::uint64_t> ids;
     ids.reserve(waiting_.size());
-    for (const TileTask& task : waiting_) ids.push_back(task.id);
-    waiting_.clear();
+    std::erase_if(waiting_, [&](const TileTask& task) {
+        const bool goes = isUseless(task.id);
+        if (goes) ids.push_back(task.id);
+        return goes;
+    });
     return ids;
 }
 

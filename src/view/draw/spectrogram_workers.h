@@ -41,8 +41,8 @@ class SpectrogramWorkers {
     // Throws std::bad_alloc. Where no thread could be started, Take() computes a task itself.
     void Post(TileTask task);
     std::vector<TileResult> Take();
-    // Forgets the tasks that nobody has begun; their ids.
-    std::vector<std::uint64_t> DropWaiting();
+    // Forgets the tasks that nobody has begun and that are of no more use; their ids.
+    std::vector<std::uint64_t> DropWaiting(const std::function<bool(std::uint64_t id)>& isUseless);
 
   private:
     void Work();

@@ -112,7 +112,7 @@ Outcome AskSpectrogram(CSoundView& view, QWidget* parent) {
     SpectrogramDialog dialog(before, parent);
     QObject::connect(&dialog, &SpectrogramDialog::Changed, &dialog,
                      [&] { view.TrySpectrogram(dialog.Choice()); });
-    if (IsAccepted(dialog)) return view.SetSpectrogram(dialog.Choice());
+    if (IsAccepted(dialog)) return StoreSpectrogram(view, dialog.Choice());
     view.TrySpectrogram(before);
     return Cancelled();
 }

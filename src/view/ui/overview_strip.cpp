@@ -35,7 +35,7 @@ QSize OverviewStrip::sizeHint() const {
 }
 
 void OverviewStrip::FollowView() {
-    setVisible(view_.ShowsOverview());
+    setVisible(view_.Pictures().ShowsOverview());
     update();
 }
 

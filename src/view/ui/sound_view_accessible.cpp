@@ -109,7 +109,7 @@ QString SoundViewAccessible::text(QAccessible::Text kind) const {
             return Value();
         case QAccessible::Description:
             return SoundViewWidget::tr("%1 of %2 channels, %3 markers")
-                .arg(NameOf(View().Picture()))
+                .arg(NameOf(View().Pictures().Now()))
                 .arg(View().Sound().GetChannels())
                 .arg(View().Sound().Markers().Count());
         default:

@@ -51,14 +51,14 @@ SoundViewWidget::SoundViewWidget(CSoundView& view, CommandActions& actions, QWid
     AddZoomButtons();
     view_.SetObserver(this);
     // Called on the threads that compute.
-    view_.Spectrogram().SetListener([this] {
+    view_.Pictures().Tiles().SetListener([this] {
         QMetaObject::invokeMethod(
             this, [this] { ShowNewTiles(); }, Qt::QueuedConnection);
     });
 }
 
 SoundViewWidget::~SoundViewWidget() {
-    view_.Spectrogram().SetListener({});
+    view_.Pictures().Tiles().SetListener({});
     view_.SetObserver(nullptr);
 }
 

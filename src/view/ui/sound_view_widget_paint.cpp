@@ -31,7 +31,7 @@ void SoundViewWidget::FollowWaveform() {
 
 void SoundViewWidget::ShowNewTiles() {
     const QRect area = ToQRect(view_.State().Geometry().waveform);
-    for (const ColumnSpan& columns : view_.Spectrogram().Collect(view_.Sound()))
+    for (const ColumnSpan& columns : view_.Pictures().Tiles().Collect(view_.Sound()))
         update(canvas_.ShowColumns(view_, columns).parts.translated(area.topLeft()));
 }
 

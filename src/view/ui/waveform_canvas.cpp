@@ -38,7 +38,7 @@ bool HasFewerFramesThanPixels(const WaveformLook& look) {
 }
 
 WaveformSource SourceOf(const CSoundView& view) {
-    return {view.Sound(), view.Extremes(), &view.Spectrogram()};
+    return {view.Sound(), view.Extremes(), &view.Pictures().Tiles()};
 }
 
 }  // namespace
@@ -47,7 +47,7 @@ WaveformCanvas::Update WaveformCanvas::Follow(const CSoundView& view, double pix
     const WaveformLook before = look_;
     look_ = WaveformLook::Of(view, pixelRatio);
     if (look_.ShowsSpectrogram())
-        view.Spectrogram().Want(view.Sound(), look_.Scene(), look_.VisibleColumns());
+        view.Pictures().Tiles().Want(view.Sound(), look_.Scene(), look_.VisibleColumns());
     const LookChange change = ChangeBetween(before, look_);
     if (!complete_) return All();
     if (change == LookChange::kNone) return {};
