@@ -98,6 +98,8 @@ PICTURES = [
     Picture("preferences-grid", "ctrl+comma ?Preference Right Right", "^Preference"),
     Picture("preferences-wave", "ctrl+comma ?Preference Right Right Right", "^Preference"),
     Picture("preferences-3d", "ctrl+comma ?Preference Right Right Right Right", "^Preference"),
+    Picture("preferences-spectrogram", "ctrl+comma ?Preference Right Right Right Right Right",
+            "^Preference"),
     Picture("properties-general", "alt+Return", "^Properties"),
     Picture("properties-format", "alt+Return ?Properties Right", "^Properties"),
     Picture("properties-statistics", "alt+Return ?Properties Right Right", "^Properties"),

@@ -82,7 +82,8 @@ SpectrogramPicture LaneOf(const Sound& sound, const SpectrogramScene& scene, uns
         ReadSpectrogramFrames(sound,
                               {.firstFrame = static_cast<double>(columns.first) * step,
                                .framesPerColumn = step,
-                               .columns = static_cast<unsigned>(columns.Count())},
+                               .columns = static_cast<unsigned>(columns.Count()),
+                               .mostWindows = 2},
                               scene.look),
         channel);
 }

@@ -7,6 +7,7 @@
 #include "app/preferences/option_display.h"
 #include "app/preferences/option_general.h"
 #include "app/preferences/option_grid.h"
+#include "app/preferences/option_spectrogram.h"
 #include "app/preferences/option_wave.h"
 
 namespace sonavel {
@@ -24,6 +25,7 @@ COptionSheet::COptionSheet(const ProgramFolder& folder, WaveDevices& devices, QW
     AddPage(new COptionGrid(tabs_), tr("Grid"));
     AddPage(new COptionWave(devices, tabs_), tr("Wave"));
     AddPage(new COption3D(tabs_), tr("3D"));
+    AddPage(new COptionSpectrogram(tabs_), tr("Spectrogram"));
     Body().addWidget(tabs_);
     Body().addWidget(problem_);
     problem_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);  // no room while hidden

@@ -423,10 +423,10 @@ constexpr Row kTable[] = {
      When<HasZoomForward>},
 
     // What is shown
-    {{kShowWaveform, "", "&Waveform", "Ctrl+Alt+1", "Show the sound as a waveform"},
+    {{kShowWaveform, "", "W&aveform", "Ctrl+Alt+1", "Show the sound as a waveform"},
      ShownAs<SoundPicture::kWaveform>,
      Pictures<SoundPicture::kWaveform>},
-    {{kShowSpectrogram, "", "S&pectrogram", "Ctrl+Alt+2",
+    {{kShowSpectrogram, "", "Spectro&gram", "Ctrl+Alt+2",
       "Show how loud the sound is at which frequency"},
      ShownAs<SoundPicture::kSpectrogram>,
      Pictures<SoundPicture::kSpectrogram>},
@@ -436,7 +436,7 @@ constexpr Row kTable[] = {
     {{kSpectrogramSettings, "", "Spe&ctrogram Settings...", "",
       "Choose window, frequencies, range and colors of the spectrogram"},
      kAsksFirst},
-    {{kOverview, "", "&Overview", "", "Show the whole sound in a strip over the waveform"},
+    {{kOverview, "", "Overview", "", "Show the whole sound in a strip over the waveform"},
      SwitchOverview,
      HasOverview},
 

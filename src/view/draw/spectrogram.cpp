@@ -23,12 +23,11 @@ double MelOf(double frequency) {
 // --- Reading
 
 // A column of more frames than that is seen through several windows, up to so many frames in all.
-constexpr unsigned kMostWindows = 4;
 constexpr unsigned kMostFramesOfColumn = 16384;
 
 unsigned WindowsPerColumn(const SpectrogramColumns& columns, unsigned window) {
     const double wanted = std::ceil(columns.framesPerColumn / window);
-    const unsigned most = std::clamp(kMostFramesOfColumn / window, 1U, kMostWindows);
+    const unsigned most = std::clamp(kMostFramesOfColumn / window, 1U, columns.mostWindows);
     return static_cast<unsigned>(std::clamp(wanted, 1.0, double{1} * most));
 }
 
@@ -123,7 +122,8 @@ SpectrogramFrames ReadSpectrogramFrames(const Sound& sound, const SpectrogramCol
     if (!frames.sound.Create(sound.GetChannels(), sound.GetBits(), sound.GetSamplesPerSecond(),
                              static_cast<std::uint32_t>(total)))
         throw std::bad_alloc();
-    FillWithSilence(frames.sound.MutableBytes(), sound.GetBits());
+    if (starts.front() < 0 || starts.back() + window > sound.GetFrameCount())
+        FillWithSilence(frames.sound.MutableBytes(), sound.GetBits());
     frames.starts.reserve(starts.size());
     for (std::size_t i = 0; i < starts.size(); ++i)
         frames.starts.push_back(

@@ -40,6 +40,7 @@ struct SpectrogramColumns {
     double firstFrame = 0;
     double framesPerColumn = 1;  // above 0
     unsigned columns = 0;
+    unsigned mostWindows = 4;  // of a column
 };
 
 // The frames that columns are computed from, copied so that the sound may change meanwhile: a sound

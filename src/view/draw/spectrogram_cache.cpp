@@ -32,7 +32,8 @@ SpectrogramColumns SpectrogramScene::ColumnsOfTile(std::int64_t number) const {
         static_cast<double>(frameCount) / static_cast<double>(virtualWidth);
     return {.firstFrame = static_cast<double>(number * kTileColumns) * framesPerColumn,
             .framesPerColumn = framesPerColumn,
-            .columns = kTileColumns};
+            .columns = kTileColumns,
+            .mostWindows = 2};
 }
 
 ColumnSpan TilesOf(const ColumnSpan& columns) {

@@ -11,6 +11,8 @@ namespace {
 
 // Tasks that wait beside those that are computed, so that no thread waits for the caller.
 constexpr unsigned kTasksPerThread = 3;
+// What the caller copies before it does something else again.
+constexpr std::uint64_t kMostBytesAtOnce = std::uint64_t{3} << 20;
 
 }  // namespace
 
@@ -89,24 +91,29 @@ bool SpectrogramTiles::IsBegun(std::int64_t number) const {
 
 void SpectrogramTiles::Feed(const Sound& sound) try {
     const unsigned threads = ThreadsToUse();
+    std::uint64_t copied = 0;
     while (!planned_.empty() && begun_.size() < std::size_t{threads} * kTasksPerThread) {
+        if (copied >= kMostBytesAtOnce && begun_.size() >= threads) return;
         if (!workers_)
             workers_ = std::make_unique<SpectrogramWorkers>(
                 threads, listener_ ? listener_ : [] {});
         const std::int64_t number = planned_.front();
         planned_.pop_front();
-        Begin(sound, number);
+        copied += Begin(sound, number);
     }
 } catch (const std::bad_alloc&) {
+    begun_.erase(lastId_);  // its task may not have been posted
     planned_.clear();
 }
 
-void SpectrogramTiles::Begin(const Sound& sound, std::int64_t number) {
+std::uint64_t SpectrogramTiles::Begin(const Sound& sound, std::int64_t number) {
     const SpectrogramColumns columns = scene_.ColumnsOfTile(number);
     const std::uint64_t id = ++lastId_;
     TileTask task{id, scene_.height, ReadSpectrogramFrames(sound, columns, scene_.look)};
+    const std::uint64_t bytes = task.frames.Bytes();
     begun_[id] = {scene_, number, ReachOf(columns, scene_.look).end, false};
     workers_->Post(std::move(task));
+    return bytes;
 }
 
 std::vector<ColumnSpan> SpectrogramTiles::Collect(const Sound& sound) {

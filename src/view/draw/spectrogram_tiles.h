@@ -58,7 +58,8 @@ class SpectrogramTiles {
     void DropBut(const ColumnSpan& tiles);
     void PlanTile(std::int64_t number);
     void Feed(const Sound& sound);
-    void Begin(const Sound& sound, std::int64_t number);
+    // The bytes that were copied.
+    std::uint64_t Begin(const Sound& sound, std::int64_t number);
     bool IsBegun(std::int64_t number) const;
     std::int64_t LastTile() const;
 

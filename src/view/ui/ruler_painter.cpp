@@ -83,8 +83,10 @@ Rectangle BesideOf(const Rectangle& ruler, const Rectangle& rows) {
 
 void PaintFrequencyRuler(QPainter& painter, const CSoundView& view) {
     const ViewGeometry& geometry = view.State().Geometry();
-    const Rectangle area = BesideOf(geometry.verticalRuler, geometry.spectrogram);
+    Rectangle area = BesideOf(geometry.verticalRuler, geometry.spectrogram);
     if (area.Empty()) return;
+    // Beside the line between both pictures, too.
+    if (geometry.ShowsEnvelope()) area.top = geometry.envelope.bottom;
     const unsigned channels = std::clamp(view.Sound().GetChannels(), 1u, 2u);
     const Rectangle lanes[] = {geometry.SpectrogramLane(0, channels),
                                geometry.SpectrogramLane(1, channels)};
