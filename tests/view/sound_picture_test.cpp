@@ -150,15 +150,19 @@ TEST(FrequencyRulerTest, LabelsStandAtTheirFrequenciesAndNeverTouch) {
         }
 }
 
-TEST(FrequencyRulerTest, RoundFrequenciesAreLabelledFirst) {
-    const Rectangle lane[] = {{0, 0, 20, 140}};
+std::string LabelsOf(const Rectangle& lane, FrequencyScale scale, double highest) {
     std::string labels;
-    for (const FrequencyTick& tick : LayOutFrequencyRuler({.lanes = lane,
-                                     .scale = FrequencyScale::kLogarithmic,
-                                     .highest = 22050,
-                                     .labelHeight = 12}))
+    for (const FrequencyTick& tick : LayOutFrequencyRuler(
+             {.lanes = {&lane, 1}, .scale = scale, .highest = highest, .labelHeight = 12}))
         if (!tick.label.empty()) labels += tick.label + " ";
-    EXPECT_EQ(labels, "10k 5k 2k 1k 500 200 100 50 ");
+    return labels;
+}
+
+TEST(FrequencyRulerTest, RoundFrequenciesAreLabelledFirst) {
+    const Rectangle lane = {0, 0, 20, 140};
+    EXPECT_EQ(LabelsOf(lane, FrequencyScale::kLogarithmic, 22050), "10k 5k 2k 1k 500 200 100 50 ");
+    // Where all stand evenly, multiples of five thousand come before the others.
+    EXPECT_EQ(LabelsOf(lane, FrequencyScale::kLinear, 22050), "20k 15k 10k 5k 1k ");
 }
 
 // --- The overview

@@ -18,8 +18,9 @@ COptionSpectrogram::COptionSpectrogram(QWidget* parent) : OptionPage(parent) {
 QWidget* COptionSpectrogram::MakeView() {
     auto* group = new QGroupBox(tr("Sounds"), this);
     auto* form = new QFormLayout(group);
-    form->addRow(tr("&First shown as:"),
-                 AddChoice(SettingId::kSoundPicture, {tr("Waveform"), tr("Spectrogram"), tr("Both")}));
+    form->addRow(
+        tr("&First shown as:"),
+        AddChoice(SettingId::kSoundPicture, {tr("Waveform"), tr("Spectrogram"), tr("Both")}));
     return group;
 }
 
@@ -32,8 +33,7 @@ QWidget* COptionSpectrogram::MakeLook() {
     form->addRow(tr("Fre&quencies:"), AddChoice(SettingId::kSpectrumScale,
                                                 {tr("Linear"), tr("Logarithmic"), tr("Mel")}));
     form->addRow(tr("&Range:"), AddNumber(SettingId::kSpectrumRange, 5, tr("dB")));
-    form->addRow(tr("&Colors:"),
-                 AddChoice(SettingId::kSpectrumPalette, {tr("Ember"), tr("Ice")}));
+    form->addRow(tr("&Colors:"), AddChoice(SettingId::kSpectrumPalette, {tr("Ember"), tr("Ice")}));
     return group;
 }
 
@@ -43,14 +43,13 @@ QComboBox* COptionSpectrogram::AddWindowLength() {
     for (unsigned frames = kLeastSpectrumWindow; frames <= kGreatestSpectrumWindow; frames *= 2)
         box->addItem(tr("%1 samples").arg(frames));
     connect(box, &QComboBox::currentIndexChanged, this, &OptionPage::Edited);
-    AddControl({SettingId::kSpectrumWindow, box,
-                [box](int number) {
-                    const auto frames =
-                        static_cast<unsigned>(std::max(number, int{kLeastSpectrumWindow}));
-                    box->setCurrentIndex(std::bit_width(frames) -
-                                         std::bit_width(kLeastSpectrumWindow));
-                },
-                [box] { return static_cast<int>(kLeastSpectrumWindow) << box->currentIndex(); }});
+    AddControl(
+        {SettingId::kSpectrumWindow, box,
+         [box](int number) {
+             const auto frames = static_cast<unsigned>(std::max(number, int{kLeastSpectrumWindow}));
+             box->setCurrentIndex(std::bit_width(frames) - std::bit_width(kLeastSpectrumWindow));
+         },
+         [box] { return static_cast<int>(kLeastSpectrumWindow) << box->currentIndex(); }});
     return box;
 }
 

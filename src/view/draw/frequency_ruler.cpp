@@ -14,6 +14,11 @@ constexpr int kLeastTickDistance = 3;
 constexpr int kRanks[] = {0, 0, 2, 3, 3, 1, 3, 3, 3, 3};
 constexpr int kLastRank = 4;
 
+int RankAbovePowers(int thousands) {
+    if (thousands % 5 == 0) return kRanks[5];
+    return thousands % 2 == 0 ? kRanks[3] : kLastRank;
+}
+
 struct Place {
     double frequency;
     int y;
@@ -37,8 +42,8 @@ std::vector<Place> PlacesOf(const Rectangle& lane, const FrequencyRulerRequest& 
     };
     for (double power = 10; power <= request.highest; power *= 10)
         for (int multiple = 1; multiple <= 9; ++multiple) add(multiple * power, kRanks[multiple]);
-    for (double frequency = 11000; frequency <= request.highest; frequency += 1000)
-        if (std::fmod(frequency, 10000) != 0) add(frequency, kLastRank);
+    for (int thousands = 11; thousands * 1000 <= request.highest; ++thousands)
+        if (thousands % 10 != 0) add(thousands * 1000.0, RankAbovePowers(thousands));
     std::ranges::sort(places, {}, &Place::y);
     return places;
 }

@@ -63,6 +63,8 @@ void OverviewStrip::paintEvent(QPaintEvent*) {
     painter.drawImage(QRectF(rect()), image_);
     PaintPlaces(painter);
     PaintFrame(painter);
+    painter.fillRect(0, height() - 1, width(), 1,
+                     ToQColor(view_.Settings().colours[ColourSlot::kLaneSeparator]));
 }
 
 void OverviewStrip::PaintPlaces(QPainter& painter) const {
@@ -91,7 +93,7 @@ void OverviewStrip::PaintFrame(QPainter& painter) const {
     painter.fillRect(0, 0, frame.left, height(), dim);
     painter.fillRect(frame.right, 0, width() - frame.right, height(), dim);
     painter.setPen(ToQColor(view_.Settings().colours[ColourSlot::kEndOfSound]));
-    painter.drawRect(frame.left, 0, frame.right - frame.left - 1, height() - 1);
+    painter.drawRect(frame.left, 0, frame.right - frame.left - 1, height() - 2);
 }
 
 void OverviewStrip::ScrollTo(std::optional<std::int64_t> position) {
