@@ -12,8 +12,6 @@ class DocumentObserver {
     // The sound changed from this frame on; 0 with a new format or a new length rebuilds
     // everything.
     virtual void OnSoundChanged(std::uint32_t firstChangedFrame) = 0;
-    // An edit that was under way has not come about, and the sound is as it was before.
-    virtual void OnSoundTakenBack() {}
     virtual void OnTitleOrModifiedChanged() = 0;
     // Around what holds the program up: the wait cursor.
     enum class Waiting { kBegins, kEnds };

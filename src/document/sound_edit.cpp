@@ -31,7 +31,6 @@ void SoundEdit::TakeBack() {
     NoteResult(record, bytesBefore_, sound);
     if (stored_.MoveIntoMemory() && Fits(record, sound)) [[maybe_unused]]
         const Outcome back = Exchange(record, sound);
-    for (DocumentObserver* observer : document_->observers_) observer->OnSoundTakenBack();
 }
 
 void SoundEdit::Commit(std::uint32_t firstChangedFrame) {

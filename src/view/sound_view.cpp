@@ -86,13 +86,6 @@ void CSoundView::OnSoundChanged(std::uint32_t firstChangedFrame) {
         Zoom().FollowSound(otherLanes ? ViewZoom::Lanes::kOthers : ViewZoom::Lanes::kKept);
 }
 
-// While an edit is under way, what was read of the sound may be of neither before nor after.
-void CSoundView::OnSoundTakenBack() {
-    extremes_.NoteChange(0);
-    pictures_.Tiles().NoteChange(0);
-    repaint_.Area(ViewArea::kWaveform);
-}
-
 void CSoundView::OnWaiting(Waiting waiting) {
     using enum SoundViewObserver::WaitCursor;
     repaint_.Window().SetWaitCursor(waiting == Waiting::kBegins ? kShow : kHide);

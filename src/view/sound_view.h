@@ -77,7 +77,6 @@ class CSoundView : public DocumentObserver {
     // Notes that the extremes have changed from this frame on, as after an edit through the
     // document.
     void OnSoundChanged(std::uint32_t firstChangedFrame) override;
-    void OnSoundTakenBack() override;
     void OnTitleOrModifiedChanged() override {}
     void OnWaiting(Waiting waiting) override;
 

@@ -4,6 +4,8 @@
 #include <QSpinBox>
 #include <QTimer>
 
+#include <vector>
+
 #include "support/paint_watch.h"
 #include "ui/view_fixture.h"
 #include "view/draw/frequency_ruler.h"
@@ -165,6 +167,26 @@ TEST_F(SpectrogramViewTest, AnEditIsSeenAndTheEnvelopeGoesAndComes) {
     EXPECT_EQ(pensIn(view.State().Geometry().waveform), 0);
     actions_->Run(view_command::kShowWaveform);
     EXPECT_GT(pensIn(view.State().Geometry().waveform), 5);
+}
+
+TEST_F(SpectrogramViewTest, NothingIsReadOfASoundThatIsBeingChanged) {
+    CSoundView& view = OpenAs({1, 400000, BeatingTone, {}}, view_command::kShowSpectrogram);
+    view.Zoom().Time(TimeZoomIn);
+    static_cast<void>(Grab());  // the next tiles are asked for
+    {
+        auto edit = view.Document().BeginEdit("Test");
+        ASSERT_TRUE(edit);
+        const std::vector<std::uint8_t> before(view.Sound().Bytes().begin(),
+                                               view.Sound().Bytes().end());
+        std::ranges::fill(view.Sound().MutableBytes(), std::uint8_t{0});
+        QTest::qWait(200);
+        std::ranges::copy(before, view.Sound().MutableBytes().begin());
+    }
+    WaitForTiles();
+    const QImage image = Grab();
+    const int loud = RowOf(2400 / (2 * M_PI));
+    for (int x = 50; x < 600; x += 50)
+        EXPECT_GT(Brightness(image.pixel(Lane().left + x, loud)), 150) << x;
 }
 
 TEST_F(SpectrogramViewTest, MouseAndKeysWorkOnItAsOnTheWaveform) {

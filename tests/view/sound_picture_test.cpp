@@ -1,9 +1,7 @@
 // What a view shows of its sound beside the waveform: where the spectrogram and its ruler lie, what
 // is read off them, and the strip with the whole sound.
-#include <chrono>
 #include <cmath>
 #include <numbers>
-#include <semaphore>
 
 #include "view/draw/frequency_ruler.h"
 #include "view/draw/overview.h"
@@ -238,34 +236,6 @@ TEST_F(SoundPictureTest, LongSoundsHaveAnOverviewUntilToldOtherwise) {
     EXPECT_FALSE(View().Pictures().ShowsOverview());
     ASSERT_TRUE(Run(view_command::kOverview));
     EXPECT_TRUE(View().Pictures().ShowsOverview());
-}
-
-TEST_F(SoundPictureTest, AnEditThatIsTakenBackLeavesNothingThatWasReadMeanwhile) {
-    OpenTones();
-    ASSERT_TRUE(Run(view_command::kShowSpectrogram));
-    SpectrogramTiles& tiles = View().Pictures().Tiles();
-    std::counting_semaphore<> told{0};
-    tiles.SetListener([&] { told.release(); });
-    const SpectrogramScene scene = {.look = {.windowFrames = 256},
-                                    .height = 20,
-                                    .channels = 2,
-                                    .samplesPerSecond = 8000,
-                                    .frameCount = 40000,
-                                    .virtualWidth = 100};
-    auto edit = Document().BeginEdit("Test", ReplacesFrames(0, 40000));
-    ASSERT_TRUE(edit);
-    FillWithSilence(Sound().MutableBytes(), 16);
-    const auto showAll = [&] {
-        tiles.Want(Sound(), scene, {0, 100});
-        while (!tiles.IsComplete() && told.try_acquire_for(std::chrono::seconds(20)))
-            static_cast<void>(tiles.Collect(Sound()));
-    };
-    showAll();
-    EXPECT_EQ(tiles.Show(0, {50, 51}).At(0, 17), 0);
-    edit->TakeBack();
-    showAll();
-    EXPECT_GT(tiles.Show(0, {50, 51}).At(0, 17), 100) << "440 of 4000 Hz";
-    tiles.SetListener({});
 }
 
 }  // namespace

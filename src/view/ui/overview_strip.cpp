@@ -40,6 +40,7 @@ void OverviewStrip::FollowView() {
 }
 
 void OverviewStrip::DrawWaveform() {
+    if (view_.Document().IsBeingChanged() && !image_.isNull()) return;
     const QSize device = (QSizeF(size()) * devicePixelRatioF()).toSize();
     const ColourTable& colours = view_.Settings().colours;
     const BlockExtremes& extremes = view_.Extremes();

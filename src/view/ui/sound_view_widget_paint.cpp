@@ -2,6 +2,7 @@
 // marker strip and the rulers, each only where it must.
 #include <QPaintEvent>
 #include <QPainter>
+#include <QTimer>
 
 #include "view/ui/marker_painter.h"
 #include "view/ui/qt_values.h"
@@ -9,6 +10,12 @@
 #include "view/ui/sound_view_widget.h"
 
 namespace sonavel {
+
+namespace {
+
+constexpr int kLaterMs = 50;
+
+}  // namespace
 
 void SoundViewWidget::FollowWaveform() {
     if (!view_.State().IsShown() || view_.Document().IsBeingChanged()) return;
@@ -30,6 +37,9 @@ void SoundViewWidget::FollowWaveform() {
 }
 
 void SoundViewWidget::ShowNewTiles() {
+    // The next tiles would be read of a sound that is neither as before nor as after.
+    if (view_.Document().IsBeingChanged())
+        return QTimer::singleShot(kLaterMs, this, [this] { ShowNewTiles(); });
     const QRect area = ToQRect(view_.State().Geometry().waveform);
     for (const ColumnSpan& columns : view_.Pictures().Tiles().Collect(view_.Sound()))
         update(canvas_.ShowColumns(view_, columns).parts.translated(area.topLeft()));
