@@ -64,7 +64,8 @@ void CopyFrames(const Sound& from, std::int64_t start, Sound& to, std::size_t at
 
 std::uint8_t LevelOf(float power, float rangeDecibels) {
     constexpr float kLeastPower = 1e-20F;
-    const float decibels = 10 * std::log10(std::max(power, kLeastPower));
+    // Samples of floats may be anything, also no number.
+    const float decibels = 10 * std::log10(power > kLeastPower ? power : kLeastPower);
     const float height = std::clamp(decibels / rangeDecibels + 1, 0.0F, 1.0F);
     return static_cast<std::uint8_t>(height * 255 + 0.5F);
 }

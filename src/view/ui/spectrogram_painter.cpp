@@ -43,10 +43,10 @@ void DrawSpectrogramColumns(QImage& image, const SpectrogramColumnsToDraw& what)
     for (int y = std::max(what.top, 0); y < std::min(what.bottom, image.height()); ++y) {
         const auto row = static_cast<std::size_t>(y - what.top) * picture.height /
                          static_cast<std::size_t>(what.bottom - what.top);
-        const std::uint8_t* levels = picture.levels.data() + row * picture.width - what.x;
+        const std::uint8_t* levels = picture.levels.data() + row * picture.width;
         auto* pixels = reinterpret_cast<QRgb*>(image.scanLine(y));
         const auto fill = [&](const Colours& colours, int from, int to) {
-            for (int x = from; x < to; ++x) pixels[x] = colours[levels[x]];
+            for (int x = from; x < to; ++x) pixels[x] = colours[levels[x - what.x]];
         };
         fill(plain, first, selectedFirst);
         fill(selected, selectedFirst, selectedLast);
