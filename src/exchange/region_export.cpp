@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "exchange/foreign_text.h"
+#include "platform/target_folder.h"
 
 namespace sonavel {
 namespace {
@@ -200,6 +201,7 @@ Outcome ExportRegions(const RegionExport& regions, const Sound& sound, const Sou
         if (const auto existing = ExistingParts(regions); !existing.empty())
             return Failed("There is a file \"" + existing.front().string() +
                           "\" already; nothing was written.");
+    if (Outcome made = MakeTargetFolder(regions.folder); !made) return made;
     TransferHost shared = host;
     std::optional<OneProgress> progress;
     if (host.progress) shared.progress = &progress.emplace(*host.progress, regions.parts.size());

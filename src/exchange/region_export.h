@@ -38,7 +38,7 @@ Result<std::vector<std::string>> PartFileNames(const std::string& pattern,
 enum class ExistingFiles : std::uint8_t { kRefuse, kReplace };
 
 struct RegionExport {
-    std::filesystem::path folder;  // which exists
+    std::filesystem::path folder;  // made where it is missing
     std::vector<NamedPart> parts;
     std::vector<std::string> names;  // of each part
     ExportChoice choice;             // but for its frames

@@ -63,6 +63,15 @@ bool HasMoreThanFloats(const SoundFileDescription& file) {
     return (file.depth == FileDepth::kInteger && file.bits > 24) || file.bits > 32;
 }
 
+// One remark behind the words, several below them; without the last one's full stop, as all losses.
+std::string NotReadWhole(const std::vector<std::string>& sentences) {
+    std::string text = "The file was not read whole:";
+    for (const std::string& sentence : sentences)
+        text += (sentences.size() == 1 ? " " : "\n- ") + sentence;
+    text.pop_back();
+    return text;
+}
+
 std::vector<std::string> LossesOfImport(const ImportSink& sink, const Sound& sound,
                                         const FileRemarks& remarks) {
     std::vector<std::string> losses;
@@ -76,9 +85,7 @@ std::vector<std::string> LossesOfImport(const ImportSink& sink, const Sound& sou
     else if (HasMoreThanFloats(file))
         losses.push_back("Samples of " + std::to_string(file.bits) +
                          " bits were taken as 32-bit floats");
-    for (std::string_view sentence : remarks.missing)
-        losses.push_back("The file was not read whole: " +
-                         std::string(sentence.substr(0, sentence.size() - 1)));
+    if (!remarks.missing.empty()) losses.push_back(NotReadWhole(remarks.missing));
     return losses;
 }
 

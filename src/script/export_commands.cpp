@@ -5,7 +5,6 @@
 #include "exchange/region_export.h"
 #include "exchange/sound_export.h"
 #include "platform/code_page_949.h"
-#include "platform/target_folder.h"
 #include "script/command_rows.h"
 #include "script/report_text.h"
 #include "script/script_session.h"
@@ -77,7 +76,6 @@ Outcome ExportAllRegions(ScriptSession& session, const Arguments& words) {
     CSoundDoc& document = session.Document();
     const Result<RegionExport> regions = RegionsOf(session, words);
     if (!regions) return regions.Ended();
-    if (Outcome made = MakeTargetFolder(regions->folder); !made) return made;
     return ExportRegions(
         *regions, document.Sound(), document.Extras(), &session.Codecs(),
         document.Sound().FileHost(), [&](const std::filesystem::path& path, FrameRange frames) {

@@ -65,8 +65,8 @@ TEST_F(BatchToolTest, AsksBeforeASaveOverWhatImportDidNotTake) {
     EXPECT_EQ(result.out,
               "question: The sound was rounded to 16 bits when it was imported.\\n"
               "Save all the same? -> cancel\nfailed: Cancelled.\n"
-              "question: The file was not read whole: The sound ends early.\\n"
-              "The file was not read whole: Of 2 frames 1 are there.\\n"
+              "question: The file was not read whole:\\n- The sound ends early.\\n"
+              "- Of 2 frames 1 are there.\\n"
               "Save all the same? -> cancel\nfailed: Cancelled.\n");
     EXPECT_EQ(ReadFileBytes(folder_ / "fine.wav"), fine);
     EXPECT_EQ(ReadFileBytes(folder_ / "cut.v2.wav"), cut);

@@ -236,9 +236,8 @@ TEST_F(SoundImportTest, SaysWhatTheFileHasAndTheSoundHasNot) {
         {BytesOf("fLaC"), {}, {"Of the file's 4 channels only 2 were taken"}},
         {cut,
          {},
-         {"The file was not read whole: The file is shorter than it says",
-          "The file was not read whole: The sound ends early",
-          "The file was not read whole: Of 3 frames 1 are there"}},
+         {"The file was not read whole:\n- The file is shorter than it says.\n"
+          "- The sound ends early.\n- Of 3 frames 1 are there"}},
         {unpadded, {}, {}},
     };
     for (const auto& c : cases) {

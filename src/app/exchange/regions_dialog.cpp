@@ -31,9 +31,7 @@ RegionsDialog::RegionsDialog(const CSoundDoc& document, SoundFileKind kind, QWid
       notice_(new QLabel(this)) {
     SetSizing(Sizing::kFree);
     AddFields(kind);
-    const std::filesystem::path folder =
-        document.Path().empty() ? std::filesystem::current_path() : document.Path().parent_path();
-    folder_->setText(FileText(folder));
+    folder_->setText(FileText(FolderOfSound()));
     Buttons().button(QDialogButtonBox::Ok)->setText(tr("&Export"));
     for (QLineEdit* edit : {folder_, pattern_})
         connect(edit, &QLineEdit::textChanged, this, &RegionsDialog::ShowNames);
@@ -75,6 +73,12 @@ void RegionsDialog::AddFields(SoundFileKind kind) {
     Body().addWidget(notice_);
 }
 
+std::filesystem::path RegionsDialog::FolderOfSound() const {
+    std::error_code error;
+    return document_.Path().empty() ? std::filesystem::current_path(error)
+                                    : document_.Path().parent_path();
+}
+
 std::string RegionsDialog::Title() const {
     return std::filesystem::path(DisplayText(document_.Title())).stem().string();
 }
@@ -82,7 +86,7 @@ std::string RegionsDialog::Title() const {
 Result<RegionExport> RegionsDialog::Regions() const {
     const CWave& sound = document_.Sound();
     RegionExport regions;
-    regions.folder = FilePath(folder_->text());
+    regions.folder = FolderOfSound() / FilePath(folder_->text());
     regions.existing = existing_;
     regions.choice.kind = static_cast<SoundFileKind>(kind_->currentData().toInt());
     regions.choice.depth = ExportDepth(regions.choice.kind, sound, document_.Origin());
@@ -103,12 +107,15 @@ void RegionsDialog::ShowNames() {
     names_->clear();
     for (std::size_t part = 0; regions && part < regions->names.size(); ++part)
         names_->addItem(ShownFileText(FileText(PathOfPart(*regions, part).filename())));
-    QString problem = Utf8Text(regions.Reason());
     std::error_code error;
-    if (regions && !std::filesystem::is_directory(regions->folder, error))
-        problem = tr("There is no such folder.");
-    notice_->setText(problem);
+    const bool isThere = regions && std::filesystem::exists(regions->folder, error);
+    QString problem = Utf8Text(regions.Reason());
+    if (regions && folder_->text().isEmpty())
+        problem = tr("A folder is missing.");
+    else if (isThere && !std::filesystem::is_directory(regions->folder, error))
+        problem = tr("This is no folder.");
     SetOkEnabled(problem.isEmpty());
+    notice_->setText(problem.isEmpty() && !isThere ? tr("The folder will be made.") : problem);
 }
 
 void RegionsDialog::ChooseFolder() {

@@ -31,6 +31,8 @@ class RegionsDialog : public FormDialog {
     void AddFields(SoundFileKind kind);
     void ChooseFolder();
     void ShowNames();
+    // From which a folder that is typed without its beginning counts.
+    std::filesystem::path FolderOfSound() const;
     std::string Title() const;
 
     const CSoundDoc& document_;
