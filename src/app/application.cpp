@@ -266,7 +266,7 @@ void Application::EditPreferences() {
     StorageFacts facts{.undoMemory = services.undo.memoryBytes};
     if (keeper_)
         facts.recovery = {keeper_->UsualLimitBytes(), recovery::BytesIn(keeper_->Folder())};
-    COptionSheet sheet(services.folder, services.devices, &frame_, facts);
+    COptionSheet sheet(services.folder, services.devices, &frame_, facts, frame_.KeysOfCommands());
     QObject::connect(&sheet, &COptionSheet::Changed, &frame_, [this] { TakeSettings(); });
     sheet.exec();
 }

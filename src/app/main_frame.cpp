@@ -146,11 +146,15 @@ std::vector<PaletteRow> CMainFrame::AllCommands() {
     return PaletteRows(menus, actions_);
 }
 
-Outcome CMainFrame::ChangeKeys() {
+std::vector<KeyRow> CMainFrame::KeysOfCommands() {
     std::vector<KeyRow> rows;
     for (const PaletteRow& row : AllCommands())
         rows.push_back({row.id, row.name, actions_.OwnKeys(row.id)});
-    KeysDialog dialog(std::move(rows), StoredKeys(), this);
+    return rows;
+}
+
+Outcome CMainFrame::ChangeKeys() {
+    KeysDialog dialog(KeysOfCommands(), StoredKeys(), this);
     if (dialog.exec() != QDialog::Accepted) return Cancelled();
     StoreKeys(dialog.Keys());
     actions_.SetKeys(dialog.Keys());
@@ -188,6 +192,7 @@ void CMainFrame::keyPressEvent(QKeyEvent* event) {
 }
 
 void CMainFrame::TakeSettings() {
+    actions_.SetKeys(StoredKeys());
     bars_->TakeSettings();
     ScheduleRefresh();
 }

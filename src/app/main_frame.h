@@ -11,6 +11,7 @@
 #include "app/child_windows.h"
 #include "app/command_palette.h"
 #include "app/frame_bars.h"
+#include "app/keys_page.h"
 #include "app/logo_window.h"
 #include "app/media_player.h"
 #include "app/recent_files.h"
@@ -62,6 +63,8 @@ class CMainFrame : public QMainWindow, public WorkspaceObserver {
     Outcome OpenPalette();
     // Changes the keys of the commands.
     Outcome ChangeKeys();
+    // Of all commands of the menus.
+    std::vector<KeyRow> KeysOfCommands();
 
     void OnDocumentAdded(OpenSound& sound) override;
     void OnDocumentClosing(OpenSound& sound) override;

@@ -23,7 +23,7 @@ class PreferencesSheetTest : public ::testing::Test {
 
     COptionSheet& Sheet() {
         if (!sheet_) {
-            sheet_ = std::make_unique<COptionSheet>(folder_, devices_, nullptr, facts_);
+            sheet_ = std::make_unique<COptionSheet>(folder_, devices_, nullptr, facts_, Commands());
             QObject::connect(sheet_.get(), &COptionSheet::Changed, [this] { ++changes_; });
             sheet_->show();
         }
@@ -55,7 +55,11 @@ class PreferencesSheetTest : public ::testing::Test {
         return shown;
     }
 
-    enum { kDisplay, kGeneral, kGrid, kWave };
+    static std::vector<KeyRow> Commands() {
+        return {{1, "Edit > One", "Ctrl+A"}, {2, "Edit > Two", "Ctrl+B"}};
+    }
+
+    enum { kDisplay, kGeneral, kGrid, kWave, k3D, kKeysPage };
 
     TemporaryFolder files_;
     ProgramFolder folder_{files_.Path()};
@@ -285,6 +289,20 @@ TEST_F(PreferencesSheetTest, TheTestPlaysAToneOnTheChosenDevice) {
     EXPECT_FALSE(note.text().isEmpty());
     EXPECT_EQ(test.text(), "&Test");
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+}
+
+TEST_F(PreferencesSheetTest, KeysAreKeptWithOkAndNotBefore) {
+    QWidget& page = Page(kKeysPage);
+    auto& table = Nth<QTableWidget>(page, 0);
+    EXPECT_EQ(table.item(1, 1)->text(), "Ctrl+B");
+    EXPECT_FALSE(Button(QDialogButtonBox::Apply).isEnabled());
+    table.item(1, 1)->setText("F7");
+    EXPECT_TRUE(Button(QDialogButtonBox::Apply).isEnabled());
+    EXPECT_EQ(StoredKeys(), ChangedKeys());
+    Button(QDialogButtonBox::Ok).click();
+    EXPECT_EQ(StoredKeys(), (ChangedKeys{{2, "F7"}}));
+    EXPECT_EQ(changes_, 1);
+    StoreKeys({});
 }
 
 }  // namespace

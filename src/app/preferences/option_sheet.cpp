@@ -2,18 +2,20 @@
 
 #include <QPushButton>
 #include <algorithm>
+#include <utility>
 
 #include "app/preferences/option_3d.h"
 #include "app/preferences/option_display.h"
 #include "app/preferences/option_general.h"
 #include "app/preferences/option_grid.h"
+#include "app/preferences/option_keys.h"
 #include "app/preferences/option_spectrogram.h"
 #include "app/preferences/option_wave.h"
 
 namespace sonavel {
 
 COptionSheet::COptionSheet(const ProgramFolder& folder, WaveDevices& devices, QWidget* parent,
-                           const StorageFacts& facts)
+                           const StorageFacts& facts, std::vector<KeyRow> commands)
     : FormDialog(tr("Preference Setting"), parent,
                  QDialogButtonBox::Ok | QDialogButtonBox::Cancel | QDialogButtonBox::Apply),
       folder_(folder),
@@ -26,6 +28,7 @@ COptionSheet::COptionSheet(const ProgramFolder& folder, WaveDevices& devices, QW
     AddPage(new COptionWave(devices, tabs_), tr("Wave"));
     AddPage(new COption3D(tabs_), tr("3D"));
     AddPage(new COptionSpectrogram(tabs_), tr("Spectrogram"));
+    AddPage(new COptionKeys(std::move(commands), tabs_), tr("Keys"));
     Body().addWidget(tabs_);
     Body().addWidget(problem_);
     problem_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);  // no room while hidden

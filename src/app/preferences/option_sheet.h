@@ -1,9 +1,10 @@
-// The sheet "Preference Setting": four pages over the initialisation files, with OK, Cancel and
-// Apply.
+// The sheet "Preference Setting": its pages over the initialisation files and the person's own
+// settings, with OK, Cancel and Apply.
 #pragma once
 
 #include <QTabWidget>
 
+#include "app/keys_page.h"
 #include "app/preferences/option_page.h"
 #include "app/preferences/storage_facts.h"
 #include "platform/wave_device.h"
@@ -14,8 +15,9 @@ class COptionSheet : public FormDialog {
     Q_OBJECT
 
   public:
+    // `commands`: whose keys can be changed.
     COptionSheet(const ProgramFolder& folder, WaveDevices& devices, QWidget* parent = nullptr,
-                 const StorageFacts& facts = {});
+                 const StorageFacts& facts = {}, std::vector<KeyRow> commands = {});
 
     void accept() override;
 

@@ -42,6 +42,7 @@ Preferences Preferences::Read(const ProgramFolder& folder) {
         preferences.settings[row.id] = row.Effective(stored[row.id]);
     }
     preferences.ears = ChosenEars();
+    preferences.keys = StoredKeys();
     return preferences;
 }
 
@@ -55,6 +56,7 @@ bool WriteChanges(const ProgramFolder& folder, const Preferences& before,
                (after.colours == before.colours || PutColours(text, kColourSection, after.colours));
     });
     if (after.ears != before.ears) ChooseEars(after.ears);
+    if (after.keys != before.keys) StoreKeys(after.keys);
     return options && display;
 }
 

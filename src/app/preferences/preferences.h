@@ -1,9 +1,10 @@
 // What the sheet "Preference Setting" edits, read from Options.ini and Display.ini and written back
-// key by key; the responses of 3D sound are among the person's own settings.
+// key by key; the responses of 3D sound and the keys are among the person's own settings.
 #pragma once
 
 #include <string>
 
+#include "app/key_sets.h"
 #include "platform/program_folder.h"
 #include "platform/settings.h"
 #include "view/draw/colour_table.h"
@@ -14,6 +15,7 @@ struct Preferences {
     ColourTable colours;
     SettingValues settings;  // the numbers in force, flags 0 or 1
     std::string ears;        // the SOFA file of smooth 3D sound; empty for the table
+    ChangedKeys keys;        // of commands
 
     static Preferences Read(const ProgramFolder& folder);
     bool operator==(const Preferences&) const = default;
