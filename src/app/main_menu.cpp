@@ -74,6 +74,7 @@ constexpr MenuEntry kEdit[] = {
     C(view_command::kMarkerAdd),
     C(view_command::kMarkerEdit),
     C(view_command::kMarkerDelete),
+    C(view_command::kMarkerList),
     kLine,
     C(view_command::kFindPauses),
     C(app_command::kImportMarkers),
@@ -145,6 +146,8 @@ constexpr MenuEntry kControl[] = {
     kLine,
     C(view_command::kPreviewCut),
     C(view_command::kPreRoll),
+    kLine,
+    C(view_command::kPlayFollowsClicks),
 };
 
 constexpr MenuEntry kEffects[] = {

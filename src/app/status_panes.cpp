@@ -2,6 +2,7 @@
 
 #include <QEvent>
 #include <QLineEdit>
+#include <QShortcut>
 #include <QTimer>
 #include <algorithm>
 #include <utility>
@@ -68,8 +69,11 @@ void StatusPanes::TypePlace() {
         Q_EMIT PlaceTyped(field->text());
         field->deleteLater();
     });
-    // Clicking elsewhere leaves everything as it was.
+    // Clicking elsewhere leaves everything as it was, and so does Escape.
     connect(field, &QLineEdit::editingFinished, field, &QObject::deleteLater);
+    auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), field);
+    escape->setContext(Qt::WidgetShortcut);
+    connect(escape, &QShortcut::activated, field, &QObject::deleteLater);
 }
 
 void StatusPanes::resizeEvent(QResizeEvent* event) {

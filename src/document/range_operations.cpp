@@ -1,5 +1,7 @@
 #include "document/range_operations.h"
 
+#include <algorithm>
+#include <ranges>
 #include <utility>
 
 #include "document/edit_step.h"
@@ -15,6 +17,58 @@ bool MakeSilence(const Sound& sound, std::uint32_t frames, SoundBuffer& silence)
     if (bytes > MostSoundBytes(sound.GetFormat()) || !silence.AllocBuffer(bytes)) return false;
     FillWithSilence(silence.Bytes(), sound.GetBits());
     return true;
+}
+
+bool AreInOrder(std::span<const FrameRange> ranges, std::uint32_t frames) {
+    std::uint32_t behind = 0;
+    for (const FrameRange& range : ranges) {
+        if (range.start < behind || range.end <= range.start) return false;
+        behind = range.end;
+    }
+    return behind <= frames;
+}
+
+std::uint32_t FramesIn(std::span<const FrameRange> ranges) {
+    std::uint32_t frames = 0;
+    for (const FrameRange& range : ranges) frames += range.Frames();
+    return frames;
+}
+
+// Where a frame is once the ranges are gone.
+std::uint32_t PlaceWithout(std::span<const FrameRange> ranges, std::uint32_t frame) {
+    std::uint32_t before = 0;
+    for (const FrameRange& range : ranges)
+        if (range.start < frame) before += std::min(range.end, frame) - range.start;
+    return frame - before;
+}
+
+MarkerList MarkersWithout(MarkerList markers, std::span<const FrameRange> ranges) {
+    // The last one first, so that the places of the others stay what they are.
+    for (const FrameRange& range : std::views::reverse(ranges))
+        markers.ShiftForStretch(range.start, range.end, 0);
+    return markers;
+}
+
+// What lies between the ranges, as another sound.
+Result<Sound> Without(const Sound& sound, std::span<const FrameRange> ranges) {
+    Sound kept;
+    if (!kept.Create(sound.GetChannels(), sound.GetBits(), sound.GetSamplesPerSecond(),
+                     sound.GetFrameCount() - FramesIn(ranges)))
+        return Failed(failure::kMemory);
+    std::span<std::uint8_t> room = kept.MutableBytes();
+    std::uint64_t from = 0;
+    const auto copyUpTo = [&](std::uint64_t end) {
+        const auto piece = sound.Bytes().subspan(from, end - from);
+        std::ranges::copy(piece.first(std::min(piece.size(), room.size())), room.begin());
+        room = room.subspan(std::min(piece.size(), room.size()));
+    };
+    for (const FrameRange& range : ranges) {
+        copyUpTo(sound.ByteOffset(range.start));
+        from = sound.ByteOffset(range.end);
+    }
+    copyUpTo(sound.GetDataSize());
+    kept.Markers() = MarkersWithout(sound.Markers(), ranges);
+    return kept;
 }
 
 }  // namespace
@@ -51,6 +105,24 @@ Result<EditSelection> InsertSilence(CSoundDoc& document, const EditSelection& re
     edit->Commit(start);
     if (at.IsEmpty()) return EditSelection{start + frames, start + frames, start + frames};
     return EditSelection{start, start + frames, start};
+}
+
+Result<EditSelection> RemoveRanges(CSoundDoc& document, const EditSelection& requested,
+                                   std::span<const FrameRange> ranges) {
+    const CWave& sound = document.Sound();
+    const EditSelection at = ClampedTo(sound, requested);
+    if (ranges.empty() || !AreInOrder(ranges, sound.GetFrameCount()))
+        return Failed("There is nothing to remove.");
+    if (FramesIn(ranges) == sound.GetFrameCount())
+        return Failed("Nothing of the sound would stay.");
+    Result<Sound> kept = Without(sound, ranges);
+    if (!kept) return kept.Ended();
+    Result<SoundEdit> edit = document.BeginReplacement("Source Sample");
+    if (!edit) return edit.Ended();
+    edit->ReplaceSound(std::move(*kept));
+    edit->Commit(ranges.front().start);
+    return EditSelection{PlaceWithout(ranges, at.startFrame), PlaceWithout(ranges, at.endFrame),
+                         PlaceWithout(ranges, at.cursorFrame)};
 }
 
 }  // namespace sonavel::edit

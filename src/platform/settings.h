@@ -26,6 +26,8 @@ enum class SettingId : std::size_t {
     kUndoMemory,
     kRecoveryRoom,
     kPlayScrolling,
+    kPlayFollowsClicks,
+    kSnapToZero,
     kSaveMarkers,
     kImportRefused,
     kStatusFormat,

@@ -62,6 +62,18 @@ void CSoundView::ShowStatusFormat(StatusFormat format) {
     repaint_.Window().OnSelectionChanged();
 }
 
+Outcome CSoundView::Turn(ViewSwitch which, Turned turned) {
+    host_.OnTurned(which, turned);
+    ProfileFile options = document_.Services().folder.Options();
+    return DoneIf(WriteNumber(options, SettingOf(which), turned == Turned::kOn ? 1 : 0),
+                  "Options.ini cannot be written.");
+}
+
+void CSoundView::ShowTurned(ViewSwitch which, Turned turned) {
+    settings_.switches[static_cast<std::size_t>(which)] = turned;
+    repaint_.Window().OnSelectionChanged();
+}
+
 const BlockExtremes& CSoundView::Extremes() const {
     extremes_.Refresh(Sound());
     return extremes_;

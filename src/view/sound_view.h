@@ -71,6 +71,9 @@ class CSoundView : public DocumentObserver {
     void TrySpectrogram(const SpectrogramSettings& settings);
     // Takes over a format that is stored already.
     void ShowStatusFormat(StatusFormat format);
+    // Both likewise, of what is turned on or off.
+    Outcome Turn(ViewSwitch which, Turned turned);
+    void ShowTurned(ViewSwitch which, Turned turned);
 
     // --- From the document
 

@@ -9,6 +9,7 @@
 #include "view/state/display_settings.h"
 #include "view/state/spectrogram_settings.h"
 #include "view/state/view_geometry.h"
+#include "view/state/view_settings.h"
 
 namespace sonavel {
 
@@ -61,6 +62,8 @@ class ViewHost {
     virtual void OnStatusFormatChosen(StatusFormat format) = 0;
     // Likewise how spectrograms look.
     virtual void OnSpectrogramChosen(const SpectrogramSettings& settings) = 0;
+    // Likewise of what was turned on or off.
+    virtual void OnTurned(ViewSwitch which, Turned turned) = 0;
 };
 
 }  // namespace sonavel

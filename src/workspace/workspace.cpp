@@ -181,6 +181,10 @@ void Workspace::OnSpectrogramChosen(const SpectrogramSettings& settings) {
     for (const auto& sound : sounds_) sound->view->TrySpectrogram(settings);
 }
 
+void Workspace::OnTurned(ViewSwitch which, Turned turned) {
+    for (const auto& sound : sounds_) sound->view->ShowTurned(which, turned);
+}
+
 // --- Recording
 
 Result<RecordRequest> Workspace::QuestionOfRecord() const {

@@ -92,6 +92,7 @@ class Workspace : public ViewHost {
     ClipRecord& Clip() override { return clip_; }
     void OnStatusFormatChosen(StatusFormat format) override;
     void OnSpectrogramChosen(const SpectrogramSettings& settings) override;
+    void OnTurned(ViewSwitch which, Turned turned) override;
     const HostServices& Services() const { return services_; }
 
   private:

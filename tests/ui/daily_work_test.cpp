@@ -84,6 +84,24 @@ TEST_F(DailyWorkTest, PausesShowAsFlagsBeforeOk) {
     EXPECT_EQ(view.Sound().Markers().Count(), 1u);
 }
 
+TEST_F(DailyWorkTest, LongPausesAreShownAndThenRemoved) {
+    CSoundView& view = OpenSpeech();
+    PausesDialog dialog(view);
+    QDoubleSpinBox* kept = dialog.findChildren<QDoubleSpinBox*>().back();
+    EXPECT_FALSE(kept->isEnabled());
+    dialog.findChild<QComboBox*>()->setCurrentIndex(2);
+    auto* ok = dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
+    EXPECT_FALSE(ok->isEnabled()) << "no pause is longer than a second";
+    kept->selectAll();
+    QTest::keyClicks(kept, "250ms");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return ok->isEnabled(); }));
+    EXPECT_EQ(view.Sound().Markers().All().front().length, 33075u);
+    ok->click();
+    ASSERT_TRUE(dialog.Apply());
+    EXPECT_TRUE(view.Sound().Markers().Empty());
+    EXPECT_EQ(view.FrameCount(), 3u * 44100 - 33075);
+}
+
 TEST_F(DailyWorkTest, RegionsAreNamedBeforeTheyAreWritten) {
     CSoundView& view = OpenSpeech();
     AddMarker(view, 100, "b", 7);
@@ -98,6 +116,27 @@ TEST_F(DailyWorkTest, RegionsAreNamedBeforeTheyAreWritten) {
         if (edit->text().contains("{number}")) edit->setText("{nothing}");
     EXPECT_FALSE(ok->isEnabled());
     EXPECT_EQ(names->count(), 0);
+}
+
+TEST_F(DailyWorkTest, RegionsGoIntoAFolderThatIsMade) {
+    CSoundView& view = OpenSpeech();
+    AddMarker(view, 50, "a", 7);
+    QTemporaryDir place;
+    RegionsDialog dialog(view.Document(), SoundFileKind::kWav);
+    auto* folder = dialog.findChild<QLineEdit*>();
+    auto* ok = dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
+    ASSERT_EQ(folder->accessibleName(), "Folder");
+    folder->setText(place.filePath("new/one"));
+    EXPECT_TRUE(ok->isEnabled());
+    const auto regions = dialog.Regions();
+    ASSERT_TRUE(regions);
+    ASSERT_TRUE(ExportRegions(*regions, view.Sound(), {}, nullptr, view.Sound().FileHost(),
+                              [](const std::filesystem::path&, FrameRange) {}));
+    EXPECT_TRUE(QFile::exists(place.filePath("new/one/01_a.wav")));
+    folder->setText(place.filePath("new/one/01_a.wav"));
+    EXPECT_FALSE(ok->isEnabled()) << "a file of that name";
+    folder->clear();
+    EXPECT_FALSE(ok->isEnabled());
 }
 
 TEST_F(DailyWorkTest, ThePaletteFindsRunsAndRefuses) {

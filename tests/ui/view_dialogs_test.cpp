@@ -181,6 +181,11 @@ class MarkerDialogTest : public ViewDialogsTest {
         return dialog.findChildren<FrameTimeField*>()[field]->findChild<QSpinBox*>();
     }
 
+    static void WaitForEndOfTyping(QTreeWidget& list) {
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !list.viewport()->findChild<QLineEdit*>(); }));
+        QTest::qWait(10);  // what was typed is taken behind that
+    }
+
     MarkerDialogRequest request_;
 };
 
@@ -227,6 +232,55 @@ TEST_F(MarkerDialogTest, AddsEditsAndDeletesInOrder) {
     EXPECT_EQ(edits[1].length, 44u);
     EXPECT_EQ(edits[2].kind, MarkerEdit::Kind::kDelete);
     EXPECT_EQ(edits[2].id, 1u);
+}
+
+TEST_F(MarkerDialogTest, NamesAndTimesAreTypedIntoTheList) {
+    MarkerDialog dialog(request_);
+    dialog.show();
+    auto* list = dialog.findChild<QTreeWidget*>();
+    const auto type = [&](int row, int column, const char* text) {
+        list->setCurrentItem(list->topLevelItem(row));
+        list->editItem(list->topLevelItem(row), column);
+        auto* field = list->viewport()->findChild<QLineEdit*>();
+        ASSERT_NE(field, nullptr);
+        field->setText(QString::fromUtf8(text));
+        QTest::keyClick(field, Qt::Key_Return);
+        WaitForEndOfTyping(*list);
+    };
+    type(0, 1, "후렴");
+    type(0, 2, "0:00.5");
+    type(1, 3, "441#");
+    EXPECT_TRUE(dialog.isVisible()) << "Enter ends the typing alone";
+    for (const char* wrong : {"word", "2", "-1"}) {
+        type(1, 2, wrong);
+        EXPECT_TRUE(dialog.findChild<FieldHint*>()->isVisible()) << wrong;
+    }
+    ASSERT_EQ(dialog.Edits().size(), 3u);
+    EXPECT_EQ(dialog.Edits()[0].name, "후렴");
+    EXPECT_EQ(dialog.Edits()[0].position, 1000u);
+    EXPECT_EQ(dialog.Edits()[1].position, 22050u);
+    EXPECT_EQ(dialog.Edits()[1].name, "") << "as it is";
+    EXPECT_EQ(Cell(dialog, 1, 1), QStringLiteral("후렴")) << "sorted anew";
+    EXPECT_EQ(dialog.Edits()[2].length, 441u);
+}
+
+TEST_F(MarkerDialogTest, TheListIsChangedByKeysAlone) {
+    MarkerDialog dialog(request_);
+    dialog.show();
+    QApplication::setActiveWindow(&dialog);
+    auto* list = dialog.findChild<QTreeWidget*>();
+    list->setFocus();
+    list->setCurrentItem(list->topLevelItem(0));
+    QTest::keyClick(list, Qt::Key_F2);
+    auto* field = list->viewport()->findChild<QLineEdit*>();
+    ASSERT_NE(field, nullptr);
+    QTest::keyClicks(field, "New");
+    QTest::keyClick(field, Qt::Key_Return);
+    WaitForEndOfTyping(*list);
+    EXPECT_EQ(Cell(dialog, 0, 1), "New");
+    list->setCurrentItem(list->topLevelItem(1));
+    QTest::keyClick(list, Qt::Key_Delete);
+    EXPECT_EQ(list->topLevelItemCount(), 1);
 }
 
 TEST_F(MarkerDialogTest, TheListIsInTheOrderOfPlaces) {

@@ -156,6 +156,33 @@ TEST_F(PlaceCommandsTest, ProposedMarksGoUnlessTheyAreKept) {
     EXPECT_EQ(Document().History().Count(), steps);
 }
 
+TEST_F(PlaceCommandsTest, LongPausesBecomeAsLongAsTheLengthSays) {
+    // Quiet from 10000 to 13000 and from 50000 to 50400.
+    for (std::uint32_t frame = 0; frame < 100000; ++frame) {
+        const bool quiet = (frame >= 10000 && frame < 13000) || (frame >= 50000 && frame < 50400);
+        Sound().SetSample(0, frame, quiet ? 1 : 9000);
+    }
+    View().State().SetSelection(5000, 60000);
+    const PauseRule rule{-40, 100, 10};
+    {
+        PauseProposal proposal(View());
+        const auto going = proposal.ShowGoing(rule, 500);
+        ASSERT_TRUE(going);
+        EXPECT_EQ(going->frames, 2500u);
+        EXPECT_EQ(Sound().Markers().All().back().position, 10250u);
+        EXPECT_EQ(Sound().Markers().All().back().length, 2500u);
+    }
+    EXPECT_EQ(Sound().Markers().Count(), 2u);
+    ASSERT_TRUE(RemovePauses(View(), rule, 500));
+    EXPECT_EQ(View().FrameCount(), 97500u);
+    EXPECT_EQ(Selected(), (Selection{5000, 57500}));
+    EXPECT_EQ(Sound().GetSample(0, 10499), 1);
+    EXPECT_EQ(Sound().GetSample(0, 10500), 9000);
+    EXPECT_FALSE(RemovePauses(View(), rule, 500));
+    ASSERT_TRUE(RemovePauses(View(), rule, 0));
+    EXPECT_EQ(View().FrameCount(), 96600u);
+}
+
 TEST_F(PlaceCommandsTest, TheMouseSnapsWhereItIsToldTo) {
     // A square wave of 200 frames: it passes through zero every 100 frames.
     for (std::uint32_t frame = 0; frame < 100000; ++frame)

@@ -4,6 +4,7 @@
 #include <numeric>
 
 #include "view/commands/view_commands.h"
+#include "view/input/mouse_input.h"
 #include "view/view_fixture.h"
 
 namespace sonavel {
@@ -34,6 +35,48 @@ class TransportTest : public ViewTest {
         return frames;
     }
 };
+
+TEST_F(TransportTest, PlayingFollowsAClickWhereItIsTold) {
+    OpenRamp(2000, 1, 16, 100);
+    const auto clicked = [&](std::uint32_t press, std::uint32_t release) {
+        const ViewGeometry& geometry = View().State().Geometry();
+        const auto at = [&](std::uint32_t frame) {
+            return PointerEvent{
+                geometry.waveform.left + static_cast<int>(View().Zoom().Pixels().X(frame)),
+                geometry.waveform.top + 5, false, false};
+        };
+        MouseInput mouse(View());
+        mouse.Press(MouseButton::kLeft, at(press));
+        mouse.Move(at(release));
+        mouse.Release(at(release));
+        const std::vector<int> heard = Sound().IsPlaying() ? Heard() : std::vector<int>{0};
+        return heard.front();
+    };
+    ASSERT_TRUE(Run(kPlay));
+    EXPECT_EQ(clicked(1000, 1000), 0) << "off at first";
+    ASSERT_TRUE(Run(kPlayFollowsClicks));
+    EXPECT_EQ(clicked(700, 700), 0) << "nothing plays";
+    EXPECT_FALSE(Sound().IsPlaying());
+    ASSERT_TRUE(Run(kPlayToEnd));
+    EXPECT_EQ(clicked(1000, 1500), 0) << "a drag selects";
+    View().State().SetSelection(0, 0);
+    ASSERT_TRUE(Run(kPlayToEnd));
+    EXPECT_NEAR(clicked(1200, 1200), 1200, 4);
+}
+
+TEST_F(TransportTest, WhatIsTurnedOnIsStillOnAtTheNextStart) {
+    OpenRamp(2000);
+    for (const auto& [command, which] :
+         {std::pair{int{kPlayFollowsClicks}, ViewSwitch::kPlayFollowsClicks},
+          std::pair{int{kSnapToZero}, ViewSwitch::kSnapping}}) {
+        for (const bool on : {true, false}) {
+            ASSERT_TRUE(Run(command));
+            EXPECT_EQ(Commands().StateOfCommand(command).checked, on);
+            OpenRamp(2000);
+            EXPECT_EQ(View().Settings().IsOn(which), on);
+        }
+    }
+}
 
 TEST_F(TransportTest, EveryCommandPlaysItsRange) {
     const struct {

@@ -154,6 +154,7 @@ class ViewTest : public OpenViewTest, public ViewHost {
     void OnSpectrogramChosen(const SpectrogramSettings& settings) override {
         view_->TrySpectrogram(settings);
     }
+    void OnTurned(ViewSwitch which, Turned turned) override { view_->ShowTurned(which, turned); }
 
     struct {
         int width = kWidth;

@@ -74,6 +74,8 @@ QWidget* COptionGeneral::MakeView() {
     AddFlag(*column, SettingId::kDisplaySampleData, tr("Show sample &values in the status bar"));
     AddFlag(*column, SettingId::kDisplaySeeker, tr("Show the p&lay position"));
     AddFlag(*column, SettingId::kPlayScrolling, tr("Scroll &while playing"));
+    AddFlag(*column, SettingId::kPlayFollowsClicks, tr("Play on from &clicks"));
+    AddFlag(*column, SettingId::kSnapToZero, tr("Snap to &zero crossings"));
     AddFlag(*column, SettingId::kApplyAutoSkipMode, tr("Apply auto s&kip mode at draw time"));
     return group;
 }

@@ -33,7 +33,7 @@ ValueLabel* CNormaliseDlg::AddPresentValue(const QString& name, const char* obje
     value->setText(NotYetText());
     const int row = Grid().rowCount();
     Grid().addWidget(new QLabel(name, this), row, 0);
-    Grid().addWidget(value, row, 1, 1, 2);
+    Grid().addWidget(value, row, 1);
     return value;
 }
 

@@ -13,6 +13,7 @@ namespace sonavel {
 namespace {
 
 constexpr QSize kSize{520, 380};
+constexpr int kBlockSpacing = 14;
 constexpr Qt::TextInteractionFlags kSelectable =
     Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard;
 
@@ -90,6 +91,7 @@ CFilePropertiesSheet::CFilePropertiesSheet(const CSoundDoc& document, ProgressFa
 QWidget* CFilePropertiesSheet::MakeStatistics() {
     statisticsPage_ = new QWidget;
     auto* column = new QVBoxLayout(statisticsPage_);
+    column->setSpacing(kBlockSpacing);
     note_ = new QLabel(statisticsPage_);
     again_ = new QPushButton(tr("&Compute"), statisticsPage_);
     again_->setAutoDefault(false);

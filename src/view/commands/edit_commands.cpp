@@ -90,6 +90,10 @@ Outcome CropToSelection(CSoundView& view) {
     return FinishRemoval(view, edit::Crop(view.Document(), EditPlace(view)));
 }
 
+Outcome RemoveRanges(CSoundView& view, std::span<const FrameRange> ranges) {
+    return FinishRemoval(view, edit::RemoveRanges(view.Document(), EditPlace(view), ranges));
+}
+
 Outcome InsertSilence(CSoundView& view, std::uint32_t frames) {
     return Finish(view, edit::InsertSilence(view.Document(), EditPlace(view), frames));
 }

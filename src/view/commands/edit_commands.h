@@ -2,7 +2,9 @@
 // and the zoom.
 #pragma once
 
+#include <cstdint>
 #include <memory>
+#include <span>
 
 #include "view/sound_view.h"
 
@@ -19,6 +21,9 @@ Outcome PasteBlockCopy(CSoundView& view);
 Outcome PasteNew(CSoundView& view);
 
 Outcome CropToSelection(CSoundView& view);
+
+// As edit::RemoveRanges().
+Outcome RemoveRanges(CSoundView& view, std::span<const FrameRange> ranges);
 
 Outcome UndoEdit(CSoundView& view);
 Outcome RedoEdit(CSoundView& view);

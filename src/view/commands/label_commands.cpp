@@ -8,12 +8,11 @@
 #include "exchange/label_files.h"
 #include "exchange/sound_extras.h"
 #include "platform/code_page_949.h"
+#include "view/commands/edit_commands.h"
+#include "view/refusals.h"
 
 namespace sonavel {
 namespace {
-
-constexpr char kNoSound[] = "The document has no sound.";
-constexpr char kNoMarkers[] = "The sound has no markers.";
 
 void PutMarkers(CSoundView& view, MarkerList markers) {
     view.Document().SetMarkers(std::move(markers));
@@ -34,11 +33,15 @@ std::string BehindEnd(std::size_t count) {
                : std::to_string(count) + " labels behind the end of the sound were left out.";
 }
 
-MarkerList WithPausesMarked(const CSoundView& view, MarkerList markers, const PauseRule& rule,
-                            PauseMarks marks) {
+PausesFound PausesOf(const CSoundView& view, const PauseRule& rule) {
     const Selection selection = view.State().GetSelection();
     const FrameRange range = RangeToWorkOn(selection.start, selection.end, view.FrameCount());
-    const PausesFound found = FindPauses(view.Sound(), range, rule);
+    return FindPauses(view.Sound(), range, rule);
+}
+
+MarkerList WithPausesMarked(const CSoundView& view, MarkerList markers, const PauseRule& rule,
+                            PauseMarks marks) {
+    const PausesFound found = PausesOf(view, rule);
     int number = 0;
     if (marks == PauseMarks::kMarkersAtPauses)
         for (const FrameRange& pause : found.pauses)
@@ -51,12 +54,39 @@ MarkerList WithPausesMarked(const CSoundView& view, MarkerList markers, const Pa
 
 }  // namespace
 
-Result<std::size_t> PauseProposal::Show(const PauseRule& rule, PauseMarks marks) try {
-    MarkerList markers = WithPausesMarked(view_, before_, rule, marks);
-    const std::size_t added = markers.Count() - before_.Count();
+PausesGoing FindPausesGoing(const CSoundView& view, const PauseRule& rule, std::uint32_t kept) {
+    PausesGoing going;
+    for (const FrameRange& pause : PausesOf(view, rule).pauses) {
+        if (pause.Frames() <= kept) continue;
+        const FrameRange gone{pause.start + kept / 2, pause.end - (kept - kept / 2)};
+        going.ranges.push_back(gone);
+        going.frames += gone.Frames();
+    }
+    return going;
+}
+
+void PauseProposal::Put(MarkerList markers) {
     view_.Document().SetMarkers(std::move(markers), CSoundDoc::MarkerEditing::kGoesOn);
     view_.Repaint().Area(ViewArea::kMarkerStrip);
     view_.Repaint().Area(ViewArea::kWaveform);
+}
+
+Result<PausesGoing> PauseProposal::ShowGoing(const PauseRule& rule, std::uint32_t kept) try {
+    PausesGoing going = FindPausesGoing(view_, rule, kept);
+    MarkerList markers = before_;
+    int number = 0;
+    for (const FrameRange& range : going.ranges)
+        markers.Add(range.start, "Pause " + std::to_string(++number), range.Frames());
+    Put(std::move(markers));
+    return going;
+} catch (const std::bad_alloc&) {
+    return Failed(failure::kMemory);
+}
+
+Result<std::size_t> PauseProposal::Show(const PauseRule& rule, PauseMarks marks) try {
+    MarkerList markers = WithPausesMarked(view_, before_, rule, marks);
+    const std::size_t added = markers.Count() - before_.Count();
+    Put(std::move(markers));
     return added;
 } catch (const std::bad_alloc&) {
     return Failed(failure::kMemory);
@@ -68,10 +98,8 @@ PauseProposal::PauseProposal(CSoundView& view) : view_(view), before_(view.Sound
 
 PauseProposal::~PauseProposal() {
     if (isKept_) return;
-    view_.Document().SetMarkers(std::move(before_), CSoundDoc::MarkerEditing::kGoesOn);
+    Put(std::move(before_));
     view_.Document().EndMarkerEdit();
-    view_.Repaint().Area(ViewArea::kMarkerStrip);
-    view_.Repaint().Area(ViewArea::kWaveform);
 }
 
 void PauseProposal::Keep() {
@@ -80,7 +108,7 @@ void PauseProposal::Keep() {
 }
 
 Outcome MarkPauses(CSoundView& view, const PauseRule& rule, PauseMarks marks) {
-    if (view.FrameCount() == 0) return Failed(kNoSound);
+    if (view.FrameCount() == 0) return Failed(refusal::kNoSound);
     PauseProposal proposal(view);
     const Result<std::size_t> shown = proposal.Show(rule, marks);
     if (!shown) return shown.Ended();
@@ -88,8 +116,17 @@ Outcome MarkPauses(CSoundView& view, const PauseRule& rule, PauseMarks marks) {
     return Done();
 }
 
+Outcome RemovePauses(CSoundView& view, const PauseRule& rule, std::uint32_t kept) try {
+    if (view.FrameCount() == 0) return Failed(refusal::kNoSound);
+    const PausesGoing going = FindPausesGoing(view, rule, kept);
+    if (going.ranges.empty()) return Failed("There is no pause as long.");
+    return RemoveRanges(view, going.ranges);
+} catch (const std::bad_alloc&) {
+    return Failed(failure::kMemory);
+}
+
 Outcome ImportMarkers(CSoundView& view, const std::filesystem::path& path) try {
-    if (view.FrameCount() == 0) return Failed(kNoSound);
+    if (view.FrameCount() == 0) return Failed(refusal::kNoSound);
     auto labels = ReadLabelFile(path, view.Sound().GetSamplesPerSecond());
     if (!labels) return labels.Ended();
     const std::size_t behind = std::erase_if(
@@ -109,7 +146,7 @@ Outcome ImportMarkers(CSoundView& view, const std::filesystem::path& path) try {
 }
 
 Outcome ExportMarkers(CSoundView& view, const std::filesystem::path& path) try {
-    if (view.Sound().Markers().Empty()) return Failed(kNoMarkers);
+    if (view.Sound().Markers().Empty()) return Failed(refusal::kNoMarkers);
     return WriteLabelFile(
         path, ChaptersOf(view.Sound().Markers()),
         {std::max(view.Sound().GetSamplesPerSecond(), 1U), DisplayText(view.Document().Title())});

@@ -1,12 +1,13 @@
 #include "view/commands/marker_commands.h"
 
+#include "view/refusals.h"
+
 #include <algorithm>
 #include <utility>
 
 namespace sonavel {
 namespace {
 
-constexpr char kNoSound[] = "The document has no sound.";
 constexpr char kNoSuchMarker[] = "There is no such marker.";
 
 std::uint32_t ClampedPosition(const CSoundView& view, std::uint32_t position) {
@@ -41,7 +42,7 @@ bool CarryOut(const CSoundView& view, const MarkerEdit& edit, MarkerList& marker
 }  // namespace
 
 Outcome DropMarker(CSoundView& view) {
-    if (view.FrameCount() == 0) return Failed(kNoSound);
+    if (view.FrameCount() == 0) return Failed(refusal::kNoSound);
     AddMarker(view, view.State().Cursor(), "", 0);
     return Done();
 }

@@ -9,12 +9,10 @@
 #include "view/commands/marker_commands.h"
 #include "view/commands/transport.h"
 #include "view/input/cursor_moves.h"
+#include "view/refusals.h"
 
 namespace sonavel {
 namespace {
-
-constexpr char kNoSound[] = "The document has no sound.";
-constexpr char kNoMarkers[] = "The sound has no markers.";
 
 std::optional<std::uint32_t> MarkerBehind(const CSoundView& view, std::uint32_t frame) {
     std::optional<std::uint32_t> least;
@@ -97,7 +95,7 @@ Outcome GoToPreviousMarker(CSoundView& view) {
 }
 
 Outcome SelectToNextMarker(CSoundView& view) {
-    if (view.FrameCount() == 0) return Failed(kNoSound);
+    if (view.FrameCount() == 0) return Failed(refusal::kNoSound);
     const std::uint32_t cursor = view.State().Cursor();
     const Selection now =
         view.State().HasSelection() ? view.State().GetSelection() : Selection{cursor, cursor};
@@ -114,9 +112,8 @@ Outcome SelectLastAgain(CSoundView& view) {
     return Done();
 }
 
-Outcome SwitchSnapping(CSoundView& view) {
-    view.State().SetSnapping(!view.State().IsSnapping());
-    return Done();
+Outcome TurnRound(CSoundView& view, ViewSwitch which) {
+    return view.Turn(which, view.Settings().IsOn(which) ? Turned::kOff : Turned::kOn);
 }
 
 Outcome GoToPreviousZoom(CSoundView& view) {
@@ -128,7 +125,7 @@ Outcome GoToNextZoom(CSoundView& view) {
 }
 
 Outcome GoToTyped(CSoundView& view, std::string_view text) {
-    if (view.FrameCount() == 0) return Failed(kNoSound);
+    if (view.FrameCount() == 0) return Failed(refusal::kNoSound);
     const std::string_view typed = WithoutBrackets(text);
     const auto parts = Parted(typed);
     if (!parts) {
@@ -155,7 +152,7 @@ std::uint32_t ChosenMarkerId(const CSoundView& view) {
 
 Outcome SelectMarkerRegion(CSoundView& view) {
     const Marker* marker = ChosenMarker(view);
-    if (!marker) return Failed(kNoMarkers);
+    if (!marker) return Failed(refusal::kNoMarkers);
     const std::uint32_t id = marker->id;
     const Selection region = RegionOf(view, *marker);
     view.State().SetSelection(region.start, region.end);
@@ -171,15 +168,15 @@ Outcome PlayMarkerRegion(CSoundView& view) {
 
 Outcome MakeRegionFromSelection(CSoundView& view) {
     const Marker* marker = ChosenMarker(view);
-    if (!marker) return Failed(kNoMarkers);
-    if (!view.State().HasSelection()) return Failed("Nothing is selected.");
+    if (!marker) return Failed(refusal::kNoMarkers);
+    if (!view.State().HasSelection()) return Failed(refusal::kNoSelection);
     const Selection selection = view.State().GetSelection();
     return SetMarker(view, marker->id, selection.start, "", selection.Frames());
 }
 
 Outcome RemoveChosenMarker(CSoundView& view) {
     const Marker* marker = ChosenMarker(view);
-    return marker ? RemoveMarker(view, marker->id) : Failed(kNoMarkers);
+    return marker ? RemoveMarker(view, marker->id) : Failed(refusal::kNoMarkers);
 }
 
 Outcome DeleteChosen(CSoundView& view) {
@@ -191,7 +188,7 @@ Outcome DeleteChosen(CSoundView& view) {
 }
 
 Outcome AskNameOfNewMarker(CSoundView& view) {
-    if (view.FrameCount() == 0) return Failed(kNoSound);
+    if (view.FrameCount() == 0) return Failed(refusal::kNoSound);
     const std::uint32_t frame = view.Playing().PlayFrame().value_or(view.State().Cursor());
     view.Repaint().Window().OnNameWanted({.id = 0, .frame = frame, .name = {}});
     return Done();
@@ -199,7 +196,7 @@ Outcome AskNameOfNewMarker(CSoundView& view) {
 
 Outcome AskNameOfMarker(CSoundView& view) {
     const Marker* marker = ChosenMarker(view);
-    if (!marker) return Failed(kNoMarkers);
+    if (!marker) return Failed(refusal::kNoMarkers);
     view.Zoom().ScrollToShow(marker->position);
     view.Repaint().Window().OnNameWanted(
         {.id = marker->id, .frame = marker->position, .name = DisplayText(marker->name)});

@@ -16,7 +16,8 @@ Outcome GoToPreviousMarker(CSoundView& view);
 // end of the sound.
 Outcome SelectToNextMarker(CSoundView& view);
 Outcome SelectLastAgain(CSoundView& view);
-Outcome SwitchSnapping(CSoundView& view);
+// On what was off, and off what was on.
+Outcome TurnRound(CSoundView& view, ViewSwitch which);
 Outcome GoToPreviousZoom(CSoundView& view);
 Outcome GoToNextZoom(CSoundView& view);
 

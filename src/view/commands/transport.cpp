@@ -1,12 +1,14 @@
 #include "view/commands/transport.h"
 
+#include "view/refusals.h"
+
 #include <algorithm>
 
 namespace sonavel {
 namespace {
 
-constexpr char kNoSound[] = "The document has no sound.";
 constexpr char kNotStarted[] = "Playing could not be started.";
+constexpr char kNotPlaying[] = "Nothing is playing.";
 
 bool StartFromCursor(CSoundView& view) {
     const std::uint32_t cursor =
@@ -39,7 +41,7 @@ std::uint32_t Behind(const CSoundView& view, std::uint32_t frame, std::uint32_t 
 }  // namespace
 
 Outcome Playback(CSoundView& view) {
-    if (!view.Sound().HasData()) return Failed(kNoSound);
+    if (!view.Sound().HasData()) return Failed(refusal::kNoSound);
     view.Playing().ClearPlayPosition();
     view.Sound().SetLooping(false);
     if (view.State().HasSelection())
@@ -48,7 +50,7 @@ Outcome Playback(CSoundView& view) {
 }
 
 Outcome PlayLooped(CSoundView& view) {
-    if (!view.Sound().HasData()) return Failed(kNoSound);
+    if (!view.Sound().HasData()) return Failed(refusal::kNoSound);
     view.Playing().ClearPlayPosition();
     view.Sound().SetLooping(true);
     if (view.State().HasSelection())
@@ -57,10 +59,16 @@ Outcome PlayLooped(CSoundView& view) {
 }
 
 Outcome PlayToEnd(CSoundView& view) {
-    if (!view.Sound().HasData()) return Failed(kNoSound);
+    if (!view.Sound().HasData()) return Failed(refusal::kNoSound);
     view.Playing().ClearPlayPosition();
     view.Sound().SetLooping(false);
     return DoneIf(view.Sound().Play(0), kNotStarted);
+}
+
+Outcome GoOnFromCursor(CSoundView& view) {
+    if (!view.Sound().IsPlaying()) return Failed(kNotPlaying);
+    view.Playing().ClearPlayPosition();
+    return DoneIf(StartFromCursor(view), kNotStarted);
 }
 
 Outcome StopTransport(CSoundView& view) {
@@ -69,11 +77,11 @@ Outcome StopTransport(CSoundView& view) {
         return Done();
     }
     if (view.Sound().IsRecording()) return view.Playing().EndRecording();
-    return Failed("Nothing is playing.");
+    return Failed(kNotPlaying);
 }
 
 Outcome PauseTransport(CSoundView& view) {
-    return DoneIf(view.Sound().Pause(), "Nothing is playing.");
+    return DoneIf(view.Sound().Pause(), kNotPlaying);
 }
 
 Outcome PressSpace(CSoundView& view) {
@@ -82,7 +90,7 @@ Outcome PressSpace(CSoundView& view) {
 }
 
 Outcome PreviewCut(CSoundView& view) {
-    if (!view.Sound().HasData()) return Failed(kNoSound);
+    if (!view.Sound().HasData()) return Failed(refusal::kNoSound);
     const std::uint32_t margin = PreviewMargin(view);
     if (!view.State().HasSelection())
         return PlayFrames(view, Before(view.State().Cursor(), margin),
@@ -99,7 +107,7 @@ Outcome PreviewCut(CSoundView& view) {
 }
 
 Outcome PreRollToCursor(CSoundView& view) {
-    if (!view.Sound().HasData()) return Failed(kNoSound);
+    if (!view.Sound().HasData()) return Failed(refusal::kNoSound);
     return PlayFrames(view, Before(view.State().Cursor(), PreviewMargin(view)),
                       view.State().Cursor());
 }

@@ -9,6 +9,8 @@ namespace sonavel {
 Outcome Playback(CSoundView& view);
 Outcome PlayLooped(CSoundView& view);
 Outcome PlayToEnd(CSoundView& view);
+// While it is played: from the cursor instead, looped or not as before.
+Outcome GoOnFromCursor(CSoundView& view);
 Outcome StopTransport(CSoundView& view);
 Outcome PauseTransport(CSoundView& view);
 // Stops playing or recording, or plays.

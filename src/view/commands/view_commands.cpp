@@ -5,6 +5,7 @@
 #include "view/commands/place_commands.h"
 #include "view/commands/transport.h"
 #include "view/input/cursor_moves.h"
+#include "view/refusals.h"
 
 namespace sonavel {
 namespace {
@@ -20,11 +21,11 @@ const char* IsIdle(const CSoundView& view) {
 }
 
 const char* HasSound(const CSoundView& view) {
-    return view.Sound().HasData() ? nullptr : "The document has no sound.";
+    return view.Sound().HasData() ? nullptr : refusal::kNoSound;
 }
 
 const char* HasSelection(const CSoundView& view) {
-    return view.State().HasSelection() ? nullptr : "Nothing is selected.";
+    return view.State().HasSelection() ? nullptr : refusal::kNoSelection;
 }
 
 const char* HasClip(const CSoundView& view) {
@@ -81,7 +82,7 @@ const char* CanRedo(const CSoundView& view) {
 }
 
 const char* HasMarkers(const CSoundView& view) {
-    return view.Sound().Markers().Empty() ? "The sound has no markers." : nullptr;
+    return view.Sound().Markers().Empty() ? refusal::kNoMarkers : nullptr;
 }
 
 const char* CanDelete(const CSoundView& view) {
@@ -146,8 +147,9 @@ CommandState Shows(const CSoundView& view) {
     return {true, view.Settings().statusFormat == format};
 }
 
-CommandState Snaps(const CSoundView& view) {
-    return {true, view.State().IsSnapping()};
+template <ViewSwitch which>
+CommandState IsOn(const CSoundView& view) {
+    return {true, view.Settings().IsOn(which)};
 }
 
 template <SoundPicture picture>
@@ -198,6 +200,11 @@ Outcome SwitchOverview(CSoundView& view) {
     return Done();
 }
 
+template <ViewSwitch which>
+Outcome Turns(CSoundView& view) {
+    return TurnRound(view, which);
+}
+
 Outcome ZoomSelection(CSoundView& view) {
     view.Zoom().ToRange(view.State().GetSelection().start, view.State().GetSelection().end);
     return Done();
@@ -239,6 +246,10 @@ constexpr Row kTable[] = {
     {{kPreRoll, "", "Pre-roll to Cursor", "", "Play up to the cursor"},
      PreRollToCursor,
      When<CanPlay>},
+    {{kPlayFollowsClicks, "", "Play Follows &Clicks", "",
+      "While it is played, let a click in the waveform have it go on there"},
+     Turns<ViewSwitch::kPlayFollowsClicks>,
+     IsOn<ViewSwitch::kPlayFollowsClicks>},
 
     // Cursor and selection
     {{kStart, "cursor-start", "Start", "Ctrl+Home; Home", "Go to the start of the sound"},
@@ -295,8 +306,8 @@ constexpr Row kTable[] = {
     {{kSnapToZero, "", "Snap to &Zero Crossings", "Z",
       "Let the mouse select where the sound passes through zero; Shift while dragging turns it "
       "round"},
-     SwitchSnapping,
-     Snaps},
+     Turns<ViewSwitch::kSnapping>,
+     IsOn<ViewSwitch::kSnapping>},
 
     // Markers
     {{kDropNamedMarker, "", "Drop and Na&me", "Shift+M",
@@ -337,6 +348,10 @@ constexpr Row kTable[] = {
      kAsksFirst,
      When<HasMarkers>},
     {{kMarkerDelete, "", "Delete", "", "Delete markers"}, kAsksFirst, When<HasMarkers>},
+    {{kMarkerList, "", "Lis&t...", "Alt+Shift+M",
+      "Show all markers by their places, to be renamed, moved and deleted"},
+     kAsksFirst,
+     When<HasMarkers>},
 
     // History
     {{kUndo, "undo", "&Undo", "Ctrl+Z", "Take the last edit back"},

@@ -85,6 +85,8 @@ enum Id : int {
     kShowBoth = 33422,
     kSpectrogramSettings = 33423,
     kOverview = 33424,
+    kMarkerList = 33430,
+    kPlayFollowsClicks = 33431,
 };
 }  // namespace view_command
 

@@ -4,11 +4,10 @@
 #include <optional>
 
 #include "sound/sample_types.h"
+#include "view/refusals.h"
 
 namespace sonavel {
 namespace {
-
-constexpr char kNoSound[] = "The document has no sound.";
 
 // One move by a step of whole frames, worked out before anything changes. Positions are signed here
 // because a move left may pass the start.
@@ -47,7 +46,7 @@ std::optional<FrameRange> ShortestRegionAround(const MarkerList& markers, std::u
 }  // namespace
 
 Outcome MoveCursorLeft(CSoundView& view, int pixels, MoveMode mode) {
-    if (view.FrameCount() == 0) return Failed(kNoSound);
+    if (view.FrameCount() == 0) return Failed(refusal::kNoSound);
     const CursorStep step = StepOf(view, pixels);
     std::int64_t cursor = std::int64_t{view.State().Cursor()} - step.step;
     if (PlaceInWindow(view, step, cursor) < 0)
@@ -64,7 +63,7 @@ Outcome MoveCursorLeft(CSoundView& view, int pixels, MoveMode mode) {
 }
 
 Outcome MoveCursorRight(CSoundView& view, int pixels, MoveMode mode) {
-    if (view.FrameCount() == 0) return Failed(kNoSound);
+    if (view.FrameCount() == 0) return Failed(refusal::kNoSound);
     const CursorStep step = StepOf(view, pixels);
     const std::int64_t cursor =
         std::min(std::int64_t{view.State().Cursor()} + step.step, std::int64_t{step.frames});
@@ -81,7 +80,7 @@ Outcome MoveCursorRight(CSoundView& view, int pixels, MoveMode mode) {
 }
 
 Outcome MoveCursorToStart(CSoundView& view) {
-    if (view.FrameCount() == 0) return Failed(kNoSound);
+    if (view.FrameCount() == 0) return Failed(refusal::kNoSound);
     view.State().SetCursor(0);
     view.State().SetSelection(0, 0);
     view.Zoom().ScrollHorizontallyTo(0);
@@ -91,7 +90,7 @@ Outcome MoveCursorToStart(CSoundView& view) {
 
 Outcome MoveCursorToEnd(CSoundView& view) {
     const std::uint32_t frames = view.FrameCount();
-    if (frames == 0) return Failed(kNoSound);
+    if (frames == 0) return Failed(refusal::kNoSound);
     view.State().SetCursor(frames);
     view.State().SetSelection(0, 0);
     const std::uint64_t bytesPerFrame = 2 * SampleBytesOf(view.Sound().GetBits());
@@ -101,7 +100,7 @@ Outcome MoveCursorToEnd(CSoundView& view) {
 }
 
 Outcome SelectToStart(CSoundView& view) {
-    if (view.FrameCount() == 0) return Failed(kNoSound);
+    if (view.FrameCount() == 0) return Failed(refusal::kNoSound);
     view.State().SetSelection(
         0, view.State().HasSelection() ? view.State().GetSelection().end : view.State().Cursor());
     view.State().SetCursor(0);
@@ -111,7 +110,7 @@ Outcome SelectToStart(CSoundView& view) {
 
 Outcome SelectToEnd(CSoundView& view) {
     const std::uint32_t frames = view.FrameCount();
-    if (frames == 0) return Failed(kNoSound);
+    if (frames == 0) return Failed(refusal::kNoSound);
     view.State().SetSelection(
         view.State().HasSelection() ? view.State().GetSelection().start : view.State().Cursor(),
         frames);
@@ -121,14 +120,14 @@ Outcome SelectToEnd(CSoundView& view) {
 }
 
 Outcome SelectAll(CSoundView& view) {
-    if (view.FrameCount() == 0) return Failed(kNoSound);
+    if (view.FrameCount() == 0) return Failed(refusal::kNoSound);
     view.State().SetSelection(0, view.FrameCount());
     view.Repaint().Area(ViewArea::kAll);
     return Done();
 }
 
 Outcome SelectBetweenMarkers(CSoundView& view, std::uint32_t frame) {
-    if (view.FrameCount() == 0) return Failed(kNoSound);
+    if (view.FrameCount() == 0) return Failed(refusal::kNoSound);
     if (const auto region = ShortestRegionAround(view.Sound().Markers(), frame)) {
         view.State().SetSelection(region->start, region->end);
         return Done();
@@ -139,7 +138,7 @@ Outcome SelectBetweenMarkers(CSoundView& view, std::uint32_t frame) {
 }
 
 Outcome GoToFrame(CSoundView& view, std::uint32_t frame) {
-    if (view.FrameCount() == 0) return Failed(kNoSound);
+    if (view.FrameCount() == 0) return Failed(refusal::kNoSound);
     const std::uint32_t target = std::min(frame, view.FrameCount());
     view.State().SetCursor(target);
     view.State().SetSelection(target, target);

@@ -5,6 +5,7 @@
 
 #include "sound/zero_crossing.h"
 #include "view/commands/marker_commands.h"
+#include "view/commands/transport.h"
 #include "view/draw/frequency_ruler.h"
 #include "view/draw/marker_strip.h"
 #include "view/input/cursor_moves.h"
@@ -87,7 +88,7 @@ std::uint32_t MouseInput::FrameAt(int x) const {
 std::uint32_t MouseInput::PointedFrame(const PointerEvent& event) const {
     const std::uint32_t frame = FrameAt(event.x);
     const bool turned = event.shift != pressedWithShift_;
-    if (dragsMarker_ || view_.State().IsSnapping() == turned) return frame;
+    if (dragsMarker_ || view_.Settings().IsOn(ViewSwitch::kSnapping) == turned) return frame;
     constexpr std::uint32_t kReachParts = 50;  // of a second
     return NearestZeroCrossing(view_.Sound(), frame,
                                view_.Sound().GetSamplesPerSecond() / kReachParts);
@@ -155,6 +156,8 @@ MouseRequest MouseInput::Press(MouseButton button, const PointerEvent& event) {
     }
     pressedWithShift_ = event.shift;
     dragsMarker_ = target == MouseTarget::kMarkerFlag;
+    setsCursor_ = !event.shift && !dragsMarker_ && target != MouseTarget::kSelectionStart &&
+                  target != MouseTarget::kSelectionEnd;
     gesture_ = GestureFor(target, event);
     if (gesture_) Apply(gesture_->Press(PointedFrame(event)));
     if (dragsMarker_) Choose(MarkerAt(event.x, event.y));
@@ -214,6 +217,15 @@ void MouseInput::Release(const PointerEvent& event) {
     if (!gesture_) return;
     Apply(gesture_->Release(PointedFrame(event)));
     EndGesture();
+    FollowClick();
+}
+
+// A drag has selected something, and lets playing be.
+void MouseInput::FollowClick() {
+    const bool follows = setsCursor_ && !view_.State().HasSelection() &&
+                         view_.Settings().IsOn(ViewSwitch::kPlayFollowsClicks);
+    // Where it is not playing, a click only sets the cursor.
+    if (follows && view_.Sound().IsPlaying()) static_cast<void>(GoOnFromCursor(view_));
 }
 
 void MouseInput::Cancel() {

@@ -82,6 +82,7 @@ class MouseInput {
     int WholeNotches(double notches);
     void Apply(const GestureIntent& intent);
     void EndGesture();
+    void FollowClick();
     void ShowValues(int x, int y);
     bool ShowSpectrumValue(std::int64_t frame, int y);
     void ScrollPastEdge();
@@ -91,6 +92,7 @@ class MouseInput {
     PointerEvent last_;
     bool pressedWithShift_ = false;  // which extends; only later does Shift turn snapping round
     bool dragsMarker_ = false;
+    bool setsCursor_ = false;  // as long as it is a click
     bool panning_ = false;
     std::int64_t panPosition_ = 0;  // the scroll position at the press
     int panX_ = 0;

@@ -2,12 +2,19 @@
 
 namespace sonavel {
 
+SettingId SettingOf(ViewSwitch which) {
+    return which == ViewSwitch::kSnapping ? SettingId::kSnapToZero : SettingId::kPlayFollowsClicks;
+}
+
 void ViewSettings::Load(const ProfileText& displayFile, const ProfileText& optionsFile) {
     display = DisplaySettings::Read(displayFile);
     grid = GridSettings::Read(optionsFile);
     statusFormat = ReadStatusFormat(optionsFile);
     colours.Load(displayFile);
     spectrogram = SpectrogramSettings::Read(displayFile);
+    for (const ViewSwitch which : {ViewSwitch::kSnapping, ViewSwitch::kPlayFollowsClicks})
+        switches[static_cast<std::size_t>(which)] =
+            StoredNumber(optionsFile, SettingOf(which)) != 0 ? Turned::kOn : Turned::kOff;
 }
 
 GeometryRequest ViewSettings::Geometry(int width, int height, SoundPicture picture) const {

@@ -1,6 +1,9 @@
 // All that a view reads from the initialisation files.
 #pragma once
 
+#include <array>
+#include <cstddef>
+
 #include "view/draw/colour_table.h"
 #include "view/state/display_settings.h"
 #include "view/state/spectrogram_settings.h"
@@ -8,12 +11,26 @@
 
 namespace sonavel {
 
+// What a command of the view turns on and off, for all views and for the next start.
+enum class ViewSwitch {
+    kSnapping,           // what the mouse selects goes to where the sound passes through zero
+    kPlayFollowsClicks,  // while it is played, a click has it go on there
+};
+enum class Turned { kOff, kOn };
+
+SettingId SettingOf(ViewSwitch which);
+
 struct ViewSettings {
     DisplaySettings display;
     GridSettings grid;
     StatusFormat statusFormat = StatusFormat::kTime;
     ColourTable colours;
     SpectrogramSettings spectrogram;
+    std::array<Turned, 2> switches{};  // by ViewSwitch
+
+    bool IsOn(ViewSwitch which) const {
+        return switches[static_cast<std::size_t>(which)] == Turned::kOn;
+    }
 
     // A colour that the file does not name stays as it is.
     void Load(const ProfileText& displayFile, const ProfileText& optionsFile);

@@ -64,11 +64,6 @@ bool ViewState::BringSelectionBack() {
     return true;
 }
 
-void ViewState::SetSnapping(bool snapping) {
-    snapping_ = snapping;
-    notes_.Window().OnSelectionChanged();
-}
-
 void ViewState::ChooseMarker(std::uint32_t id) {
     chosenMarker_ = id;
     notes_.Area(ViewArea::kMarkerStrip);

@@ -51,9 +51,6 @@ class ViewState {
     // none.
     bool BringSelectionBack();
     bool HadSelection() const { return !pastSelections_.IsEmpty(); }
-    // Whether what the mouse selects goes to where the sound passes through zero.
-    bool IsSnapping() const { return snapping_; }
-    void SetSnapping(bool snapping);
     // The marker whose flag was pressed, until selection or cursor change.
     std::optional<std::uint32_t> ChosenMarker() const { return chosenMarker_; }
     void ChooseMarker(std::uint32_t id);
@@ -76,7 +73,6 @@ class ViewState {
     std::uint32_t cursor_ = 0;
     SelectionHistory pastSelections_;
     std::optional<std::uint32_t> chosenMarker_;
-    bool snapping_ = false;
     ViewZoom zoom_{sound_, geometry_, selectionEnds_, notes_};
 };
 

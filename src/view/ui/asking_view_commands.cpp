@@ -104,7 +104,7 @@ Outcome ShowClipboardContents(CSoundView& view, QWidget* parent) {
 
 Outcome AskPauses(CSoundView& view, QWidget* parent) {
     PausesDialog dialog(view, parent);
-    return IsAccepted(dialog) ? Done() : Cancelled();
+    return IsAccepted(dialog) ? dialog.Apply() : Cancelled();
 }
 
 Outcome AskSpectrogram(CSoundView& view, QWidget* parent) {
@@ -127,6 +127,7 @@ constexpr Question kQuestions[] = {
     {view_command::kMarkerAdd, AskNewMarker},
     {view_command::kMarkerEdit, AskFromNearestMarker<MarkerStart::kEdit>},
     {view_command::kMarkerDelete, AskFromNearestMarker<MarkerStart::kList>},
+    {view_command::kMarkerList, AskFromNearestMarker<MarkerStart::kList>},
     {view_command::kFindPauses, AskPauses},
     {view_command::kPasteReplicate, AskReplicateCount},
     {view_command::kInsertSilence, AskSilence},

@@ -62,22 +62,31 @@ class FrameBox : public QSpinBox {
 
 class SecondsBox : public QDoubleSpinBox {
   public:
-    SecondsBox(double rate, const std::uint32_t& here, QWidget* parent)
-        : QDoubleSpinBox(parent), rate_(rate), here_(here) {}
+    SecondsBox(double rate, const std::uint32_t* here, QWidget* parent)
+        : QDoubleSpinBox(parent), rate_(rate), here_(here) {
+        setDecimals(3);
+        setSingleStep(0.1);
+    }
 
   protected:
     QValidator::State validate(QString& text, int&) const override {
-        return StateOfTime(text, rate_, BareNumber::kSeconds);
+        return StateOfTime(WithoutUnit(text), rate_, BareNumber::kSeconds);
     }
     double valueFromText(const QString& text) const override {
+        const std::uint32_t here = here_ ? *here_ : 0;
         const auto frame =
-            static_cast<double>(FrameOfTime(text, rate_, BareNumber::kSeconds, here_));
+            static_cast<double>(FrameOfTime(WithoutUnit(text), rate_, BareNumber::kSeconds, here));
         return std::clamp(frame / rate_, minimum(), maximum());
     }
 
   private:
+    QString WithoutUnit(QString text) const {
+        if (!suffix().isEmpty() && text.endsWith(suffix())) text.chop(suffix().size());
+        return text;
+    }
+
     double rate_;
-    const std::uint32_t& here_;
+    const std::uint32_t* here_;
 };
 
 }  // namespace
@@ -175,19 +184,22 @@ PercentSlider::PercentSlider(int highest, int value, QWidget* parent)
     number_->setValue(value);
 }
 
+QDoubleSpinBox* MakeSecondsBox(double samplesPerSecond, QWidget* parent,
+                               const std::uint32_t* here) {
+    return new SecondsBox(std::max(1.0, samplesPerSecond), here, parent);
+}
+
 FrameTimeField::FrameTimeField(std::uint32_t highestFrame, std::uint32_t samplesPerSecond,
                                QWidget* parent)
     : QWidget(parent),
       rate_(std::max(1u, samplesPerSecond)),
       frame_(new FrameBox(rate_, here_, this)),
-      seconds_(new SecondsBox(rate_, here_, this)) {
+      seconds_(MakeSecondsBox(rate_, this, &here_)) {
     constexpr std::uint32_t kHighest = std::numeric_limits<int>::max();
     frame_->setRange(0, static_cast<int>(std::min(highestFrame, kHighest)));
     frame_->setAlignment(Qt::AlignRight);
     frame_->setAccessibleName(tr("Frames"));
     frame_->setToolTip(tr("The place in frames; the seconds follow."));
-    seconds_->setDecimals(3);
-    seconds_->setSingleStep(0.1);
     seconds_->setRange(0, std::ceil(highestFrame / rate_ * 1000) / 1000);
     seconds_->setAlignment(Qt::AlignRight);
     seconds_->setAccessibleName(tr("Seconds"));

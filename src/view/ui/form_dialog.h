@@ -69,6 +69,11 @@ class PercentSlider : public QWidget {
     QSpinBox* number_;
 };
 
+// Seconds with three decimals, which takes times in every way in which a person types them; a
+// relative one counts from `here`, a frame that outlives the box, or from 0.
+QDoubleSpinBox* MakeSecondsBox(double samplesPerSecond, QWidget* parent,
+                               const std::uint32_t* here = nullptr);
+
 // A frame and the same instant in seconds; each follows the other. Both take times in every way in
 // which a person types them; relative ones count from the frame that was set.
 class FrameTimeField : public QWidget {

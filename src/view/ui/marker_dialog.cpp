@@ -8,6 +8,8 @@
 
 #include "platform/code_page_949.h"
 #include "sound/sound_texts.h"
+#include "sound/time_text.h"
+#include "view/ui/typed_cells.h"
 
 namespace sonavel {
 
@@ -34,6 +36,9 @@ MarkerDialog::MarkerDialog(const MarkerDialogRequest& request, QWidget* parent)
       request_(request),
       markers_(request.markers),
       list_(new QTreeWidget(this)),
+      noPlace_(new FieldHint(tr("This is no place in the sound; 1:02:03.5, 62.5s, 441000# and +5 "
+                                "are."),
+                             this)),
       label_(new QLineEdit(this)),
       position_(new FrameTimeField(request.frameCount, request.samplesPerSecond, this)),
       length_(new FrameTimeField(request.frameCount, request.samplesPerSecond, this)),
@@ -61,6 +66,21 @@ void MarkerDialog::MakeList() {
     row->addWidget(list_, 1);
     row->addLayout(MakeButtons());
     Body().addLayout(row, 1);
+    Body().addWidget(noPlace_);
+    MakeTypable();
+}
+
+void MarkerDialog::MakeTypable() {
+    auto* cells = new TypedCells(kLabel, kLength, this);
+    list_->setItemDelegate(cells);
+    list_->setEditTriggers(QAbstractItemView::DoubleClicked);
+    // Behind the end of the typing, since the list is filled anew.
+    connect(cells, &TypedCells::Typed, this, &MarkerDialog::TakeTyped, Qt::QueuedConnection);
+    auto* renameKey = new QShortcut(QKeySequence(Qt::Key_F2), list_);
+    renameKey->setContext(Qt::WidgetShortcut);
+    connect(renameKey, &QShortcut::activated, this, [this] {
+        if (QTreeWidgetItem* item = list_->currentItem()) list_->editItem(item, kLabel);
+    });
 }
 
 QLayout* MarkerDialog::MakeButtons() {
@@ -119,10 +139,14 @@ void MarkerDialog::ShowList(std::uint32_t currentId) {
 
 void MarkerDialog::AddRow(const Marker& marker) {
     auto* row = new QTreeWidgetItem(list_);
+    row->setFlags(row->flags() | Qt::ItemIsEditable);
     row->setText(kNumber, QString::number(marker.id));
     row->setText(kLabel, NameShown(marker));
     row->setText(kPosition, PlaceText(marker.position));
     row->setText(kLength, marker.length ? PlaceText(marker.length) : QString());
+    // Times alone are typed into; the frames before them are for reading.
+    for (const int column : {kPosition, kLength})
+        row->setData(column, TypedCells::kTextToType, row->text(column).section(u' ', -1));
     for (int column : {kNumber, kPosition, kLength})
         row->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
 }
@@ -169,9 +193,40 @@ void MarkerDialog::EditMarker() {
     edit.id = marker->id;
     // A name that was not touched keeps its bytes, in whatever encoding the file had them.
     if (label_->text() == NameShown(*marker)) edit.name.clear();
+    Change(edit);
+}
+
+void MarkerDialog::Change(MarkerEdit edit) {
     markers_.Set(edit.id, edit.position, edit.name, edit.length);
-    edits_.push_back(edit);
-    ShowList(edit.id);
+    const std::uint32_t id = edit.id;
+    edits_.push_back(std::move(edit));
+    ShowList(id);
+}
+
+std::optional<std::uint32_t> MarkerDialog::FrameOfTyped(const QString& text, std::uint32_t here) {
+    const auto time =
+        ParseTime(text.toStdString(), request_.samplesPerSecond, BareNumber::kSeconds);
+    const std::int64_t from = time && time->from == TimeFrom::kHere ? here : 0;
+    const bool fits = time && from + time->frames >= 0 &&
+                      from + time->frames <= std::int64_t{request_.frameCount};
+    noPlace_->SetShown(!fits);
+    if (!fits) return std::nullopt;
+    return static_cast<std::uint32_t>(from + time->frames);
+}
+
+void MarkerDialog::TakeTyped(int row, int column, const QString& text) {
+    if (row < 0 || static_cast<std::size_t>(row) >= markers_.Count()) return;
+    const Marker& marker = markers_.All()[static_cast<std::size_t>(row)];
+    MarkerEdit edit = {MarkerEdit::Kind::kSet, marker.id, marker.position, {}, marker.length};
+    if (column == kLabel) {
+        edit.name = text.toStdString();
+    } else {
+        std::uint32_t& place = column == kPosition ? edit.position : edit.length;
+        const auto typed = FrameOfTyped(text, place);
+        if (!typed) return;
+        place = *typed;
+    }
+    Change(std::move(edit));
 }
 
 void MarkerDialog::RemoveMarker() {

@@ -1,10 +1,12 @@
-// The dialog "Marker": the list of a sound's markers with Add, Edit and Delete. It works on a copy
-// and hands back the changes in the order in which they were made.
+// The dialog "Marker": the list of a sound's markers in the order of their places, typed into or
+// changed by Add, Edit and Delete. It works on a copy and hands back the changes in the order in
+// which they were made.
 #pragma once
 
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTreeWidget>
+#include <optional>
 #include <vector>
 
 #include "view/commands/view_questions.h"
@@ -23,6 +25,7 @@ class MarkerDialog : public FormDialog {
 
   private:
     void MakeList();
+    void MakeTypable();
     void MakeFields();
     QLayout* MakeButtons();
     void Begin();
@@ -37,12 +40,18 @@ class MarkerDialog : public FormDialog {
     void RemoveMarker();
     void OnFieldEdited();
     QString PlaceText(std::uint32_t frames) const;
+    // Into a cell of the list.
+    void TakeTyped(int row, int column, const QString& text);
+    void Change(MarkerEdit edit);
+    // The frame that was typed; nothing where it is no place, which is said below the list.
+    std::optional<std::uint32_t> FrameOfTyped(const QString& text, std::uint32_t here);
 
     MarkerDialogRequest request_;
     MarkerList markers_;
     std::vector<MarkerEdit> edits_;
     bool fieldsChanged_ = false;
     QTreeWidget* list_;
+    FieldHint* noPlace_;
     QLineEdit* label_;
     FrameTimeField* position_;
     FrameTimeField* length_;
