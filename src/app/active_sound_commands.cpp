@@ -10,14 +10,17 @@
 namespace sonavel {
 
 struct ActiveSoundCommands::OfOneSound {
-    OfOneSound(Workspace& workspace, OpenSound& open, SpatialMemory& memory, QWidget* parent)
+    OfOneSound(Workspace& workspace, OpenSound& open, SpatialMemory& memory, SceneMemory& scenes,
+               QWidget* parent)
         : sound(*open.document),
           view(*open.view, parent),
           saver(workspace, *open.document, parent),
           document(saver, DocumentCommands()),
           exporter(workspace, open, parent),
           exports(exporter, ExportCommands()),
-          spatial(*open.document, *open.view, memory) {}
+          spatial(*open.document, *open.view, memory),
+          mixer(workspace, open, memory, scenes, parent),
+          scene(mixer, SceneCommands()) {}
 
     const CSoundDoc& sound;
     AskingViewCommands view;
@@ -26,6 +29,8 @@ struct ActiveSoundCommands::OfOneSound {
     SoundExporter exporter;
     TableCommandTarget<SoundExporter> exports;
     SpatialCommands spatial;
+    SceneMixer mixer;
+    TableCommandTarget<SceneMixer> scene;
 };
 
 // A file that cannot be used leaves the ears as they were; the preferences say why.
@@ -38,7 +43,7 @@ ActiveSoundCommands::ActiveSoundCommands() {
 
 void ActiveSoundCommands::Take(Workspace& workspace, OpenSound& sound, QWidget* parent) {
     Forget();
-    now_ = std::make_shared<OfOneSound>(workspace, sound, spatialMemory_, parent);
+    now_ = std::make_shared<OfOneSound>(workspace, sound, spatialMemory_, sceneMemory_, parent);
 }
 
 void ActiveSoundCommands::Forget() {
@@ -57,7 +62,7 @@ const CSoundDoc* ActiveSoundCommands::DocumentOfCommand() const {
 CommandTarget* ActiveSoundCommands::TargetOf(int commandId) const {
     if (!now_) return nullptr;
     for (CommandTarget* target : std::initializer_list<CommandTarget*>{
-             &now_->view, &now_->document, &now_->exports, &now_->spatial})
+             &now_->view, &now_->document, &now_->exports, &now_->spatial, &now_->scene})
         if (target->HandlesCommand(commandId)) return target;
     return nullptr;
 }

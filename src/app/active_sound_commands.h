@@ -1,14 +1,14 @@
-// The commands that the active sound answers: those of its view, its document, its export and its
-// 3D effects, in this order.
+// The commands that the active sound answers: those of its view, its document, its export, its 3D
+// effects and the scene, in this order.
 #pragma once
 
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
 #include "app/document_saver.h"
 #include "app/exchange/sound_exporter.h"
+#include "app/scene/scene_mixer.h"
 #include "spatial/ui/spatial_memory.h"
 
 namespace sonavel {
@@ -37,6 +37,7 @@ class ActiveSoundCommands {
 
     SpatialMemory spatialMemory_;
     std::string ears_;  // which the listener has
+    SceneMemory sceneMemory_;
     std::shared_ptr<OfOneSound> now_;
     std::vector<std::shared_ptr<OfOneSound>> forgotten_;  // oldest first
 };

@@ -113,6 +113,7 @@ void CMainFrame::AddActions() {
     AddTable(actions_, ExportCommands());
     AddTable(actions_, MeterCommands());
     AddTable(actions_, SpatialCommandTable());
+    AddTable(actions_, SceneCommands());
     AddTable(actions_, FrameCommands());
 }
 

@@ -188,9 +188,15 @@ constexpr MenuEntry kEffects[] = {
 };
 
 constexpr MenuEntry kSpatial[] = {
-    C(spatial_command::kSystemPositional), C(spatial_command::kUserPositional), kLine,
-    C(spatial_command::kSystemMoving),     C(spatial_command::kUserMoving),     kLine,
-    C(spatial_command::kPlaceMany),        C(spatial_command::kCrosstalk),
+    C(spatial_command::kSystemPositional),
+    C(spatial_command::kUserPositional),
+    kLine,
+    C(spatial_command::kSystemMoving),
+    C(spatial_command::kUserMoving),
+    kLine,
+    C(spatial_command::kScene),
+    C(spatial_command::kPlaceMany),
+    C(spatial_command::kCrosstalk),
 };
 
 constexpr MenuEntry kWindow[] = {

@@ -1,6 +1,7 @@
 #include "script/scene_file.h"
 
 #include "script/placing_words.h"
+#include "script/report_text.h"
 #include "script/script_parser.h"
 
 namespace sonavel::script {
@@ -11,6 +12,8 @@ constexpr double kGreatestGain = 40;
 constexpr int kGainDecimals = 2;
 constexpr std::size_t kCoordinates = 3;
 constexpr std::size_t kBeforeCoordinates = 2;
+constexpr int kWrittenDecimals = 6;
+constexpr int kUnitDecimals = 3;
 
 CommandRow SoundRow() {
     std::vector<PositionalRule> words = {{"PATH", ValueRule::Path()},
@@ -46,6 +49,43 @@ Outcome FailedAt(int line, const std::string& why) {
     return Failed("Line " + std::to_string(line) + " of the scene: " + why);
 }
 
+// A word as the grammar reads it, whatever its bytes are.
+std::string WordOf(std::string_view bytes) {
+    std::string word = "\"";
+    for (const char c : bytes) {
+        if (c == '"' || c == '\\') word += '\\';
+        word += c;
+    }
+    return word + '"';
+}
+
+// As few decimals as say the same.
+std::string NumberText(double value, int decimals) {
+    std::string text = FixedText(value, decimals);
+    text.erase(text.find_last_not_of('0') + 1);
+    if (text.ends_with('.')) text.pop_back();
+    return text == "-0" ? "0" : text;
+}
+
+std::string PlaceText(const Placing& placing) {
+    std::string text = placing.kind == PlacingKind::kPath ? " path" : " point";
+    for (const SourcePosition& point : placing.points)
+        for (const float value : {point.x, point.y, point.z})
+            text += ' ' + NumberText(static_cast<double>(value), kWrittenDecimals);
+    return text;
+}
+
+std::string KeysText(const SceneLine& line) {
+    const Placing& placing = line.placing;
+    std::string text = " start=" + line.start + " gain=" + NumberText(line.gain, kGainDecimals);
+    if (placing.smoothness == Smoothness::kSmooth) text += " smooth=on";
+    if (placing.kind == PlacingKind::kPoint) return text;
+    if (placing.curve == PathCurve::kSpline) text += " curve=spline";
+    if (placing.doppler == Doppler::kOn)
+        text += " doppler=on metres-per-unit=" + NumberText(placing.metresPerUnit, kUnitDecimals);
+    return text;
+}
+
 }  // namespace
 
 Result<std::vector<SceneLine>> ParseScene(std::string_view text) {
@@ -61,6 +101,13 @@ Result<std::vector<SceneLine>> ParseScene(std::string_view text) {
     }
     if (lines.empty()) return Failed("The scene has no sounds.");
     return lines;
+}
+
+std::string SceneText(const std::vector<SceneLine>& lines) {
+    std::string text;
+    for (const SceneLine& line : lines)
+        text += "sound " + WordOf(line.path) + PlaceText(line.placing) + KeysText(line) + '\n';
+    return text;
 }
 
 }  // namespace sonavel::script

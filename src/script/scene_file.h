@@ -21,5 +21,8 @@ struct SceneLine {
 // `sound PATH point X Y Z` or `sound PATH path X0 Y0 Z0 X1 Y1 Z1 ...` and keys. Fails for the first
 // line that is none, naming it, and for a scene without sounds.
 Result<std::vector<SceneLine>> ParseScene(std::string_view text);
+// The same as text. Of what the grammar has no word for, times, loops and the distance law, nothing
+// is written.
+std::string SceneText(const std::vector<SceneLine>& lines);
 
 }  // namespace sonavel::script

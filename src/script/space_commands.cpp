@@ -1,4 +1,5 @@
 // Many places at once, scenes of many sounds, loudspeakers and responses, as commands.
+#include <memory>
 #include <ostream>
 
 #include "exchange/sound_import.h"
@@ -6,10 +7,10 @@
 #include "script/command_rows.h"
 #include "script/report_text.h"
 #include "script/scene_file.h"
+#include "script/scene_rendering.h"
 #include "script/script_session.h"
 #include "spatial/crosstalk.h"
 #include "spatial/place_many.h"
-#include "spatial/scene_mix.h"
 #include "spatial/scene_points.h"
 
 namespace sonavel::script {
@@ -53,35 +54,12 @@ Outcome PlaceMany(ScriptSession& session, const Arguments& words) {
 
 // --- Scenes
 
-Outcome FailedAt(const SceneLine& line, const Outcome& why) {
-    if (why.IsCancelled()) return why;
-    return Failed("Line " + std::to_string(line.line) + " of the scene: " + why.Reason());
-}
-
-Result<Sound> LoadSound(ScriptSession& session, const fs::path& path) {
+SoundOfScene LoadSound(ScriptSession& session, const fs::path& path) {
     const TransferHost host{
         .progress = &session.Sounds().Services().progress, .warn = {}, .note = {}};
     Result<ImportedSound> imported = ImportSound(path, &session.Codecs(), {}, host);
     if (!imported) return imported.Ended();
-    return std::move(imported->sound);
-}
-
-Result<Sound> Mix(ScriptSession& session, const std::vector<SceneLine>& lines,
-                  const fs::path& folder) {
-    std::optional<SceneMix> mix;
-    std::uint32_t rate = 0;
-    for (const SceneLine& line : lines) {
-        const Result<Sound> sound = LoadSound(session, folder / line.path);
-        if (!sound) return FailedAt(line, sound.Ended());
-        if (!mix) {
-            rate = sound->GetSamplesPerSecond();
-            mix.emplace(rate, session.Ears(), session.Sounds().Services().progress);
-        }
-        const Outcome added =
-            mix->Add({*sound, line.placing, FramesOfTime(line.start, rate), line.gain});
-        if (!added) return FailedAt(line, added);
-    }
-    return mix->Finish();
+    return std::make_shared<const Sound>(std::move(imported->sound));
 }
 
 Outcome MixScene(ScriptSession& session, const Arguments& words) {
@@ -90,7 +68,11 @@ Outcome MixScene(ScriptSession& session, const Arguments& words) {
     if (!text) return text.Ended();
     const Result<std::vector<SceneLine>> lines = ParseScene(*text);
     if (!lines) return lines.Ended();
-    Result<Sound> scene = Mix(session, *lines, path.parent_path());
+    const auto load = [&](const SceneLine& line) {
+        return LoadSound(session, path.parent_path() / line.path);
+    };
+    Result<Sound> scene =
+        RenderScene(*lines, {load, session.Ears(), session.Sounds().Services().progress});
     if (!scene) return scene.Ended();
     session.Sounds().NewDocumentFromSound(*std::move(scene), "Scene_");
     return Done();

@@ -80,6 +80,7 @@ constexpr PageOfClass kClasses[] = {
     {"SpatialDialog", "space"},
     {"PlaceManyDialog", "space"},
     {"ShapeDialog", "space"},
+    {"SceneDialog", "space"},
     {"CrosstalkDialog", "space"},
     {"KeysDialog", "keys"},
     {"CommandPalette", "keys"},

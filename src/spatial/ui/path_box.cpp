@@ -11,7 +11,7 @@ constexpr int kRoundDecimals = 2;
 
 }  // namespace
 
-PathBox::PathBox(ShapeOffer shapes, QWidget* parent)
+PathBox::PathBox(ShapeOffer shapes, LoopOffer loops, QWidget* parent)
     : QGroupBox(tr("Path"), parent),
       round_(new QDoubleSpinBox(this)),
       shape_(new QPushButton(tr("&New Shape…"), this)) {
@@ -29,6 +29,8 @@ PathBox::PathBox(ShapeOffer shapes, QWidget* parent)
     shape_->setAutoDefault(false);
     shape_->setToolTip(tr("Replaces the points by a circle, a spiral or a way past the head"));
     shape_->setVisible(shapes == ShapeOffer::kOn);
+    loop_->setVisible(loops == LoopOffer::kOn);
+    round_->setVisible(loops == LoopOffer::kOn);
     grid->addWidget(curve_, 0, 0, 1, 2);
     grid->addWidget(shape_, 0, 2);
     grid->addWidget(loop_, 1, 0);

@@ -12,12 +12,13 @@
 namespace sonavel {
 
 enum class ShapeOffer { kOff, kOn };
+enum class LoopOffer { kOff, kOn };
 
 class PathBox : public QGroupBox {
     Q_OBJECT
 
   public:
-    explicit PathBox(ShapeOffer shapes, QWidget* parent = nullptr);
+    PathBox(ShapeOffer shapes, LoopOffer loops, QWidget* parent = nullptr);
 
     void Show(const Placing& placing);
     void ShowCurve(PathCurve curve);

@@ -2,6 +2,7 @@
 // while it plays.
 #pragma once
 
+#include <QString>
 #include <QVector3D>
 #include <optional>
 #include <vector>
@@ -16,6 +17,7 @@ struct ScenePoint {
     SourcePosition position;
     int number = 0;  // the one shown beside it
     PointRole role = PointRole::kPlain;
+    QString name{};  // shown in place of the number
 
     bool operator==(const ScenePoint&) const = default;
 };
@@ -25,6 +27,7 @@ enum class PointDragging { kOff, kOn };
 struct SceneContent {
     std::vector<ScenePoint> points;
     std::vector<SourcePosition> path;  // legs in order; less than two points draw nothing
+    std::vector<std::vector<SourcePosition>> otherPaths{};  // drawn more faintly
     PointDragging dragging = PointDragging::kOff;
     bool showsSpheres = false;  // the circles on which the system's points lie
     bool showsStems = false;    // a line from each point to the floor

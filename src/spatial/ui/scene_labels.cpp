@@ -99,7 +99,8 @@ void LabelWriter::Add(SceneLabel label, std::span<const QPointF> middles, LabelN
 }
 
 void LabelWriter::AddNumber(const SeenBall& seen, SceneLabel label, LabelNeed need) {
-    label.text = QString::number(seen.point->number);
+    const ScenePoint& point = *seen.point;
+    label.text = point.name.isEmpty() ? QString::number(point.number) : point.name;
     const QSizeF size = SizeOf(label);
     const double diagonal = seen.radius * std::numbers::sqrt2 / 2 + kGap;
     const QPointF corner(diagonal + size.width() / 2, diagonal + size.height() / 2);

@@ -19,6 +19,7 @@ const QVector4D kAxisColour(0.75f, 0.85f, 0.87f, 0.75f);
 const QVector4D kSphereColour(0.70f, 0.80f, 0.85f, 0.22f);
 const QVector4D kStemColour(0.90f, 0.92f, 0.80f, 0.45f);
 const QVector4D kPathColour(1.0f, 0.82f, 0.30f, 0.95f);
+const QVector4D kOtherPathColour(0.62f, 0.70f, 0.85f, 0.75f);
 
 using Lines = std::vector<LineVertex>;
 
@@ -71,6 +72,11 @@ void AddStems(Lines& lines, const SceneContent& content) {
     }
 }
 
+void AddPath(Lines& lines, const std::vector<SourcePosition>& path, const QVector4D& colour) {
+    for (std::size_t i = 1; i < path.size(); ++i)
+        AddLine(lines, ToVector(path[i - 1]), ToVector(path[i]), colour);
+}
+
 float LengthOf(const SourcePosition& position) {
     return ToVector(position).length();
 }
@@ -82,6 +88,8 @@ float ReachOf(const SceneContent& content) {
     for (const ScenePoint& point : content.points)
         reach = std::max(reach, LengthOf(point.position));
     for (const SourcePosition& corner : content.path) reach = std::max(reach, LengthOf(corner));
+    for (const auto& path : content.otherPaths)
+        for (const SourcePosition& corner : path) reach = std::max(reach, LengthOf(corner));
     return reach;
 }
 
@@ -104,8 +112,8 @@ SceneLines LinesOf(const SceneContent& content, const FloorRings& rings) {
     AddAxes(lines.thin, rings.Radius());
     if (content.showsSpheres) AddSphereCircles(lines.thin);
     AddStems(lines.thin, content);
-    for (std::size_t i = 1; i < content.path.size(); ++i)
-        AddLine(lines.thick, ToVector(content.path[i - 1]), ToVector(content.path[i]), kPathColour);
+    AddPath(lines.thick, content.path, kPathColour);
+    for (const auto& path : content.otherPaths) AddPath(lines.thick, path, kOtherPathColour);
     return lines;
 }
 

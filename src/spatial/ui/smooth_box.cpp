@@ -7,7 +7,7 @@
 #include "spatial/scene_points.h"
 
 namespace sonavel {
-SmoothBox::SmoothBox(SourceMotion motion, const QString& ears, QWidget* parent)
+SmoothBox::SmoothBox(SourceMotion motion, const QString& ears, LawOffer law, QWidget* parent)
     : QGroupBox(tr("Heard"), parent), motion_(motion) {
     smooth_ = AddBox(
         tr("Smoot&h"),
@@ -17,6 +17,7 @@ SmoothBox::SmoothBox(SourceMotion motion, const QString& ears, QWidget* parent)
     LayOut();
     for (QWidget* of : std::initializer_list<QWidget*>{doppler_, metres_})
         of->setVisible(motion == SourceMotion::kMoving);
+    for (QWidget* of : {least_, fall_}) of->setVisible(law == LawOffer::kOn);
     Show({});
 }
 

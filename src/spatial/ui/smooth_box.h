@@ -11,12 +11,14 @@
 
 namespace sonavel {
 
+enum class LawOffer { kOff, kOn };
+
 class SmoothBox : public QGroupBox {
     Q_OBJECT
 
   public:
     // `ears`: the name of the responses that smooth sources are heard with.
-    SmoothBox(SourceMotion motion, const QString& ears, QWidget* parent = nullptr);
+    SmoothBox(SourceMotion motion, const QString& ears, LawOffer law, QWidget* parent = nullptr);
 
     // Of the placing, all but where the source is and which way it takes.
     void Show(const Placing& placing);

@@ -17,6 +17,7 @@ enum Id : int {
     kUserMoving = 32893,
     kCrosstalk = 33300,
     kPlaceMany = 33301,
+    kScene = 33302,  // of the programs that know all open sounds
 };
 }  // namespace spatial_command
 

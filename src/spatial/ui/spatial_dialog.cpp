@@ -35,7 +35,8 @@ SpatialDialog::SpatialDialog(CSoundView& view, SpatialMemory& memory, SourceMoti
       progressTitle_(texts.progressTitle),
       scene_(new SceneWidget(this)),
       numbers_(new PointNumbers(editing, this)),
-      heard_(new SmoothBox(motion, QString::fromStdString(memory.listener.Measured().name), this)),
+      heard_(new SmoothBox(motion, QString::fromStdString(memory.listener.Measured().name),
+                           LawOffer::kOn, this)),
       side_(new QVBoxLayout) {
     Header().SetStatus(texts.instruction);
     Header().SetNotes(Notes());
@@ -122,7 +123,7 @@ void SpatialDialog::ShowPoints(SceneContent content, int selected) {
 
 void SpatialDialog::MakeWay() {
     const bool ownPoints = numbers_->IsEditable();
-    way_ = new PathBox(ownPoints ? ShapeOffer::kOn : ShapeOffer::kOff, this);
+    way_ = new PathBox(ownPoints ? ShapeOffer::kOn : ShapeOffer::kOff, LoopOffer::kOn, this);
     connect(way_, &PathBox::Edited, this, [this] { ShowPoints(content_, selected_); });
 }
 

@@ -1,0 +1,142 @@
+// The window "Scene": its sounds, their places, and what becomes of them.
+#include <QComboBox>
+#include <QTimer>
+
+#include "app/scene/scene_dialog.h"
+#include "app/scene/scene_mixer.h"
+#include "spatial/ui/spatial_commands.h"
+#include "ui/spatial_fixture.h"
+
+namespace sonavel {
+namespace {
+
+class SceneDialogs : public SpatialFixture {
+  protected:
+    SceneDialogs() {
+        EXPECT_TRUE(folder_.Options().SetInteger("__SOUND_GENERAL_OPTIONS", "마커 저장", 1));
+        Open(1, 16, 6000);
+        Open(2, 8, 3000);
+    }
+
+    std::unique_ptr<SceneDialog> Dialog() {
+        return std::make_unique<SceneDialog>(View(), *workspace_, memory_,
+                                             script::OpenSoundsAround(*workspace_), nullptr);
+    }
+    static QStringList Names(SceneDialog& dialog) {
+        QStringList names;
+        for (const ScenePoint& point : dialog.Scene().Content().points) names << point.name;
+        return names;
+    }
+    static QPushButton* Button(QWidget& dialog, const char* text) {
+        for (QPushButton* button : dialog.findChildren<QPushButton*>())
+            if (button->text() == QString::fromUtf8(text)) return button;
+        return nullptr;
+    }
+};
+
+TEST_F(SceneDialogs, ShowsEverySoundAndThePathOfEach) {
+    const auto dialog = Dialog();
+    auto* table = dialog->findChild<SceneTable*>();
+    auto* points = dialog->findChild<UserPointList*>();
+    EXPECT_EQ(table->rowCount(), 2);
+    EXPECT_EQ(Names(*dialog), (QStringList{"A", "B"}));
+    points->SetPoints({{-100, 0, 0}, {0, 100, 0}, {100, 0, 0}});
+    EXPECT_EQ(Names(*dialog), (QStringList{"A1", "A2", "A3", "B"}));
+    EXPECT_EQ(dialog->Scene().Content().path.size(), 3u);
+    EXPECT_EQ(dialog->Entries()[0].placing.kind, PlacingKind::kPath);
+    // A click on a ball of the other sound chooses that sound.
+    Q_EMIT dialog->Scene().PointPicked(3, Qt::NoModifier);
+    EXPECT_EQ(table->currentRow(), 1);
+    EXPECT_EQ(points->Points(), (std::vector<UserPoint>{{100, 0, 0}}));
+    EXPECT_EQ(dialog->Scene().Content().otherPaths[0].size(), 3u);
+    // A drag moves it, whichever was chosen before.
+    Q_EMIT dialog->Scene().PointDragged(1, SourcePosition{0, 2, 0});
+    EXPECT_EQ(table->currentRow(), 0);
+    EXPECT_EQ(dialog->Entries()[0].placing.points[1], (SourcePosition{0, 2, 0}));
+    table->item(1, 2)->setData(Qt::EditRole, 1.5);
+    table->item(1, 3)->setData(Qt::EditRole, -500);
+    EXPECT_EQ(dialog->Entries()[1].startSeconds, 1.5);
+    EXPECT_EQ(dialog->Entries()[1].gain, -120);
+}
+
+TEST_F(SceneDialogs, ASoundWithoutPointsIsNotMixed) {
+    const auto dialog = Dialog();
+    EXPECT_TRUE(Button(*dialog, "&OK")->isEnabled());
+    dialog->findChild<UserPointList*>()->SetPoints({});
+    EXPECT_FALSE(Button(*dialog, "&OK")->isEnabled());
+    EXPECT_FALSE(Button(*dialog, "&Preview")->isEnabled());
+    Button(*dialog, "&Remove Sound")->click();
+    EXPECT_TRUE(Button(*dialog, "&OK")->isEnabled());
+    Button(*dialog, "&Remove Sound")->click();
+    EXPECT_TRUE(dialog->Entries().empty());
+    EXPECT_FALSE(Button(*dialog, "&OK")->isEnabled());
+}
+
+TEST_F(SceneDialogs, SoundsAreAddedFromTheMenu) {
+    const auto dialog = Dialog();
+    auto* menu = Button(*dialog, "Add Soun&d")->menu();
+    Q_EMIT menu->aboutToShow();
+    ASSERT_EQ(menu->actions().size(), 4);
+    menu->actions()[1]->trigger();
+    ASSERT_EQ(dialog->Entries().size(), 3u);
+    EXPECT_EQ(dialog->Entries()[2].sound->GetFrameCount(), 3000u);
+    EXPECT_EQ(Names(*dialog), (QStringList{"A", "B", "C"}));
+}
+
+TEST_F(SceneDialogs, ASceneIsSavedAndOpened) {
+    const auto path = std::filesystem::path(directory_.path().toStdString()) / "a.scene";
+    for (std::size_t i = 0; i < 2; ++i)
+        ASSERT_TRUE(workspace_->At(i).document->SaveDocument(
+            path.parent_path() / ("sound" + std::to_string(i) + ".wav")));
+    const auto dialog = Dialog();
+    dialog->findChild<UserPointList*>()->SetPoints({{-100, 50, 0}});
+    dialog->SaveScene(path);
+    dialog->findChild<UserPointList*>()->SetPoints({{0, 0, 100}});
+    dialog->LoadScene(path);
+    ASSERT_EQ(dialog->Entries().size(), 2u);
+    EXPECT_EQ(dialog->Entries()[0].placing.points[0], (SourcePosition{-1, 0.5f, 0}));
+    EXPECT_EQ(dialog->findChild<UserPointList*>()->Points(),
+              (std::vector<UserPoint>{{-100, 50, 0}}));
+}
+
+TEST_F(SceneDialogs, TheCommandMakesANewSoundAndRemembersTheScene) {
+    SceneMemory scene;
+    SceneMixer mixer(*workspace_, *workspace_->Active(), memory_, scene, nullptr);
+    const auto answer = [](const std::function<void(SceneDialog&)>& act) {
+        QTimer::singleShot(0, [act] {
+            auto* dialog = qobject_cast<SceneDialog*>(QApplication::activeModalWidget());
+            ASSERT_TRUE(dialog);
+            act(*dialog);
+        });
+    };
+    answer([](SceneDialog& dialog) {
+        dialog.findChild<SceneTable*>()->item(1, 2)->setData(Qt::EditRole, 1.0);
+        dialog.accept();
+    });
+    ASSERT_TRUE(mixer.AskAndMix());
+    ASSERT_EQ(workspace_->Count(), 3u);
+    EXPECT_EQ(Document().Title(), "Scene_1");
+    EXPECT_EQ(Document().Sound().GetFrameCount(), 47100u);
+    EXPECT_EQ(Document().Sound().GetChannels(), 2u);
+    // The new sound is not part of the scene that comes again.
+    answer([](SceneDialog& dialog) {
+        EXPECT_EQ(dialog.Entries().size(), 2u);
+        EXPECT_EQ(dialog.Entries()[1].startSeconds, 1);
+        dialog.reject();
+    });
+    EXPECT_TRUE(mixer.AskAndMix().IsCancelled());
+    EXPECT_EQ(workspace_->Count(), 3u);
+}
+
+TEST_F(SceneDialogs, APreviewPlaysTheSceneAndChangesNothing) {
+    const auto dialog = Dialog();
+    Button(*dialog, "&Preview")->click();
+    EXPECT_EQ(Document().Preview().GetFrameCount(), 6000u);
+    EXPECT_EQ(Document().Preview().GetChannels(), 2u);
+    EXPECT_EQ(workspace_->Count(), 2u);
+    dialog->reject();
+    EXPECT_FALSE(Document().Preview().IsPlaying());
+}
+
+}  // namespace
+}  // namespace sonavel
