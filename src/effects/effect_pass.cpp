@@ -27,7 +27,7 @@ EffectPass::EffectPass(const EffectTraits& traits, const Sound& sound, FrameRang
       processor_(processor),
       progress_(progress),
       pieceFrames_(processor.PieceFrames()),
-      historyFrames_(processor.HistoryFrames()),
+      input_{traits, sound, range, processor.HistoryFrames()},
       pieces_((std::size_t{range.Frames()} + pieceFrames_ - 1) / pieceFrames_),
       slots_(sound.GetChannels()) {}
 
@@ -116,7 +116,7 @@ EffectPass::Unit EffectPass::UnitAt(UnitOrder order, std::size_t index) const {
 
 template <class Store>
 void EffectPass::Compute(const Unit& unit, const Store& store) {
-    const std::size_t each = std::size_t{historyFrames_} + unit.frames;
+    const std::size_t each = std::size_t{input_.historyFrames} + unit.frames;
     // Pieces without history take no memory: nothing fails once the sound has begun to change.
     std::array<float, std::size_t{2} * kPieceFrames> usual;
     std::unique_ptr<float[]> longer;
@@ -128,37 +128,20 @@ void EffectPass::Compute(const Unit& unit, const Store& store) {
         const unsigned slot = unit.firstSlot + i;
         piece.channels[slot] = {samples + i * each, each};
     }
-    Load(unit, piece);
+    input_.Load(piece, unit.firstSlot, unit.slots);
+    if (traits_.peak == PeakRule::kAsBefore) NotePeaksBefore(unit, piece);
     if (!cancelled_) processor_.Process(piece);
     for (std::span<float>& channel : piece.channels)
         if (!channel.empty()) channel = channel.last(unit.frames);
     store(unit, piece.channels);
 }
 
-void EffectPass::Load(const Unit& unit, EffectPiece& piece) {
-    const std::uint32_t silent = historyFrames_ - std::min(historyFrames_, unit.first);
-    std::array<std::span<float>, 2> heard;
-    for (unsigned slot = unit.firstSlot; slot < unit.firstSlot + unit.slots; ++slot) {
-        std::ranges::fill(piece.channels[slot].first(silent), 0.0f);
-        heard[slot] = piece.channels[slot].subspan(silent);
-    }
-    Read(unit, range_.start + unit.first - (historyFrames_ - silent), heard);
-    if (traits_.peak != PeakRule::kAsBefore) return;
+void EffectPass::NotePeaksBefore(const Unit& unit, const EffectPiece& piece) {
     for (unsigned slot = unit.firstSlot; slot < unit.firstSlot + unit.slots; ++slot) {
         Peaks& peaks = peaks_[std::min(slot, sound_.GetChannels() - 1)];
-        peaks.before = std::max(peaks.before, PeakOf(heard[slot]));
+        const auto heard = piece.channels[slot].subspan(input_.SilentFrames(piece));
+        peaks.before = std::max(peaks.before, PeakOf(heard));
     }
-}
-
-void EffectPass::Read(const Unit& unit, std::uint32_t first,
-                      const std::array<std::span<float>, 2>& heard) {
-    const auto reading = traits_.storing == Storing::kQuantized ? EightBitReading::kSignedByte
-                                                                : EightBitReading::kFull;
-    const unsigned channels = sound_.GetChannels();
-    if (unit.slots == 2 && channels == 2)
-        return ReadBothChannels(sound_, first, heard[0], heard[1], reading);
-    for (unsigned slot = unit.firstSlot; slot < unit.firstSlot + unit.slots; ++slot)
-        ReadChannel(sound_, std::min(slot, channels - 1), first, heard[slot], reading);
 }
 
 Onward EffectPass::ShowBefore(const Unit& unit) {

@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "effects/effect_table.h"
+#include "effects/piece_input.h"
 #include "platform/parallel.h"
 #include "platform/progress_window.h"
 #include "sound/frame_range.h"
@@ -50,8 +51,7 @@ class EffectPass {
     Unit UnitAt(UnitOrder order, std::size_t index) const;
     template <class Store>
     void Compute(const Unit& unit, const Store& store);
-    void Load(const Unit& unit, EffectPiece& piece);
-    void Read(const Unit& unit, std::uint32_t first, const std::array<std::span<float>, 2>& heard);
+    void NotePeaksBefore(const Unit& unit, const EffectPiece& piece);
     Onward ShowBefore(const Unit& unit);
     int PercentOf(std::uint32_t done) const;
 
@@ -61,7 +61,7 @@ class EffectPass {
     EffectProcessor& processor_;
     ProgressWindow& progress_;
     std::uint32_t pieceFrames_;
-    std::uint32_t historyFrames_;
+    PieceInput input_;
     std::size_t pieces_;
     unsigned slots_;
     bool cancelled_ = false;

@@ -98,6 +98,8 @@ struct WaveDeviceList {
     bool hasDefault = false;
 };
 
+class FrameOut;
+
 // The host's devices.
 class WaveDevices {
   public:
@@ -105,6 +107,8 @@ class WaveDevices {
 
     virtual std::unique_ptr<WaveOut> CreateOut() = 0;
     virtual std::unique_ptr<WaveIn> CreateIn() = 0;
+    // Null where there is none (frame_out.h).
+    virtual std::unique_ptr<FrameOut> CreateFrameOut();
     virtual WaveDeviceList Outputs() const = 0;
     virtual WaveDeviceList Inputs() const = 0;
     // Looks for devices that have come or gone since they were listed. While one of them is open

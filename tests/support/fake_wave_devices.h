@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "platform/wave_device.h"
+#include "support/fake_frame_out.h"
 
 namespace sonavel {
 
@@ -198,6 +199,9 @@ class FakeWaveDevices : public WaveDevices {
     std::unique_ptr<WaveIn> CreateIn() override {
         return std::make_unique<FakeWaveInHandle>(NextOf(ins_, insMade_));
     }
+    std::unique_ptr<FrameOut> CreateFrameOut() override {
+        return std::make_unique<FakeFrameOut>(frameOut);
+    }
     WaveDeviceList Outputs() const override { return outputs; }
     WaveDeviceList Inputs() const override { return {{{0, "Test input"}}, true}; }
     void ListAnew() override {
@@ -205,6 +209,8 @@ class FakeWaveDevices : public WaveDevices {
         if (onListAnew) onListAnew();
     }
 
+    // Of all that is played live.
+    std::shared_ptr<FakeFrameDevice> frameOut = std::make_shared<FakeFrameDevice>();
     WaveDeviceList outputs{{{0, "Test output"}}, true};
     int listings = 0;
     std::function<void()> onListAnew;

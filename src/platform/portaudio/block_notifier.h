@@ -11,7 +11,7 @@
 #include <thread>
 #include <vector>
 
-#include "platform/portaudio/wake_up.h"
+#include "platform/wake_up.h"
 #include "platform/wave_device.h"
 
 namespace sonavel {

@@ -10,6 +10,7 @@ namespace {
 
 // Below it, an ordinary desktop's scheduling shows as clicks.
 constexpr PaTime kLeastLatencySeconds = 0.1;
+constexpr PaTime kShortLatencySeconds = 0.04;
 
 // The sound libraries report every device that they do not find on the standard error stream.
 class SilencedStandardError {
@@ -66,7 +67,9 @@ int ChannelsOf(const PaDeviceInfo& info, StreamDirection direction) {
     return direction == StreamDirection::kOutput ? info.maxOutputChannels : info.maxInputChannels;
 }
 
-PaTime LatencyOf(const PaDeviceInfo& info, StreamDirection direction) {
+PaTime LatencyOf(const PaDeviceInfo& info, StreamDirection direction, StreamLatency latency) {
+    if (latency == StreamLatency::kShort)
+        return std::max(kShortLatencySeconds, info.defaultLowOutputLatency);
     return std::max(kLeastLatencySeconds, direction == StreamDirection::kOutput
                                               ? info.defaultHighOutputLatency
                                               : info.defaultHighInputLatency);
@@ -156,7 +159,7 @@ WaveResult PortAudioLibrary::TryOpen(PortAudioStream& stream, const StreamReques
     parameters.device = id;
     parameters.channelCount = request.format.channels;
     parameters.sampleFormat = SampleFormatOf(request.format);
-    parameters.suggestedLatency = LatencyOf(*info, direction);
+    parameters.suggestedLatency = LatencyOf(*info, direction, request.latency);
     const bool isInput = direction == StreamDirection::kInput;
     const PaError error = Pa_OpenStream(
         &stream.handle, isInput ? &parameters : nullptr, isInput ? nullptr : &parameters,

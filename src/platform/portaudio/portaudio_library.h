@@ -15,12 +15,17 @@ WaveResult ToWaveResult(PaError error);
 
 enum class StreamDirection { kInput, kOutput };
 
+// kShort: what is played is to be heard as soon as an ordinary desktop allows, at the price of a
+// click when that is very busy.
+enum class StreamLatency { kSafe, kShort };
+
 struct StreamRequest {
     int deviceId = kDefaultWaveDevice;
     WaveFormat format;
     StreamDirection direction = StreamDirection::kOutput;
     PaStreamCallback* callback = nullptr;  // its user data is the stream
     PaStreamFinishedCallback* finished = nullptr;
+    StreamLatency latency = StreamLatency::kSafe;
 };
 
 class PortAudioLibrary {

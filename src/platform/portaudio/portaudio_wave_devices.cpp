@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "platform/portaudio/portaudio_frame_out.h"
 #include "platform/portaudio/portaudio_wave_in.h"
 #include "platform/portaudio/portaudio_wave_out.h"
 
@@ -18,6 +19,10 @@ std::unique_ptr<WaveOut> PortAudioWaveDevices::CreateOut() {
 
 std::unique_ptr<WaveIn> PortAudioWaveDevices::CreateIn() {
     return std::make_unique<PortAudioWaveIn>(session_);
+}
+
+std::unique_ptr<FrameOut> PortAudioWaveDevices::CreateFrameOut() {
+    return std::make_unique<PortAudioFrameOut>(session_);
 }
 
 WaveDeviceList PortAudioWaveDevices::Outputs() const {

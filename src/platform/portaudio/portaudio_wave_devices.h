@@ -20,6 +20,7 @@ class PortAudioWaveDevices : public WaveDevices {
 
     std::unique_ptr<WaveOut> CreateOut() override;
     std::unique_ptr<WaveIn> CreateIn() override;
+    std::unique_ptr<FrameOut> CreateFrameOut() override;
     WaveDeviceList Outputs() const override;
     WaveDeviceList Inputs() const override;
     void ListAnew() override;

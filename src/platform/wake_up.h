@@ -1,4 +1,5 @@
-// A semaphore that an audio callback may raise and a thread waits for, also for some time only.
+// A semaphore that a thread waits for, also for some time only, and that an audio callback may
+// raise: that takes no lock.
 #pragma once
 
 #include <semaphore.h>

@@ -1,0 +1,36 @@
+// A placed source heard live: rendered as Apply does, over a range that is played again and again
+// while the placing changes.
+#pragma once
+
+#include "audio/live_player.h"
+#include "platform/latest_value.h"
+#include "spatial/placing.h"
+
+namespace sonavel {
+
+// In what Live differs from what OK makes.
+inline constexpr const char* kLivePlacingNote =
+    "Live holds at full scale: the result may differ in level.";
+
+class LivePlacing : public LiveMaker {
+  public:
+    // The sound must outlive it and stay as it is; the range is not empty. The listener is used by
+    // nobody else meanwhile.
+    LivePlacing(const RangeInput& input, Listener& listener) : input_(input), listener_(listener) {}
+
+    // On one thread, beside the one that makes renderers. A placing without points is not heard.
+    void Set(Placing placing) { placing_.Give(std::move(placing)); }
+
+    LiveRange Range() const override {
+        return {input_.range.Frames(), input_.sound.GetSamplesPerSecond()};
+    }
+    std::unique_ptr<LiveRenderer> MakeUntouched() override;
+    std::unique_ptr<LiveRenderer> MakeLatest(std::uint32_t at) override;
+
+  private:
+    RangeInput input_;
+    Listener& listener_;
+    LatestValue<Placing> placing_;
+};
+
+}  // namespace sonavel
