@@ -6,7 +6,7 @@
 namespace sonavel {
 namespace {
 
-enum Column { kWaveform, kName, kTime, kLength, kEdits, kChoice, kColumnCount };
+enum Column { kWaveformColumn, kNameColumn, kTimeColumn, kLengthColumn, kEditsColumn, kChoiceColumn, kColumnCount };
 
 constexpr QSize kIconSize{120, 32};
 constexpr QSize kListSize{760, 220};
@@ -33,17 +33,17 @@ LeftWorkDialog::LeftWorkDialog(const std::vector<LeftWorkRow>& rows, QWidget* pa
 
 void LeftWorkDialog::AddRow(const LeftWorkRow& row) {
     auto* item = new QTreeWidgetItem(list_);
-    if (!row.waveform.isNull()) item->setIcon(kWaveform, QIcon(row.waveform));
-    item->setSizeHint(kWaveform, kIconSize + QSize(8, 4));
-    item->setText(kName, row.name);
-    item->setToolTip(kName, row.path);
-    item->setText(kTime, row.time);
-    item->setText(kLength, row.length);
-    item->setText(kEdits, QString::number(row.edits));
+    if (!row.waveform.isNull()) item->setIcon(kWaveformColumn, QIcon(row.waveform));
+    item->setSizeHint(kWaveformColumn, kIconSize + QSize(8, 4));
+    item->setText(kNameColumn, row.name);
+    item->setToolTip(kNameColumn, row.path);
+    item->setText(kTimeColumn, row.time);
+    item->setText(kLengthColumn, row.length);
+    item->setText(kEditsColumn, QString::number(row.edits));
     auto* choice = new QComboBox(list_);
     choice->addItems({tr("Recover"), tr("Discard"), tr("Later")});
     choice->setAccessibleName(row.name);
-    list_->setItemWidget(item, kChoice, choice);
+    list_->setItemWidget(item, kChoiceColumn, choice);
     choices_.push_back(choice);
 }
 
