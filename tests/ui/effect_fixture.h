@@ -6,6 +6,7 @@
 
 #include "effects/ui/effect_command_target.h"
 #include "support/recording_prompts.h"
+#include "ui/live_devices.h"
 #include "ui/view_fixture.h"
 
 namespace sonavel {
@@ -99,7 +100,7 @@ class EffectFixture : public ::testing::Test {
     RecordingPrompts prompts_;
     WatchedProgress progress_;
     MemoryClipboard clipboard_;
-    HeadlessWaveDevices devices_{WavePace::kAsFastAsAsked};
+    LiveTestDevices devices_{WavePace::kAsFastAsAsked};
     HostServices services_{prompts_, progress_, clipboard_, devices_, folder_};
     std::unique_ptr<Workspace> workspace_;
     EffectState state_;

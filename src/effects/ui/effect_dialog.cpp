@@ -39,6 +39,7 @@ void EffectDialog::AddButtons(const QString& instruction) {
     row->setContentsMargins(12, 0, 12, 12);
     row->setSpacing(kButtonSpacing);
     if (effect_.HasPreview()) row->addWidget(MakePreview(instruction).Button());
+    AddLive(*row);
     connect(AddButton(*row, tr("&Reset")), &QPushButton::clicked, this, [this] { Reset(); });
     if (Preview())
         AddProgress(*row);
@@ -47,6 +48,34 @@ void EffectDialog::AddButtons(const QString& instruction) {
     AddApply(*row);
     AddOkAndCancel(*row);
     Outer().addLayout(row);
+}
+
+void EffectDialog::AddLive(QHBoxLayout& buttons) {
+    LiveToggle& live =
+        MakeLiveToggle({QString::fromUtf8(LiveNote(effect_)), tr("Li&ve"), tr("B&ypass")});
+    buttons.addWidget(live.Button());
+    connect(&live, &LiveToggle::Silent, this, [this] { heard_ = nullptr; });
+    auto* line = new QHBoxLayout;
+    line->setContentsMargins(12, 0, 12, 8);
+    line->addWidget(live.Line());
+    Outer().addLayout(line);
+    const CWave& sound = Document().Sound();
+    if (const char* reason = LiveRefusal(effect_, sound)) live.Refuse(QString::fromUtf8(reason));
+}
+
+std::unique_ptr<LiveMaker> EffectDialog::MakeLive() {
+    const FrameRange range = RangeOf(Target());
+    if (range.IsEmpty()) return nullptr;
+    auto maker = std::make_unique<LiveEffect>(effect_, Document().Sound(), range);
+    heard_ = maker.get();
+    heard_->Set(Values());
+    return maker;
+}
+
+void EffectDialog::SetLive() {
+    if (!heard_ || !Live()) return;
+    heard_->Set(Values());
+    Live()->MakeAnew();
 }
 
 void EffectDialog::AddApply(QHBoxLayout& buttons) {
@@ -81,6 +110,7 @@ void EffectDialog::AddControls(Direction direction) {
 
 ParameterControl& EffectDialog::AddControl(const EffectParameter& parameter, Direction direction) {
     controls_.push_back(new ParameterControl(parameter, direction, this));
+    connect(controls_.back(), &ParameterControl::Changed, this, &EffectDialog::SetLive);
     return *controls_.back();
 }
 

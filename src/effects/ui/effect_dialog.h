@@ -6,6 +6,7 @@
 
 #include "effects/effect_runner.h"
 #include "effects/effect_table.h"
+#include "effects/live_effect.h"
 #include "effects/ui/effect_memory.h"
 #include "effects/ui/parameter_control.h"
 #include "effects/ui/preview_dialog.h"
@@ -67,12 +68,15 @@ class EffectDialog : public PreviewDialog {
     virtual void RecallAll() { Recall(effect_, 0, controls_.size()); }
 
     Outcome Run(Purpose purpose) override;
+    std::unique_ptr<LiveMaker> MakeLive() override;
 
   private:
     EffectTarget Target();
     Outcome RunDisabled();
     void AddProgress(QHBoxLayout& buttons);
     void AddButtons(const QString& instruction);
+    void AddLive(QHBoxLayout& buttons);
+    void SetLive();
     // Applies also where OK would leave this sound as it is; there alone it is shown.
     void AddApply(QHBoxLayout& buttons);
 
@@ -82,6 +86,7 @@ class EffectDialog : public PreviewDialog {
     Applying applying_ = Applying::kAsOk;
     QVBoxLayout* body_;
     std::vector<ParameterControl*> controls_;
+    LiveEffect* heard_ = nullptr;  // while Live plays
 };
 
 }  // namespace sonavel

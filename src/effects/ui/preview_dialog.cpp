@@ -24,13 +24,27 @@ PreviewDialog::~PreviewDialog() = default;
 PreviewToggle& PreviewDialog::MakePreview(const QString& instruction) {
     preview_ = std::make_unique<PreviewToggle>(
         Document(), [this] { return RunPreview(); }, this);
-    connect(preview_.get(), &PreviewToggle::Rendering, this, [this] { header_->SetStatus({}); });
+    connect(preview_.get(), &PreviewToggle::Rendering, this, [this] {
+        if (live_) live_->Stop();
+        header_->SetStatus({});
+    });
     connect(preview_.get(), &PreviewToggle::Silent, this,
             [this, instruction](const QString& reason) {
                 OnSilent();
                 header_->SetStatus(reason.isEmpty() ? instruction : reason);
             });
     return *preview_;
+}
+
+LiveToggle& PreviewDialog::MakeLiveToggle(const LiveTexts& texts) {
+    live_ = std::make_unique<LiveToggle>(
+        View(), [this] { return MakeLive(); }, texts, this);
+    connect(live_.get(), &LiveToggle::Starting, this, [this] {
+        // They would be heard over each other.
+        if (preview_ && Document().Preview().IsPlaying()) preview_->Stop();
+        Document().Sound().Stop(CWavePlayer::StopReport::kShow);
+    });
+    return *live_;
 }
 
 QPushButton* PreviewDialog::AddButton(QHBoxLayout& row, const QString& text) {
@@ -68,6 +82,8 @@ Outcome PreviewDialog::RunPreview() {
 
 void PreviewDialog::done(int result) {
     if (running_) return;
+    if (live_) live_->Stop();
+    live_.reset();
     // The positions go back to the view.
     if (preview_) Document().Preview().Stop(CWavePlayer::StopReport::kSilent);
     preview_.reset();

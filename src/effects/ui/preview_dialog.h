@@ -1,6 +1,6 @@
 // What every dialog that previews has in common, of an effect or of a place in space: the look, the
-// header line with its notes, Preview and Stop with their progress, OK and Cancel, and that it
-// stays open while it computes.
+// header line with its notes, Preview and Stop with their progress, Live, OK and Cancel, and that
+// it stays open while it computes.
 #pragma once
 
 #include <QBoxLayout>
@@ -9,6 +9,7 @@
 #include <memory>
 
 #include "effects/ui/effect_look.h"
+#include "effects/ui/live_toggle.h"
 #include "effects/ui/preview_toggle.h"
 #include "view/sound_view.h"
 
@@ -37,6 +38,8 @@ class PreviewDialog : public QDialog {
     virtual Outcome Run(Purpose purpose) = 0;
     // The preview has fallen silent.
     virtual void OnSilent() {}
+    // What is heard live, with what is set now; null when there is nothing to hear.
+    virtual std::unique_ptr<LiveMaker> MakeLive() = 0;
 
     CSoundView& View() const { return view_; }
     CSoundDoc& Document() const { return view_.Document(); }
@@ -47,6 +50,8 @@ class PreviewDialog : public QDialog {
     // The header line says the instruction whenever a preview has fallen silent.
     PreviewToggle& MakePreview(const QString& instruction);
     PreviewToggle* Preview() const { return preview_.get(); }  // null without a preview
+    LiveToggle& MakeLiveToggle(const LiveTexts& texts);
+    LiveToggle* Live() const { return live_.get(); }  // null once the dialog has ended
     // A button that Enter does not press.
     QPushButton* AddButton(QHBoxLayout& row, const QString& text);
     // Returns OK, which Enter presses.
@@ -64,6 +69,7 @@ class PreviewDialog : public QDialog {
     EffectHeader* header_;
     QVBoxLayout* outer_;
     std::unique_ptr<PreviewToggle> preview_;
+    std::unique_ptr<LiveToggle> live_;
     bool running_ = false;
 };
 

@@ -51,7 +51,12 @@ SpatialDialog::SpatialDialog(CSoundView& view, SpatialMemory& memory, SourceMoti
     middle->addLayout(sceneColumn, 1);
     middle->addLayout(side_);
     Outer().addLayout(middle, 1);
-    Outer().addLayout(MakeButtons());
+    QLayout* buttons = MakeButtons();
+    auto* liveLine = new QHBoxLayout;
+    liveLine->setContentsMargins(12, 0, 12, 8);
+    liveLine->addWidget(Live()->Line());
+    Outer().addLayout(liveLine);
+    Outer().addLayout(buttons);
     if (motion == SourceMotion::kMoving) MakeWay();
     connect(heard_, &SmoothBox::Edited, this, [this] { ShowPoints(content_, selected_); });
     ballTimer_.setInterval(kBallInterval);
@@ -81,6 +86,13 @@ QLayout* SpatialDialog::MakeButtons() {
     row->setContentsMargins(12, 0, 12, 12);
     row->setSpacing(12);
     row->addWidget(Preview()->Button());
+    LiveToggle& live = MakeLiveToggle({QString::fromUtf8(kLivePlacingNote)});
+    row->addWidget(live.Button());
+    connect(&live, &LiveToggle::Heard, this, &SpatialDialog::FollowLive);
+    connect(&live, &LiveToggle::Silent, this, [this] {
+        live_ = nullptr;
+        HideBall();
+    });
     row->addWidget(Preview()->Bar(), 1);
     row->addWidget(Preview()->Percent());
     row->addSpacing(24);
@@ -119,6 +131,32 @@ void SpatialDialog::ShowPoints(SceneContent content, int selected) {
     Preview()->Button()->setEnabled(any || Document().Preview().IsPlaying());
     if (presets_) presets_->SetSavingEnabled(any);
     scene_->SetContent(std::move(content));
+    SetLive();
+}
+
+std::unique_ptr<LiveMaker> SpatialDialog::MakeLive() {
+    const FrameRange range = HeardRange();
+    if (range.IsEmpty()) return nullptr;
+    auto maker =
+        std::make_unique<LivePlacing>(RangeInput{Document().Sound(), range}, shared_.listener);
+    live_ = maker.get();
+    SetLive();
+    return maker;
+}
+
+void SpatialDialog::SetLive() {
+    if (!live_ || !Live()) return;
+    Placing placing = Placed();
+    // Without a point, the last one stays heard.
+    if (placing.points.empty()) return;
+    liveCourse_ = CourseOf(placing, SecondsOfRange());
+    live_->Set(std::move(placing));
+    Live()->MakeAnew();
+}
+
+void SpatialDialog::FollowLive(double share) {
+    if (!liveCourse_.corners.empty())
+        scene_->SetBall(PositionWhilePlaying(liveCourse_, share));
 }
 
 void SpatialDialog::MakeWay() {
@@ -140,11 +178,13 @@ Placing SpatialDialog::Placed() const {
     return placing;
 }
 
-double SpatialDialog::SecondsOfRange() const {
-    const CWave& sound = Document().Sound();
+FrameRange SpatialDialog::HeardRange() const {
     const Selection selection = View().State().GetSelection();
-    const FrameRange range = RangeToWorkOn(selection.start, selection.end, sound.GetFrameCount());
-    return std::max(1.0, 1.0 * range.Frames()) / sound.GetSamplesPerSecond();
+    return RangeToWorkOn(selection.start, selection.end, Document().Sound().GetFrameCount());
+}
+
+double SpatialDialog::SecondsOfRange() const {
+    return std::max(1.0, 1.0 * HeardRange().Frames()) / Document().Sound().GetSamplesPerSecond();
 }
 
 Outcome SpatialDialog::Run(Purpose purpose) {

@@ -1,5 +1,5 @@
 // What the 3D editors have in common: the scene, the numbers of the selected point, the presets,
-// and the ball that moves with the preview. An editor adds how its points are chosen.
+// and the ball that moves with what is heard. An editor adds how its points are chosen.
 #pragma once
 
 #include <QElapsedTimer>
@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "effects/ui/preview_dialog.h"
+#include "spatial/live_placing.h"
 #include "spatial/spatializer.h"
 #include "spatial/ui/path_box.h"
 #include "spatial/ui/point_numbers.h"
@@ -69,14 +70,20 @@ class SpatialDialog : public PreviewDialog {
     const ProgramFolder& Folder() const { return Document().Services().folder; }
 
     Outcome Run(Purpose purpose) override;
-    void OnSilent() override { HideBall(); }
+    std::unique_ptr<LiveMaker> MakeLive() override;
+    void OnSilent() override {
+        if (!live_) HideBall();
+    }
 
   private:
     QLayout* MakeButtons();
     void MakeWay();
     Placing ChosenWay() const;
     QStringList Notes() const;
+    FrameRange HeardRange() const;
     double SecondsOfRange() const;
+    void SetLive();
+    void FollowLive(double share);
     void FollowPreview(double share);
     void MoveBall();
     void HideBall();
@@ -94,6 +101,8 @@ class SpatialDialog : public PreviewDialog {
     SceneContent content_;  // as the editor gave it, its path straight
     int selected_ = -1;
     Course previewed_;
+    LivePlacing* live_ = nullptr;  // while Live plays
+    Course liveCourse_;
     double heardShare_ = 0;  // as the player told last
     QElapsedTimer sinceHeard_;
     QTimer ballTimer_;
