@@ -184,6 +184,7 @@ constexpr MenuEntry kEffects[] = {
     C(effect_command::kFlanger),
     C(effect_command::kModulator),
     kLine,
+    C(effect_command::kLiveAtOnce),
     C(effect_command::kOpenPreview),
 };
 
@@ -197,6 +198,8 @@ constexpr MenuEntry kSpatial[] = {
     C(spatial_command::kScene),
     C(spatial_command::kPlaceMany),
     C(spatial_command::kCrosstalk),
+    kLine,
+    C(spatial_command::kLiveAtOnce),
 };
 
 constexpr MenuEntry kWindow[] = {

@@ -35,8 +35,7 @@ class FrameRing {
     // Fills as many of the pairs as there are frames, from the first on, and returns how many.
     std::size_t Take(std::span<float> pairs) {
         const std::uint64_t taken = taken_.load(std::memory_order_relaxed);
-        const auto there =
-            static_cast<std::size_t>(put_.load(std::memory_order_acquire) - taken);
+        const auto there = static_cast<std::size_t>(put_.load(std::memory_order_acquire) - taken);
         const std::size_t frames = std::min(pairs.size() / 2, there);
         const std::size_t at = 2 * (taken % (pairs_.size() / 2));
         const std::size_t first = std::min(2 * frames, pairs_.size() - at);

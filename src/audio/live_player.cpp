@@ -16,8 +16,7 @@ constexpr std::uint32_t kMostPieces = 24;
 
 void RaiseTo(std::atomic<float>& peak, float value) {
     float known = peak.load(std::memory_order_relaxed);
-    while (known < value &&
-           !peak.compare_exchange_weak(known, value, std::memory_order_relaxed)) {
+    while (known < value && !peak.compare_exchange_weak(known, value, std::memory_order_relaxed)) {
     }
 }
 

@@ -21,8 +21,8 @@ class SharesOf {
   public:
     SharesOf(const EffectTraits& traits, unsigned bits) : bits_(bits) {
         const bool whole = AreWholeNumbers(bits);
-        stored_ = whole && (traits.storing == Storing::kTruncated ||
-                            traits.storing == Storing::kQuantized);
+        stored_ = whole &&
+                  (traits.storing == Storing::kTruncated || traits.storing == Storing::kQuantized);
         quantized_ = whole && traits.storing == Storing::kQuantized;
     }
 
@@ -95,11 +95,10 @@ class ProcessedRange : public LiveRenderer {
         const unsigned channels = sound_.GetChannels();
         for (unsigned slot = 0; slot < (remembers_ ? channels : 1); ++slot) {
             auto state = std::make_unique<EffectState>();
-            auto processor =
-                effect_.make(values_, {sound_.GetSamplesPerSecond(), sound_.GetBits(), channels,
-                                       range_.Frames(), *state});
-            voices_.push_back({std::move(state), std::move(processor), slot,
-                               remembers_ ? 1 : channels});
+            auto processor = effect_.make(values_, {sound_.GetSamplesPerSecond(), sound_.GetBits(),
+                                                    channels, range_.Frames(), *state});
+            voices_.push_back(
+                {std::move(state), std::move(processor), slot, remembers_ ? 1 : channels});
         }
         next_ = 0;
         computed_ = false;

@@ -21,8 +21,8 @@ struct SineSetting {
 };
 
 inline float SineAt(const SineSetting& sine, std::uint32_t frame) {
-    return static_cast<float>(
-        sine.amplitude * std::sin(2 * std::numbers::pi * frame / sine.period + sine.phase));
+    return static_cast<float>(sine.amplitude *
+                              std::sin(2 * std::numbers::pi * frame / sine.period + sine.phase));
 }
 
 class SineRenderer : public LiveRenderer {

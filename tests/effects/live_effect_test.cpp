@@ -41,8 +41,9 @@ class LiveEffectTest : public EffectTest {
         Heard heard{std::vector<float>(std::size_t{2} * frames)};
         for (std::uint32_t done = 0; done < frames; done += kPiece) {
             const std::uint32_t count = std::min(kPiece, frames - done);
-            renderer.Render(first + done, std::span(heard.pairs)
-                                              .subspan(std::size_t{2} * done, std::size_t{2} * count));
+            renderer.Render(
+                first + done,
+                std::span(heard.pairs).subspan(std::size_t{2} * done, std::size_t{2} * count));
         }
         return heard;
     }
@@ -162,12 +163,9 @@ TEST_F(LiveEffectTest, WhatCannotBeHeardLiveSaysWhy) {
         unsigned channels;
         const char* part;  // of the reason; null when it can
     };
-    const Case cases[] = {{"volume", 1, nullptr},
-                          {"equalizer", 2, nullptr},
-                          {"panpot", 2, nullptr},
-                          {"panpot", 1, "Mono File"},
-                          {"tempo", 2, "how long"},
-                          {"noise-reduce", 2, "whole range"}};
+    const Case cases[] = {{"volume", 1, nullptr},   {"equalizer", 2, nullptr},
+                          {"panpot", 2, nullptr},   {"panpot", 1, "Mono File"},
+                          {"tempo", 2, "how long"}, {"noise-reduce", 2, "whole range"}};
     for (const Case& effect : cases) {
         const auto document = MakeNoise({effect.channels, 16}, 10);
         const char* const why = LiveRefusal(*FindEffect(effect.name), document->Sound());

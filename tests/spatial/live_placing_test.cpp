@@ -68,10 +68,9 @@ TEST_F(LivePlacingTest, AFixedPlacingIsHeardAsItIsApplied) {
             EXPECT_EQ(Render(*renderer, 1234, 500),
                       std::vector<float>(heard.begin() + 2468, heard.begin() + 3468))
                 << "from elsewhere";
-            ASSERT_TRUE(SpatializePlaced(
-                {*document, kRange.start,
-                 kRange.end, "", SpatialOutcome::kApply},
-                placing, listener_));
+            ASSERT_TRUE(
+                SpatializePlaced({*document, kRange.start, kRange.end, "", SpatialOutcome::kApply},
+                                 placing, listener_));
             for (std::uint32_t i = 0; i < kRange.Frames(); ++i)
                 for (const unsigned ear : {0u, 1u})
                     ASSERT_NEAR(heard[2 * i + ear] * 32768,

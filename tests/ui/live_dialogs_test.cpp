@@ -111,7 +111,8 @@ TEST_F(LiveDialogs, EveryEffectWithAProcessorIsHeardAndTheOthersSayWhyNot) {
         ASSERT_TRUE(live);
         const char* const refusal = LiveRefusal(effect, Sound());
         EXPECT_EQ(live->isEnabled(), refusal == nullptr);
-        EXPECT_EQ(live->toolTip() == QString::fromUtf8(refusal ? refusal : "-"), refusal != nullptr);
+        EXPECT_EQ(live->toolTip() == QString::fromUtf8(refusal ? refusal : "-"),
+                  refusal != nullptr);
         if (refusal) continue;
         live->click();
         EXPECT_TRUE(Hears([](float left, float) { return left != 0; }));
@@ -177,6 +178,20 @@ TEST_F(LiveDialogs, OkAppliesWhatWasHeard) {
     }));
     EXPECT_FALSE(IsHeard());
     EXPECT_EQ(Sound().GetSample(0, 10), 250);
+}
+
+TEST_F(LiveDialogs, DialogsAreHeardAtOnceWhereThatIsWanted) {
+    Open({});
+    EXPECT_TRUE(commands_->RunCommand(kLiveAtOnce));
+    EXPECT_TRUE(commands_->StateOfCommand(kLiveAtOnce).checked);
+    for (const bool wanted : {true, false}) {
+        for (const int commandId : {kVolume, kTempo})
+            EXPECT_FALSE(RunWith(commandId, [&](QDialog& dialog) {
+                EXPECT_EQ(IsHeard(), wanted && commandId == kVolume);
+                dialog.reject();
+            }));
+        EXPECT_TRUE(commands_->RunCommand(kLiveAtOnce));
+    }
 }
 
 TEST_F(LiveDialogs, APointDraggedToTheOtherSideIsHeardThere) {

@@ -6,7 +6,15 @@
 namespace sonavel {
 namespace {
 
-enum Column { kWaveformColumn, kNameColumn, kTimeColumn, kLengthColumn, kEditsColumn, kChoiceColumn, kColumnCount };
+enum Column {
+    kWaveformColumn,
+    kNameColumn,
+    kTimeColumn,
+    kLengthColumn,
+    kEditsColumn,
+    kChoiceColumn,
+    kColumnCount
+};
 
 constexpr QSize kIconSize{120, 32};
 constexpr QSize kListSize{760, 220};

@@ -32,6 +32,8 @@ constexpr CommandInfo kOtherRows[] = {
      "Learn from the selection the noise that is to be reduced"},
     {effect_command::kConvert, "", "&Convert...", "",
      "Give the sound another rate, other bits or channels"},
+    {effect_command::kLiveAtOnce, "", "Live &at Once", "",
+     "Hear effects live as soon as their dialogs open"},
     {effect_command::kOpenPreview, "", "&Open Preview as New Document", "",
      "Open a copy of what was last previewed as a new sound"}};
 
@@ -97,6 +99,7 @@ bool EffectCommands::HandlesCommand(int id) const {
 }
 
 CommandState EffectCommands::StateOfCommand(int id) const {
+    if (id == effect_command::kLiveAtOnce) return {true, host_.memory.beginsLive};
     const CSoundView* view = host_.activeView();
     if (!view || view->Sound().IsRecording()) return {false, false};
     const CSoundDoc& document = view->Document();
@@ -111,6 +114,10 @@ std::string EffectCommands::MenuTextOfCommand(int id) const {
 
 Outcome EffectCommands::RunCommand(int id) {
     if (!StateOfCommand(id).enabled) return Failed(failure::kNotOffered);
+    if (id == effect_command::kLiveAtOnce) {
+        host_.memory.beginsLive = !host_.memory.beginsLive;
+        return Done();
+    }
     CSoundView& view = *host_.activeView();
     const Selection at = view.State().GetSelection();
     switch (id) {
@@ -131,6 +138,7 @@ Outcome EffectCommands::RunCommand(int id) {
 
 Outcome EffectCommands::RunEffect(int id, CSoundView& view) {
     const auto dialog = MakeEffectDialog(id, {view, host_.state, host_.memory}, host_.window);
+    if (dialog && host_.memory.beginsLive) dialog->BeginLive();
     if (dialog) return dialog->exec() == QDialog::Accepted ? dialog->Apply() : Cancelled();
     const auto effect = std::ranges::find(Effects(), id, &Effect::commandId);
     return ApplyEffectTo(view, host_.state, *effect, {});

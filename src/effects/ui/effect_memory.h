@@ -12,6 +12,7 @@ struct EffectMemory {
     // By the effect's name: one value for each of its parameters. Empty before the first dialog.
     std::map<std::string, std::vector<double>> values;
     bool dynamicsLinked = true;
+    bool beginsLive = false;  // whether dialogs are heard live as soon as they open
 };
 
 }  // namespace sonavel

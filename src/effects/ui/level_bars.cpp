@@ -10,7 +10,7 @@ namespace sonavel {
 namespace {
 
 constexpr double kSpanDecibels = 60;
-constexpr double kFall = 0.02;         // of the length, each time
+constexpr double kFall = 0.02;           // of the length, each time
 constexpr double kNearFullScale = 0.98;  // from there on the bar warns
 constexpr QRgb kGround = qRgb(0x10, 0x28, 0x28);
 constexpr QRgb kBar = qRgb(0x2E, 0xC4, 0x7A);

@@ -82,8 +82,8 @@ void LiveToggle::Start() {
     std::unique_ptr<LiveMaker> maker = make_();
     if (!maker) return ShowPlaying(false);
     range_ = maker->Range();
-    auto player = std::make_unique<LivePlayer>(std::move(maker),
-                                               view_.Document().Services().devices);
+    auto player =
+        std::make_unique<LivePlayer>(std::move(maker), view_.Document().Services().devices);
     player->SetBypass(IsBypassed() ? Bypass::kOn : Bypass::kOff);
     const WaveResult started =
         player->Start(view_.Document().Options().playbackDeviceId, [this] { NoteLoss(); });

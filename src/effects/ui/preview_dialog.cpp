@@ -62,6 +62,10 @@ QPushButton* PreviewDialog::AddOkAndCancel(QHBoxLayout& row) {
     return ok;
 }
 
+void PreviewDialog::BeginLive() {
+    if (live_ && live_->Button()->isEnabled() && !live_->IsPlaying()) live_->Toggle();
+}
+
 Outcome PreviewDialog::Apply() {
     return RunWhileOpen(Purpose::kApply);
 }

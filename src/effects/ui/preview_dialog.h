@@ -24,7 +24,10 @@ class PreviewDialog : public QDialog {
     // Does to the document what is set; to be called after the dialog has ended with OK.
     Outcome Apply();
 
-    // Ends the preview, whichever way the dialog ends.
+    // As the button Live does, where it can.
+    void BeginLive();
+
+    // Ends the preview and Live, whichever way the dialog ends.
     void done(int result) override;
 
   protected:

@@ -10,7 +10,7 @@ namespace {
 
 // Below it, an ordinary desktop's scheduling shows as clicks.
 constexpr PaTime kLeastLatencySeconds = 0.1;
-constexpr PaTime kShortLatencySeconds = 0.04;
+constexpr PaTime kShortLatencySeconds = 0.05;
 
 // The sound libraries report every device that they do not find on the standard error stream.
 class SilencedStandardError {

@@ -20,6 +20,7 @@ template <class Dialog>
 Outcome Open(SpatialCommandTarget& target, SourceMotion motion) {
     Prepare(target);
     Dialog dialog(target.view, target.memory, motion, QApplication::activeWindow());
+    if (target.memory.beginsLive) dialog.BeginLive();
     return dialog.exec() == QDialog::Accepted ? dialog.Apply() : Cancelled();
 }
 
@@ -55,6 +56,15 @@ Outcome PlaceMany(SpatialCommandTarget& target) {
     // Asked for once, and not again without being asked.
     choice->filesThere = FilesThere::kKeep;
     return WritePlaces(target.document, *places, target.memory.listener, [](std::size_t) {});
+}
+
+Outcome SwitchLiveAtOnce(SpatialCommandTarget& target) {
+    target.memory.beginsLive = !target.memory.beginsLive;
+    return Done();
+}
+
+CommandState LiveAtOnce(const SpatialCommandTarget& target) {
+    return {true, target.memory.beginsLive};
 }
 
 CommandState WhenThereIsSound(const SpatialCommandTarget& target) {
@@ -101,6 +111,10 @@ constexpr Row kTable[] = {
       "Writes a file of the sound as heard from each of many points"},
      PlaceMany,
      WhenThereIsSound},
+    {{spatial_command::kLiveAtOnce, "", "&Live at Once", "",
+      "Hear the 3D editors live as soon as they open"},
+     SwitchLiveAtOnce,
+     LiveAtOnce},
 };
 
 }  // namespace

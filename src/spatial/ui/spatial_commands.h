@@ -18,6 +18,7 @@ enum Id : int {
     kCrosstalk = 33300,
     kPlaceMany = 33301,
     kScene = 33302,  // of the programs that know all open sounds
+    kLiveAtOnce = 33303,
 };
 }  // namespace spatial_command
 

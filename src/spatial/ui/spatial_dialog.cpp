@@ -155,8 +155,7 @@ void SpatialDialog::SetLive() {
 }
 
 void SpatialDialog::FollowLive(double share) {
-    if (!liveCourse_.corners.empty())
-        scene_->SetBall(PositionWhilePlaying(liveCourse_, share));
+    if (!liveCourse_.corners.empty()) scene_->SetBall(PositionWhilePlaying(liveCourse_, share));
 }
 
 void SpatialDialog::MakeWay() {

@@ -51,6 +51,7 @@ struct SpatialMemory {
     std::function<void(Listener&)> prepare;
     ShapeNumbers shape;        // of the path that was begun with last
     double speakerAngle = 30;  // degrees
+    bool beginsLive = false;   // whether editors are heard live as soon as they open
     std::optional<ManyPlacesChoice> places;
 };
 
