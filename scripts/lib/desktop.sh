@@ -12,6 +12,40 @@ start_desktop() {
   start_null_sink
 }
 
+# Likewise, with a Wayland compositor in place of the window manager: it fills the display, and gets keys and
+# mouse from it.
+start_wayland_desktop() {
+  desktop_dir=$(mktemp -d "${TMPDIR:-/tmp}/sonavel-desktop-XXXXXX")
+  set_private_environment
+  start_display
+  start_compositor
+  start_null_sink
+}
+
+start_compositor() {
+  # Neither the screen keyboard, which would lie over the program, nor anything that takes its time.
+  cat >"$desktop_dir/weston.ini" <<'WESTON'
+[core]
+idle-time=0
+[shell]
+panel-position=none
+animation=none
+startup-animation=none
+close-animation=none
+locking=false
+[input-method]
+path=
+WESTON
+  in_background weston --config="$desktop_dir/weston.ini" --backend=x11-backend.so --use-pixman \
+    --width=1600 --height=1000 --socket=sonavel-wayland
+  poll 30 test -S "$XDG_RUNTIME_DIR/sonavel-wayland" || desktop_failed "no compositor came up"
+  poll 30 compositor_window || desktop_failed "the compositor has no window"
+  export SONAVEL_COMPOSITOR=$(compositor_window) SONAVEL_DESKTOP=wayland
+  export WAYLAND_DISPLAY=sonavel-wayland QT_QPA_PLATFORM=wayland
+}
+
+compositor_window() { xwininfo -root -children | grep -o '0x[0-9a-f]* .*1600x1000+0+0' | grep -o '^0x[0-9a-f]*'; }
+
 set_private_environment() {
   unset WAYLAND_DISPLAY XAUTHORITY DBUS_SESSION_BUS_ADDRESS SESSION_MANAGER PULSE_SINK PULSE_SOURCE
   unset "${!QT_@}"

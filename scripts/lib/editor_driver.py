@@ -66,6 +66,10 @@ def place_of(window):
     return tuple(int(re.search(rf"{field}: +(-?\d+)", shown)[1]) for field in fields)
 
 
+def active_window():
+    return xdotool("getactivewindow")
+
+
 def property_of(window, name):
     shown = subprocess.run(["xprop", "-id", str(window), name], capture_output=True, text=True,
                            check=False, timeout=30).stdout
@@ -96,6 +100,10 @@ def drag(start, end, hold=0.0):
 
 def pixels_of(window, area=None):
     """The window as it stands on the screen: raw RGB bytes, of an area "WxH+X+Y" when given."""
+    return pixels_of_screen(window, area)
+
+
+def pixels_of_screen(window, area):
     crop = ["-crop", area, "+repage"] if area else []
     done = subprocess.run(
         ["import", "-silent", "-window", str(window), *crop, "-depth", "8", "rgb:-"],
@@ -204,7 +212,7 @@ class Editor:
 
         def shown():
             found = [window for window in self.windows(name) if window != self.window]
-            return found[0] if found and xdotool("getactivewindow") == found[0] else None
+            return found[0] if found and active_window() == found[0] else None
 
         return wait_for(f"a window named {name!r}", shown)
 
@@ -239,7 +247,7 @@ class Editor:
             if self.process.poll() is not None:
                 return True
             asking = [window for window in self.windows("^Sonavel$") if window != self.window]
-            if asking and xdotool("getactivewindow") == asking[0]:
+            if asking and active_window() == asking[0]:
                 key("alt+d")  # Discard
             return False
 
@@ -283,3 +291,7 @@ class Monitor:
 
     def heard(self):
         return self.path.read_bytes()
+
+
+if os.environ.get("SONAVEL_DESKTOP") == "wayland":
+    import wayland_windows  # noqa: E402,F401  (it replaces what asks the X server)

@@ -1,11 +1,13 @@
 #include "app/command_palette.h"
 
 #include <QKeyEvent>
+#include <QSignalBlocker>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <set>
 
 #include "platform/command_search.h"
+#include "platform/qt/spoken_message.h"
 #include "platform/qt/utf8_text.h"
 
 namespace sonavel {
@@ -69,6 +71,8 @@ CommandPalette::CommandPalette(std::vector<PaletteRow> rows, QWidget* parent)
       refusal_(new QLabel(this)) {
     setWindowTitle(tr("Find Command"));
     typed_->setPlaceholderText(tr("A few letters of a command"));
+    typed_->setAccessibleName(tr("A few letters of a command"));
+    list_->setAccessibleName(tr("Commands"));
     list_->setFocusPolicy(Qt::NoFocus);
     refusal_->setWordWrap(true);
     auto* column = new QVBoxLayout(this);
@@ -95,6 +99,8 @@ void CommandPalette::Find(const QString& typed) {
         if (const auto cost = CommandFit(typed.toStdString(), name)) fits.push_back({*cost, i});
     }
     std::ranges::stable_sort(fits, {}, &Fit::cost);
+    // What is chosen on the way is not worth telling.
+    const QSignalBlocker quiet(list_);
     list_->clear();
     for (const Fit& fit : fits) {
         const PaletteRow& row = rows_[fit.row];
@@ -115,6 +121,11 @@ const PaletteRow* CommandPalette::Current() const {
 void CommandPalette::ShowRefusal() {
     const PaletteRow* row = Current();
     refusal_->setText(row ? row->refusal : tr("No command has these letters."));
+    // The line keeps the keyboard, so that readers hear of the row through its description.
+    QStringList spoken{row ? row->name : QString(), row ? row->key : QString(), refusal_->text()};
+    spoken.removeAll(QString());
+    typed_->setAccessibleDescription(spoken.join(QStringLiteral(", ")));
+    SayOf(*typed_, typed_->accessibleDescription());
 }
 
 void CommandPalette::Choose() {

@@ -1,13 +1,19 @@
 #include <QAccessible>
+#include <QMenuBar>
 #include <QSet>
 
+#include "app/accessibility.h"
 #include "app/command_ids.h"
+#include "app/command_palette.h"
 #include "app/help/manual_window.h"
 #include "app_fixture.h"
+#include "effects/effect_table.h"
 #include "effects/ui/effect_command_target.h"
+#include "meter/ui/play_meter.h"
+#include "spatial/ui/scene_widget.h"
 #include "spatial/ui/spatial_commands.h"
 #include "view/commands/view_commands.h"
-#include "view/ui/sound_view_accessible.h"
+#include "view/ui/sound_view_widget.h"
 
 namespace sonavel {
 namespace {
@@ -75,7 +81,7 @@ std::string Nameless(QWidget& window) {
 
 class AccessibilityTest : public AppFixture {
   protected:
-    AccessibilityTest() { SoundViewAccessible::Install(); }
+    AccessibilityTest() { InstallAccessibility(); }
 
     void OpenSoundWithMarkers() {
         ASSERT_TRUE(App().OpenFile(WavFile("spoken.wav")));
@@ -153,6 +159,111 @@ TEST_F(AccessibilityTest, TheWaveformSpeaksOfItsPlaceAndItsMarkers) {
     EXPECT_EQ(spoken->childCount(), count - 2);
     EXPECT_FALSE(last->isValid());
     EXPECT_EQ(last->text(QAccessible::Name), QString());
+}
+
+QAccessibleInterface* ChildNamed(QAccessibleInterface* item, const QString& name) {
+    for (int i = 0; item && i < item->childCount(); ++i)
+        if (item->child(i) && item->child(i)->text(QAccessible::Name) == name)
+            return item->child(i);
+    return nullptr;
+}
+
+TEST_F(AccessibilityTest, MenuItemsSayTheirKeysApartFromTheirNames) {
+    OpenSoundWithMarkers();
+    Frame().Actions().Refresh();
+    auto* edit = Frame().menuBar()->findChild<QMenu*>(QStringLiteral("Edit"));
+    ASSERT_TRUE(edit);
+    QAccessibleInterface* menu = QAccessible::queryAccessibleInterface(edit);
+    EXPECT_EQ(menu->text(QAccessible::Name), QStringLiteral("Edit"));
+    QAccessibleInterface* item = ChildNamed(menu, QStringLiteral("Select All"));
+    ASSERT_TRUE(item);
+    EXPECT_EQ(item->text(QAccessible::Accelerator), QStringLiteral("Ctrl+A"));
+    QAccessibleInterface* plainKey = ChildNamed(menu, QStringLiteral("Snap to Zero Crossings"));
+    ASSERT_TRUE(plainKey);
+    EXPECT_EQ(plainKey->text(QAccessible::Accelerator), QStringLiteral("Z"));
+    EXPECT_EQ(menu->child(menu->indexOfChild(item)), item);
+    QAccessibleInterface* special = ChildNamed(menu, QStringLiteral("Paste Special"));
+    ASSERT_TRUE(special && special->child(0));
+    EXPECT_EQ(special->child(0)->parent(), special);
+    // The command comes after the answer.
+    CSoundView& view = Frame().findChild<SoundViewWidget*>()->View();
+    item->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_FALSE(view.State().HasSelection());
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(view.State().HasSelection());
+}
+
+TEST_F(AccessibilityTest, AMenuItemThatIsGoneSaysNothingMore) {
+    QMenu menu(QStringLiteral("&Names"));
+    QAction* action = menu.addAction(QStringLiteral("&One\tX"));
+    QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(&menu);
+    QAccessibleInterface* item = spoken->child(0);
+    ASSERT_TRUE(item);
+    EXPECT_EQ(item->text(QAccessible::Name), QStringLiteral("One"));
+    delete action;
+    EXPECT_FALSE(item->isValid());
+    EXPECT_EQ(item->text(QAccessible::Name), QString());
+    EXPECT_EQ(spoken->child(0), nullptr);
+}
+
+TEST_F(AccessibilityTest, ASliderThatRunsAgainstItsValueTellsTheValue) {
+    QSlider slider(Qt::Vertical);
+    slider.setRange(0, 300);
+    slider.setSingleStep(1);
+    slider.setInvertedControls(true);
+    slider.setValue(200);
+    QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(&slider);
+    ASSERT_TRUE(spoken->valueInterface());
+    EXPECT_EQ(spoken->valueInterface()->currentValue().toInt(), 100);
+    spoken->valueInterface()->setCurrentValue(120);
+    EXPECT_EQ(slider.value(), 180);
+    spoken->actionInterface()->doAction(QAccessibleActionInterface::increaseAction());
+    EXPECT_EQ(spoken->valueInterface()->currentValue().toInt(), 121);
+}
+
+TEST_F(AccessibilityTest, TheMeterTellsItsLevelWhenItIsAsked) {
+    PlayMeter meter(QStringLiteral("left"));
+    QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(&meter);
+    EXPECT_EQ(spoken->text(QAccessible::Description), QStringLiteral("-Inf. dB ( 0.00% )"));
+    meter.SetLevel({16384, 32768});
+    EXPECT_EQ(spoken->text(QAccessible::Description), QStringLiteral("-6.0dB ( 50.00% )"));
+    ASSERT_TRUE(spoken->valueInterface());
+    EXPECT_DOUBLE_EQ(spoken->valueInterface()->currentValue().toDouble(), 50);
+}
+
+TEST_F(AccessibilityTest, TheSceneIsAListOfPointsThatCanBePicked) {
+    SceneWidget scene;
+    SceneContent content;
+    content.points = {{{1, 0, 0}, 7, PointRole::kPlain}, {{0, 2, 0}, 8, PointRole::kStart}};
+    scene.SetContent(content);
+    QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(&scene);
+    ASSERT_GE(spoken->childCount(), 2);
+    QAccessibleInterface* first = spoken->child(spoken->childCount() - 2);
+    QAccessibleInterface* second = spoken->child(spoken->childCount() - 1);
+    EXPECT_EQ(first->text(QAccessible::Name), QStringLiteral("Point 7"));
+    EXPECT_EQ(first->text(QAccessible::Description),
+              QStringLiteral("right 1.00, front 0.00, up 0.00; azimuth 90°, elevation 0°, "
+                             "distance 1.00"));
+    EXPECT_EQ(second->text(QAccessible::Name), QStringLiteral("Point 8, start"));
+    EXPECT_TRUE(second->state().selected);
+    EXPECT_TRUE(spoken->text(QAccessible::Description).contains(QStringLiteral("point 8, start")));
+    int picked = -1;
+    QObject::connect(&scene, &SceneWidget::PointPicked, [&](int index) { picked = index; });
+    second->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(picked, 1);
+    scene.SetContent({});
+    EXPECT_FALSE(second->isValid());
+}
+
+TEST_F(AccessibilityTest, ThePaletteTellsWhichCommandIsChosen) {
+    CommandPalette palette({{1, QStringLiteral("Edit > Undo"), QStringLiteral("Ctrl+Z"), {}},
+                            {2, QStringLiteral("Edit > Redo"), {}, QStringLiteral("Nothing.")}},
+                           nullptr);
+    auto* line = palette.findChild<QLineEdit*>();
+    line->setText(QStringLiteral("red"));
+    EXPECT_EQ(line->accessibleDescription(), QStringLiteral("Edit > Redo, Nothing."));
+    line->setText(QStringLiteral("und"));
+    EXPECT_EQ(line->accessibleDescription(), QStringLiteral("Edit > Undo, Ctrl+Z"));
 }
 
 }  // namespace

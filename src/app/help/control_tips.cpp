@@ -1,6 +1,7 @@
 #include "app/help/control_tips.h"
 
 #include <QAccessible>
+#include <QComboBox>
 #include <QLabel>
 
 namespace sonavel {
@@ -25,6 +26,11 @@ constexpr ControlTip kTips[] = {
     {"COptionSheet", "Save", "Keeps these colors as a set of that name."},
     {"COptionSheet", "Delete", "Removes the chosen set."},
     {"COptionSheet", "Defaults", "Brings the classic colors back."},
+    {"COptionSheet", "Test", "Plays a tone with the settings that are chosen here."},
+    {"COptionSheet", "KEMAR, 1994", "Hears with the responses that come with the program."},
+    {"COptionSheet", "A SOFA file", "Hears with responses of your own."},
+    {"COptionSheet", "SOFA file", "The file with the responses."},
+    {"COptionSheet", "Browse…", "Chooses the file in a window."},
     {"", "Sampling Rate", "How many samples a second there are; 44100 is that of a compact disc."},
     {"", "Mono", "One channel."},
     {"", "Stereo", "Two channels, left and right."},
@@ -41,10 +47,39 @@ constexpr ControlTip kTips[] = {
     {"CRecordDlg", "New Window", "Records into a new sound instead of the active one."},
     {"CRecordDlg", "Waiting", "Begins to record only after the time beside it has passed."},
     {"CRecordDlg", "Waiting Time(1/10 Sec )", "Tenths of a second until recording begins."},
-    {"MixDialog", "Clipboard", "How loud the clipboard's sound becomes in the mix."},
-    {"MixDialog", "Document", "How loud the sound that is there becomes in the mix."},
-    {"CrossfadeDialog", "Start Level", "How loud it is at the start of the range."},
-    {"CrossfadeDialog", "End Level", "How loud it is at the end of the range."},
+    {"MixDialog", "Clipboard: Level", "How loud the clipboard's sound becomes in the mix."},
+    {"MixDialog", "Destination: Level", "How loud the sound that is there becomes in the mix."},
+    {"CrossfadeDialog", "Clipboard: Start Level",
+     "How loud the clipboard's sound is at the start of the range."},
+    {"CrossfadeDialog", "Clipboard: End Level",
+     "How loud the clipboard's sound is at the end of the range."},
+    {"CrossfadeDialog", "Destination: Start Level",
+     "How loud the sound that is there is at the start of the range."},
+    {"CrossfadeDialog", "Destination: End Level",
+     "How loud the sound that is there is at the end of the range."},
+    {"QInputDialog", "Length (1.5, 250ms, 1:02, 441000#)",
+     "Seconds, milliseconds, minutes and seconds, or frames with a # behind them."},
+    {"QFileDialog", "Look in", "The folder that is shown."},
+    {"QFileDialog", "Files", "What the folder holds."},
+    {"QFileDialog", "File name", "The name, with or without its folder."},
+    {"QFileDialog", "Files of type", "Which files are shown."},
+    {"QFileDialog", "Open", "Takes the chosen files."},
+    {"QFileDialog", "Save", "Writes the file of that name."},
+    {"SaveAsDialog", "Recent(M)", "The folders that were used last."},
+    {"SaveAsDialog", "Full Path", "Where the file is going to be."},
+    {"SaveAsDialog", "Format", "How samples are kept; PCM loses nothing."},
+    {"SaveAsDialog", "Original", "What the sound is now."},
+    {"SaveAsDialog", "Update", "What the file will be."},
+    {"SaveAsDialog", "More(I)...", "Asks for what else the file can hold."},
+    {"SaveAsDialog", "Not Save Marker", "Leaves the markers out of the file."},
+    {"CommandPalette", "A few letters of a command",
+     "Lists the commands that hold these letters; Return gives the chosen one."},
+    {"CPanpotDlg", "Pan", "Keeps the whole range at one place between the loudspeakers."},
+    {"CPanpotDlg", "Crossfade", "Walks from one place to another in the course of the range."},
+    {"CDynamicsDlg", "Link left and right", "Both channels get louder and softer together."},
+    {"CReverbDlg", "Mixing", "How much of the result is reverberation."},
+    {"CrosstalkDialog", "Loudspeakers at",
+     "How far each loudspeaker stands to the side, seen from the listener."},
     {"PasteReplicateDialog", "How many times do you paste?",
      "So many copies stand one behind the other."},
     {"MarkerDialog", "Label", "What the marker is called."},
@@ -95,6 +130,18 @@ constexpr ControlTip kTips[] = {
     {"PlaceManyDialog", "Browse…", "Chooses the folder in a window."},
     {"PlaceManyDialog", "Smooth", "Blends responses instead of taking the nearest."},
     {"PlaceManyDialog", "Replace files that are there already", "Else they are kept, and said."},
+    {"RegionsDialog", "Files", "The names that the files are going to have."},
+    {"SpatialDialog", "Point", "The number of the point at which the sound is heard."},
+    {"SpatialDialog", "Start", "Where the path begins; the list and the scene set the marked one."},
+    {"SpatialDialog", "End", "Where the path ends; the list and the scene set the marked one."},
+    {"SpatialDialog", "Points", "All points by their places; choose one to hear the sound there."},
+    {"SpatialDialog", "x (right)", "How far the point lies to the right of the head."},
+    {"SpatialDialog", "y (front)", "How far the point lies before the head."},
+    {"SpatialDialog", "z (up)", "How far the point lies above the ears."},
+    {"SpatialDialog", "Azimuth", "Degrees clockwise from straight ahead."},
+    {"SpatialDialog", "Elevation", "Degrees above the ears; below them with a minus."},
+    {"SpatialDialog", "Distance", "How far away the point is; far sounds are softer."},
+    {"SpatialDialog", "Gain", "How loud the sound is there, of what it is nearby."},
     {"SpatialDialog", "Preset", "Points that were saved under a name."},
     {"SpatialDialog", "Save…", "Keeps the points under a name."},
     {"SpatialDialog", "Delete", "Removes the chosen preset."},
@@ -125,9 +172,31 @@ QString NameForReaders(const QDialog& dialog, QWidget& control) {
     return name;
 }
 
+// A label of several widgets in one names the one that takes the keyboard for them.
+void NameParts(const QDialog& dialog) {
+    for (const QLabel* label : dialog.findChildren<QLabel*>()) {
+        const QWidget* whole = label->buddy();
+        QWidget* part = whole ? whole->focusProxy() : nullptr;
+        if (!part || !whole->isAncestorOf(part)) continue;
+        if (part->accessibleName().isEmpty()) part->setAccessibleName(LabelOf(dialog, *whole));
+        if (part->toolTip().isEmpty()) part->setToolTip(whole->toolTip());
+    }
+}
+
+// Two boxes of the toolkit's file dialog have labels that do not belong to them.
+void NameFileBoxes(const QDialog& dialog) {
+    for (const QString& name : {QStringLiteral("lookIn"), QStringLiteral("fileType")}) {
+        auto* label = dialog.findChild<QLabel*>(name + QStringLiteral("Label"));
+        auto* box = dialog.findChild<QComboBox*>(name + QStringLiteral("Combo"));
+        if (label && box) label->setBuddy(box);
+    }
+}
+
 }  // namespace
 
 void AddControlTips(QDialog& dialog) {
+    NameParts(dialog);
+    NameFileBoxes(dialog);
     for (QWidget* control : dialog.findChildren<QWidget*>()) {
         if (control->focusPolicy() == Qt::NoFocus || !control->toolTip().isEmpty()) continue;
         const QString name = NameForReaders(dialog, *control);

@@ -6,7 +6,8 @@
 
 namespace sonavel {
 
-// Gives a tool tip to those controls that have none, by the names that screen readers read.
+// Gives a tool tip to those controls that have none, by the names that screen readers read; and
+// a name to those parts of a control that its label does not reach.
 void AddControlTips(QDialog& dialog);
 
 }  // namespace sonavel

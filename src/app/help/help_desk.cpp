@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QKeyEvent>
+#include <QScrollBar>
 
 #include "app/help/control_tips.h"
 #include "app/help/manual_pages.h"
@@ -49,9 +50,16 @@ bool HelpDesk::ShowFor(const QWidget& window) {
     return true;
 }
 
+void HelpDesk::Explain(QObject& shown) {
+    if (auto* dialog = qobject_cast<QDialog*>(&shown)) AddControlTips(*dialog);
+    auto* bar = qobject_cast<QScrollBar*>(&shown);
+    if (bar && bar->accessibleName().isEmpty())
+        bar->setAccessibleName(bar->orientation() == Qt::Vertical ? tr("Vertical scroll bar")
+                                                                  : tr("Horizontal scroll bar"));
+}
+
 bool HelpDesk::eventFilter(QObject* object, QEvent* event) {
-    if (event->type() == QEvent::Show)
-        if (auto* dialog = qobject_cast<QDialog*>(object)) AddControlTips(*dialog);
+    if (event->type() == QEvent::Show) Explain(*object);
     if (event->type() == QEvent::KeyPress) {
         const auto* key = static_cast<QKeyEvent*>(event);
         const auto* widget = qobject_cast<QWidget*>(object);

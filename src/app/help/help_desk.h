@@ -1,5 +1,5 @@
 // Shows the manual: on demand, and where F1 is pressed in a dialog, at the dialog's own page.
-// Dialogs get their tool tips here as they come up.
+// Dialogs get their tool tips here as they come up, scroll bars their names for screen readers.
 #pragma once
 
 #include <QObject>
@@ -26,6 +26,7 @@ class HelpDesk : public QObject {
     bool eventFilter(QObject* object, QEvent* event) override;
 
   private:
+    void Explain(QObject& shown);
     // Whether there is anything to show about it.
     bool ShowFor(const QWidget& window);
     ManualWindow& WindowFor(QWidget* dialog);

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <optional>
 
+#include "app/accessibility.h"
 #include "app/application.h"
 #include "app/call/editor_call.h"
 #include "app/command_icons.h"
@@ -14,7 +15,6 @@
 #include "platform/portaudio/portaudio_wave_devices.h"
 #include "platform/qt/file_names.h"
 #include "platform/qt/ui_thread.h"
-#include "view/ui/sound_view_accessible.h"
 
 namespace {
 
@@ -83,7 +83,7 @@ ProgramEnd RunEditor(const EditorCall& call) {
     if (instance.Start(request) == RunningInstance::Role::kHandedOver) return {};
     sonavel::ApplyLook();
     sonavel::LoadPictures();
-    sonavel::SoundViewAccessible::Install();
+    sonavel::InstallAccessibility();
     QApplication::setWindowIcon(sonavel::ProgramIcon());
 
     PortAudioWaveDevices devices(sonavel::PostToUiThread);

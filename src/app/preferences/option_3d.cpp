@@ -23,6 +23,7 @@ COption3D::COption3D(QWidget* parent)
     column->addWidget(state_);
     state_->setWordWrap(true);
     path_->setReadOnly(true);
+    path_->setAccessibleName(tr("SOFA file"));
     auto* page = new QVBoxLayout(this);
     page->addWidget(group);
     page->addStretch(1);

@@ -1,5 +1,6 @@
 #include "catalogue/ui/catalogue_filter.h"
 
+#include <QAbstractButton>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QShortcut>
@@ -44,9 +45,14 @@ CatalogueFilter::CatalogueFilter(std::vector<QAction*> windowActions, QWidget* p
       missingOnly_(new QCheckBox(tr("&Missing only"), this)) {
     text_->setObjectName(QStringLiteral("filter"));
     text_->setPlaceholderText(tr("Filter all columns (Ctrl+F)"));
+    text_->setAccessibleName(tr("Filter"));
     text_->setClearButtonEnabled(true);
-    text_->addAction(CatalogueIcon("search"), QLineEdit::LeadingPosition);
+    for (auto* clear : text_->findChildren<QAbstractButton*>())
+        clear->setAccessibleName(tr("Clear the filter"));
+    text_->addAction(CatalogueIcon("search"), QLineEdit::LeadingPosition)->setText(tr("Search"));
     new WindowKeysFirst(std::move(windowActions), text_);
+    text_->setToolTip(tr("Shows the sounds alone of which some column holds this."));
+    missingOnly_->setToolTip(tr("Shows the sounds alone whose files are gone."));
     missingOnly_->setObjectName(QStringLiteral("missingOnly"));
     connect(text_, &QLineEdit::textChanged, this, &CatalogueFilter::TextChanged);
     connect(missingOnly_, &QCheckBox::toggled, this, &CatalogueFilter::ShownChanged);

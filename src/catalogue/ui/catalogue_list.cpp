@@ -20,6 +20,7 @@ constexpr int kNameRole = Qt::UserRole;
 CatalogueList::CatalogueList(CatalogueKeeper& keeper, UserPrompts& prompts, QWidget* parent)
     : QWidget(parent), keeper_(keeper), prompts_(prompts), list_(new QListWidget(this)) {
     list_->setObjectName(QStringLiteral("catalogues"));
+    list_->setAccessibleName(tr("Catalogues"));
     list_->setAlternatingRowColors(true);
     list_->setEditTriggers(QListWidget::EditKeyPressed | QListWidget::SelectedClicked);
     list_->setContextMenuPolicy(Qt::ActionsContextMenu);

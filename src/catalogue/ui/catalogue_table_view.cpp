@@ -35,6 +35,7 @@ CatalogueTableView::CatalogueTableView(CatalogueTableModel& model, QWidget* pare
 
 void CatalogueTableView::SetUp() {
     setObjectName(QStringLiteral("sounds"));
+    setAccessibleName(tr("Sounds"));
     setSelectionBehavior(QTableView::SelectRows);
     setAlternatingRowColors(true);
     setShowGrid(false);

@@ -45,6 +45,8 @@ QSlider* CGraphicEqDlg::AddBand(QGridLayout& grid, int band, const char* frequen
     slider->setTickPosition(QSlider::TicksBothSides);
     slider->setMinimumHeight(kSliderHeight);
     slider->setAccessibleName(QString::fromUtf8(frequency));
+    if (slider->toolTip().isEmpty())
+        slider->setToolTip(tr("How much louder or softer the sound becomes round this frequency."));
     ValueLabel* gain = control.MakeValueLabel(GainText);
     gain->setAlignment(Qt::AlignCenter);
     auto* label = new QLabel(QString::fromUtf8(frequency), this);

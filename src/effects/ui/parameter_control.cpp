@@ -42,14 +42,15 @@ void ParameterControl::Explain(QWidget& widget) const {
 }
 
 void ParameterControl::Bind(QAbstractSlider& slider) {
-    slider.setRange(UnitsOf(parameter_.least), UnitsOf(parameter_.greatest));
-    slider.setSingleStep(UnitsOf(parameter_.step));
-    slider.setPageStep(10 * slider.singleStep());
-    Explain(slider);
+    // First of all, as what speaks of the slider is chosen by it.
     if (direction_ == Direction::kAgainstValue) {
         slider.setInvertedAppearance(true);
         slider.setInvertedControls(true);
     }
+    slider.setRange(UnitsOf(parameter_.least), UnitsOf(parameter_.greatest));
+    slider.setSingleStep(UnitsOf(parameter_.step));
+    slider.setPageStep(10 * slider.singleStep());
+    Explain(slider);
     slider.setValue(SliderPosition(units_));
     // A position is its own mirror image.
     connect(&slider, &QAbstractSlider::valueChanged, this,

@@ -160,6 +160,7 @@ void CFilePropertiesSheet::ShowStatistics() {
 
 QWidget* CFilePropertiesSheet::MakeMarkers() {
     auto* list = new QTreeWidget;
+    list->setAccessibleName(tr("Markers"));
     list->setRootIsDecorated(false);
     list->setUniformRowHeights(true);
     list->setAlternatingRowColors(true);

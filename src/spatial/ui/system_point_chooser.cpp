@@ -90,7 +90,7 @@ void SystemPointChooser::AddRow(PathEnd end, const QString& text, SourceMotion m
         label->setBuddy(row.number);
         grid->addWidget(label, line, 0);
     }
-    row.number->setAccessibleName(text);
+    row.number->setAccessibleName(QString(text).remove(u'&').remove(u':'));
     grid->addWidget(row.number, line, 1);
 }
 

@@ -184,6 +184,11 @@ PercentSlider::PercentSlider(int highest, int value, QWidget* parent)
     number_->setValue(value);
 }
 
+void PercentSlider::SetSpokenName(const QString& name) {
+    slider_->setAccessibleName(name);
+    number_->setAccessibleName(name);
+}
+
 QDoubleSpinBox* MakeSecondsBox(double samplesPerSecond, QWidget* parent,
                                const std::uint32_t* here) {
     return new SecondsBox(std::max(1.0, samplesPerSecond), here, parent);

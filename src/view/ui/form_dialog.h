@@ -63,6 +63,8 @@ class PercentSlider : public QWidget {
     PercentSlider(int highest, int value, QWidget* parent = nullptr);
     int Value() const { return number_->value(); }
     void SetValue(int value) { number_->setValue(value); }
+    // For screen readers, as a label beside it names neither of its two parts.
+    void SetSpokenName(const QString& name);
 
   private:
     QSlider* slider_;

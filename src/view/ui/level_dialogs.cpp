@@ -1,5 +1,6 @@
 #include "view/ui/level_dialogs.h"
 
+#include <QGroupBox>
 #include <QHBoxLayout>
 
 #include "sound/sample_types.h"
@@ -36,6 +37,10 @@ QLabel* WrapNote(const MixQuestion& range, QWidget* parent) {
 PercentSlider* AddLevel(QFormLayout& form, const QString& label, int percent) {
     auto* slider = new PercentSlider(kHighestMixPercent, percent);
     form.addRow(label, slider);
+    const auto* group = qobject_cast<QGroupBox*>(form.parentWidget());
+    QString name = label;
+    name.remove(u'&');
+    slider->SetSpokenName(group ? QStringLiteral("%1: %2").arg(group->title(), name) : name);
     return slider;
 }
 

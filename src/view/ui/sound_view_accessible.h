@@ -3,20 +3,21 @@
 #pragma once
 
 #include <QAccessibleWidget>
-#include <map>
-#include <memory>
 
+#include "platform/qt/spoken_items.h"
 #include "view/ui/sound_view_widget.h"
 
 namespace sonavel {
 
+// "cursor 00:00:01.000"; the selection where there is one, and what plays.
+QString PlaceText(const CSoundView& view);
+
 class SoundViewAccessible : public QAccessibleWidget {
   public:
     explicit SoundViewAccessible(SoundViewWidget* widget);
-    ~SoundViewAccessible() override;
 
-    // Has the toolkit ask this class about sound views. Once a program.
-    static void Install();
+    // What speaks of the widget when it is a sound view, nothing otherwise.
+    static QAccessibleInterface* MakeFor(QObject* object);
 
     QString text(QAccessible::Text kind) const override;
     // The markers come behind the scroll bars and buttons.
@@ -25,13 +26,13 @@ class SoundViewAccessible : public QAccessibleWidget {
     int indexOfChild(const QAccessibleInterface* child) const override;
 
   private:
+    QString Value() const;
     SoundViewWidget& Widget() const { return *static_cast<SoundViewWidget*>(widget()); }
     const CSoundView& View() const { return Widget().View(); }
     int OwnChildren() const { return QAccessibleWidget::childCount(); }
-    QString Value() const;
 
-    // Those that were asked for, by their place in the list; each is the toolkit's own.
-    mutable std::map<int, QAccessible::Id> markers_;
+    // By their place in the list.
+    mutable SpokenItems markers_;
 };
 
 }  // namespace sonavel

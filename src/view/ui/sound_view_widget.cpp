@@ -4,7 +4,9 @@
 #include <QApplication>
 #include <QSignalBlocker>
 
+#include "platform/qt/spoken_message.h"
 #include "view/ui/qt_values.h"
+#include "view/ui/sound_view_accessible.h"
 
 namespace sonavel {
 
@@ -72,6 +74,8 @@ QSize SoundViewWidget::minimumSizeHint() const {
 void SoundViewWidget::AddScrollBars() {
     horizontalBar_ = new QScrollBar(Qt::Horizontal, this);
     verticalBar_ = new LevelBar(this);
+    horizontalBar_->setAccessibleName(tr("Time"));
+    verticalBar_->setAccessibleName(tr("Level"));
     for (QScrollBar* bar : {horizontalBar_, static_cast<QScrollBar*>(verticalBar_)}) {
         bar->setFocusPolicy(Qt::NoFocus);
         bar->setCursor(Qt::ArrowCursor);
@@ -197,8 +201,7 @@ void SoundViewWidget::OnScrollChanged() {
 
 void SoundViewWidget::OnSelectionChanged() {
     FollowWaveform();
-    QAccessibleValueChangeEvent spoken(this, {});
-    QAccessible::updateAccessibility(&spoken);
+    if (QAccessible::isActive()) SayOf(*this, PlaceText(view_));
     Q_EMIT SelectionChanged();
 }
 

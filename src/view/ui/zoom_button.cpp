@@ -39,13 +39,15 @@ void DrawDoubleArrow(QPainter& painter, QPointF centre, QPointF direction) {
 }  // namespace
 
 ZoomButton::ZoomButton(Picture picture, const QString& toolTip, QWidget* parent)
-    : QWidget(parent), picture_(picture) {
+    : QAbstractButton(parent), picture_(picture) {
     setObjectName(NameOf(picture));
     setToolTip(toolTip);
-    setAccessibleName(toolTip);
+    setAccessibleName(toolTip.section(u':', 0, 0));
     setFocusPolicy(Qt::NoFocus);
     setAttribute(Qt::WA_Hover);
     setCursor(Qt::ArrowCursor);
+    // No mouse clicks it, as both buttons act when they go down.
+    connect(this, &QAbstractButton::clicked, this, [this] { Q_EMIT Pressed(Qt::LeftButton); });
 }
 
 void ZoomButton::mousePressEvent(QMouseEvent* event) {

@@ -1,16 +1,17 @@
 // The three zoom buttons in the bottom row of a view, each with a picture of its own.
 #pragma once
 
-#include <QWidget>
+#include <QAbstractButton>
 
 namespace sonavel {
 
-class ZoomButton : public QWidget {
+class ZoomButton : public QAbstractButton {
     Q_OBJECT
 
   public:
     enum class Picture { kTime, kLevel, kUser };
 
+    // Screen readers hear the tool tip up to its colon.
     ZoomButton(Picture picture, const QString& toolTip, QWidget* parent);
 
   Q_SIGNALS:
