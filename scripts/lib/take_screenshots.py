@@ -64,7 +64,7 @@ PICTURES = [
     Picture("equalizer", "alt+c Right g", "^Graphic EQ"),
     Picture("reverb", "alt+c Right r", "^Reverb"),
     Picture("flanger", "alt+c Right f", "^Flanger"),
-    Picture("modulator", "alt+c Right Down Down Down Down Down Down Return", "^Modulator"),
+    Picture("modulator", "ctrl+k ?Find m o d u l Return", "^Modulator"),
     Picture("palette", "ctrl+k ?Find e x p", "^Find Command"),
     Picture("keys", "alt+e y", "^Keys"),
     Picture("fade-in", "ctrl+k ?Find f a d e Return", "^Fade"),
@@ -127,7 +127,7 @@ class Photographer:
 
     def lay_out(self):
         """Two sounds, one above the other; the upper one with a selection between its markers."""
-        size = [side * self.scale for side in EDITOR_SIZE]
+        size = [round(side * self.scale) for side in EDITOR_SIZE]
         xdotool("windowsize", "--sync", self.editor.window, *size)
         self.editor.open(SAMPLES / "logo.wav")
         self.editor.wait_title("Sonavel - logo.wav")
@@ -148,7 +148,7 @@ class Photographer:
         window = self.editor.wait_dialog(picture.window) if picture.window else self.editor.window
         settled_pixels(window)
         time.sleep(0.2)
-        path = self.folder / f"{picture.name}@{self.scale}x.png"
+        path = self.folder / f"{picture.name}@{self.scale:g}x.png"
         if picture.window:
             self._import(path, "-frame", "-window", window)
         else:
@@ -175,7 +175,7 @@ class Photographer:
 
 
 def main():
-    folder, scale = pathlib.Path(sys.argv[1]), int(sys.argv[2])
+    folder, scale = pathlib.Path(sys.argv[1]), float(sys.argv[2])
     wanted = set(sys.argv[3:])
     sounds = pathlib.Path(os.environ["TMPDIR"]) / "Collection"
     if not sounds.exists():

@@ -1,5 +1,6 @@
 #include "app/frame_bars.h"
 
+#include <QGuiApplication>
 #include <QMenuBar>
 #include <QToolButton>
 #include <utility>
@@ -11,6 +12,23 @@
 
 namespace sonavel {
 
+namespace {
+
+// On Wayland no program learns where its windows are, so that nothing notices when a floating bar
+// comes near its place.
+bool FloatsCanBeDraggedBack() {
+    return !QGuiApplication::platformName().startsWith(QStringLiteral("wayland"));
+}
+
+void Dock(QMainWindow& frame, QWidget& bar) {
+    if (!bar.isWindow()) return;
+    if (auto* dock = qobject_cast<QDockWidget*>(&bar)) dock->setFloating(false);
+    if (auto* tools = qobject_cast<QToolBar*>(&bar))
+        frame.addToolBar(frame.toolBarArea(tools), tools);
+}
+
+}  // namespace
+
 FrameBars::FrameBars(Workspace& workspace, ChildWindows& area, CommandActions& actions,
                      QMainWindow* frame)
     : QObject(frame),
@@ -20,9 +38,12 @@ FrameBars::FrameBars(Workspace& workspace, ChildWindows& area, CommandActions& a
       frame_(*frame),
       meter_(new PlayMeterBar(workspace.Services().folder.Options(), frame)) {}
 
-void FrameBars::ShowInViewMenu(QAction& toggle, const QString& text) {
+void FrameBars::ShowInViewMenu(QWidget& bar, QAction& toggle, const QString& text) {
     toggle.setText(text);
     toggle.setStatusTip(tr("Show or hide this bar"));
+    connect(&toggle, &QAction::triggered, &bar, [this, &bar](bool isShown) {
+        if (isShown && !FloatsCanBeDraggedBack()) Dock(frame_, bar);
+    });
     frame_.menuBar()
         ->findChild<QMenu*>(QStringLiteral("View"))
         ->insertAction(actions_.Action(app_command::kStatusBar), &toggle);
@@ -33,7 +54,7 @@ void FrameBars::AddBar(QToolBar& bar, const QString& text, Qt::ToolBarArea area)
     // What the toolkit shows where a bar has no room for all of its buttons.
     if (auto* more = bar.findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button")))
         more->setAccessibleName(tr("More of %1").arg(bar.windowTitle()));
-    ShowInViewMenu(*bar.toggleViewAction(), text);
+    ShowInViewMenu(bar, *bar.toggleViewAction(), text);
 }
 
 void FrameBars::Add() {
@@ -123,7 +144,7 @@ void FrameBars::RemoveSound(const CChildFrame& frame) {
 void FrameBars::AddMeter() {
     meter_->setObjectName(QStringLiteral("PlayMeter"));
     frame_.addDockWidget(Qt::RightDockWidgetArea, meter_);
-    ShowInViewMenu(*meter_->toggleViewAction(), tr("&Playmeter Bar"));
+    ShowInViewMenu(*meter_, *meter_->toggleViewAction(), tr("&Playmeter Bar"));
 }
 
 void FrameBars::ConnectMeter(CChildFrame& frame) {

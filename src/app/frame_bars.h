@@ -43,7 +43,7 @@ class FrameBars : public QObject {
     void AddBar(QToolBar& bar, const QString& text, Qt::ToolBarArea area = Qt::TopToolBarArea);
     void AddMeter();
     void AddWindowList();
-    void ShowInViewMenu(QAction& toggle, const QString& text);
+    void ShowInViewMenu(QWidget& bar, QAction& toggle, const QString& text);
     void ShowFrameMenu(CChildFrame* frame, const QPoint& globalPosition);
     void ConnectMeter(CChildFrame& frame);
     void FitMeter();

@@ -46,4 +46,5 @@ def main():
     print(f"{shown} was shown")
 
 
-main()
+if __name__ == "__main__":
+    main()

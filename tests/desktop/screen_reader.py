@@ -9,7 +9,7 @@ import time
 
 import sounds
 import spoken
-from editor_driver import DriveError, Editor, bounded, key, type_text, wait_for, xdotool
+from editor_driver import DriveError, Editor, bounded, key, type_text, wait_for
 
 SILENT_SECONDS = 0.4
 LOG = pathlib.Path("reader.log").absolute()
@@ -74,11 +74,11 @@ class Reader:
 
 
 def halve(reader):
-    # The reader delays keys: an Alt let go too soon would reach the menu bar behind the T, and close the menu.
-    xdotool("keydown", "alt", "key", "t")
-    reader.wait_says("Level")
-    xdotool("keyup", "alt")
-    key("v")
+    key("ctrl+k")
+    reader.wait_says("Find Command dialog")
+    type_text("volume")
+    reader.wait_says("Effects > Volume...")
+    key("Return")
     reader.wait_says("Volume dialog", "Volume slider 100", "halves it")
     key("Next")
     reader.wait_says("90")

@@ -116,10 +116,13 @@ class Item:
     def value(self):
         return self._ask(Atspi.Value.get_current_value, None)
 
-    def area(self):
+    def area(self, of=Atspi.CoordType.WINDOW):
         """x, y, width and height within the window."""
-        box = self._ask(lambda it: Atspi.Component.get_extents(it, Atspi.CoordType.WINDOW), None)
+        box = self._ask(lambda it: Atspi.Component.get_extents(it, of), None)
         return (box.x, box.y, box.width, box.height) if box else (0, 0, 0, 0)
+
+    def screen_area(self):
+        return self.area(Atspi.CoordType.SCREEN)
 
 
 def programs(name="Sonavel"):
