@@ -16,14 +16,15 @@ namespace {
 // The toolkit takes a plain widget for part of a window even where it is one.
 QAccessibleInterface* MakeForWindow(QObject* object) {
     auto* manual = qobject_cast<ManualWindow*>(object);
-    QWidget* window = manual ? static_cast<QWidget*>(manual) : qobject_cast<CatalogueWindow*>(object);
+    QWidget* window =
+        manual ? static_cast<QWidget*>(manual) : qobject_cast<CatalogueWindow*>(object);
     return window ? new QAccessibleWidget(window, QAccessible::Window) : nullptr;
 }
 
 QAccessibleInterface* MakeAccessible(const QString&, QObject* object) {
-    for (const auto make : {SoundViewAccessible::MakeFor, MenuAccessible::MakeFor,
-                            PlayMeterAccessible::MakeFor, SceneAccessible::MakeFor,
-                            MirroredSliderAccessible::MakeFor, MakeForWindow})
+    for (const auto make :
+         {SoundViewAccessible::MakeFor, MenuAccessible::MakeFor, PlayMeterAccessible::MakeFor,
+          SceneAccessible::MakeFor, MirroredSliderAccessible::MakeFor, MakeForWindow})
         if (QAccessibleInterface* made = make(object)) return made;
     return nullptr;
 }

@@ -59,12 +59,12 @@ class AppFixture : public ::testing::Test {
     Workspace& Sounds() { return App().Sounds(); }
     CSoundDoc& Active() { return *Sounds().Active()->document; }
 
-    // A WAV file of one second of 8-bit mono sound.
-    QString WavFile(const std::string& name) {
+    // A WAV file of one second of 8-bit mono sound, or of 16-bit stereo.
+    QString WavFile(const std::string& name, int channels = 1) {
         SilentPrompts prompts;
         HeadlessProgress progress;
         CWave wave(prompts, progress);
-        EXPECT_TRUE(wave.Create(1, 8, 8000, 8000));
+        EXPECT_TRUE(wave.Create(channels, 8 * channels, 8000, 8000));
         for (std::uint32_t i = 0; i < 8000; ++i) wave.SetSample(0, i, static_cast<int>(i % 100));
         EXPECT_TRUE(wave.Save(folder_ / name, MarkerSaving::kOn));
         return QString::fromStdString((folder_ / name).string());

@@ -59,6 +59,8 @@ constexpr ControlTip kTips[] = {
      "How loud the sound that is there is at the end of the range."},
     {"QInputDialog", "Length (1.5, 250ms, 1:02, 441000#)",
      "Seconds, milliseconds, minutes and seconds, or frames with a # behind them."},
+    {"QFileDialog", "Sidebar", "Folders that are wanted often."},
+    {"SpatialDialog", "Scene", "A click chooses a point; a drag looks from another side."},
     {"QFileDialog", "Look in", "The folder that is shown."},
     {"QFileDialog", "Files", "What the folder holds."},
     {"QFileDialog", "File name", "The name, with or without its folder."},

@@ -1,5 +1,6 @@
 #include "app/help/help_desk.h"
 
+#include <QAbstractScrollArea>
 #include <QApplication>
 #include <QDialog>
 #include <QKeyEvent>
@@ -53,7 +54,10 @@ bool HelpDesk::ShowFor(const QWidget& window) {
 void HelpDesk::Explain(QObject& shown) {
     if (auto* dialog = qobject_cast<QDialog*>(&shown)) AddControlTips(*dialog);
     auto* bar = qobject_cast<QScrollBar*>(&shown);
-    if (bar && bar->accessibleName().isEmpty())
+    // Others are controls of a dialog, named by their labels.
+    const bool isOfArea = bar && bar->parentWidget() &&
+                          qobject_cast<QAbstractScrollArea*>(bar->parentWidget()->parentWidget());
+    if (isOfArea && bar->accessibleName().isEmpty())
         bar->setAccessibleName(bar->orientation() == Qt::Vertical ? tr("Vertical scroll bar")
                                                                   : tr("Horizontal scroll bar"));
 }

@@ -14,11 +14,10 @@ void SayOf(QWidget& widget, const QString& text) {
     QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(&widget);
     const QDBusConnection bus(QStringLiteral("a11y"));
     if (!spoken || !bus.isConnected()) return;
-    const QString path = QStringLiteral("/org/a11y/atspi/accessible/%1")
-                             .arg(QAccessible::uniqueId(spoken));
-    QDBusMessage event =
-        QDBusMessage::createSignal(path, QStringLiteral("org.a11y.atspi.Event.Object"),
-                                   QStringLiteral("PropertyChange"));
+    const QString path =
+        QStringLiteral("/org/a11y/atspi/accessible/%1").arg(QAccessible::uniqueId(spoken));
+    QDBusMessage event = QDBusMessage::createSignal(
+        path, QStringLiteral("org.a11y.atspi.Event.Object"), QStringLiteral("PropertyChange"));
     event << QStringLiteral("accessible-description") << 0 << 0
           << QVariant::fromValue(QDBusVariant(text)) << QVariantMap();
     bus.send(event);

@@ -40,9 +40,8 @@ class PointAccessible : public SpokenItem, public QAccessibleActionInterface {
 
     bool isValid() const override { return Find() != nullptr; }
     void* interface_cast(QAccessible::InterfaceType type) override {
-        return type == QAccessible::ActionInterface
-                   ? static_cast<QAccessibleActionInterface*>(this)
-                   : nullptr;
+        return type == QAccessible::ActionInterface ? static_cast<QAccessibleActionInterface*>(this)
+                                                    : nullptr;
     }
     QStringList actionNames() const override { return {pressAction()}; }
     QStringList keyBindingsForAction(const QString&) const override { return {}; }
@@ -106,7 +105,8 @@ QString SceneAccessible::text(QAccessible::Text kind) const {
             text += SceneWidget::tr("; point %1%2: %3")
                         .arg(QString::number(point.number), RoleText(point.role),
                              PointPlaceText(point.position));
-    if (Scene().Ball()) text += SceneWidget::tr("; playing at %1").arg(PointPlaceText(*Scene().Ball()));
+    if (Scene().Ball())
+        text += SceneWidget::tr("; playing at %1").arg(PointPlaceText(*Scene().Ball()));
     return text;
 }
 

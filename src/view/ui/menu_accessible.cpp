@@ -18,15 +18,13 @@ QString KeyOf(const QAction& action) {
 class MenuItemAccessible : public SpokenItem, public QAccessibleActionInterface {
   public:
     MenuItemAccessible(QMenu& menu, QAction& action)
-        : SpokenItem(menu,
-                     action.isSeparator() ? QAccessible::Separator : QAccessible::MenuItem),
+        : SpokenItem(menu, action.isSeparator() ? QAccessible::Separator : QAccessible::MenuItem),
           action_(&action) {}
 
     bool isValid() const override { return action_ && SpokenItem::isValid(); }
     void* interface_cast(QAccessible::InterfaceType type) override {
-        return type == QAccessible::ActionInterface
-                   ? static_cast<QAccessibleActionInterface*>(this)
-                   : nullptr;
+        return type == QAccessible::ActionInterface ? static_cast<QAccessibleActionInterface*>(this)
+                                                    : nullptr;
     }
     int childCount() const override { return Below() ? 1 : 0; }
     QAccessibleInterface* child(int index) const override {
