@@ -73,6 +73,45 @@ QStringList Unexplained(QWidget& dialog) {
     return names;
 }
 
+bool TakesTab(const QWidget& widget) {
+    return widget.isVisible() && widget.isEnabled() && !widget.focusProxy() &&
+           (widget.focusPolicy() & Qt::TabFocus) != 0;
+}
+
+std::vector<const QWidget*> TabWay(const QWidget& dialog) {
+    std::vector<const QWidget*> way;
+    const QWidget* begin = dialog.focusWidget();
+    for (const QWidget* next = begin; next; next = next->nextInFocusChain()) {
+        if (dialog.isAncestorOf(next) && TakesTab(*next)) way.push_back(next);
+        if (next->nextInFocusChain() == begin) break;
+    }
+    return way;
+}
+
+// Where Tab goes back up, though not to the head of the next column, or back to the left on one
+// line.
+QString JumpOfTab(const QWidget& dialog, const QWidget& last, const QWidget& next) {
+    const QRect from(last.mapTo(&dialog, QPoint()), last.size());
+    const QRect to(next.mapTo(&dialog, QPoint()), next.size());
+    const bool isAbove = to.bottom() < from.top() && to.left() <= from.left();
+    const bool onOneLine = to.top() <= from.bottom() && from.top() <= to.bottom();
+    if (!isAbove && !(onOneLine && to.right() < from.left())) return {};
+    const auto name = [](const QWidget& widget) {
+        return QLatin1String(widget.metaObject()->className()) + u' ' + widget.accessibleName();
+    };
+    return QStringLiteral("%1: %2 -> %3").arg(dialog.windowTitle(), name(last), name(next));
+}
+
+// One is the way back to the beginning.
+QStringList JumpsOfTab(const QWidget& dialog) {
+    QStringList jumps;
+    const std::vector<const QWidget*> way = TabWay(dialog);
+    for (std::size_t i = 0; i < way.size(); ++i)
+        jumps << JumpOfTab(dialog, *way[i], *way[(i + 1) % way.size()]);
+    jumps.removeAll(QString());
+    return jumps.size() > 1 ? jumps : QStringList();
+}
+
 std::string Nameless(QWidget& window) {
     QStringList nameless;
     CollectNameless(QAccessible::queryAccessibleInterface(&window), nameless);
@@ -91,6 +130,7 @@ class AccessibilityTest : public AppFixture {
         Active().SetMarkers(markers);
     }
     QStringList unexplained_;
+    QStringList jumps_;
 
     // Of the dialog that the command opens, which is then cancelled.
     std::string NamelessInDialogOf(int command) {
@@ -102,6 +142,7 @@ class AccessibilityTest : public AppFixture {
             timer.stop();
             nameless = Nameless(*dialog);
             unexplained_ << Unexplained(*dialog);
+            jumps_ << JumpsOfTab(*dialog);
             static_cast<QDialog*>(dialog)->reject();
         });
         timer.start(5);
@@ -154,6 +195,7 @@ TEST_F(AccessibilityTest, EveryControlOfTheDialogsHasAName) {
                               int{effect_command::kConvert}})
         EXPECT_EQ(NamelessInDialogOf(command), "") << command;
     EXPECT_EQ(unexplained_.join(u'\n').toStdString(), "") << "controls without a tool tip";
+    EXPECT_EQ(jumps_.join(u'\n').toStdString(), "") << "where Tab does not follow the eye";
 }
 
 TEST_F(AccessibilityTest, TheWaveformSpeaksOfItsPlaceAndItsMarkers) {

@@ -3,6 +3,8 @@
 #include <QCloseEvent>
 #include <QKeyEvent>
 
+#include "platform/qt/tab_order.h"
+
 namespace sonavel {
 
 PreviewDialog::PreviewDialog(CSoundView& view, const QString& title, std::string_view titlePrefix,
@@ -92,6 +94,11 @@ void PreviewDialog::done(int result) {
     if (preview_) Document().Preview().Stop(CWavePlayer::StopReport::kSilent);
     preview_.reset();
     QDialog::done(result);
+}
+
+void PreviewDialog::showEvent(QShowEvent* event) {
+    TabAsLaidOut(*this);
+    QDialog::showEvent(event);
 }
 
 void PreviewDialog::keyPressEvent(QKeyEvent* event) {

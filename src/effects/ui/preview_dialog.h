@@ -60,6 +60,8 @@ class PreviewDialog : public QDialog {
     // Returns OK, which Enter presses.
     QPushButton* AddOkAndCancel(QHBoxLayout& row);
 
+    // Tab follows the layouts, however the dialog was put together.
+    void showEvent(QShowEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
