@@ -27,6 +27,8 @@ Outcome PrepareClip(CSoundDoc& document, ClipRecord& clip) {
     const HostServices& services = document.Services();
     const bool read = ReadClipboard(services.clipboard, clip);
     if (!read || !clip.present) return Failed("The clipboard holds no sound that can be pasted.");
+    const std::uint64_t mark = MarkOf(clip.Bytes());
+    document.Steps().NoteFound(Supply::kClip, mark);
     if (SameFormat(document.Sound(), clip)) return Done();
     if (!AskWhetherToConvert(services.prompts)) return Cancelled();
     if (!TakeRateAndBits(document, clip)) return Failed(failure::kMemory);
@@ -38,6 +40,8 @@ Outcome PrepareClip(CSoundDoc& document, ClipRecord& clip) {
         clip.GetChannels() == 1 ? ChannelConversion::kMonoToStereo
                                 : ChannelConversion::kStereoToMono);
     if (!choice) return Cancelled();
+    // Scripts answer with both unless they are told otherwise.
+    document.Steps().NoteFound(Supply::kClip, *choice == ChannelChoice::kBothOrMix ? mark : 0);
     return DoneIf(clip.ConvertChannels(document.Sound().GetChannels(), *choice), failure::kMemory);
 }
 

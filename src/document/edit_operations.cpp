@@ -114,10 +114,15 @@ Outcome CopyRange(CSoundDoc& document, std::uint32_t startFrame, std::uint32_t e
     if (range.IsEmpty()) return Done();
     const std::size_t start = sound.ByteOffset(range.startFrame);
     const std::size_t end = sound.ByteOffset(range.endFrame);
-    auto image = WriteClipImage(sound.GetFormat(), sound.Bytes().subspan(start, end - start));
+    const auto bytes = sound.Bytes().subspan(start, end - start);
+    auto image = WriteClipImage(sound.GetFormat(), bytes);
     if (!image) return Failed(failure::kMemory);
-    return DoneIf(document.Services().clipboard.SetImage(std::move(*image)),
-                  "The clipboard cannot be opened.");
+    if (!document.Services().clipboard.SetImage(std::move(*image)))
+        return Failed("The clipboard cannot be opened.");
+    std::vector<std::string> lines = PlaceLines(range.startFrame, range.endFrame);
+    lines.emplace_back("copy");
+    document.Steps().NoteLeft(Supply::kClip, std::move(lines), MarkOf(bytes));
+    return Done();
 }
 
 Result<EditSelection> Cut(CSoundDoc& document, const EditSelection& requested) {
@@ -175,11 +180,26 @@ Result<EditSelection> PasteBlockCopy(CSoundDoc& document, const ClipRecord& clip
     return OverwriteSelection(document, clip, at, OverwriteExtent::kWholeClips);
 }
 
+namespace {
+
+StepWords WordsOfConversion(const Sound& sound, unsigned channels, ChannelChoice choice,
+                            unsigned bits) {
+    StepWords words;
+    if (channels != sound.GetChannels())
+        words.lines.push_back("convert-channels " + std::to_string(channels) +
+                              " mode=" + std::to_string(static_cast<int>(choice)));
+    if (bits != sound.GetBits()) words.lines.push_back("convert-bits " + std::to_string(bits));
+    return words;
+}
+
+}  // namespace
+
 Outcome ConvertFormat(CSoundDoc& document, unsigned channels, ChannelChoice choice, unsigned bits) {
     const CWave& sound = document.Sound();
     if (channels == sound.GetChannels() && bits == sound.GetBits()) return Done();
     Result<Sound> converted = Converted(sound, channels, choice, bits);
     if (!converted) return converted.Ended();
+    const DescribedStep step(document.Steps(), WordsOfConversion(sound, channels, choice, bits));
     Result<SoundEdit> edit = document.BeginReplacement("Copy Sample");
     if (!edit) return edit.Ended();
     edit->ReplaceSound(std::move(*converted));

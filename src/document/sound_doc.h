@@ -17,6 +17,7 @@
 #include "document/history_listener.h"
 #include "document/import_origin.h"
 #include "document/sound_edit.h"
+#include "document/step_script.h"
 #include "document/undo_history.h"
 #include "platform/host_services.h"
 #include "platform/outcome.h"
@@ -133,6 +134,8 @@ class CSoundDoc {
     bool CanRedo() const;
     // Hears of every change as the history keeps it; may be null.
     void SetHistoryListener(HistoryListener* listener) { historyListener_ = listener; }
+    // The edits since the document was opened, and what is said of them.
+    StepScript& Steps() { return steps_; }
     // Does once more what a record from elsewhere did, as an edit with a step of that name or, with
     // an empty one, without: exchanges it with the sound. Fails where it does not fit.
     Outcome ApplyRecord(std::string_view stepName, EditRecord record);
@@ -228,6 +231,7 @@ class CSoundDoc {
     DocumentOptions options_;
     UndoHistory history_;
     HistoryListener* historyListener_ = nullptr;
+    StepScript steps_;
     CWavePlayer sound_;
     CWavePlayer preview_;
     std::string previewTitlePrefix_;

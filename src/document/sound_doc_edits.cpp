@@ -98,6 +98,7 @@ void CSoundDoc::TellChanging() {
 
 void CSoundDoc::TellHistory(HistoryChange::Kind kind, std::string_view stepName,
                             const EditRecord* record) {
+    steps_.OnHistoryChange({kind, stepName, record}, sound_);
     if (historyListener_) historyListener_->OnHistoryChange({kind, stepName, record}, sound_);
 }
 

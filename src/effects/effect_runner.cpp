@@ -5,9 +5,11 @@
 #include <string>
 
 #include "effects/effect_pass.h"
+#include "effects/effect_words.h"
 #include "effects/range_runner.h"
 #include "platform/failure_texts.h"
 #include "sound/sample_io.h"
+#include "view/commands/view_words.h"
 
 namespace sonavel {
 namespace {
@@ -181,10 +183,26 @@ Outcome ApplyEffect(const Effect& effect, const EffectTarget& target,
     return EffectRunner(effect, target, values, applying).Apply();
 }
 
+namespace {
+
+StepWords WordsFor(const CSoundView& view, const Effect& effect, std::span<const double> values,
+                   Applying applying) {
+    const auto command = CommandOf(effect, values, applying);
+    if (!command) return {};
+    StepWords words = WordsAt(view, *command);
+    if (effect.commandId == effect_command::kReduceNoise) words.takes = Supply::kNoise;
+    return words;
+}
+
+}  // namespace
+
 Outcome ApplyEffectTo(CSoundView& view, EffectState& state, const Effect& effect,
                       std::span<const double> values, Applying applying) {
     const Selection at = view.State().GetSelection();
     const std::uint32_t before = view.FrameCount();
+    StepScript& steps = view.Document().Steps();
+    steps.NoteFound(Supply::kNoise, MarkOf(state.noise));
+    const DescribedStep step(steps, WordsFor(view, effect, values, applying));
     Outcome applied =
         ApplyEffect(effect, {view.Document(), at.start, at.end, state}, values, applying);
     if (!applied || at.start == at.end || view.FrameCount() == before) return applied;
@@ -209,6 +227,9 @@ Outcome LearnNoiseFrom(const EffectTarget& target) try {
         LearnNoise({target.document.Sound(), range, {}, target.state, *progress});
     if (!learned) return learned.Ended();
     target.state.noise = std::move(*learned);
+    std::vector<std::string> lines = PlaceLines(target.selectionStart, target.selectionEnd);
+    lines.emplace_back("noise-profile");
+    target.document.Steps().NoteLeft(Supply::kNoise, std::move(lines), MarkOf(target.state.noise));
     return Done();
 } catch (const std::bad_alloc&) {
     return Failed(failure::kMemory);

@@ -127,6 +127,7 @@ Outcome ResampleSound(CSoundDoc& document, std::uint32_t samplesPerSecond) {
     };
     Result<Sound> made = resampled();
     if (!made) return made.Ended();
+    const DescribedStep step(document.Steps(), {{"resample " + std::to_string(samplesPerSecond)}});
     Result<SoundEdit> edit = document.BeginReplacement("Copy Sample");
     if (!edit) return edit.Ended();
     edit->ReplaceSound(std::move(*made));

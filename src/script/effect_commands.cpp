@@ -5,6 +5,7 @@
 #include <span>
 
 #include "effects/effect_runner.h"
+#include "effects/effect_words.h"
 #include "platform/failure_texts.h"
 #include "script/command_rows.h"
 #include "script/script_session.h"
@@ -20,15 +21,6 @@ std::string NumberText(double value, int decimals) {
     result.erase(result.find_last_not_of('0') + 1);
     if (result.ends_with('.')) result.pop_back();
     return result;
-}
-
-// Neighbours of the same key are one word: a list with a value for each of them.
-std::span<const EffectParameter> GroupAt(std::span<const EffectParameter> parameters,
-                                         std::size_t index) {
-    const std::string_view key = parameters[index].key;
-    std::size_t end = index + 1;
-    while (end < parameters.size() && parameters[end].key == key) ++end;
-    return parameters.subspan(index, end - index);
 }
 
 ValueRule RuleOf(std::span<const EffectParameter> group) {
@@ -56,7 +48,7 @@ std::vector<KeyRule> KeysOf(const EffectForm& form) {
     std::vector<KeyRule> keys;
     const auto parameters = form.effect.parameters;
     for (std::size_t i = 0; i < parameters.size();) {
-        const auto group = GroupAt(parameters, i);
+        const auto group = ParametersOfKey(parameters, i);
         const EffectParameter& first = group.front();
         if (form.Asks(first) && !first.position)
             keys.push_back({first.key, RuleOf(group), first.follows ? "" : DefaultOf(group)});
@@ -93,7 +85,7 @@ std::vector<double> ValuesFor(const EffectForm& form, const Arguments& words) {
     std::vector<double> values;
     const auto parameters = form.effect.parameters;
     for (std::size_t i = 0; i < parameters.size();) {
-        const auto group = GroupAt(parameters, i);
+        const auto group = ParametersOfKey(parameters, i);
         const EffectParameter& first = group.front();
         const char* own = first.position ? first.position : first.key;
         const char* key = words.Has(own) ? own : first.follows;

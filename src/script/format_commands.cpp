@@ -14,6 +14,7 @@ Outcome SetRate(ScriptSession& session, const Arguments& words) {
     CSoundDoc& document = session.Document();
     // A change to the rate that the sound has is no edit.
     if (document.Sound().GetSamplesPerSecond() == rate) return Done();
+    const DescribedStep step(document.Steps(), {{"set-rate " + std::to_string(rate)}});
     Result<SoundEdit> edit = document.BeginEdit("Copy Sample", ReplacesFormat());
     if (!edit) return edit.Ended();
     document.Sound().SetRate(rate);

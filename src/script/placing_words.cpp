@@ -1,11 +1,12 @@
 #include "script/placing_words.h"
 
+#include "spatial/placing_words.h"
+
 namespace sonavel::script {
 namespace {
 
 // Scene units: far beyond what can still be heard.
 constexpr double kGreatestCoordinate = 1000000;
-constexpr int kCoordinateDecimals = 6;
 constexpr std::size_t kCoordinates = 3;
 constexpr int kUnitDecimals = 3;
 

@@ -10,6 +10,7 @@
 #include "sound/pair_buffer.h"
 #include "sound/sample_io.h"
 #include "spatial/crosstalk_filter.h"
+#include "spatial/placing_words.h"
 
 namespace sonavel {
 namespace {
@@ -75,6 +76,8 @@ Outcome CancelCrosstalk(CSoundDoc& document, std::uint32_t selectionStart,
         if (done.end == WorkEnd::kOutOfMemory) return Failed(failure::kMemory);
         if (done.end == WorkEnd::kStopped) return Cancelled();
     }
+    const DescribedStep step(document.Steps(),
+                             WordsOfCrosstalk(selectionStart, selectionEnd, angle, listener));
     Result<SoundEdit> edit = document.BeginEdit("Cross Talk");
     if (!edit) return edit.Ended();
     Store(sound, range.start, output.Pairs());

@@ -9,6 +9,7 @@ Outcome Listener::Use(MeasuredResponses measured) {
     Result<std::shared_ptr<const ResponseSet>> set = ResponseSet::Make(measured, rate);
     if (!set) return set.Ended();
     measured_ = std::move(measured);
+    usesTable_ = false;
     sets_.clear();
     sets_[rate] = *set;
     return Done();
@@ -16,6 +17,7 @@ Outcome Listener::Use(MeasuredResponses measured) {
 
 void Listener::UseTable() {
     measured_ = TableResponses();
+    usesTable_ = true;
     sets_.clear();
 }
 

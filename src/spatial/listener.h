@@ -18,12 +18,14 @@ class Listener {
     // Fails, and keeps what it has, when no set can be made of them.
     Outcome Use(MeasuredResponses measured);
     void UseTable();
+    bool UsesTable() const { return usesTable_; }
 
     // At this rate, in frames a second. Fails without memory.
     Result<std::shared_ptr<const ResponseSet>> At(double rate);
 
   private:
     MeasuredResponses measured_;
+    bool usesTable_ = true;
     std::map<double, std::shared_ptr<const ResponseSet>> sets_;
 };
 

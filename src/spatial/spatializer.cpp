@@ -10,6 +10,7 @@
 #include "sound/sample_io.h"
 #include "spatial/block_renderer.h"
 #include "spatial/fitting.h"
+#include "spatial/placing_words.h"
 
 namespace sonavel {
 namespace {
@@ -81,16 +82,17 @@ Outcome SpatializePlaced(const SpatialTarget& target, const Placing& placing,
     if (!output.HasMemory()) return Failed(failure::kMemory);
     const auto renderer = MakeRenderer(placing, {document.Sound(), range}, listener);
     if (!renderer) return renderer.Ended();
-    float peak = 0;
+    const DescribedStep step(document.Steps(), WordsOf(target, placing, listener));
+    RenderedBlocks rendered;
     {
         const auto progress =
             document.Services().progress.CreateProgress("Progress" + std::string(target.title));
         // Intended: what was cancelled is heard as far as it came.
-        peak = RenderBlocks(**renderer, document.Sound().GetSamplesPerSecond(), output.Pairs(),
-                            *progress)
-                   .peak;
+        rendered = RenderBlocks(**renderer, document.Sound().GetSamplesPerSecond(), output.Pairs(),
+                                *progress);
     }
-    return HandOver(target, range, Fitting(peak, document.Sound().GetBits()), output);
+    if (rendered.end == RenderEnd::kCancelled) document.Steps().LoseWords();
+    return HandOver(target, range, Fitting(rendered.peak, document.Sound().GetBits()), output);
 } catch (const std::bad_alloc&) {
     return Failed(failure::kMemory);
 }

@@ -18,7 +18,7 @@ struct LiveCase {
 // Quiet sounds stay below what would be brought down as a whole.
 constexpr int kQuiet = 9000;
 
-const LiveCase kCases[] = {{"volume", {180, 1}},
+const LiveCase kLiveCases[] = {{"volume", {180, 1}},
                            {"volume", {500, 0}},
                            {"panpot", {0, -300, 0, 0, 0}},
                            {"panpot", {1, 0, -900, 700, 0}},
@@ -60,7 +60,7 @@ TEST_F(LiveEffectTest, FixedValuesAreHeardAsTheyAreApplied) {
     constexpr std::uint32_t kFrames = 3 * kPieceFrames + 500;
     constexpr FrameRange kRange{300, kFrames - 100};
     for (const Format& format : {Format{1, 8}, Format{2, 8}, Format{1, 16}, Format{2, 16}})
-        for (const LiveCase& effect : kCases) {
+        for (const LiveCase& effect : kLiveCases) {
             if (LiveRefusal(*FindEffect(effect.name), MakeNoise(format, 1)->Sound())) continue;
             SCOPED_TRACE(std::string(effect.name) + ", " + NameOf(format));
             const auto document = MakeNoise(format, kFrames, kQuiet);
@@ -86,7 +86,7 @@ TEST_F(LiveEffectTest, FixedValuesAreHeardAsTheyAreApplied) {
 
 TEST_F(LiveEffectTest, FloatsAreHeardAsTheyAreApplied) {
     constexpr std::uint32_t kFrames = 5000;
-    for (const LiveCase& effect : kCases) {
+    for (const LiveCase& effect : kLiveCases) {
         SCOPED_TRACE(effect.name);
         const auto document = MakeDocument();
         ASSERT_TRUE(document->Sound().Create(2, 32, 44100, kFrames));
@@ -134,7 +134,7 @@ TEST_F(LiveEffectTest, ASettingThatComesLaterIsInFullSwingAtOnce) {
     constexpr std::uint32_t kFrames = 8 * 44100;
     constexpr std::uint32_t kHeard = 4000;
     const auto document = MakeNoise({2, 16}, kFrames, kQuiet);
-    std::vector<LiveCase> cases(std::begin(kCases), std::end(kCases));
+    std::vector<LiveCase> cases(std::begin(kLiveCases), std::end(kLiveCases));
     cases.push_back({"equalizer", {6, -12, 3, 0, -20, 8, 2}});
     for (const LiveCase& effect : cases) {
         SCOPED_TRACE(effect.name);

@@ -36,6 +36,7 @@ class SceneDialog : public PreviewDialog {
   protected:
     Outcome Run(Purpose purpose) override;
     void OnSilent() override { scene_->SetBall(std::nullopt); }
+    std::unique_ptr<LiveMaker> MakeLive() override { return nullptr; }
 
   private:
     // A ball of the scene: of which sound, and which of its points.

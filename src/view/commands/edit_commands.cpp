@@ -4,6 +4,7 @@
 #include "document/edit_operations.h"
 #include "document/range_operations.h"
 #include "sound/sound_texts.h"
+#include "view/commands/view_words.h"
 #include "view/draw/first_difference.h"
 
 namespace sonavel {
@@ -44,6 +45,13 @@ MixQuestion QuestionOfMix(const CSoundView& view) {
         return {view.State().GetSelection().start, view.State().GetSelection().end, bits};
     const std::uint32_t frames = view.Host().Clip().GetFrameCount();
     return {view.State().Cursor(), view.State().Cursor() + (frames > 0 ? frames - 1 : 0), bits};
+}
+
+std::string CommandOf(const CrossfadeChoice& choice) {
+    return "crossfade-mix clipboard-start=" + std::to_string(choice.clipboardStartPercent) +
+           " clipboard-end=" + std::to_string(choice.clipboardEndPercent) +
+           " destination-start=" + std::to_string(choice.destinationStartPercent) +
+           " destination-end=" + std::to_string(choice.destinationEndPercent);
 }
 
 double Gain(int percent) {
@@ -95,6 +103,8 @@ Outcome RemoveRanges(CSoundView& view, std::span<const FrameRange> ranges) {
 }
 
 Outcome InsertSilence(CSoundView& view, std::uint32_t frames) {
+    const DescribedStep step(view.Document().Steps(),
+                             WordsAt(view, "insert-silence " + std::to_string(frames)));
     return Finish(view, edit::InsertSilence(view.Document(), EditPlace(view), frames));
 }
 
@@ -157,16 +167,23 @@ Result<MixQuestion> PrepareMix(CSoundView& view) {
 Outcome PasteReplicate(CSoundView& view, int count) {
     if (count < 1 || count > kHighestReplicateCount)
         return Failed("A clip is pasted 1 to 1000 times.");
+    const DescribedStep step(view.Document().Steps(),
+                             WordsOfPaste(view, "paste-replicate " + std::to_string(count)));
     return Finish(view, edit::Paste(view.Document(), view.Host().Clip(), EditPlace(view),
                                     static_cast<std::uint32_t>(count)));
 }
 
 Outcome MixClipboard(CSoundView& view, const MixChoice& choice) {
+    const DescribedStep step(
+        view.Document().Steps(),
+        WordsOfPaste(view, "mix clipboard=" + std::to_string(choice.clipboardPercent) +
+                               " destination=" + std::to_string(choice.destinationPercent)));
     const edit::MixGains gains = {Gain(choice.clipboardPercent), Gain(choice.destinationPercent)};
     return Finish(view, edit::Mix(view.Document(), view.Host().Clip(), EditPlace(view), gains));
 }
 
 Outcome CrossfadeMixClipboard(CSoundView& view, const CrossfadeChoice& choice) {
+    const DescribedStep step(view.Document().Steps(), WordsOfPaste(view, CommandOf(choice)));
     edit::CrossfadeGains gains;
     gains.start = {Gain(choice.clipboardStartPercent), Gain(choice.destinationStartPercent)};
     gains.end = {Gain(choice.clipboardEndPercent), Gain(choice.destinationEndPercent)};

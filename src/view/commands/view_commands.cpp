@@ -4,6 +4,7 @@
 #include "view/commands/marker_commands.h"
 #include "view/commands/place_commands.h"
 #include "view/commands/transport.h"
+#include "view/commands/view_words.h"
 #include "view/input/cursor_moves.h"
 #include "view/refusals.h"
 
@@ -473,6 +474,13 @@ const Row* FindRow(int id) {
     return nullptr;
 }
 
+// What markers change describes itself.
+StepWords WordsOf(const Row* row, const CSoundView& view) {
+    if (!row || *row->info.name == '\0') return {};
+    const bool pastes = std::string_view(row->info.name).starts_with("paste");
+    return pastes ? WordsOfPaste(view, row->info.name) : WordsAt(view, row->info.name);
+}
+
 }  // namespace
 
 std::span<const Command<CSoundView>> ViewCommands() {
@@ -484,6 +492,7 @@ SoundViewCommands::SoundViewCommands(CSoundView& view)
 
 Outcome SoundViewCommands::RunCommand(int id) {
     if (Outcome offered = Offered(id); !offered) return offered;
+    const DescribedStep step(view_.Document().Steps(), WordsOf(FindRow(id), view_));
     return TableCommandTarget<CSoundView>::RunCommand(id);
 }
 
