@@ -255,6 +255,10 @@ Outcome Application::RunScript() {
     return scripts_.AskAndRun();
 }
 
+Outcome Application::CopyAsScript() {
+    return scripts_.CopySteps();
+}
+
 void Application::ShowFileProperties() {
     OpenSound* active = workspace_.Active();
     if (!active) return;

@@ -59,6 +59,7 @@ class Application {
     bool HasModifiedSounds() const;
     Outcome SaveAll();
     Outcome RunScript();
+    Outcome CopyAsScript();
     void ShowFileProperties();
     void EditPreferences();
     void ShowSampleDatabase();

@@ -84,6 +84,7 @@ constexpr MenuEntry kEdit[] = {
     C(view_command::kClipboardContents),
     kLine,
     C(app_command::kRunScript),
+    C(app_command::kCopyAsScript),
     kLine,
     C(app_command::kPalette),
     C(app_command::kKeys),

@@ -1,8 +1,10 @@
 // Scripts run from the window: what is said of how they ended.
+#include <QClipboard>
 #include <QLabel>
 #include <QPlainTextEdit>
 
 #include "app/command_ids.h"
+#include "effects/effect_table.h"
 #include "ui/app_fixture.h"
 #include "view/commands/view_commands.h"
 
@@ -64,6 +66,26 @@ TEST_F(EditorScriptsTest, SaysTheLineThatFailedAndShowsWhatWasPrinted) {
     EXPECT_EQ(shown.summary, "The script has run: no sound was changed, a sound was opened.");
     EXPECT_TRUE(shown.printed.startsWith("document 2 title=")) << shown.printed.toStdString();
     EXPECT_EQ(Sounds().Count(), 2u);
+}
+
+TEST_F(EditorScriptsTest, WhatWasDoneIsCopiedAsAScriptThatDoesItAgain) {
+    const QString path = WavFile("a.wav");
+    ASSERT_TRUE(App().OpenFile(path));
+    EXPECT_TRUE(App().Scripts().CopySteps().IsFailed());
+    Sounds().Active()->view->State().SetSelection(10, 500);
+    Run(view_command::kDelete);
+    Run(effect_command::kReverse);
+    Run(app_command::kCopyAsScript);
+    const QString script = QGuiApplication::clipboard()->text();
+    EXPECT_EQ(script,
+              "# What was done to a.wav since it was opened\nselect 10 500\ndelete\n"
+              "select 0 0\ncursor 10\nreverse\n");
+    const std::vector<std::uint8_t> edited(Active().Sound().Bytes().begin(),
+                                           Active().Sound().Bytes().end());
+    Run(view_command::kUndo);
+    Run(view_command::kUndo);
+    ASSERT_TRUE(RunText(script.toStdString()));
+    EXPECT_TRUE(std::ranges::equal(Active().Sound().Bytes(), edited));
 }
 
 }  // namespace

@@ -1,9 +1,12 @@
 #include "app/exchange/editor_scripts.h"
 
+#include <QClipboard>
 #include <QDir>
 #include <QFileInfo>
 #include <QFontDatabase>
+#include <QGuiApplication>
 
+#include "platform/code_page_949.h"
 #include "platform/qt/file_names.h"
 #include "platform/qt/open_files_dialog.h"
 #include "platform/qt/person_settings.h"
@@ -64,6 +67,21 @@ Outcome EditorScripts::AskAndRun() {
     if (chosen.isEmpty()) return Cancelled();
     PersonSettings().setValue(kScriptFolderKey, QFileInfo(chosen).absolutePath());
     return RunFile(FilePath(chosen));
+}
+
+Outcome EditorScripts::CopySteps() {
+    OpenSound* active = sounds_.Active();
+    if (!active) return Failed("No sound is open.");
+    CSoundDoc& document = *active->document;
+    document.EndMarkerEdit();
+    const std::string text = document.Steps().Text();
+    if (text.empty()) return Failed("Nothing was done to the sound since it was opened.");
+    const QString title = Utf8Text(DisplayText(document.Title())).simplified();
+    QGuiApplication::clipboard()->setText(
+        QObject::tr("# What was done to %1 since it was opened").arg(title) + u'\n' +
+        Utf8Text(text));
+    sounds_.Services().prompts.ShowStatus("The script is on the clipboard.");
+    return Done();
 }
 
 Outcome EditorScripts::RunFile(const std::filesystem::path& path) {

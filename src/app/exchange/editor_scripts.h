@@ -28,6 +28,8 @@ class EditorScripts {
 
     // Asks for the file.
     Outcome AskAndRun();
+    // Puts what was done to the active sound since it was opened on the clipboard, as a script.
+    Outcome CopySteps();
     // Says what came of it; what went wrong is shown in a box of its own.
     Outcome RunFile(const std::filesystem::path& path);
 
