@@ -81,8 +81,8 @@ void StepScript::Add(const HistoryChange& change, const Sound& now) {
     edit.step = StepOf(change, edit.id);
     edit.marksAlone = change.record && change.record->reach == EditReach::kMarkers;
     if (edit.marksAlone)
-        edit.lines = MarkerWords(change.record->markers, now.Markers())
-                         .value_or(std::vector<std::string>());
+        edit.lines =
+            MarkerWords(change.record->markers, now.Markers()).value_or(std::vector<std::string>());
     else
         TakeWords(edit);
     edits_.push_back(std::move(edit));

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <string>
 #include <utility>
 
 #include "effects/resample.h"
@@ -67,6 +68,52 @@ Result<Sound> Changed(CSoundDoc& document, const FormatChange& change) {
     return made;
 }
 
+// The same way in the commands of a script, which dithers floats and no whole numbers.
+class ConversionWords {
+  public:
+    explicit ConversionWords(const Sound& sound)
+        : channels_(sound.GetChannels()), bits_(sound.GetBits()) {}
+
+    void Channels(unsigned channels, ChannelChoice choice) {
+        if (channels != channels_)
+            words_.lines.push_back("convert-channels " + std::to_string(channels) +
+                                   " mode=" + std::to_string(static_cast<int>(choice)));
+        channels_ = channels;
+    }
+    void Bits(unsigned bits, Rounding rounding) {
+        if (bits != bits_) words_.lines.push_back("convert-bits " + std::to_string(bits));
+        const bool rounds = bits < bits_;
+        const auto scripts = bits_ == 32 ? Rounding::kDithered : Rounding::kPlain;
+        isSame_ = isSame_ && (!rounds || rounding == scripts);
+        bits_ = bits;
+    }
+    void Rate(const char* command, std::uint32_t samplesPerSecond) {
+        words_.lines.push_back(command + std::to_string(samplesPerSecond));
+    }
+    StepWords Finish() && { return isSame_ ? std::move(words_) : StepWords{}; }
+
+  private:
+    unsigned channels_;
+    unsigned bits_;
+    bool isSame_ = true;
+    StepWords words_{.lines = {}};
+};
+
+StepWords WordsOf(const Sound& sound, const FormatChange& change) {
+    ConversionWords words(sound);
+    const bool resampled = IsResampled(sound, change);
+    if (resampled) {
+        words.Channels(std::min(change.channels, sound.GetChannels()), change.choice);
+        words.Bits(std::max(change.bits, sound.GetBits()), change.rounding);
+        words.Rate("resample ", change.samplesPerSecond);
+    }
+    words.Channels(change.channels, change.choice);
+    words.Bits(change.bits, change.rounding);
+    if (!resampled && change.samplesPerSecond != sound.GetSamplesPerSecond())
+        words.Rate("set-rate ", change.samplesPerSecond);
+    return std::move(words).Finish();
+}
+
 Outcome ChangeSamples(CSoundDoc& document, const FormatChange& change) {
     Result<Sound> changed = Changed(document, change);
     if (!changed) return changed.Ended();
@@ -130,6 +177,7 @@ Outcome ConvertView(CSoundView& view, const FormatChange& change) {
     const bool resampled = IsResampled(document.Sound(), change);
     const Selection at = view.State().GetSelection();
     const std::uint32_t cursor = view.State().Cursor();
+    const DescribedStep step(document.Steps(), WordsOf(document.Sound(), change));
     if (ChangesSamples(document.Sound(), change)) {
         if (Outcome changed = ChangeSamples(document, change); !changed) return changed;
     } else if (before != change.samplesPerSecond) {

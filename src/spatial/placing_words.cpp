@@ -1,5 +1,7 @@
 #include "spatial/placing_words.h"
 
+#include <algorithm>
+
 namespace sonavel {
 namespace {
 
@@ -18,6 +20,13 @@ std::optional<std::string> Coordinates(const std::vector<SourcePosition>& points
     return text;
 }
 
+// What a script has no keys for.
+bool HasMore(const Placing& placing) {
+    return placing.loop != PathLoop::kOnce || placing.roundSeconds != 0 ||
+           std::ranges::any_of(placing.times, [](const auto& time) { return time.has_value(); }) ||
+           placing.law != DistanceLaw{};
+}
+
 std::optional<std::string> PathKeys(const Placing& placing) {
     std::string keys;
     if (placing.curve == PathCurve::kSpline) keys += " curve=spline";
@@ -34,7 +43,7 @@ StepWords WordsOf(const SpatialTarget& target, const Placing& placing, const Lis
     const bool isSmooth = placing.smoothness == Smoothness::kSmooth;
     const auto points = Coordinates(placing.points);
     const auto keys = isPath ? PathKeys(placing) : std::string();
-    if (!points || !keys || (isSmooth && !listener.UsesTable())) return {};
+    if (!points || !keys || HasMore(placing) || (isSmooth && !listener.UsesTable())) return {};
     if (isPath && placing.points.size() < kLeastPathPoints) return {};
     StepWords words{.lines = PlaceLines(target.selectionStart, target.selectionEnd)};
     words.lines.push_back((isPath ? "moving" : "positional") + *points + *keys +
