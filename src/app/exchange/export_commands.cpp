@@ -30,7 +30,7 @@ constexpr Command<SoundExporter> kCommands[] = {
       "Write the selected part into a file of its own"},
      Call<SoundExporter, &SoundExporter::ExportSelection>,
      WithSelection},
-    {{app_command::kExportRegions, "", "Export Re&gions...", "",
+    {{app_command::kExportRegions, "", "Export Re&gions...", "Ctrl+Shift+E",
       "Write every region, or every stretch between markers, into a file of its own"},
      Call<SoundExporter, &SoundExporter::ExportRegions>,
      WithMarkers},

@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QPushButton>
+#include <algorithm>
 
 #include "app/exchange/export_dialog.h"
 #include "platform/code_page_949.h"
@@ -16,6 +17,12 @@ namespace sonavel {
 namespace {
 
 constexpr int kNamesHeight = 160;
+
+enum Split { kRegions, kBetweenMarkers };
+
+bool HasRegion(const MarkerList& markers) {
+    return std::ranges::any_of(markers.All(), [](const Marker& marker) { return marker.length; });
+}
 
 }  // namespace
 
@@ -43,6 +50,7 @@ RegionsDialog::RegionsDialog(const CSoundDoc& document, SoundFileKind kind, QWid
 void RegionsDialog::AddFields(SoundFileKind kind) {
     QFormLayout& form = AddForm();
     split_->addItems({tr("Every region"), tr("Every stretch between markers")});
+    if (!HasRegion(document_.Sound().Markers())) split_->setCurrentIndex(kBetweenMarkers);
     const SoundFileKind first = kind;
     for (const ExportKind& row : ExportKinds())
         kind_->addItem(QString::fromUtf8(row.extension).mid(1).toUpper(),
@@ -91,9 +99,9 @@ Result<RegionExport> RegionsDialog::Regions() const {
     regions.choice.kind = static_cast<SoundFileKind>(kind_->currentData().toInt());
     regions.choice.depth = ExportDepth(regions.choice.kind, sound, document_.Origin());
     regions.choice.quality = static_cast<std::uint32_t>(quality_->value());
-    regions.parts =
-        PartsOf(sound, split_->currentIndex() == 1 ? SplitAt::kMarkers : SplitAt::kRegions,
-                {0, sound.GetFrameCount()}, Title());
+    regions.parts = PartsOf(
+        sound, split_->currentIndex() == kBetweenMarkers ? SplitAt::kMarkers : SplitAt::kRegions,
+        {0, sound.GetFrameCount()}, Title());
     if (regions.parts.empty()) return Failed("There are no regions to export.");
     Result<std::vector<std::string>> names =
         PartFileNames(pattern_->text().toStdString(), regions.parts, Title());

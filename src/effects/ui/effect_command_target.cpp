@@ -37,11 +37,16 @@ constexpr CommandInfo kOtherRows[] = {
     {effect_command::kOpenPreview, "", "&Open Preview as New Document", "",
      "Open a copy of what was last previewed as a new sound"}};
 
+// What is done every day has a key.
+const char* KeysOf(const Effect& effect) {
+    return effect.commandId == effect_command::kNormalise ? "Ctrl+Alt+N" : "";
+}
+
 // Without names for scripts, which run effects by name and values instead.
 std::vector<CommandInfo> MakeRows() {
     std::vector<CommandInfo> rows;
     for (const Effect& effect : Effects())
-        rows.push_back({effect.commandId, "", effect.menuText, "", effect.prompt});
+        rows.push_back({effect.commandId, "", effect.menuText, KeysOf(effect), effect.prompt});
     rows.insert(rows.end(), std::begin(kOtherRows), std::end(kOtherRows));
     return rows;
 }

@@ -8,14 +8,8 @@
 namespace sonavel {
 namespace {
 
-// What a device reports beyond it is not a latency.
-constexpr double kGreatestLatencySeconds = 2.0;
-
 std::uint32_t FramesUntilHeard(const PaStreamCallbackTimeInfo& time, std::uint32_t rate) {
-    const double seconds = time.outputBufferDacTime - time.currentTime;
-    // Not a number compares false and counts as none.
-    if (!(seconds > 0.0)) return 0;
-    return static_cast<std::uint32_t>(std::min(seconds, kGreatestLatencySeconds) * rate);
+    return static_cast<std::uint32_t>(SecondsUntilHeard(time) * rate);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 
 #include <portaudio.h>
 
+#include <algorithm>
 #include <atomic>
 #include <memory>
 #include <utility>
@@ -28,6 +29,14 @@ struct PortAudioStream {
     std::atomic<bool> running{false};
     PaStream* handle = nullptr;  // of the device threads, one after the other
 };
+
+// When what a callback hands over is heard, by the device's word. What it says beyond two seconds is
+// no latency.
+inline double SecondsUntilHeard(const PaStreamCallbackTimeInfo& time) {
+    const double seconds = time.outputBufferDacTime - time.currentTime;
+    // Not a number compares false and counts as none.
+    return seconds > 0.0 ? std::min(seconds, 2.0) : 0.0;
+}
 
 // `Feed`: OutputFeed or InputFeed.
 template <class Feed>

@@ -7,16 +7,10 @@
 namespace sonavel {
 namespace {
 
-// What a device reports beyond it is not a latency.
-constexpr double kGreatestLatencySeconds = 2.0;
-
 // How long to wait until what is handed over now has been heard. A sound server behind the device
 // can lag as much again as the device reports, as seen on a busy machine.
 std::uint64_t LatencyFrames(const PaStreamCallbackTimeInfo& time, std::uint32_t rate) {
-    const double seconds = 2 * (time.outputBufferDacTime - time.currentTime);
-    // Not a number compares false and counts as none.
-    if (!(seconds > 0.0)) return 0;
-    return static_cast<std::uint64_t>(std::min(seconds, kGreatestLatencySeconds) * rate);
+    return static_cast<std::uint64_t>(2 * SecondsUntilHeard(time) * rate);
 }
 
 }  // namespace
