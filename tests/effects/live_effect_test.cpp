@@ -19,13 +19,13 @@ struct LiveCase {
 constexpr int kQuiet = 9000;
 
 const LiveCase kLiveCases[] = {{"volume", {180, 1}},
-                           {"volume", {500, 0}},
-                           {"panpot", {0, -300, 0, 0, 0}},
-                           {"panpot", {1, 0, -900, 700, 0}},
-                           {"reverb", {50, 900, 6, 60, 20}, true},
-                           {"flanger", {3.5, 1.5}, true},
-                           {"modulator", {500, 20, 80, 1300, 0, 60}},
-                           {"dynamics", {20, 2, 4, 15, 0.5, 3}}};
+                               {"volume", {500, 0}},
+                               {"panpot", {0, -300, 0, 0, 0}},
+                               {"panpot", {1, 0, -900, 700, 0}},
+                               {"reverb", {50, 900, 6, 60, 20}, true},
+                               {"flanger", {3.5, 1.5}, true},
+                               {"modulator", {500, 20, 80, 1300, 0, 60}},
+                               {"dynamics", {20, 2, 4, 15, 0.5, 3}}};
 
 class LiveEffectTest : public EffectTest {
   protected:
@@ -57,13 +57,13 @@ class LiveEffectTest : public EffectTest {
 };
 
 TEST_F(LiveEffectTest, FixedValuesAreHeardAsTheyAreApplied) {
-    constexpr std::uint32_t kFrames = 3 * kPieceFrames + 500;
-    constexpr FrameRange kRange{300, kFrames - 100};
+    constexpr std::uint32_t kHeardFrames = 3 * kPieceFrames + 500;
+    constexpr FrameRange kRange{300, kHeardFrames - 100};
     for (const Format& format : {Format{1, 8}, Format{2, 8}, Format{1, 16}, Format{2, 16}})
         for (const LiveCase& effect : kLiveCases) {
             if (LiveRefusal(*FindEffect(effect.name), MakeNoise(format, 1)->Sound())) continue;
             SCOPED_TRACE(std::string(effect.name) + ", " + NameOf(format));
-            const auto document = MakeNoise(format, kFrames, kQuiet);
+            const auto document = MakeNoise(format, kHeardFrames, kQuiet);
             const auto renderer = Made(effect.name, *document, kRange, effect.values);
             ASSERT_TRUE(renderer);
             const Heard heard = Render(*renderer, 0, kRange.Frames());
@@ -85,21 +85,21 @@ TEST_F(LiveEffectTest, FixedValuesAreHeardAsTheyAreApplied) {
 }
 
 TEST_F(LiveEffectTest, FloatsAreHeardAsTheyAreApplied) {
-    constexpr std::uint32_t kFrames = 5000;
+    constexpr std::uint32_t kHeardFrames = 5000;
     for (const LiveCase& effect : kLiveCases) {
         SCOPED_TRACE(effect.name);
         const auto document = MakeDocument();
-        ASSERT_TRUE(document->Sound().Create(2, 32, 44100, kFrames));
-        for (std::uint32_t i = 0; i < kFrames; ++i)
+        ASSERT_TRUE(document->Sound().Create(2, 32, 44100, kHeardFrames));
+        for (std::uint32_t i = 0; i < kHeardFrames; ++i)
             for (const unsigned channel : {0u, 1u})
                 document->Sound().SetSample(channel, i,
                                             static_cast<int>(6000 * std::sin(i * (0.1 + channel))));
-        const auto renderer = Made(effect.name, *document, {0, kFrames}, effect.values);
+        const auto renderer = Made(effect.name, *document, {0, kHeardFrames}, effect.values);
         ASSERT_TRUE(renderer);
-        const Heard heard = Render(*renderer, 0, kFrames);
+        const Heard heard = Render(*renderer, 0, kHeardFrames);
         ASSERT_TRUE(ApplyEffect(*FindEffect(effect.name), Target(*document), effect.values,
                                 Applying::kAlways));
-        for (std::uint32_t i = 0; i < kFrames; ++i)
+        for (std::uint32_t i = 0; i < kHeardFrames; ++i)
             for (const unsigned channel : {0u, 1u})
                 ASSERT_NEAR(heard.At(channel, i), document->Sound().GetShare(channel, i), 1e-5)
                     << i;
@@ -108,21 +108,21 @@ TEST_F(LiveEffectTest, FloatsAreHeardAsTheyAreApplied) {
 
 // The equalizer's result is brought to the peak of before, channel by channel.
 TEST_F(LiveEffectTest, TheEqualizerDiffersFromItsPreviewInLevelAlone) {
-    constexpr std::uint32_t kFrames = 9000;
+    constexpr std::uint32_t kHeardFrames = 9000;
     const std::vector<double> values{6, -12, 3, 0, -20, 8, 2};
-    const auto document = MakeNoise({2, 16}, kFrames, kQuiet);
-    const auto renderer = Made("equalizer", *document, {0, kFrames}, values);
+    const auto document = MakeNoise({2, 16}, kHeardFrames, kQuiet);
+    const auto renderer = Made("equalizer", *document, {0, kHeardFrames}, values);
     ASSERT_TRUE(renderer);
-    const Heard heard = Render(*renderer, 0, kFrames);
+    const Heard heard = Render(*renderer, 0, kHeardFrames);
     ASSERT_TRUE(Preview("equalizer", Target(*document), values));
     double product = 0;
     double square = 0;
-    for (std::uint32_t i = 0; i < kFrames; ++i) {
+    for (std::uint32_t i = 0; i < kHeardFrames; ++i) {
         product += double{heard.At(0, i)} * document->Preview().GetSample(0, i);
         square += double{heard.At(0, i)} * heard.At(0, i);
     }
     const double level = product / square;
-    for (std::uint32_t i = 0; i < kFrames; ++i)
+    for (std::uint32_t i = 0; i < kHeardFrames; ++i)
         ASSERT_NEAR(heard.At(0, i) * level, document->Preview().GetSample(0, i), 1.5) << i;
     EXPECT_NE(LiveNote(*FindEffect("equalizer")), nullptr);
     EXPECT_NE(LiveNote(*FindEffect("reverb")), nullptr);
@@ -131,20 +131,20 @@ TEST_F(LiveEffectTest, TheEqualizerDiffersFromItsPreviewInLevelAlone) {
 
 // A change in the middle of the range goes on as if it had been so from the beginning.
 TEST_F(LiveEffectTest, ASettingThatComesLaterIsInFullSwingAtOnce) {
-    constexpr std::uint32_t kFrames = 8 * 44100;
+    constexpr std::uint32_t kHeardFrames = 8 * 44100;
     constexpr std::uint32_t kHeard = 4000;
-    const auto document = MakeNoise({2, 16}, kFrames, kQuiet);
+    const auto document = MakeNoise({2, 16}, kHeardFrames, kQuiet);
     std::vector<LiveCase> cases(std::begin(kLiveCases), std::end(kLiveCases));
     cases.push_back({"equalizer", {6, -12, 3, 0, -20, 8, 2}});
     for (const LiveCase& effect : cases) {
         SCOPED_TRACE(effect.name);
         const bool remembers = FindEffect(effect.name)->traits.spread != Spread::kPieces;
-        const auto early = Made(effect.name, *document, {0, kFrames}, effect.values);
+        const auto early = Made(effect.name, *document, {0, kHeardFrames}, effect.values);
         if (remembers)
-            for (std::uint32_t first = 0; first < kFrames - kHeard; first += kHeard)
+            for (std::uint32_t first = 0; first < kHeardFrames - kHeard; first += kHeard)
                 Render(*early, first, kHeard);
-        const std::uint32_t at = kFrames - kHeard - (kFrames - kHeard) % kHeard;
-        const auto late = Made(effect.name, *document, {0, kFrames}, effect.values, at - 1000);
+        const std::uint32_t at = kHeardFrames - kHeard - (kHeardFrames - kHeard) % kHeard;
+        const auto late = Made(effect.name, *document, {0, kHeardFrames}, effect.values, at - 1000);
         const Heard wanted = Render(*early, at, kHeard);
         const Heard heard = Render(*late, at, kHeard);
         double apart = 0;

@@ -11,7 +11,7 @@
 namespace sonavel::testing {
 namespace {
 
-constexpr std::uint32_t kFrames = 5000;
+constexpr std::uint32_t kPlacedFrames = 5000;
 constexpr int kQuiet = 5000;
 
 SourcePosition At(double azimuth, double distance = 0.6) {
@@ -53,11 +53,11 @@ class LivePlacingTest : public DocumentTest {
 };
 
 TEST_F(LivePlacingTest, AFixedPlacingIsHeardAsItIsApplied) {
-    constexpr FrameRange kRange{200, kFrames - 321};
+    constexpr FrameRange kRange{200, kPlacedFrames - 321};
     for (const Format& format : {Format{1, 8}, Format{2, 16}})
         for (const auto& [name, placing] : Placings()) {
             SCOPED_TRACE(std::string(name) + ", " + NameOf(format));
-            const auto document = MakeNoise(format, kFrames, kQuiet);
+            const auto document = MakeNoise(format, kPlacedFrames, kQuiet);
             LivePlacing live({document->Sound(), kRange}, listener_);
             EXPECT_EQ(live.Range().frames, kRange.Frames());
             live.Set(placing);
@@ -112,8 +112,8 @@ TEST_F(LivePlacingTest, ASineThatIsDraggedAroundTheHeadDoesNotClick) {
 }
 
 TEST_F(LivePlacingTest, WithoutPointsNothingNewIsHeard) {
-    const auto document = MakeNoise({1, 16}, kFrames);
-    LivePlacing live({document->Sound(), {0, kFrames}}, listener_);
+    const auto document = MakeNoise({1, 16}, kPlacedFrames);
+    LivePlacing live({document->Sound(), {0, kPlacedFrames}}, listener_);
     EXPECT_EQ(live.MakeLatest(0), nullptr);
     live.Set({});
     EXPECT_EQ(live.MakeLatest(0), nullptr);

@@ -30,8 +30,8 @@ struct PortAudioStream {
     PaStream* handle = nullptr;  // of the device threads, one after the other
 };
 
-// When what a callback hands over is heard, by the device's word. What it says beyond two seconds is
-// no latency.
+// When what a callback hands over is heard, by the device's word. What it says beyond two seconds
+// is no latency.
 inline double SecondsUntilHeard(const PaStreamCallbackTimeInfo& time) {
     const double seconds = time.outputBufferDacTime - time.currentTime;
     // Not a number compares false and counts as none.
