@@ -45,44 +45,33 @@ void CSoundView::Resize(int width, int height) {
 void CSoundView::ReloadSettings() {
     document_.ReloadOptions();
     TakeSettings();
-    ShowStatusFormat(settings_.statusFormat);
+    ShowChosen(settings_.statusFormat);
     Resize(state_.Client().Width(), state_.Client().Height());
 }
 
 Outcome CSoundView::SetStatusFormat(StatusFormat format) {
-    host_.OnStatusFormatChosen(format);
+    host_.OnChosen(format);
     ProfileFile options = document_.Services().folder.Options();
     return DoneIf(WriteStatusFormat(options, format), "Options.ini cannot be written.");
 }
 
-void CSoundView::ShowStatusFormat(StatusFormat format) {
-    settings_.statusFormat = format;
+void CSoundView::ShowChosen(const ViewChoice& choice) {
+    settings_.Take(choice);
     playing_.RefreshPlayState();
     repaint_.Area(ViewArea::kAll);
     repaint_.Window().OnSelectionChanged();
 }
 
 Outcome CSoundView::Turn(ViewSwitch which, Turned turned) {
-    host_.OnTurned(which, turned);
+    host_.OnChosen(SwitchChoice{which, turned});
     ProfileFile options = document_.Services().folder.Options();
     return DoneIf(WriteNumber(options, SettingOf(which), turned == Turned::kOn ? 1 : 0),
                   "Options.ini cannot be written.");
 }
 
-void CSoundView::ShowTurned(ViewSwitch which, Turned turned) {
-    settings_.switches[static_cast<std::size_t>(which)] = turned;
-    repaint_.Window().OnSelectionChanged();
-}
-
 const BlockExtremes& CSoundView::Extremes() const {
     extremes_.Refresh(Sound());
     return extremes_;
-}
-
-void CSoundView::TrySpectrogram(const SpectrogramSettings& settings) {
-    settings_.spectrogram = settings;
-    repaint_.Area(ViewArea::kWaveform);
-    repaint_.Area(ViewArea::kVerticalRuler);
 }
 
 // --- The document
@@ -115,7 +104,7 @@ Outcome ShowAs(CSoundView& view, SoundPicture picture) {
 }
 
 Outcome StoreSpectrogram(CSoundView& view, const SpectrogramSettings& settings) {
-    view.Host().OnSpectrogramChosen(settings);
+    view.Host().OnChosen(settings);
     ProfileFile display = view.Document().Services().folder.Display();
     return settings.Write(display);
 }

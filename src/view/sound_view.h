@@ -67,13 +67,10 @@ class CSoundView : public DocumentObserver {
     // Stores the format in Options.ini and has every open view take it. Fails when it cannot be
     // written; it holds all the same.
     Outcome SetStatusFormat(StatusFormat format);
-    // How the spectrogram looks until the next ReloadSettings(), as while it is being chosen.
-    void TrySpectrogram(const SpectrogramSettings& settings);
-    // Takes over a format that is stored already.
-    void ShowStatusFormat(StatusFormat format);
-    // Both likewise, of what is turned on or off.
+    // Likewise of what is turned on or off.
     Outcome Turn(ViewSwitch which, Turned turned);
-    void ShowTurned(ViewSwitch which, Turned turned);
+    // Shows, and stores nothing: holds until the next ReloadSettings().
+    void ShowChosen(const ViewChoice& choice);
 
     // --- From the document
 

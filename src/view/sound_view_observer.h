@@ -58,12 +58,8 @@ class ViewHost {
     virtual ClipRecord& Clip() = 0;
     // Opens a document that holds the clip.
     virtual Outcome NewDocumentFromClip() = 0;
-    // One view was told the format, which all of them have to show.
-    virtual void OnStatusFormatChosen(StatusFormat format) = 0;
-    // Likewise how spectrograms look.
-    virtual void OnSpectrogramChosen(const SpectrogramSettings& settings) = 0;
-    // Likewise of what was turned on or off.
-    virtual void OnTurned(ViewSwitch which, Turned turned) = 0;
+    // One view was told what all of them have to show.
+    virtual void OnChosen(const ViewChoice& choice) = 0;
 };
 
 }  // namespace sonavel

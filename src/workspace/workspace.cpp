@@ -173,16 +173,8 @@ void Workspace::Close(std::size_t index) {
     if (wasActive && observer_) observer_->OnActivated(Active());
 }
 
-void Workspace::OnStatusFormatChosen(StatusFormat format) {
-    for (const auto& sound : sounds_) sound->view->ShowStatusFormat(format);
-}
-
-void Workspace::OnSpectrogramChosen(const SpectrogramSettings& settings) {
-    for (const auto& sound : sounds_) sound->view->TrySpectrogram(settings);
-}
-
-void Workspace::OnTurned(ViewSwitch which, Turned turned) {
-    for (const auto& sound : sounds_) sound->view->ShowTurned(which, turned);
+void Workspace::OnChosen(const ViewChoice& choice) {
+    for (const auto& sound : sounds_) sound->view->ShowChosen(choice);
 }
 
 // --- Recording

@@ -90,9 +90,7 @@ class Workspace : public ViewHost {
     Outcome Record(const RecordChoice& choice);
 
     ClipRecord& Clip() override { return clip_; }
-    void OnStatusFormatChosen(StatusFormat format) override;
-    void OnSpectrogramChosen(const SpectrogramSettings& settings) override;
-    void OnTurned(ViewSwitch which, Turned turned) override;
+    void OnChosen(const ViewChoice& choice) override;
     const HostServices& Services() const { return services_; }
 
   private:

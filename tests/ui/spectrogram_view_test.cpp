@@ -76,7 +76,7 @@ TEST_F(SpectrogramViewTest, AChirpIsALineOnTheScreen) {
     CSoundView& view = OpenAs({1, 66150, RisingTone, {}}, view_command::kShowSpectrogram);
     for (const FrequencyScale scale :
          {FrequencyScale::kLinear, FrequencyScale::kLogarithmic, FrequencyScale::kMel}) {
-        view.TrySpectrogram({.look = {.windowFrames = 1024, .scale = scale}});
+        view.ShowChosen(SpectrogramSettings{.look = {.windowFrames = 1024, .scale = scale}});
         WaitForTiles();
         const QImage image = Grab();
         for (int x = 20; x < 600; x += 20) {
@@ -89,7 +89,7 @@ TEST_F(SpectrogramViewTest, AChirpIsALineOnTheScreen) {
 TEST_F(SpectrogramViewTest, CloseTonesAreTwoLines) {
     CSoundView& view =
         OpenAs({1, 44100, CloseTones, {}}, view_command::kShowSpectrogram, {400, 900});
-    view.TrySpectrogram({.look = {.windowFrames = 4096}});
+    view.ShowChosen(SpectrogramSettings{.look = {.windowFrames = 4096}});
     WaitForTiles();
     const QImage image = Grab();
     const auto at = [&](double frequency) {
@@ -98,7 +98,7 @@ TEST_F(SpectrogramViewTest, CloseTonesAreTwoLines) {
     EXPECT_GT(at(6000), at(6150) + 150);
     EXPECT_GT(at(6300), at(6150) + 150);
     // With a short window they are one.
-    view.TrySpectrogram({.look = {.windowFrames = 256}});
+    view.ShowChosen(SpectrogramSettings{.look = {.windowFrames = 256}});
     WaitForTiles();
     const QImage coarse = Grab();
     EXPECT_GT(Brightness(coarse.pixel(Lane().left + 200, RowOf(6150))), at(6150) + 100);

@@ -21,7 +21,7 @@ class PlaceCommandsTest : public ViewTest {
         AddMarker(View(), 60000, "late", 500);
         AddMarker(View(), 20000, "early", 0);
         View().State().SetCursor(0);
-        View().ShowStatusFormat(StatusFormat::kTime);
+        View().ShowChosen(StatusFormat::kTime);
     }
     Selection Selected() { return View().State().GetSelection(); }
     std::uint32_t Cursor() { return View().State().Cursor(); }

@@ -105,7 +105,7 @@ TEST_F(SoundPictureTest, ThePointerReadsTimeFrequencyAndLevel) {
         const std::string text = textAt(channel, frequency);
         return std::stod(text.substr(text.find("Hz, ") + 4));
     };
-    View().TrySpectrogram({.look = {.windowFrames = 256}});
+    View().ShowChosen(SpectrogramSettings{.look = {.windowFrames = 256}});
     EXPECT_NEAR(decibelsAt(1, 1000), -6, 2);
     EXPECT_LT(decibelsAt(0, 1000), -40);
     EXPECT_LT(decibelsAt(1, 3000), -40);

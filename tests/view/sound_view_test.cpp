@@ -185,7 +185,7 @@ TEST_F(SoundViewTest, TheStatusFormatIsStoredAndChecked) {
 TEST_F(SoundViewTest, TheStateTextFollowsTheLengthOfTheSound) {
     OpenRamp(6400);
     Watch();
-    View().ShowStatusFormat(StatusFormat::kSample);
+    View().ShowChosen(StatusFormat::kSample);
     View().Playing().OnPlayState("(Stopped) ", 1500);
     View().State().SetSelection(1000, 6000);
     ASSERT_TRUE(Run(view_command::kCut));

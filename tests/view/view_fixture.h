@@ -150,11 +150,7 @@ class ViewTest : public OpenViewTest, public ViewHost {
 
     ClipRecord& Clip() override { return clip_; }
     Outcome NewDocumentFromClip() override { return Failed("A program of one view."); }
-    void OnStatusFormatChosen(StatusFormat format) override { view_->ShowStatusFormat(format); }
-    void OnSpectrogramChosen(const SpectrogramSettings& settings) override {
-        view_->TrySpectrogram(settings);
-    }
-    void OnTurned(ViewSwitch which, Turned turned) override { view_->ShowTurned(which, turned); }
+    void OnChosen(const ViewChoice& choice) override { view_->ShowChosen(choice); }
 
     struct {
         int width = kWidth;

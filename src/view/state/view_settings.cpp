@@ -17,6 +17,13 @@ void ViewSettings::Load(const ProfileText& displayFile, const ProfileText& optio
             StoredNumber(optionsFile, SettingOf(which)) != 0 ? Turned::kOn : Turned::kOff;
 }
 
+void ViewSettings::Take(const ViewChoice& choice) {
+    if (const auto* format = std::get_if<StatusFormat>(&choice)) statusFormat = *format;
+    if (const auto* look = std::get_if<SpectrogramSettings>(&choice)) spectrogram = *look;
+    if (const auto* one = std::get_if<SwitchChoice>(&choice))
+        switches[static_cast<std::size_t>(one->which)] = one->turned;
+}
+
 GeometryRequest ViewSettings::Geometry(int width, int height, SoundPicture picture) const {
     const auto visibility = [](int shown) {
         return shown ? RulerVisibility::kShown : RulerVisibility::kHidden;

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstddef>
+#include <variant>
 
 #include "view/draw/colour_table.h"
 #include "view/state/display_settings.h"
@@ -20,6 +21,13 @@ enum class Turned { kOff, kOn };
 
 SettingId SettingOf(ViewSwitch which);
 
+struct SwitchChoice {
+    ViewSwitch which = ViewSwitch::kSnapping;
+    Turned turned = Turned::kOff;
+};
+// What is chosen in one view and holds for all of them.
+using ViewChoice = std::variant<StatusFormat, SpectrogramSettings, SwitchChoice>;
+
 struct ViewSettings {
     DisplaySettings display;
     GridSettings grid;
@@ -32,6 +40,7 @@ struct ViewSettings {
         return switches[static_cast<std::size_t>(which)] == Turned::kOn;
     }
 
+    void Take(const ViewChoice& choice);
     // A colour that the file does not name stays as it is.
     void Load(const ProfileText& displayFile, const ProfileText& optionsFile);
     // What a client area of that size is to be divided into.

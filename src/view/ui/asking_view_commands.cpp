@@ -111,9 +111,9 @@ Outcome AskSpectrogram(CSoundView& view, QWidget* parent) {
     const SpectrogramSettings before = view.Settings().spectrogram;
     SpectrogramDialog dialog(before, parent);
     QObject::connect(&dialog, &SpectrogramDialog::Changed, &dialog,
-                     [&] { view.TrySpectrogram(dialog.Choice()); });
+                     [&] { view.ShowChosen(dialog.Choice()); });
     if (IsAccepted(dialog)) return StoreSpectrogram(view, dialog.Choice());
-    view.TrySpectrogram(before);
+    view.ShowChosen(before);
     return Cancelled();
 }
 
