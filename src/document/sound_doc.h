@@ -51,6 +51,8 @@ class CSoundDoc {
     Outcome SaveDocument(const std::filesystem::path& path,
                          OtherWriters others = OtherWriters::kAskAbout);
     Outcome ReadAgain();  // the document's own file
+    // To be called before a copy is written there: what a crash leaves of it is removed later.
+    void NoteWriting(const std::filesystem::path& path);
     // What of the sound a save under that path would leave out, or lose when the file is read
     // again; empty for nothing.
     std::string SaveWarning(const std::filesystem::path& path) const;
@@ -79,6 +81,7 @@ class CSoundDoc {
 
     // Whether it was imported, and not saved as another file since.
     bool IsImported() const { return origin_.has_value(); }
+    const ImportOrigin* Import() const { return origin_ ? &*origin_ : nullptr; }
     const SoundFileDescription* Origin() const { return origin_ ? &origin_->description : nullptr; }
     // "FLAC, 24 bit, 96,000 Hz" and what was missing; empty of what was not imported.
     std::string OriginLine() const;
@@ -165,6 +168,7 @@ class CSoundDoc {
     Outcome RestoreSound(sonavel::Sound&& sound);
     void RestoreName(const std::filesystem::path& path, std::string_view title,
                      const std::optional<FileIdentity>& identity);
+    void RestoreOrigin(ImportOrigin origin, std::vector<ForeignChunk> chunks);
     void RestoreTags(std::vector<SoundTag> tags) { extras_.tags = std::move(tags); }
 
     // --- Copies

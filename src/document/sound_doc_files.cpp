@@ -72,7 +72,7 @@ Outcome CSoundDoc::SaveDocument(const std::filesystem::path& path, OtherWriters 
                               StateOfFile() == FileState::kChanged;
     if (isOverOthers && services_.prompts.AskChangedFile() != ChangedFileAnswer::kOverwrite)
         return Cancelled();
-    if (historyListener_) historyListener_->OnSaving(path);
+    NoteWriting(path);
     if (IsOrigin(path)) return SaveLikeOrigin();
     const std::string extension = ExtensionFromFirstDot(path);
     if (extension.empty() || extension.size() == path.string().size())
@@ -83,6 +83,10 @@ Outcome CSoundDoc::SaveDocument(const std::filesystem::path& path, OtherWriters 
     NoteFileWritten();
     TellTitleOrModified();
     return Done();
+}
+
+void CSoundDoc::NoteWriting(const std::filesystem::path& path) {
+    if (historyListener_) historyListener_->OnSaving(path);
 }
 
 void CSoundDoc::NoteFileWritten() {

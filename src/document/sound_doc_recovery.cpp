@@ -1,4 +1,6 @@
 // How a document comes back out of what was kept of its unsaved work.
+#include <utility>
+
 #include "document/sound_doc.h"
 #include "sound/file_formats.h"
 
@@ -11,7 +13,8 @@ Outcome CSoundDoc::RestoreFile(const FileOrigin& origin, const std::filesystem::
     } else {
         const FileFormat* format = FileFormatOfExtension(ExtensionFromFirstDot(origin.path));
         if (!format) return Failed("The records name a file of no known format.");
-        Result<sonavel::Sound> sound = format->read(copy, {});
+        Result<sonavel::Sound> sound =
+            format->read(copy, {.progress = &services_.progress, .warn = {}, .note = {}});
         read = sound.Ended();
         TellChanging();
         if (sound) sound_.Adopt(*std::move(sound));
@@ -30,6 +33,11 @@ Outcome CSoundDoc::RestoreSound(sonavel::Sound&& sound) {
     ForgetHistory();
     TellChanged(0);
     return Done();
+}
+
+void CSoundDoc::RestoreOrigin(ImportOrigin origin, std::vector<ForeignChunk> chunks) {
+    origin_ = std::move(origin);
+    extras_.chunks = std::move(chunks);
 }
 
 void CSoundDoc::RestoreName(const std::filesystem::path& path, std::string_view title,

@@ -156,6 +156,8 @@ void DocumentJournal::BeginWith(const Sound& now) {
     if (!samples) base.sampleBytes = base.frames = 0;
     Begin(base, samples ? std::move(*samples) : SamplesToKeep());
     if (!samples) file_->SetFault(JournalFault::kNoMemory);
+    if (const ImportOrigin* import = document_.Import())
+        Append(OriginRecord{*import, document_.Extras().chunks});
     if (!document_.Tags().empty()) OnTagsChanged(document_.Tags());
 }
 

@@ -116,4 +116,49 @@ std::optional<JournalRecord> JournalReader::Next(Samples samples) {
     return record;
 }
 
+namespace {
+
+// What stands at the start of these bytes, when it is a whole record of a name.
+std::optional<NameRecord> NameAt(std::span<const std::uint8_t> bytes) try {
+    if (bytes.size() < kHeadBytes) return std::nullopt;
+    wire::Parser parser(bytes.first(kHeadBytes));
+    if (parser.U32() != kMark) return std::nullopt;
+    const std::uint32_t number = parser.U32(), type = parser.U32(), length = parser.U32();
+    if (type != TypeOf(NameRecord()) || parser.U64() != 0 || length > bytes.size() - kHeadBytes)
+        return std::nullopt;
+    const auto body = bytes.subspan(kHeadBytes, length);
+    const RecordHead head = MakeHead(number, type, body, {});
+    if (!std::ranges::equal(head, bytes.first(kHeadBytes))) return std::nullopt;
+    auto record = ParseRecord(type, body);
+    return record ? std::optional(std::get<NameRecord>(std::move(*record))) : std::nullopt;
+} catch (const std::bad_alloc&) {
+    return std::nullopt;
+}
+
+std::optional<NameRecord> NameIn(std::span<const std::uint8_t> bytes) {
+    const auto isMark = [&](std::size_t at) {
+        return bytes[at] == (kMark & 0xFF) && bytes[at + 1] == ((kMark >> 8) & 0xFF);
+    };
+    for (std::size_t at = 0; at + kHeadBytes <= bytes.size(); ++at)
+        if (isMark(at))
+            if (auto name = NameAt(bytes.subspan(at))) return name;
+    return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<NameRecord> FindNameRecord(const std::filesystem::path& path) {
+    const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+    const auto identity = file.IsOpen() ? IdentityOfFile(file.Get()) : std::nullopt;
+    SoundBuffer bytes;
+    if (!identity || !bytes.AllocBuffer(kPieceBytes)) return std::nullopt;
+    const std::uint64_t size = identity->sizeBytes;
+    for (const std::uint64_t at : {std::uint64_t{0}, size > kPieceBytes ? size - kPieceBytes : 0}) {
+        const ssize_t got = pread(file.Get(), bytes.Data(), kPieceBytes, static_cast<off_t>(at));
+        if (got <= 0) continue;
+        if (auto name = NameIn(bytes.Bytes().first(static_cast<std::size_t>(got)))) return name;
+    }
+    return std::nullopt;
+}
+
 }  // namespace sonavel::recovery

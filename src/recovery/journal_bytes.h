@@ -23,6 +23,10 @@ using RecordHead = std::array<std::uint8_t, kHeadBytes>;
 RecordHead MakeHead(std::uint32_t number, std::uint32_t type, std::span<const std::uint8_t> record,
                     std::span<const std::uint8_t> samples);
 
+// The first name in a journal whose beginning is damaged, looked for wherever a record may begin in
+// the first and the last megabyte.
+std::optional<NameRecord> FindNameRecord(const std::filesystem::path& path);
+
 // Reads a journal's records in their order. The file is hostile: lengths are held against what is
 // really there before memory is taken for them.
 class JournalReader {
@@ -38,6 +42,7 @@ class JournalReader {
     // Whether nothing stands behind the records that were read.
     bool IsWhole() const { return goodBytes_ == fileBytes_; }
     bool LacksMemory() const { return lacksMemory_; }
+    std::uint64_t PercentRead() const { return fileBytes_ > 0 ? goodBytes_ * 100 / fileBytes_ : 0; }
     // Up to the end of the last good record, and their count.
     std::uint64_t GoodBytes() const { return goodBytes_; }
     std::uint32_t RecordCount() const { return number_; }

@@ -3,6 +3,7 @@
 #include <bit>
 
 #include "codec/wire_bytes.h"
+#include "codec/wire_values.h"
 #include "sound/sound.h"
 
 namespace sonavel::recovery {
@@ -17,8 +18,11 @@ constexpr std::size_t kMostNameBytes = 65536;
 constexpr std::uint32_t kMostMarkersRead = 10'000'000;
 constexpr std::uint32_t kMostTagsRead = 100'000;
 constexpr std::uint32_t kMostChannelsRead = 1024;
+constexpr std::size_t kMostDescriptionBytes = 65536;
+constexpr std::uint32_t kMostLossesRead = 1000;
+constexpr std::uint32_t kMostChunksRead = 100'000;
 
-enum Type : std::uint32_t { kBase = 1, kName, kChange, kStep, kTags };
+enum Type : std::uint32_t { kBase = 1, kName, kChange, kStep, kTags, kOrigin };
 
 // --- Packing
 
@@ -95,6 +99,26 @@ void Pack(Packer& packer, const TagsRecord& tags) {
     packer.U32(static_cast<std::uint32_t>(tags.tags.size()));
     for (const SoundTag& tag : tags.tags)
         packer.Text(tag.key, kMostTagBytes).Text(tag.value, kMostTagBytes);
+}
+
+std::string_view AsText(const std::vector<std::uint8_t>& bytes) {
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+void Pack(Packer& packer, const ForeignChunk& chunk) {
+    packer.U32(static_cast<std::uint32_t>(chunk.family)).U32(chunk.id);
+    packer.U32(static_cast<std::uint32_t>(chunk.side))
+        .Text(AsText(chunk.bytes), kMostTagBytesOfFile);
+}
+
+void Pack(Packer& packer, const OriginRecord& record) {
+    const ImportOrigin& origin = record.origin;
+    packer.Text(AsText(wire::Pack(origin.description)), kMostDescriptionBytes);
+    packer.Text(origin.line, kMostNameBytes).U32(static_cast<std::uint32_t>(origin.losses));
+    packer.U32(static_cast<std::uint32_t>(origin.taken.size()));
+    for (const std::string& loss : origin.taken) packer.Text(loss, kMostNameBytes);
+    packer.U32(static_cast<std::uint32_t>(record.chunks.size()));
+    for (const ForeignChunk& chunk : record.chunks) Pack(packer, chunk);
 }
 
 // --- Parsing
@@ -224,6 +248,37 @@ TagsRecord ParseTags(Parser& parser) {
     return tags;
 }
 
+std::span<const std::uint8_t> BytesOfText(const std::string& text) {
+    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
+}
+
+ForeignChunk ParseChunk(Parser& parser) {
+    ForeignChunk chunk;
+    chunk.family = static_cast<ChunkFamily>(parser.U32UpTo(1));
+    chunk.id = parser.U32();
+    chunk.side = static_cast<ChunkSide>(parser.U32UpTo(1));
+    const std::string bytes = parser.Text(kMostTagBytesOfFile);
+    chunk.bytes.assign(bytes.begin(), bytes.end());
+    return chunk;
+}
+
+OriginRecord ParseOrigin(Parser& parser, bool& known) {
+    OriginRecord record;
+    const std::string packed = parser.Text(kMostDescriptionBytes);
+    auto description = wire::ParseDescription(BytesOfText(packed));
+    known = description.has_value();
+    if (known) record.origin.description = *std::move(description);
+    record.origin.line = parser.Text(kMostNameBytes);
+    record.origin.losses = static_cast<ImportOrigin::Losses>(parser.U32UpTo(1));
+    const std::uint32_t losses = parser.U32UpTo(kMostLossesRead);
+    for (std::uint32_t i = 0; i < losses && parser.IsGood(); ++i)
+        record.origin.taken.push_back(parser.Text(kMostNameBytes));
+    const std::uint32_t chunks = parser.U32UpTo(kMostChunksRead);
+    for (std::uint32_t i = 0; i < chunks && parser.IsGood(); ++i)
+        record.chunks.push_back(ParseChunk(parser));
+    return record;
+}
+
 std::optional<JournalRecord> ParseByType(std::uint32_t type, Parser& parser) {
     bool known = true;
     switch (type) {
@@ -239,6 +294,10 @@ std::optional<JournalRecord> ParseByType(std::uint32_t type, Parser& parser) {
             return ParseStep(parser);
         case kTags:
             return ParseTags(parser);
+        case kOrigin: {
+            OriginRecord origin = ParseOrigin(parser, known);
+            return known ? std::optional<JournalRecord>(std::move(origin)) : std::nullopt;
+        }
         default:
             return std::nullopt;
     }
@@ -262,6 +321,7 @@ struct SenseOf {
     bool operator()(const StepRecord& step) const { return IsEditable(step.format); }
     bool operator()(const NameRecord&) const { return true; }
     bool operator()(const TagsRecord&) const { return true; }
+    bool operator()(const OriginRecord&) const { return true; }
 };
 
 }  // namespace

@@ -12,6 +12,8 @@
 
 #include "document/edit_record.h"
 #include "document/file_origin.h"
+#include "document/import_origin.h"
+#include "exchange/sound_extras.h"
 #include "platform/outcome.h"
 #include "sound/codec_values.h"
 #include "sound/marker_list.h"
@@ -66,7 +68,14 @@ struct TagsRecord {
     std::vector<SoundTag> tags;
 };
 
-using JournalRecord = std::variant<BaseRecord, NameRecord, ChangeRecord, StepRecord, TagsRecord>;
+// Behind a base that is a sound, of a document that was imported.
+struct OriginRecord {
+    ImportOrigin origin{};
+    std::vector<ForeignChunk> chunks{};
+};
+
+using JournalRecord =
+    std::variant<BaseRecord, NameRecord, ChangeRecord, StepRecord, TagsRecord, OriginRecord>;
 
 // Without the samples that follow.
 std::vector<std::uint8_t> PackRecord(const JournalRecord& record);

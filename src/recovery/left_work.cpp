@@ -56,41 +56,73 @@ void LeftWorkCounter::Take(const JournalRecord& record) {
             --work_.edits;
         else if (!undoes)
             ++work_.edits;
-    } else {
+    } else if (std::holds_alternative<TagsRecord>(record)) {
         ++work_.edits;
     }
 }
 
-std::optional<LeftWork> LookAtLeftWork(const fs::path& documentFolder) {
-    const fs::path journal = documentFolder / kJournalName;
-    JournalReader reader;
-    if (!reader.Open(journal)) return std::nullopt;
+namespace {
+
+// Of the records up to the first that is damaged, checked but not kept.
+std::optional<LeftWork> CountedIn(JournalReader& reader, const std::atomic<bool>& cancelled) {
     LeftWorkCounter counter;
-    while (const auto record = reader.Next(JournalReader::Samples::kCheckOnly)) {
+    while (!cancelled) {
+        const auto record = reader.Next(JournalReader::Samples::kCheckOnly);
+        if (!record) break;
         if (reader.RecordCount() == 1 && !std::holds_alternative<BaseRecord>(*record))
             return std::nullopt;
         counter.Take(*record);
     }
     if (reader.RecordCount() == 0) return std::nullopt;
     LeftWork work = counter.Counted();
-    work.folder = documentFolder;
     work.bytes = reader.GoodBytes();
     work.isWhole = reader.IsWhole();
-    if (const auto take = LookAtTake(documentFolder / kTakeName)) {
-        work.frames += take->Frames();
-        work.bytes += take->soundBytes;
-        ++work.edits;
-    }
-    if (const auto identity = IdentityOfFile(journal))
-        work.lastChangeSeconds = identity->changedNs / kNanosecondsPerSecond;
     return work;
 }
 
-std::vector<LeftWork> ListLeftWork(const fs::path& folder) {
+// By the name that some later record gives it, or the folder's own.
+LeftWork DamagedIn(const fs::path& journal, const fs::path& documentFolder) {
+    LeftWork work;
+    work.isWhole = work.isReadable = false;
+    if (const auto name = FindNameRecord(journal)) {
+        work.path = name->path;
+        work.title = name->title;
+    } else {
+        work.title = DisplayText(documentFolder.filename().native());
+    }
+    return work;
+}
+
+void AddTake(LeftWork& work, const fs::path& documentFolder) {
+    const auto take = LookAtTake(documentFolder / kTakeName);
+    if (!take) return;
+    work.frames += take->Frames();
+    work.bytes += take->soundBytes;
+    ++work.edits;
+}
+
+}  // namespace
+
+std::optional<LeftWork> LookAtLeftWork(const fs::path& documentFolder,
+                                       const std::atomic<bool>& cancelled) {
+    const fs::path journal = documentFolder / kJournalName;
+    const auto identity = IdentityOfFile(journal);
+    JournalReader reader;
+    if (!identity || identity->sizeBytes == 0 || !reader.Open(journal)) return std::nullopt;
+    const std::optional<LeftWork> counted = CountedIn(reader, cancelled);
+    LeftWork work = counted ? *counted : DamagedIn(journal, documentFolder);
+    work.folder = documentFolder;
+    work.lastChangeSeconds = identity->changedNs / kNanosecondsPerSecond;
+    if (work.isReadable) AddTake(work, documentFolder);
+    return work;
+}
+
+std::vector<LeftWork> ListLeftWork(const fs::path& folder, const std::atomic<bool>& cancelled) {
     std::vector<LeftWork> all;
     for (const fs::path& one : FoldersIn(folder)) {
+        if (cancelled) break;
         if (!FolderLock(one, kNoWait).IsHeld()) continue;
-        if (auto work = LookAtLeftWork(one)) all.push_back(std::move(*work));
+        if (auto work = LookAtLeftWork(one, cancelled)) all.push_back(std::move(*work));
     }
     return all;
 }

@@ -1,6 +1,7 @@
 // What lies in a recovery folder: the unsaved work of programs that ended without saving it.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
@@ -22,13 +23,16 @@ struct LeftWork {
     std::int64_t lastChangeSeconds = 0;  // since 1970
     std::uint64_t bytes = 0;             // of its records on the disk
     bool isWhole = true;                 // no torn or false record ends it early
+    bool isReadable = true;              // else its beginning is damaged, and nothing comes back
 };
 
 // By the time at which the work began. What a running program holds, and what is no such work, is
-// left out.
-std::vector<LeftWork> ListLeftWork(const std::filesystem::path& folder);
-// Nothing when there is no readable beginning.
-std::optional<LeftWork> LookAtLeftWork(const std::filesystem::path& documentFolder);
+// left out. On any thread; ends early, with what it has, once `cancelled` is true.
+std::vector<LeftWork> ListLeftWork(const std::filesystem::path& folder,
+                                   const std::atomic<bool>& cancelled = false);
+// Nothing where no record was ever begun.
+std::optional<LeftWork> LookAtLeftWork(const std::filesystem::path& documentFolder,
+                                       const std::atomic<bool>& cancelled = false);
 
 // That all files below the folder take up, as far as they can be looked at.
 std::uint64_t BytesIn(const std::filesystem::path& folder);

@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include "platform/beside.h"
 #include "recovery/base_copy.h"
 #include "recovery/journal_bytes.h"
 #include "recovery/journal_file.h"
@@ -70,6 +71,11 @@ class Replayer {
         return replayed;
     }
 
+    Outcome operator()(OriginRecord& origin) {
+        document_.RestoreOrigin(std::move(origin.origin), std::move(origin.chunks));
+        return Done();
+    }
+
     Outcome operator()(TagsRecord& tags) {
         document_.RestoreTags(std::move(tags.tags));
         return Done();
@@ -89,19 +95,44 @@ class Replayer {
     fs::path folder_;
 };
 
+// Reads a record beside the calling thread, which shows the progress.
+class WatchedReader {
+  public:
+    WatchedReader(JournalReader& reader, ProgressWindow& window)
+        : reader_(reader), window_(window) {}
+
+    std::optional<JournalRecord> Next() {
+        std::optional<JournalRecord> record;
+        const auto read = [&](const std::atomic<bool>&) {
+            record = reader_.Next(JournalReader::Samples::kLoad);
+        };
+        cancelled_ = !DoBeside(window_, read);
+        window_.SetPosition(static_cast<int>(reader_.PercentRead()));
+        return cancelled_ ? std::nullopt : std::move(record);
+    }
+    void Cancel() { cancelled_ = true; }
+    bool WasCancelled() const { return cancelled_; }
+
+  private:
+    JournalReader& reader_;
+    ProgressWindow& window_;
+    bool cancelled_ = false;
+};
+
 // Of the records behind the first.
-void ReplayRest(JournalReader& reader, Replayer& replayer, Replay& replay) {
+void ReplayRest(JournalReader& reader, WatchedReader& watched, Replayer& replayer, Replay& replay) {
     for (;;) {
         replay.goodBytes = reader.GoodBytes();
         replay.recordCount = reader.RecordCount();
-        std::optional<JournalRecord> record = reader.Next(JournalReader::Samples::kLoad);
-        if (!record && reader.IsWhole()) return;
+        std::optional<JournalRecord> record = watched.Next();
+        if (!record && (reader.IsWhole() || watched.WasCancelled())) return;
         if (!record && reader.LacksMemory()) return void(replay.word = kEndsForMemory);
         if (!record || std::holds_alternative<BaseRecord>(*record))
             return void(replay.word = kEndsEarly);
         replayer.samples = reader.TakeSamples();
-        if (Outcome replayed = std::visit(replayer, *record); !replayed)
-            return void(replay.word = kEndsEarly);
+        const Outcome replayed = std::visit(replayer, *record);
+        if (replayed.IsCancelled()) return watched.Cancel();
+        if (!replayed) return void(replay.word = kEndsEarly);
     }
 }
 
@@ -110,7 +141,10 @@ void ReplayRest(JournalReader& reader, Replayer& replayer, Replay& replay) {
 Result<Replay> ReplayInto(CSoundDoc& document, const fs::path& documentFolder) {
     JournalReader reader;
     if (!reader.Open(documentFolder / kJournalName)) return Failed(kUnreadable);
-    std::optional<JournalRecord> record = reader.Next(JournalReader::Samples::kLoad);
+    const auto window = document.Services().progress.CreateProgress("Progress Recovery");
+    WatchedReader watched(reader, *window);
+    std::optional<JournalRecord> record = watched.Next();
+    if (watched.WasCancelled()) return Cancelled();
     if (!record || !std::holds_alternative<BaseRecord>(*record))
         return Failed(reader.LacksMemory() ? failure::kMemory : kUnreadable);
     const bool savesUndo = document.Options().saveUndo != 0;
@@ -119,8 +153,9 @@ Result<Replay> ReplayInto(CSoundDoc& document, const fs::path& documentFolder) {
     replayer.samples = reader.TakeSamples();
     if (Outcome restored = std::visit(replayer, *record); !restored) return restored;
     Replay replay;
-    ReplayRest(reader, replayer, replay);
+    ReplayRest(reader, watched, replayer, replay);
     document.SetSavesUndo(savesUndo);
+    if (watched.WasCancelled()) return Cancelled();
     replay.undoable = replayer.undoable;
     replay.redoable = replayer.redoable;
     document.SetModified(true);

@@ -50,6 +50,7 @@ Outcome Export(ScriptSession& session, const Arguments& words) {
     const std::filesystem::path path = session.PathOf(words.Text("PATH"));
     const std::optional<SoundFileKind> kind = KindOf(path, words);
     if (!kind) return Failed("The extension names no format that can be exported.");
+    document.NoteWriting(path);
     return ExportSound(path, document.Sound(), document.Extras(), ChoiceOf(document, *kind, words),
                        &session.Codecs(), document.Sound().FileHost());
 }
@@ -76,6 +77,7 @@ Outcome ExportAllRegions(ScriptSession& session, const Arguments& words) {
     CSoundDoc& document = session.Document();
     const Result<RegionExport> regions = RegionsOf(session, words);
     if (!regions) return regions.Ended();
+    document.NoteWriting(regions->folder / "regions");
     return ExportRegions(
         *regions, document.Sound(), document.Extras(), &session.Codecs(),
         document.Sound().FileHost(), [&](const std::filesystem::path& path, FrameRange frames) {

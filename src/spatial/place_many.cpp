@@ -30,6 +30,7 @@ Outcome WritePlace(CSoundDoc& document, const Placing& placing, const fs::path& 
     ExportChoice choice;
     choice.depth = placed->GetBits() == 32 ? EncodedDepth::kFloat32 : EncodedDepth::k16;
     choice.frames = {0, placed->GetFrameCount()};
+    document.NoteWriting(path);
     return ExportSound(path, *placed, document.Extras(), choice, document.Services().codecs,
                        sound.FileHost());
 }

@@ -8,10 +8,12 @@
 #include <thread>
 
 #include "document/document_fixture.h"
+#include "exchange/sound_export.h"
 #include "platform/code_page_949.h"
 #include "recovery/replay.h"
 #include "recovery/work_keeper.h"
 #include "sound/wav_file.h"
+#include "support/sound_files.h"
 
 namespace sonavel::recovery {
 namespace {
@@ -179,6 +181,61 @@ TEST_F(DocumentJournalTest, KeepsLargeChangesThatTheNextEditOverwritesAtOnce) {
         const auto back = Replayed();
         ExpectSameState(*document, *back);
     }
+}
+
+// Behind a save the records begin with the sound itself, which says nothing of where it came from.
+TEST_F(DocumentJournalTest, AnImportedSoundThatWasSavedComesBackAsImported) {
+    const auto path = folder_ / "sound.aiff";
+    {
+        const Sound sound = MakeSound({1, 16}, PatternBytes(4000, 1));
+        ExportChoice choice;
+        choice.kind = SoundFileKind::kAiff;
+        choice.depth = EncodedDepth::k16;
+        choice.frames = {0, 2000};
+        SoundExtras extras;
+        extras.tags = {{"title", "a"}};
+        ASSERT_TRUE(ExportSound(path, sound, extras, choice, nullptr, {}));
+    }
+    auto document = Own(MakeDocument());
+    ASSERT_TRUE(document->ImportDocument(path, {}));
+    ASSERT_TRUE(document->IsImported());
+    keeper_->Watch(*document);
+    ASSERT_TRUE(edit::Delete(*document, {0, 100, 0}));
+    ASSERT_TRUE(document->SaveDocument(path));
+    ASSERT_TRUE(edit::Delete(*document, {0, 50, 0}));
+    const auto back = Replayed();
+    ExpectSameState(*document, *back);
+    ASSERT_TRUE(back->IsImported());
+    EXPECT_EQ(*back->Origin(), *document->Origin());
+    EXPECT_EQ(back->OriginLine(), document->OriginLine());
+    EXPECT_EQ(back->Extras().chunks, document->Extras().chunks);
+    EXPECT_EQ(back->Tags(), document->Tags());
+    EXPECT_TRUE(back->SaveDocument(path)) << "in the format that it came in";
+}
+
+TEST_F(DocumentJournalTest, NotesTheFolderOfAnExportThatIsKilled) {
+    auto document = Open({1, 8}, 5000);
+    document->NoteWriting(folder_ / "elsewhere" / "copy.wav");
+    ASSERT_TRUE(keeper_->Finish());
+    const auto log = folder_ / "records" / ("saves-" + std::to_string(getpid()));
+    const FileBytes noted = ReadFileBytes(log);
+    const std::string text(noted.begin(), noted.end());
+    EXPECT_NE(text.find((folder_ / "elsewhere").string()), std::string::npos);
+}
+
+TEST_F(DocumentJournalTest, ARecoveryThatIsCancelledLeavesTheWorkAsItWas) {
+    auto document = Open({1, 8}, 5000);
+    for (int i = 0; i < 5; ++i) ASSERT_TRUE(edit::Delete(*document, {0, 100, 0}));
+    ASSERT_TRUE(keeper_->Finish());
+    for (int poll = 0; poll < 6; ++poll) {
+        SCOPED_TRACE(poll);
+        auto other = MakeDocument();
+        progress_.cancelAtPoll = progress_.polls + poll;
+        EXPECT_TRUE(ReplayInto(*other, Folders().at(0)).Ended().IsCancelled());
+        progress_.cancelAtPoll.reset();
+        EXPECT_EQ(progress_.openWindows, 0);
+    }
+    ExpectSameState(*document, *Replayed());
 }
 
 TEST_F(DocumentJournalTest, ALargeDocumentMayEndWhileItsLastChangeIsBeingCopied) {

@@ -65,6 +65,16 @@ std::vector<std::pair<JournalRecord, std::size_t>> AllRecords() {
                                       .markers = TwoMarkers()},
                          8);
     records.emplace_back(StepRecord{StepRecord::Way::kRedo, stereo, 12}, 0);
+    OriginRecord origin;
+    origin.origin.description.kind = SoundFileKind::kFlac;
+    origin.origin.description.format = "FLAC";
+    origin.origin.description.rate = 96000;
+    origin.origin.description.channels = 2;
+    origin.origin.line = "FLAC, 96,000 Hz";
+    origin.origin.taken = {"A picture is left out", ""};
+    origin.origin.losses = ImportOrigin::Losses::kAccepted;
+    origin.chunks = {{ChunkFamily::kAiff, 0x41424344, ChunkSide::kBeforeSound, {0, 255, 7}}};
+    records.emplace_back(std::move(origin), 0);
     records.emplace_back(TagsRecord{{{"title", "\xf0\x9f\x8e\xb5"}, {"track", ""}}}, 0);
     return records;
 }
@@ -222,6 +232,44 @@ TEST_F(JournalTest, ListsNothingThatIsHeldOrNoWork) {
     EXPECT_EQ(left[0].edits, 1u);
     EXPECT_TRUE(DiscardLeftWork(left[0]));
     EXPECT_TRUE(ListLeftWork(folder_.Path()).empty());
+}
+
+// Whatever happened to its first record, the person sees what it was and can be rid of it.
+TEST_F(JournalTest, ListsWorkWhoseBeginningIsDamagedByItsName) {
+    const struct {
+        const char* name;
+        bool hasName;
+        std::size_t samples;  // of the first record
+    } cases[] = {{"a name behind it", true, 100},
+                 {"a name far behind it", true, 3u << 20},
+                 {"no name", false, 100}};
+    budget_->limitBytes = 16 << 20;
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        auto file = NewFile();
+        Append(*file, BaseRecord{.format = MakeSoundFormat(1, 8, 8000), .sampleBytes = c.samples},
+               c.samples);
+        if (c.hasName) Append(*file, NameRecord{"/a/b.wav", "b.wav", {}}, 0);
+        file.reset();
+        FileBytes bytes = ReadFileBytes(Journal());
+        bytes[40] ^= 1;
+        WriteFileBytes(Journal(), bytes);
+        const std::vector<LeftWork> left = ListLeftWork(folder_.Path());
+        ASSERT_EQ(left.size(), 1u);
+        EXPECT_FALSE(left[0].isReadable || left[0].isWhole);
+        EXPECT_EQ(left[0].title, c.hasName ? "b.wav" : "work");
+        EXPECT_EQ(left[0].frames + left[0].edits, 0u);
+        EXPECT_TRUE(DiscardLeftWork(left[0]));
+        EXPECT_TRUE(ListLeftWork(folder_.Path()).empty());
+    }
+}
+
+TEST_F(JournalTest, AListThatIsCancelledEndsEarly) {
+    auto file = NewFile();
+    Append(*file, BaseRecord{.format = MakeSoundFormat(1, 8, 8000)}, 0);
+    file.reset();
+    EXPECT_EQ(ListLeftWork(folder_.Path(), true).size(), 0u);
+    EXPECT_EQ(ListLeftWork(folder_.Path(), false).size(), 1u);
 }
 
 }  // namespace

@@ -113,6 +113,7 @@ Outcome WriteExport(CSoundDoc& document, FrameRange range, const ExportAnswer& a
                               .markers = answer.markers,
                               .tags = answer.tags,
                               .frames = range};
+    document.NoteWriting(answer.path);
     return ExportSound(answer.path, document.Sound(), ExtrasOf(document, answer), choice,
                        document.Services().codecs, document.Sound().FileHost());
 }

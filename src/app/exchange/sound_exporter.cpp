@@ -41,6 +41,7 @@ Outcome SoundExporter::ExportRegions() {
     const Result<RegionExport> regions = dialog.Regions();
     if (!regions) return regions.Ended();
     CSoundDoc& document = *sound_.document;
+    document.NoteWriting(regions->folder / "regions");
     return sonavel::ExportRegions(*regions, document.Sound(), document.Extras(),
                                   document.Services().codecs, document.Sound().FileHost(),
                                   [](const std::filesystem::path&, FrameRange) {});

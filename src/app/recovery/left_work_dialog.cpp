@@ -46,10 +46,13 @@ void LeftWorkDialog::AddRow(const LeftWorkRow& row) {
     item->setText(kNameColumn, row.name);
     item->setToolTip(kNameColumn, row.path);
     item->setText(kTimeColumn, row.time);
-    item->setText(kLengthColumn, row.length);
-    item->setText(kEditsColumn, QString::number(row.edits));
+    item->setText(kLengthColumn, row.isReadable ? row.length : tr("damaged"));
+    if (row.isReadable) item->setText(kEditsColumn, QString::number(row.edits));
     auto* choice = new QComboBox(list_);
-    choice->addItems({tr("Recover"), tr("Discard"), tr("Later")});
+    if (row.isReadable) choice->addItem(tr("Recover"), static_cast<int>(LeftWorkChoice::kRecover));
+    choice->addItem(tr("Discard"), static_cast<int>(LeftWorkChoice::kDiscard));
+    choice->addItem(tr("Later"), static_cast<int>(LeftWorkChoice::kLater));
+    if (!row.isReadable) choice->setCurrentIndex(choice->count() - 1);
     choice->setAccessibleName(row.name);
     list_->setItemWidget(item, kChoiceColumn, choice);
     choices_.push_back(choice);
@@ -70,14 +73,18 @@ void LeftWorkDialog::AddButtonsForAll() {
     Body().addLayout(line);
 }
 
+// What cannot be recovered is left for later by that.
 void LeftWorkDialog::ChooseForAll(LeftWorkChoice choice) {
-    for (QComboBox* one : choices_) one->setCurrentIndex(static_cast<int>(choice));
+    for (QComboBox* one : choices_) {
+        const int index = one->findData(static_cast<int>(choice));
+        one->setCurrentIndex(index >= 0 ? index : one->count() - 1);
+    }
 }
 
 std::vector<LeftWorkChoice> LeftWorkDialog::Choices() const {
     std::vector<LeftWorkChoice> all;
     for (const QComboBox* one : choices_)
-        all.push_back(result() == Accepted ? static_cast<LeftWorkChoice>(one->currentIndex())
+        all.push_back(result() == Accepted ? static_cast<LeftWorkChoice>(one->currentData().toInt())
                                            : LeftWorkChoice::kLater);
     return all;
 }

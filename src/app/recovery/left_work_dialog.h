@@ -18,6 +18,7 @@ struct LeftWorkRow {
     QString time;  // of the last change
     QString length;
     unsigned edits = 0;
+    bool isReadable = true;  // else it can only be discarded
 };
 
 enum class LeftWorkChoice { kRecover, kDiscard, kLater };

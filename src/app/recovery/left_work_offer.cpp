@@ -4,9 +4,15 @@
 #include <QLocale>
 #include <QPainter>
 #include <algorithm>
+#include <new>
 #include <vector>
 
 #include "app/recovery/left_work_dialog.h"
+#include "platform/beside.h"
+#include "platform/headless/headless_progress.h"
+#include "platform/headless/headless_wave_devices.h"
+#include "platform/headless/memory_clipboard.h"
+#include "platform/headless/silent_prompts.h"
 #include "platform/qt/file_names.h"
 #include "platform/qt/utf8_text.h"
 #include "recovery/replay.h"
@@ -23,9 +29,10 @@ constexpr QSize kPictureSize{120, 32};
 constexpr std::uint32_t kMostFramesOfPicture = 30'000'000;
 constexpr std::uint64_t kMostBytesOfPicture = std::uint64_t{256} << 20;
 
-LeftWorkRow RowOf(const LeftWork& work, const HostServices& services) {
+LeftWorkRow RowOf(const LeftWork& work, const QImage& picture) {
     LeftWorkRow row;
-    row.waveform = PictureOfLeftWork(work, services, kPictureSize);
+    if (!picture.isNull()) row.waveform = QPixmap::fromImage(picture);
+    row.isReadable = work.isReadable;
     row.name = Utf8Text(work.title);
     if (!work.path.empty()) row.path = ShownFileText(FileText(work.path));
     const QDateTime time = QDateTime::fromSecsSinceEpoch(work.lastChangeSeconds);
@@ -50,8 +57,9 @@ Outcome Do(LeftWorkChoice choice, const LeftWork& work, Workspace& workspace) {
 
 }  // namespace
 
-QPixmap PictureOfLeftWork(const LeftWork& work, const HostServices& services, const QSize& size) {
-    if (work.frames > kMostFramesOfPicture || work.bytes > kMostBytesOfPicture) return {};
+QImage PictureOfLeftWork(const LeftWork& work, const HostServices& services, const QSize& size) {
+    if (!work.isReadable || work.frames > kMostFramesOfPicture || work.bytes > kMostBytesOfPicture)
+        return {};
     CSoundDoc document(services);
     if (!recovery::ReplayInto(document, work.folder)) return {};
     if (!recovery::ReplayTake(document, work.folder) || !document.Sound().HasData()) return {};
@@ -62,7 +70,7 @@ QPixmap PictureOfLeftWork(const LeftWork& work, const HostServices& services, co
                                                               : 8388608;
     const double half = size.height() / 2.0;
     const std::int64_t frames = document.Sound().GetFrameCount();
-    QPixmap picture(size);
+    QImage picture(size, QImage::Format_RGB32);
     picture.fill(Qt::black);
     QPainter painter(&picture);
     painter.setPen(Qt::green);
@@ -76,12 +84,57 @@ QPixmap PictureOfLeftWork(const LeftWork& work, const HostServices& services, co
     return picture;
 }
 
+namespace {
+
+// What was found, with the pictures; made on a thread of its own.
+class LeftWorkFinder {
+  public:
+    LeftWorkFinder(const std::filesystem::path& folder, const HostServices& services)
+        : folder_(folder), services_(services) {}
+
+    void Find(const std::atomic<bool>& cancelled) {
+        try {
+            left = recovery::ListLeftWork(folder_, cancelled);
+            for (const LeftWork& work : left)
+                pictures.push_back(cancelled ? QImage() : Picture(work));
+        } catch (const std::bad_alloc&) {
+            pictures.resize(static_cast<qsizetype>(left.size()));
+        }
+    }
+
+    std::vector<LeftWork> left;
+    QList<QImage> pictures;
+
+  private:
+    // Nothing of the window is asked, and nobody is.
+    QImage Picture(const LeftWork& work) const {
+        SilentPrompts prompts;
+        HeadlessProgress progress;
+        MemoryClipboard clipboard;
+        HeadlessWaveDevices devices(WavePace::kAsFastAsAsked);
+        return PictureOfLeftWork(
+            work, {prompts, progress, clipboard, devices, services_.folder, services_.codecs},
+            kPictureSize);
+    }
+
+    const std::filesystem::path& folder_;
+    const HostServices& services_;
+};
+
+}  // namespace
+
 Outcome OfferLeftWork(const std::filesystem::path& folder, Workspace& workspace, QWidget* parent) {
-    const std::vector<LeftWork> left = recovery::ListLeftWork(folder);
+    LeftWorkFinder found(folder, workspace.Services());
+    {
+        const auto window = workspace.Services().progress.CreateProgress("Unsaved Work");
+        const auto find = [&](const std::atomic<bool>& cancelled) { found.Find(cancelled); };
+        if (!DoBeside(*window, find)) return Cancelled();
+    }
+    const std::vector<LeftWork>& left = found.left;
     if (left.empty()) return Done();
     std::vector<LeftWorkRow> rows;
-    rows.reserve(left.size());
-    for (const LeftWork& work : left) rows.push_back(RowOf(work, workspace.Services()));
+    for (std::size_t i = 0; i < left.size(); ++i)
+        rows.push_back(RowOf(left[i], found.pictures[static_cast<qsizetype>(i)]));
     LeftWorkDialog dialog(rows, parent);
     dialog.exec();
     const std::vector<LeftWorkChoice> choices = dialog.Choices();

@@ -1,7 +1,7 @@
 // Offers at the start what other runs of the editor left unsaved, and does what is chosen.
 #pragma once
 
-#include <QPixmap>
+#include <QImage>
 #include <QWidget>
 #include <filesystem>
 
@@ -17,7 +17,7 @@ Outcome OfferLeftWork(const std::filesystem::path& folder, Workspace& workspace,
 
 // The sound as it would come back, drawn small; null for one that is too long to be looked at in
 // passing, or cannot be read.
-QPixmap PictureOfLeftWork(const recovery::LeftWork& work, const HostServices& services,
-                          const QSize& size);
+QImage PictureOfLeftWork(const recovery::LeftWork& work, const HostServices& services,
+                         const QSize& size);
 
 }  // namespace sonavel
