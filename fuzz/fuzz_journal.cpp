@@ -1,8 +1,13 @@
 // Fuzzes what brings unsaved work back: the bytes become records with true checksums, and what is
 // left of the bytes stands behind them as it is. Whatever they say, the document that comes back
 // can be edited, and its history can be walked.
+#include <unistd.h>
+
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
+#include <span>
+#include <string>
 
 #include "document/sound_doc.h"
 #include "platform/headless/headless_progress.h"

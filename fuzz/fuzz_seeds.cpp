@@ -1,8 +1,9 @@
 // Writes small sound files of every kind that the readers take into the subfolders wav, aiff and au
-// of a folder, for the fuzzers to start from.
+// of a folder, and records of unsaved work into journal, for the fuzzers to start from.
 #include <algorithm>
 #include <cstdio>
 
+#include "recovery/journal_record.h"
 #include "sound/aiff_file.h"
 #include "sound/au_file.h"
 #include "sound/wave.h"
@@ -66,6 +67,34 @@ FileBytes WavWithExtensibleFormat() {
                      RiffChunkBytes("data", Ramp()));
 }
 
+// As fuzz_journal takes it: a sound, its name, an edit that can be undone, and its Undo.
+FileBytes EditedJournal() {
+    using namespace recovery;
+    const PcmFormat format = MakeSoundFormat(1, 8, 8000);
+    const std::pair<JournalRecord, std::size_t> records[] = {
+        {BaseRecord{.format = format, .sampleBytes = 8, .frames = 8}, 8},
+        {NameRecord{"", "Sound 1", {}}, 0},
+        {ChangeRecord{.name = "Copy Sample",
+                      .startByte = 2,
+                      .bytesBefore = 3,
+                      .sampleBytes = 5,
+                      .format = format,
+                      .framesAfter = 10},
+         5},
+        {StepRecord{StepRecord::Way::kUndo, format, 8}, 0}};
+    FileBytes bytes;
+    for (const auto& [record, samples] : records) {
+        const std::vector<std::uint8_t> packed = PackRecord(record);
+        bytes.push_back(static_cast<std::uint8_t>(TypeOf(record)));
+        bytes.push_back(static_cast<std::uint8_t>(packed.size() & 0xFF));
+        bytes.push_back(static_cast<std::uint8_t>(packed.size() >> 8));
+        bytes.push_back(static_cast<std::uint8_t>(samples));
+        bytes.insert(bytes.end(), packed.begin(), packed.end());
+        bytes.resize(bytes.size() + samples, 77);
+    }
+    return bytes;
+}
+
 bool WriteSeeds(const fs::path& folder) {
     RecordingPrompts prompts;
     FakeProgress progress;
@@ -83,6 +112,7 @@ bool WriteSeeds(const fs::path& folder) {
                       WriteAu(wave, folder / "au" / name, MarkerSaving::kOn, {}).IsDone();
         }
     }
+    WriteFileBytes(folder / "journal" / "edited", EditedJournal());
     WriteFileBytes(folder / "wav" / "texts", WavWithTexts());
     WriteFileBytes(folder / "wav" / "pipe", WavFromPipe());
     WriteFileBytes(folder / "wav" / "extensible", WavWithExtensibleFormat());
@@ -101,7 +131,7 @@ int main(int count, char** arguments) {
         return 2;
     }
     const std::filesystem::path folder = arguments[1];
-    for (const char* kind : {"wav", "aiff", "au"})
+    for (const char* kind : {"wav", "aiff", "au", "journal"})
         std::filesystem::create_directories(folder / kind);
     return sonavel::WriteSeeds(folder) ? 0 : 1;
 }
