@@ -160,7 +160,7 @@ TEST(FrequencyRulerTest, RoundFrequenciesAreLabelledFirst) {
     const Rectangle lane = {0, 0, 20, 140};
     EXPECT_EQ(LabelsOf(lane, FrequencyScale::kLogarithmic, 22050), "10k 5k 2k 1k 500 200 100 50 ");
     // Where all stand evenly, multiples of five thousand come before the others.
-    EXPECT_EQ(LabelsOf(lane, FrequencyScale::kLinear, 22050), "20k 15k 10k 5k 1k ");
+    EXPECT_EQ(LabelsOf({0, 0, 20, 110}, FrequencyScale::kLinear, 22050), "20k 15k 10k 5k 1k ");
 }
 
 // --- The overview
