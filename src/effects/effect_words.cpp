@@ -1,5 +1,6 @@
 #include "effects/effect_words.h"
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 

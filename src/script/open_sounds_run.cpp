@@ -119,6 +119,7 @@ class OpenSoundsRunner {
     HeadlessWaveDevices devices_{WavePace::kAsFastAsAsked};
     ScriptSession session_;
     std::vector<std::size_t> copied_;
+    std::vector<SoundEdit> held_;  // nobody touches the sounds until their copies are done
     std::vector<CSoundDoc*> changed_;
     OpenSoundsRun report_{.outcome = Done()};
 };
@@ -127,6 +128,7 @@ Outcome OpenSoundsRunner::RunAll() {
     if (Outcome checked = CheckGrammar(parsed_); !checked) return checked;
     if (Outcome copied = CopySounds(); !copied) return copied;
     if (Outcome ran = RunScript(); !ran) return ran;
+    held_.clear();
     return HandOver();
 }
 
@@ -161,7 +163,10 @@ Outcome OpenSoundsRunner::CopySound(std::size_t index) {
     if (live.document->Sound().IsRecording())
         return Failed("The sound \"" + live.document->Title() +
                       "\" cannot be changed while recording.");
-    live.document->EndMarkerEdit();
+    // Dropped without a change; it also ends playing and the marker edit that goes on.
+    Result<SoundEdit> held = live.document->BeginUnrecordedEdit(ReplacesFormat());
+    if (!held) return held.Ended();
+    held_.push_back(*std::move(held));
     const Rectangle& client = live.view->State().Client();
     if (client.Width() > 0) session_.Sounds().SetInitialViewSize(client.Width(), client.Height());
     if (Outcome copied = session_.Sounds().NewDocumentFromCopy(*live.document); !copied)

@@ -134,6 +134,48 @@ TEST_F(OpenSoundsRunTest, ACancelAtAnyMomentLeavesAllAsItWas) {
     EXPECT_GT(runs, 3);
 }
 
+// Looks from within the script's polls whether a sound is held.
+class WatchingProgress : public ProgressFactory {
+  public:
+    std::unique_ptr<ProgressWindow> CreateProgress(std::string_view) override {
+        return std::make_unique<Window>(*this);
+    }
+
+    const CSoundDoc* watched = nullptr;
+    int heldAtPolls = 0;
+    int allPolls = 0;
+
+  private:
+    class Window : public ProgressWindow {
+      public:
+        explicit Window(WatchingProgress& owner) : owner_(owner) {}
+        void SetRange(int, int) override {}
+        void SetPosition(int) override {}
+        bool Poll() override {
+            owner_.heldAtPolls += owner_.watched && owner_.watched->IsBeingChanged() ? 1 : 0;
+            ++owner_.allPolls;
+            return false;
+        }
+
+      private:
+        WatchingProgress& owner_;
+    };
+};
+
+TEST_F(OpenSoundsRunTest, NobodyTouchesASoundWhileItsScriptRuns) {
+    WatchingProgress watching;
+    Workspace own({prompts, watching, clipboard, devices, folder});
+    own.SetInitialViewSize(kWidth, kHeight);
+    ASSERT_TRUE(own.NewDocument({}));
+    watching.watched = own.Active()->document.get();
+    const OpenSoundsRun run =
+        RunOnOpenSounds({"insert-silence 30000; reverse; undo", {}}, own, codecs, effects);
+    ASSERT_TRUE(run.outcome) << run.outcome.Reason();
+    EXPECT_GT(watching.allPolls, 3);
+    EXPECT_EQ(watching.heldAtPolls, watching.allPolls);
+    EXPECT_FALSE(watching.watched->IsBeingChanged());
+}
+
 TEST_F(OpenSoundsRunTest, OneProgressWindowShowsTheWholeScript) {
     OpenRamp(60000);
     progress.titles.clear();
