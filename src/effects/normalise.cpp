@@ -44,6 +44,17 @@ Result<Gains> GainsToLoudness(const RangeWork& work, const NormaliseParameters& 
     return Gains{gain, gain};
 }
 
+void Scale(std::span<float> shares, const std::array<float, 2>& factors, bool alike) {
+    if (alike) {
+        for (float& share : shares) share *= factors[0];
+        return;
+    }
+    for (std::size_t i = 0; i + 1 < shares.size(); i += 2) {
+        shares[i] *= factors[0];
+        shares[i + 1] *= factors[1];
+    }
+}
+
 }  // namespace
 
 std::array<double, 2> PeaksOfChannels(const Sound& sound, FrameRange range) {
@@ -75,12 +86,9 @@ Outcome Normalise(const RangeWork& work, RangeSink& sink) {
     if (!gains) return gains.Ended();
     const std::array<float, 2> factors = {static_cast<float>((*gains)[0]),
                                           static_cast<float>((*gains)[1])};
-    const unsigned channels = work.Channels();
+    const bool alike = work.Channels() == 1 || factors[0] == factors[1];
     return ChangePieces(work, sink, Cancel::kIgnored,
-                        [&](const RangePiece& piece) {
-                            for (std::size_t i = 0; i < piece.shares.size(); ++i)
-                                piece.shares[i] *= factors[i % channels];
-                        },
+                        [&](const RangePiece& piece) { Scale(piece.shares, factors, alike); },
                         {kHalfWay, 100});
 }
 
