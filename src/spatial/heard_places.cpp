@@ -70,6 +70,24 @@ std::vector<double> Rounded(const std::vector<double>& delays) {
     return rounded;
 }
 
+// What is heard at a place takes a quarter each of its neighbours': where the source enters another
+// triangle, the level of a sine has a corner otherwise, which is told as a click, too.
+void RoundBlends(std::vector<HeardPlace>& places) {
+    const std::vector<HeardPlace> exact = places;
+    const std::size_t last = places.size() - 1;
+    for (std::size_t i = 0; i <= last; ++i) {
+        const HeardPlace& before = exact[i > 0 ? i - 1 : 0];
+        const HeardPlace& behind = exact[std::min(i + 1, last)];
+        if (before.SoundsLike(exact[i]) && behind.SoundsLike(exact[i])) continue;
+        BankBlend blend;
+        blend.Add(before.blend, 0.25f);
+        blend.Add(exact[i].blend, 0.5f);
+        blend.Add(behind.blend, 0.25f);
+        places[i].blend = blend;
+        places[i].gain = 0.25 * before.gain + 0.5 * exact[i].gain + 0.25 * behind.gain;
+    }
+}
+
 }  // namespace
 
 std::vector<HeardPlace> HeardPlaces(ResponseBank& bank, const Flight& flight, std::size_t count) {
@@ -89,6 +107,7 @@ std::vector<HeardPlace> HeardPlaces(ResponseBank& bank, const Flight& flight, st
         for (const std::size_t ear : {0u, 1u})
             delays[ear].push_back(responses.DelayAt(blend, kBothEars[ear]));
     }
+    RoundBlends(places);
     for (const std::size_t ear : {0u, 1u}) {
         const std::vector<double> rounded = Rounded(delays[ear]);
         for (std::size_t i = 0; i < count; ++i) places[i].readAt[ear] -= rounded[i];

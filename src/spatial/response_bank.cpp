@@ -1,10 +1,25 @@
 #include "spatial/response_bank.h"
 
+#include <algorithm>
 #include <new>
 
 #include "platform/parallel.h"
 
 namespace sonavel {
+
+void BankBlend::Add(std::uint32_t number, float share) {
+    for (std::size_t i = 0; i < count; ++i)
+        if (numbers[i] == number) {
+            shares[i] += share;
+            return;
+        }
+    numbers[count] = number;
+    shares[count++] = share;
+}
+
+void BankBlend::Add(const BankBlend& other, float share) {
+    for (std::size_t i = 0; i < other.count; ++i) Add(other.numbers[i], share * other.shares[i]);
+}
 
 ResponseBank::ResponseBank(std::shared_ptr<const ResponseSet> responses)
     : responses_(std::move(responses)) {}
@@ -16,8 +31,7 @@ BankBlend ResponseBank::Note(const SphereBlend& blend) {
         const auto next = static_cast<std::uint32_t>(places_.size());
         const auto [known, isNew] = numbers_.try_emplace(fine.places[i], next);
         if (isNew) places_.push_back(fine.places[i]);
-        noted.numbers[i] = known->second;
-        noted.shares[i] = static_cast<float>(fine.shares[i]);
+        noted.Add(known->second, static_cast<float>(fine.shares[i]));
     }
     return noted;
 }
@@ -34,14 +48,12 @@ void ResponseBank::Compute() {
 
 void ResponseBank::Blend(const BankBlend& blend, Ear ear, double gain,
                          std::span<float> taps) const {
-    std::array<const float*, 3> from{};
-    std::array<float, 3> shares{};
-    for (int i = 0; i < 3; ++i) {
-        from[i] = taps_[blend.numbers[i]][static_cast<std::size_t>(ear)].data();
-        shares[i] = static_cast<float>(gain * blend.shares[i]);
+    std::ranges::fill(taps, 0.0f);
+    for (std::size_t i = 0; i < blend.count; ++i) {
+        const float* const from = taps_[blend.numbers[i]][static_cast<std::size_t>(ear)].data();
+        const auto share = static_cast<float>(gain * static_cast<double>(blend.shares[i]));
+        for (std::size_t k = 0; k < taps.size(); ++k) taps[k] += share * from[k];
     }
-    for (std::size_t k = 0; k < taps.size(); ++k)
-        taps[k] = shares[0] * from[0][k] + shares[1] * from[1][k] + shares[2] * from[2][k];
 }
 
 }  // namespace sonavel

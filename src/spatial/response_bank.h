@@ -12,12 +12,16 @@
 
 namespace sonavel {
 
-// Up to three responses of a bank by their numbers, and their shares.
+// Some responses of a bank by their numbers, no two the same, and their shares.
 struct BankBlend {
-    std::array<std::uint32_t, 3> numbers{};
-    std::array<float, 3> shares{};
+    std::size_t count = 0;
+    std::array<std::uint32_t, 9> numbers{};  // three blends have room
+    std::array<float, 9> shares{};
 
     bool operator==(const BankBlend&) const = default;
+
+    void Add(std::uint32_t number, float share);
+    void Add(const BankBlend& other, float share);
 };
 
 class ResponseBank {
