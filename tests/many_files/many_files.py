@@ -1,7 +1,9 @@
 """Runs the examples of the page on many files as they stand there: every file is placed, one that
 fails stops no other, and the same lines again do what is missing and nothing else.
 
-usage: many_files.py xargs|parallel PAGE SONAVEL-BATCH
+The array of Slurm is run as one job after the other, with the number that Slurm would give each.
+
+usage: many_files.py xargs|parallel|slurm PAGE SONAVEL-BATCH
 """
 
 import os
@@ -55,6 +57,14 @@ def placed(folder):
     return names
 
 
+def run_array(script, folder, program):
+    """Every job of the array; the worst of their exit codes."""
+    jobs = (folder / "names.txt").read_text().splitlines()
+    (folder / "job").write_text(script)
+    return max(run(f"SLURM_ARRAY_TASK_ID={number} sh job", folder, program)
+               for number in range(1, len(jobs) + 1))
+
+
 def check(example, page, folder, program):
     script = folder / "place-one"
     script.write_text(blocks_below(page, "A script for one file")[0])
@@ -64,21 +74,29 @@ def check(example, page, folder, program):
         write_sound(folder / "in" / name)
     broken = folder / "in" / "broken.wav"
     broken.write_bytes(b"RIFF")
-    title = "One machine, with " + ("xargs" if example == "xargs" else "GNU parallel")
+    title, carry_out = EXAMPLES[example]
     blocks = blocks_below(page, title)
-    assert run(blocks[0], folder, program) != 0
+    (folder / "names.txt").write_text("\n".join(names + ["broken.wav"]) + "\n")
+    assert carry_out(blocks[0], folder, program) != 0
     first = placed(folder)
     assert sorted(first) == sorted(names), first
     write_sound(broken)
-    assert run(blocks[-1], folder, program) == 0
+    assert carry_out(blocks[-1], folder, program) == 0
     again = placed(folder)
     assert sorted(again) == sorted(names + ["broken.wav"]), again
     assert all(again[name] == time for name, time in first.items())
 
 
+EXAMPLES = {
+    "xargs": ("One machine, with xargs", run),
+    "parallel": ("One machine, with GNU parallel", run),
+    "slurm": ("Many machines, with Slurm", run_array),
+}
+
+
 def main():
     example, page, program = sys.argv[1], sys.argv[2], pathlib.Path(sys.argv[3])
-    if not shutil.which(example):
+    if example != "slurm" and not shutil.which(example):
         print(f"{example} is not installed")
         return SKIPPED
     with tempfile.TemporaryDirectory() as folder:
