@@ -30,6 +30,7 @@ constexpr ManualPage kPages[] = {
     {"record", "Record", kTaskPages},
     {"mix", "Mix sounds", kTaskPages},
     {"space", "Place a sound in space", kTaskPages},
+    {"hearing-in-space", "Hearing in space", kTaskPages},
     {"many-files", "Many files at once", kTaskPages},
     {"import", "Import and export", kTaskPages},
     {"catalogue", "Keep a database of sounds", kTaskPages},
