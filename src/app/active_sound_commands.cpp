@@ -33,16 +33,30 @@ struct ActiveSoundCommands::OfOneSound {
     TableCommandTarget<SceneMixer> scene;
 };
 
+ActiveSoundCommands::ActiveSoundCommands() = default;
+
 // A file that cannot be used leaves the ears as they were; the preferences say why.
-ActiveSoundCommands::ActiveSoundCommands() {
-    spatialMemory_.prepare = [this](Listener& listener) {
-        const std::string chosen = ChosenEars();
-        if (chosen != ears_ && TakeEars(chosen, listener)) ears_ = chosen;
-    };
+void ActiveSoundCommands::PrepareEars(Listener& listener, ProgressFactory& progress) {
+    const std::string chosen = ChosenEars();
+    if (chosen == ears_) return;
+    const auto window = progress.CreateProgress("Progress Responses");
+    if (TakeEars(chosen, listener, [&window] { return window->Poll(); })) ears_ = chosen;
 }
 
 void ActiveSoundCommands::Take(Workspace& workspace, OpenSound& sound, QWidget* parent) {
     Forget();
+    spatialMemory_.prepare = [this, &workspace](Listener& listener) {
+        PrepareEars(listener, workspace.Services().progress);
+    };
+    spatialMemory_.openSounds = [&workspace] {
+        std::vector<CSoundDoc*> sounds;
+        for (std::size_t i = 0; i < workspace.Count(); ++i) {
+            CSoundDoc& document = *workspace.At(i).document;
+            if (document.Sound().GetFrameCount() > 0 && !document.Sound().IsRecording())
+                sounds.push_back(&document);
+        }
+        return sounds;
+    };
     now_ = std::make_shared<OfOneSound>(workspace, sound, spatialMemory_, sceneMemory_, parent);
 }
 

@@ -35,6 +35,8 @@ class ActiveSoundCommands {
   private:
     struct OfOneSound;
 
+    void PrepareEars(Listener& listener, ProgressFactory& progress);
+
     SpatialMemory spatialMemory_;
     std::string ears_;  // which the listener has
     SceneMemory sceneMemory_;

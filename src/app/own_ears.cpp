@@ -1,15 +1,28 @@
 #include "app/own_ears.h"
 
 #include <QCoreApplication>
+#include <atomic>
 #include <cmath>
+#include <utility>
 
 #include "codec/client/child_codecs.h"
+#include "platform/beside.h"
 #include "platform/qt/person_settings.h"
 
 namespace sonavel {
 namespace {
 
 const QString kEarsKey = QStringLiteral("3D/responses");
+
+// Ends the reading of a file when the person has cancelled.
+class Cancelling : public CodecWatcher {
+  public:
+    explicit Cancelling(const std::atomic<bool>& cancelled) : cancelled_(cancelled) {}
+    GoOn Watch() override { return cancelled_ ? GoOn::kNo : GoOn::kYes; }
+
+  private:
+    const std::atomic<bool>& cancelled_;
+};
 
 }  // namespace
 
@@ -21,20 +34,26 @@ void ChooseEars(const std::string& path) {
     PersonSettings().setValue(kEarsKey, QString::fromStdString(path));
 }
 
-Outcome TakeEars(const std::string& path, Listener& listener) {
+Outcome TakeEars(const std::string& path, Listener& listener, const EarsPoll& poll) {
     if (path.empty()) {
         listener.UseTable();
         return Done();
     }
-    CodecWatcher watcher;
-    Result<MeasuredResponses> measured = ChildCodecs().ReadResponses(path, watcher);
-    if (!measured) return measured.Ended();
-    return listener.Use(*std::move(measured));
+    Listener analysed;
+    Outcome used = Done();
+    const bool isWhole = DoBeside(poll, [&](const std::atomic<bool>& cancelled) {
+        Cancelling watcher(cancelled);
+        Result<MeasuredResponses> measured = ChildCodecs().ReadResponses(path, watcher);
+        used = measured ? analysed.Use(*std::move(measured)) : measured.Ended();
+    });
+    if (!isWhole) return Cancelled();
+    if (used) listener = std::move(analysed);
+    return used;
 }
 
-std::string DescribeEars(const std::string& path) {
+std::string DescribeEars(const std::string& path, const EarsPoll& poll) {
     Listener listener;
-    if (Outcome taken = TakeEars(path, listener); !taken) return taken.Reason();
+    if (Outcome taken = TakeEars(path, listener, poll); !taken) return taken.Reason();
     return QCoreApplication::translate("COption3D",
                                        "%1 directions; no place is farther than %2 degrees from "
                                        "one of them.")

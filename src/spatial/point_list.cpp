@@ -71,14 +71,22 @@ std::optional<float> CoordinateFrom(const std::string& text) {
     return value;
 }
 
+constexpr std::size_t kCoordinates = 3;
+
 std::optional<NamedPoint> PointFrom(const std::vector<std::string>& fields) {
-    if (fields.size() != 3 && fields.size() != 4) return std::nullopt;
-    const std::size_t first = fields.size() - 3;
-    const auto x = CoordinateFrom(fields[first]);
-    const auto y = CoordinateFrom(fields[first + 1]);
-    const auto z = CoordinateFrom(fields[first + 2]);
-    if (!x || !y || !z) return std::nullopt;
-    return NamedPoint{first == 1 ? fields.front() : std::string(), {*x, *y, *z}};
+    const std::size_t first = fields.size() % kCoordinates;
+    if (fields.size() < kCoordinates || first > 1) return std::nullopt;
+    std::vector<float> numbers;
+    for (std::size_t i = first; i < fields.size(); ++i) {
+        const auto number = CoordinateFrom(fields[i]);
+        if (!number) return std::nullopt;
+        numbers.push_back(*number);
+    }
+    NamedPoint point{first == 1 ? fields.front() : std::string(), {}};
+    point.position = {numbers[0], numbers[1], numbers[2]};
+    for (std::size_t i = kCoordinates; i < numbers.size(); i += kCoordinates)
+        point.onward.push_back({numbers[i], numbers[i + 1], numbers[i + 2]});
+    return point;
 }
 
 bool IsHeading(const std::vector<std::string>& fields) {

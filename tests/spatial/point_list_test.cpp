@@ -10,6 +10,8 @@ using Points = std::vector<NamedPoint>;
 TEST(PointListTest, ReadsPointsWithAndWithoutNames) {
     const std::pair<const char*, Points> cases[] = {
         {"1,2,3", {{"", {1, 2, 3}}}},
+        {"1,2,3,4,5,6\nDog,0,0,1,0,0,2,0,0,3",
+         {{"", {1, 2, 3}, {{4, 5, 6}}}, {"Dog", {0, 0, 1}, {{0, 0, 2}, {0, 0, 3}}}}},
         {"\xEF\xBB\xBFx,y,z\r\n 1 , -2.5 ,3e-1\r\n\r\n", {{"", {1, -2.5f, 0.3f}}}},
         {"name,x,y,z\nDoor,0,1,0\n\"Far, \"\"high\"\"\" ,0,0,9\n",
          {{"Door", {0, 1, 0}}, {"Far, \"high\"", {0, 0, 9}}}},
@@ -26,6 +28,7 @@ TEST(PointListTest, NamesTheLineThatIsNoPoint) {
         {"", "There are no points."},
         {"x,y,z\n", "There are no points."},
         {"1,2", "Line 1"},
+        {"a,1,2,3,4,5,x", "Line 1"},
         {"1,2,3\nx,y,z", "Line 2"},
         {"1,2,3\n1,2,3,4,5", "Line 2"},
         {"1,2,nan", "Line 1"},

@@ -1,8 +1,12 @@
 // Smooth sources in the 3D editors, and the dialogs of Cross Talk and Place Many.
 #include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QTableWidget>
 #include <QTimer>
+#include <fstream>
+#include <set>
 
 #include "spatial/ui/crosstalk_dialog.h"
 #include "spatial/ui/place_many_dialog.h"
@@ -174,6 +178,52 @@ TEST_F(SmoothEditors, PlaceManyBeginsWithFourDirectionsAndSaysWhatIsWrong) {
     EXPECT_TRUE(std::filesystem::exists(places->paths.front()));
     EXPECT_EQ(PreparePlaces(Document(), choice).Reason(),
               "There is a file There_27_53.wav already.");
+}
+
+TEST_F(SmoothEditors, PlaceManyTakesAllOpenSoundsOrThoseOfAFolder) {
+    const std::filesystem::path folder = directory_.path().toStdString();
+    const auto filesIn = [](const std::filesystem::path& of) {
+        std::set<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(of))
+            if (entry.path().extension() == ".wav") names.insert(entry.path().filename().string());
+        return names;
+    };
+    Open(1, 8, 2000);
+    std::vector<CSoundDoc*> open{workspace_->At(0).document.get(),
+                                 workspace_->At(1).document.get()};
+    PlaceManyDialog dialog(FourDirections(folder / "open"), nullptr);
+    auto* points = dialog.findChild<QPlainTextEdit*>();
+    auto* ok = dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
+    points->setPlainText("1,0,0\npath,-1,0,0,0,1,0,1,0,0");
+    dialog.findChild<QComboBox*>()->setCurrentIndex(1);
+    EXPECT_TRUE(ok->isEnabled());
+    ManyPlacesChoice choice = dialog.Choice();
+    EXPECT_EQ(choice.sounds, PlacedSounds::kAllOpen);
+    // The path is named by itself, and so of both sounds alike.
+    EXPECT_EQ(PlaceSounds(choice, open, services_, memory_.listener).Reason(),
+              "Two sounds would become the file path_270_0.wav.");
+    EXPECT_TRUE(filesIn(folder / "open").empty());
+    choice.points = "1,0,0\n-1,0,0,0,1,0,1,0,0";
+    ASSERT_TRUE(PlaceSounds(choice, open, services_, memory_.listener));
+    EXPECT_EQ(filesIn(folder / "open"),
+              (std::set<std::string>{"Test1_270_0.wav", "Test1_90_0.wav", "Test2_270_0.wav",
+                                     "Test2_90_0.wav"}));
+    dialog.findChild<QComboBox*>()->setCurrentIndex(2);
+    EXPECT_FALSE(ok->isEnabled());
+    dialog.findChildren<QLineEdit*>()[0]->setText("anywhere");
+    EXPECT_TRUE(ok->isEnabled());
+    EXPECT_EQ(dialog.Choice().sounds, PlacedSounds::kFolder);
+    choice.sounds = PlacedSounds::kFolder;
+    choice.soundsFolder = folder / "open";
+    choice.folder = folder / "again";
+    choice.points = "0,1,0";
+    std::ofstream(choice.soundsFolder / "notes.txt") << "no sound";
+    ASSERT_TRUE(PlaceSounds(choice, {}, services_, memory_.listener));
+    EXPECT_EQ(filesIn(folder / "again").size(), 4u);
+    EXPECT_TRUE(filesIn(folder / "again").contains("Test1_270_0_0_0.wav"));
+    choice.soundsFolder = folder / "nowhere";
+    EXPECT_EQ(PlaceSounds(choice, {}, services_, memory_.listener).Reason(),
+              "The folder has no sounds.");
 }
 
 TEST_F(SmoothEditors, CrossTalkIsOfferedToStereoSoundsOnly) {

@@ -1,5 +1,6 @@
 #include "app/preferences/option_3d.h"
 
+#include <QCoreApplication>
 #include <QFileDialog>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -55,7 +56,14 @@ void COption3D::Browse() {
 void COption3D::ShowState() {
     path_->setEnabled(file_->isChecked());
     const bool own = file_->isChecked() && !path_->text().isEmpty();
-    state_->setText(QString::fromStdString(DescribeEars(own ? path_->text().toStdString() : "")));
+    state_->setText(own ? tr("Reading the responses…") : QString());
+    // Shown while they are read; nothing else happens meanwhile.
+    const auto poll = [] {
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        return false;
+    };
+    state_->setText(
+        QString::fromStdString(DescribeEars(own ? path_->text().toStdString() : "", poll)));
 }
 
 void COption3D::ShowPreferences(const Preferences& preferences) {

@@ -22,6 +22,9 @@ ManyPlacesChoice FourDirections(const std::filesystem::path& folder) {
 
 PlaceManyDialog::PlaceManyDialog(const ManyPlacesChoice& first, QWidget* parent)
     : FormDialog(tr("Place Many"), parent),
+      sounds_(new QComboBox(this)),
+      soundsFolder_(new QLineEdit(QString::fromStdString(first.soundsFolder.string()), this)),
+      soundsRow_(new QWidget(this)),
       points_(new QPlainTextEdit(QString::fromStdString(first.points), this)),
       state_(new QLabel(this)),
       folder_(new QLineEdit(QString::fromStdString(first.folder.string()), this)),
@@ -29,21 +32,49 @@ PlaceManyDialog::PlaceManyDialog(const ManyPlacesChoice& first, QWidget* parent)
       smooth_(new QCheckBox(tr("&Smooth"), this)),
       replace_(new QCheckBox(tr("&Replace files that are there already"), this)) {
     smooth_->setChecked(first.smoothness == Smoothness::kSmooth);
+    AddSounds();
     AddPoints();
     AddFiles();
+    sounds_->setCurrentIndex(static_cast<int>(first.sounds));
+    ShowSoundsFolder();
     Body().addWidget(smooth_);
     Body().addWidget(replace_);
     connect(points_, &QPlainTextEdit::textChanged, this, &PlaceManyDialog::CheckPoints);
     CheckPoints();
 }
 
+void PlaceManyDialog::AddSounds() {
+    sounds_->addItems({tr("The active one"), tr("All open ones"), tr("Those of a folder")});
+    auto* browse = new QPushButton(tr("Bro&wse…"), this);
+    browse->setAutoDefault(false);
+    connect(browse, &QPushButton::clicked, this, [this] { BrowseFolder(*soundsFolder_); });
+    auto* row = new QHBoxLayout(soundsRow_);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(soundsFolder_, 1);
+    row->addWidget(browse);
+    soundsFolder_->setAccessibleName(tr("Folder of the sounds"));
+    QFormLayout& form = AddForm();
+    form.addRow(tr("So&unds :"), sounds_);
+    form.addRow(QString(), soundsRow_);
+    connect(sounds_, &QComboBox::currentIndexChanged, this, &PlaceManyDialog::ShowSoundsFolder);
+    connect(soundsFolder_, &QLineEdit::textChanged, this, &PlaceManyDialog::CheckPoints);
+}
+
+void PlaceManyDialog::ShowSoundsFolder() {
+    const bool ofFolder = sounds_->currentIndex() == static_cast<int>(PlacedSounds::kFolder);
+    soundsRow_->setEnabled(ofFolder);
+    CheckPoints();
+}
+
 void PlaceManyDialog::AddPoints() {
-    auto* title = new QLabel(tr("&Points, one a line: x,y,z or name,x,y,z"), this);
+    auto* title =
+        new QLabel(tr("&Points, one a line: x,y,z or name,x,y,z; further x,y,z make a path"), this);
     title->setBuddy(points_);
     points_->setTabChangesFocus(true);
     points_->setMinimumHeight(kShownLines * points_->fontMetrics().lineSpacing());
     auto* row = new QHBoxLayout;
     auto* load = new QPushButton(tr("&Load…"), this);
+    load->setAutoDefault(false);
     row->addWidget(state_, 1);
     row->addWidget(load);
     connect(load, &QPushButton::clicked, this, &PlaceManyDialog::LoadPoints);
@@ -54,7 +85,8 @@ void PlaceManyDialog::AddPoints() {
 
 void PlaceManyDialog::AddFiles() {
     auto* browse = new QPushButton(tr("&Browse…"), this);
-    connect(browse, &QPushButton::clicked, this, &PlaceManyDialog::BrowseFolder);
+    browse->setAutoDefault(false);
+    connect(browse, &QPushButton::clicked, this, [this] { BrowseFolder(*folder_); });
     auto* row = new QHBoxLayout;
     row->addWidget(folder_, 1);
     row->addWidget(browse);
@@ -78,16 +110,18 @@ void PlaceManyDialog::LoadPoints() {
         QMessageBox::warning(this, windowTitle(), tr("The file cannot be read."));
 }
 
-void PlaceManyDialog::BrowseFolder() {
-    const QString path = QFileDialog::getExistingDirectory(this, tr("Folder"), folder_->text());
-    if (!path.isEmpty()) folder_->setText(path);
+void PlaceManyDialog::BrowseFolder(QLineEdit& into) {
+    const QString path = QFileDialog::getExistingDirectory(this, tr("Folder"), into.text());
+    if (!path.isEmpty()) into.setText(path);
 }
 
 void PlaceManyDialog::CheckPoints() {
     const auto points = ParsePoints(points_->toPlainText().toStdString());
-    state_->setText(points ? tr("%n file(s)", nullptr, static_cast<int>(points->size()))
-                           : QString::fromStdString(points.Reason()));
-    SetOkEnabled(static_cast<bool>(points));
+    state_->setText(points
+                        ? tr("%n file(s) of each sound", nullptr, static_cast<int>(points->size()))
+                        : QString::fromStdString(points.Reason()));
+    const bool lacksFolder = soundsRow_->isEnabled() && soundsFolder_->text().isEmpty();
+    SetOkEnabled(points && !lacksFolder);
 }
 
 ManyPlacesChoice PlaceManyDialog::Choice() const {
@@ -95,7 +129,9 @@ ManyPlacesChoice PlaceManyDialog::Choice() const {
             .points = points_->toPlainText().toStdString(),
             .pattern = pattern_->text().toStdString(),
             .smoothness = smooth_->isChecked() ? Smoothness::kSmooth : Smoothness::kStepped,
-            .filesThere = replace_->isChecked() ? FilesThere::kReplace : FilesThere::kKeep};
+            .filesThere = replace_->isChecked() ? FilesThere::kReplace : FilesThere::kKeep,
+            .sounds = static_cast<PlacedSounds>(sounds_->currentIndex()),
+            .soundsFolder = soundsFolder_->text().toStdString()};
 }
 
 }  // namespace sonavel

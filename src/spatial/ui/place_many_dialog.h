@@ -1,7 +1,8 @@
-// Asks for the places of a sound that is to become a file at each of them.
+// Asks for the places and paths of sounds that are to become a file at each of them.
 #pragma once
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 
@@ -19,12 +20,17 @@ class PlaceManyDialog : public FormDialog {
     ManyPlacesChoice Choice() const;
 
   private:
+    void AddSounds();
+    void ShowSoundsFolder();
     void AddPoints();
     void AddFiles();
     void LoadPoints();
-    void BrowseFolder();
+    void BrowseFolder(QLineEdit& into);
     void CheckPoints();
 
+    QComboBox* sounds_;
+    QLineEdit* soundsFolder_;
+    QWidget* soundsRow_;  // the folder with its button
     QPlainTextEdit* points_;
     QLabel* state_;
     QLineEdit* folder_;

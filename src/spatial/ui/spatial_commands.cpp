@@ -44,18 +44,24 @@ std::filesystem::path FolderOf(const CSoundDoc& document) {
     return QDir::currentPath().toStdString();
 }
 
+std::vector<CSoundDoc*> SoundsToPlace(const SpatialCommandTarget& target, PlacedSounds sounds) {
+    if (sounds == PlacedSounds::kAllOpen && target.memory.openSounds)
+        return target.memory.openSounds();
+    return {&target.document};
+}
+
 Outcome PlaceMany(SpatialCommandTarget& target) {
     std::optional<ManyPlacesChoice>& choice = target.memory.places;
     PlaceManyDialog dialog(choice.value_or(FourDirections(FolderOf(target.document))),
                            QApplication::activeWindow());
     if (dialog.exec() != QDialog::Accepted) return Cancelled();
     choice = dialog.Choice();
-    const Result<ManyPlaces> places = PreparePlaces(target.document, *choice);
-    if (!places) return places.Ended();
-    Prepare(target);
+    const ManyPlacesChoice chosen = *choice;
     // Asked for once, and not again without being asked.
     choice->filesThere = FilesThere::kKeep;
-    return WritePlaces(target.document, *places, target.memory.listener, [](std::size_t) {});
+    Prepare(target);
+    return PlaceSounds(chosen, SoundsToPlace(target, chosen.sounds), target.document.Services(),
+                       target.memory.listener);
 }
 
 Outcome SwitchLiveAtOnce(SpatialCommandTarget& target) {

@@ -49,7 +49,9 @@ struct SpatialMemory {
     Listener listener;
     // Lets the listener have the ears that the person has chosen since; null for the table's.
     std::function<void(Listener&)> prepare;
-    ShapeNumbers shape;        // of the path that was begun with last
+    ShapeNumbers shape;  // of the path that was begun with last
+    // All open sounds that can be placed; null where only the active one is known.
+    std::function<std::vector<CSoundDoc*>()> openSounds;
     double speakerAngle = 30;  // degrees
     bool beginsLive = false;   // whether editors are heard live as soon as they open
     std::optional<ManyPlacesChoice> places;
