@@ -1,7 +1,9 @@
 #include "app/status_panes.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QLineEdit>
+#include <QPointer>
 #include <QShortcut>
 #include <QTimer>
 #include <algorithm>
@@ -59,21 +61,30 @@ bool StatusPanes::eventFilter(QObject* object, QEvent* event) {
 }
 
 void StatusPanes::TypePlace() {
+    const QPointer<QWidget> before = QApplication::focusWidget();
+    // The keys go on where they were.
+    const auto goBack = [before] {
+        if (before) before->setFocus();
+    };
     auto* field = new QLineEdit(selection_.label->text(), this);
     field->setObjectName(QStringLiteral("typed place"));
     field->setGeometry(selection_.label->geometry());
     field->selectAll();
     field->show();
     field->setFocus();
-    connect(field, &QLineEdit::returnPressed, this, [this, field] {
-        Q_EMIT PlaceTyped(field->text());
-        field->deleteLater();
+    connect(field, &QLineEdit::returnPressed, this, [this, field, goBack] {
+        const QString typed = field->text();
+        goBack();
+        Q_EMIT PlaceTyped(typed);
     });
     // Clicking elsewhere leaves everything as it was, and so does Escape.
     connect(field, &QLineEdit::editingFinished, field, &QObject::deleteLater);
     auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), field);
     escape->setContext(Qt::WidgetShortcut);
-    connect(escape, &QShortcut::activated, field, &QObject::deleteLater);
+    connect(escape, &QShortcut::activated, field, [field, goBack] {
+        goBack();
+        field->deleteLater();
+    });
 }
 
 void StatusPanes::resizeEvent(QResizeEvent* event) {
