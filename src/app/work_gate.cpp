@@ -65,6 +65,8 @@ constexpr int kOfASound[] = {
     view_command::kStatusSample,
     view_command::kStatusTime,
     view_command::kStatusSecond,
+    view_command::kSnapToZero,
+    view_command::kPlayFollowsClicks,
 };
 
 constexpr int kOfTheFrame[] = {
