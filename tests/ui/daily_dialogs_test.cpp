@@ -90,6 +90,18 @@ TEST_F(DailyDialogsTest, TempoTakesTheLengthThatIsTyped) {
     }
 }
 
+// The length that is shown has milliseconds alone, and may lie beyond the range of the tempo.
+TEST_F(DailyDialogsTest, ALengthThatNobodyTypedIsNotRefused) {
+    for (const std::uint32_t frames : {3u, 44101u}) {
+        Open({.samplesPerSecond = 44100, .frames = frames});
+        EXPECT_TRUE(RunWith(effect_command::kTempo, [](QDialog& dialog) {
+            Spin(dialog, "Tempo").setValue(400);
+            dialog.accept();
+        }));
+        EXPECT_EQ(Sound().GetFrameCount(), (frames + 2) / 4);
+    }
+}
+
 TEST_F(DailyDialogsTest, TempoAndLengthFollowEachOther) {
     Open({.samplesPerSecond = 1000, .frames = 4000});
     QDialog& dialog = Show(effect_command::kTempo);

@@ -59,6 +59,7 @@ std::optional<double> CTempoDlg::TempoOfTyped() const {
 
 void CTempoDlg::TakeTyped() {
     const auto tempo = TempoOfTyped();
+    isRefused_ = !tempo;
     if (!tempo) return;
     taking_ = true;
     Control(kTempoLine).SetValue(*tempo);
@@ -68,6 +69,7 @@ void CTempoDlg::TakeTyped() {
 
 void CTempoDlg::ShowLength() {
     exact_.reset();
+    isRefused_ = false;
     const double tempo[] = {Control(kTempoLine).Value()};
     length_->setText(LengthText(FramesAtTempo(tempo, Range().Frames())));
 }
@@ -78,7 +80,7 @@ std::vector<double> CTempoDlg::Values() const {
 }
 
 void CTempoDlg::accept() {
-    if (TempoOfTyped()) return PlainEffectDialog::accept();
+    if (!isRefused_) return PlainEffectDialog::accept();
     const double least[] = {Control(kTempoLine).Parameter().greatest};
     const double greatest[] = {Control(kTempoLine).Parameter().least};
     Header().SetStatus(tr("The length can be %1 to %2.")

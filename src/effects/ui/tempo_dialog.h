@@ -29,6 +29,8 @@ class CTempoDlg : public PlainEffectDialog {
 
     QLineEdit* length_;
     std::optional<double> exact_;
+    // What was typed last is no length to be had.
+    bool isRefused_ = false;
     bool taking_ = false;
 };
 
