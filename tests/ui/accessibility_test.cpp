@@ -1,4 +1,5 @@
 #include <QAccessible>
+#include <QFileDialog>
 #include <QMenuBar>
 #include <QSet>
 
@@ -142,7 +143,8 @@ class AccessibilityTest : public AppFixture {
             timer.stop();
             nameless = Nameless(*dialog);
             unexplained_ << Unexplained(*dialog);
-            jumps_ << JumpsOfTab(*dialog);
+            // The order of the toolkit's own dialog is the toolkit's.
+            if (!qobject_cast<QFileDialog*>(dialog)) jumps_ << JumpsOfTab(*dialog);
             static_cast<QDialog*>(dialog)->reject();
         });
         timer.start(5);
