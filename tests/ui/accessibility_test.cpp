@@ -14,6 +14,7 @@
 #include "spatial/ui/scene_widget.h"
 #include "spatial/ui/spatial_commands.h"
 #include "view/commands/view_commands.h"
+#include "view/ui/marker_dialog.h"
 #include "view/ui/sound_view_widget.h"
 
 namespace sonavel {
@@ -143,8 +144,11 @@ class AccessibilityTest : public AppFixture {
             timer.stop();
             nameless = Nameless(*dialog);
             unexplained_ << Unexplained(*dialog);
-            // The order of the toolkit's own dialog is the toolkit's.
-            if (!qobject_cast<QFileDialog*>(dialog)) jumps_ << JumpsOfTab(*dialog);
+            // The order of the toolkit's own dialog is the toolkit's. That of markers goes from the
+            // fields to the buttons beside them, and last to the list above.
+            const bool isItsOwn =
+                qobject_cast<QFileDialog*>(dialog) || qobject_cast<MarkerDialog*>(dialog);
+            if (!isItsOwn) jumps_ << JumpsOfTab(*dialog);
             static_cast<QDialog*>(dialog)->reject();
         });
         timer.start(5);

@@ -10,6 +10,7 @@
 #include "platform/code_page_949.h"
 #include "platform/qt/file_names.h"
 #include "platform/qt/message_box.h"
+#include "platform/qt/tab_order.h"
 #include "platform/qt/utf8_text.h"
 
 namespace sonavel {
@@ -44,6 +45,7 @@ RegionsDialog::RegionsDialog(const CSoundDoc& document, SoundFileKind kind, QWid
         connect(edit, &QLineEdit::textChanged, this, &RegionsDialog::ShowNames);
     for (QComboBox* box : {split_, kind_})
         connect(box, &QComboBox::currentIndexChanged, this, &RegionsDialog::ShowNames);
+    TabAsLaidOut(*this);
     ShowNames();
 }
 

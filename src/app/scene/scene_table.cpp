@@ -55,6 +55,7 @@ SceneTable::SceneTable(QWidget* parent) : QTableWidget(0, kSceneColumns, parent)
     setTabKeyNavigation(false);
     setMinimumHeight((kShownRows + 1) * verticalHeader()->defaultSectionSize());
     setAccessibleName(tr("Sounds"));
+    horizontalHeaderItem(0)->setData(Qt::AccessibleTextRole, tr("Letter"));
     connect(this, &QTableWidget::cellChanged, this, &SceneTable::TakeCell);
     connect(this, &QTableWidget::currentCellChanged, this, [this](int row) {
         if (!showing_ && row >= 0) Q_EMIT Chosen(row);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/qt/tab_order.h"
+
 namespace sonavel {
 
 namespace {
@@ -40,6 +42,7 @@ PausesDialog::PausesDialog(CSoundView& view, QWidget* parent)
     for (QDoubleSpinBox* box : {threshold_, pause_, sound_, kept_})
         connect(box, &QDoubleSpinBox::valueChanged, &delay_, qOverload<>(&QTimer::start));
     connect(marks_, &QComboBox::currentIndexChanged, this, &PausesDialog::Show);
+    TabAsLaidOut(*this);
     Show();
 }
 
