@@ -77,10 +77,10 @@ class CSoundView : public DocumentObserver {
     // Notes that the extremes have changed from this frame on, as after an edit through the
     // document.
     void OnSoundChanged(std::uint32_t firstChangedFrame) override;
-    void OnTitleOrModifiedChanged() override {}
     void OnWaiting(Waiting waiting) override;
 
   private:
+    void OnTitleOrModifiedChanged() override {}
     void TakeSettings();
     GeometryRequest GeometryOf(int width, int height) const;
 

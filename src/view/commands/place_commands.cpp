@@ -124,6 +124,16 @@ Outcome GoToNextZoom(CSoundView& view) {
     return DoneIf(view.Zoom().Forward(), "There is no zoom after this one.");
 }
 
+Outcome ZoomSelection(CSoundView& view) {
+    view.Zoom().ToRange(view.State().GetSelection().start, view.State().GetSelection().end);
+    return Done();
+}
+
+Outcome SwitchOverview(CSoundView& view) {
+    view.Pictures().ShowOverview(!view.Pictures().ShowsOverview());
+    return Done();
+}
+
 Outcome GoToTyped(CSoundView& view, std::string_view text) {
     if (view.FrameCount() == 0) return Failed(refusal::kNoSound);
     const std::string_view typed = WithoutBrackets(text);

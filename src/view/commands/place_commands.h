@@ -20,6 +20,10 @@ Outcome SelectLastAgain(CSoundView& view);
 Outcome TurnRound(CSoundView& view, ViewSwitch which);
 Outcome GoToPreviousZoom(CSoundView& view);
 Outcome GoToNextZoom(CSoundView& view);
+// Fills the window with the selection.
+Outcome ZoomSelection(CSoundView& view);
+// Shows the strip with the whole sound, or hides it.
+Outcome SwitchOverview(CSoundView& view);
 
 // What is typed into the status bar: a place, to which the cursor goes, or two with " - " or "to"
 // between them, which are selected; of the second one "+5" counts from the first. Places are times

@@ -102,19 +102,9 @@ Outcome ShownAs(CSoundView& view) {
     return ShowAs(view, picture);
 }
 
-Outcome SwitchOverview(CSoundView& view) {
-    view.Pictures().ShowOverview(!view.Pictures().ShowsOverview());
-    return Done();
-}
-
 template <ViewSwitch which>
 Outcome Turns(CSoundView& view) {
     return TurnRound(view, which);
-}
-
-Outcome ZoomSelection(CSoundView& view) {
-    view.Zoom().ToRange(view.State().GetSelection().start, view.State().GetSelection().end);
-    return Done();
 }
 
 std::string UndoText(const CSoundView& view) {
