@@ -393,7 +393,7 @@ TEST_F(SoundViewWidgetTest, EveryCommandThatAsksShowsItsDialogAndRunsWithTheAnsw
         whenOpen(QDialog::Accepted);
         EXPECT_TRUE(commands.RunCommand(row.info.id));
     }
-    EXPECT_EQ(asking, 12);
+    EXPECT_EQ(asking, 13);
     EXPECT_EQ(view.FrameCount(), 6500u + 44100)
         << "the clip once, at the cursor gone to, and a second of silence";
 }

@@ -27,8 +27,8 @@ COptionSheet::COptionSheet(const ProgramFolder& folder, WaveDevices& devices, QW
     AddPage(new COptionGrid(tabs_), tr("Grid"));
     AddPage(new COptionWave(devices, tabs_), tr("Wave"));
     AddPage(new COption3D(tabs_), tr("3D"));
-    AddPage(new COptionSpectrogram(tabs_), tr("Spectrogram"));
     AddPage(new COptionKeys(std::move(commands), tabs_), tr("Keys"));
+    AddPage(new COptionSpectrogram(tabs_), tr("Spectrogram"));
     Body().addWidget(tabs_);
     Body().addWidget(problem_);
     problem_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);  // no room while hidden
