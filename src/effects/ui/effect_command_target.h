@@ -17,7 +17,7 @@ inline constexpr int kFadeInAtOnce = 33211;
 inline constexpr int kFadeOutAtOnce = 33212;
 inline constexpr int kLearnNoise = 33213;
 inline constexpr int kConvert = 33214;
-inline constexpr int kLiveAtOnce = 33220;
+inline constexpr int kLiveAtOnce = 33215;
 }  // namespace effect_command
 
 // The dialog of an effect's command on the context's view; null for any other command, and for
