@@ -170,11 +170,7 @@ class CSoundDoc {
                      const std::optional<FileIdentity>& identity);
     void RestoreOrigin(ImportOrigin origin, std::vector<ForeignChunk> chunks);
     void RestoreTags(std::vector<SoundTag> tags) { extras_.tags = std::move(tags); }
-
-    // --- Copies
-
-    // Into an empty document: the other's sound, title, tags and import, but neither its file nor
-    // its history, so that it can be worked on without a save going anywhere.
+    // All of the other but its file and its history, to be worked on as a copy.
     Outcome TakeCopyOf(const CSoundDoc& other);
 
     // --- Preview

@@ -169,8 +169,9 @@ Outcome OpenSoundsRunner::CopySound(std::size_t index) {
     held_.push_back(*std::move(held));
     const Rectangle& client = live.view->State().Client();
     if (client.Width() > 0) session_.Sounds().SetInitialViewSize(client.Width(), client.Height());
-    if (Outcome copied = session_.Sounds().NewDocumentFromCopy(*live.document); !copied)
-        return copied;
+    if (Outcome made = session_.Sounds().NewDocument({}); !made) return made;
+    if (Outcome copied = session_.Document().TakeCopyOf(*live.document); !copied) return copied;
+    ZoomDefault(session_.View());
     ViewState& state = session_.View().State();
     const Selection selection = live.view->State().GetSelection();
     state.SetSelection(selection.start, selection.end);

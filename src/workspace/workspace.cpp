@@ -116,13 +116,6 @@ void Workspace::NewDocumentFromSound(Sound&& copy, std::string_view titlePrefix)
     Add(std::move(sound));
 }
 
-Outcome Workspace::NewDocumentFromCopy(const CSoundDoc& other) {
-    std::unique_ptr<OpenSound> sound = MakeSound();
-    if (Outcome copied = sound->document->TakeCopyOf(other); !copied) return copied;
-    Add(std::move(sound));
-    return Done();
-}
-
 Outcome Workspace::NewDocumentFromClip() {
     std::unique_ptr<OpenSound> sound = MakeSound();
     if (Outcome made = edit::ReplaceWithClip(*sound->document, clip_); !made) return made;

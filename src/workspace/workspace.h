@@ -69,8 +69,6 @@ class Workspace : public ViewHost {
     // Titled with the prefix and the next number of that prefix.
     void NewDocumentFromSound(Sound&& sound, std::string_view titlePrefix);
     Outcome NewDocumentFromClip() override;
-    // A copy to work on; see CSoundDoc::TakeCopyOf.
-    Outcome NewDocumentFromCopy(const CSoundDoc& other);
     // The program ends with documents open: what is unsaved stays with the keeper.
     void LeaveKeeper();
     // What another run left, as the keeper reads it back; needs one. A message says why not all of

@@ -191,7 +191,6 @@ constexpr Row kTable[] = {
     {{kGoToCursor, "", "&Go to Cursor...\tCtrl+G", "Ctrl+G", "Set the cursor to a frame or a time"},
      kAsksFirst,
      When<HasSound>},
-
     {{kSelectToNextMarker, "", "Select to &Next Marker", "Alt+Shift+Down",
       "Select from here to the next marker"},
      SelectToNextMarker,
@@ -370,13 +369,6 @@ const Row* FindRow(int id) {
     return nullptr;
 }
 
-// What markers change describes itself.
-StepWords WordsOf(const Row* row, const CSoundView& view) {
-    if (!row || *row->info.name == '\0') return {};
-    const bool pastes = std::string_view(row->info.name).starts_with("paste");
-    return pastes ? WordsOfPaste(view, row->info.name) : WordsAt(view, row->info.name);
-}
-
 }  // namespace
 
 std::span<const Command<CSoundView>> ViewCommands() {
@@ -388,18 +380,16 @@ SoundViewCommands::SoundViewCommands(CSoundView& view)
 
 Outcome SoundViewCommands::RunCommand(int id) {
     if (Outcome offered = Offered(id); !offered) return offered;
-    const DescribedStep step(view_.Document().Steps(), WordsOf(FindRow(id), view_));
+    const Row* row = FindRow(id);
+    const DescribedStep step(view_.Document().Steps(), WordsOf(view_, row ? row->info.name : ""));
     return TableCommandTarget<CSoundView>::RunCommand(id);
 }
 
 Outcome SoundViewCommands::Offered(int id) const {
     const Row* row = FindRow(id);
-    if (!row || !row->state) return Done();
-    for (const NamedCondition& named : kConditions) {
-        if (named.state != row->state) continue;
-        const char* reason = named.condition(view_);
-        return reason ? Failed(reason) : Done();
-    }
+    for (const NamedCondition& named : kConditions)
+        if (row && named.state == row->state)
+            if (const char* reason = named.condition(view_)) return Failed(reason);
     return Done();
 }
 

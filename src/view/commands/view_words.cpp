@@ -2,6 +2,11 @@
 
 namespace sonavel {
 
+StepWords WordsOf(const CSoundView& view, std::string_view rowName) {
+    if (rowName.empty()) return {};
+    return rowName.starts_with("paste") ? WordsOfPaste(view, rowName) : WordsAt(view, rowName);
+}
+
 StepWords WordsAt(const CSoundView& view, std::string_view command) {
     const Selection at = view.State().GetSelection();
     StepWords words{.lines = PlaceLines(at.start, at.end, view.State().Cursor())};

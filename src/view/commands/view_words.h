@@ -7,6 +7,8 @@
 
 namespace sonavel {
 
+// Of the row of that name; nothing of a row without.
+StepWords WordsOf(const CSoundView& view, std::string_view rowName);
 // The command on the view's selection, or at its cursor.
 StepWords WordsAt(const CSoundView& view, std::string_view command);
 // Likewise of one that takes the clip.
