@@ -73,7 +73,9 @@ void JournalFile::SetFault(JournalFault fault) {
 }
 
 void JournalFile::Begin() {
-    if (!MakePrivateFolder(folder_)) return SetFault(JournalFault::kDisk);
+    // Whoever owns the folder around it could put another one in its place.
+    if (!MakePrivateFolder(folder_.parent_path()) || !MakePrivateFolder(folder_))
+        return SetFault(JournalFault::kDisk);
     if (!lock_) lock_ = std::make_unique<FolderLock>(folder_);
     const fs::path path = folder_ / kJournalName;
     file_ = FileDescriptor(
