@@ -13,6 +13,9 @@
 
 namespace sonavel::testing {
 
+inline constexpr std::uint32_t kRate = 44100;
+inline constexpr std::uint32_t kFrames = 44100;  // whole periods of the sines
+
 // amplitude * sin(2 pi frame / period + phase) on the left, half of it on the right.
 struct SineSetting {
     double amplitude = 0.5;

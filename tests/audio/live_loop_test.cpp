@@ -8,9 +8,7 @@
 namespace sonavel::testing {
 namespace {
 
-constexpr std::uint32_t kRate = 44100;
 constexpr std::uint32_t kPiece = 441;
-constexpr std::uint32_t kFrames = 44100;  // whole periods of the sines
 
 std::vector<float> Render(LiveLoop& loop, int pieces) {
     std::vector<float> all;

@@ -15,15 +15,13 @@ namespace {
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
-constexpr std::uint32_t kPlayedRate = 44100;
-constexpr std::uint32_t kPlayedFrames = 44100;
 constexpr std::size_t kBlock = 256;
 
 class SineMaker : public LiveMaker {
   public:
     void Set(const SineSetting& sine) { sines_.Give(sine); }
 
-    LiveRange Range() const override { return {kPlayedFrames, kPlayedRate}; }
+    LiveRange Range() const override { return {kFrames, kRate}; }
     std::unique_ptr<LiveRenderer> MakeUntouched() override { return Sine({}); }
     std::unique_ptr<LiveRenderer> MakeLatest(std::uint32_t) override {
         const SineSetting* const sine = sines_.Take();
@@ -80,7 +78,7 @@ TEST_F(LivePlayerTest, PlaysTheRangeInOneGoAndKnowsWhatIsHeard) {
     Set({});
     ASSERT_EQ(Start(), kWaveSuccess);
     EXPECT_EQ(devices.frameOut->deviceId, 3);
-    EXPECT_EQ(devices.frameOut->framesPerSecond, kPlayedRate);
+    EXPECT_EQ(devices.frameOut->framesPerSecond, kRate);
     AwaitSound();
     const std::uint32_t first = player->HeardFrame();
     const std::vector<float> heard = Hear(20);
@@ -97,14 +95,14 @@ TEST_F(LivePlayerTest, AChangeIsHeardBehindWhatIsRenderedAhead) {
     Set({0.5, 100, 0});
     ASSERT_EQ(Start(), kWaveSuccess);
     AwaitSound();
-    EXPECT_LE(player->AheadFrames() * 1000 / kPlayedRate, 30u);
+    EXPECT_LE(player->AheadFrames() * 1000 / kRate, 30u);
     Set({0, 100, 0});
     std::this_thread::sleep_for(50ms);
     const std::vector<float> heard = Hear(20);
     std::size_t last = 0;
     for (std::size_t i = 0; i < heard.size(); i += 2)
         if (heard[i] != 0) last = i / 2;
-    EXPECT_LE(last, player->AheadFrames() + LiveLoop::PieceFramesAt(kPlayedRate));
+    EXPECT_LE(last, player->AheadFrames() + LiveLoop::PieceFramesAt(kRate));
     EXPECT_GT(last, 0u);
 }
 

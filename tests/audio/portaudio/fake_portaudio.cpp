@@ -42,9 +42,9 @@ void FakePortAudio::Release() {
 
 FakePortAudio::Heard FakePortAudio::CallBack(const std::vector<std::uint8_t>& in,
                                              PaStreamCallbackFlags flags) {
-    constexpr unsigned long kFrames = 10;  // of one byte
+    constexpr unsigned long kFrames = 10;
     Heard heard;
-    heard.bytes.assign(kFrames, 0xEE);
+    heard.bytes.assign(kFrames * outputFrameBytes, 0xEE);
     const PaStreamCallbackTimeInfo time{};
     heard.result = last_->callback(in.empty() ? nullptr : in.data(), heard.bytes.data(),
                                    in.empty() ? kFrames : in.size(), &time, flags, last_->userData);

@@ -33,6 +33,7 @@ class FakePortAudio {
         int result = 0;
         std::vector<std::uint8_t> bytes;
     };
+    unsigned outputFrameBytes = 1;
     Heard CallBack(const std::vector<std::uint8_t>& in, PaStreamCallbackFlags flags = 0);
     // The stream ends by itself.
     void Finish();
