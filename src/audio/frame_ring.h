@@ -17,10 +17,10 @@ class FrameRing {
     explicit FrameRing(std::size_t frames) : pairs_(2 * frames) {}
 
     std::size_t Capacity() const { return pairs_.size() / 2; }
-    // Frames that are there; for the thread that puts.
+    // Frames that are there; for either thread.
     std::size_t Filled() const {
-        return static_cast<std::size_t>(put_.load(std::memory_order_relaxed) -
-                                        taken_.load(std::memory_order_acquire));
+        const std::uint64_t taken = taken_.load(std::memory_order_acquire);
+        return static_cast<std::size_t>(put_.load(std::memory_order_acquire) - taken);
     }
     // No more than fit beside those that are there.
     void Put(std::span<const float> pairs) {

@@ -109,12 +109,19 @@ void LivePlayer::Pull(std::span<float> pairs, std::uint32_t latencyFrames) {
     const auto asked = static_cast<std::uint32_t>(pairs.size() / 2);
     const std::uint32_t enough = asked + asked / 2;
     if (enough > aheadFrames_) aheadFrames_ = enough;
-    const std::size_t frames = ring_->Take(pairs);
+    const std::size_t frames = Flows() ? ring_->Take(pairs) : 0;
     const auto missing = pairs.subspan(2 * frames);
     std::ranges::fill(missing, 0.0f);
     if (ring_->Taken() > 0) missed_ += missing.size() / 2;
     NotePeaks(pairs);
     room_.Raise();
+}
+
+// The first frames wait until enough follow them.
+bool LivePlayer::Flows() {
+    const std::size_t wanted = std::min<std::size_t>(aheadFrames_, ring_->Capacity());
+    flows_ = flows_ || ring_->Filled() + loop_->PieceFrames() > wanted;
+    return flows_;
 }
 
 void LivePlayer::NotePeaks(std::span<const float> pairs) {

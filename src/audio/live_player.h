@@ -69,6 +69,7 @@ class LivePlayer : private FrameSupply {
   private:
     bool Prepare();
     void Pull(std::span<float> pairs, std::uint32_t latencyFrames) override;
+    bool Flows();
     void NotePeaks(std::span<const float> pairs);
     void MakeUntilStopped();
     void RenderUntilStopped();
@@ -81,6 +82,7 @@ class LivePlayer : private FrameSupply {
     std::unique_ptr<LiveLoop> loop_;  // of the rendering thread, and its room for a piece
     std::vector<float> piece_;
     std::unique_ptr<FrameRing> ring_;
+    bool flows_ = false;  // of the device's thread: as much as is to be ahead was there once
     std::unique_ptr<FrameOut> out_;
 
     std::atomic<bool> stopping_{false};

@@ -14,8 +14,8 @@ from editor_driver import Editor, bounded, key, place_of, wait_for, xdotool
 
 SECONDS = 3
 DRAG_SECONDS = float(os.environ.get("SONAVEL_LIVE_SECONDS", "0.7"))
-# The key that is sent and the recording add some of it, a machine that does other things some more.
-MOST_SECONDS = 0.1
+# 0.1, and what the key that is sent and the recording take.
+MOST_SECONDS = 0.13
 LEAST_GAP_FRAMES = 32  # of silence; what is rendered of noise is silent for a frame at most
 EDITORS = (
     ("^System Defined Positional Sound$", 0),
@@ -96,12 +96,13 @@ def stop_live(listener):
 
 
 def longest_silence(samples):
-    """In frames."""
-    longest = run = 0
+    """In frames, and the frame at which it ends."""
+    longest, end, run = 0, 0, 0
     for place in range(0, len(samples) - 1, 2):
         run = 0 if samples[place] or samples[place + 1] else run + 1
-        longest = max(longest, run)
-    return longest
+        if run > longest:
+            longest, end = run, place // 2
+    return longest, end
 
 
 def drag_all_the_time(dialog):
@@ -127,9 +128,9 @@ def drag_in_editor(editor, listener, title, downs):
     first = start_live(listener)
     steps = drag_all_the_time(dialog)
     last = stop_live(listener)
-    silence = longest_silence(listener.since(first)[:2 * (last - first)])
+    silence, end = longest_silence(listener.since(first)[:2 * (last - first)])
     print(f"{title[1:-1]}: {(last - first) / sounds.RATE:.2f} s, {steps} steps, "
-          f"{silence} frames of silence at most")
+          f"{silence} frames of silence at most, at {end / sounds.RATE:.2f} s")
     assert silence < LEAST_GAP_FRAMES, f"a gap in {title}"
     key("Escape")
     editor.wait_dialog_gone(dialog)
