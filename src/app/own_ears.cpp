@@ -15,9 +15,9 @@ namespace {
 const QString kEarsKey = QStringLiteral("3D/responses");
 
 // Ends the reading of a file when the person has cancelled.
-class CancelWatcher : public CodecWatcher {
+class EarsWatcher : public CodecWatcher {
   public:
-    explicit CancelWatcher(const std::atomic<bool>& cancelled) : cancelled_(cancelled) {}
+    explicit EarsWatcher(const std::atomic<bool>& cancelled) : cancelled_(cancelled) {}
     GoOn Watch() override { return cancelled_ ? GoOn::kNo : GoOn::kYes; }
 
   private:
@@ -42,7 +42,7 @@ Outcome TakeEars(const std::string& path, Listener& listener, const EarsPoll& po
     Listener analysed;
     Outcome used = Done();
     const bool isWhole = DoBeside(poll, [&](const std::atomic<bool>& cancelled) {
-        CancelWatcher watcher(cancelled);
+        EarsWatcher watcher(cancelled);
         Result<MeasuredResponses> measured = ChildCodecs().ReadResponses(path, watcher);
         used = measured ? analysed.Use(*std::move(measured)) : measured.Ended();
     });
