@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <deque>
 #include <memory>
 #include <optional>
 #include <span>
@@ -16,7 +15,7 @@ namespace sonavel {
 
 // What came from the device, in order of arrival and in whole frames.
 struct RecordedSound {
-    std::deque<std::vector<std::uint8_t>> blocks;
+    std::vector<std::vector<std::uint8_t>> blocks;  // to move it takes no memory
     std::uint64_t bytes = 0;
     // Where the device lost sound: what comes from this byte on does not follow what is before it.
     std::vector<std::uint64_t> gaps;

@@ -53,8 +53,8 @@ TEST_F(PoorDisksTest, AFolderThatMayNotBeWrittenIsSaid) {
     OrdinaryUser::Give(folder_.Path());
     OrdinaryUser::Give(state);
     const OrdinaryUser user;
-    std::filesystem::permissions(state, std::filesystem::perms::owner_read |
-                                            std::filesystem::perms::owner_exec);
+    std::filesystem::permissions(
+        state, std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
     EXPECT_NE(WordAfterEdits(state / "records", 3).find("cannot be written"), std::string::npos);
     std::filesystem::permissions(state, std::filesystem::perms::owner_all);
 }
@@ -97,9 +97,10 @@ TEST_F(PoorDisksTest, NoEditWaitsForASlowDisk) {
         DocumentJournal journal(*document, host);
         // Large enough to be lent, and changed again at once.
         for (unsigned seed = 2; seed < 6; ++seed)
-            ASSERT_TRUE(edit::Paste(*document, MakeClip({1, 8}, PatternBytes(3'000'000, seed)), {}));
-        ASSERT_TRUE(edit::PasteBlockOverwrite(
-            *document, MakeClip({1, 8}, PatternBytes(5000, 9)), {0, 12'000'000, 0}));
+            ASSERT_TRUE(
+                edit::Paste(*document, MakeClip({1, 8}, PatternBytes(3'000'000, seed)), {}));
+        ASSERT_TRUE(edit::PasteBlockOverwrite(*document, MakeClip({1, 8}, PatternBytes(5000, 9)),
+                                              {0, 12'000'000, 0}));
         expected = BytesOf(document->Sound());
         released.set_value();
         ASSERT_TRUE(thread.Finish(std::chrono::seconds(60)));

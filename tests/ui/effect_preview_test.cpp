@@ -160,7 +160,7 @@ TEST_F(EffectPreviewTest, CommandsRestWhileRecordingAndForEmptySounds) {
     Open({.frames = 0});
     EXPECT_FALSE(commands_->StateOfCommand(kReverb).enabled);
     Open({});
-    EXPECT_EQ(EffectCommands::Rows().size(), Effects().size() + 5);
+    EXPECT_EQ(EffectCommands::Rows().size(), Effects().size() + 6);
     for (const CommandInfo& row : EffectCommands::Rows())
         EXPECT_TRUE(commands_->HandlesCommand(row.id));
     ASSERT_TRUE(Document().StartRecording());

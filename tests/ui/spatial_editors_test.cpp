@@ -498,9 +498,10 @@ TEST_F(SpatialEditors, TheMenuNamesTheEditorsAndWhatElsePlacesSounds) {
     QStringList texts;
     for (const Command<SpatialCommandTarget>& row : SpatialCommandTable())
         texts << QString::fromUtf8(row.info.menuText).remove(u'&');
-    EXPECT_EQ(texts, (QStringList{"System Defined Positional Sound…",
-                                  "User Defined Positional Sound…", "System-Defined Moving Sound…",
-                                  "User-Defined Moving Sound…", "Cross Talk…", "Place Many…"}));
+    EXPECT_EQ(texts,
+              (QStringList{"System Defined Positional Sound…", "User Defined Positional Sound…",
+                           "System-Defined Moving Sound…", "User-Defined Moving Sound…",
+                           "Cross Talk…", "Place Many…", "Live at Once"}));
 }
 
 TEST_F(SpatialEditors, TheCommandsNeedASound) {
