@@ -97,8 +97,8 @@ TEST_F(SpectrogramTilesTest, AreWhatThePictureOfTheirColumnsIs) {
         for (const unsigned channel : {0U, 1U})
             ASSERT_EQ(tiles_.Show(channel, seen).levels, LaneOf(sound, scene, channel, seen).levels)
                 << virtualWidth << " " << channel;
+        EXPECT_NE(tiles_.Show(0, seen).levels, tiles_.Show(1, seen).levels);
     }
-    EXPECT_NE(tiles_.Show(0, {100, 110}).levels, tiles_.Show(1, {100, 110}).levels);
 }
 
 TEST_F(SpectrogramTilesTest, WhatIsInSightComesFirst) {
