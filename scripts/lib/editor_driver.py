@@ -216,9 +216,10 @@ class Editor:
 
         return wait_for(f"a window named {name!r}", shown)
 
-    def wait_dialog_gone(self, window):
+    def wait_dialog_gone(self, window, over=None):
+        """Until the keyboard is the editor's again, or that of the dialog which it stood over."""
         wait_for("a dialog to close", lambda: window not in self.windows())
-        self.activate()
+        self.activate(over)
 
     def save_as(self, path):
         """Saves the active document under a path typed into the dialog."""

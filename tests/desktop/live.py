@@ -16,6 +16,7 @@ SECONDS = 3
 DRAG_SECONDS = float(os.environ.get("SONAVEL_LIVE_SECONDS", "0.7"))
 # 0.1, and what the key that is sent and the recording take.
 MOST_SECONDS = 0.13
+START_FRAMES = sounds.RATE // 10  # the device takes its first frames at no steady pace
 LEAST_GAP_FRAMES = 32  # of silence; what is rendered of noise is silent for a frame at most
 EDITORS = (
     ("^System Defined Positional Sound$", 0),
@@ -128,6 +129,7 @@ def drag_in_editor(editor, listener, title, downs):
     first = start_live(listener)
     steps = drag_all_the_time(dialog)
     last = stop_live(listener)
+    first += START_FRAMES
     silence, end = longest_silence(listener.since(first)[:2 * (last - first)])
     print(f"{title[1:-1]}: {(last - first) / sounds.RATE:.2f} s, {steps} steps, "
           f"{silence} frames of silence at most, at {end / sounds.RATE:.2f} s")
