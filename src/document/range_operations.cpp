@@ -1,7 +1,6 @@
 #include "document/range_operations.h"
 
 #include <algorithm>
-#include <ranges>
 #include <utility>
 
 #include "document/edit_step.h"
@@ -44,8 +43,8 @@ std::uint32_t PlaceWithout(std::span<const FrameRange> ranges, std::uint32_t fra
 
 MarkerList MarkersWithout(MarkerList markers, std::span<const FrameRange> ranges) {
     // The last one first, so that the places of the others stay what they are.
-    for (const FrameRange& range : std::views::reverse(ranges))
-        markers.ShiftForStretch(range.start, range.end, 0);
+    for (auto range = ranges.rbegin(); range != ranges.rend(); ++range)
+        markers.ShiftForStretch(range->start, range->end, 0);
     return markers;
 }
 

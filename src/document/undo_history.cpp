@@ -71,14 +71,13 @@ void UndoHistory::KeepWithinBudget() {
         StoredRecord* farthest = FarthestInMemory();
         if (!farthest) return;
         const std::uint64_t freed = farthest->MemoryBytes();
-        if (farthest->MoveIntoFile(file_)) bytes -= freed;
+        if (farthest->MoveIntoFile(file_)) {
+            bytes -= freed;
+            continue;
+        }
         // What stays beyond the budget moves behind the next edit.
-        else if (WasCancelled())
-            return;
-        else if (GiveUpOldest())
-            bytes = MemoryBytes();
-        else
-            return;
+        if (WasCancelled() || !GiveUpOldest()) return;
+        bytes = MemoryBytes();
     }
 }
 

@@ -32,6 +32,7 @@ fs::path FromFolder(const fs::path& path, const fs::path& folder) {
 
 std::vector<SceneLine> LinesOf(const std::vector<SceneEntry>& entries, const fs::path& folder) {
     std::vector<SceneLine> lines;
+    lines.reserve(entries.size());
     for (const SceneEntry& entry : entries)
         lines.push_back({static_cast<int>(lines.size()) + 1,
                          FromFolder(entry.path, folder).string(), entry.placing,

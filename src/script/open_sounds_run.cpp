@@ -149,7 +149,7 @@ std::set<std::size_t> OpenSoundsRunner::Reached() const {
 Outcome OpenSoundsRunner::CopySounds() {
     const std::set<std::size_t> reached = Reached();
     for (std::size_t index = 0; index < before_; ++index) {
-        const Outcome made =
+        Outcome made =
             reached.contains(index) ? CopySound(index) : session_.Sounds().NewDocument({});
         if (!made) return made;
     }

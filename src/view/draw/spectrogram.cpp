@@ -67,7 +67,7 @@ std::uint8_t LevelOf(float power, float rangeDecibels) {
     // Samples of floats may be anything, also no number.
     const float decibels = 10 * std::log10(power > kLeastPower ? power : kLeastPower);
     const float height = std::clamp(decibels / rangeDecibels + 1, 0.0F, 1.0F);
-    return static_cast<std::uint8_t>(height * 255 + 0.5F);
+    return static_cast<std::uint8_t>(std::lrint(height * 255));
 }
 
 }  // namespace
