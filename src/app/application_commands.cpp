@@ -25,6 +25,8 @@ Outcome ShowPage(Application& application) {
     return Done();
 }
 
+using enum WhileWorking;
+
 constexpr Command<Application> kCommands[] = {
     {{app_command::kNew, "", "&New", "Ctrl+N", "Make a new, empty sound"},
      Call<Application, &Application::NewSound>},
@@ -52,16 +54,16 @@ constexpr Command<Application> kCommands[] = {
     {{app_command::kSampleDatabase, "", "Sample File Database", "",
       "Keep catalogues of sound files"},
      Call<Application, &Application::ShowSampleDatabase>},
-    {{app_command::kManual, "", "&Manual", "F1", "Explain the program, page by page"},
+    {{app_command::kManual, "", "&Manual", "F1", "Explain the program, page by page", kAlways},
      ShowPage<kFirstPage>},
-    {{app_command::kManualKeys, "", "&Keys", "", "List the keys of all commands"},
+    {{app_command::kManualKeys, "", "&Keys", "", "List the keys of all commands", kAlways},
      ShowPage<kKeysPage>},
     {{app_command::kWhatsNew, "", "&What's New", "",
-      "Show what this version has that others had not"},
+      "Show what this version has that others had not", kAlways},
      ShowPage<kChangesPage>},
     {{app_command::kAbout, "", "&About this program...", "", "Show what this program is"},
      Call<Application, &Application::ShowAbout>},
-    {{app_command::kExit, "", "E&xit", "Ctrl+Q", "Leave the program"},
+    {{app_command::kExit, "", "E&xit", "Ctrl+Q", "Leave the program", kAlways},
      Call<Application, &Application::Exit>},
 };
 

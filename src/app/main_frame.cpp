@@ -299,7 +299,7 @@ void CMainFrame::ForgetSoundCommands() {
 
 // What was held back is painted, and offered, when the operation has ended.
 void CMainFrame::FollowWork(RunningWork& work) {
-    actions_.SetHold([this](int commandId) { return gate_->Hold(commandId); });
+    actions_.SetHold([this](const CommandInfo& command) { return gate_->Hold(command); });
     connect(&work, &RunningWork::Begun, this, &CMainFrame::ScheduleRefresh);
     connect(&work, &RunningWork::Ended, this, [this] {
         area_->RepaintAll();

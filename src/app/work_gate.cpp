@@ -3,13 +3,9 @@
 #include <QApplication>
 #include <QEvent>
 #include <QWidget>
-#include <algorithm>
 
 #include "app/child_frame.h"
-#include "app/command_ids.h"
-#include "meter/ui/play_meter_bar.h"
 #include "platform/qt/qt_progress.h"
-#include "view/commands/view_commands.h"
 
 namespace sonavel {
 
@@ -17,66 +13,6 @@ namespace {
 
 constexpr int kIdlePollMs = 30;
 constexpr const char* kReadingProperty = "isForReading";
-
-// None of these opens a dialog, and none changes a sound; what Stop records stands in a sound of
-// its own.
-constexpr int kOfASound[] = {
-    view_command::kPlay,
-    view_command::kPlayLooped,
-    view_command::kPlayToEnd,
-    view_command::kStop,
-    view_command::kPause,
-    view_command::kSpaceKey,
-    view_command::kPreviewCut,
-    view_command::kPreRoll,
-    view_command::kStart,
-    view_command::kEnd,
-    view_command::kRewind,
-    view_command::kForward,
-    view_command::kCursorLeft,
-    view_command::kCursorRight,
-    view_command::kExtendLeft,
-    view_command::kExtendRight,
-    view_command::kExtendLeftFar,
-    view_command::kExtendRightFar,
-    view_command::kSelectToStart,
-    view_command::kSelectToEnd,
-    view_command::kSelectAll,
-    view_command::kPreviousMarker,
-    view_command::kNextMarker,
-    view_command::kSelectToNextMarker,
-    view_command::kMarkerPlay,
-    view_command::kMarkerSelect,
-    view_command::kLastSelection,
-    view_command::kZoomLevelIn,
-    view_command::kZoomLevelOut,
-    view_command::kZoomLevelFull,
-    view_command::kZoomTimeIn,
-    view_command::kZoomTimeOut,
-    view_command::kZoomTimeFull,
-    view_command::kZoomSelection,
-    view_command::kZoomDefault,
-    view_command::kPreviousZoom,
-    view_command::kNextZoom,
-    view_command::kShowWaveform,
-    view_command::kShowSpectrogram,
-    view_command::kShowBoth,
-    view_command::kOverview,
-    view_command::kStatusSample,
-    view_command::kStatusTime,
-    view_command::kStatusSecond,
-    view_command::kSnapToZero,
-    view_command::kPlayFollowsClicks,
-};
-
-constexpr int kOfTheFrame[] = {
-    app_command::kCascade,    app_command::kTileHorizontally, app_command::kTileVertically,
-    app_command::kTabs,       app_command::kNextWindow,       app_command::kPreviousWindow,
-    app_command::kStatusBar,  app_command::kOriginLine,       app_command::kManual,
-    app_command::kManualKeys, app_command::kWhatsNew,         app_command::kExit,
-    meter_command::kThirtyDb, meter_command::kSixtyDb,        meter_command::kNinetyDb,
-    meter_command::kAbsolute, meter_command::kShowLevel,
-};
 
 bool IsInput(QEvent::Type type) {
     switch (type) {
@@ -133,12 +69,11 @@ Outcome WorkGate::HoldAll() const {
     return Failed(tr("Not while \"%1\" runs.").arg(work_.Caption()).toStdString());
 }
 
-Outcome WorkGate::Hold(int commandId) const {
-    if (!IsRunning() || std::ranges::find(kOfTheFrame, commandId) != std::end(kOfTheFrame))
-        return Done();
+Outcome WorkGate::Hold(const CommandInfo& command) const {
+    if (!IsRunning() || command.whileWorking == WhileWorking::kAlways) return Done();
     const OpenSound* active = workspace_.Active();
     const bool isFree = !active || !active->document->IsBeingChanged();
-    if (isFree && std::ranges::find(kOfASound, commandId) != std::end(kOfASound)) return Done();
+    if (isFree && command.whileWorking == WhileWorking::kOnFreeSounds) return Done();
     return HoldAll();
 }
 

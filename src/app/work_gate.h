@@ -8,6 +8,7 @@
 #include <functional>
 #include <vector>
 
+#include "platform/command_table.h"
 #include "platform/outcome.h"
 #include "platform/qt/running_work.h"
 #include "workspace/workspace.h"
@@ -25,7 +26,7 @@ class WorkGate : public QObject {
 
     bool IsRunning() const { return work_.IsRunning(); }
     // Fails, with the reason, where the command has to wait.
-    Outcome Hold(int commandId) const;
+    Outcome Hold(const CommandInfo& command) const;
     // Likewise of all that opens, saves or closes.
     Outcome HoldAll() const;
 

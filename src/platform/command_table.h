@@ -2,6 +2,7 @@
 // context menus, shortcuts and scripts are made from the tables.
 #pragma once
 
+#include <cstdint>
 #include <span>
 #include <string>
 #include <type_traits>
@@ -16,12 +17,22 @@ struct CommandState {
 };
 
 // What a front end needs to know of a command; texts are string literals of the table.
+// What becomes of a command while a long operation runs.
+enum class WhileWorking : std::uint8_t {
+    kWaits,
+    // Runs on a sound that is not being changed: it opens no dialog and changes no sound. What Stop
+    // records stands in a sound of its own.
+    kOnFreeSounds,
+    kAlways,
+};
+
 struct CommandInfo {
     int id;
     const char* name;      // script name, "" when scripts have another form of it
     const char* menuText;  // with "&" before the access key
     const char* shortcut;  // "Ctrl+Home", several separated by "; ", or ""
     const char* prompt;    // status-bar text
+    WhileWorking whileWorking = WhileWorking::kWaits;
 };
 
 template <class Target>

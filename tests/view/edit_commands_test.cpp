@@ -331,5 +331,24 @@ TEST_F(EditCommandsTest, MarkerStepsFitTheWindowOnUndoAndShowTheMarkerOnRedo) {
     EXPECT_EQ(Markers(), (std::vector<MarkerRow>{{4000, "b", 0}}));
 }
 
+TEST_F(EditCommandsTest, WhatRunsBesideLongWorkAsksNothingAndChangesNoSound) {
+    OpenRamp(5000);
+    View().State().SetCursor(300);
+    ASSERT_TRUE(Run(kDropMarker));
+    Document().SetModified(false);
+    const std::vector<std::uint8_t> before(Sound().Bytes().begin(), Sound().Bytes().end());
+    const std::vector<MarkerRow> markers = Markers();
+    for (const auto& row : ViewCommands()) {
+        if (row.info.whileWorking == WhileWorking::kWaits) continue;
+        SCOPED_TRACE(row.info.prompt);
+        ASSERT_TRUE(row.run);
+        View().State().SetSelection(100, 400);
+        static_cast<void>(Run(row.info.id));  // some find nothing to go to
+        EXPECT_TRUE(std::ranges::equal(Sound().Bytes(), before));
+        EXPECT_EQ(Markers(), markers);
+        EXPECT_FALSE(Document().GetModified());
+    }
+}
+
 }  // namespace
 }  // namespace sonavel

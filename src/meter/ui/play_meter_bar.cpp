@@ -25,20 +25,23 @@ CommandState Shows(const PlayMeterBar& bar) {
     return {true, bar.Scale() == kScale};
 }
 
+using enum WhileWorking;
+
 constexpr Command<PlayMeterBar> kTable[] = {
-    {{meter_command::kThirtyDb, "", "-&30 dB to 0 dB", "", "Show the levels above -30 dB"},
+    {{meter_command::kThirtyDb, "", "-&30 dB to 0 dB", "", "Show the levels above -30 dB", kAlways},
      Choose<MeterScale::kThirtyDb>,
      Shows<MeterScale::kThirtyDb>},
-    {{meter_command::kSixtyDb, "", "-&60 dB to 0 dB", "", "Show the levels above -60 dB"},
+    {{meter_command::kSixtyDb, "", "-&60 dB to 0 dB", "", "Show the levels above -60 dB", kAlways},
      Choose<MeterScale::kSixtyDb>,
      Shows<MeterScale::kSixtyDb>},
-    {{meter_command::kNinetyDb, "", "-&90 dB to 0 dB", "", "Show the levels above -90 dB"},
+    {{meter_command::kNinetyDb, "", "-&90 dB to 0 dB", "", "Show the levels above -90 dB", kAlways},
      Choose<MeterScale::kNinetyDb>,
      Shows<MeterScale::kNinetyDb>},
-    {{meter_command::kAbsolute, "", "&Absolute Gain", "", "Show the levels in percent"},
+    {{meter_command::kAbsolute, "", "&Absolute Gain", "", "Show the levels in percent", kAlways},
      Choose<MeterScale::kAbsolute>,
      Shows<MeterScale::kAbsolute>},
-    {{meter_command::kShowLevel, "", "Show Level", "", "Show or hide the labels of the meter"},
+    {{meter_command::kShowLevel, "", "Show Level", "", "Show or hide the labels of the meter",
+      kAlways},
      [](PlayMeterBar& bar) {
          bar.SwitchLabels();
          return Done();

@@ -85,8 +85,18 @@ void CommandActions::SetKeys(const std::map<int, QString>& changed) {
 }
 
 QString CommandActions::OwnKeys(int commandId) const {
+    const CommandInfo* info = InfoOf(commandId);
+    return info ? QString::fromUtf8(info->shortcut) : QString();
+}
+
+const CommandInfo* CommandActions::InfoOf(int commandId) const {
     const auto info = std::ranges::find(infos_, commandId, &CommandInfo::id);
-    return info == infos_.end() ? QString() : QString::fromUtf8(info->shortcut);
+    return info == infos_.end() ? nullptr : &*info;
+}
+
+Outcome CommandActions::Held(int commandId) const {
+    const CommandInfo* info = InfoOf(commandId);
+    return hold_ && info ? hold_(*info) : Done();
 }
 
 void CommandActions::AddKeys(const CommandInfo& info, const QString& keys) {

@@ -31,7 +31,7 @@ struct MenuEntry {
 // application. Null when none does.
 using CommandRoute = std::function<CommandTarget*(int commandId)>;
 // Fails, with the reason, while something holds the command back whatever its target says.
-using CommandHold = std::function<Outcome(int commandId)>;
+using CommandHold = std::function<Outcome(const CommandInfo& command)>;
 
 class CommandActions : public QObject {
     Q_OBJECT
@@ -75,7 +75,9 @@ class CommandActions : public QObject {
   private:
     void AddKeys(const CommandInfo& info, const QString& keys);
     void ShowText(QAction& action, int id, const QString& menuText) const;
-    Outcome Held(int commandId) const { return hold_ ? hold_(commandId) : Done(); }
+    // Null for a command that was never added.
+    const CommandInfo* InfoOf(int commandId) const;
+    Outcome Held(int commandId) const;
 
     CommandRoute route_;
     CommandHold hold_;
