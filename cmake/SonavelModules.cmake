@@ -36,7 +36,7 @@ target_compile_definitions(sonavel_widget_flags INTERFACE QT_NO_KEYWORDS)
 add_library(sonavel_test_flags INTERFACE)
 target_link_libraries(sonavel_test_flags INTERFACE sonavel_flags)
 target_include_directories(sonavel_test_flags INTERFACE ${CMAKE_SOURCE_DIR}/tests)
-target_compile_options(sonavel_test_flags INTERFACE $<$<CONFIG:Release>:-O1>)
+target_compile_options(sonavel_test_flags INTERFACE $<IF:$<CONFIG:Release>,-O1,-O0>)
 
 # sonavel_module(NAME [FOLDERS folder...] [DEPENDS lib...] [PRIVATE lib...] [HEADERS target] [ALONE
 # source...]): the sources of the current folder, and of those subfolders that are named, as a static
