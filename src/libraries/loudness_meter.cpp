@@ -15,6 +15,16 @@ struct LoudnessMeter::State {
     ~State() {
         if (meter != nullptr) ebur128_destroy(&meter);
     }
+
+    // Of all channels.
+    double Greatest(int (*peakOf)(ebur128_state*, unsigned, double*)) const {
+        double peak = 0;
+        for (unsigned channel = 0; meter && channel < channels; ++channel) {
+            double found = 0;
+            if (peakOf(meter, channel, &found) == EBUR128_SUCCESS) peak = std::max(peak, found);
+        }
+        return peak;
+    }
 };
 
 LoudnessMeter::LoudnessMeter(Finds finds, unsigned channels, std::uint32_t samplesPerSecond)
@@ -49,13 +59,11 @@ double LoudnessMeter::Range() const {
 }
 
 double LoudnessMeter::TruePeak() const {
-    double peak = 0;
-    for (unsigned channel = 0; state_->meter && channel < state_->channels; ++channel) {
-        double found = 0;
-        if (ebur128_true_peak(state_->meter, channel, &found) == EBUR128_SUCCESS)
-            peak = std::max(peak, found);
-    }
-    return peak;
+    return state_->Greatest(ebur128_true_peak);
+}
+
+double LoudnessMeter::TruePeakOfLast() const {
+    return state_->Greatest(ebur128_prev_true_peak);
 }
 
 }  // namespace sonavel

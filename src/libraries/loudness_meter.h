@@ -31,6 +31,8 @@ class LoudnessMeter {
     double Range() const;
     // Of kTruePeak: the greatest magnitude between the samples too, of all channels.
     double TruePeak() const;
+    // Likewise of what was added last, which what was added before it reaches into.
+    double TruePeakOfLast() const;
 
   private:
     struct State;

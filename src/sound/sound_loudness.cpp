@@ -1,10 +1,11 @@
 #include "sound/sound_loudness.h"
 
 #include <algorithm>
-#include <array>
+#include <atomic>
 #include <cmath>
 #include <limits>
 #include <new>
+#include <span>
 #include <vector>
 
 #include "libraries/loudness_meter.h"
@@ -21,78 +22,70 @@ constexpr std::uint32_t kReach = 64;
 // No more than this times the samples around it lies between two samples.
 constexpr double kMostBetween = 3;
 
-// True peaks of pieces that follow each other. Those whose samples are too small to pass what was
-// found already are left out, so that most of a sound costs next to nothing.
-class TruePeakSearch {
+class GreatestValue {
   public:
-    TruePeakSearch(unsigned channels, std::uint32_t samplesPerSecond)
-        : channels_(channels), samplesPerSecond_(samplesPerSecond) {}
-
-    // `frames` begins with `before` frames that the last piece ended with.
-    bool Add(std::span<const float> frames, std::uint32_t before) {
-        const double samples = PeakOf(frames);
-        samplePeak_ = std::max(samplePeak_, samples);
-        if (samples * kMostBetween <= TruePeak()) {
-            Close();
-            return true;
-        }
-        if (meter_) return meter_->Add(frames.subspan(std::size_t{before} * channels_));
-        meter_ = std::make_unique<LoudnessMeter>(LoudnessMeter::Finds::kTruePeak, channels_,
-                                                 samplesPerSecond_);
-        return meter_->Add(frames);
+    void Take(double value) {
+        double known = value_.load();
+        while (value > known && !value_.compare_exchange_weak(known, value)) continue;
     }
-    double TruePeak() const {
-        return std::max({samplePeak_, found_, meter_ ? meter_->TruePeak() : 0});
-    }
-    double SamplePeak() const { return samplePeak_; }
+    double Get() const { return value_.load(); }
 
   private:
-    void Close() {
-        found_ = TruePeak();
-        meter_.reset();
-    }
-
-    unsigned channels_;
-    std::uint32_t samplesPerSecond_;
-    std::unique_ptr<LoudnessMeter> meter_;
-    double found_ = 0;
-    double samplePeak_ = 0;
+    std::atomic<double> value_ = 0;
 };
 
-// The loudness and the peaks are measured beside each other, piece by piece.
+// Pieces of a range. Their peaks are found on any thread, each by itself; the loudness takes them
+// one after the other.
 class LoudnessMeasurement {
   public:
     LoudnessMeasurement(const Sound& sound, FrameRange range)
         : sound_(sound),
           range_(range),
           loudness_(LoudnessMeter::Finds::kLoudness, sound.GetChannels(),
-                    sound.GetSamplesPerSecond()),
-          peaks_(sound.GetChannels(), sound.GetSamplesPerSecond()) {}
+                    sound.GetSamplesPerSecond()) {}
 
     std::size_t Pieces() const {
         return (std::size_t{range_.Frames()} + kPieceFrames - 1) / kPieceFrames;
     }
-    void Measure(std::size_t unit) {
-        const bool peaks = unit % 2 == 1;
-        const auto first = static_cast<std::uint32_t>(unit / 2 * kPieceFrames);
-        const std::uint32_t before = peaks ? std::min(first, kReach) : 0;
-        const std::uint32_t frames = std::min(range_.Frames() - first, kPieceFrames) + before;
-        std::vector<float> shares(std::size_t{frames} * sound_.GetChannels());
-        ReadShares(sound_, range_.start + first - before, shares);
-        const bool taken = peaks ? peaks_.Add(shares, before) : loudness_.Add(shares);
-        if (!taken) failed_[peaks] = true;
+    void AddLoudness(std::size_t piece) {
+        ReadPiece(piece, 0, shares_);
+        if (!loudness_.Add(shares_)) failed_ = true;
     }
-    bool HasFailed() const { return failed_[0] || failed_[1]; }
+    // Those whose samples are too small to pass what was found already are left out.
+    void FindPeaks(std::size_t piece) {
+        const std::uint32_t before = piece > 0 ? kReach : 0;
+        std::vector<float> shares;
+        ReadPiece(piece, before, shares);
+        const double samples = PeakOf(shares);
+        samplePeak_.Take(samples);
+        if (samples * kMostBetween <= truePeak_.Get()) return;
+        LoudnessMeter meter(LoudnessMeter::Finds::kTruePeak, sound_.GetChannels(),
+                            sound_.GetSamplesPerSecond());
+        const auto lead = std::span(shares).first(std::size_t{before} * sound_.GetChannels());
+        if (!meter.Add(lead) || !meter.Add(std::span(shares).subspan(lead.size()))) failed_ = true;
+        truePeak_.Take(meter.TruePeakOfLast());
+    }
+    bool HasFailed() const { return failed_; }
     SoundLoudness Found() const {
-        return {loudness_.Integrated(), loudness_.Range(), peaks_.TruePeak(), peaks_.SamplePeak()};
+        return {loudness_.Integrated(), loudness_.Range(),
+                std::max(truePeak_.Get(), samplePeak_.Get()), samplePeak_.Get()};
     }
 
   private:
+    // With so many frames before it.
+    void ReadPiece(std::size_t piece, std::uint32_t before, std::vector<float>& shares) const {
+        const auto first = static_cast<std::uint32_t>(piece * kPieceFrames);
+        const std::uint32_t frames = std::min(range_.Frames() - first, kPieceFrames) + before;
+        shares.resize(std::size_t{frames} * sound_.GetChannels());
+        ReadShares(sound_, range_.start + first - before, shares);
+    }
+
     const Sound& sound_;
     FrameRange range_;
     LoudnessMeter loudness_;
-    TruePeakSearch peaks_;
-    std::array<bool, 2> failed_{};  // each set by its lane alone
+    std::vector<float> shares_;
+    GreatestValue truePeak_, samplePeak_;
+    std::atomic<bool> failed_ = false;
 };
 
 }  // namespace
@@ -100,17 +93,18 @@ class LoudnessMeasurement {
 Result<SoundLoudness> MeasureLoudness(const Sound& sound, FrameRange range,
                                       ProgressWindow& progress, int lastPercent) try {
     LoudnessMeasurement measurement(sound, range.ClampedTo(sound.GetFrameCount()));
-    const std::size_t units = 2 * measurement.Pieces();
-    const auto show = [&](std::size_t unit) {
+    const std::size_t pieces = measurement.Pieces();
+    const auto goOn = [&](std::size_t piece) {
         progress.SetPosition(
-            static_cast<int>(unit * static_cast<std::size_t>(lastPercent) / units));
-        return progress.Poll() ? Onward::kStop : Onward::kGoOn;
+            static_cast<int>(piece * static_cast<std::size_t>(lastPercent) / pieces));
+        if (progress.Poll()) return Onward::kStop;
+        measurement.AddLoudness(piece);
+        return Onward::kGoOn;
     };
     const WorkDone done =
-        ComputeUnits({.count = units,
-                      .lanes = 2,
-                      .compute = [&](std::size_t unit) { measurement.Measure(unit); },
-                      .before = show},
+        ComputeUnits({.count = pieces,
+                      .compute = [&](std::size_t piece) { measurement.FindPeaks(piece); },
+                      .before = goOn},
                      ThreadsToUse());
     if (done.end == WorkEnd::kStopped) return Cancelled();
     if (done.end == WorkEnd::kOutOfMemory) return Failed(failure::kMemory);

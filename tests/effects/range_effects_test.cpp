@@ -8,6 +8,7 @@
 #include "effect_fixture.h"
 #include "effects/fade.h"
 #include "effects/resample.h"
+#include "libraries/loudness_meter.h"
 #include "sound/share_io.h"
 #include "sound/sound_loudness.h"
 #include "support/thread_count.h"
@@ -197,6 +198,25 @@ TEST_F(RangeEffectTest, TruePeaksLieBetweenTheSamplesWhereverTheyAre) {
         EXPECT_NEAR(found->samplePeak, 0.35355, 1e-4);
         EXPECT_NEAR(found->truePeak, 0.5, 0.04) << loudAt;
     }
+}
+
+// It is looked for piece by piece, and no seam may be taken for a peak.
+TEST_F(RangeEffectTest, TheTruePeakIsThatOfTheWholeInOnePass) {
+    const Wave waves[] = {
+        [](unsigned, double t) { return 0.9 * Sine(50, t); },
+        [](unsigned channel, double t) { return (channel ? 0.8 : 0.5) * Sine(11025, t + 1e-5); },
+        [](unsigned, double t) { return t < 0.5 ? 0.1 * Sine(9000, t) : 0.7; },
+    };
+    for (const Wave& wave : waves)
+        for (const unsigned threads : {1u, 3u}) {
+            const ThreadCount count(threads);
+            const auto document = MakeWave({2, 32, 44100}, 1, wave);
+            std::vector<float> shares(std::size_t{2} * document->Sound().GetFrameCount());
+            ReadShares(document->Sound(), 0, shares);
+            LoudnessMeter meter(LoudnessMeter::Finds::kTruePeak, 2, 44100);
+            ASSERT_TRUE(meter.Add(shares));
+            EXPECT_EQ(LoudnessOf(document->Sound())->truePeak, meter.TruePeak()) << threads;
+        }
 }
 
 TEST_F(RangeEffectTest, NormaliseToALoudnessStopsAtTheCeiling) {
