@@ -1,23 +1,29 @@
-// Floats made whole numbers: exactly where all of a sound's floats fit, else with triangular
-// dither, held at full scale.
+// Samples made whole numbers of fewer bits: exactly where all of a sound's samples fit, else with
+// triangular dither, held at full scale.
 #pragma once
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <span>
 
 #include "sound/dither.h"
+#include "sound/nearest.h"
 #include "sound/sample_types.h"
 
 namespace sonavel {
 
-// Whether samples of the type hold each float exactly.
-template <class To>
-bool FloatsFit(std::span<const float> from) {
-    return std::ranges::all_of(from, [](float sample) {
-        const double value = double{sample} * To::kHalfScale;
-        return value >= To::kLeast && value <= To::kGreatest && value == std::nearbyint(value);
+// The value of a sample on the scale of another type.
+template <class From, class To>
+double ScaledTo(typename From::Stored stored) {
+    return static_cast<double>(From::ValueOf(stored)) * To::kHalfScale / From::kHalfScale;
+}
+
+// Whether samples of the other type hold each of these exactly.
+template <class From, class To>
+bool SamplesFit(std::span<const typename From::Stored> from) {
+    return std::ranges::all_of(from, [](auto stored) {
+        const double value = ScaledTo<From, To>(stored);
+        return value >= To::kLeast && value <= To::kGreatest && value == Nearest(value);
     });
 }
 
@@ -25,7 +31,7 @@ bool FloatsFit(std::span<const float> from) {
 template <class To>
 typename To::Stored RoundedAndHeld(double value) {
     const double held = std::clamp<double>(value, To::kLeast, To::kGreatest);
-    return To::StoredOf(static_cast<typename To::Value>(std::lrint(held)));
+    return To::StoredOf(static_cast<typename To::Value>(Nearest(held)));
 }
 
 // Takes a sound's floats piece by piece, and gives what it would have given for all of them at
@@ -37,13 +43,13 @@ class FloatRounder {
     template <class To>
     void Take(std::span<const float> piece, std::span<typename To::Stored> results) {
         const std::size_t before = results.size() - piece.size();
-        if (allFit_ && !FloatsFit<To>(piece)) {
+        if (allFit_ && !SamplesFit<FloatSample, To>(piece)) {
             allFit_ = false;
             for (std::size_t i = 0; i < before; ++i)
                 results[i] = RoundedAndHeld<To>(To::ValueOf(results[i]) + DitherNoise(i));
         }
         for (std::size_t i = 0; i < piece.size(); ++i) {
-            const double value = double{FloatSample::Finite(piece[i])} * To::kHalfScale;
+            const double value = ScaledTo<FloatSample, To>(FloatSample::Finite(piece[i]));
             results[before + i] =
                 RoundedAndHeld<To>(value + (allFit_ ? 0 : DitherNoise(before + i)));
         }

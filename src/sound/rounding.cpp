@@ -1,7 +1,6 @@
 #include "sound/rounding.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <span>
 #include <utility>
@@ -13,31 +12,25 @@
 namespace sonavel {
 namespace {
 
-template <class From, class To>
-double InUnitsOf(typename From::Stored stored) {
-    if constexpr (!kHoldsWholeNumbers<From>) stored = From::Finite(stored);
-    return static_cast<double>(From::ValueOf(stored)) * To::kHalfScale / From::kHalfScale;
-}
-
-template <class From, class To>
-bool AllFit(std::span<const typename From::Stored> from) {
-    return std::ranges::all_of(from, [](auto stored) {
-        const double value = InUnitsOf<From, To>(stored);
-        return value >= To::kLeast && value <= To::kGreatest && value == std::nearbyint(value);
-    });
+template <class Type>
+typename Type::Stored Finite(typename Type::Stored stored) {
+    if constexpr (kHoldsWholeNumbers<Type>)
+        return stored;
+    else
+        return Type::Finite(stored);
 }
 
 template <class From, class To, class Noise>
 void Round(std::span<const typename From::Stored> from, std::span<typename To::Stored> to,
            const Noise& noise) {
     for (std::size_t i = 0; i < from.size(); ++i)
-        to[i] = RoundedAndHeld<To>(InUnitsOf<From, To>(from[i]) + noise(i));
+        to[i] = RoundedAndHeld<To>(ScaledTo<From, To>(Finite<From>(from[i])) + noise(i));
 }
 
 template <class From, class To>
 void RoundAll(std::span<const typename From::Stored> from, std::span<typename To::Stored> to,
               Rounding rounding) {
-    if (rounding == Rounding::kDithered && !AllFit<From, To>(from))
+    if (rounding == Rounding::kDithered && !SamplesFit<From, To>(from))
         Round<From, To>(from, to, [](std::size_t i) { return DitherNoise(i); });
     else
         Round<From, To>(from, to, [](std::size_t) { return 0.0; });

@@ -4,6 +4,7 @@
 #include <type_traits>
 
 #include "platform/vector_clones.h"
+#include "sound/constant_stride.h"
 
 namespace sonavel {
 namespace {
@@ -26,16 +27,6 @@ SampleRun ChannelRun(const Sound& sound, unsigned channel, std::uint32_t startFr
 SampleRun InterleavedRun(const Sound& sound, std::uint32_t startFrame, std::size_t wanted) {
     const SampleRun frames = ChannelRun(sound, 0, startFrame, wanted / sound.GetChannels());
     return {frames.first, 1, frames.count * frames.stride};
-}
-
-// The stride becomes a constant for the loop, which is what lets it vectorise. Inlined, so that the
-// loop belongs to the clones of its caller.
-template <class Loop>
-[[gnu::always_inline]] inline void WithConstantStride(std::size_t stride, const Loop& loop) {
-    if (stride == 1)
-        loop(std::integral_constant<std::size_t, 1>{});
-    else
-        loop(std::integral_constant<std::size_t, 2>{});
 }
 
 // What a stored sample is read as. The choice for byte 0 comes as a number, so that the loop has no

@@ -20,12 +20,12 @@ std::vector<std::int16_t> Rounded(const std::vector<float>& samples) {
 TEST(Dither, AllValuesOf16BitsFitAndComeBack) {
     std::vector<float> samples;
     for (int value = -32768; value <= 32767; ++value) samples.push_back(value * 0x1p-15f);
-    ASSERT_TRUE(FloatsFit<WordSample>(samples));
+    ASSERT_TRUE((SamplesFit<FloatSample, WordSample>(samples)));
     const std::vector<std::int16_t> rounded = Rounded(samples);
     for (int value = -32768; value <= 32767; ++value)
         ASSERT_EQ(rounded[static_cast<std::size_t>(value + 32768)], value);
     for (const float other : {1.0f, 0x1p-16f, 0.1f, -1.0001f, NAN})
-        EXPECT_FALSE(FloatsFit<WordSample>(std::vector<float>{other})) << other;
+        EXPECT_FALSE((SamplesFit<FloatSample, WordSample>(std::vector<float>{other}))) << other;
 }
 
 TEST(Dither, ResultsAreTheNearestOrBesideItAndStayInRange) {
