@@ -1,5 +1,6 @@
 #include "sound/power_spectrum.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <cstring>
@@ -11,8 +12,10 @@
 namespace sonavel {
 namespace {
 
+// Numbers side by side. Said outright, because the compiler leaves most of these loops alone.
 typedef float Four __attribute__((vector_size(16)));
 typedef float Eight __attribute__((vector_size(32)));
+constexpr std::size_t kLanes = 8;  // of Eight
 
 struct Parts {
     float* real;
@@ -24,7 +27,7 @@ template <class Real>
 struct Loaded {
     Real value;
 };
-template <class Real>
+template <class Real = Eight>
 [[gnu::always_inline]] inline Loaded<Real> Load(const float* from) {
     Loaded<Real> loaded;
     std::memcpy(&loaded.value, from, sizeof loaded.value);
@@ -35,73 +38,112 @@ template <class Real>
     std::memcpy(to, &value, sizeof value);
 }
 
-struct Factor {
-    float real, imaginary;
+template <class Real>
+struct Complex {
+    Real real, imaginary;
 };
 
-// Stores w * (real + i imaginary).
-template <class Real>
-[[gnu::always_inline]] inline void PutTurned(const Parts& to, std::size_t at, const Factor& w,
-                                             const Real& real, const Real& imaginary) {
-    Store<Real>(to.real + at, w.real * real - w.imaginary * imaginary);
-    Store<Real>(to.imaginary + at, w.real * imaginary + w.imaginary * real);
+template <class Factor, class Real>
+[[gnu::always_inline]] inline Complex<Real> Turned(const Complex<Factor>& w, const Real& real,
+                                                   const Real& imaginary) {
+    return {w.real * real - w.imaginary * imaginary, w.real * imaginary + w.imaginary * real};
 }
 
-// One transform of the stage: points a quarter apart, `stride` of them side by side with the same
-// factors.
+template <class Factor>
+struct Factors {
+    Complex<Factor> first, second, third;
+};
+
 template <class Real>
-[[gnu::always_inline]] inline void Butterflies(const Parts& in, const Parts& out, std::size_t from,
-                                               std::size_t leg, std::size_t to, std::size_t stride,
-                                               const Factor* w) {
-    constexpr std::size_t kLanes =
-        sizeof(Real) / sizeof(float);  // NOLINT(bugprone-sizeof-expression)
-    for (std::size_t q = 0; q < stride; q += kLanes) {
-        const float* re = in.real + from + q;
-        const float* im = in.imaginary + from + q;
-        const Real ar = Load<Real>(re).value, ai = Load<Real>(im).value;
-        const Real br = Load<Real>(re + leg).value, bi = Load<Real>(im + leg).value;
-        const Real cr = Load<Real>(re + 2 * leg).value, ci = Load<Real>(im + 2 * leg).value;
-        const Real dr = Load<Real>(re + 3 * leg).value, di = Load<Real>(im + 3 * leg).value;
-        const std::size_t at = to + q;
-        Store<Real>(out.real + at, (ar + cr) + (br + dr));
-        Store<Real>(out.imaginary + at, (ai + ci) + (bi + di));
-        PutTurned<Real>(out, at + stride, w[0], (ar - cr) + (bi - di), (ai - ci) - (br - dr));
-        PutTurned<Real>(out, at + 2 * stride, w[1], (ar + cr) - (br + dr), (ai + ci) - (bi + di));
-        PutTurned<Real>(out, at + 3 * stride, w[2], (ar - cr) - (bi - di), (ai - ci) + (br - dr));
-    }
+struct Quartet {
+    Complex<Real> values[4];
+};
+
+// Of points a leg apart from each other.
+template <class Real, class Factor>
+[[gnu::always_inline]] inline Quartet<Real> Butterflies(const Parts& in, std::size_t from,
+                                                        std::size_t leg, const Factors<Factor>& w) {
+    const float* re = in.real + from;
+    const float* im = in.imaginary + from;
+    const Real ar = Load<Real>(re).value, ai = Load<Real>(im).value;
+    const Real br = Load<Real>(re + leg).value, bi = Load<Real>(im + leg).value;
+    const Real cr = Load<Real>(re + 2 * leg).value, ci = Load<Real>(im + 2 * leg).value;
+    const Real dr = Load<Real>(re + 3 * leg).value, di = Load<Real>(im + 3 * leg).value;
+    return {Complex<Real>{(ar + cr) + (br + dr), (ai + ci) + (bi + di)},
+            Turned(w.first, (ar - cr) + (bi - di), (ai - ci) - (br - dr)),
+            Turned(w.second, (ar + cr) - (br + dr), (ai + ci) - (bi + di)),
+            Turned(w.third, (ar - cr) - (bi - di), (ai - ci) + (br - dr))};
+}
+
+// Stores the first lanes of all four, then the second ones, and so on.
+[[gnu::always_inline]] inline void PutTransposed(const Eight& a, const Eight& b, const Eight& c,
+                                                 const Eight& d, float* to) {
+    const Eight lowAB = __builtin_shufflevector(a, b, 0, 8, 1, 9, 2, 10, 3, 11);
+    const Eight highAB = __builtin_shufflevector(a, b, 4, 12, 5, 13, 6, 14, 7, 15);
+    const Eight lowCD = __builtin_shufflevector(c, d, 0, 8, 1, 9, 2, 10, 3, 11);
+    const Eight highCD = __builtin_shufflevector(c, d, 4, 12, 5, 13, 6, 14, 7, 15);
+    const Eight rows[4] = {__builtin_shufflevector(lowAB, lowCD, 0, 1, 8, 9, 2, 3, 10, 11),
+                           __builtin_shufflevector(lowAB, lowCD, 4, 5, 12, 13, 6, 7, 14, 15),
+                           __builtin_shufflevector(highAB, highCD, 0, 1, 8, 9, 2, 3, 10, 11),
+                           __builtin_shufflevector(highAB, highCD, 4, 5, 12, 13, 6, 7, 14, 15)};
+    std::memcpy(to, rows, sizeof rows);
 }
 
 struct Stage {
     Parts in, out;
     std::size_t points, stride;
-    const float* cosines;  // of twice as many points
-    const float* sines;
+    Parts turns;  // e^(-i pi k / points), for half a turn
+    Parts first;  // the first stage's factors side by side: a quarter of the points for each leg
 
-    Factor At(std::size_t k) const { return {cosines[2 * k], sines[2 * k]}; }
+    Complex<float> At(std::size_t k) const { return {turns.real[2 * k], turns.imaginary[2 * k]}; }
 };
 
+// One transform of all points.
+[[gnu::always_inline]] inline void FirstStage(const Stage& stage) {
+    const std::size_t quarter = stage.points / 4;
+    const auto factor = [&](std::size_t at) {
+        return Complex<Eight>{Load(stage.first.real + at).value,
+                              Load(stage.first.imaginary + at).value};
+    };
+    for (std::size_t p = 0; p < quarter; p += kLanes) {
+        const Factors<Eight> w = {factor(p), factor(quarter + p), factor(2 * quarter + p)};
+        const auto [v] = Butterflies<Eight>(stage.in, p, quarter, w);
+        PutTransposed(v[0].real, v[1].real, v[2].real, v[3].real, stage.out.real + 4 * p);
+        PutTransposed(v[0].imaginary, v[1].imaginary, v[2].imaginary, v[3].imaginary,
+                      stage.out.imaginary + 4 * p);
+    }
+}
+
+// A later stage: `stride` transforms lie interleaved, and have the same factors.
 template <class Real>
 [[gnu::always_inline]] inline void RadixFour(const Stage& stage) {
-    const std::size_t quarter = stage.points / stage.stride / 4;
+    constexpr std::size_t kSideBySide =
+        sizeof(Real) / sizeof(float);  // NOLINT(bugprone-sizeof-expression)
+    const std::size_t stride = stage.stride, half = stage.points / 2;
+    const std::size_t quarter = stage.points / stride / 4;
     for (std::size_t p = 0; p < quarter; ++p) {
-        const std::size_t k = p * stage.stride;
-        const std::size_t half = stage.points / 2;
+        const std::size_t k = p * stride;
         // The table ends at half a turn; the third factor may lie behind it.
-        Factor third = stage.At(3 * k < half ? 3 * k : 3 * k - half);
+        Complex<float> third = stage.At(3 * k < half ? 3 * k : 3 * k - half);
         if (3 * k >= half) third = {-third.real, -third.imaginary};
-        const Factor w[3] = {stage.At(k), stage.At(2 * k), third};
-        Butterflies<Real>(stage.in, stage.out, stage.stride * p, stage.stride * quarter,
-                          stage.stride * 4 * p, stage.stride, w);
+        const Factors<float> w = {stage.At(k), stage.At(2 * k), third};
+        for (std::size_t q = 0; q < stride; q += kSideBySide) {
+            const auto [v] = Butterflies<Real>(stage.in, stride * p + q, stride * quarter, w);
+            for (std::size_t leg = 0; leg < 4; ++leg) {
+                const std::size_t at = stride * (4 * p + leg) + q;
+                Store<Real>(stage.out.real + at, v[leg].real);
+                Store<Real>(stage.out.imaginary + at, v[leg].imaginary);
+            }
+        }
     }
 }
 
 [[gnu::always_inline]] inline void RadixTwo(const Stage& stage) {
     const std::size_t half = stage.stride;
-    for (std::size_t q = 0; q < half; q += 8) {
-        const Eight ar = Load<Eight>(stage.in.real + q).value,
-                    br = Load<Eight>(stage.in.real + half + q).value;
-        const Eight ai = Load<Eight>(stage.in.imaginary + q).value;
-        const Eight bi = Load<Eight>(stage.in.imaginary + half + q).value;
+    for (std::size_t q = 0; q < half; q += kLanes) {
+        const Eight ar = Load(stage.in.real + q).value, br = Load(stage.in.real + half + q).value;
+        const Eight ai = Load(stage.in.imaginary + q).value;
+        const Eight bi = Load(stage.in.imaginary + half + q).value;
         Store<Eight>(stage.out.real + q, ar + br);
         Store<Eight>(stage.out.imaginary + q, ai + bi);
         Store<Eight>(stage.out.real + half + q, ar - br);
@@ -109,16 +151,14 @@ template <class Real>
     }
 }
 
-// All stages, from `stage.in` back and forth; tells where the result lies.
-SONAVEL_VECTOR_CLONES
-bool TransformAll(Stage stage) {
-    bool isInFirst = true;
-    for (stage.stride = 1; stage.stride < stage.points; isInFirst = !isInFirst) {
+// All stages, from `stage.in` back and forth; gives the side where the result lies.
+[[gnu::always_inline]] inline Parts TransformAll(Stage stage) {
+    FirstStage(stage);
+    std::swap(stage.in, stage.out);
+    for (stage.stride = 4; stage.stride < stage.points;) {
         const std::size_t left = stage.points / stage.stride;
         if (left == 2)
             RadixTwo(stage);
-        else if (stage.stride == 1)
-            RadixFour<float>(stage);
         else if (stage.stride == 4)
             RadixFour<Four>(stage);
         else
@@ -126,7 +166,50 @@ bool TransformAll(Stage stage) {
         stage.stride *= left == 2 ? 2 : 4;
         std::swap(stage.in, stage.out);
     }
-    return isInFirst;
+    return stage.in;
+}
+
+// Even frames become real parts, odd ones imaginary parts.
+[[gnu::always_inline]] inline void Weigh(const float* frames, const float* window, const Parts& out,
+                                         std::size_t points) {
+    for (std::size_t k = 0; k < points; k += kLanes) {
+        const Eight a = Load(frames + 2 * k).value * Load(window + 2 * k).value;
+        const Eight b = Load(frames + 2 * k + kLanes).value * Load(window + 2 * k + kLanes).value;
+        Store<Eight>(out.real + k, __builtin_shufflevector(a, b, 0, 2, 4, 6, 8, 10, 12, 14));
+        Store<Eight>(out.imaginary + k, __builtin_shufflevector(a, b, 1, 3, 5, 7, 9, 11, 13, 15));
+    }
+}
+
+[[gnu::always_inline]] inline Loaded<Eight> LoadBackwards(const float* from) {
+    const Eight value = Load(from).value;
+    return {__builtin_shufflevector(value, value, 7, 6, 5, 4, 3, 2, 1, 0)};
+}
+
+// The transforms of the even and the odd frames come apart again, and make that of all.
+[[gnu::always_inline]] inline void PutPowers(const Parts& data, const Parts& turns,
+                                             std::size_t points, float* power) {
+    const float lowest = 2 * (data.real[0] + data.imaginary[0]);
+    const float highest = 2 * (data.real[0] - data.imaginary[0]);
+    power[0] = lowest * lowest;
+    power[points] = highest * highest;
+    for (std::size_t next = 1; next < points; next += kLanes) {
+        // The last ones overlap with those before, since bin 0 stands alone.
+        const std::size_t k = std::min(next, points - kLanes);
+        const std::size_t mirrored = points - k - (kLanes - 1);
+        const Eight ar = Load(data.real + k).value, ai = Load(data.imaginary + k).value;
+        const Eight br = LoadBackwards(data.real + mirrored).value;
+        const Eight bi = LoadBackwards(data.imaginary + mirrored).value;
+        const Complex<Eight> w = {Load(turns.real + k).value, Load(turns.imaginary + k).value};
+        const auto odd = Turned<Eight, Eight>(w, ai + bi, br - ar);
+        const Eight real = (ar + br) + odd.real, imaginary = (ai - bi) + odd.imaginary;
+        Store<Eight>(power + k, real * real + imaginary * imaginary);
+    }
+}
+
+SONAVEL_VECTOR_CLONES
+void ComputePowers(const float* frames, const float* window, const Stage& stage, float* power) {
+    Weigh(frames, window, stage.in, stage.points);
+    PutPowers(TransformAll(stage), stage.turns, stage.points, power);
 }
 
 double WindowValue(WindowShape shape, double turn) {
@@ -138,55 +221,42 @@ double WindowValue(WindowShape shape, double turn) {
 
 }  // namespace
 
-PowerSpectrum::PowerSpectrum(unsigned windowFrames, WindowShape shape) : window_(windowFrames) {
-    const std::size_t points = windowFrames / 2;
-    for (Complexes* room : {&twiddles_, &data_, &scratch_}) {
-        room->real.resize(points);
-        room->imaginary.resize(points);
-    }
+PowerSpectrum::PowerSpectrum(unsigned windowFrames, WindowShape shape)
+    : window_(windowFrames),
+      turns_(windowFrames / 2),
+      first_(windowFrames / 8 * 3),
+      data_(windowFrames / 2),
+      scratch_(windowFrames / 2) {
     double sum = 0;
-    for (unsigned frame = 0; frame < windowFrames; ++frame) {
-        window_[frame] = static_cast<float>(WindowValue(shape, double{1} * frame / windowFrames));
-        sum += window_[frame];
-    }
-    for (std::size_t k = 0; k < points; ++k) {
-        const double angle = -2 * std::numbers::pi * static_cast<double>(k) / windowFrames;
-        twiddles_.real[k] = static_cast<float>(std::cos(angle));
-        twiddles_.imaginary[k] = static_cast<float>(std::sin(angle));
-    }
-    scale_ = static_cast<float>(4 / (sum * sum));
+    for (unsigned frame = 0; frame < windowFrames; ++frame)
+        sum += WindowValue(shape, double{1} * frame / windowFrames);
+    for (unsigned frame = 0; frame < windowFrames; ++frame)
+        window_[frame] =
+            static_cast<float>(WindowValue(shape, double{1} * frame / windowFrames) / sum);
+    const std::size_t points = windowFrames / 2;
+    for (std::size_t k = 0; k < points; ++k) turns_.PutTurn(k, k, windowFrames);
+    for (std::size_t leg = 1; leg <= 3; ++leg)
+        for (std::size_t k = 0; k < points / 4; ++k)
+            first_.PutTurn((leg - 1) * points / 4 + k, leg * k, points);
 }
 
-void PowerSpectrum::Transform() {
-    const bool isInFirst = TransformAll({.in = {data_.real.data(), data_.imaginary.data()},
-                                         .out = {scratch_.real.data(), scratch_.imaginary.data()},
-                                         .points = data_.real.size(),
-                                         .stride = 1,
-                                         .cosines = twiddles_.real.data(),
-                                         .sines = twiddles_.imaginary.data()});
-    if (!isInFirst) std::swap(data_, scratch_);
+void PowerSpectrum::Complexes::PutTurn(std::size_t at, std::size_t part, std::size_t parts) {
+    const double angle =
+        -2 * std::numbers::pi * static_cast<double>(part) / static_cast<double>(parts);
+    real[at] = static_cast<float>(std::cos(angle));
+    imaginary[at] = static_cast<float>(std::sin(angle));
 }
 
 void PowerSpectrum::Compute(std::span<const float> frames, std::span<float> power) {
-    const std::size_t points = data_.real.size();
-    for (std::size_t k = 0; k < points; ++k) {
-        data_.real[k] = frames[2 * k] * window_[2 * k];
-        data_.imaginary[k] = frames[2 * k + 1] * window_[2 * k + 1];
-    }
-    Transform();
-    // Even and odd frames went in as real and imaginary parts; their transforms come apart again.
-    for (std::size_t k = 0; k <= points; ++k) {
-        const std::size_t a = k % points, b = (points - k) % points;
-        const float evenReal = data_.real[a] + data_.real[b];
-        const float evenImaginary = data_.imaginary[a] - data_.imaginary[b];
-        const float oddReal = data_.imaginary[a] + data_.imaginary[b];
-        const float oddImaginary = data_.real[b] - data_.real[a];
-        const float wr = k < points ? twiddles_.real[k] : -1;
-        const float wi = k < points ? twiddles_.imaginary[k] : 0;
-        const float real = evenReal + wr * oddReal - wi * oddImaginary;
-        const float imaginary = evenImaginary + wr * oddImaginary + wi * oddReal;
-        power[k] = (real * real + imaginary * imaginary) * scale_ / 4;
-    }
+    const auto parts = [](Complexes& of) { return Parts{of.real.data(), of.imaginary.data()}; };
+    ComputePowers(frames.data(), window_.data(),
+                  {.in = parts(data_),
+                   .out = parts(scratch_),
+                   .points = data_.real.size(),
+                   .stride = 1,
+                   .turns = parts(turns_),
+                   .first = parts(first_)},
+                  power.data());
 }
 
 }  // namespace sonavel

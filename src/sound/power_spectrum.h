@@ -3,6 +3,7 @@
 // ordering, radix 4 with a last step of radix 2).
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -32,14 +33,16 @@ class PowerSpectrum {
 
   private:
     struct Complexes {
+        explicit Complexes(std::size_t count) : real(count), imaginary(count) {}
+        // Sets a value to e^(-2 pi i part / parts).
+        void PutTurn(std::size_t at, std::size_t part, std::size_t parts);
+
         std::vector<float> real, imaginary;
     };
-    void Transform();
 
-    std::vector<float> window_;
-    Complexes twiddles_;  // e^(-2 pi i k / window), for half the window
+    std::vector<float> window_;  // of the sum 1
+    Complexes turns_, first_;    // factors of the transform's stages
     Complexes data_, scratch_;
-    float scale_ = 1;
 };
 
 }  // namespace sonavel

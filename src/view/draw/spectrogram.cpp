@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <functional>
 #include <new>
+#include <span>
 
 #include "platform/parallel.h"
 #include "sound/sample_io.h"
@@ -67,7 +69,25 @@ std::uint8_t LevelOf(float power, float rangeDecibels) {
     // Samples of floats may be anything, also no number.
     const float decibels = 10 * std::log10(power > kLeastPower ? power : kLeastPower);
     const float height = std::clamp(decibels / rangeDecibels + 1, 0.0F, 1.0F);
-    return static_cast<std::uint8_t>(std::lrint(height * 255));
+    return static_cast<std::uint8_t>(height * 255 + 0.5F);
+}
+
+// Several greatest ones side by side, which do not wait for each other.
+float GreatestOf(std::span<const float> powers) {
+    constexpr std::size_t kSideBySide = 8;
+    float greatest[kSideBySide] = {};
+    std::size_t at = 0;
+    for (; at + kSideBySide <= powers.size(); at += kSideBySide)
+        for (std::size_t i = 0; i < kSideBySide; ++i)
+            greatest[i] = powers[at + i] > greatest[i] ? powers[at + i] : greatest[i];
+    for (; at < powers.size(); ++at) greatest[0] = std::max(greatest[0], powers[at]);
+    return *std::ranges::max_element(greatest);
+}
+
+template <class Operation>
+void Combine(std::span<const float> powers, std::span<float> into, const Operation& operation) {
+    for (std::size_t bin = 0; bin < into.size(); ++bin)
+        into[bin] = operation(into[bin], powers[bin]);
 }
 
 }  // namespace
@@ -144,7 +164,7 @@ SpectrogramMaker::SpectrogramMaker(const SpectrogramLook& look, std::uint32_t sa
     : look_(look),
       rate_(samplesPerSecond),
       spectrum_(look.windowFrames, look.shape),
-      shares_(look.windowFrames),
+      values_(look.windowFrames),
       one_(spectrum_.Bins()),
       sum_(spectrum_.Bins()),
       power_(spectrum_.Bins()) {
@@ -173,31 +193,28 @@ SpectrogramMaker::RowBins SpectrogramMaker::BinsOf(unsigned row, unsigned height
 float SpectrogramMaker::PowerOf(const RowBins& bins) const {
     if (bins.first == bins.last)
         return std::lerp(power_[bins.first], power_[bins.first + 1], bins.share);
-    return *std::max_element(power_.begin() + bins.first, power_.begin() + bins.last + 1);
+    return GreatestOf(std::span(power_).subspan(bins.first, bins.last + 1 - bins.first));
 }
 
-void SpectrogramMaker::AddWindow(const SpectrogramFrames& frames, unsigned channel,
-                                 std::uint32_t start) {
-    ReadChannel(frames.sound, channel, start, shares_, EightBitReading::kFull);
-    const auto scale = static_cast<float>(1.0 / LimitsOfSamples(frames.sound.GetBits()).greatest);
-    for (float& share : shares_) share *= scale;
-    spectrum_.Compute(shares_, one_);
-    for (std::size_t bin = 0; bin < one_.size(); ++bin) sum_[bin] += one_[bin];
+// The sum of the channels' powers.
+void SpectrogramMaker::ComputeWindow(const SpectrogramFrames& frames, std::uint32_t start,
+                                     Channels channels, std::vector<float>& sum) {
+    for (unsigned i = 0; i < channels.count; ++i) {
+        ReadChannel(frames.sound, channels.first + i, start, values_, EightBitReading::kFull);
+        spectrum_.Compute(values_, i == 0 ? sum : one_);
+        if (i > 0) Combine(one_, sum, std::plus<float>());
+    }
 }
 
-// The mean power of the channels, the greatest of a column's windows.
+// Of the channels together, the greatest of a column's windows.
 void SpectrogramMaker::ComputeColumn(const SpectrogramFrames& frames, unsigned column,
                                      Channels channels) {
-    std::ranges::fill(power_, 0.0F);
-    for (unsigned window = 0; window < frames.windowsPerColumn; ++window) {
-        const std::uint32_t start = frames.starts[column * frames.windowsPerColumn + window];
-        std::ranges::fill(sum_, 0.0F);
-        for (unsigned i = 0; i < channels.count; ++i) AddWindow(frames, channels.first + i, start);
-        for (std::size_t bin = 0; bin < sum_.size(); ++bin)
-            power_[bin] = std::max(power_[bin], sum_[bin]);
+    const std::size_t first = std::size_t{column} * frames.windowsPerColumn;
+    ComputeWindow(frames, frames.starts[first], channels, power_);
+    for (unsigned window = 1; window < frames.windowsPerColumn; ++window) {
+        ComputeWindow(frames, frames.starts[first + window], channels, sum_);
+        Combine(sum_, power_, [](float a, float b) { return a > b ? a : b; });
     }
-    const float share = 1.0F / static_cast<float>(channels.count);
-    for (float& sum : power_) sum *= share;
 }
 
 SpectrogramPicture SpectrogramMaker::Make(const SpectrogramFrames& frames, Channels channels) {
@@ -205,11 +222,13 @@ SpectrogramPicture SpectrogramMaker::Make(const SpectrogramFrames& frames, Chann
     SpectrogramPicture picture{frames.columns, height, {}};
     picture.levels.resize(std::size_t{frames.columns} * height);
     const auto range = static_cast<float>(look_.rangeDecibels);
+    const double fullScale = LimitsOfSamples(frames.sound.GetBits()).greatest;
+    const auto unit = static_cast<float>(1 / (fullScale * fullScale * channels.count));
     for (unsigned column = 0; column < frames.columns; ++column) {
         ComputeColumn(frames, column, channels);
         for (unsigned row = 0; row < height; ++row)
             picture.levels[std::size_t{row} * frames.columns + column] =
-                LevelOf(PowerOf(rows_[row]), range);
+                LevelOf(PowerOf(rows_[row]) * unit, range);
     }
     return picture;
 }

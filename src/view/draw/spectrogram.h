@@ -104,7 +104,8 @@ class SpectrogramMaker {
 
     RowBins BinsOf(unsigned row, unsigned height) const;
     float PowerOf(const RowBins& bins) const;
-    void AddWindow(const SpectrogramFrames& frames, unsigned channel, std::uint32_t start);
+    void ComputeWindow(const SpectrogramFrames& frames, std::uint32_t start, Channels channels,
+                       std::vector<float>& sum);
     void ComputeColumn(const SpectrogramFrames& frames, unsigned column, Channels channels);
     SpectrogramPicture Make(const SpectrogramFrames& frames, Channels channels);
 
@@ -112,7 +113,8 @@ class SpectrogramMaker {
     std::uint32_t rate_;
     PowerSpectrum spectrum_;
     std::vector<RowBins> rows_;
-    std::vector<float> shares_, one_, sum_, power_;
+    std::vector<float> values_;             // of a window, in units of the samples
+    std::vector<float> one_, sum_, power_;  // by bin
 };
 
 // The whole range in one picture, on all cores; fails when memory is short.
