@@ -103,6 +103,10 @@ constexpr Setting kRows[] = {
      "Beside the waveform stands a ruler of levels."},
     {SettingId::kCentreLine, kDisplay, kItems, "CENTER LINE", kFlag, "1",
      "Every channel has a line at level 0."},
+    {SettingId::kOverview, kDisplay, kItems, "OVERVIEW", kInteger, "0",
+     "A strip over the waveform shows the whole sound: 0 of sounds longer than ten minutes, 1 of "
+     "all, 2 of none.",
+     0, 2, 0},
     {SettingId::kSoundPicture, kDisplay, kSpectrogram, "SOUND PICTURE", kInteger, "0",
      "Sounds are first shown as 0 waveform, 1 spectrogram, 2 both.", 0, 2, 0},
     {SettingId::kSpectrumWindow, kDisplay, kSpectrogram, "WINDOW LENGTH", kInteger, "2048",

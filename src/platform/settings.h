@@ -45,6 +45,7 @@ enum class SettingId : std::size_t {
     kHorizontalRuler,
     kVerticalRuler,
     kCentreLine,
+    kOverview,
     kSoundPicture,
     kSpectrumWindow,
     kSpectrumShape,

@@ -31,6 +31,7 @@ void CSoundView::Show(int width, int height) {
 
 void CSoundView::TakeSettings() {
     settings_.Load(document_.Services().folder.Display().Read(), document_.OptionsText());
+    pictures_.TakeOverview(settings_.display.overview);
     repaint_.Window().OnColoursChanged();
 }
 
@@ -57,6 +58,7 @@ Outcome CSoundView::SetStatusFormat(StatusFormat format) {
 
 void CSoundView::ShowChosen(const ViewChoice& choice) {
     settings_.Take(choice);
+    pictures_.TakeOverview(settings_.display.overview);
     playing_.RefreshPlayState();
     repaint_.Area(ViewArea::kAll);
     repaint_.Window().OnSelectionChanged();
@@ -101,6 +103,12 @@ Outcome ShowAs(CSoundView& view, SoundPicture picture) {
     view.Resize(view.State().Client().Width(), view.State().Client().Height());
     ProfileFile display = view.Document().Services().folder.Display();
     return DoneIf(WriteSoundPicture(display, picture), "Display.ini cannot be written.");
+}
+
+Outcome StoreOverview(CSoundView& view, OverviewOf overview) {
+    view.Host().OnChosen(overview);
+    ProfileFile display = view.Document().Services().folder.Display();
+    return DoneIf(WriteOverview(display, overview), "Display.ini cannot be written.");
 }
 
 Outcome StoreSpectrogram(CSoundView& view, const SpectrogramSettings& settings) {

@@ -100,6 +100,9 @@ void ZoomDefault(CSoundView& view);
 // Shows the view's sound so, and notes it in Display.ini for sounds that are opened later. Fails
 // when it cannot be written; it holds all the same.
 Outcome ShowAs(CSoundView& view, SoundPicture picture);
+// Stores over which sounds the strip with the whole sound stands and has every open view take it,
+// likewise.
+Outcome StoreOverview(CSoundView& view, OverviewOf overview);
 // Stores how spectrograms look and has every open view take it, likewise.
 Outcome StoreSpectrogram(CSoundView& view, const SpectrogramSettings& settings);
 

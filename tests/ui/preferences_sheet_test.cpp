@@ -13,6 +13,8 @@
 #include "support/fake_wave_devices.h"
 #include "support/qt_test_application.h"
 #include "support/sound_files.h"
+#include "view/state/display_settings.h"
+#include "view/state/spectrogram_settings.h"
 
 namespace sonavel {
 namespace {
@@ -59,7 +61,7 @@ class PreferencesSheetTest : public ::testing::Test {
         return {{1, "Edit > One", "Ctrl+A"}, {2, "Edit > Two", "Ctrl+B"}};
     }
 
-    enum { kDisplay, kGeneral, kGrid, kWave, k3D, kKeysPage };
+    enum { kDisplay, kGeneral, kGrid, kWave, k3D, kKeysPage, kSpectrogram };
 
     TemporaryFolder files_;
     ProgramFolder folder_{files_.Path()};
@@ -151,6 +153,23 @@ TEST_F(PreferencesSheetTest, EverySettingOnThePagesIsExplained) {
     for (const Setting& row : AllSettings())
         EXPECT_EQ(explained.contains(Utf8Text(row.explanation)), row.kind != SettingKind::kText)
             << row.key;
+}
+
+TEST_F(PreferencesSheetTest, SpectrogramsAreChosenAsInTheirDialog) {
+    const SpectrogramSettings before{
+        .look = {.windowFrames = 8192, .scale = FrequencyScale::kMel, .rangeDecibels = 75},
+        .palette = SpectrumPalette::kIce};
+    ProfileFile display = folder_.Display();
+    ASSERT_TRUE(before.Write(display));
+    ASSERT_TRUE(WriteOverview(display, OverviewOf::kNoSound));
+    QWidget& page = Page(kSpectrogram);
+    Nth<QComboBox>(page, 1).setCurrentIndex(1);
+    Nth<QComboBox>(page, 3).setCurrentIndex(1);
+    Button(QDialogButtonBox::Apply).click();
+    SpectrogramSettings after = before;
+    after.look.shape = WindowShape::kBlackmanHarris;
+    EXPECT_EQ(SpectrogramSettings::Read(folder_.Display().Read()), after);
+    EXPECT_EQ(DisplaySettings::Read(folder_.Display().Read()).overview, OverviewOf::kAllSounds);
 }
 
 TEST_F(PreferencesSheetTest, FilesThatCannotBeWrittenKeepTheSheetOpen) {

@@ -234,8 +234,18 @@ TEST_F(SoundPictureTest, LongSoundsHaveAnOverviewUntilToldOtherwise) {
     EXPECT_TRUE(Commands().StateOfCommand(view_command::kOverview).checked);
     ASSERT_TRUE(Run(view_command::kOverview));
     EXPECT_FALSE(View().Pictures().ShowsOverview());
+    OpenRamp(600 * 1000 + 1);
+    EXPECT_FALSE(View().Pictures().ShowsOverview()) << "as chosen, after another start";
     ASSERT_TRUE(Run(view_command::kOverview));
     EXPECT_TRUE(View().Pictures().ShowsOverview());
+    OpenRamp(1000);
+    EXPECT_TRUE(View().Pictures().ShowsOverview());
+    ProfileFile display = folder.Display();
+    ASSERT_TRUE(WriteOverview(display, OverviewOf::kLongSounds));
+    Watch();
+    View().ReloadSettings();
+    EXPECT_FALSE(View().Pictures().ShowsOverview());
+    EXPECT_EQ(window.overviews, 1);
 }
 
 }  // namespace

@@ -24,6 +24,7 @@ struct FakeWindow : SoundViewObserver, PeakObserver {
     int scrollChanges = 0;
     int selectionChanges = 0;
     int transportChanges = 0;
+    int overviews = 0;
     std::vector<std::string> texts;
     std::vector<WaitCursor> waitCursors;
     std::vector<std::pair<int, int>> peaks;
@@ -38,6 +39,7 @@ struct FakeWindow : SoundViewObserver, PeakObserver {
         peaks.emplace_back(left, right);
     }
     void OnTransportChanged() override { ++transportChanges; }
+    void OnOverviewChanged() override { ++overviews; }
 };
 
 // What tests of one view and of several have in common.

@@ -5,11 +5,11 @@
 #include <QLabel>
 #include <QSpinBox>
 #include <QVBoxLayout>
-#include <functional>
 #include <vector>
 
 #include "app/preferences/preferences.h"
 #include "view/ui/form_dialog.h"
+#include "view/ui/setting_control.h"
 
 namespace sonavel {
 
@@ -41,14 +41,6 @@ class NumberField : public QWidget {
     QLabel* unit_;
     QString zeroText_;
     FieldHint* refusal_;
-};
-
-// How a control stands for a setting's number.
-struct SettingControl {
-    SettingId setting;
-    QWidget* widget;
-    std::function<void(int)> show;
-    std::function<int()> number;
 };
 
 class OptionPage : public QWidget {

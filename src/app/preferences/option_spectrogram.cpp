@@ -1,10 +1,8 @@
 #include "app/preferences/option_spectrogram.h"
 
 #include <QGroupBox>
-#include <algorithm>
-#include <bit>
 
-#include "sound/power_spectrum.h"
+#include "view/ui/spectrogram_fields.h"
 
 namespace sonavel {
 
@@ -21,36 +19,18 @@ QWidget* COptionSpectrogram::MakeView() {
     form->addRow(
         tr("&First shown as:"),
         AddChoice(SettingId::kSoundPicture, {tr("Waveform"), tr("Spectrogram"), tr("Both")}));
+    form->addRow(tr("O&verview:"),
+                 AddChoice(SettingId::kOverview, {tr("Of sounds longer than ten minutes"),
+                                                  tr("Of all sounds"), tr("Of no sound")}));
     return group;
 }
 
 QWidget* COptionSpectrogram::MakeLook() {
     auto* group = new QGroupBox(tr("Spectrograms"), this);
-    auto* form = new QFormLayout(group);
-    form->addRow(tr("&Window length:"), AddWindowLength());
-    form->addRow(tr("Window &shape:"),
-                 AddChoice(SettingId::kSpectrumShape, {tr("Hann"), tr("Blackman-Harris")}));
-    form->addRow(tr("Fre&quencies:"), AddChoice(SettingId::kSpectrumScale,
-                                                {tr("Linear"), tr("Logarithmic"), tr("Mel")}));
-    form->addRow(tr("&Range:"), AddNumber(SettingId::kSpectrumRange, 5, tr("dB")));
-    form->addRow(tr("&Colors:"), AddChoice(SettingId::kSpectrumPalette, {tr("Ember"), tr("Ice")}));
+    auto* fields = new SpectrogramFields(*new QFormLayout(group), this);
+    connect(fields, &SpectrogramFields::Edited, this, &OptionPage::Edited);
+    for (const SettingControl& field : fields->Controls()) AddControl(field);
     return group;
-}
-
-// Powers of two; a number between two in the file is the lower one.
-QComboBox* COptionSpectrogram::AddWindowLength() {
-    auto* box = new QComboBox(this);
-    for (unsigned frames = kLeastSpectrumWindow; frames <= kGreatestSpectrumWindow; frames *= 2)
-        box->addItem(tr("%1 samples").arg(frames));
-    connect(box, &QComboBox::currentIndexChanged, this, &OptionPage::Edited);
-    AddControl(
-        {SettingId::kSpectrumWindow, box,
-         [box](int number) {
-             const auto frames = static_cast<unsigned>(std::max(number, int{kLeastSpectrumWindow}));
-             box->setCurrentIndex(std::bit_width(frames) - std::bit_width(kLeastSpectrumWindow));
-         },
-         [box] { return static_cast<int>(kLeastSpectrumWindow) << box->currentIndex(); }});
-    return box;
 }
 
 }  // namespace sonavel

@@ -14,7 +14,6 @@ class COptionSpectrogram : public OptionPage {
   private:
     QWidget* MakeView();
     QWidget* MakeLook();
-    QComboBox* AddWindowLength();
 };
 
 }  // namespace sonavel

@@ -130,8 +130,8 @@ Outcome ZoomSelection(CSoundView& view) {
 }
 
 Outcome SwitchOverview(CSoundView& view) {
-    view.Pictures().ShowOverview(!view.Pictures().ShowsOverview());
-    return Done();
+    return StoreOverview(
+        view, view.Pictures().ShowsOverview() ? OverviewOf::kNoSound : OverviewOf::kAllSounds);
 }
 
 Outcome GoToTyped(CSoundView& view, std::string_view text) {

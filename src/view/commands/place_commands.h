@@ -22,7 +22,7 @@ Outcome GoToPreviousZoom(CSoundView& view);
 Outcome GoToNextZoom(CSoundView& view);
 // Fills the window with the selection.
 Outcome ZoomSelection(CSoundView& view);
-// Shows the strip with the whole sound, or hides it.
+// Shows the strip with the whole sound, or hides it, of all sounds.
 Outcome SwitchOverview(CSoundView& view);
 
 // What is typed into the status bar: a place, to which the cursor goes, or two with " - " or "to"

@@ -9,11 +9,17 @@ DisplaySettings DisplaySettings::Read(const SettingValues& display) {
         .centreLine = display[SettingId::kCentreLine],
         .picture = static_cast<SoundPicture>(
             RowOf(SettingId::kSoundPicture).Effective(display[SettingId::kSoundPicture])),
+        .overview = static_cast<OverviewOf>(
+            RowOf(SettingId::kOverview).Effective(display[SettingId::kOverview])),
     };
 }
 
 bool WriteSoundPicture(ProfileFile& display, SoundPicture picture) {
     return WriteNumber(display, SettingId::kSoundPicture, static_cast<int>(picture));
+}
+
+bool WriteOverview(ProfileFile& display, OverviewOf overview) {
+    return WriteNumber(display, SettingId::kOverview, static_cast<int>(overview));
 }
 
 GridSettings GridSettings::Read(const SettingValues& options) {

@@ -9,11 +9,15 @@ namespace sonavel {
 // What a view shows of its sound.
 enum class SoundPicture { kWaveform = 0, kSpectrogram = 1, kBoth = 2 };
 
+// Over which waveforms stands the strip with the whole sound.
+enum class OverviewOf { kLongSounds = 0, kAllSounds = 1, kNoSound = 2 };
+
 struct DisplaySettings {
     int horizontalRuler = 1;
     int verticalRuler = 1;
     int centreLine = 1;
     SoundPicture picture = SoundPicture::kWaveform;  // of a view that is shown first
+    OverviewOf overview = OverviewOf::kLongSounds;
 
     static DisplaySettings Read(const SettingValues& display);
 };
@@ -35,6 +39,7 @@ struct GridSettings {
 };
 
 bool WriteSoundPicture(ProfileFile& display, SoundPicture picture);
+bool WriteOverview(ProfileFile& display, OverviewOf overview);
 
 enum class StatusFormat { kSample = 0, kTime = 1, kSecond = 2 };
 

@@ -2,7 +2,6 @@
 
 #include <bit>
 #include <cmath>
-#include <utility>
 
 namespace sonavel {
 namespace {
@@ -23,16 +22,22 @@ SpectrogramSettings SpectrogramSettings::Read(const SettingValues& display) {
         .palette = static_cast<SpectrumPalette>(NumberOf(display, SettingId::kSpectrumPalette))};
 }
 
+void SpectrogramSettings::PutInto(SettingValues& display) const {
+    display[SettingId::kSpectrumWindow] = static_cast<int>(look.windowFrames);
+    display[SettingId::kSpectrumShape] = static_cast<int>(look.shape);
+    display[SettingId::kSpectrumScale] = static_cast<int>(look.scale);
+    display[SettingId::kSpectrumRange] = static_cast<int>(std::lround(look.rangeDecibels));
+    display[SettingId::kSpectrumPalette] = static_cast<int>(palette);
+}
+
 Outcome SpectrogramSettings::Write(ProfileFile& display) const {
-    const std::pair<SettingId, int> numbers[] = {
-        {SettingId::kSpectrumWindow, static_cast<int>(look.windowFrames)},
-        {SettingId::kSpectrumShape, static_cast<int>(look.shape)},
-        {SettingId::kSpectrumScale, static_cast<int>(look.scale)},
-        {SettingId::kSpectrumRange, static_cast<int>(std::lround(look.rangeDecibels))},
-        {SettingId::kSpectrumPalette, static_cast<int>(palette)},
-    };
+    using enum SettingId;
+    SettingValues numbers;
+    PutInto(numbers);
     bool written = true;
-    for (const auto& [id, number] : numbers) written = WriteNumber(display, id, number) && written;
+    for (const SettingId id :
+         {kSpectrumWindow, kSpectrumShape, kSpectrumScale, kSpectrumRange, kSpectrumPalette})
+        written = WriteNumber(display, id, numbers[id]) && written;
     return DoneIf(written, "Display.ini cannot be written.");
 }
 

@@ -14,6 +14,7 @@ struct SpectrogramSettings {
 
     // Numbers out of range give way to the shipped ones, a length between two to the shorter.
     static SpectrogramSettings Read(const SettingValues& display);
+    void PutInto(SettingValues& display) const;
     // Fails when the file cannot be written.
     Outcome Write(ProfileFile& display) const;
     bool operator==(const SpectrogramSettings&) const = default;

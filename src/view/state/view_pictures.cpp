@@ -1,5 +1,7 @@
 #include "view/state/view_pictures.h"
 
+#include <utility>
+
 namespace sonavel {
 
 void ViewPictures::Choose(SoundPicture picture) {
@@ -9,12 +11,12 @@ void ViewPictures::Choose(SoundPicture picture) {
 
 bool ViewPictures::ShowsOverview() const {
     constexpr double kLongSeconds = 600;
-    return overview_.value_or(sound_.GetDuration() > kLongSeconds);
+    if (overview_ == OverviewOf::kLongSounds) return sound_.GetDuration() > kLongSeconds;
+    return overview_ == OverviewOf::kAllSounds;
 }
 
-void ViewPictures::ShowOverview(bool shown) {
-    overview_ = shown;
-    notes_.Window().OnOverviewChanged();
+void ViewPictures::TakeOverview(OverviewOf overview) {
+    if (std::exchange(overview_, overview) != overview) notes_.Window().OnOverviewChanged();
 }
 
 }  // namespace sonavel

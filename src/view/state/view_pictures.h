@@ -1,8 +1,6 @@
 // Which pictures of its sound a view shows, and the tiles of its spectrogram.
 #pragma once
 
-#include <optional>
-
 #include "sound/wave.h"
 #include "view/draw/spectrogram_tiles.h"
 #include "view/state/display_settings.h"
@@ -21,16 +19,15 @@ class ViewPictures {
     // What has been computed of the spectrogram, for whoever draws it.
     SpectrogramTiles& Tiles() const { return tiles_; }
 
-    // The strip over the waveform with the whole sound: at first only of one of more than ten
-    // minutes.
+    // The strip over the waveform with the whole sound.
     bool ShowsOverview() const;
-    void ShowOverview(bool shown);
+    void TakeOverview(OverviewOf overview);
 
   private:
     const CWave& sound_;
     const RepaintNotes& notes_;
     SoundPicture now_ = SoundPicture::kWaveform;
-    std::optional<bool> overview_;
+    OverviewOf overview_ = OverviewOf::kLongSounds;
     mutable SpectrogramTiles tiles_;
 };
 

@@ -20,6 +20,7 @@ void ViewSettings::Load(const ProfileText& displayFile, const ProfileText& optio
 void ViewSettings::Take(const ViewChoice& choice) {
     if (const auto* format = std::get_if<StatusFormat>(&choice)) statusFormat = *format;
     if (const auto* look = std::get_if<SpectrogramSettings>(&choice)) spectrogram = *look;
+    if (const auto* overview = std::get_if<OverviewOf>(&choice)) display.overview = *overview;
     if (const auto* one = std::get_if<SwitchChoice>(&choice))
         switches[static_cast<std::size_t>(one->which)] = one->turned;
 }

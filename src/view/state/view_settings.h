@@ -26,7 +26,7 @@ struct SwitchChoice {
     Turned turned = Turned::kOff;
 };
 // What is chosen in one view and holds for all of them.
-using ViewChoice = std::variant<StatusFormat, SpectrogramSettings, SwitchChoice>;
+using ViewChoice = std::variant<StatusFormat, SpectrogramSettings, SwitchChoice, OverviewOf>;
 
 struct ViewSettings {
     DisplaySettings display;

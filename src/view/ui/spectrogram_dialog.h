@@ -2,12 +2,12 @@
 // once.
 #pragma once
 
-#include <QComboBox>
-
 #include "view/state/spectrogram_settings.h"
 #include "view/ui/form_dialog.h"
 
 namespace sonavel {
+
+class SpectrogramFields;
 
 class SpectrogramDialog : public FormDialog {
     Q_OBJECT
@@ -20,14 +20,7 @@ class SpectrogramDialog : public FormDialog {
     void Changed();
 
   private:
-    QComboBox* AddChoice(QFormLayout& form, const QString& label, SettingId setting,
-                         const QStringList& texts, int chosen);
-
-    QComboBox* window_;
-    QComboBox* shape_;
-    QComboBox* scale_;
-    QSpinBox* range_;
-    QComboBox* palette_;
+    SpectrogramFields* fields_;
 };
 
 }  // namespace sonavel
