@@ -116,6 +116,7 @@ BENCHMARK(BM_SpectrogramOfAnHour)
     ->Arg(256)
     ->Arg(2048)
     ->Arg(16384)
+    ->MeasureProcessCPUTime()
     ->UseRealTime()
     ->Unit(benchmark::kMillisecond);
 
@@ -137,6 +138,7 @@ BENCHMARK(BM_BareTransformsOfAnHour)
     ->Arg(256)
     ->Arg(2048)
     ->Arg(16384)
+    ->MeasureProcessCPUTime()
     ->UseRealTime()
     ->Unit(benchmark::kMillisecond);
 

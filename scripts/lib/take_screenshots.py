@@ -67,6 +67,7 @@ PICTURES = [
     Picture("modulator", "ctrl+k ?Find m o d u l Return", "^Modulator"),
     Picture("palette", "ctrl+k ?Find e x p", "^Find Command"),
     Picture("keys", "alt+e y", "^Keys"),
+    Picture("run-script", "ctrl+k ?Find r u n space s c r Return", "^Run Script"),
     Picture("fade-in", "ctrl+k ?Find f a d e Return", "^Fade"),
     Picture("normalise", "ctrl+k ?Find n o r m Return", "^Normalise"),
     Picture("tempo", "ctrl+k ?Find t e m p o Return", "^Tempo"),

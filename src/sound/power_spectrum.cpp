@@ -13,7 +13,6 @@ namespace sonavel {
 namespace {
 
 // Numbers side by side. Said outright, because the compiler leaves most of these loops alone.
-typedef float Four __attribute__((vector_size(16)));
 typedef float Eight __attribute__((vector_size(32)));
 constexpr std::size_t kLanes = 8;  // of Eight
 
@@ -93,20 +92,27 @@ struct Stage {
     Parts in, out;
     std::size_t points, stride;
     Parts turns;  // e^(-i pi k / points), for half a turn
-    Parts first;  // the first stage's factors side by side: a quarter of the points for each leg
+    // Factors of the first two stages, side by side as they are used: a quarter of the points for
+    // each leg.
+    Parts first, second;
 
     Complex<float> At(std::size_t k) const { return {turns.real[2 * k], turns.imaginary[2 * k]}; }
 };
 
+[[gnu::always_inline]] inline Factors<Eight> LoadFactors(const Parts& table, std::size_t at,
+                                                         std::size_t quarter) {
+    const float* re = table.real + at;
+    const float* im = table.imaginary + at;
+    return {{Load(re).value, Load(im).value},
+            {Load(re + quarter).value, Load(im + quarter).value},
+            {Load(re + 2 * quarter).value, Load(im + 2 * quarter).value}};
+}
+
 // One transform of all points.
 [[gnu::always_inline]] inline void FirstStage(const Stage& stage) {
     const std::size_t quarter = stage.points / 4;
-    const auto factor = [&](std::size_t at) {
-        return Complex<Eight>{Load(stage.first.real + at).value,
-                              Load(stage.first.imaginary + at).value};
-    };
     for (std::size_t p = 0; p < quarter; p += kLanes) {
-        const Factors<Eight> w = {factor(p), factor(quarter + p), factor(2 * quarter + p)};
+        const auto w = LoadFactors(stage.first, p, quarter);
         const auto [v] = Butterflies<Eight>(stage.in, p, quarter, w);
         PutTransposed(v[0].real, v[1].real, v[2].real, v[3].real, stage.out.real + 4 * p);
         PutTransposed(v[0].imaginary, v[1].imaginary, v[2].imaginary, v[3].imaginary,
@@ -114,11 +120,27 @@ struct Stage {
     }
 }
 
+// Four transforms lie interleaved; a vector holds two points of each.
+[[gnu::always_inline]] inline void SecondStage(const Stage& stage) {
+    constexpr std::size_t kHalf = kLanes / 2;
+    const std::size_t quarter = stage.points / 4;
+    const auto put = [](const Eight& values, float* to) {
+        std::memcpy(to, &values, sizeof values / 2);
+        std::memcpy(to + 4 * kHalf, reinterpret_cast<const float*>(&values) + kHalf,
+                    sizeof values / 2);
+    };
+    for (std::size_t p = 0; p < quarter; p += kLanes) {
+        const auto [v] =
+            Butterflies<Eight>(stage.in, p, quarter, LoadFactors(stage.second, p, quarter));
+        for (std::size_t leg = 0; leg < 4; ++leg) {
+            put(v[leg].real, stage.out.real + 4 * p + kHalf * leg);
+            put(v[leg].imaginary, stage.out.imaginary + 4 * p + kHalf * leg);
+        }
+    }
+}
+
 // A later stage: `stride` transforms lie interleaved, and have the same factors.
-template <class Real>
 [[gnu::always_inline]] inline void RadixFour(const Stage& stage) {
-    constexpr std::size_t kSideBySide =
-        sizeof(Real) / sizeof(float);  // NOLINT(bugprone-sizeof-expression)
     const std::size_t stride = stage.stride, half = stage.points / 2;
     const std::size_t quarter = stage.points / stride / 4;
     for (std::size_t p = 0; p < quarter; ++p) {
@@ -127,12 +149,12 @@ template <class Real>
         Complex<float> third = stage.At(3 * k < half ? 3 * k : 3 * k - half);
         if (3 * k >= half) third = {-third.real, -third.imaginary};
         const Factors<float> w = {stage.At(k), stage.At(2 * k), third};
-        for (std::size_t q = 0; q < stride; q += kSideBySide) {
-            const auto [v] = Butterflies<Real>(stage.in, stride * p + q, stride * quarter, w);
+        for (std::size_t q = 0; q < stride; q += kLanes) {
+            const auto [v] = Butterflies<Eight>(stage.in, stride * p + q, stride * quarter, w);
             for (std::size_t leg = 0; leg < 4; ++leg) {
                 const std::size_t at = stride * (4 * p + leg) + q;
-                Store<Real>(stage.out.real + at, v[leg].real);
-                Store<Real>(stage.out.imaginary + at, v[leg].imaginary);
+                Store<Eight>(stage.out.real + at, v[leg].real);
+                Store<Eight>(stage.out.imaginary + at, v[leg].imaginary);
             }
         }
     }
@@ -155,14 +177,14 @@ template <class Real>
 [[gnu::always_inline]] inline Parts TransformAll(Stage stage) {
     FirstStage(stage);
     std::swap(stage.in, stage.out);
-    for (stage.stride = 4; stage.stride < stage.points;) {
+    SecondStage(stage);
+    std::swap(stage.in, stage.out);
+    for (stage.stride = 16; stage.stride < stage.points;) {
         const std::size_t left = stage.points / stage.stride;
         if (left == 2)
             RadixTwo(stage);
-        else if (stage.stride == 4)
-            RadixFour<Four>(stage);
         else
-            RadixFour<Eight>(stage);
+            RadixFour(stage);
         stage.stride *= left == 2 ? 2 : 4;
         std::swap(stage.in, stage.out);
     }
@@ -225,6 +247,7 @@ PowerSpectrum::PowerSpectrum(unsigned windowFrames, WindowShape shape)
     : window_(windowFrames),
       turns_(windowFrames / 2),
       first_(windowFrames / 8 * 3),
+      second_(windowFrames / 8 * 3),
       data_(windowFrames / 2),
       scratch_(windowFrames / 2) {
     double sum = 0;
@@ -236,8 +259,11 @@ PowerSpectrum::PowerSpectrum(unsigned windowFrames, WindowShape shape)
     const std::size_t points = windowFrames / 2;
     for (std::size_t k = 0; k < points; ++k) turns_.PutTurn(k, k, windowFrames);
     for (std::size_t leg = 1; leg <= 3; ++leg)
-        for (std::size_t k = 0; k < points / 4; ++k)
-            first_.PutTurn((leg - 1) * points / 4 + k, leg * k, points);
+        for (std::size_t k = 0; k < points / 4; ++k) {
+            const std::size_t at = (leg - 1) * points / 4 + k;
+            first_.PutTurn(at, leg * k, points);
+            second_.PutTurn(at, leg * (k / 4) * 4, points);
+        }
 }
 
 void PowerSpectrum::Complexes::PutTurn(std::size_t at, std::size_t part, std::size_t parts) {
@@ -255,7 +281,8 @@ void PowerSpectrum::Compute(std::span<const float> frames, std::span<float> powe
                    .points = data_.real.size(),
                    .stride = 1,
                    .turns = parts(turns_),
-                   .first = parts(first_)},
+                   .first = parts(first_),
+                   .second = parts(second_)},
                   power.data());
 }
 

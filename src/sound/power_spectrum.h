@@ -41,7 +41,8 @@ class PowerSpectrum {
     };
 
     std::vector<float> window_;  // of the sum 1
-    Complexes turns_, first_;    // factors of the transform's stages
+    // Factors of the transform's stages.
+    Complexes turns_, first_, second_;
     Complexes data_, scratch_;
 };
 

@@ -1,6 +1,7 @@
 #include "view/draw/spectrogram.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstring>
 #include <functional>
@@ -8,6 +9,7 @@
 #include <span>
 
 #include "platform/parallel.h"
+#include "platform/vector_clones.h"
 #include "sound/sample_io.h"
 #include "sound/sample_types.h"
 
@@ -64,12 +66,38 @@ void CopyFrames(const Sound& from, std::int64_t start, Sound& to, std::size_t at
 
 // --- Computing
 
-std::uint8_t LevelOf(float power, float rangeDecibels) {
-    constexpr float kLeastPower = 1e-20F;
-    // Samples of floats may be anything, also no number.
-    const float decibels = 10 * std::log10(power > kLeastPower ? power : kLeastPower);
-    const float height = std::clamp(decibels / rangeDecibels + 1, 0.0F, 1.0F);
-    return static_cast<std::uint8_t>(height * 255 + 0.5F);
+// The binary logarithm to 0.0001, of what is a number above 1e-30, else of that. Its loops
+// vectorise; a call for each pixel would take as long as the transforms.
+float OctavesOf(float power) {
+    constexpr float kLeastPower = 1e-30F;
+    const auto bits = std::bit_cast<std::int32_t>(power > kLeastPower ? power : kLeastPower);
+    const float m = std::bit_cast<float>((bits & 0x7FFFFF) | 0x3F800000) - 1;
+    const float bend = 0.44241858F + m * (-0.26957801F + m * (0.15053320F + m * -0.04487396F));
+    return static_cast<float>((bits >> 23) - 127) + m + m * (1 - m) * bend;
+}
+
+// From powers to levels of a picture.
+struct LevelScale {
+    // `fullScale`: the power that is drawn brightest.
+    LevelScale(double rangeDecibels, double fullScale)
+        : levelsOfAnOctave(static_cast<float>(kMost / rangeDecibels * kDecibelsOfAnOctave)),
+          octavesOfFullScale(static_cast<float>(std::log2(fullScale))) {}
+
+    static constexpr float kMost = 255;
+    static constexpr double kDecibelsOfAnOctave = 3.0102999566;
+    float levelsOfAnOctave, octavesOfFullScale;
+};
+
+SONAVEL_VECTOR_CLONES
+void PutLevels(std::span<const float> powers, const LevelScale& scale, std::uint8_t* levels) {
+    const float* power = powers.data();
+    const LevelScale by = scale;
+    for (std::size_t i = 0; i < powers.size(); ++i) {
+        const float octaves = OctavesOf(power[i]) - by.octavesOfFullScale;
+        const float level = LevelScale::kMost + octaves * by.levelsOfAnOctave + 0.5F;
+        const float held = std::min(std::max(level, 0.0F), LevelScale::kMost);
+        levels[i] = static_cast<std::uint8_t>(static_cast<std::int32_t>(held));
+    }
 }
 
 // Several greatest ones side by side, which do not wait for each other.
@@ -167,7 +195,9 @@ SpectrogramMaker::SpectrogramMaker(const SpectrogramLook& look, std::uint32_t sa
       values_(look.windowFrames),
       one_(spectrum_.Bins()),
       sum_(spectrum_.Bins()),
-      power_(spectrum_.Bins()) {
+      power_(spectrum_.Bins()),
+      shown_(height),
+      levels_(height) {
     rows_.reserve(height);
     for (unsigned row = 0; row < height; ++row) rows_.push_back(BinsOf(height - 1 - row, height));
 }
@@ -192,7 +222,7 @@ SpectrogramMaker::RowBins SpectrogramMaker::BinsOf(unsigned row, unsigned height
 
 float SpectrogramMaker::PowerOf(const RowBins& bins) const {
     if (bins.first == bins.last)
-        return std::lerp(power_[bins.first], power_[bins.first + 1], bins.share);
+        return power_[bins.first] + bins.share * (power_[bins.first + 1] - power_[bins.first]);
     return GreatestOf(std::span(power_).subspan(bins.first, bins.last + 1 - bins.first));
 }
 
@@ -218,17 +248,17 @@ void SpectrogramMaker::ComputeColumn(const SpectrogramFrames& frames, unsigned c
 }
 
 SpectrogramPicture SpectrogramMaker::Make(const SpectrogramFrames& frames, Channels channels) {
-    const auto height = static_cast<unsigned>(rows_.size());
-    SpectrogramPicture picture{frames.columns, height, {}};
-    picture.levels.resize(std::size_t{frames.columns} * height);
-    const auto range = static_cast<float>(look_.rangeDecibels);
+    const std::size_t height = rows_.size();
+    SpectrogramPicture picture{frames.columns, static_cast<unsigned>(height), {}};
+    picture.levels.resize(frames.columns * height);
     const double fullScale = LimitsOfSamples(frames.sound.GetBits()).greatest;
-    const auto unit = static_cast<float>(1 / (fullScale * fullScale * channels.count));
+    const LevelScale scale(look_.rangeDecibels, fullScale * fullScale * channels.count);
     for (unsigned column = 0; column < frames.columns; ++column) {
         ComputeColumn(frames, column, channels);
-        for (unsigned row = 0; row < height; ++row)
-            picture.levels[std::size_t{row} * frames.columns + column] =
-                LevelOf(PowerOf(rows_[row]) * unit, range);
+        for (std::size_t row = 0; row < height; ++row) shown_[row] = PowerOf(rows_[row]);
+        PutLevels(shown_, scale, levels_.data());
+        for (std::size_t row = 0; row < height; ++row)
+            picture.levels[row * frames.columns + column] = levels_[row];
     }
     return picture;
 }

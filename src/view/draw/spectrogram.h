@@ -115,6 +115,8 @@ class SpectrogramMaker {
     std::vector<RowBins> rows_;
     std::vector<float> values_;             // of a window, in units of the samples
     std::vector<float> one_, sum_, power_;  // by bin
+    std::vector<float> shown_;              // power by row, and what is drawn of it
+    std::vector<std::uint8_t> levels_;
 };
 
 // The whole range in one picture, on all cores; fails when memory is short.
