@@ -36,10 +36,10 @@ TEST(RegionExportTest, PartsAreRegionsOrStretches) {
 }
 
 TEST(RegionExportTest, NamesFollowThePattern) {
-    const std::vector<NamedPart> parts = {{{0, 1}, "a/b:\n\xED\x95\x9C"}, {{1, 2}, "c"}};
+    const std::vector<NamedPart> parts = {{{0, 1}, "a/b:\n\xED\x95\x9C"}, {{1, 2}, " c "}};
     const std::vector<NamedPart> hundred(100, {{0, 1}, "x"});
     EXPECT_EQ(*PartFileNames("{number}_{name}", parts, "t"),
-              (std::vector<std::string>{"01_a_b__\xED\x95\x9C", "02_c"}));
+              (std::vector<std::string>{"01_a_b__\xED\x95\x9C", "02_ c"}));
     EXPECT_EQ(PartFileNames("{title}-{number}{", hundred, "t")->at(6), "t-007{");
     EXPECT_LE(PartFileNames("{name}", {{{0, 1}, std::string(999, 'x')}}, "")->at(0).size(), 200u);
     const struct {
