@@ -3,6 +3,7 @@
 // --benchmark_repetitions=5 --benchmark_report_aggregates_only=false
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstring>
 #include <filesystem>
@@ -12,6 +13,7 @@
 #include <utility>
 
 #include "bench_host.h"
+#include "document/edit_operations.h"
 #include "recovery/work_keeper.h"
 
 namespace sonavel::bench {
@@ -53,7 +55,17 @@ class JournaledDocument {
         journal_->OnHistoryChange({HistoryChange::Kind::kStep, "Effect", &record},
                                   document_.Sound());
     }
-    void BeginNext() { journal_->OnSoundChanging(); }
+    // What an edit of the second in the middle asks before it writes.
+    void LetASecondChange() {
+        const CSoundDoc& document = document_;
+        const std::size_t second = std::size_t{kRate} * document.Sound().GetBlockAlign();
+        document.Sound().SettleLent(Bytes() / 2, std::min(second, Bytes() / 2));
+    }
+    // Moves everything behind it.
+    void DeleteASecond() {
+        const std::uint32_t middle = document_.Sound().GetFrameCount() / 2;
+        if (!edit::Delete(document_, {middle, middle + kRate, middle})) std::abort();
+    }
     void LetGo() {
         journal_->Discard();
         thread_.Finish(std::chrono::seconds(60));
@@ -86,7 +98,6 @@ void AtAnEdit(benchmark::State& state) {
         const auto start = Clock::now();
         document.TellChange();
         state.SetIterationTime(SecondsSince(start));
-        document.BeginNext();
         document.LetGo();
     }
     state.counters["MB"] = static_cast<double>(document.Bytes()) / 1e6;
@@ -97,11 +108,30 @@ void AtTheNextEdit(benchmark::State& state) {
     for (auto _ : state) {
         document.TellChange();
         const auto start = Clock::now();
-        document.BeginNext();
+        document.LetASecondChange();
         state.SetIterationTime(SecondsSince(start));
         document.LetGo();
     }
     state.counters["MB"] = static_cast<double>(document.Bytes()) / 1e6;
+}
+
+enum class Lending { kNothing, kAll };
+void ADeletion(benchmark::State& state, Lending lending) {
+    JournaledDocument document(static_cast<std::uint32_t>(state.range(0)));
+    for (auto _ : state) {
+        if (lending == Lending::kAll) document.TellChange();
+        const auto start = Clock::now();
+        document.DeleteASecond();
+        state.SetIterationTime(SecondsSince(start));
+        document.LetGo();
+    }
+    state.counters["MB"] = static_cast<double>(document.Bytes()) / 1e6;
+}
+void ADeletionAtOnce(benchmark::State& state) {
+    ADeletion(state, Lending::kAll);
+}
+void TheSameDeletionAlone(benchmark::State& state) {
+    ADeletion(state, Lending::kNothing);
 }
 
 void CopyOfTheSame(benchmark::State& state) {
@@ -123,6 +153,8 @@ void Rows(benchmark::internal::Benchmark* row) {
 
 BENCHMARK(AtAnEdit)->Apply(Rows);
 BENCHMARK(AtTheNextEdit)->Apply(Rows);
+BENCHMARK(ADeletionAtOnce)->Apply(Rows);
+BENCHMARK(TheSameDeletionAlone)->Apply(Rows);
 BENCHMARK(CopyOfTheSame)->Apply(Rows);
 
 }  // namespace

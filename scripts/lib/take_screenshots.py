@@ -177,9 +177,42 @@ class Photographer:
         subprocess.run(["import", "-silent", *words, str(path)], check=True, timeout=30)
 
 
+class AskingEditor(Editor):
+    """One that begins with the question what to do with unsaved work."""
+
+    def _wait_until_shown(self):
+        self.question = self.wait_dialog("^Recover Unsaved Work$")
+
+
+# Sounds with unsaved edits, a script's each.
+LEFT_WORK = (
+    f'open "{SAMPLES}/welcome.wav"; select 0 20000; fade-in; select-all; normalise',
+    f'open "{SAMPLES}/logo.wav"; convert-channels 2; select-all; echo',
+    "new rate=44100 channels=2 bits=16; insert-silence 44100",
+)
+
+
+def take_recovery(folder, scale):
+    """The question at a start behind which work lies; the records are written by the tool."""
+    state = pathlib.Path(os.environ["TMPDIR"]) / f"state{scale:g}"
+    tool = pathlib.Path(os.environ["SONAVEL_BIN"]) / "sonavel-batch"
+    for script in LEFT_WORK:
+        subprocess.run([tool, "--recover", state / "sonavel" / "recovery", "-c", script], check=True)
+    settings = {"QT_SCALE_FACTOR": str(scale), "XDG_STATE_HOME": str(state)}
+    with AskingEditor(environment=settings) as editor:
+        settled_pixels(editor.question)
+        path = folder / f"recovery@{scale:g}x.png"
+        subprocess.run(["import", "-silent", "-frame", "-window", editor.question, path], check=True)
+        print(path)
+
+
 def main():
     folder, scale = pathlib.Path(sys.argv[1]), float(sys.argv[2])
     wanted = set(sys.argv[3:])
+    if not wanted or "recovery" in wanted:
+        take_recovery(folder, scale)
+    if wanted == {"recovery"}:
+        return
     sounds = pathlib.Path(os.environ["TMPDIR"]) / "Collection"
     if not sounds.exists():
         example_catalogue.write_catalogue(os.environ["SONAVEL_BIN"], sounds)

@@ -9,6 +9,7 @@
 #include "document/clip_image.h"
 #include "document/edit_step.h"
 #include "platform/failure_texts.h"
+#include "sound/made_beside.h"
 
 namespace sonavel::edit {
 namespace {
@@ -23,9 +24,6 @@ Result<EditSelection> RemoveSelection(CSoundDoc& document, const EditSelection& 
     edit->Commit(at.startFrame);
     return EditSelection{.cursorFrame = at.startFrame};
 }
-
-// Less is pasted before a window could be read.
-constexpr std::uint64_t kProgressFromBytes = std::uint64_t{16} << 20;
 
 // The clip `count` times over, one copy as its own. The sound is not touched, so a cancel leaves
 // nothing to be taken back.
@@ -197,7 +195,8 @@ StepWords WordsOfConversion(const Sound& sound, unsigned channels, ChannelChoice
 Outcome ConvertFormat(CSoundDoc& document, unsigned channels, ChannelChoice choice, unsigned bits) {
     const CWave& sound = document.Sound();
     if (channels == sound.GetChannels() && bits == sound.GetBits()) return Done();
-    Result<Sound> converted = Converted(sound, channels, choice, bits);
+    Result<Sound> converted = MadeBeside(document.Services().progress, sound.GetDataSize(),
+                                         [&] { return Converted(sound, channels, choice, bits); });
     if (!converted) return converted.Ended();
     const DescribedStep step(document.Steps(), WordsOfConversion(sound, channels, choice, bits));
     Result<SoundEdit> edit = document.BeginReplacement("Copy Sample");

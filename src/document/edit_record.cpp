@@ -1,7 +1,6 @@
 #include "document/edit_record.h"
 
 #include <algorithm>
-#include <cstring>
 #include <utility>
 
 namespace sonavel {
@@ -54,10 +53,8 @@ EditRecord PlannedRecord(const Sound& before, const EditPlan& plan) {
 }
 
 bool TakeSamples(EditRecord& record, const Sound& before) {
-    if (record.bytesKept == 0) return true;
-    if (!record.samples.AllocBuffer(record.bytesKept)) return false;
-    std::memcpy(record.samples.Data(), before.Bytes().data() + record.startByte, record.bytesKept);
-    return true;
+    return record.bytesKept == 0 ||
+           before.CopyBytes(record.startByte, record.bytesKept, record.samples);
 }
 
 void NoteResult(EditRecord& record, std::uint64_t bytesBefore, const Sound& after) {

@@ -33,9 +33,6 @@ class HistoryListener {
 
     // `now`: the sound behind the change.
     virtual void OnHistoryChange(const HistoryChange& change, const Sound& now) = 0;
-    // The samples, or where they lie, are about to change; what was seen of them since the last
-    // change may be looked at until this returns.
-    virtual void OnSoundChanging() {}
     // A file is about to be written.
     virtual void OnSaving(const std::filesystem::path&) {}
     // Tags belong to the document and to no step.

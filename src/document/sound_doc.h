@@ -200,7 +200,6 @@ class CSoundDoc {
     SoundEdit PlanEdit(SoundEdit::Storing storing, std::string stepName, const EditPlan& plan);
     bool KeepFor(SoundEdit::Storing storing, StoredRecord& record);
     void StoreInHistory(SoundEdit::Storing storing, std::string_view stepName, StoredRecord record);
-    void TellChanging();
     void TellHistory(HistoryChange::Kind kind, std::string_view stepName = {},
                      const EditRecord* record = nullptr);
     void ShowGivenUpSteps();

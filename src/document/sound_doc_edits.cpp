@@ -41,7 +41,9 @@ Result<SoundEdit> CSoundDoc::MakeEdit(std::string_view stepName, const EditPlan&
     }
     EndMarkerEdit();
     StopPlaying();
-    TellChanging();
+    // What is replaced as a whole is not written to.
+    if (samples == Samples::kCopied)
+        sound_.SettleLent(record.Record().startByte, record.Record().bytesKept);
     return SoundEdit(*this, storing, std::string(stepName), std::move(record));
 }
 
@@ -56,7 +58,7 @@ SoundEdit CSoundDoc::PlanEdit(SoundEdit::Storing storing, std::string stepName,
                               const EditPlan& plan) {
     StoredRecord record(PlannedRecord(sound_, plan));
     if (!KeepFor(storing, record)) storing = SoundEdit::Storing::kEndsTheHistory;
-    if (plan.reach != EditReach::kMarkers) TellChanging();
+    sound_.SettleLent(record.Record().startByte, record.Record().bytesKept);
     return {*this, storing, std::move(stepName), std::move(record)};
 }
 
@@ -82,7 +84,6 @@ Outcome CSoundDoc::ApplyRecord(std::string_view stepName, EditRecord record) {
         return Failed("The record does not fit the sound.");
     EndMarkerEdit();
     StopPlaying();
-    TellChanging();
     if (Outcome exchanged = Exchange(record, sound_); !exchanged) return exchanged;
     const std::uint32_t firstFrame = FrameOfByte(sound_, record.startByte);
     const bool step = options_.saveUndo && !stepName.empty();
@@ -90,10 +91,6 @@ Outcome CSoundDoc::ApplyRecord(std::string_view stepName, EditRecord record) {
                    std::move(record));
     NotifyChanged(firstFrame);
     return Done();
-}
-
-void CSoundDoc::TellChanging() {
-    if (historyListener_) historyListener_->OnSoundChanging();
 }
 
 void CSoundDoc::TellHistory(HistoryChange::Kind kind, std::string_view stepName,
@@ -128,7 +125,6 @@ Outcome CSoundDoc::Undo() {
     EndMarkerEdit();
     if (!CanUndo()) return Failed("There is nothing to undo.");
     StopPlaying();
-    TellChanging();
     ChangeUnderWay change(changesUnderWay_);
     if (Outcome undone = history_.Undo(sound_); !undone) return undone;
     TellHistory(HistoryChange::Kind::kUndone);
@@ -142,7 +138,6 @@ Outcome CSoundDoc::Redo() {
     EndMarkerEdit();
     if (!CanRedo()) return Failed("There is nothing to redo.");
     StopPlaying();
-    TellChanging();
     ChangeUnderWay change(changesUnderWay_);
     if (Outcome redone = history_.Redo(sound_); !redone) return redone;
     TellHistory(HistoryChange::Kind::kRedone);

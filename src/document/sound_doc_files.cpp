@@ -11,7 +11,6 @@ Outcome CSoundDoc::NewDocument(const NewSoundChoice& choice) {
     if (!IsEditable(MakeSoundFormat(choice.channels, choice.bits, choice.samplesPerSecond)))
         return Failed("This format cannot be edited.");
     StopPlaying();
-    TellChanging();
     if (!sound_.Create(choice.channels, choice.bits, choice.samplesPerSecond, 0))
         return Failed(failure::kMemory);
     file_.reset();
@@ -55,7 +54,6 @@ Outcome CSoundDoc::ReadFile(const std::filesystem::path& path, std::string_view 
         return Failed("Files with the extension \"" + DisplayText(extension) +
                       "\" cannot be opened.");
     Result<sonavel::Sound> sound = format->read(path, sound_.FileHost());
-    TellChanging();
     const bool read = sound_.Take(std::move(sound));
     return DoneIf(read, sound_.LastError());
 }

@@ -24,7 +24,6 @@ Outcome CSoundDoc::ImportDocument(const std::filesystem::path& path, const Impor
 Outcome CSoundDoc::ReadImport(const std::filesystem::path& path, const ImportChoice& choice) {
     Result<ImportedSound> imported = ImportSound(path, services_.codecs, choice, sound_.FileHost());
     if (!imported) return imported.Ended();
-    TellChanging();
     sound_.Adopt(std::move(imported->sound));
     origin_ =
         ImportOrigin{imported->description, ImportLine(imported->description, imported->extras),

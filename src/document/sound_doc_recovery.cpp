@@ -16,7 +16,6 @@ Outcome CSoundDoc::RestoreFile(const FileOrigin& origin, const std::filesystem::
         Result<sonavel::Sound> sound =
             format->read(copy, {.progress = &services_.progress, .warn = {}, .note = {}});
         read = sound.Ended();
-        TellChanging();
         if (sound) sound_.Adopt(*std::move(sound));
     }
     if (!read) return read;
@@ -28,7 +27,6 @@ Outcome CSoundDoc::RestoreFile(const FileOrigin& origin, const std::filesystem::
 }
 
 Outcome CSoundDoc::RestoreSound(sonavel::Sound&& sound) {
-    TellChanging();
     sound_.Adopt(std::move(sound));
     ForgetHistory();
     TellChanged(0);

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "effects/resample.h"
+#include "sound/made_beside.h"
 
 namespace sonavel {
 namespace {
@@ -23,7 +24,8 @@ bool ChangesSamples(const Sound& sound, const FormatChange& change) {
 // A sound on its way from one format to another; the first one is not its own.
 class Conversion {
   public:
-    explicit Conversion(const Sound& first) : first_(first) {}
+    Conversion(const Sound& first, ProgressFactory& progress)
+        : first_(first), progress_(progress) {}
 
     const Sound& Now() const { return made_ ? *made_ : first_; }
     Outcome Take(Result<Sound> next) {
@@ -33,10 +35,11 @@ class Conversion {
     }
     Outcome Channels(unsigned channels, ChannelChoice choice) {
         if (channels == Now().GetChannels()) return Done();
-        return Take(Converted(Now(), channels, choice, Now().GetBits()));
+        return Make([&] { return Converted(Now(), channels, choice, Now().GetBits()); });
     }
     Outcome Bits(unsigned bits, Rounding rounding) {
-        return bits == Now().GetBits() ? Done() : Take(Rounded(Now(), bits, rounding));
+        if (bits == Now().GetBits()) return Done();
+        return Make([&] { return Rounded(Now(), bits, rounding); });
     }
     Result<Sound> Finish() && {
         if (made_) return *std::move(made_);
@@ -44,14 +47,19 @@ class Conversion {
     }
 
   private:
+    Outcome Make(const SoundMaker& make) {
+        return Take(MadeBeside(progress_, Now().GetDataSize(), make));
+    }
+
     const Sound& first_;
+    ProgressFactory& progress_;
     std::optional<Sound> made_;
 };
 
 // Resamples in the finer of both widths, and no more channels than need be.
 Result<Sound> Changed(CSoundDoc& document, const FormatChange& change) {
     const Sound& sound = document.Sound();
-    Conversion way(sound);
+    Conversion way(sound, document.Services().progress);
     if (IsResampled(sound, change)) {
         const unsigned fewest = std::min(change.channels, sound.GetChannels());
         const unsigned finest = std::max(change.bits, sound.GetBits());

@@ -13,8 +13,17 @@ namespace {
 
 constexpr int kMostRestartsForRoom = 5;
 
-std::span<const std::uint8_t> NewBytesOf(const EditRecord& record, const Sound& now) {
-    return now.Bytes().subspan(record.startByte, record.bytesThere);
+// Nothing where there is no memory for the copy.
+std::optional<SamplesToKeep> Kept(const Sound& now, std::uint64_t start, std::uint64_t bytes) {
+    SamplesToKeep kept;
+    if (bytes == 0) return kept;
+    if (bytes >= LentSamples::kLeastBytes) {
+        kept.lent = now.Lend(start, bytes);
+        return kept.lent ? std::optional(std::move(kept)) : std::nullopt;
+    }
+    if (!kept.copy.AllocBuffer(bytes)) return std::nullopt;
+    std::memcpy(kept.copy.Data(), now.Bytes().data() + start, bytes);
+    return kept;
 }
 
 ChangeRecord RecordOf(const HistoryChange& change, const Sound& now) {
@@ -70,7 +79,6 @@ void DocumentJournal::ClaimFile() {
 }
 
 DocumentJournal::~DocumentJournal() {
-    OnSoundChanging();
     if (!claimed_.empty()) host_.claims->Release(claimed_);
     document_.Sound().SetRecordingTap(nullptr);
     document_.SetHistoryListener(nullptr);
@@ -103,26 +111,6 @@ NameRecord DocumentJournal::PresentName() const {
     return name;
 }
 
-// Nothing where there is no memory for the copy.
-std::optional<SamplesToKeep> DocumentJournal::Keep(std::span<const std::uint8_t> bytes) {
-    SamplesToKeep kept;
-    if (bytes.empty()) return kept;
-    if (bytes.size() >= LentSamples::kLeastBytes) {
-        kept.lent = LentSamples::Of(bytes);
-        if (!kept.lent) return std::nullopt;
-        lent_.push_back(kept.lent);
-        return kept;
-    }
-    if (!kept.copy.AllocBuffer(bytes.size())) return std::nullopt;
-    std::memcpy(kept.copy.Data(), bytes.data(), bytes.size());
-    return kept;
-}
-
-void DocumentJournal::OnSoundChanging() {
-    for (const std::weak_ptr<LentSamples>& lent : std::exchange(lent_, {}))
-        if (const auto samples = lent.lock()) samples->Settle();
-}
-
 void DocumentJournal::Begin(const BaseRecord& base, SamplesToKeep samples) {
     file_ = std::make_shared<JournalFile>(host_.newFolder(), host_.budget);
     undoable_ = redoable_ = 0;
@@ -152,7 +140,7 @@ void DocumentJournal::BeginWith(const Sound& now) {
                     .markers = now.Markers(),
                     .sampleBytes = now.GetDataSize(),
                     .frames = now.GetFrameCount()};
-    std::optional<SamplesToKeep> samples = Keep(now.Bytes());
+    std::optional<SamplesToKeep> samples = Kept(now, 0, now.GetDataSize());
     if (!samples) base.sampleBytes = base.frames = 0;
     Begin(base, samples ? std::move(*samples) : SamplesToKeep());
     if (!samples) file_->SetFault(JournalFault::kNoMemory);
@@ -189,7 +177,8 @@ void DocumentJournal::OnHistoryChange(const HistoryChange& change, const Sound& 
 void DocumentJournal::NoteChange(const HistoryChange& change, const Sound& now) {
     if (!file_ && !BeginBefore(change, now)) return BeginWith(now);
     if (CanRestart(now)) return Restart(now);
-    std::optional<SamplesToKeep> samples = Keep(NewBytesOf(*change.record, now));
+    std::optional<SamplesToKeep> samples =
+        Kept(now, change.record->startByte, change.record->bytesThere);
     if (!samples) return file_->SetFault(JournalFault::kNoMemory);
     Append(RecordOf(change, now), *std::move(samples));
     if (change.kind == HistoryChange::Kind::kStep) ++undoable_;

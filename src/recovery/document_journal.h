@@ -65,7 +65,6 @@ class DocumentJournal : public HistoryListener, public DocumentObserver, public 
     // Says in the status bar, once, why nothing is kept any more.
     void TellFault();
 
-    void OnSoundChanging() override;
     void OnHistoryChange(const HistoryChange& change, const Sound& now) override;
     void OnSaving(const std::filesystem::path& path) override;
     void OnRecorded(std::span<const std::uint8_t> wholeFrames) override;
@@ -89,7 +88,6 @@ class DocumentJournal : public HistoryListener, public DocumentObserver, public 
     void ClaimFile();
     void RemoveTake();
     void Append(const JournalRecord& record, SamplesToKeep samples = {});
-    std::optional<SamplesToKeep> Keep(std::span<const std::uint8_t> bytes);
 
     CSoundDoc& document_;
     JournalHost host_;
@@ -103,7 +101,6 @@ class DocumentJournal : public HistoryListener, public DocumentObserver, public 
     bool sharesFile_ = false;
     bool hasTake_ = false;
     NameRecord name_;  // as it was noted last
-    std::vector<std::weak_ptr<LentSamples>> lent_;
 };
 
 }  // namespace sonavel::recovery

@@ -14,8 +14,8 @@
 #include "platform/file_descriptor.h"
 #include "platform/folder_lock.h"
 #include "recovery/journal_record.h"
-#include "recovery/lent_samples.h"
 #include "recovery/take_file.h"
+#include "sound/lent_samples.h"
 #include "sound/sound_buffer.h"
 
 namespace sonavel::recovery {

@@ -9,6 +9,7 @@
 #include <memory>
 
 #include "recovery/journal_file.h"
+#include "recovery/sample_copier.h"
 
 namespace sonavel::recovery {
 

@@ -126,9 +126,8 @@ bool Sound::InsertFrames(std::uint32_t frame, std::span<const std::uint8_t> byte
     const std::size_t offset = frame == GetFrameCount() ? oldSize : ByteOffset(frame);
     if (bytes.size() > MostSoundBytes(format_) - oldSize) return false;
     if (!samples_.ReAllocBuffer(oldSize + bytes.size())) return false;
-    std::uint8_t* gap = samples_.Data() + offset;
-    std::memmove(gap + bytes.size(), gap, oldSize - offset);
-    std::memcpy(gap, bytes.data(), bytes.size());
+    samples_.MoveWithin(offset, oldSize - offset, offset + bytes.size());
+    std::memcpy(samples_.Data() + offset, bytes.data(), bytes.size());
     const std::size_t blockAlign = std::max<std::size_t>(format_.blockAlign, 1);
     markers_.ShiftForInsertion(frame, static_cast<std::uint32_t>(bytes.size() / blockAlign));
     return true;
@@ -140,7 +139,7 @@ bool Sound::RemoveFrames(std::uint32_t startFrame, std::uint32_t endFrame) {
     const std::size_t start = ByteOffset(startFrame);
     const std::size_t end = ByteOffset(endFrame);
     const std::size_t kept = samples_.Size() - (end - start);
-    std::memmove(samples_.Data() + start, samples_.Data() + end, samples_.Size() - end);
+    samples_.MoveWithin(end, samples_.Size() - end, start);
     if (!samples_.ReAllocBuffer(kept)) return false;
     markers_.ShiftForRemoval(startFrame, endFrame);
     return true;

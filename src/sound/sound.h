@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <span>
 
 #include "platform/outcome.h"
@@ -47,9 +48,24 @@ class Sound {
     const PcmFormat& GetFormat() const { return format_; }
 
     std::span<const std::uint8_t> Bytes() const { return samples_.Bytes(); }
+    // To be written within what an edit has planned, or after SettleLent().
     std::span<std::uint8_t> MutableBytes() { return samples_.Bytes(); }
     // frame x data size / frame count, a 64-bit product; 0 for an empty sound.
     std::uint64_t ByteOffset(std::uint32_t frame) const;
+    // Moves bytes, which may overlap; markers stay.
+    void MoveBytes(std::uint64_t from, std::uint64_t count, std::uint64_t to) {
+        samples_.MoveWithin(from, count, to);
+    }
+    // As SoundBuffer has them.
+    bool CopyBytes(std::uint64_t start, std::uint64_t bytes, SoundBuffer& copy) const {
+        return copy.CopyPiece(samples_, start, bytes);
+    }
+    std::shared_ptr<LentSamples> Lend(std::uint64_t start, std::uint64_t bytes) const {
+        return samples_.Lend(start, bytes);
+    }
+    void SettleLent(std::uint64_t start, std::uint64_t bytes) const {
+        samples_.SettleLent(start, bytes);
+    }
     MarkerList& Markers() { return markers_; }
     const MarkerList& Markers() const { return markers_; }
 

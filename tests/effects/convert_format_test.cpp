@@ -3,8 +3,12 @@
 #include "effects/convert_format.h"
 
 #include <cmath>
+#include <functional>
 #include <numbers>
 
+#include "document/edit_operations.h"
+#include "sound/made_beside.h"
+#include "sound/sample_types.h"
 #include "view/view_fixture.h"
 
 namespace sonavel {
@@ -112,6 +116,40 @@ TEST_F(ConvertTest, TheChosenChannelIsHeard) {
                 }
             }
         }
+}
+
+TEST_F(ConvertTest, AnyConversionOfALongSoundCanBeCancelled) {
+    const auto change = [this](unsigned bits, unsigned channels) {
+        FormatChange wanted = FormatOf(Sound());
+        wanted.bits = bits;
+        wanted.channels = channels;
+        return ConvertView(View(), wanted);
+    };
+    const std::function<Outcome()> cases[] = {
+        [&] { return change(32, 2); },
+        [&] { return change(8, 2); },
+        [&] { return change(16, 1); },
+        [&] { return edit::ConvertFormat(Document(), 2, ChannelChoice::kBothOrMix, 8); },
+    };
+    class Sound sound;
+    ASSERT_TRUE(sound.Create(2, 16, 8000, kProgressFromBytes / 4));
+    FillWithSilence(sound.MutableBytes(), 16);
+    Open(std::move(sound));
+    Document().SetModified(false);
+    const FormatOutlook before = PresentOutlook(Sound());
+    for (const auto& convert : cases) {
+        progress.titles.clear();
+        progress.polls = 0;
+        progress.cancelAtPoll = 0;
+        EXPECT_TRUE(convert().IsCancelled());
+        EXPECT_EQ(progress.titles, std::vector<std::string>{"Progress Convert"});
+        EXPECT_EQ(progress.openWindows, 0);
+        EXPECT_EQ(PresentOutlook(Sound()), before);
+        EXPECT_FALSE(Document().CanUndo() || Document().GetModified());
+    }
+    progress.cancelAtPoll.reset();
+    EXPECT_TRUE(change(32, 2));
+    EXPECT_EQ(Sound().GetBits(), 32u);
 }
 
 // A level between two steps of the fewer bits is kept on the average by dither alone.

@@ -95,12 +95,16 @@ TEST_F(PoorDisksTest, NoEditWaitsForASlowDisk) {
     Bytes expected;
     {
         DocumentJournal journal(*document, host);
-        // Large enough to be lent, and changed again at once.
+        // Large enough to be lent, and changed again at once: moved, written over, removed.
+        constexpr std::uint32_t kClip = 5'000'000;
         for (unsigned seed = 2; seed < 6; ++seed)
-            ASSERT_TRUE(
-                edit::Paste(*document, MakeClip({1, 8}, PatternBytes(3'000'000, seed)), {}));
-        ASSERT_TRUE(edit::PasteBlockOverwrite(*document, MakeClip({1, 8}, PatternBytes(5000, 9)),
-                                              {0, 12'000'000, 0}));
+            ASSERT_TRUE(edit::Paste(*document, MakeClip({1, 8}, PatternBytes(kClip, seed)),
+                                    {0, 0, (seed - 2) * 1000}));
+        const ClipRecord small = MakeClip({1, 8}, PatternBytes(5000, 9));
+        ASSERT_TRUE(edit::PasteBlockOverwrite(*document, small, {kClip, 4 * kClip, 0}));
+        ASSERT_TRUE(edit::Delete(*document, {3000, 2 * kClip, 0}));
+        ASSERT_TRUE(edit::Mix(*document, small, {100, kClip, 0}, {0.5, 0.5}));
+        ASSERT_TRUE(document->Undo() && document->Undo() && document->Redo());
         expected = BytesOf(document->Sound());
         released.set_value();
         ASSERT_TRUE(thread.Finish(std::chrono::seconds(60)));

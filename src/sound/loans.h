@@ -1,0 +1,76 @@
+// What a block of samples has lent and others still read, so that the block can say so before it
+// changes or moves.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <vector>
+
+namespace sonavel {
+
+class LentSamples;
+
+// Where bytes lie, or lay: the memory may be gone.
+struct BytePlace {
+    std::uintptr_t start = 0;
+    std::size_t bytes = 0;
+
+    const std::uint8_t* Data() const { return reinterpret_cast<const std::uint8_t*>(start); }
+};
+inline BytePlace PlaceOf(std::span<const std::uint8_t> bytes) {
+    return {reinterpret_cast<std::uintptr_t>(bytes.data()), bytes.size()};
+}
+constexpr bool Touch(const BytePlace& one, const BytePlace& other) {
+    return one.start < other.start + other.bytes && other.start < one.start + one.bytes;
+}
+constexpr bool LiesIn(const BytePlace& inner, const BytePlace& outer) {
+    return inner.start >= outer.start && inner.start + inner.bytes <= outer.start + outer.bytes;
+}
+
+// All of it on the thread that owns the block.
+class Loans {
+  public:
+    // A second time changes nothing. False when there is no memory for one more.
+    bool Add(const std::shared_ptr<LentSamples>& lent);
+    // Waits until whatever touches the place is copied. It may be changed then.
+    void SettleAt(const BytePlace& place);
+    // Likewise of whatever lies in the place only in part.
+    void SettleAcross(const BytePlace& place);
+    // Lets the other know of all that this one has lent. False without memory.
+    bool ShareWith(Loans& other) const;
+    // What lies in the place has been copied to `copy`, which lends it from now on; pieces that lie
+    // in it only in part stay, and without memory all.
+    void GoOver(const BytePlace& place, const std::uint8_t* copy, Loans& other);
+
+  private:
+    friend class HeldLoans;
+
+    struct Loan {
+        std::weak_ptr<LentSamples> lent;
+        std::shared_ptr<LentSamples> held{};
+    };
+
+    void Hold();
+    void Release();
+    void ForgetEnded();
+
+    std::vector<Loan> loans_;
+};
+
+// While it lives, nobody reads what was lent, and it may be moved.
+class HeldLoans {
+  public:
+    explicit HeldLoans(Loans& loans) : loans_(loans) { loans_.Hold(); }
+    ~HeldLoans() { loans_.Release(); }
+    HeldLoans(const HeldLoans&) = delete;
+    HeldLoans& operator=(const HeldLoans&) = delete;
+
+    void Moved(const BytePlace& from, const std::uint8_t* to) const;
+
+  private:
+    Loans& loans_;
+};
+
+}  // namespace sonavel
