@@ -94,7 +94,7 @@ void StatusPanes::resizeEvent(QResizeEvent* event) {
 
 void StatusPanes::LayOutPanes() {
     // The zoom has one short text; the others are cut off first, the selection before a grown
-    // state.
+    // state. A pane without a text makes room for a long note.
     const int wanted = state_.usualWidth + selection_.usualWidth;
     const int room = std::clamp(width() * kShareOfPanes / 100 - zoom_.usualWidth, 0, wanted);
     int state = state_.usualWidth * room / wanted;
@@ -103,10 +103,18 @@ void StatusPanes::LayOutPanes() {
         const int all = std::max(width() - zoom_.usualWidth - kSpaces, 0);
         state = std::min(grownWidth_, all);
         selection = std::min(selection, all - state);
+    } else if (!note_.isEmpty() && state_.label->text().isEmpty()) {
+        state -= std::clamp(WidthOf(note_) + selection + state + zoom_.usualWidth + kSpaces -
+                                width(),
+                            0, state);
     }
     state_.label->setFixedWidth(state);
     selection_.label->setFixedWidth(selection);
     zoom_.label->setFixedWidth(zoom_.usualWidth);
+}
+
+int StatusPanes::WidthOf(const QString& text) const {
+    return text.isEmpty() ? 0 : fontMetrics().horizontalAdvance(text) + kPanePadding;
 }
 
 void StatusPanes::ShowPrompt(const QString& text) {
@@ -126,10 +134,12 @@ void StatusPanes::ShowNote(const QString& text) {
 }
 
 void StatusPanes::ShowState(const QString& text, StateWidth width) {
-    const int needed = fontMetrics().horizontalAdvance(text) + kPanePadding;
+    const int needed = WidthOf(text);
     // Not narrower between two texts, which would make the panes beside it tremble.
     const int grown = width == StateWidth::kUsual ? 0 : std::max(grownWidth_, needed);
-    if (std::exchange(grownWidth_, grown) != grown) LayOutPanes();
+    const bool wasEmpty = state_.label->text().isEmpty();
+    state_.label->setText(text);
+    if (std::exchange(grownWidth_, grown) != grown || wasEmpty != text.isEmpty()) LayOutPanes();
     ShowIn(*state_.label, text);
 }
 
@@ -145,6 +155,7 @@ void StatusPanes::Update() {
     const QString text = !note_.isEmpty() ? note_ : !hovered_.isEmpty() ? hovered_ : tr("Ready");
     prompt_->setText(text);
     prompt_->setToolTip(note_);
+    LayOutPanes();
 }
 
 }  // namespace sonavel

@@ -40,6 +40,7 @@ class StatusPanes : public QStatusBar {
     };
 
     Pane AddPane(const QString& name, const QString& widestText);
+    int WidthOf(const QString& text) const;
     void LayOutPanes();
     void Update();
     void TypePlace();
