@@ -57,9 +57,8 @@ class JournaledDocument {
     }
     // What an edit of the second in the middle asks before it writes.
     void LetASecondChange() {
-        const CSoundDoc& document = document_;
-        const std::size_t second = std::size_t{kRate} * document.Sound().GetBlockAlign();
-        document.Sound().SettleLent(Bytes() / 2, std::min(second, Bytes() / 2));
+        const std::size_t second = std::size_t{kRate} * document_.Sound().GetBlockAlign();
+        BlockOf(document_.Sound()).SettleLent(Bytes() / 2, std::min(second, Bytes() / 2));
     }
     // Moves everything behind it.
     void DeleteASecond() {

@@ -100,7 +100,10 @@ void Application::KeepWork(const std::filesystem::path& folder) {
 }
 
 void Application::OfferWhatWasLeft() {
-    if (keeper_) frame_.Tell(OfferLeftWork(keeper_->Folder(), workspace_, &frame_));
+    if (!keeper_) return;
+    // It would lie over the question and take no click meanwhile.
+    const auto hideLogo = [this] { frame_.HideLogo(); };
+    frame_.Tell(OfferLeftWork(keeper_->Folder(), workspace_, &frame_, hideLogo));
 }
 
 void Application::LeaveAtOnce() {

@@ -74,6 +74,10 @@ void CMainFrame::ShowStartUpLogo() {
     QTimer::singleShot(LogoWindow::kStartUpMs, logo_, &QObject::deleteLater);
 }
 
+void CMainFrame::HideLogo() {
+    if (logo_) logo_->hide();
+}
+
 void CMainFrame::Build(Workspace& workspace, RunningWork& work,
                        std::vector<CommandTarget*> program) {
     workspace_ = &workspace;

@@ -34,6 +34,7 @@ class CMainFrame : public QMainWindow, public WorkspaceObserver {
     void Build(Workspace& workspace, RunningWork& work, std::vector<CommandTarget*> program);
     // Stands over the frame for some seconds; the frame's own bars come after it.
     void ShowStartUpLogo();
+    void HideLogo();
 
     StatusPanes& Status() { return *status_; }
     RecentFiles& Recent() { return recent_; }

@@ -104,9 +104,8 @@ void StatusPanes::LayOutPanes() {
         state = std::min(grownWidth_, all);
         selection = std::min(selection, all - state);
     } else if (!note_.isEmpty() && state_.label->text().isEmpty()) {
-        state -= std::clamp(WidthOf(note_) + selection + state + zoom_.usualWidth + kSpaces -
-                                width(),
-                            0, state);
+        state -= std::clamp(
+            WidthOf(note_) + selection + state + zoom_.usualWidth + kSpaces - width(), 0, state);
     }
     state_.label->setFixedWidth(state);
     selection_.label->setFixedWidth(selection);

@@ -134,7 +134,7 @@ bool CWavePlayer::InsertRecorded(std::uint32_t frame, const RecordedSound& recor
     if (frames < wanted) recordingEnd_ = RecordingEnd::kNoMemory;
     if (frames == 0) return false;
     const std::uint64_t gained = GetDataSize() - oldSize;
-    MoveBytes(offset, oldSize - offset, offset + gained);
+    MoveBytes(*this, offset, oldSize - offset, offset + gained);
     CopyRecorded({offset, offset + gained}, recorded);
     MarkGaps(frame, frames, recorded);
     SetModified(true);

@@ -54,7 +54,7 @@ EditRecord PlannedRecord(const Sound& before, const EditPlan& plan) {
 
 bool TakeSamples(EditRecord& record, const Sound& before) {
     return record.bytesKept == 0 ||
-           before.CopyBytes(record.startByte, record.bytesKept, record.samples);
+           record.samples.CopyPiece(BlockOf(before), record.startByte, record.bytesKept);
 }
 
 void NoteResult(EditRecord& record, std::uint64_t bytesBefore, const Sound& after) {

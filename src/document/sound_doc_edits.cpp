@@ -43,7 +43,7 @@ Result<SoundEdit> CSoundDoc::MakeEdit(std::string_view stepName, const EditPlan&
     StopPlaying();
     // What is replaced as a whole is not written to.
     if (samples == Samples::kCopied)
-        sound_.SettleLent(record.Record().startByte, record.Record().bytesKept);
+        BlockOf(sound_).SettleLent(record.Record().startByte, record.Record().bytesKept);
     return SoundEdit(*this, storing, std::string(stepName), std::move(record));
 }
 
@@ -58,7 +58,7 @@ SoundEdit CSoundDoc::PlanEdit(SoundEdit::Storing storing, std::string stepName,
                               const EditPlan& plan) {
     StoredRecord record(PlannedRecord(sound_, plan));
     if (!KeepFor(storing, record)) storing = SoundEdit::Storing::kEndsTheHistory;
-    sound_.SettleLent(record.Record().startByte, record.Record().bytesKept);
+    BlockOf(sound_).SettleLent(record.Record().startByte, record.Record().bytesKept);
     return {*this, storing, std::move(stepName), std::move(record)};
 }
 

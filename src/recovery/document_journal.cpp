@@ -18,7 +18,7 @@ std::optional<SamplesToKeep> Kept(const Sound& now, std::uint64_t start, std::ui
     SamplesToKeep kept;
     if (bytes == 0) return kept;
     if (bytes >= LentSamples::kLeastBytes) {
-        kept.lent = now.Lend(start, bytes);
+        kept.lent = BlockOf(now).Lend(start, bytes);
         return kept.lent ? std::optional(std::move(kept)) : std::nullopt;
     }
     if (!kept.copy.AllocBuffer(bytes)) return std::nullopt;

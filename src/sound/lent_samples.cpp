@@ -9,15 +9,15 @@ namespace sonavel {
 namespace {
 
 // What the owner may have to wait for: some 0.1 ms.
-constexpr std::size_t kPieceBytes = std::size_t{256} << 10;
+constexpr std::size_t kLentPieceBytes = std::size_t{256} << 10;
 
 }  // namespace
 
 LentSamples::LentSamples(std::span<const std::uint8_t> lent, SoundBuffer copy)
     : copy_(std::move(copy)) {
-    pieces_.reserve(lent.size() / kPieceBytes + 1);
-    for (std::size_t at = 0; at < lent.size(); at += kPieceBytes)
-        pieces_.push_back({PlaceOf(lent.subspan(at, std::min(kPieceBytes, lent.size() - at)))});
+    pieces_.reserve(lent.size() / kLentPieceBytes + 1);
+    for (std::size_t at = 0; at < lent.size(); at += kLentPieceBytes)
+        pieces_.push_back({PlaceOf(lent.subspan(at, std::min(kLentPieceBytes, lent.size() - at)))});
 }
 
 std::shared_ptr<LentSamples> LentSamples::Of(std::span<const std::uint8_t> lent) try {
@@ -34,7 +34,7 @@ void LentSamples::CopyPiece(std::size_t index, std::unique_lock<std::mutex>& loc
     piece.state = State::kBeingCopied;
     ++beingCopied_;
     lock.unlock();
-    std::memcpy(copy_.Data() + index * kPieceBytes, place.Data(), place.bytes);
+    std::memcpy(copy_.Data() + index * kLentPieceBytes, place.Data(), place.bytes);
     lock.lock();
     piece.state = State::kCopied;
     --beingCopied_;
@@ -65,8 +65,7 @@ std::span<const std::uint8_t> LentSamples::Bytes() {
 
 void LentSamples::SettleAt(const BytePlace& place, Touching touching) {
     SettleThose([&](const BytePlace& piece) {
-        return Touch(piece, place) &&
-               (touching == Touching::kAnyPart || !LiesIn(piece, place));
+        return Touch(piece, place) && (touching == Touching::kAnyPart || !LiesIn(piece, place));
     });
 }
 

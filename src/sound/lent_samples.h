@@ -1,6 +1,6 @@
-// Samples that their owner lends to whoever writes them down: they are copied on another thread, and
-// wherever the owner moves them meanwhile, the copy finds them. Nobody waits for more than what is
-// about to be destroyed.
+// Samples that their owner lends to whoever writes them down: they are copied on another thread,
+// and wherever the owner moves them meanwhile, the copy finds them. Nobody waits for more than what
+// is about to be destroyed.
 #pragma once
 
 #include <condition_variable>

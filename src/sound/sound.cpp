@@ -154,6 +154,10 @@ bool Sound::GrowWithSilence(std::uint32_t frames) {
     return true;
 }
 
+void MoveBytes(Sound& sound, std::uint64_t from, std::uint64_t count, std::uint64_t to) {
+    sound.samples_.MoveWithin(from, count, to);
+}
+
 bool ExchangePiece(Sound& sound, std::uint64_t start, std::uint64_t length, SoundBuffer& piece,
                    PcmFormat& format) {
     if (!sound.samples_.ExchangePiece(start, length, piece)) return false;

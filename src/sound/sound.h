@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <span>
 
 #include "platform/outcome.h"
@@ -48,24 +47,10 @@ class Sound {
     const PcmFormat& GetFormat() const { return format_; }
 
     std::span<const std::uint8_t> Bytes() const { return samples_.Bytes(); }
-    // To be written within what an edit has planned, or after SettleLent().
+    // Of a sound whose block lends bytes, to be written after SettleLent() of them alone.
     std::span<std::uint8_t> MutableBytes() { return samples_.Bytes(); }
     // frame x data size / frame count, a 64-bit product; 0 for an empty sound.
     std::uint64_t ByteOffset(std::uint32_t frame) const;
-    // Moves bytes, which may overlap; markers stay.
-    void MoveBytes(std::uint64_t from, std::uint64_t count, std::uint64_t to) {
-        samples_.MoveWithin(from, count, to);
-    }
-    // As SoundBuffer has them.
-    bool CopyBytes(std::uint64_t start, std::uint64_t bytes, SoundBuffer& copy) const {
-        return copy.CopyPiece(samples_, start, bytes);
-    }
-    std::shared_ptr<LentSamples> Lend(std::uint64_t start, std::uint64_t bytes) const {
-        return samples_.Lend(start, bytes);
-    }
-    void SettleLent(std::uint64_t start, std::uint64_t bytes) const {
-        samples_.SettleLent(start, bytes);
-    }
     MarkerList& Markers() { return markers_; }
     const MarkerList& Markers() const { return markers_; }
 
@@ -108,6 +93,8 @@ class Sound {
     bool GrowWithSilence(std::uint32_t frames);
 
   private:
+    friend const SoundBuffer& BlockOf(const Sound& sound) { return sound.samples_; }
+    friend void MoveBytes(Sound& sound, std::uint64_t from, std::uint64_t count, std::uint64_t to);
     friend bool ExchangePiece(Sound& sound, std::uint64_t start, std::uint64_t length,
                               SoundBuffer& piece, PcmFormat& format);
 
@@ -116,6 +103,10 @@ class Sound {
     MarkerList markers_;
 };
 
+// The bytes as they lie in memory: to be copied or lent.
+const SoundBuffer& BlockOf(const Sound& sound);
+// Within the sound; they may overlap. The markers stay as they are.
+void MoveBytes(Sound& sound, std::uint64_t from, std::uint64_t count, std::uint64_t to);
 // Puts `piece` in the place of `length` bytes from `start` on, which must be there, and these into
 // `piece`; moves what lies behind them and nothing else. The formats are exchanged with it, the
 // markers stay as they are. False, with all as it was, when the memory cannot be had.

@@ -162,8 +162,8 @@ class ChangingBlock {
     };
 
     std::size_t Number(std::size_t below) {
-        return std::uniform_int_distribution<std::size_t>(0, std::max<std::size_t>(below, 1) -
-                                                                 1)(random_);
+        return std::uniform_int_distribution<std::size_t>(
+            0, std::max<std::size_t>(below, 1) - 1)(random_);
     }
     void Fill(std::size_t start, std::size_t length) {
         const Bytes fresh = Numbered(length, 1 + static_cast<unsigned>(Number(200)));

@@ -89,8 +89,9 @@ namespace {
 // What was found, with the pictures; made on a thread of its own.
 class LeftWorkFinder {
   public:
-    LeftWorkFinder(const std::filesystem::path& folder, const HostServices& services)
-        : folder_(folder), services_(services) {}
+    LeftWorkFinder(const std::filesystem::path& folder, const HostServices& services,
+                   double pixelRatio)
+        : folder_(folder), services_(services), pixelRatio_(pixelRatio) {}
 
     void Find(const std::atomic<bool>& cancelled) {
         try {
@@ -112,19 +113,23 @@ class LeftWorkFinder {
         HeadlessProgress progress;
         MemoryClipboard clipboard;
         HeadlessWaveDevices devices(WavePace::kAsFastAsAsked);
-        return PictureOfLeftWork(
+        QImage picture = PictureOfLeftWork(
             work, {prompts, progress, clipboard, devices, services_.folder, services_.codecs},
-            kPictureSize);
+            kPictureSize * pixelRatio_);
+        picture.setDevicePixelRatio(pixelRatio_);
+        return picture;
     }
 
     const std::filesystem::path& folder_;
     const HostServices& services_;
+    double pixelRatio_;
 };
 
 }  // namespace
 
-Outcome OfferLeftWork(const std::filesystem::path& folder, Workspace& workspace, QWidget* parent) {
-    LeftWorkFinder found(folder, workspace.Services());
+Outcome OfferLeftWork(const std::filesystem::path& folder, Workspace& workspace, QWidget* parent,
+                      const std::function<void()>& beforeAsking) {
+    LeftWorkFinder found(folder, workspace.Services(), parent->devicePixelRatioF());
     {
         const auto window = workspace.Services().progress.CreateProgress("Unsaved Work");
         const auto find = [&](const std::atomic<bool>& cancelled) { found.Find(cancelled); };
@@ -135,6 +140,7 @@ Outcome OfferLeftWork(const std::filesystem::path& folder, Workspace& workspace,
     std::vector<LeftWorkRow> rows;
     for (std::size_t i = 0; i < left.size(); ++i)
         rows.push_back(RowOf(left[i], found.pictures[static_cast<qsizetype>(i)]));
+    beforeAsking();
     LeftWorkDialog dialog(rows, parent);
     dialog.exec();
     const std::vector<LeftWorkChoice> choices = dialog.Choices();
