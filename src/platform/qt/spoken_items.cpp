@@ -37,4 +37,22 @@ SpokenItems::Key SpokenItems::KeyOf(const QAccessibleInterface* item, Key otherw
     return otherwise;
 }
 
+int WidgetWithItems::childCount() const {
+    return QAccessibleWidget::childCount() + ItemCount();
+}
+
+QAccessibleInterface* WidgetWithItems::child(int index) const {
+    const int place = index - QAccessibleWidget::childCount();
+    if (place < 0) return QAccessibleWidget::child(index);
+    if (place >= ItemCount()) return nullptr;
+    return items_.Get(static_cast<SpokenItems::Key>(place), [&] { return MakeItem(place); });
+}
+
+int WidgetWithItems::indexOfChild(const QAccessibleInterface* child) const {
+    constexpr auto kNone = ~SpokenItems::Key{};
+    const SpokenItems::Key place = items_.KeyOf(child, kNone);
+    return place == kNone ? QAccessibleWidget::indexOfChild(child)
+                          : QAccessibleWidget::childCount() + static_cast<int>(place);
+}
+
 }  // namespace sonavel

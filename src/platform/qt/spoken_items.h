@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QAccessible>
+#include <QAccessibleWidget>
 #include <QPointer>
 #include <QWidget>
 #include <functional>
@@ -53,6 +54,24 @@ class SpokenItems {
 
   private:
     std::map<Key, QAccessible::Id> items_;
+};
+
+// A widget with such things behind its own children, in an order of their own.
+class WidgetWithItems : public QAccessibleWidget {
+  public:
+    using QAccessibleWidget::QAccessibleWidget;
+
+    int childCount() const final;
+    QAccessibleInterface* child(int index) const final;
+    int indexOfChild(const QAccessibleInterface* child) const final;
+
+  private:
+    virtual int ItemCount() const = 0;
+    // The item at a place in [0, ItemCount()); the caller registers it.
+    virtual QAccessibleInterface* MakeItem(int place) const = 0;
+
+    // By their places.
+    mutable SpokenItems items_;
 };
 
 }  // namespace sonavel

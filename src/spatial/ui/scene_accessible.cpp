@@ -110,23 +110,12 @@ QString SceneAccessible::text(QAccessible::Text kind) const {
     return text;
 }
 
-int SceneAccessible::childCount() const {
-    return OwnChildren() + static_cast<int>(Scene().Content().points.size());
+int SceneAccessible::ItemCount() const {
+    return static_cast<int>(Scene().Content().points.size());
 }
 
-QAccessibleInterface* SceneAccessible::child(int index) const {
-    const int point = index - OwnChildren();
-    if (point < 0) return QAccessibleWidget::child(index);
-    if (index >= childCount()) return nullptr;
-    return points_.Get(static_cast<SpokenItems::Key>(point),
-                       [&] { return new PointAccessible(Scene(), point); });
-}
-
-int SceneAccessible::indexOfChild(const QAccessibleInterface* child) const {
-    constexpr auto kNone = ~SpokenItems::Key{};
-    const SpokenItems::Key point = points_.KeyOf(child, kNone);
-    return point == kNone ? QAccessibleWidget::indexOfChild(child)
-                          : OwnChildren() + static_cast<int>(point);
+QAccessibleInterface* SceneAccessible::MakeItem(int place) const {
+    return new PointAccessible(Scene(), place);
 }
 
 }  // namespace sonavel

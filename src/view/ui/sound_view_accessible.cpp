@@ -53,7 +53,7 @@ QString NameOf(SoundPicture picture) {
 }  // namespace
 
 SoundViewAccessible::SoundViewAccessible(SoundViewWidget* widget)
-    : QAccessibleWidget(widget, QAccessible::Canvas) {}
+    : WidgetWithItems(widget, QAccessible::Canvas) {}
 
 QAccessibleInterface* SoundViewAccessible::MakeFor(QObject* object) {
     auto* widget = qobject_cast<SoundViewWidget*>(object);
@@ -98,23 +98,12 @@ QString SoundViewAccessible::text(QAccessible::Text kind) const {
     }
 }
 
-int SoundViewAccessible::childCount() const {
-    return OwnChildren() + static_cast<int>(View().Sound().Markers().Count());
+int SoundViewAccessible::ItemCount() const {
+    return static_cast<int>(View().Sound().Markers().Count());
 }
 
-QAccessibleInterface* SoundViewAccessible::child(int index) const {
-    const int number = index - OwnChildren();
-    if (number < 0) return QAccessibleWidget::child(index);
-    if (index >= childCount()) return nullptr;
-    return markers_.Get(static_cast<SpokenItems::Key>(number),
-                        [&] { return new MarkerAccessible(Widget(), number); });
-}
-
-int SoundViewAccessible::indexOfChild(const QAccessibleInterface* child) const {
-    constexpr auto kNone = ~SpokenItems::Key{};
-    const SpokenItems::Key number = markers_.KeyOf(child, kNone);
-    return number == kNone ? QAccessibleWidget::indexOfChild(child)
-                           : OwnChildren() + static_cast<int>(number);
+QAccessibleInterface* SoundViewAccessible::MakeItem(int place) const {
+    return new MarkerAccessible(Widget(), place);
 }
 
 }  // namespace sonavel

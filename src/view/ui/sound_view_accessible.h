@@ -2,8 +2,6 @@
 // is being played, and its markers as children, by the words of the status bar.
 #pragma once
 
-#include <QAccessibleWidget>
-
 #include "platform/qt/spoken_items.h"
 #include "view/ui/sound_view_widget.h"
 
@@ -12,7 +10,7 @@ namespace sonavel {
 // "cursor 00:00:01.000"; the selection where there is one, and what plays.
 QString PlaceText(const CSoundView& view);
 
-class SoundViewAccessible : public QAccessibleWidget {
+class SoundViewAccessible : public WidgetWithItems {
   public:
     explicit SoundViewAccessible(SoundViewWidget* widget);
 
@@ -20,19 +18,13 @@ class SoundViewAccessible : public QAccessibleWidget {
     static QAccessibleInterface* MakeFor(QObject* object);
 
     QString text(QAccessible::Text kind) const override;
-    // The markers come behind the scroll bars and buttons.
-    int childCount() const override;
-    QAccessibleInterface* child(int index) const override;
-    int indexOfChild(const QAccessibleInterface* child) const override;
 
   private:
+    int ItemCount() const override;
+    QAccessibleInterface* MakeItem(int place) const override;
     QString Value() const;
     SoundViewWidget& Widget() const { return *static_cast<SoundViewWidget*>(widget()); }
     const CSoundView& View() const { return Widget().View(); }
-    int OwnChildren() const { return QAccessibleWidget::childCount(); }
-
-    // By their place in the list.
-    mutable SpokenItems markers_;
 };
 
 }  // namespace sonavel
