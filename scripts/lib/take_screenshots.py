@@ -1,4 +1,5 @@
-"""Takes the pictures of the real program that PICTURES lists. Usage: take_screenshots.py OUT-FOLDER SCALE
+"""Takes the pictures of the real program that PICTURES lists.
+Usage: take_screenshots.py OUT-FOLDER SCALE POINTS [PICTURE]...
 
 Run by scripts/screenshots on a private desktop.
 """
@@ -16,6 +17,8 @@ from editor_driver import Editor, frame_extents, key, place_of, settled_pixels, 
 
 SAMPLES = pathlib.Path(__file__).resolve().parents[2] / "samples"
 EDITOR_SIZE = (1200, 800)
+# Of texts on a desktop that asks for nothing else, and the pixels of an inch there.
+USUAL_POINTS, USUAL_DPI = 9, 96
 
 WHOLE = ""  # the main frame with whatever lies over it
 
@@ -122,8 +125,9 @@ def place_with_frame(window):
 
 
 class Photographer:
-    def __init__(self, editor, folder, scale):
+    def __init__(self, editor, folder, scale, points):
         self.editor, self.folder, self.scale = editor, folder, scale
+        self.suffix = f"@{scale:g}x" + (f"-{points:g}pt" if points != USUAL_POINTS else "")
         self.takes = pathlib.Path(os.environ["TMPDIR"]) / "Takes"
         if not self.takes.exists():
             example_takes.write_takes(self.takes)
@@ -151,7 +155,7 @@ class Photographer:
         window = self.editor.wait_dialog(picture.window) if picture.window else self.editor.window
         settled_pixels(window)
         time.sleep(0.2)
-        path = self.folder / f"{picture.name}@{self.scale:g}x.png"
+        path = self.folder / f"{picture.name}{self.suffix}.png"
         if picture.window:
             self._import(path, "-frame", "-window", window)
         else:
@@ -207,8 +211,8 @@ def take_recovery(folder, scale):
 
 
 def main():
-    folder, scale = pathlib.Path(sys.argv[1]), float(sys.argv[2])
-    wanted = set(sys.argv[3:])
+    folder, scale, points = pathlib.Path(sys.argv[1]), float(sys.argv[2]), float(sys.argv[3])
+    wanted = set(sys.argv[4:])
     if not wanted or "recovery" in wanted:
         take_recovery(folder, scale)
     if wanted == {"recovery"}:
@@ -216,8 +220,9 @@ def main():
     sounds = pathlib.Path(os.environ["TMPDIR"]) / "Collection"
     if not sounds.exists():
         example_catalogue.write_catalogue(os.environ["SONAVEL_BIN"], sounds)
-    with Editor(SAMPLES / "welcome.wav", environment={"QT_SCALE_FACTOR": str(scale)}) as editor:
-        photographer = Photographer(editor, folder, scale)
+    look = {"QT_SCALE_FACTOR": str(scale), "QT_FONT_DPI": str(round(USUAL_DPI * points / USUAL_POINTS))}
+    with Editor(SAMPLES / "welcome.wav", environment=look) as editor:
+        photographer = Photographer(editor, folder, scale, points)
         photographer.lay_out()
         for picture in PICTURES:
             if not wanted or picture.name in wanted:

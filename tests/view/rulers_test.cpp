@@ -182,21 +182,23 @@ TEST(VerticalRuler, ALowLaneIsLabelledEvenlyFromItsCentre) {
     }
 }
 
-TEST(VerticalRuler, LabelsNeverTouchInAnyLaneAtAnyPlace) {
-    for (int height = 4; height < 150; height += 5) {
-        const std::vector<Rectangle> lanes = {{0, 0, 620, height},
-                                              {0, height + 3, 620, 2 * height}};
-        for (std::int64_t range = height; range < 40 * height; range = range * 3 / 2 + 1) {
-            for (std::int64_t position = 0; position + height <= range; position += range / 9 + 1) {
-                int last = -1000;
-                for (const LevelTick& tick : LevelTicks(lanes, {0, range, height, position})) {
-                    if (tick.label.empty()) continue;
-                    ASSERT_GE(tick.labelY - last, 10) << height << " " << range << " " << position;
-                    last = tick.labelY;
+TEST(VerticalRuler, LabelsNeverTouchInAnyLaneAtAnyPlaceInAnySize) {
+    for (const int labelHeight : {10, 17})
+        for (int height = 4; height < 150; height += 5) {
+            const std::vector<Rectangle> lanes = {{0, 0, 620, height},
+                                                  {0, height + 3, 620, 2 * height}};
+            for (std::int64_t range = height; range < 40 * height; range = range * 3 / 2 + 1)
+                for (std::int64_t place = 0; place + height <= range; place += range / 9 + 1) {
+                    int last = -1000;
+                    for (const LevelTick& tick :
+                         LevelTicks(lanes, {0, range, height, place}, labelHeight)) {
+                        if (tick.label.empty()) continue;
+                        ASSERT_GE(tick.labelY - last, labelHeight)
+                            << height << " " << range << " " << place;
+                        last = tick.labelY;
+                    }
                 }
-            }
         }
-    }
 }
 
 }  // namespace

@@ -48,7 +48,7 @@ PlayMeter::PlayMeter(const QString& name, QWidget* parent) : QWidget(parent) {
 QFont PlayMeter::LabelFont() {
     QFont font({QStringLiteral("DejaVu Sans"), QStringLiteral("NanumGothic")});
     font.setStyleHint(QFont::SansSerif);
-    font.setPixelSize(kLabelPixels);
+    font.setPixelSize(GrownWithDesktop(kLabelPixels));
     font.setBold(true);
     return font;
 }

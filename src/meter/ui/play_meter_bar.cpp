@@ -13,6 +13,7 @@ namespace {
 // The least side at which a lying meter's labels fit.
 constexpr int kLeastSide = 46;
 constexpr QSize kFirstSize{132, 240};
+constexpr int kReadOutPixels = 11;  // on a desktop of ordinary texts
 
 template <MeterScale kScale>
 Outcome Choose(PlayMeterBar& bar) {
@@ -55,12 +56,6 @@ MeterTextSize TextSizeOf(const QFont& font) {
     return {WidthIn(font), QFontMetrics(font).height()};
 }
 
-QFont ReadOutFont(const QFont& of) {
-    QFont font = of;
-    font.setPixelSize(11);
-    return font;
-}
-
 }  // namespace
 
 std::span<const Command<PlayMeterBar>> MeterCommands() {
@@ -98,7 +93,13 @@ void MeterPanel::resizeEvent(QResizeEvent*) {
 
 void MeterPanel::LayOut() {
     const Rectangle bar{0, 0, width(), height()};
-    places_ = LayOutMeterBar(bar, readOuts_, TextSizeOf(ReadOutFont(font())));
+    readOutFont_ = font();
+    // Small read-outs are better than none.
+    int pixels = GrownWithDesktop(kReadOutPixels);
+    do {
+        readOutFont_.setPixelSize(pixels--);
+        places_ = LayOutMeterBar(bar, readOuts_, TextSizeOf(readOutFont_));
+    } while (places_.leftReadOut.Empty() && pixels >= kReadOutPixels);
     left_->setGeometry(ToQRect(places_.meters.left));
     right_->setGeometry(ToQRect(places_.meters.right));
     for (PlayMeter* meter : {left_, right_}) meter->SetDirection(places_.meters.direction);
@@ -113,7 +114,7 @@ QString MeterPanel::ReadOut(const PlayMeter& meter) const {
 void MeterPanel::paintEvent(QPaintEvent*) {
     if (places_.leftReadOut.Empty()) return;
     QPainter painter(this);
-    painter.setFont(ReadOutFont(font()));
+    painter.setFont(readOutFont_);
     painter.setPen(palette().color(QPalette::WindowText));
     painter.drawText(ToQRect(places_.leftReadOut), Qt::AlignCenter, ReadOut(*left_));
     painter.drawText(ToQRect(places_.rightReadOut), Qt::AlignCenter, ReadOut(*right_));

@@ -49,6 +49,7 @@ class MeterPanel : public QWidget {
     PlayMeter* right_;
     MeterReadOuts readOuts_ = MeterReadOuts::kHidden;
     MeterBarPlaces places_;
+    QFont readOutFont_;
 };
 
 class PlayMeterBar : public QDockWidget, public PeakObserver {

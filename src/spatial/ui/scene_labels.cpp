@@ -11,6 +11,7 @@
 #include "spatial/ui/label_layout.h"
 #include "spatial/ui/listener_model.h"
 #include "spatial/ui/scene_balls.h"
+#include "view/ui/qt_values.h"
 
 namespace sonavel {
 namespace {
@@ -25,7 +26,7 @@ constexpr double kHiddenOpacity = 0.3;
 
 QFont FontOf(int pixels, QFont::Weight weight) {
     QFont font;
-    font.setPixelSize(pixels);
+    font.setPixelSize(GrownWithDesktop(pixels));
     font.setWeight(weight);
     return font;
 }

@@ -13,7 +13,6 @@ constexpr int kLabelOffset = 3;  // pixels from a major tick to its label
 constexpr int kLabelGap = 6;     // least distance between two labels
 constexpr int kLeastTickDistance = 4;
 constexpr int kLevelLabelRight = 5;  // of the ruler's left edge
-constexpr int kLevelLabelAbove = 6;  // above its tick
 
 // Room for any label of the ruler: the longest one, in the widest digits.
 int WidestLabel(const TimeSteps& steps, const TextWidth& textWidth) {
@@ -129,7 +128,7 @@ class LevelRulerLayout {
         tick.y = y;
         tick.percent = percent;
         tick.labelX = request_.area.left + kLevelLabelRight;
-        tick.labelY = y - kLevelLabelAbove;
+        tick.labelY = y - request_.labelAbove;
         ticks_.push_back(std::move(tick));
     }
 

@@ -60,6 +60,7 @@ struct VerticalRulerRequest {
     ScrollState vertical;
     std::int64_t fullScale = 0;
     int labelHeight = 0;  // the rows that a label needs for itself
+    int labelAbove = 6;   // its top above its tick
 };
 
 struct LevelTick {

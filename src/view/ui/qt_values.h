@@ -20,8 +20,17 @@ inline QColor ToQColor(Rgb colour) {
 }
 QString ToQString(std::string_view text);
 
-// The font of both rulers and of the grid's labels.
-QFont RulerFont();
+// The size of a text that is `pixels` high on a desktop of ordinary texts, 12 pixels high: grown as
+// the desktop's own are, never smaller.
+int GrownWithDesktop(int pixels);
+
+// What bounds a ruler's texts: the horizontal one and the gap for the grid's labels are a row of 20
+// pixels, the vertical one is a column as wide.
+enum class RulerRoom { kRow, kColumn };
+
+// The font of the rulers and of the grid's labels, grown with the desktop's as far as its room
+// allows.
+QFont RulerFont(RulerRoom room);
 TextWidth WidthIn(const QFont& font);
 
 }  // namespace sonavel

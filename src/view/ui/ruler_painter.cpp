@@ -15,7 +15,8 @@ constexpr int kMinorTick = 3;
 constexpr int kLevelTick = 3;
 constexpr int kMarkSize = 5;
 constexpr int kFrequencyLabelRight = 5;  // of the ruler's left edge
-constexpr int kFrequencyLabelAbove = 6;  // its top above its tick
+constexpr int kLabelAbove = 6;           // its top above its tick, in the ordinary size
+constexpr int kOrdinaryPixels = 11;
 
 enum class MarkShape { kCursor, kSelectionStart, kSelectionEnd };
 
@@ -51,9 +52,30 @@ void PaintMarks(QPainter& painter, const HorizontalRuler& ruler, int top,
     if (ruler.cursorX) PaintMark(painter, *ruler.cursorX, top, MarkShape::kCursor);
 }
 
+int DigitHeight(const QFont& font) {
+    return QFontMetrics(font).tightBoundingRect(QStringLiteral("-0123456789")).height();
+}
+
 // Of the digits, with a row of air at both sides.
 int LevelLabelHeight(const QFont& font) {
-    return QFontMetrics(font).tightBoundingRect(QStringLiteral("-0123456789")).height() + 2;
+    return DigitHeight(font) + 2;
+}
+
+double CentreOfDigits(const QFont& font) {
+    return QFontMetrics(font).ascent() - DigitHeight(font) / 2.0;
+}
+
+// The label's top above its tick: the digits stand beside it in any size as in the ordinary one.
+int LabelAbove(const QFont& font) {
+    QFont ordinary = font;
+    ordinary.setPixelSize(kOrdinaryPixels);
+    return kLabelAbove + qRound(CentreOfDigits(font) - CentreOfDigits(ordinary));
+}
+
+// Below the ticks and the marks in any size; digits have nothing below their line.
+int BaselineOf(const Rectangle& ruler, const QFont& font) {
+    const int usual = ruler.bottom - QFontMetrics(font).descent() - 1;
+    return std::min(std::max(usual, ruler.top + kMajorTick + DigitHeight(font)), ruler.bottom - 1);
 }
 
 // A label that is wider than its room is drawn narrower.
@@ -68,10 +90,11 @@ void DrawNarrowed(QPainter& painter, const QString& text, const QPoint& leftTop,
 }
 
 // A ruler's field, with the painter set up to draw ticks and labels in it.
-void BeginRuler(QPainter& painter, const Rectangle& area, const ColourTable& colours) {
+void BeginRuler(QPainter& painter, const Rectangle& area, RulerRoom room,
+                const ColourTable& colours) {
     painter.setClipRect(ToQRect(area), Qt::IntersectClip);
     painter.fillRect(ToQRect(area), ToQColor(colours[ColourSlot::kRulerBackground]));
-    painter.setFont(RulerFont());
+    painter.setFont(RulerFont(room));
     painter.setPen(ToQColor(colours[ColourSlot::kRulerText]));
 }
 
@@ -91,16 +114,17 @@ void PaintFrequencyRuler(QPainter& painter, const CSoundView& view) {
     const Rectangle lanes[] = {geometry.SpectrogramLane(0, channels),
                                geometry.SpectrogramLane(1, channels)};
     painter.save();
-    BeginRuler(painter, area, view.Settings().colours);
+    BeginRuler(painter, area, RulerRoom::kColumn, view.Settings().colours);
+    const int above = LabelAbove(painter.font());
     const QColor colour = painter.pen().color();
     painter.fillRect(area.left, area.top, 1, area.Height(), colour);
     for (const FrequencyTick& tick :
          LayOutFrequencyRuler({.lanes = std::span(lanes).first(channels),
          .scale = view.Settings().spectrogram.look.scale,
          .highest = view.Sound().GetSamplesPerSecond() / 2.0,
-         .labelHeight = LevelLabelHeight(RulerFont())})) {
+         .labelHeight = LevelLabelHeight(painter.font())})) {
         painter.fillRect(area.left, tick.y, kLevelTick, 1, colour);
-        const QPoint label(area.left + kFrequencyLabelRight, tick.y - kFrequencyLabelAbove);
+        const QPoint label(area.left + kFrequencyLabelRight, tick.y - above);
         if (!tick.label.empty()) DrawNarrowed(painter, ToQString(tick.label), label, area.right);
     }
     painter.restore();
@@ -123,9 +147,10 @@ void PaintHorizontalRuler(QPainter& painter, const HorizontalRulerRequest& reque
                           const ColourTable& colours) {
     const Rectangle& area = request.area;
     if (area.Empty()) return;
-    const HorizontalRuler ruler = LayOutHorizontalRuler(request, WidthIn(RulerFont()));
     painter.save();
-    BeginRuler(painter, area, colours);
+    BeginRuler(painter, area, RulerRoom::kRow, colours);
+    const HorizontalRuler ruler = LayOutHorizontalRuler(request, WidthIn(painter.font()));
+    const int baseline = BaselineOf(area, painter.font());
     const QColor colour = painter.pen().color();
     for (const TimeTick& tick : ruler.ticks)
         painter.fillRect(tick.x, area.top, 1,
@@ -134,7 +159,7 @@ void PaintHorizontalRuler(QPainter& painter, const HorizontalRulerRequest& reque
         const QString text = ToQString(label.text);
         // A label that would be cut at the right is not worth its place.
         if (label.x + painter.fontMetrics().horizontalAdvance(text) > area.right) continue;
-        painter.drawText(QPoint(label.x, area.bottom - painter.fontMetrics().descent() - 1), text);
+        painter.drawText(QPoint(label.x, baseline), text);
     }
     PaintMarks(painter, ruler, area.top, colours);
     painter.restore();
@@ -158,9 +183,10 @@ void PaintVerticalRuler(QPainter& painter, VerticalRulerRequest request,
                         const ColourTable& colours) {
     const Rectangle& area = request.area;
     if (area.Empty()) return;
-    request.labelHeight = LevelLabelHeight(RulerFont());
     painter.save();
-    BeginRuler(painter, area, colours);
+    BeginRuler(painter, area, RulerRoom::kColumn, colours);
+    request.labelHeight = LevelLabelHeight(painter.font());
+    request.labelAbove = LabelAbove(painter.font());
     const QColor colour = painter.pen().color();
     painter.fillRect(area.left, area.top, 1, area.Height(), colour);
     for (const LevelTick& tick : LayOutVerticalRuler(request)) {

@@ -12,7 +12,7 @@ namespace sonavel {
 void PaintHorizontalRuler(QPainter& painter, const CSoundView& view);
 void PaintVerticalRuler(QPainter& painter, const CSoundView& view);
 
-// The same for what is no view; the labels' height is the painter's own.
+// The same for what is no view; the labels' height and place are the painter's own.
 void PaintHorizontalRuler(QPainter& painter, const HorizontalRulerRequest& request,
                           const ColourTable& colours);
 void PaintVerticalRuler(QPainter& painter, VerticalRulerRequest request,

@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "view/ui/qt_values.h"
+
 namespace sonavel {
 
 WaveformLook WaveformLook::Of(const CSoundView& view, double pixelRatio) {
@@ -26,6 +28,7 @@ WaveformLook WaveformLook::Of(const CSoundView& view, double pixelRatio) {
     look.centreLine = view.Settings().display.centreLine;
     look.grid = view.Settings().grid;
     look.statusFormat = view.Settings().statusFormat;
+    look.gridTextPixels = RulerFont(RulerRoom::kRow).pixelSize();
     look.pixelRatio = pixelRatio;
     return look;
 }

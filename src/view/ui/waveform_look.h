@@ -26,6 +26,7 @@ struct WaveformLook {
     int centreLine = 0;
     GridSettings grid;
     StatusFormat statusFormat = StatusFormat::kTime;
+    int gridTextPixels = 0;
     double pixelRatio = 1;  // device pixels of a pixel
 
     static WaveformLook Of(const CSoundView& view, double pixelRatio);

@@ -87,7 +87,7 @@ void WaveformRenderer::FillBetween(QPainter& painter, const std::array<Rectangle
 }
 
 void WaveformRenderer::DrawGrid(QPainter& painter) const {
-    const QFont font = RulerFont();
+    const QFont font = RulerFont(RulerRoom::kRow);
     const QColor colour = ToQColor(look_.colours[ColourSlot::kGrid]);
     painter.setFont(font);
     painter.setPen(colour);
