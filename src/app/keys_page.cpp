@@ -51,6 +51,8 @@ KeysPage::KeysPage(std::vector<KeyRow> rows, QWidget* parent)
     notice_->setWordWrap(true);
     connect(set_, &QComboBox::activated, this, &KeysPage::TakeSet);
     connect(search_, &QLineEdit::textChanged, this, &KeysPage::Search);
+    // Tab goes on to the next control, not to the next of hundreds of cells.
+    table_->setTabKeyNavigation(false);
     connect(table_, &QTableWidget::cellChanged, this, &KeysPage::TakeKeys);
     ShowKeys();
 }

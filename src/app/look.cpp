@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFont>
 #include <QFontInfo>
+#include <QPainter>
 #include <QPalette>
 #include <QProxyStyle>
 #include <QStyleOptionToolButton>
@@ -65,6 +66,28 @@ class ProgramStyle : public QProxyStyle {
         QStyleOptionToolButton calm = *button;
         calm.state.setFlag(State_MouseOver, false);
         QProxyStyle::drawControl(element, &calm, painter, widget);
+    }
+
+    // Lists and pages of text show the keyboard at their frame, also while nothing is chosen in
+    // them; buttons within theirs, where the default one looks the same with it and without.
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override {
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+        if (!option->state.testFlag(State_HasFocus)) return;
+        if (element == PE_Frame) DrawFocus(*painter, *option, 0);
+        if (element == PE_PanelButtonCommand && option->state.testFlag(State_KeyboardFocusChange))
+            DrawFocus(*painter, *option, kFocusInset);
+    }
+
+  private:
+    static constexpr int kFocusInset = 3;  // pixels within a button
+
+    static void DrawFocus(QPainter& painter, const QStyleOption& option, int inset) {
+        painter.save();
+        painter.setPen(option.palette.color(QPalette::Highlight));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRect(option.rect.adjusted(inset, inset, -1 - inset, -1 - inset));
+        painter.restore();
     }
 };
 

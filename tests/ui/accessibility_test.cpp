@@ -6,15 +6,24 @@
 #include "app/accessibility.h"
 #include "app/command_ids.h"
 #include "app/command_palette.h"
+#include "app/exchange/editor_scripts.h"
+#include "app/exchange/import_dialog.h"
+#include "app/exchange/refused_files_box.h"
 #include "app/help/manual_window.h"
+#include "app/look.h"
+#include "app/recovery/left_work_dialog.h"
 #include "app_fixture.h"
+#include "catalogue/ui/catalogue_window.h"
 #include "effects/effect_table.h"
 #include "effects/ui/effect_command_target.h"
 #include "meter/ui/play_meter.h"
+#include "platform/qt/channel_conversion_dialog.h"
+#include "spatial/ui/preset_name_dialog.h"
 #include "spatial/ui/scene_widget.h"
+#include "spatial/ui/shape_dialog.h"
 #include "spatial/ui/spatial_commands.h"
+#include "ui/focus_walk.h"
 #include "view/commands/view_commands.h"
-#include "view/ui/marker_dialog.h"
 #include "view/ui/sound_view_widget.h"
 
 namespace sonavel {
@@ -75,45 +84,6 @@ QStringList Unexplained(QWidget& dialog) {
     return names;
 }
 
-bool TakesTab(const QWidget& widget) {
-    return widget.isVisible() && widget.isEnabled() && !widget.focusProxy() &&
-           (widget.focusPolicy() & Qt::TabFocus) != 0;
-}
-
-std::vector<const QWidget*> TabWay(const QWidget& dialog) {
-    std::vector<const QWidget*> way;
-    const QWidget* begin = dialog.focusWidget();
-    for (const QWidget* next = begin; next; next = next->nextInFocusChain()) {
-        if (dialog.isAncestorOf(next) && TakesTab(*next)) way.push_back(next);
-        if (next->nextInFocusChain() == begin) break;
-    }
-    return way;
-}
-
-// Where Tab goes back up, though not to the head of the next column, or back to the left on one
-// line.
-QString JumpOfTab(const QWidget& dialog, const QWidget& last, const QWidget& next) {
-    const QRect from(last.mapTo(&dialog, QPoint()), last.size());
-    const QRect to(next.mapTo(&dialog, QPoint()), next.size());
-    const bool isAbove = to.bottom() < from.top() && to.left() <= from.left();
-    const bool onOneLine = to.top() <= from.bottom() && from.top() <= to.bottom();
-    if (!isAbove && !(onOneLine && to.right() < from.left())) return {};
-    const auto name = [](const QWidget& widget) {
-        return QLatin1String(widget.metaObject()->className()) + u' ' + widget.accessibleName();
-    };
-    return QStringLiteral("%1: %2 -> %3").arg(dialog.windowTitle(), name(last), name(next));
-}
-
-// One is the way back to the beginning.
-QStringList JumpsOfTab(const QWidget& dialog) {
-    QStringList jumps;
-    const std::vector<const QWidget*> way = TabWay(dialog);
-    for (std::size_t i = 0; i < way.size(); ++i)
-        jumps << JumpOfTab(dialog, *way[i], *way[(i + 1) % way.size()]);
-    jumps.removeAll(QString());
-    return jumps.size() > 1 ? jumps : QStringList();
-}
-
 std::string Nameless(QWidget& window) {
     QStringList nameless;
     CollectNameless(QAccessible::queryAccessibleInterface(&window), nameless);
@@ -122,7 +92,10 @@ std::string Nameless(QWidget& window) {
 
 class AccessibilityTest : public AppFixture {
   protected:
-    AccessibilityTest() { InstallAccessibility(); }
+    AccessibilityTest() {
+        InstallAccessibility();
+        ApplyLook();
+    }
 
     void OpenSoundWithMarkers() {
         ASSERT_TRUE(App().OpenFile(WavFile("spoken.wav", 2)));
@@ -132,7 +105,7 @@ class AccessibilityTest : public AppFixture {
         Active().SetMarkers(markers);
     }
     QStringList unexplained_;
-    QStringList jumps_;
+    QStringList complaints_;
 
     // Of the dialog that the command opens, which is then cancelled.
     std::string NamelessInDialogOf(int command) {
@@ -144,11 +117,8 @@ class AccessibilityTest : public AppFixture {
             timer.stop();
             nameless = Nameless(*dialog);
             unexplained_ << Unexplained(*dialog);
-            // The order of the toolkit's own dialog is the toolkit's. That of markers goes from the
-            // fields to the buttons beside them, and last to the list above.
-            const bool isItsOwn =
-                qobject_cast<QFileDialog*>(dialog) || qobject_cast<MarkerDialog*>(dialog);
-            if (!isItsOwn) jumps_ << JumpsOfTab(*dialog);
+            // Within the toolkit's own dialog the order is the toolkit's.
+            if (!qobject_cast<QFileDialog*>(dialog)) complaints_ << FocusComplaints(*dialog);
             static_cast<QDialog*>(dialog)->reject();
         });
         timer.start(5);
@@ -187,6 +157,9 @@ TEST_F(AccessibilityTest, EveryControlOfTheDialogsHasAName) {
                               int{view_command::kMarkerEdit},
                               int{view_command::kZoomUser},
                               int{view_command::kFindPauses},
+                              int{view_command::kSpectrogramSettings},
+                              int{view_command::kClipboardContents},
+                              int{app_command::kPalette},
                               int{app_command::kKeys},
                               int{app_command::kExportRegions},
                               int{spatial_command::kPlaceMany},
@@ -198,7 +171,42 @@ TEST_F(AccessibilityTest, EveryControlOfTheDialogsHasAName) {
                               int{effect_command::kConvert}})
         EXPECT_EQ(NamelessInDialogOf(command), "") << command;
     EXPECT_EQ(unexplained_.join(u'\n').toStdString(), "") << "controls without a tool tip";
-    EXPECT_EQ(jumps_.join(u'\n').toStdString(), "") << "where Tab does not follow the eye";
+    EXPECT_EQ(complaints_.join(u'\n').toStdString(), "") << "of the keyboard";
+}
+
+// Shows it, walks through it and closes it.
+QStringList ComplaintsOfWindow(QWidget& window) {
+    window.show();
+    const QStringList complaints = FocusComplaints(window);
+    window.close();
+    return complaints;
+}
+
+TEST_F(AccessibilityTest, TheKeyboardGoesThroughTheOtherWindowsInOrder) {
+    ImportQuestion question;
+    question.description.channels = 6;
+    question.description.rate = 48000;
+    question.place = ImportQuestion::Place::kMoreFollow;
+    LeftWorkRow row;
+    row.name = "a";
+    const std::unique_ptr<QWidget> windows[] = {
+        std::make_unique<ShapeDialog>(ShapeNumbers{}, nullptr),
+        std::make_unique<PresetNameDialog>("Save", "one", nullptr),
+        std::make_unique<LeftWorkDialog>(std::vector{row, row}),
+        std::make_unique<ImportDialog>(question),
+        std::make_unique<ChannelConversionDialog>(ChannelConversion::kMonoToStereo),
+        std::make_unique<ScriptOutputDialog>("Done", "frames=1"),
+        std::make_unique<RefusedFilesBox>(std::vector<RefusedFile>{{"/a.wav", "24-bit sound"}}),
+        std::make_unique<ManualWindow>(),
+    };
+    QStringList complaints;
+    for (const auto& window : windows) complaints << ComplaintsOfWindow(*window);
+    OpenSoundWithMarkers();
+    Run(app_command::kSampleDatabase);
+    auto* catalogue = qobject_cast<CatalogueWindow*>(QApplication::activeWindow());
+    ASSERT_TRUE(catalogue);
+    complaints << ComplaintsOfWindow(*catalogue);
+    EXPECT_EQ(complaints.join(u'\n').toStdString(), "");
 }
 
 TEST_F(AccessibilityTest, TheWaveformSpeaksOfItsPlaceAndItsMarkers) {

@@ -4,6 +4,7 @@
 
 #include "catalogue/ui/catalogue_icons.h"
 #include "catalogue/ui/catalogue_window.h"
+#include "platform/qt/tab_order.h"
 
 namespace sonavel {
 
@@ -107,6 +108,7 @@ void CatalogueWindow::Build() {
     whole->addWidget(splitter_, 1);
     status_ = new CatalogueStatus(this);
     whole->addWidget(status_);
+    TabAsLaidOut(*this);
 }
 
 }  // namespace sonavel

@@ -1,6 +1,7 @@
 #include "platform/qt/tab_order.h"
 
 #include <QGridLayout>
+#include <QSplitter>
 #include <algorithm>
 #include <tuple>
 #include <vector>
@@ -30,10 +31,18 @@ std::vector<Entry> InOrder(QLayout& layout) {
     return entries;
 }
 
+void Collect(QLayout& layout, std::vector<QWidget*>& order);
+
+void CollectParts(const QSplitter& splitter, std::vector<QWidget*>& order) {
+    for (int i = 0; i < splitter.count(); ++i)
+        if (QLayout* layout = splitter.widget(i)->layout()) Collect(*layout, order);
+}
+
 void Collect(QLayout& layout, std::vector<QWidget*>& order) {
     for (const Entry& entry : InOrder(layout)) {
         QWidget* widget = entry.item->widget();
         if (widget && (widget->focusPolicy() & Qt::TabFocus) != 0) order.push_back(widget);
+        if (auto* splitter = qobject_cast<QSplitter*>(widget)) CollectParts(*splitter, order);
         QLayout* inner = widget ? widget->layout() : entry.item->layout();
         if (inner) Collect(*inner, order);
     }

@@ -5,8 +5,8 @@
 
 namespace sonavel {
 
-// As the layouts have it: boxes in their order, grids row by row, nested ones in their place. In
-// whatever order the widgets were made.
+// As the layouts have it: boxes in their order, grids row by row, nested ones and the parts of
+// splitters in their place. In whatever order the widgets were made.
 void TabAsLaidOut(const QWidget& dialog);
 
 }  // namespace sonavel

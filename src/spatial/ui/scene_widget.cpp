@@ -21,6 +21,7 @@ namespace {
 constexpr float kRoomRound = 1.16f;
 constexpr double kKeyPixels = 20;
 constexpr int kWheelStep = 120;
+constexpr int kFocusFrame = 2;  // pixels
 
 QSurfaceFormat SceneFormat() {
     QSurfaceFormat format = QSurfaceFormat::defaultFormat();
@@ -40,6 +41,8 @@ SceneWidget::SceneWidget(QWidget* parent) : QOpenGLWidget(parent), undrawn_(new 
         tr("The scene cannot be drawn on this display.\n"
            "Choose the points by their numbers."));
     undrawn_->setAlignment(Qt::AlignCenter);
+    undrawn_->setFrameStyle(QFrame::Box | QFrame::Plain);
+    undrawn_->setLineWidth(0);
     // A scene that is not drawn is black.
     undrawn_->setAutoFillBackground(true);
     undrawn_->hide();
@@ -106,6 +109,19 @@ void SceneWidget::paintGL() {
     renderer_->Draw({camera_, lines, balls, static_cast<float>(devicePixelRatioF())});
     QPainter painter(this);
     DrawSceneLabels(painter, LabelsOf(camera_, content_, rings));
+    if (!hasFocus()) return;
+    painter.setPen(QPen(palette().color(QPalette::Highlight), kFocusFrame));
+    painter.drawRect(QRectF(rect()).adjusted(1, 1, -1, -1));
+}
+
+void SceneWidget::focusInEvent(QFocusEvent* event) {
+    QOpenGLWidget::focusInEvent(event);
+    undrawn_->setLineWidth(kFocusFrame);
+}
+
+void SceneWidget::focusOutEvent(QFocusEvent* event) {
+    QOpenGLWidget::focusOutEvent(event);
+    undrawn_->setLineWidth(0);
 }
 
 void SceneWidget::resizeEvent(QResizeEvent* event) {

@@ -90,6 +90,11 @@ QLayout* MarkerDialog::MakeButtons() {
         button->setAutoDefault(false);
         column->addWidget(button);
     }
+    // Beside the list they come before the fields.
+    setTabOrder(list_, add);
+    setTabOrder(add, edit_);
+    setTabOrder(edit_, delete_);
+    setTabOrder(delete_, label_);
     column->addStretch(1);
     connect(add, &QPushButton::clicked, this, &MarkerDialog::AddMarker);
     connect(edit_, &QPushButton::clicked, this, &MarkerDialog::EditMarker);
