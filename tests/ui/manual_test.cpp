@@ -1,4 +1,6 @@
 #include <QFile>
+#include <QMap>
+#include <QMenuBar>
 #include <QRegularExpression>
 
 #include "app/command_ids.h"
@@ -68,10 +70,54 @@ TEST(Manual, IsSearchedForAllWordsInWhateverCase) {
     EXPECT_TRUE(PagesWith(QStringLiteral("tremolo zebra")).isEmpty());
 }
 
+// "Edit > Marker > List" and the key beside it, of every item below a menu.
+void CollectItems(const QWidget& menu, const QString& above, QMap<QString, QString>& keys) {
+    for (const QAction* action : menu.actions()) {
+        QString name = action->text().section(u'\t', 0, 0).remove(u'&').remove(u'…');
+        while (name.endsWith(u'.')) name.chop(1);
+        const QString path = above.isEmpty() ? name : above + QStringLiteral(" > ") + name;
+        const QString shown = action->text().section(u'\t', 1, 1);
+        keys[path] = shown.isEmpty() ? action->shortcut().toString() : shown;
+        if (action->menu()) CollectItems(*action->menu(), path, keys);
+    }
+}
+
+// What the manual prints as a way through the menus, with the key that it names there.
+std::vector<std::pair<QString, QString>> WaysNamedIn(QString text) {
+    text.replace(QRegularExpression(QStringLiteral("\\[([^\\]]+)\\]\\([^)]+\\)")),
+                 QStringLiteral("\\1"));
+    static const QRegularExpression way(
+        QStringLiteral("[*`]([A-Z][^*`>]* > [^*`]+)[*`](?: \\(`([^`]+)`\\))?"));
+    std::vector<std::pair<QString, QString>> ways;
+    for (auto i = way.globalMatch(text); i.hasNext();) {
+        const QRegularExpressionMatch match = i.next();
+        QString path = match.captured(1);
+        while (path.endsWith(u'.')) path.chop(1);
+        ways.emplace_back(path, match.captured(2));
+    }
+    return ways;
+}
+
 class ManualWindowTest : public AppFixture {
   protected:
     ManualWindow& Window() { return *App().Help().Window(); }
 };
+
+TEST_F(ManualWindowTest, EveryWayThroughTheMenusIsThereWithItsKey) {
+    QMap<QString, QString> keys;
+    Frame().Actions().Refresh();
+    CollectItems(*Frame().menuBar(), {}, keys);
+    int named = 0;
+    for (const ManualPage& page : ManualPages())
+        for (const auto& [way, key] : WaysNamedIn(TextOfPage(QLatin1String(page.name)))) {
+            if (way.startsWith(QStringLiteral("Preferences > "))) continue;  // a page of a dialog
+            ++named;
+            EXPECT_TRUE(keys.contains(way)) << page.name << ": " << way.toStdString();
+            EXPECT_TRUE(key.isEmpty() || keys[way] == key)
+                << page.name << ": " << way.toStdString() << " has " << keys[way].toStdString();
+        }
+    EXPECT_GT(named, 30);
+}
 
 TEST_F(ManualWindowTest, OpensFromTheMenuAndFollowsItsLinksAndSearch) {
     Frame().Actions().Action(app_command::kManualKeys)->trigger();
