@@ -32,6 +32,18 @@ def wait_for(what, condition, seconds=WAIT_SECONDS):
         time.sleep(0.03)
 
 
+def repeat_until(what, act, seen, seconds=3.0):
+    """Acts until seen() is true, again whenever a busy display has let the keys or the mouse go by."""
+    def acted():
+        act()
+        try:
+            return wait_for(what, seen, seconds)
+        except DriveError:
+            return None
+
+    return wait_for(what, acted)
+
+
 def bounded(*command):
     """A command that ends with this process, however that ends."""
     return ["setpriv", "--pdeathsig", "KILL", *map(str, command)]
@@ -89,7 +101,7 @@ def frame_extents(window):
 def drag(start, end, hold=0.0):
     """A drag with the left button between two places of the screen, with steps between, held there for
     some seconds before the button is let go."""
-    xdotool("mousemove", "--sync", *start, "mousedown", 1)
+    xdotool("mousemove", *start, "mousedown", 1)
     for step in range(1, 9):
         place = [round(a + (b - a) * step / 8) for a, b in zip(start, end)]
         xdotool("mousemove", *place)

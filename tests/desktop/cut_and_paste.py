@@ -3,7 +3,8 @@
 import pathlib
 
 import sounds
-from editor_driver import Editor, drag, key, place_of
+import spoken
+from editor_driver import Editor, key, place_of
 
 FRAME = sounds.FRAME_BYTES
 
@@ -30,7 +31,8 @@ def main():
         editor.wait_title("Sonavel - whole.wav")
         x, y, width, height = place_of(editor.window)
         # The child window fills four fifths of the area from its left top corner on.
-        drag((x + width // 4, y + height // 2), (x + width // 2, y + height // 2))
+        spoken.select_by_drag(spoken.waveform(editor, "whole.wav"), (x + width // 4, y + height // 2),
+                              (x + width // 2, y + height // 2))
         key("ctrl+x")
         editor.wait_title("Sonavel - whole.wav*")
         rest = save(editor, "rest.wav")

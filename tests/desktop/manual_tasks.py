@@ -7,7 +7,7 @@ import subprocess
 
 import sounds
 import spoken
-from editor_driver import Editor, drag, key, place_of, type_text, wait_for, xdotool
+from editor_driver import Editor, key, place_of, type_text, wait_for, xdotool
 
 MANUAL = pathlib.Path(__file__).resolve().parents[2] / "docs" / "manual"
 
@@ -54,15 +54,14 @@ def cut_speech():
         key("space")
         wait_for("silence", lambda: "Playing" not in task.wave.description)
         key("Up", "Up")
-        drag(task.at(0.3), task.at(0.5))
-        task.wait_said("selected")
+        spoken.select_by_drag(task.wave, task.at(0.3), task.at(0.5))
         task.menu("Edit", "Snap to Zero Crossings")
         task.menu("Control", "Preview cut/cursor")
         task.wait_said("Playing")
         key("space")
         key("Delete")
         task.editor.wait_title("Sonavel - speech.wav*")
-        drag(task.at(0.3), task.at(0.4))
+        spoken.select_by_drag(task.wave, task.at(0.3), task.at(0.4))
         key("ctrl+x")
         xdotool("mousemove", *task.at(0.6), "click", 1)
         key("ctrl+v")

@@ -6,14 +6,14 @@ import re
 import subprocess
 
 from catalogue import write_catalogue
-from editor_driver import DriveError, Editor, drag, key, settled_pixels, wait_for, xdotool
+from editor_driver import Editor, drag, key, repeat_until, settled_pixels, wait_for, xdotool
 import sounds
 
 EMPTY_PLACE = (1200, 960)  # of the main window, behind the last button of the window list
 
 
 def click(place, button=1):
-    xdotool("mousemove", "--sync", *place, "click", button)
+    xdotool("mousemove", *place, "click", button)
 
 
 def middle(item):
@@ -26,15 +26,9 @@ def choose(editor, menu, name):
     """Clicks on a menu and on an item of it, where it should be on the screen."""
     settled_pixels(editor.window)
 
-    def opened():
-        # A click that comes while the window is being fitted to the screen opens nothing.
-        click(middle(menu))
-        try:
-            return wait_for("the menu", lambda: menu.find("menu item", name).has("SHOWING"), seconds=2)
-        except DriveError:
-            return False
-
-    wait_for(f"{name!r} in an open menu", opened)
+    # A click that comes while the window is being fitted to the screen opens nothing.
+    repeat_until(f"{name!r} in an open menu", lambda: click(middle(menu)),
+                 lambda: menu.find("menu item", name).has("SHOWING"))
     click(middle(menu.find("menu item", name)))
 
 
@@ -95,19 +89,26 @@ def float_a_bar(editor, frame):
 def drag_a_sound(editor):
     """From the table of the catalogue into the main window beside it."""
     xdotool("mousemove", *EMPTY_PLACE)
+    settled_pixels(editor.window)  # the status bar follows the pointer
     take_screen("before.png")
     bar = next(it for it in editor.window.item.children() if it.role == "menu bar")
     bar.find("menu item", "Sample File Database").press()
     catalogue = editor.wait_dialog("^Sample File Database$").item
     wait_for("the sound in the table", lambda: catalogue.find("table cell", "dragged.wav"))
-    take_screen("after.png")
-    left, top, width, height = changed_area("before.png", "after.png")
     _, _, inner_width, inner_height = catalogue.area()
+
+    def shown():
+        take_screen("after.png")
+        place = changed_area("before.png", "after.png")
+        return place[2] >= inner_width and place[3] >= inner_height and place
+
+    left, top, width, height = wait_for("the window on the screen", shown)
     edge = (width - inner_width) // 2
     cell_left, cell_top, _, cell_height = catalogue.find("table cell", "dragged.wav").area()
     start = (left + edge + cell_left + 20, top + height - edge - inner_height + cell_top + cell_height // 2)
-    drag(start, (left // 2, 950) if left > 60 else (1580, 950), hold=0.3)
-    wait_for("the dragged sound", lambda: editor.title() == "Sonavel - dragged.wav")
+    end = (left // 2, 950) if left > 60 else (1580, 950)
+    repeat_until("the dragged sound", lambda: drag(start, end, hold=0.3),
+                 lambda: editor.title() == "Sonavel - dragged.wav")
 
 
 def main():

@@ -7,7 +7,7 @@ Importing this starts the bus; an Editor started afterwards speaks on it.
 import os
 import subprocess
 
-from editor_driver import bounded, wait_for
+from editor_driver import bounded, drag, repeat_until, wait_for
 
 
 def _start_bus():
@@ -141,6 +141,17 @@ def program():
 
 def windows_of(application):
     return [it for it in application.children() if it.has("SHOWING") or it.has("VISIBLE")]
+
+
+def waveform(editor, title):
+    """That of the sound of this title, in the program's main window."""
+    frame = next(it for it in windows_of(program()) if editor.title() == it.name)
+    return wait_for("the waveform", lambda: frame.find("canvas", title))
+
+
+def select_by_drag(wave, start, end):
+    """Drags between two places of the screen, on a waveform without a selection."""
+    repeat_until("a drag that selects", lambda: drag(start, end), lambda: "selected" in wave.description)
 
 
 def complaints(window):

@@ -67,7 +67,8 @@ def pixels_of(window, area=None):
 
 def windows(self, name="."):
     found = [item for item in spoken.programs() if item.process() == self.process.pid]
-    return [Window(it) for item in found for it in spoken.windows_of(item) if re.search(name, it.name)]
+    shown = [Window(it) for item in found for it in spoken.windows_of(item) if re.search(name, it.name)]
+    return [window for window in shown if window != self.logo]
 
 
 def logo_and_frame(self):
@@ -81,23 +82,45 @@ def logo_and_frame(self):
 
 def activate(self, window=None):
     wanted = window or self.window
-    xdotool("windowfocus", os.environ["SONAVEL_COMPOSITOR"])
-    wait_for("the window to have the focus", lambda: active_window() == wanted)
+
+    def has_keyboard():
+        if active_window() == wanted:
+            return True
+        xdotool("windowfocus", os.environ["SONAVEL_COMPOSITOR"])
+        return False
+
+    try:
+        wait_for("the window to have the focus", has_keyboard, seconds=3)
+    except DriveError:
+        # The compositor has given the keyboard to another window or to none; it passes it on by this key.
+        editor_driver.repeat_until("the window to have the focus", lambda: key("super+Tab"), has_keyboard)
 
 
-# The logo goes by itself.
-editor_driver.LOGO_SAFE_SECONDS = 0
-def fill_screen(self):
-    wait_until_shown(self)
-    if not fills_screen(self.window):
-        key("super+shift+f")
-    wait_for("the main window to fill the screen", lambda: fills_screen(self.window))
+def wait_until_shown(self):
+    # The logo lies behind the main window, and goes in its time.
+    self.logo, frame = wait_for("the main frame", self._logo_and_frame)
+    self.window = frame
+    self.activate()
+    if not fills_screen(frame):
+        editor_driver.repeat_until("the main window to fill the screen", lambda: key("super+shift+f"),
+                                   lambda: fills_screen(frame), seconds=8)
+    meet_pointers()
+    # The program knows its size before the compositor shows it.
+    editor_driver.settled_pixels(frame)
 
 
-wait_until_shown = Editor._wait_until_shown
+def meet_pointers():
+    """The compositor follows the display's pointer by steps, at times from another place than where that one is;
+    in a corner, where neither goes on, both meet."""
+    right, bottom = (side - 1 for side in SCREEN)
+    for place in ((right, bottom), (0, 0), (right // 2, bottom // 2)):
+        xdotool("mousemove", *place)
+
+
 for name in ("title_of", "place_of", "is_dialog", "active_window", "pixels_of"):
     setattr(editor_driver, name, globals()[name])
+Editor.logo = None
 Editor.windows = windows
 Editor.activate = activate
 Editor._logo_and_frame = logo_and_frame
-Editor._wait_until_shown = fill_screen
+Editor._wait_until_shown = wait_until_shown
