@@ -3,6 +3,7 @@
 // untouched range at the same loudness.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -22,6 +23,14 @@ class LiveRenderer {
     // may lie beyond it. They follow those asked for last, or begin the range anew; after that,
     // and at first, they may also begin anywhere. Throws std::bad_alloc alone.
     virtual void Render(std::uint32_t first, std::span<float> pairs) = 0;
+
+    // Does what has to be done to render from about that frame on, so that the first Render() takes
+    // no longer than those behind it. Before it is heard, and on another thread. Throws
+    // std::bad_alloc alone.
+    virtual void Prepare(std::uint32_t first) {
+        std::array<float, 2> frame{};
+        Render(first, frame);
+    }
 };
 
 enum class Bypass { kOff, kOn };

@@ -77,11 +77,20 @@ void LivePlayer::MakeUntilStopped() {
     while (true) {
         set_.Wait();
         if (stopping_) return;
-        auto made = maker_->MakeLatest(renderedTo_);
+        auto made = MakeReady();
         if (!made) continue;
         delete made_.exchange(made.release());
         room_.Raise();
     }
+}
+
+// What is heard stays as it was where the memory is short.
+std::unique_ptr<LiveRenderer> LivePlayer::MakeReady() try {
+    auto made = maker_->MakeLatest();
+    if (made) made->Prepare(renderedTo_);
+    return made;
+} catch (const std::bad_alloc&) {
+    return nullptr;
 }
 
 bool LivePlayer::HasToRender() const {

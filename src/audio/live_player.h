@@ -17,17 +17,17 @@
 
 namespace sonavel {
 
-// Makes renderers of what a person sets.
+// Makes renderers of what a person sets. Without memory it throws std::bad_alloc.
 class LiveMaker {
   public:
     virtual ~LiveMaker() = default;
 
     virtual LiveRange Range() const = 0;
-    // The range as it is; null without memory.
+    // The range as it is.
     virtual std::unique_ptr<LiveRenderer> MakeUntouched() = 0;
-    // Of what was set last, ready to render from about the frame `at` on; null when nothing has
-    // been set since, or when it cannot be rendered. On a thread of its own, one call at a time.
-    virtual std::unique_ptr<LiveRenderer> MakeLatest(std::uint32_t at) = 0;
+    // Of what was set last; null when nothing has been set since, or when it cannot be rendered. On
+    // a thread of its own, one call at a time.
+    virtual std::unique_ptr<LiveRenderer> MakeLatest() = 0;
 };
 
 // The greatest magnitudes, as shares of full scale.
@@ -72,6 +72,7 @@ class LivePlayer : private FrameSupply {
     bool Flows();
     void NotePeaks(std::span<const float> pairs);
     void MakeUntilStopped();
+    std::unique_ptr<LiveRenderer> MakeReady();
     void RenderUntilStopped();
     bool HasToRender() const;
     void DropMade() { delete made_.exchange(nullptr); }

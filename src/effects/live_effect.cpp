@@ -1,10 +1,7 @@
 #include "effects/live_effect.h"
 
 #include <algorithm>
-#include <array>
-#include <new>
 
-#include "audio/untouched_range.h"
 #include "effects/piece_input.h"
 #include "effects/quantizer.h"
 #include "sound/sample_io.h"
@@ -178,22 +175,11 @@ const char* LiveNote(const Effect& effect) {
                : "Live holds at full scale: the result may differ in level.";
 }
 
-std::unique_ptr<LiveRenderer> LiveEffect::MakeUntouched() try {
-    return std::make_unique<UntouchedRange>(sound_, range_);
-} catch (const std::bad_alloc&) {
-    return nullptr;
-}
-
-std::unique_ptr<LiveRenderer> LiveEffect::MakeLatest(std::uint32_t at) try {
+std::unique_ptr<LiveRenderer> LiveEffect::MakeLatest() {
     std::vector<double>* const values = values_.Take();
     if (!values) return nullptr;
-    auto made = std::make_unique<ProcessedRange>(effect_, sound_, range_, std::move(*values));
-    // The way up to where it is heard is gone here, and not while the device waits.
-    std::array<float, 2> frame{};
-    made->Render(at, frame);
-    return made;
-} catch (const std::bad_alloc&) {
-    return nullptr;
+    return std::make_unique<ProcessedRange>(effect_, HeardSound(), HeardFrames(),
+                                            std::move(*values));
 }
 
 }  // namespace sonavel

@@ -5,7 +5,7 @@
 #include <span>
 #include <vector>
 
-#include "audio/live_player.h"
+#include "audio/untouched_range.h"
 #include "effects/effect_table.h"
 #include "platform/latest_value.h"
 #include "sound/frame_range.h"
@@ -17,24 +17,20 @@ const char* LiveRefusal(const Effect& effect, const Sound& sound);
 // In what Live differs from what OK makes; null when in nothing.
 const char* LiveNote(const Effect& effect);
 
-class LiveEffect : public LiveMaker {
+class LiveEffect : public LiveRangeMaker {
   public:
     // The sound must outlive it and stay as it is. The range is not empty, and the effect none that
     // is refused.
     LiveEffect(const Effect& effect, const Sound& sound, FrameRange range)
-        : effect_(effect), sound_(sound), range_(range) {}
+        : LiveRangeMaker(sound, range), effect_(effect) {}
 
     // One value for each parameter. On one thread, beside the one that makes renderers of them.
     void Set(std::vector<double> values) { values_.Give(std::move(values)); }
 
-    LiveRange Range() const override { return {range_.Frames(), sound_.GetSamplesPerSecond()}; }
-    std::unique_ptr<LiveRenderer> MakeUntouched() override;
-    std::unique_ptr<LiveRenderer> MakeLatest(std::uint32_t at) override;
+    std::unique_ptr<LiveRenderer> MakeLatest() override;
 
   private:
     const Effect& effect_;
-    const Sound& sound_;
-    FrameRange range_;
     LatestValue<std::vector<double>> values_;
 };
 

@@ -2,7 +2,7 @@
 // while the placing changes.
 #pragma once
 
-#include "audio/live_player.h"
+#include "audio/untouched_range.h"
 #include "platform/latest_value.h"
 #include "spatial/placing.h"
 
@@ -12,23 +12,19 @@ namespace sonavel {
 inline constexpr const char* kLivePlacingNote =
     "Live holds at full scale: the result may differ in level.";
 
-class LivePlacing : public LiveMaker {
+class LivePlacing : public LiveRangeMaker {
   public:
     // The sound must outlive it and stay as it is; the range is not empty. The listener is used by
     // nobody else meanwhile.
-    LivePlacing(const RangeInput& input, Listener& listener) : input_(input), listener_(listener) {}
+    LivePlacing(const RangeInput& input, Listener& listener)
+        : LiveRangeMaker(input.sound, input.range), listener_(listener) {}
 
     // On one thread, beside the one that makes renderers. A placing without points is not heard.
     void Set(Placing placing) { placing_.Give(std::move(placing)); }
 
-    LiveRange Range() const override {
-        return {input_.range.Frames(), input_.sound.GetSamplesPerSecond()};
-    }
-    std::unique_ptr<LiveRenderer> MakeUntouched() override;
-    std::unique_ptr<LiveRenderer> MakeLatest(std::uint32_t at) override;
+    std::unique_ptr<LiveRenderer> MakeLatest() override;
 
   private:
-    RangeInput input_;
     Listener& listener_;
     LatestValue<Placing> placing_;
 };

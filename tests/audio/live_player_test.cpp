@@ -23,7 +23,7 @@ class SineMaker : public LiveMaker {
 
     LiveRange Range() const override { return {kFrames, kRate}; }
     std::unique_ptr<LiveRenderer> MakeUntouched() override { return Sine({}); }
-    std::unique_ptr<LiveRenderer> MakeLatest(std::uint32_t) override {
+    std::unique_ptr<LiveRenderer> MakeLatest() override {
         const SineSetting* const sine = sines_.Take();
         if (!sine) return nullptr;
         std::this_thread::sleep_for(slowness.load());

@@ -52,7 +52,9 @@ class LiveEffectTest : public EffectTest {
                                               std::uint32_t at = 0) {
         LiveEffect live(*FindEffect(name), document.Sound(), range);
         live.Set(values);
-        return live.MakeLatest(at);
+        auto made = live.MakeLatest();
+        if (made) made->Prepare(at);
+        return made;
     }
 };
 
@@ -181,10 +183,10 @@ TEST_F(LiveEffectTest, WhatCannotBeHeardLiveSaysWhy) {
 TEST_F(LiveEffectTest, NothingIsMadeAnewBeforeSomethingIsSet) {
     const auto document = MakeNoise({2, 16}, 100);
     LiveEffect live(*FindEffect("volume"), document->Sound(), {0, 100});
-    EXPECT_EQ(live.MakeLatest(0), nullptr);
+    EXPECT_EQ(live.MakeLatest(), nullptr);
     live.Set({50, 0});
-    EXPECT_NE(live.MakeLatest(0), nullptr);
-    EXPECT_EQ(live.MakeLatest(0), nullptr);
+    EXPECT_NE(live.MakeLatest(), nullptr);
+    EXPECT_EQ(live.MakeLatest(), nullptr);
 }
 
 }  // namespace

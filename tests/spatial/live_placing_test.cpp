@@ -61,7 +61,7 @@ TEST_F(LivePlacingTest, AFixedPlacingIsHeardAsItIsApplied) {
             LivePlacing live({document->Sound(), kRange}, listener_);
             EXPECT_EQ(live.Range().frames, kRange.Frames());
             live.Set(placing);
-            const auto renderer = live.MakeLatest(0);
+            const auto renderer = live.MakeLatest();
             ASSERT_TRUE(renderer);
             const std::vector<float> heard = Render(*renderer, 0, kRange.Frames());
             EXPECT_EQ(Render(*renderer, 0, kRange.Frames()), heard) << "the second time";
@@ -93,7 +93,7 @@ TEST_F(LivePlacingTest, ASineThatIsDraggedAroundTheHeadDoesNotClick) {
         std::vector<float> heard;
         for (int step = 0; step < 99; ++step) {
             live.Set({.points = {At(3.6 * step)}, .smoothness = smoothness});
-            loop.Change(live.MakeLatest(loop.Position()));
+            loop.Change(live.MakeLatest());
             loop.RenderPiece(piece);
             // The sound's own beginning is a step.
             if (step > 2) heard.insert(heard.end(), piece.begin(), piece.end());
@@ -114,11 +114,11 @@ TEST_F(LivePlacingTest, ASineThatIsDraggedAroundTheHeadDoesNotClick) {
 TEST_F(LivePlacingTest, WithoutPointsNothingNewIsHeard) {
     const auto document = MakeNoise({1, 16}, kPlacedFrames);
     LivePlacing live({document->Sound(), {0, kPlacedFrames}}, listener_);
-    EXPECT_EQ(live.MakeLatest(0), nullptr);
+    EXPECT_EQ(live.MakeLatest(), nullptr);
     live.Set({});
-    EXPECT_EQ(live.MakeLatest(0), nullptr);
+    EXPECT_EQ(live.MakeLatest(), nullptr);
     live.Set({.points = {At(0)}});
-    EXPECT_NE(live.MakeLatest(0), nullptr);
+    EXPECT_NE(live.MakeLatest(), nullptr);
 }
 
 }  // namespace
