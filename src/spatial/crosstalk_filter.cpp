@@ -12,14 +12,21 @@ namespace {
 
 using Complex = std::complex<double>;
 
-constexpr double kLeastSeconds = 0.046;
+constexpr double kLeastSeconds = 0.06;
 // The inverse is computed finer than it is kept, so that its ends do not meet.
 constexpr int kFiner = 4;
-// What a frequency's own mean power, and that of all of them, is raised by before it is divided by.
+// What a frequency's power is raised by before it is divided by: shares of its own mean, and of
+// that of all of them.
 constexpr double kOwnShare = 0.003;
 constexpr double kOverallShare = 0.0003;
-constexpr double kLoudnessFrom = 200;  // Hz
-constexpr double kLoudnessTo = 8000;
+// But no more than this share of the weaker one of what both ears hear alike and what they hear
+// unlike, so that it, too, is heard: of loudspeakers close together low tones have little of it.
+constexpr double kWeakerShare = 0.25;
+// And no less than this share of that of all, lest the loudspeakers play little else.
+constexpr double kLeastShare = 0.00001;
+// Where the ears are told apart.
+constexpr double kSeparatedFrom = 200;  // Hz
+constexpr double kSeparatedTo = 8000;
 
 Complex SpectrumAt(std::span<const float> taps, double delay, double frequency) {
     Complex sum = 0;
@@ -43,9 +50,34 @@ EarMatrix Product(const EarMatrix& a, const EarMatrix& b) {
     return product;
 }
 
+bool IsSeparated(double hertz) {
+    return hertz >= kSeparatedFrom && hertz <= kSeparatedTo;
+}
+
+// The lesser of the two powers with which the matrix can pass a pair on.
+double WeakerPowerOf(const EarMatrix& m) {
+    const double determinant = std::norm(m[0][0] * m[1][1] - m[0][1] * m[1][0]);
+    const double mean = PowerOf(m);
+    return mean - std::sqrt(std::max(0.0, mean * mean - determinant));
+}
+
 EarMatrix Adjoint(const EarMatrix& m) {
     return {{{std::conj(m[0][0]), std::conj(m[1][0])}, {std::conj(m[0][1]), std::conj(m[1][1])}}};
 }
+
+// By how much the powers are raised.
+struct Regularisation {
+    double overall;  // the mean power
+    double weakest;  // the weaker power at the lowest frequency where the ears are told apart
+
+    double Of(const EarMatrix& h, double hertz) const {
+        const double raised = kOwnShare * PowerOf(h) + kOverallShare * overall;
+        if (hertz > kSeparatedTo) return raised;
+        // Below, as there: that asks for less and less.
+        const double weaker = hertz < kSeparatedFrom ? weakest : WeakerPowerOf(h);
+        return std::min(raised, kWeakerShare * weaker + kLeastShare * overall);
+    }
+};
 
 // (h* h + b)^-1 h*.
 EarMatrix RegularisedInverse(const EarMatrix& h, double b) {
@@ -146,13 +178,16 @@ void CrosstalkFilter::Invert() {
     for (std::size_t bin = 0; bin <= fft.Size() / 2; ++bin) {
         const double frequency = static_cast<double>(bin) / static_cast<double>(fft.Size());
         matrices.push_back(SpeakersToEars(frequency));
-        if (frequency * rate_ < kLoudnessFrom || frequency * rate_ > kLoudnessTo) continue;
+        if (!IsSeparated(frequency * rate_)) continue;
         overall += PowerOf(matrices.back());
         ++counted;
     }
     overall /= std::max(counted, 1);
-    for (EarMatrix& h : matrices)
-        h = RegularisedInverse(h, kOwnShare * PowerOf(h) + kOverallShare * overall);
+    const Regularisation raise{overall, WeakerPowerOf(SpeakersToEars(kSeparatedFrom / rate_))};
+    for (std::size_t bin = 0; bin < matrices.size(); ++bin) {
+        const double hertz = rate_ * static_cast<double>(bin) / static_cast<double>(fft.Size());
+        matrices[bin] = RegularisedInverse(matrices[bin], raise.Of(matrices[bin], hertz));
+    }
     for (int speaker = 0; speaker < 2; ++speaker)
         for (int channel = 0; channel < 2; ++channel) {
             // As loud in the end as the loudspeakers without a filter.

@@ -25,7 +25,7 @@ class CrosstalkFilter {
     // listener's responses. Throws std::bad_alloc.
     CrosstalkFilter(std::shared_ptr<const ResponseSet> responses, double angle);
 
-    // Of each of the four filters, 46 ms or more; half of them lie ahead of the sound.
+    // Of each of the four filters, 60 ms or more; half of them lie ahead of the sound.
     int Taps() const { return static_cast<int>(parts_.size()) * kCrosstalkBlock; }
     // How many frames of input Process() looks at: those of the block, and half the taps before and
     // behind them.

@@ -17,11 +17,15 @@ double LevelOf(double powerRatio) {
 
 TEST_F(CrosstalkTest, EachEarHearsItsOwnChannelWithoutColour) {
     Listener listener;
-    for (const std::uint32_t rate : {44100u, 48000u})
-        for (const double angle : {20.0, 30.0, 60.0}) {
+    const struct {
+        std::uint32_t rate;
+        std::vector<double> angles;
+    } cases[] = {{44100, {3, 5, 10, 15, 30, 90}}, {48000, {10, 60}}};
+    for (const auto& [rate, angles] : cases)
+        for (const double angle : angles) {
             const CrosstalkFilter filter(*listener.At(rate), angle);
             double quietest = 100, loudest = -100;
-            for (double hertz = 200; hertz <= 8000; hertz *= 1.02) {
+            for (double hertz = 200; hertz <= 8000; hertz *= 1.03) {
                 const EarMatrix bare = filter.SpeakersToEars(hertz / rate);
                 const EarMatrix heard = filter.ChannelsToEars(hertz / rate);
                 for (const int ear : {0, 1}) {
@@ -31,7 +35,7 @@ TEST_F(CrosstalkTest, EachEarHearsItsOwnChannelWithoutColour) {
                     quietest = std::min(quietest, LevelOf(own));
                     loudest = std::max(loudest, LevelOf(own));
                     // Without the filter the wrong ear hears it well.
-                    if (hertz > 1000) continue;
+                    if (hertz > 1000 || angle > 60) continue;
                     EXPECT_GT(LevelOf(std::norm(bare[ear][1 - ear]) / std::norm(bare[ear][ear])),
                               -15);
                 }
