@@ -70,21 +70,28 @@ std::vector<double> Rounded(const std::vector<double>& delays) {
     return rounded;
 }
 
-// What is heard at a place takes a quarter each of its neighbours': where the source enters another
-// triangle, the level of a sine has a corner otherwise, which is told as a click, too.
+// What is heard at a place is the mean of five, the nearer ones weighing more: where the source
+// enters another triangle, the level of a sine has a corner otherwise, which is told as a click,
+// too. Three are too few for a source that goes around in two seconds.
 void RoundBlends(std::vector<HeardPlace>& places) {
+    constexpr std::ptrdiff_t kReach = kRoundedBlends / 2;
+    constexpr double kWeights = (kReach + 1) * (kReach + 1);
     const std::vector<HeardPlace> exact = places;
-    const std::size_t last = places.size() - 1;
-    for (std::size_t i = 0; i <= last; ++i) {
-        const HeardPlace& before = exact[i > 0 ? i - 1 : 0];
-        const HeardPlace& behind = exact[std::min(i + 1, last)];
-        if (before.SoundsLike(exact[i]) && behind.SoundsLike(exact[i])) continue;
-        BankBlend blend;
-        blend.Add(before.blend, 0.25f);
-        blend.Add(exact[i].blend, 0.5f);
-        blend.Add(behind.blend, 0.25f);
-        places[i].blend = blend;
-        places[i].gain = 0.25 * before.gain + 0.5 * exact[i].gain + 0.25 * behind.gain;
+    const auto last = static_cast<std::ptrdiff_t>(places.size()) - 1;
+    for (std::ptrdiff_t i = 0; i <= last; ++i) {
+        const auto near = [&](std::ptrdiff_t k) -> const HeardPlace& {
+            return exact[static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(i + k, 0, last))];
+        };
+        // Between places that sound alike, all are.
+        if (near(-kReach).SoundsLike(near(0)) && near(kReach).SoundsLike(near(0))) continue;
+        HeardPlace& rounded = places[static_cast<std::size_t>(i)];
+        rounded.blend = {};
+        rounded.gain = 0;
+        for (std::ptrdiff_t k = -kReach; k <= kReach; ++k) {
+            const double weight = static_cast<double>(kReach + 1 - std::abs(k)) / kWeights;
+            rounded.blend.Add(near(k).blend, static_cast<float>(weight));
+            rounded.gain += weight * near(k).gain;
+        }
     }
 }
 

@@ -12,11 +12,14 @@
 
 namespace sonavel {
 
+// So many blends have room in one.
+inline constexpr int kRoundedBlends = 5;
+
 // Some responses of a bank by their numbers, no two the same, and their shares.
 struct BankBlend {
     std::size_t count = 0;
-    std::array<std::uint32_t, 9> numbers{};  // three blends have room
-    std::array<float, 9> shares{};
+    std::array<std::uint32_t, 3 * kRoundedBlends> numbers{};
+    std::array<float, 3 * kRoundedBlends> shares{};
 
     bool operator==(const BankBlend&) const = default;
 
