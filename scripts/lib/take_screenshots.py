@@ -97,6 +97,7 @@ PICTURES = [
             " alt+h ~", "Moving"),
     Picture("3d-shape", "alt+d e ?User-Defined alt+n ?Shape", "^Shape", after="Escape Escape"),
     Picture("3d-scene", "alt+d n ?Scene Tab Tab Tab Tab Tab alt+a ~ alt+a ~", "^Scene$"),
+    Picture("3d-scene-live", "alt+d n ?Scene ctrl+l ~ ~", "^Scene$"),
     Picture("3d-place-many", "alt+d m", "^Place Many"),
     Picture("3d-crosstalk", "alt+d c", "^Cross Talk"),
     Picture("preferences-display", "ctrl+comma", "^Preference"),

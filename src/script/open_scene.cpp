@@ -118,6 +118,25 @@ Outcome WriteScene(const fs::path& path, const std::vector<SceneEntry>& entries)
     return DoneIf(ReplaceFile(path, text), failure::kWriteData);
 }
 
+std::unique_ptr<LiveScene> LiveOf(const std::vector<SceneEntry>& entries,
+                                  std::uint32_t framesPerSecond, Listener& listener) {
+    std::vector<LiveSource> sources;
+    sources.reserve(entries.size());
+    for (const SceneEntry& entry : entries)
+        sources.push_back(
+            {entry.sound, FramesOfTime(StartText(entry.startSeconds), framesPerSecond)});
+    auto live = std::make_unique<LiveScene>(std::move(sources), framesPerSecond, listener);
+    live->Set(LiveSettings(entries));
+    return live;
+}
+
+std::vector<LiveSetting> LiveSettings(const std::vector<SceneEntry>& entries) {
+    std::vector<LiveSetting> settings;
+    settings.reserve(entries.size());
+    for (const SceneEntry& entry : entries) settings.push_back({entry.placing, entry.gain});
+    return settings;
+}
+
 Result<Sound> MixEntries(const std::vector<SceneEntry>& entries, const SceneSettings& settings) {
     const auto load = [&entries](const SceneLine& line) -> SoundOfScene {
         return entries[static_cast<std::size_t>(line.line) - 1].sound;

@@ -10,6 +10,7 @@
 
 #include "script/scene_file.h"
 #include "spatial/listener.h"
+#include "spatial/live_scene.h"
 #include "workspace/workspace.h"
 
 namespace sonavel::script {
@@ -48,6 +49,12 @@ struct SceneSettings {
     ProgressFactory& progress;
     std::optional<std::uint32_t> rate{};  // nothing: the first sound's
 };
+
+// The entries heard live; at least one. Their sounds must stay as they are meanwhile.
+std::unique_ptr<LiveScene> LiveOf(const std::vector<SceneEntry>& entries,
+                                  std::uint32_t framesPerSecond, Listener& listener);
+// How they are placed and how loud they are.
+std::vector<LiveSetting> LiveSettings(const std::vector<SceneEntry>& entries);
 
 // At least one entry, each with a point.
 Result<Sound> MixEntries(const std::vector<SceneEntry>& entries, const SceneSettings& settings);

@@ -37,6 +37,8 @@ struct Placing {
     PathLoop loop = PathLoop::kOnce;
     double roundSeconds = 0;
     DistanceLaw law{};  // of smooth sources alone
+
+    bool operator==(const Placing&) const = default;
 };
 
 // Where it passes: its points, or the curve through them.

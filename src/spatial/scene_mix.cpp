@@ -5,44 +5,13 @@
 #include <new>
 #include <string>
 
-#include "libraries/resampler.h"
 #include "platform/failure_texts.h"
 #include "sound/pair_buffer.h"
 #include "sound/sample_io.h"
 #include "spatial/fitting.h"
+#include "spatial/sound_at_rate.h"
 
 namespace sonavel {
-namespace {
-
-constexpr std::uint64_t kMostFrames = kMaxSoundBytes / 4;
-constexpr float kFullScale = 32768;
-constexpr std::string_view kTooLong = "The scene is too long to become a stereo sound.";
-
-// Channel 0 as 32-bit floats at another rate.
-Result<Sound> AtRate(const Sound& sound, std::uint32_t rate) {
-    constexpr std::uint32_t kPiece = 65536;
-    Resampler resampler(1, sound.GetSamplesPerSecond(), rate);
-    std::vector<float> resampled;
-    std::vector<float> piece;
-    const float scale = (sound.GetBits() == 8 ? kEightBitScale : 1) / kFullScale;
-    for (std::uint32_t first = 0; first < sound.GetFrameCount(); first += kPiece) {
-        piece.resize(std::min(kPiece, sound.GetFrameCount() - first));
-        ReadChannel(sound, 0, first, piece, EightBitReading::kFull);
-        for (float& value : piece) value *= scale;
-        if (!resampler.Add(piece, resampled)) return Failed(failure::kMemory);
-    }
-    if (!resampler.Finish(resampled)) return Failed(failure::kMemory);
-    Sound result;
-    if (resampled.size() > kMostFrames) return Failed(kTooLong);
-    const auto frames = static_cast<std::uint32_t>(resampled.size());
-    if (!result.Create(1, 32, rate, frames)) return Failed(failure::kMemory);
-    for (float& value : resampled) value *= kFullScale;
-    WriteInterleaved(result, 0, resampled);
-    return result;
-}
-
-}  // namespace
-
 Outcome SceneMix::Render(const ScenePart& part, const Sound& sound, std::span<float> pairs) {
     const RangeInput input{sound, {0, sound.GetFrameCount()}};
     const auto renderer = MakeRenderer(part.placing, input, listener_);
@@ -55,7 +24,7 @@ Outcome SceneMix::Render(const ScenePart& part, const Sound& sound, std::span<fl
 
 Outcome SceneMix::AddAtRate(const ScenePart& part, const Sound& sound) {
     const std::uint64_t end = std::uint64_t{part.start} + sound.GetFrameCount();
-    if (end > kMostFrames) return Failed(kTooLong);
+    if (end > kMostSceneFrames) return Failed(kSceneTooLong);
     PairBuffer rendered(sound.GetFrameCount());
     if (!rendered.HasMemory()) return Failed(failure::kMemory);
     if (pairs_.size() < 2 * end) pairs_.resize(2 * end);
@@ -75,7 +44,7 @@ Outcome SceneMix::Add(const ScenePart& part) try {
     if (part.sound.GetSamplesPerSecond() == rate_) {
         added = AddAtRate(part, part.sound);
     } else {
-        const Result<Sound> resampled = AtRate(part.sound, rate_);
+        const Result<Sound> resampled = FirstChannelAtRate(part.sound, rate_);
         added = resampled ? AddAtRate(part, *resampled) : resampled.Ended();
     }
     if (added && hasFloats) hasFloats_ = true;

@@ -1,5 +1,7 @@
 // The window "Scene": its sounds, their places, and what becomes of them.
 #include <QComboBox>
+#include <QElapsedTimer>
+#include <QTest>
 #include <QTimer>
 
 #include "app/scene/scene_dialog.h"
@@ -31,6 +33,26 @@ class SceneDialogs : public SpatialFixture {
         for (QPushButton* button : dialog.findChildren<QPushButton*>())
             if (button->text() == QString::fromUtf8(text)) return button;
         return nullptr;
+    }
+
+    enum class Side { kLeft, kRight };
+    // The device's clock goes on until that ear hears more than twice what the other one does.
+    testing::AssertionResult IsHeardAtThe(Side side) {
+        const std::size_t wanted = side == Side::kLeft ? 0 : 1;
+        double power[2] = {0, 0};
+        for (QElapsedTimer timer = Started(); timer.elapsed() < 5000; QTest::qWait(5)) {
+            power[0] = power[1] = 0;
+            const std::vector<float> pairs = devices_.frameOut->Hear(1024);
+            for (std::size_t i = 0; i < pairs.size(); ++i)
+                power[i % 2] += double{pairs[i]} * pairs[i];
+            if (power[wanted] > 2 * power[1 - wanted]) return testing::AssertionSuccess();
+        }
+        return testing::AssertionFailure() << power[0] << " left, " << power[1] << " right";
+    }
+    static QElapsedTimer Started() {
+        QElapsedTimer timer;
+        timer.start();
+        return timer;
     }
 };
 
@@ -136,6 +158,54 @@ TEST_F(SceneDialogs, APreviewPlaysTheSceneAndChangesNothing) {
     EXPECT_EQ(workspace_->Count(), 2u);
     dialog->reject();
     EXPECT_FALSE(Document().Preview().IsPlaying());
+}
+
+TEST_F(SceneDialogs, IsHeardLiveWhileItIsPutTogether) {
+    const auto dialog = Dialog();
+    auto* table = dialog->findChild<SceneTable*>();
+    QPushButton* live = Button(*dialog, "Live");
+    live->click();
+    ASSERT_TRUE(devices_.frameOut->IsOpen());
+    EXPECT_EQ(devices_.frameOut->framesPerSecond, 44100u);
+    // The sound of 8 bits, at the right, is by far the louder one.
+    EXPECT_TRUE(IsHeardAtThe(Side::kRight));
+    Q_EMIT dialog->Scene().PointDragged(1, SourcePosition{-1, 0, 0});
+    EXPECT_TRUE(IsHeardAtThe(Side::kLeft));
+    // The chosen sound is heard in the first half of the scene alone.
+    for (QElapsedTimer timer = Started(); !dialog->Scene().Ball() && timer.elapsed() < 5000;) {
+        devices_.frameOut->Hear(441);
+        QTest::qWait(20);
+    }
+    ASSERT_TRUE(dialog->Scene().Ball());
+    EXPECT_EQ(dialog->Scene().Ball()->x, -1) << "the ball is elsewhere";
+    table->item(1, 3)->setData(Qt::EditRole, -120);
+    Q_EMIT dialog->Scene().PointDragged(0, SourcePosition{1, 0, 0});
+    EXPECT_TRUE(IsHeardAtThe(Side::kRight));
+    live->click();
+    EXPECT_FALSE(devices_.frameOut->IsOpen());
+    EXPECT_FALSE(dialog->Scene().Ball());
+}
+
+TEST_F(SceneDialogs, LiveBeginsAnewWithOtherSoundsAndEndsWithTheLast) {
+    const auto dialog = Dialog();
+    auto* table = dialog->findChild<SceneTable*>();
+    QPushButton* live = Button(*dialog, "Live");
+    live->click();
+    EXPECT_TRUE(IsHeardAtThe(Side::kRight));
+    // Of a scene that now lasts ten seconds only the first sound is heard in the beginning.
+    table->item(1, 2)->setData(Qt::EditRole, 10.0);
+    ASSERT_TRUE(devices_.frameOut->IsOpen());
+    EXPECT_TRUE(IsHeardAtThe(Side::kLeft));
+    EXPECT_LT(dialog->findChild<LiveToggle*>()->HeardShare(), 0.1);
+    // Without a point, a sound stays heard where it was.
+    dialog->findChild<UserPointList*>()->SetPoints({});
+    EXPECT_TRUE(live->isEnabled());
+    EXPECT_TRUE(devices_.frameOut->IsOpen());
+    Button(*dialog, "&Remove Sound")->click();
+    EXPECT_TRUE(devices_.frameOut->IsOpen());
+    Button(*dialog, "&Remove Sound")->click();
+    EXPECT_FALSE(devices_.frameOut->IsOpen());
+    EXPECT_FALSE(live->isEnabled());
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include "spatial/ui/spatial_memory.h"
 #include "support/recording_prompts.h"
+#include "ui/live_devices.h"
 #include "ui/view_fixture.h"
 
 namespace sonavel {
@@ -45,7 +46,7 @@ class SpatialFixture : public ::testing::Test {
     CaptionPrompts prompts_;
     FakeProgress progress_;
     MemoryClipboard clipboard_;
-    HeadlessWaveDevices devices_{WavePace::kAsFastAsAsked};
+    LiveTestDevices devices_{WavePace::kAsFastAsAsked};
     HostServices services_{prompts_, progress_, clipboard_, devices_, folder_};
     std::unique_ptr<Workspace> workspace_;
     SpatialMemory memory_;

@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "platform/code_page_949.h"
 #include "platform/qt/file_names.h"
@@ -12,6 +13,7 @@
 #include "platform/qt/utf8_text.h"
 #include "sound/float_block.h"
 #include "sound/sample_io.h"
+#include "spatial/live_placing.h"
 #include "spatial/ui/shape_dialog.h"
 
 namespace sonavel {
@@ -47,19 +49,21 @@ SceneDialog::SceneDialog(CSoundView& view, const Workspace& sounds, SpatialMemor
     Header().SetStatus(instruction);
     Header().SetNotes({tr("Headphones are needed to hear where the sounds are."),
                        tr("OK mixes them into a new stereo sound; they stay as they are.")});
-    connect(&MakePreview(instruction), &PreviewToggle::Heard, this, &SceneDialog::FollowPreview);
+    connect(&MakePreview(instruction), &PreviewToggle::Heard, this, &SceneDialog::MoveBall);
     auto* middle = new QHBoxLayout;
     middle->setContentsMargins(12, 12, 12, 12);
     middle->setSpacing(12);
     middle->addWidget(scene_, 1);
     middle->addLayout(MakeSide());
     Outer().addLayout(middle, 1);
-    Outer().addLayout(MakeButtons());
+    QLayout* buttons = MakeButtons();
+    auto* liveLine = new QHBoxLayout;
+    liveLine->setContentsMargins(12, 0, 12, 8);
+    liveLine->addWidget(Live()->Line());
+    Outer().addLayout(liveLine);
+    Outer().addLayout(buttons);
     connect(table_, &SceneTable::Chosen, this, &SceneDialog::Choose);
-    connect(table_, &SceneTable::Timed, this, [this](int entry, double start, double gain) {
-        entries_[static_cast<std::size_t>(entry)].startSeconds = start;
-        entries_[static_cast<std::size_t>(entry)].gain = gain;
-    });
+    connect(table_, &SceneTable::Timed, this, &SceneDialog::TakeTimes);
     connect(points_, &UserPointList::Changed, this, &SceneDialog::TakeEntry);
     connect(way_, &PathBox::Edited, this, &SceneDialog::TakeEntry);
     connect(way_, &PathBox::ShapeAsked, this, &SceneDialog::AskShape);
@@ -118,11 +122,23 @@ QLayout* SceneDialog::MakeButtons() {
     row->setContentsMargins(12, 0, 12, 12);
     row->setSpacing(12);
     row->addWidget(Preview()->Button());
+    AddLiveButton(*row);
     row->addWidget(Preview()->Bar(), 1);
     row->addWidget(Preview()->Percent());
     row->addSpacing(24);
     ok_ = AddOkAndCancel(*row);
     return row;
+}
+
+void SceneDialog::AddLiveButton(QHBoxLayout& row) {
+    LiveToggle& live = MakeLiveToggle({QString::fromUtf8(kLivePlacingNote)});
+    row.addWidget(live.Button());
+    connect(&live, &LiveToggle::Heard, this, &SceneDialog::MoveBall);
+    connect(&live, &LiveToggle::Silent, this, [this] {
+        live_ = nullptr;
+        scene_->SetBall(std::nullopt);
+        ShowScene();
+    });
 }
 
 void SceneDialog::FillAddMenu() {
@@ -140,6 +156,7 @@ void SceneDialog::FillAddMenu() {
 void SceneDialog::Add(script::SceneEntry entry) {
     entries_.push_back(std::move(entry));
     Choose(static_cast<int>(entries_.size()) - 1);
+    BeginLiveAnew();
 }
 
 void SceneDialog::AddFile() {
@@ -155,6 +172,7 @@ void SceneDialog::RemoveCurrent() {
     if (current_ < 0) return;
     entries_.erase(entries_.begin() + current_);
     Choose(std::min(current_, static_cast<int>(entries_.size()) - 1));
+    BeginLiveAnew();
 }
 
 QString SceneDialog::FolderShown() const {
@@ -181,6 +199,7 @@ void SceneDialog::LoadScene(const std::filesystem::path& path) {
     entries_ = *std::move(entries);
     Choose(0);
     scene_->ShowAll();
+    BeginLiveAnew();
 }
 
 void SceneDialog::SaveScene(const std::filesystem::path& path) {
@@ -222,6 +241,39 @@ void SceneDialog::TakeEntry() {
     }
     Current().placing = std::move(placing);
     ShowScene();
+    SetLive();
+}
+
+// Other times are another scene, a gain is not.
+void SceneDialog::TakeTimes(int entry, double startSeconds, double gain) {
+    script::SceneEntry& timed = entries_[static_cast<std::size_t>(entry)];
+    timed.gain = gain;
+    if (std::exchange(timed.startSeconds, startSeconds) == startSeconds)
+        SetLive();
+    else
+        BeginLiveAnew();
+}
+
+std::unique_ptr<LiveMaker> SceneDialog::MakeLive() {
+    if (!IsComplete()) return nullptr;
+    const std::uint32_t rate = Document().Sound().GetSamplesPerSecond();
+    std::unique_ptr<LiveScene> maker = script::LiveOf(entries_, rate, memory_.listener);
+    live_ = maker.get();
+    heardSeconds_ = 1.0 * maker->Range().frames / rate;
+    return maker;
+}
+
+void SceneDialog::SetLive() {
+    if (!live_ || !Live()) return;
+    live_->Set(script::LiveSettings(entries_));
+    Live()->MakeAnew();
+}
+
+// The sounds are other ones, or begin at other times.
+void SceneDialog::BeginLiveAnew() {
+    if (!live_ || !Live()) return;
+    Live()->Stop();
+    if (IsComplete()) Live()->Toggle();
 }
 
 void SceneDialog::AskShape() {
@@ -270,6 +322,7 @@ void SceneDialog::ShowScene() {
     ok_->setEnabled(IsComplete());
     save_->setEnabled(IsComplete());
     Preview()->Button()->setEnabled(IsComplete() || Document().Preview().IsPlaying());
+    if (Live()) Live()->Button()->setEnabled(IsComplete() || live_);
 }
 
 void SceneDialog::DragBall(int ball, const SourcePosition& position) {
@@ -279,12 +332,12 @@ void SceneDialog::DragBall(int ball, const SourcePosition& position) {
 }
 
 // The ball is the chosen sound, while it sounds.
-void SceneDialog::FollowPreview(double share) {
+void SceneDialog::MoveBall(double share) {
     scene_->SetBall(std::nullopt);
     if (current_ < 0 || Current().placing.points.empty()) return;
     const Sound& sound = *Current().sound;
     const double seconds = 1.0 * sound.GetFrameCount() / sound.GetSamplesPerSecond();
-    const double since = share * previewSeconds_ - Current().startSeconds;
+    const double since = share * heardSeconds_ - Current().startSeconds;
     if (since < 0 || since > seconds) return;
     scene_->SetBall(PositionWhilePlaying(CourseOf(Current().placing, seconds), since / seconds));
 }
@@ -302,7 +355,7 @@ Outcome SceneDialog::Run(Purpose purpose) {
     FloatBlock pairs(std::size_t{2} * mixed->GetFrameCount());
     if (!pairs.HasMemory()) return Failed(failure::kMemory);
     ReadInterleaved(*mixed, 0, pairs.Floats());
-    previewSeconds_ = 1.0 * mixed->GetFrameCount() / mixed->GetSamplesPerSecond();
+    heardSeconds_ = 1.0 * mixed->GetFrameCount() / mixed->GetSamplesPerSecond();
     return Document().MakePreview(pairs.Floats(), CSoundDoc::PreviewPlay::kYes,
                                   std::uint64_t{2} * mixed->GetFrameCount(),
                                   CSoundDoc::PreviewFormat::kComputedStereo);

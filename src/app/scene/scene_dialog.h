@@ -7,6 +7,7 @@
 
 #include "app/scene/scene_table.h"
 #include "effects/ui/preview_dialog.h"
+#include "spatial/live_scene.h"
 #include "spatial/ui/path_box.h"
 #include "spatial/ui/scene_widget.h"
 #include "spatial/ui/smooth_box.h"
@@ -35,8 +36,10 @@ class SceneDialog : public PreviewDialog {
 
   protected:
     Outcome Run(Purpose purpose) override;
-    void OnSilent() override { scene_->SetBall(std::nullopt); }
-    std::unique_ptr<LiveMaker> MakeLive() override { return nullptr; }
+    void OnSilent() override {
+        if (!live_) scene_->SetBall(std::nullopt);
+    }
+    std::unique_ptr<LiveMaker> MakeLive() override;
 
   private:
     // A ball of the scene: of which sound, and which of its points.
@@ -48,6 +51,7 @@ class SceneDialog : public PreviewDialog {
     QLayout* MakeSide();
     QLayout* MakeSoundButtons();
     QLayout* MakeButtons();
+    void AddLiveButton(QHBoxLayout& row);
     void FillAddMenu();
     void Add(script::SceneEntry entry);
     void AddFile();
@@ -62,8 +66,11 @@ class SceneDialog : public PreviewDialog {
     void ShowScene();
     void AddToScene(int entry, SceneContent& content);
     void DragBall(int ball, const SourcePosition& position);
-    void FollowPreview(double share);
+    void MoveBall(double share);
     bool IsComplete() const;
+    void SetLive();
+    void BeginLiveAnew();
+    void TakeTimes(int entry, double startSeconds, double gain);
     script::SceneEntry& Current() { return entries_[static_cast<std::size_t>(current_)]; }
 
     const Workspace& sounds_;
@@ -73,7 +80,8 @@ class SceneDialog : public PreviewDialog {
     bool showing_ = false;  // the fields are being filled, not edited
     std::vector<Ball> balls_;
     std::optional<Sound> mixed_;
-    double previewSeconds_ = 0;
+    double heardSeconds_ = 0;    // how long what is played last lasts
+    LiveScene* live_ = nullptr;  // while Live plays
 
     SceneWidget* scene_;
     SceneTable* table_;

@@ -28,6 +28,7 @@ Outcome SceneMixer::AskAndMix() {
     script::ForgetClosed(scene_, sounds_);
     if (scene_.empty()) scene_ = script::OpenSoundsAround(sounds_);
     SceneDialog dialog(*active_.view, sounds_, memory_, scene_, parent_);
+    if (memory_.beginsLive) dialog.BeginLive();
     const bool isAccepted = dialog.exec() == QDialog::Accepted;
     scene_ = dialog.Entries();
     if (!isAccepted) return Cancelled();

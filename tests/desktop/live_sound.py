@@ -1,0 +1,93 @@
+"""What the editor plays live, heard at the sink while it plays: gaps, and when a change is heard."""
+
+import array
+import os
+import subprocess
+import threading
+import time
+
+import sounds
+from editor_driver import bounded, key, wait_for
+
+START_FRAMES = sounds.RATE // 10  # the device takes its first frames at no steady pace
+LEAST_GAP_FRAMES = 32  # of silence; what is rendered of noise is silent for a frame at most
+
+
+class Listener:
+    """What the sink plays, with the time at which each part of it came."""
+
+    def __init__(self):
+        self._parts = []  # (frames before it, time, samples)
+        self._frames = 0
+        self._lock = threading.Lock()
+
+    def __enter__(self):
+        self._process = subprocess.Popen(
+            bounded("parec", "--raw", "--rate=44100", "--channels=2", "--format=s16le",
+                    "--latency-msec=5", "--device=sonavel.monitor"),
+            stdout=subprocess.PIPE)
+        threading.Thread(target=self._read, daemon=True).start()
+        wait_for("the monitor's first bytes", self.frames)
+        return self
+
+    def __exit__(self, *_):
+        self._process.terminate()
+        self._process.wait(timeout=10)
+
+    def _read(self):
+        rest = b""
+        while data := os.read(self._process.stdout.fileno(), 4096):
+            data = rest + data
+            whole = len(data) // sounds.FRAME_BYTES * sounds.FRAME_BYTES
+            rest = data[whole:]
+            with self._lock:
+                self._parts.append((self._frames, time.monotonic(), data[:whole]))
+                self._frames += whole // sounds.FRAME_BYTES
+
+    def frames(self):
+        with self._lock:
+            return self._frames
+
+    def since(self, frame):
+        """The samples of both sides from a frame on, interleaved."""
+        with self._lock:
+            data = b"".join(part for first, _, part in self._parts
+                            if first + len(part) // sounds.FRAME_BYTES > frame)
+            first = next((first for first, _, part in self._parts
+                          if first + len(part) // sounds.FRAME_BYTES > frame), frame)
+        return array.array("h", data)[2 * (frame - first):]
+
+    def time_of(self, frame):
+        with self._lock:
+            return next(when for first, when, part in self._parts
+                        if first + len(part) // sounds.FRAME_BYTES > frame)
+
+
+def start_live(listener):
+    """Presses the key for Live; the frame from which on it is heard."""
+    pressed = listener.frames()
+    key("ctrl+l")
+
+    def first_heard():
+        samples = listener.since(pressed)
+        return next((pressed + place // 2 for place, value in enumerate(samples) if value), None)
+
+    return wait_for("the sound", first_heard, seconds=10)
+
+
+def stop_live(listener):
+    """Presses the key again; the last frame that was heard before it."""
+    last = listener.frames()
+    key("ctrl+l")
+    wait_for("silence", lambda: not any(listener.since(max(0, listener.frames() - 8000))), seconds=5)
+    return last
+
+
+def longest_silence(samples):
+    """In frames, and the frame at which it ends."""
+    longest, end, run = 0, 0, 0
+    for place in range(0, len(samples) - 1, 2):
+        run = 0 if samples[place] or samples[place + 1] else run + 1
+        if run > longest:
+            longest, end = run, place // 2
+    return longest, end
