@@ -1,6 +1,6 @@
 """Times sonavel-batch beside other tools on the same work and prints a table of ratios.
 
-Usage: compare_runs.py SONAVEL_BATCH FOLDER (holding in.wav, ten minutes of 16-bit stereo, and mono.wav)
+Usage: compare_runs.py SONAVEL_BATCH FOLDER (holding in.wav, ten minutes of 16-bit stereo)
 """
 
 import json
@@ -10,13 +10,12 @@ import subprocess
 import sys
 import tempfile
 
-SOFA = "/usr/share/libmysofa/MIT_KEMAR_normal_pinna.sofa"
 FFMPEG_BANDS = ",".join(
     f"equalizer=f={f}:t=q:w=1.67:g=6" for f in (60, 150, 400, 1000, 2400, 6000, 15000)
 )
 SOX_BANDS = " ".join(f"equalizer {f} 1.67q 6" for f in (60, 150, 400, 1000, 2400, 6000, 15000))
 
-# name, least ratio wanted, script, commands of the others; {in}, {mono} and {out} are files.
+# name, least ratio wanted, script, commands of the others; {in} and {out} are files.
 WORK = [
     ("copy", 2, 'save "{out}"', ["sox {in} {out}"]),
     ("volume", 3, 'volume percent=80; save "{out}"',
@@ -40,10 +39,6 @@ WORK = [
       "ffmpeg -v error -y -i {in} -af aresample=48000:resampler=soxr:precision=28 {out}"]),
     ("tempo", 1.5, 'tempo 125; save "{out}"',
      ["sox {in} {out} tempo 1.25", "ffmpeg -v error -y -i {in} -af atempo=1.25 {out}"]),
-    ("positional", 4, 'positional 1 0 0; save "{out}"',
-     ["ffmpeg -v error -y -i {mono} -af sofalizer=sofa=" + SOFA + ":type=freq:speakers=FC -ac 2 {out}"]),
-    ("moving", 3, 'moving -1 0.5 0 1 0.5 0; save "{out}"',
-     ["ffmpeg -v error -y -i {mono} -af sofalizer=sofa=" + SOFA + ":type=freq:speakers=FC -ac 2 {out}"]),
 ]
 
 
@@ -76,14 +71,13 @@ def peak_megabytes(command):
 
 def main():
     batch, folder = pathlib.Path(sys.argv[1]).resolve(), pathlib.Path(sys.argv[2])
-    files = {"in": folder / "in.wav", "mono": folder / "mono.wav", "out": folder / "out.wav"}
+    files = {"in": folder / "in.wav", "out": folder / "out.wav"}
     megabytes = files["in"].stat().st_size / 2**20
     peak = peak_megabytes([batch, "-c", f'open "{files["in"]}"; save "{files["out"]}"'])
     print(f"peak memory of a copy: {peak:.0f} MB for {megabytes:.0f} MB of sound")
     print(f"{'work':12}{'one thread s':>13}{'ours s':>8}{'fastest other s':>17}{'ratio':>7}{'wanted':>8}")
     for name, wanted, script, others in WORK:
-        source = "mono" if name in ("positional", "moving") else "in"
-        ours = f"{batch} -c 'open \"{files[source]}\"; {script.format(**files)}'"
+        ours = f"{batch} -c 'open \"{files["in"]}\"; {script.format(**files)}'"
         alone, mine, *theirs = seconds(
             ["env SONAVEL_THREADS=1 " + ours, ours] + [other.format(**files) for other in others])
         fastest = min(theirs)
