@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "exchange/foreign_text.h"
+#include "exchange/label_readers.h"
 #include "platform/target_folder.h"
 
 namespace sonavel {
@@ -95,13 +96,6 @@ std::string AsFileName(std::string_view text) {
     return name;
 }
 
-// Blanks at the ends of a name are overlooked where it is typed, and lost on some file systems.
-std::string WithoutBlanks(std::string_view name) {
-    const std::size_t first = name.find_first_not_of(' ');
-    if (first == std::string_view::npos) return {};
-    return std::string(name.substr(first, name.find_last_not_of(' ') - first + 1));
-}
-
 struct PatternWords {
     std::string number, name, title;
 };
@@ -176,7 +170,8 @@ Result<std::vector<std::string>> PartFileNames(const std::string& pattern,
         Result<std::string> filled =
             Filled(pattern, {Number(i + 1, parts.size()), parts[i].name, title});
         if (!filled) return filled.Ended();
-        names.push_back(WithoutBlanks(Utf8Beginning(AsFileName(*filled), kMostNameBytes)));
+        // Blanks at a name's ends are overlooked where it is typed, and lost on some file systems.
+        names.emplace_back(WithoutBlanks(Utf8Beginning(AsFileName(*filled), kMostNameBytes)));
     }
     if (Outcome good = CheckNames(names); !good) return good;
     return names;
