@@ -58,9 +58,8 @@ class UnplacedSounds : public LiveRenderer {
         if (overlap.count == 0) return;
         channel_.resize(overlap.count);
         ReadChannel(*sound, 0, overlap.from, channel_, EightBitReading::kFull);
-        const float share = VisitSampleType(sound->GetBits(), [](auto type) {
-            return 1.0f / static_cast<float>(type.kHalfScale);
-        });
+        const float share = VisitSampleType(
+            sound->GetBits(), [](auto type) { return 1.0f / static_cast<float>(type.kHalfScale); });
         for (std::size_t i = 0; i < overlap.count; ++i) {
             const std::size_t at = overlap.skipped + i;
             const float way = static_cast<float>(at + 1) / static_cast<float>(frames);

@@ -1,4 +1,5 @@
-// A placed source as Live renders it: frame by frame of its range, of the blocks that Apply computes.
+// A placed source as Live renders it: frame by frame of its range, of the blocks that Apply
+// computes.
 #pragma once
 
 #include <array>

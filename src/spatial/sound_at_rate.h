@@ -9,8 +9,7 @@
 namespace sonavel {
 
 inline constexpr std::uint64_t kMostSceneFrames = kMaxSoundBytes / 4;
-inline constexpr std::string_view kSceneTooLong =
-    "The scene is too long to become a stereo sound.";
+inline constexpr std::string_view kSceneTooLong = "The scene is too long to become a stereo sound.";
 
 // Channel 0 as a sound of 32-bit floats. Fails without memory, and when the sound would become too
 // long.

@@ -77,8 +77,8 @@ TEST_F(LiveSceneTest, AFixedSceneIsHeardAsItIsMixed) {
         {SmoothAt(200), -6}};
     SceneMix mix(kSceneRate, listener_, progress_);
     for (std::size_t i = 0; i < sources.size(); ++i)
-        ASSERT_TRUE(mix.Add(
-            {*sources[i].sound, settings[i].placing, sources[i].start, settings[i].gain}));
+        ASSERT_TRUE(
+            mix.Add({*sources[i].sound, settings[i].placing, sources[i].start, settings[i].gain}));
     const Result<Sound> mixed = mix.Finish();
     ASSERT_TRUE(mixed);
 
