@@ -1,28 +1,15 @@
 #include "app/own_ears.h"
 
 #include <QCoreApplication>
-#include <atomic>
 #include <cmath>
-#include <utility>
 
-#include "codec/client/child_codecs.h"
-#include "platform/beside.h"
+#include "codec/client/listener_reading.h"
 #include "platform/qt/person_settings.h"
 
 namespace sonavel {
 namespace {
 
 const QString kEarsKey = QStringLiteral("3D/responses");
-
-// Ends the reading of a file when the person has cancelled.
-class EarsWatcher : public CodecWatcher {
-  public:
-    explicit EarsWatcher(const std::atomic<bool>& cancelled) : cancelled_(cancelled) {}
-    GoOn Watch() override { return cancelled_ ? GoOn::kNo : GoOn::kYes; }
-
-  private:
-    const std::atomic<bool>& cancelled_;
-};
 
 }  // namespace
 
@@ -39,16 +26,7 @@ Outcome TakeEars(const std::string& path, Listener& listener, const EarsPoll& po
         listener.UseTable();
         return Done();
     }
-    Listener analysed;
-    Outcome used = Done();
-    const bool isWhole = DoBeside(poll, [&](const std::atomic<bool>& cancelled) {
-        EarsWatcher watcher(cancelled);
-        Result<MeasuredResponses> measured = ChildCodecs().ReadResponses(path, watcher);
-        used = measured ? analysed.Use(*std::move(measured)) : measured.Ended();
-    });
-    if (!isWhole) return Cancelled();
-    if (used) listener = std::move(analysed);
-    return used;
+    return ReadListener(ChildCodecs(), path, poll, listener);
 }
 
 std::string DescribeEars(const std::string& path, const EarsPoll& poll) {

@@ -2,6 +2,7 @@
 #include <memory>
 #include <ostream>
 
+#include "codec/client/listener_reading.h"
 #include "exchange/sound_import.h"
 #include "platform/small_file.h"
 #include "script/command_rows.h"
@@ -93,11 +94,10 @@ Outcome UseResponses(ScriptSession& session, const Arguments& words) {
         session.Ears().UseTable();
         return Done();
     }
-    CodecWatcher watcher;
-    Result<MeasuredResponses> measured =
-        session.Codecs().ReadResponses(session.PathOf(words.Text("PATH")), watcher);
-    if (!measured) return measured.Ended();
-    return session.Ears().Use(*std::move(measured));
+    const auto window = session.Sounds().Services().progress.CreateProgress("Progress Responses");
+    return ReadListener(
+        session.Codecs(), session.PathOf(words.Text("PATH")), [&] { return window->Poll(); },
+        session.Ears());
 }
 
 }  // namespace

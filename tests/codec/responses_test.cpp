@@ -1,4 +1,5 @@
 // Head-related impulse responses of SOFA files, read by the codec program.
+#include "codec/client/listener_reading.h"
 #include "codec_fixture.h"
 #include "spatial/listener.h"
 
@@ -76,6 +77,19 @@ TEST_F(ResponsesTest, TheSameEarsSoundAlikeFromAFileAndFromTheTable) {
     }
     file.UseTable();
     EXPECT_EQ(file.Measured().name, "KEMAR, 1994");
+}
+
+TEST_F(ResponsesTest, AListenerWhoseReadingIsCancelledOrFailsKeepsItsEars) {
+    Listener listener;
+    const std::string before = listener.Measured().name;
+    if (std::filesystem::exists(kMeasured)) {
+        const auto cancels = [] { return true; };
+        EXPECT_TRUE(ReadListener(codecs, kMeasured, cancels, listener).IsCancelled());
+    }
+    const auto goesOn = [] { return false; };
+    EXPECT_EQ(ReadListener(codecs, folder / "none", goesOn, listener),
+              Failed("There is no such file."));
+    EXPECT_EQ(listener.Measured().name, before);
 }
 
 TEST_F(ResponsesTest, FilesOfOtherKindsAreRefused) {
