@@ -19,7 +19,7 @@ import sounds
 from editor_driver import Editor, bounded, key, pixels_of, place_of, wait_for, xdotool
 from live_sound import LEAST_GAP_FRAMES, START_FRAMES, Listener, longest_silence, start_live, stop_live
 
-SECONDS = float(os.environ.get("SONAVEL_LIVE_SECONDS", "5"))
+SECONDS = float(os.environ.get("SONAVEL_LIVE_SECONDS", "1"))
 SOUNDS = int(os.environ.get("SONAVEL_LIVE_SOUNDS", "3"))
 LOAD = int(os.environ.get("SONAVEL_LIVE_LOAD", os.cpu_count()))
 SOUND_SECONDS = 3
@@ -28,7 +28,7 @@ GROUND = 150  # the scene's is darker than that, and the dialog's lighter
 CHOSEN = (0xff, 0xd0, 0x40)
 ALIKE = 60  # how far a lit ball's colour is from its own
 LEAST_BALL_PIXELS = 20
-JUMPS = 6
+JUMPS = 3
 # 0.1, and what the mouse and the recording take.
 MOST_JUMP_SECONDS = 0.13
 HEARD_FRAMES = 441
@@ -130,7 +130,7 @@ def hear_jumps(dialog, listener):
     for jump in range(JUMPS):
         ear = 1 - jump % 2
         measured.append(seconds_until_heard(listener, sides[ear], ear))
-        time.sleep(0.2)
+        time.sleep(0.1)
     xdotool("mouseup", 1)
     print("a jump is heard after", " ".join(f"{1000 * each:.0f}" for each in measured), "ms; median",
           f"{1000 * statistics.median(measured):.0f}")

@@ -99,7 +99,7 @@ TEST_F(LiveSceneTest, AFixedSceneIsHeardAsItIsMixed) {
 TEST_F(LiveSceneTest, MovedSourcesAndGainsDoNotClick) {
     LiveScene scene({AddSine(0.2), AddSine(0.2), AddSine(0.1)}, kSceneRate, listener_);
     LiveLoop loop(scene.Range(), scene.MakeUntouched());
-    std::vector<float> heard = Play(scene, loop, 99, [&](int step) {
+    std::vector<float> heard = Play(scene, loop, 60, [&](int step) {
         scene.Set({{SmoothAt(3.6 * step), 0},
                    {SmoothAt(90), step % 10 < 5 ? 0.0 : -12.0},
                    {{.points = {HorizonAt(270)}}, 0}});
