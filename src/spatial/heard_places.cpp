@@ -1,6 +1,7 @@
 #include "spatial/heard_places.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <numbers>
 
@@ -59,14 +60,16 @@ class Sending {
 // the source enters another triangle, which a sine tells as a click.
 std::vector<double> Rounded(const std::vector<double>& delays) {
     constexpr int kReach = 8;
+    std::array<double, 2 * kReach + 1> weights;
+    for (int k = -kReach; k <= kReach; ++k)
+        weights[static_cast<std::size_t>(k + kReach)] =
+            (1 + std::cos(std::numbers::pi * k / (kReach + 1))) / (2 * (kReach + 1));
     const auto last = static_cast<std::ptrdiff_t>(delays.size()) - 1;
     std::vector<double> rounded(delays.size());
     for (std::ptrdiff_t i = 0; i <= last; ++i)
-        for (int k = -kReach; k <= kReach; ++k) {
-            const double weight =
-                (1 + std::cos(std::numbers::pi * k / (kReach + 1))) / (2 * (kReach + 1));
-            rounded[i] += weight * delays[std::clamp<std::ptrdiff_t>(i + k, 0, last)];
-        }
+        for (int k = -kReach; k <= kReach; ++k)
+            rounded[i] += weights[static_cast<std::size_t>(k + kReach)] *
+                          delays[std::clamp<std::ptrdiff_t>(i + k, 0, last)];
     return rounded;
 }
 
