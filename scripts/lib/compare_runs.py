@@ -72,12 +72,13 @@ def peak_megabytes(command):
 def main():
     batch, folder = pathlib.Path(sys.argv[1]).resolve(), pathlib.Path(sys.argv[2])
     files = {"in": folder / "in.wav", "out": folder / "out.wav"}
-    megabytes = files["in"].stat().st_size / 2**20
-    peak = peak_megabytes([batch, "-c", f'open "{files["in"]}"; save "{files["out"]}"'])
+    sound = files["in"]
+    megabytes = sound.stat().st_size / 2**20
+    peak = peak_megabytes([batch, "-c", f'open "{sound}"; save "{files["out"]}"'])
     print(f"peak memory of a copy: {peak:.0f} MB for {megabytes:.0f} MB of sound")
     print(f"{'work':12}{'one thread s':>13}{'ours s':>8}{'fastest other s':>17}{'ratio':>7}{'wanted':>8}")
     for name, wanted, script, others in WORK:
-        ours = f"{batch} -c 'open \"{files["in"]}\"; {script.format(**files)}'"
+        ours = f"{batch} -c 'open \"{sound}\"; {script.format(**files)}'"
         alone, mine, *theirs = seconds(
             ["env SONAVEL_THREADS=1 " + ours, ours] + [other.format(**files) for other in others])
         fastest = min(theirs)
