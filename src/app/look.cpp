@@ -3,10 +3,12 @@
 #include <QApplication>
 #include <QFont>
 #include <QFontInfo>
+#include <QFontMetrics>
 #include <QPainter>
 #include <QPalette>
 #include <QProxyStyle>
 #include <QStyleOptionToolButton>
+#include <algorithm>
 
 namespace sonavel {
 
@@ -56,6 +58,15 @@ class ProgramStyle : public QProxyStyle {
         return QProxyStyle::styleHint(hint, option, widget, result);
     }
 
+    // The style's own is as high whatever text stands in it.
+    int pixelMetric(PixelMetric metric, const QStyleOption* option,
+                    const QWidget* widget) const override {
+        const int usual = QProxyStyle::pixelMetric(metric, option, widget);
+        if (metric != PM_TitleBarHeight) return usual;
+        const QFontMetrics text(QApplication::font("QMdiSubWindowTitleBar"));
+        return std::max(usual, text.height() + kRoundTitle);
+    }
+
     // The icons' active colours are those of a highlighted menu item; a button under the pointer is
     // not highlighted.
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
@@ -81,6 +92,7 @@ class ProgramStyle : public QProxyStyle {
 
   private:
     static constexpr int kFocusInset = 3;  // pixels within a button
+    static constexpr int kRoundTitle = 6;  // above and below it together
 
     static void DrawFocus(QPainter& painter, const QStyleOption& option, int inset) {
         painter.save();

@@ -18,7 +18,8 @@ namespace {
 
 constexpr int kLeastLength = 88;
 constexpr int kMostLength = 200;
-constexpr int kThickness = 26;
+constexpr int kLeastThickness = 26;
+constexpr int kRoundText = 10;  // above and below it together
 constexpr int kMostPercentOfScreen = 70;  // of a floating bar
 
 constexpr const char* kLook =
@@ -48,11 +49,15 @@ WindowButtons::WindowButtons(QWidget* parent) : QTabBar(parent) {
     setStyleSheet(QLatin1String(kLook));
 }
 
+int WindowButtons::Thickness() const {
+    return std::max(kLeastThickness, fontMetrics().height() + kRoundText);
+}
+
 QSize WindowButtons::WithLength(QSize size, int least, int most) const {
     const bool standing = shape() == RoundedWest;
     const int length = standing ? size.height() : size.width();
     const int bounded = std::clamp(length, least, most);
-    return standing ? QSize(kThickness, bounded) : QSize(bounded, kThickness);
+    return standing ? QSize(Thickness(), bounded) : QSize(bounded, Thickness());
 }
 
 QSize WindowButtons::tabSizeHint(int index) const {
@@ -98,7 +103,8 @@ void WindowListBar::Turn(Qt::Orientation orientation) {
     const bool lying = orientation == Qt::Horizontal;
     buttons_->setShape(lying ? QTabBar::RoundedNorth : QTabBar::RoundedWest);
     // Keeps its room while nothing is open.
-    buttons_->setMinimumSize(lying ? QSize(0, kThickness) : QSize(kThickness, 0));
+    const int thickness = buttons_->Thickness();
+    buttons_->setMinimumSize(lying ? QSize(0, thickness) : QSize(thickness, 0));
     buttons_->setSizePolicy(lying ? QSizePolicy::Expanding : QSizePolicy::Fixed,
                             lying ? QSizePolicy::Fixed : QSizePolicy::Expanding);
 }

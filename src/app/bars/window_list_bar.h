@@ -15,6 +15,8 @@ class WindowButtons : public QTabBar {
 
   public:
     explicit WindowButtons(QWidget* parent = nullptr);
+    // Of the row, in pixels: one line of text, and what is round it.
+    int Thickness() const;
 
   Q_SIGNALS:
     // With the left button, the pressed button included, and the middle button.
