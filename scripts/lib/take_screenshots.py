@@ -17,8 +17,7 @@ from editor_driver import Editor, frame_extents, key, place_of, settled_pixels, 
 
 SAMPLES = pathlib.Path(__file__).resolve().parents[2] / "samples"
 EDITOR_SIZE = (1200, 800)
-# Of texts on a desktop that asks for nothing else, and the pixels of an inch there.
-USUAL_POINTS, USUAL_DPI = 9, 96
+USUAL_POINTS = 9  # of texts on a desktop that asks for nothing else
 
 WHOLE = ""  # the main frame with whatever lies over it
 
@@ -211,6 +210,15 @@ def take_recovery(folder, scale):
         print(path)
 
 
+def desktop_with_font(points):
+    """The environment of a desktop with texts of that size, of the kind whose settings the toolkit itself reads."""
+    if points == USUAL_POINTS:
+        return {}
+    settings = pathlib.Path(os.environ["XDG_CONFIG_HOME"]) / "kdeglobals"
+    settings.write_text(f"[General]\nfont=DejaVu Sans,{points:g},-1,5,50,0,0,0,0,0\n")
+    return {"XDG_CURRENT_DESKTOP": "KDE", "KDE_FULL_SESSION": "true", "KDE_SESSION_VERSION": "5"}
+
+
 def main():
     folder, scale, points = pathlib.Path(sys.argv[1]), float(sys.argv[2]), float(sys.argv[3])
     wanted = set(sys.argv[4:])
@@ -221,7 +229,7 @@ def main():
     sounds = pathlib.Path(os.environ["TMPDIR"]) / "Collection"
     if not sounds.exists():
         example_catalogue.write_catalogue(os.environ["SONAVEL_BIN"], sounds)
-    look = {"QT_SCALE_FACTOR": str(scale), "QT_FONT_DPI": str(round(USUAL_DPI * points / USUAL_POINTS))}
+    look = {"QT_SCALE_FACTOR": str(scale), **desktop_with_font(points)}
     with Editor(SAMPLES / "welcome.wav", environment=look) as editor:
         photographer = Photographer(editor, folder, scale, points)
         photographer.lay_out()
