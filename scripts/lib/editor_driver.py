@@ -219,14 +219,18 @@ class Editor:
     def wait_title(self, wanted):
         wait_for(f"the title {wanted!r} (it is {self.title()!r})", lambda: self.title() == wanted)
 
+    def _dialog(self, name):
+        found = [window for window in self.windows(name) if window != self.window]
+        return found[0] if found and active_window() == found[0] else None
+
     def wait_dialog(self, name):
         """The window of that title once it has the focus."""
+        return wait_for(f"a window named {name!r}", lambda: self._dialog(name))
 
-        def shown():
-            found = [window for window in self.windows(name) if window != self.window]
-            return found[0] if found and active_window() == found[0] else None
-
-        return wait_for(f"a window named {name!r}", shown)
+    def call_dialog(self, keys, name):
+        """The window of that title, which these keys of the main window open and which takes no notice of them."""
+        self.activate()
+        return repeat_until(f"a window named {name!r}", lambda: key(keys), lambda: self._dialog(name), seconds=6)
 
     def wait_dialog_gone(self, window, over=None):
         """Until the keyboard is the editor's again, or that of the dialog which it stood over."""
@@ -235,8 +239,7 @@ class Editor:
 
     def save_as(self, path):
         """Saves the active document under a path typed into the dialog."""
-        key("F12")
-        dialog = self.wait_dialog("^Save As$")
+        dialog = self.call_dialog("F12", "^Save As$")
         key("ctrl+a")
         type_text(str(path))
         key("Return")
@@ -245,8 +248,7 @@ class Editor:
 
     def open(self, path):
         """Opens a file through the Open dialog; says nothing on whether it could be opened."""
-        key("ctrl+o")
-        dialog = self.wait_dialog("^Open$")
+        dialog = self.call_dialog("ctrl+o", "^Open$")
         type_text(str(path))
         key("Return")
         wait_for("the Open dialog to close", lambda: dialog not in self.windows())
