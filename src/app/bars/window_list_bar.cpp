@@ -19,7 +19,7 @@ namespace {
 constexpr int kLeastLength = 88;
 constexpr int kMostLength = 200;
 constexpr int kLeastThickness = 26;
-constexpr int kRoundText = 10;  // above and below it together
+constexpr int kRoundText = 10;            // above and below it together
 constexpr int kMostPercentOfScreen = 70;  // of a floating bar
 
 constexpr const char* kLook =
