@@ -4,6 +4,7 @@
 #include <QSplitter>
 #include <algorithm>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 namespace sonavel {
@@ -48,9 +49,30 @@ void Collect(QLayout& layout, std::vector<QWidget*>& order) {
     }
 }
 
+// While a field of several parts hands its keys to one of them, the toolkit moves it as a whole,
+// and loses what stands between its parts.
+class ProxiesAside {
+  public:
+    explicit ProxiesAside(const QWidget& dialog) {
+        for (QWidget* field : dialog.findChildren<QWidget*>())
+            if (field->layout() && field->focusProxy())
+                fields_.emplace_back(field, field->focusProxy());
+        for (const auto& [field, proxy] : fields_) field->setFocusProxy(nullptr);
+    }
+    ~ProxiesAside() {
+        for (const auto& [field, proxy] : fields_) field->setFocusProxy(proxy);
+    }
+    ProxiesAside(const ProxiesAside&) = delete;
+    ProxiesAside& operator=(const ProxiesAside&) = delete;
+
+  private:
+    std::vector<std::pair<QWidget*, QWidget*>> fields_;
+};
+
 }  // namespace
 
 void TabAsLaidOut(const QWidget& dialog) {
+    const ProxiesAside aside(dialog);
     std::vector<QWidget*> order;
     if (dialog.layout()) Collect(*dialog.layout(), order);
     for (std::size_t i = 1; i < order.size(); ++i) QWidget::setTabOrder(order[i - 1], order[i]);
