@@ -34,7 +34,7 @@ void LentSamples::CopyPiece(std::size_t index, std::unique_lock<std::mutex>& loc
     piece.state = State::kBeingCopied;
     ++beingCopied_;
     lock.unlock();
-    std::memcpy(copy_.Data() + index * kLentPieceBytes, place.Data(), place.bytes);
+    std::memcpy(copy_.Data() + index * kLentPieceBytes, place.data, place.bytes);
     lock.lock();
     piece.state = State::kCopied;
     --beingCopied_;
@@ -85,7 +85,7 @@ void LentSamples::Moved(const BytePlace& from, const std::uint8_t* to) {
     const std::lock_guard lock(mutex_);
     for (Piece& piece : pieces_)
         if (piece.state == State::kWaiting && LiesIn(piece.place, from))
-            piece.place = PlaceOf({to + (piece.place.start - from.start), piece.place.bytes});
+            piece.place = {to + (piece.place.Start() - from.Start()), piece.place.bytes};
 }
 
 }  // namespace sonavel

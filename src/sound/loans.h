@@ -14,19 +14,20 @@ class LentSamples;
 
 // Where bytes lie, or lay: the memory may be gone.
 struct BytePlace {
-    std::uintptr_t start = 0;
+    const std::uint8_t* data = nullptr;
     std::size_t bytes = 0;
 
-    const std::uint8_t* Data() const { return reinterpret_cast<const std::uint8_t*>(start); }
+    std::uintptr_t Start() const { return reinterpret_cast<std::uintptr_t>(data); }
 };
 inline BytePlace PlaceOf(std::span<const std::uint8_t> bytes) {
-    return {reinterpret_cast<std::uintptr_t>(bytes.data()), bytes.size()};
+    return {bytes.data(), bytes.size()};
 }
-constexpr bool Touch(const BytePlace& one, const BytePlace& other) {
-    return one.start < other.start + other.bytes && other.start < one.start + one.bytes;
+inline bool Touch(const BytePlace& one, const BytePlace& other) {
+    return one.Start() < other.Start() + other.bytes && other.Start() < one.Start() + one.bytes;
 }
-constexpr bool LiesIn(const BytePlace& inner, const BytePlace& outer) {
-    return inner.start >= outer.start && inner.start + inner.bytes <= outer.start + outer.bytes;
+inline bool LiesIn(const BytePlace& inner, const BytePlace& outer) {
+    return inner.Start() >= outer.Start() &&
+           inner.Start() + inner.bytes <= outer.Start() + outer.bytes;
 }
 
 // All of it on the thread that owns the block.

@@ -59,17 +59,19 @@ class Sending {
 // The mean of the delays around each place, weighted by Hann's window: the delay has a corner where
 // the source enters another triangle, which a sine tells as a click.
 std::vector<double> Rounded(const std::vector<double>& delays) {
-    constexpr int kReach = 8;
+    constexpr std::ptrdiff_t kReach = 8;
     std::array<double, 2 * kReach + 1> weights;
-    for (int k = -kReach; k <= kReach; ++k)
+    for (std::ptrdiff_t k = -kReach; k <= kReach; ++k)
         weights[static_cast<std::size_t>(k + kReach)] =
-            (1 + std::cos(std::numbers::pi * k / (kReach + 1))) / (2 * (kReach + 1));
+            (1 + std::cos(std::numbers::pi * static_cast<double>(k) / (kReach + 1))) /
+            (2 * (kReach + 1));
     const auto last = static_cast<std::ptrdiff_t>(delays.size()) - 1;
     std::vector<double> rounded(delays.size());
     for (std::ptrdiff_t i = 0; i <= last; ++i)
-        for (int k = -kReach; k <= kReach; ++k)
-            rounded[i] += weights[static_cast<std::size_t>(k + kReach)] *
-                          delays[std::clamp<std::ptrdiff_t>(i + k, 0, last)];
+        for (std::ptrdiff_t k = -kReach; k <= kReach; ++k)
+            rounded[static_cast<std::size_t>(i)] +=
+                weights[static_cast<std::size_t>(k + kReach)] *
+                delays[static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(i + k, 0, last))];
     return rounded;
 }
 
