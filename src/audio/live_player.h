@@ -36,7 +36,7 @@ struct LivePeaks {
     float right = 0;
 };
 
-class LivePlayer : private FrameSupply {
+class LivePlayer final : private FrameSupply {
   public:
     LivePlayer(std::unique_ptr<LiveMaker> maker, WaveDevices& devices);
     ~LivePlayer();
