@@ -79,6 +79,7 @@ bool SoundBuffer::CopyPiece(const SoundBuffer& other, std::size_t start, std::si
 }
 
 void SoundBuffer::MoveWithin(std::size_t from, std::size_t count, std::size_t to) {
+    if (count == 0) return;
     // What is written over and does not move along.
     if (to < from)
         SettleLent(to, std::min(count, from - to));

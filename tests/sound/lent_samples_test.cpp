@@ -90,8 +90,8 @@ TEST(LentSamplesTest, ChangesCopyOnlyWhatTheyDestroy) {
         const auto lent = block.Lend(0, kBytes);
         ASSERT_TRUE(lent);
         one.change(block, other);
-        std::memset(block.Data(), 0xEE, block.Size());
-        std::memset(other.Data(), 0xEE, other.Size());
+        std::ranges::fill(block.Bytes(), 0xEE);
+        std::ranges::fill(other.Bytes(), 0xEE);
         const auto copy = lent->Bytes();
         std::size_t copied = 0;
         for (std::size_t at = 0; at < kBytes; at += kPiece) {
