@@ -57,10 +57,7 @@ SceneDialog::SceneDialog(CSoundView& view, const Workspace& sounds, SpatialMemor
     middle->addLayout(MakeSide());
     Outer().addLayout(middle, 1);
     QLayout* buttons = MakeButtons();
-    auto* liveLine = new QHBoxLayout;
-    liveLine->setContentsMargins(12, 0, 12, 8);
-    liveLine->addWidget(Live()->Line());
-    Outer().addLayout(liveLine);
+    AddLiveLine();
     Outer().addLayout(buttons);
     connect(table_, &SceneTable::Chosen, this, &SceneDialog::Choose);
     connect(table_, &SceneTable::Timed, this, &SceneDialog::TakeTimes);

@@ -49,6 +49,13 @@ LiveToggle& PreviewDialog::MakeLiveToggle(const LiveTexts& texts) {
     return *live_;
 }
 
+void PreviewDialog::AddLiveLine() {
+    auto* line = new QHBoxLayout;
+    line->setContentsMargins(12, 0, 12, 8);
+    line->addWidget(live_->Line());
+    outer_->addLayout(line);
+}
+
 QPushButton* PreviewDialog::AddButton(QHBoxLayout& row, const QString& text) {
     auto* button = new QPushButton(text, this);
     button->setAutoDefault(false);

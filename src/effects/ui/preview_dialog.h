@@ -54,6 +54,8 @@ class PreviewDialog : public QDialog {
     PreviewToggle& MakePreview(const QString& instruction);
     PreviewToggle* Preview() const { return preview_.get(); }  // null without a preview
     LiveToggle& MakeLiveToggle(const LiveTexts& texts);
+    // What is said beside what is heard live, across the dialog; after MakeLiveToggle().
+    void AddLiveLine();
     LiveToggle* Live() const { return live_.get(); }  // null once the dialog has ended
     // A button that Enter does not press.
     QPushButton* AddButton(QHBoxLayout& row, const QString& text);

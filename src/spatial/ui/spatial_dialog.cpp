@@ -52,10 +52,7 @@ SpatialDialog::SpatialDialog(CSoundView& view, SpatialMemory& memory, SourceMoti
     middle->addLayout(side_);
     Outer().addLayout(middle, 1);
     QLayout* buttons = MakeButtons();
-    auto* liveLine = new QHBoxLayout;
-    liveLine->setContentsMargins(12, 0, 12, 8);
-    liveLine->addWidget(Live()->Line());
-    Outer().addLayout(liveLine);
+    AddLiveLine();
     Outer().addLayout(buttons);
     if (motion == SourceMotion::kMoving) MakeWay();
     connect(heard_, &SmoothBox::Edited, this, [this] { ShowPoints(content_, selected_); });
