@@ -18,10 +18,11 @@ using Clock = std::chrono::steady_clock;
 
 class HostileChildTest : public CodecTest {
   protected:
-    static CodecSetup Fake() {
+    // A child that is not hung may need long to say something, on a busy machine.
+    static CodecSetup Fake(std::chrono::milliseconds silence = 60s) {
         CodecSetup setup;
         setup.programs.helper = FAKE_CODEC_PROGRAM;
-        setup.limits.silence = 300ms;
+        setup.limits.silence = silence;
         setup.limits.baseSeconds = 30;
         return setup;
     }
@@ -44,7 +45,7 @@ constexpr const char* kNonsense = "The decoder's answer makes no sense.";
 TEST_F(HostileChildTest, EachFaultCostsAMessageOnly) {
     const struct {
         const char* how;
-        const char* text;
+        std::string_view text;
     } cases[] = {{"silent exit", kNonsense},
                  {"crash", kCrashed},
                  {"killed", kMemory},
@@ -75,10 +76,10 @@ TEST_F(HostileChildTest, EachFaultCostsAMessageOnly) {
     for (const auto& row : cases) {
         SCOPED_TRACE(row.how);
         const auto began = Clock::now();
-        const auto decoded = Decode(row.how);
+        const auto decoded = Decode(row.how, row.text == kTooLong ? Fake(300ms) : Fake());
         EXPECT_FALSE(decoded);
         EXPECT_EQ(decoded.Reason(), row.text);
-        EXPECT_LT(Clock::now() - began, 8s);
+        EXPECT_LT(Clock::now() - began, 20s);
         EXPECT_LE(sink.begins, 1);
     }
 #if !defined(__SANITIZE_ADDRESS__)  // which keeps what was freed
@@ -91,7 +92,7 @@ TEST_F(HostileChildTest, EachFaultCostsAMessageOnly) {
 // What was said is valid however the program then ends.
 TEST_F(HostileChildTest, AnEndIsAnEnd) {
     for (const char* how : {"good", "hang after end"}) {
-        const auto decoded = Decode(how);
+        const auto decoded = Decode(how, Fake(2s));
         ASSERT_TRUE(decoded) << decoded.Reason();
         EXPECT_EQ(decoded->frames, 2u);
         EXPECT_EQ(sink.bytes, FileBytes(8));
