@@ -32,6 +32,8 @@ JUMPS = 3
 # 0.1, and what the mouse and the recording take.
 MOST_JUMP_SECONDS = 0.13
 HEARD_FRAMES = 441
+PEAK = 4000  # of the sound that is dragged
+OTHERS_PEAK = 200  # so low that all together do not hide where it is
 
 
 @contextlib.contextmanager
@@ -54,23 +56,34 @@ def dark_run(pixels):
 
 
 class SceneOnScreen:
-    """The 3D scene of a dialog, seen from above: x runs right and y, what lies ahead, up."""
+    """The 3D scene of a dialog, seen from above: x runs right and y, what lies ahead, up. To be made before
+    anything is heard, which is shown by a ball over the chosen one."""
 
     def __init__(self, dialog):
         self._dialog = dialog
-        x, y, width, height = place_of(dialog)
-        self.width = wait_for("the scene", lambda: dark_run(
-            pixels_of(dialog, f"{width - INSIDE[0]}x1+{INSIDE[0]}+{INSIDE[1]}")))
-        self.height = dark_run(pixels_of(dialog, f"1x{height - INSIDE[1]}+{INSIDE[0]}+{INSIDE[1]}"))
-        self.left, self.top = x + INSIDE[0], y + INSIDE[1]
+        self.width, self.height = wait_for("the scene", self._size)
+        self.left, self.top = (place + inside for place, inside in zip(place_of(dialog), INSIDE))
         xdotool("mousemove", self.left + 4, self.top + 4, "click", 1)
         key("t")
         time.sleep(0.5)
+        self.ball = self._find_ball()
+
+    def _size(self):
+        """None until it is drawn, and drawn as large again."""
+
+        def drawn():
+            _, _, width, height = place_of(self._dialog)
+            return (dark_run(pixels_of(self._dialog, f"{width - INSIDE[0]}x1+{INSIDE[0]}+{INSIDE[1]}")),
+                    dark_run(pixels_of(self._dialog, f"1x{height - INSIDE[1]}+{INSIDE[0]}+{INSIDE[1]}")))
+
+        before = drawn()
+        time.sleep(0.2)
+        return before if min(before) > 0 and before == drawn() else None
 
     def middle(self):
         return self.left + self.width // 2, self.top + self.height // 2
 
-    def ball(self):
+    def _find_ball(self):
         """The middle of the chosen ball on the screen."""
 
         def found():
@@ -85,10 +98,9 @@ class SceneOnScreen:
         return wait_for("the chosen ball", found)
 
 
-def drag_around(dialog):
-    """The ball around the head; the number of its places."""
-    scene = SceneOnScreen(dialog)
-    start, (x, y) = scene.ball(), scene.middle()
+def drag_around(scene):
+    """The ball around the head and back; the number of its places."""
+    start, (x, y) = scene.ball, scene.middle()
     radius = math.hypot(start[0] - x, start[1] - y)
     step, end = 0, time.monotonic() + SECONDS
     xdotool("mousemove", *start, "mousedown", 1)
@@ -118,12 +130,11 @@ def seconds_until_heard(listener, place, ear):
     return listener.time_of(wait_for("the sound at the other side", heard, seconds=5)) - moved
 
 
-def hear_jumps(dialog, listener):
-    """The only ball from one side to the other and back."""
-    scene = SceneOnScreen(dialog)
+def hear_jumps(scene, listener):
+    """The chosen ball from one side to the other and back."""
     x, y = scene.middle()
     sides = (x - scene.width // 4, y), (x + scene.width // 4, y)
-    xdotool("mousemove", *scene.ball(), "mousedown", 1)
+    xdotool("mousemove", *scene.ball, "mousedown", 1)
     xdotool("mousemove", *sides[0])
     time.sleep(0.5)
     measured = []
@@ -137,10 +148,10 @@ def hear_jumps(dialog, listener):
     assert statistics.median(measured) < MOST_JUMP_SECONDS, "a jump is heard too late"
 
 
-def drag_and_listen(dialog, listener):
+def drag_and_listen(scene, listener):
     first = start_live(listener) + START_FRAMES
     with busy_cores():
-        steps = drag_around(dialog)
+        steps = drag_around(scene)
         last = listener.frames()
     silence, end = longest_silence(listener.since(first)[:2 * (last - first)])
     print(f"{(last - first) / sounds.RATE:.2f} s, {steps} places of the ball, {LOAD} busy loops: "
@@ -148,13 +159,17 @@ def drag_and_listen(dialog, listener):
     assert silence < LEAST_GAP_FRAMES, "a gap"
 
 
+def hear_drags(scene, listener):
+    drag_and_listen(scene, listener)
+    hear_jumps(scene, listener)
+    stop_live(listener)
+
+
 def drag_in_editor(editor, listener):
     key("alt+d", "Down", "Return")
     dialog = editor.wait_dialog("^User Defined Positional Sound$")
     editor.activate(dialog)
-    drag_and_listen(dialog, listener)
-    hear_jumps(dialog, listener)
-    stop_live(listener)
+    hear_drags(SceneOnScreen(dialog), listener)
     return dialog
 
 
@@ -162,19 +177,15 @@ def drag_in_scene(editor, listener):
     key("alt+d", "n")
     dialog = editor.wait_dialog("^Scene$")
     editor.activate(dialog)
-    drag_and_listen(dialog, listener)
-    # Of the others nothing is to be heard.
-    for _ in range(SOUNDS - 1):
-        key("alt+r")
-    hear_jumps(dialog, listener)
-    stop_live(listener)
+    hear_drags(SceneOnScreen(dialog), listener)
     return dialog
 
 
 def main():
     in_scene = sys.argv[1] == "scene"
     count = SOUNDS if in_scene else 1
-    paths = [sounds.write_wav(f"noise{number}.wav", sounds.noise(SOUND_SECONDS * sounds.RATE, seed=number))
+    paths = [sounds.write_wav(f"noise{number}.wav",
+                              sounds.noise(SOUND_SECONDS * sounds.RATE, number, OTHERS_PEAK if number else PEAK))
              for number in range(count)]
     with Editor(*paths) as editor, Listener() as listener:
         title = f"Sonavel - {paths[-1].name}"

@@ -12,10 +12,10 @@ FRAME_BYTES = 4
 SECOND_BYTES = RATE * FRAME_BYTES
 
 
-def noise(frames, seed):
+def noise(frames, seed, peak=4000):
     """Interleaved 16-bit stereo that occurs nowhere else and has no silent frame."""
     source = random.Random(seed)
-    samples = array.array("h", (source.randrange(1, 4000) for _ in range(2 * frames)))
+    samples = array.array("h", (source.randrange(1, peak) for _ in range(2 * frames)))
     return samples.tobytes()
 
 
