@@ -14,8 +14,11 @@ class BlockRenderer {
   public:
     virtual ~BlockRenderer() = default;
 
-    // The 768 stereo frames from block * 768 on, of any block and beside others.
+    // The 768 stereo frames from block * 768 on, of any block and beside others. Throws
+    // std::bad_alloc alone.
     virtual void Render(std::size_t block, BlockOutput output) const = 0;
+    // Does now what rendering the block then need not do; likewise.
+    virtual void Prepare(std::size_t /*block*/) const {}
 };
 
 class FilteredBlocks : public BlockRenderer {

@@ -65,12 +65,12 @@ Outcome CancelCrosstalk(CSoundDoc& document, std::uint32_t selectionStart,
     const FrameRange range = RangeToWorkOn(selectionStart, selectionEnd, sound.GetFrameCount());
     if (range.IsEmpty()) return Failed("The sound is empty.");
     if (sound.GetChannels() != 2) return Failed("Cross Talk needs a stereo sound.");
-    const auto responses = listener.At(sound.GetSamplesPerSecond());
-    if (!responses) return responses.Ended();
+    const auto bank = listener.At(sound.GetSamplesPerSecond());
+    if (!bank) return bank.Ended();
     PairBuffer output(range.Frames());
     if (!output.HasMemory()) return Failed(failure::kMemory);
     {
-        const CrosstalkFilter filter(*responses, angle);
+        const CrosstalkFilter filter(**bank, angle);
         const auto progress = document.Services().progress.CreateProgress("Progress Cross Talk");
         const WorkDone done = Filter(sound, range, filter, output.Pairs(), *progress);
         if (done.end == WorkEnd::kOutOfMemory) return Failed(failure::kMemory);

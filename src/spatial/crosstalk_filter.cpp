@@ -120,24 +120,21 @@ ComplexSeries ResponseTo(const std::vector<EarMatrix>& matrices, int speaker, in
 
 }  // namespace
 
-CrosstalkFilter::CrosstalkFilter(std::shared_ptr<const ResponseSet> responses, double angle) {
-    rate_ = responses->Rate();
-    parts_.resize(PartsFor(rate_));
-    ResponseBank bank(std::move(responses));
+CrosstalkFilter::CrosstalkFilter(ResponseBank& bank, double angle)
+    : rate_(bank.Responses().Rate()), parts_(PartsFor(rate_)) {
     std::size_t nearby = 0;
     std::array<SphereBlend, 2> speakers;
-    std::array<BankBlend, 2> noted;
+    std::array<BankBlend, 2> heard;
     for (const int speaker : {0, 1}) {
         const Vector3 direction = VectorOf(speaker == 0 ? -angle : angle, 0);
         speakers[speaker] = bank.Responses().Mesh().Around(direction, nearby);
-        noted[speaker] = bank.Note(speakers[speaker]);
+        heard[speaker] = bank.At(speakers[speaker]);
     }
-    bank.Compute();
     for (const int speaker : {0, 1})
         for (const int ear : {0, 1}) {
             std::vector<float>& taps = speakerTaps_[ear][speaker];
             taps.resize(bank.Responses().Taps());
-            bank.Blend(noted[speaker], kBothEars[ear], 1, taps);
+            heard[speaker].Sum(kBothEars[ear], 1, taps);
             speakerDelays_[ear][speaker] =
                 bank.Responses().DelayAt(speakers[speaker], kBothEars[ear]);
         }

@@ -23,7 +23,7 @@ class CrosstalkFilter {
   public:
     // For loudspeakers at plus and minus `angle` degrees from straight ahead, 1 to 90, and the
     // listener's responses. Throws std::bad_alloc.
-    CrosstalkFilter(std::shared_ptr<const ResponseSet> responses, double angle);
+    CrosstalkFilter(ResponseBank& bank, double angle);
 
     // Of each of the four filters, 60 ms or more; half of them lie ahead of the sound.
     int Taps() const { return static_cast<int>(parts_.size()) * kCrosstalkBlock; }

@@ -19,6 +19,7 @@ class ExactPath {
     // `share` of the range, from 0 to 1; shares outside count as the nearest, but for a loop, which
     // goes on.
     Vector3 At(double share) const;
+    bool IsAtRest() const { return points_.size() == 1; }
 
   private:
     Course course_;  // its corners unused

@@ -5,7 +5,7 @@
 #include <map>
 #include <memory>
 
-#include "spatial/response_set.h"
+#include "spatial/response_bank.h"
 
 namespace sonavel {
 
@@ -20,13 +20,18 @@ class Listener {
     void UseTable();
     bool UsesTable() const { return usesTable_; }
 
-    // At this rate, in frames a second. Fails without memory.
-    Result<std::shared_ptr<const ResponseSet>> At(double rate);
+    // At this rate, in frames a second; whoever has it may keep it. Fails without memory.
+    Result<std::shared_ptr<ResponseBank>> At(double rate);
 
   private:
+    struct AtRate {
+        std::shared_ptr<const ResponseSet> responses;
+        std::shared_ptr<ResponseBank> bank;
+    };
+
     MeasuredResponses measured_;
     bool usesTable_ = true;
-    std::map<double, std::shared_ptr<const ResponseSet>> sets_;
+    std::map<double, AtRate> rates_;
 };
 
 }  // namespace sonavel

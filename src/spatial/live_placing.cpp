@@ -7,10 +7,10 @@ namespace sonavel {
 std::unique_ptr<LiveRenderer> LivePlacing::MakeLatest() {
     const Placing* const placing = placing_.Take();
     if (!placing || placing->points.empty()) return nullptr;
-    auto blocks = MakeRenderer(*placing, {HeardSound(), HeardFrames()}, listener_);
+    const RangeInput input{HeardSound(), HeardFrames()};
+    auto blocks = MakeRenderer(*placing, input, listener_);
     if (!blocks) return nullptr;
-    return std::make_unique<PlacedRange>(*std::move(blocks), HeardSound().GetBits(),
-                                         HeardSound().GetSamplesPerSecond());
+    return std::make_unique<PlacedRange>(*std::move(blocks), input);
 }
 
 }  // namespace sonavel

@@ -74,6 +74,10 @@ class UnplacedSounds : public LiveRenderer {
     std::vector<float> channel_;
 };
 
+// What is to be heard for the first time may take its time, for a smoother beginning: many sources
+// that begin at once have much to compute.
+constexpr std::uint32_t kFirstPreparedSeconds = 10;
+
 class PlacedSounds : public LiveRenderer {
   public:
     struct Part {
@@ -81,10 +85,11 @@ class PlacedSounds : public LiveRenderer {
         std::uint32_t start;
         std::uint32_t frames;
         float gain;
-        bool isNew;  // heard by nobody yet
+        LiveScene::Making making;
     };
 
-    explicit PlacedSounds(std::vector<Part> parts) : parts_(std::move(parts)) {}
+    PlacedSounds(std::vector<Part> parts, std::uint32_t framesPerSecond)
+        : framesPerSecond_(framesPerSecond), parts_(std::move(parts)) {}
 
     void Render(std::uint32_t first, std::span<float> pairs) override {
         std::ranges::fill(pairs, 0.0f);
@@ -98,14 +103,20 @@ class PlacedSounds : public LiveRenderer {
         }
     }
 
-    // The others may just be heard.
+    // Those that are not made anew may just be heard.
     void Prepare(std::uint32_t first) override {
-        for (const Part& part : parts_)
-            if (part.isNew && first >= part.start && first - part.start < part.frames)
+        for (const Part& part : parts_) {
+            const bool isHeard = first >= part.start && first - part.start < part.frames;
+            if (isHeard && part.making != LiveScene::Making::kKept)
                 part.range->Prepare(first - part.start);
+            if (part.making == LiveScene::Making::kFirst)
+                part.range->PrepareAhead(isHeard ? first - part.start : 0,
+                                         kFirstPreparedSeconds * framesPerSecond_);
+        }
     }
 
   private:
+    std::uint32_t framesPerSecond_;
     std::vector<Part> parts_;
     std::vector<float> rendered_;
 };
@@ -158,15 +169,17 @@ bool LiveScene::HasAtRate(std::size_t number) {
     return true;
 }
 
-bool LiveScene::IsMade(std::size_t number, const Placing& placing) {
+LiveScene::Making LiveScene::Make(std::size_t number, const Placing& placing) {
     Voice& voice = voices_[number];
-    if (placing.points.empty() || placing == voice.placing || !HasAtRate(number)) return false;
+    if (placing.points.empty() || placing == voice.placing || !HasAtRate(number))
+        return Making::kKept;
     const Sound& sound = *(*shared_)[number].sound;
-    auto blocks = MakeRenderer(placing, {sound, {0, sound.GetFrameCount()}}, listener_);
-    if (!blocks) return false;
-    auto range = std::make_shared<PlacedRange>(*std::move(blocks), sound.GetBits(), rate_);
-    voice = {placing, std::move(range)};
-    return true;
+    const RangeInput input{sound, {0, sound.GetFrameCount()}};
+    auto blocks = MakeRenderer(placing, input, listener_);
+    if (!blocks) return Making::kKept;
+    const Making making = voice.range ? Making::kAnew : Making::kFirst;
+    voice = {placing, std::make_shared<PlacedRange>(*std::move(blocks), input)};
+    return making;
 }
 
 std::unique_ptr<LiveRenderer> LiveScene::MakeLatest() {
@@ -175,13 +188,13 @@ std::unique_ptr<LiveRenderer> LiveScene::MakeLatest() {
     std::vector<PlacedSounds::Part> parts;
     for (std::size_t i = 0; i < settings->size(); ++i) {
         const LiveSetting& setting = (*settings)[i];
-        const bool isNew = IsMade(i, setting.placing);
+        const Making making = Make(i, setting.placing);
         if (!voices_[i].range) continue;
         const Source& source = (*shared_)[i];
         parts.push_back({voices_[i].range, source.start, source.sound.load()->GetFrameCount(),
-                         FactorOf(setting.gain), isNew});
+                         FactorOf(setting.gain), making});
     }
-    return std::make_unique<PlacedSounds>(std::move(parts));
+    return std::make_unique<PlacedSounds>(std::move(parts), rate_);
 }
 
 }  // namespace sonavel

@@ -44,6 +44,8 @@ class LiveScene : public LiveMaker {
     std::unique_ptr<LiveRenderer> MakeUntouched() override;
     std::unique_ptr<LiveRenderer> MakeLatest() override;
 
+    enum class Making { kKept, kFirst, kAnew };  // of a source's range
+
     // Shared with the renderers, which may be heard while other ones are made.
     struct Source {
         // At the scene's rate; null until it is resampled.
@@ -61,8 +63,8 @@ class LiveScene : public LiveMaker {
 
     // False without memory.
     bool HasAtRate(std::size_t number);
-    // Whether the source is placed otherwise than before, and has a new range for that.
-    bool IsMade(std::size_t number, const Placing& placing);
+    // A new range for a source that is placed otherwise than before.
+    Making Make(std::size_t number, const Placing& placing);
 
     std::vector<LiveSource> sources_;
     std::uint32_t rate_;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <complex>
 
 #include "spatial/analysis_fft.h"
 
@@ -20,29 +21,41 @@ ComplexSeries SpectrumOf(const AnalysisFft& fft, std::span<const Number> taps) {
 }
 
 // The logarithm of the magnitude over all bins, its mirror image included.
-ComplexSeries LogMagnitude(std::span<const double> power, std::size_t size) {
+void PutLogMagnitude(std::span<const double> power, std::vector<double>& logs) {
+    const std::size_t size = logs.size();
     const double floor =
         std::max(kPowerFloor * *std::max_element(power.begin(), power.end()), kNoPower);
-    ComplexSeries logs(size);
-    for (std::size_t k = 0; k < size; ++k)
-        logs.real[k] = 0.5 * std::log(std::max(power[std::min(k, size - k)], floor));
-    return logs;
+    for (std::size_t k = 0; k <= size / 2; ++k) {
+        logs[k] = 0.5 * std::log(std::max(power[k], floor));
+        logs[(size - k) % size] = logs[k];
+    }
 }
 
-void Fold(ComplexSeries& cepstrum) {
-    const std::size_t half = cepstrum.Size() / 2;
-    for (std::size_t n = 1; n < half; ++n) cepstrum.real[n] *= 2;
-    std::fill(cepstrum.real.begin() + static_cast<std::ptrdiff_t>(half) + 1, cepstrum.real.end(),
-              0.0);
-    std::fill(cepstrum.imaginary.begin(), cepstrum.imaginary.end(), 0.0);
+void Fold(std::vector<double>& cepstrum) {
+    const std::size_t half = cepstrum.size() / 2;
+    for (std::size_t n = 1; n < half; ++n) cepstrum[n] *= 2;
+    std::fill(cepstrum.begin() + static_cast<std::ptrdiff_t>(half) + 1, cepstrum.end(), 0.0);
 }
 
-void Exponentiate(ComplexSeries& logs) {
-    for (std::size_t k = 0; k < logs.Size(); ++k) {
-        const double magnitude = std::exp(logs.real[k]);
-        const double phase = logs.imaginary[k];
-        logs.real[k] = magnitude * std::cos(phase);
-        logs.imaginary[k] = magnitude * std::sin(phase);
+// The series is the transform of two real ones, the second one times i: what each of them gives
+// alone is exponentiated.
+void ExponentiateBoth(ComplexSeries& series) {
+    using Complex = std::complex<double>;
+    constexpr Complex kI{0, 1};
+    const std::size_t size = series.Size();
+    for (std::size_t k = 0; k <= size / 2; ++k) {
+        const std::size_t mirrored = (size - k) % size;
+        const Complex at{series.real[k], series.imaginary[k]};
+        const Complex there{series.real[mirrored], -series.imaginary[mirrored]};
+        const Complex first = std::exp(0.5 * (at + there));
+        const Complex second =
+            std::exp(0.5 * Complex(at.imag() - there.imag(), there.real() - at.real()));
+        const Complex sum = first + kI * second;
+        const Complex sumThere = std::conj(first) + kI * std::conj(second);
+        series.real[k] = sum.real();
+        series.imaginary[k] = sum.imag();
+        series.real[mirrored] = sumThere.real();
+        series.imaginary[mirrored] = sumThere.imag();
     }
 }
 
@@ -63,14 +76,23 @@ std::vector<double> PowerSpectrum(const AnalysisFft& fft, std::span<const float>
     return power;
 }
 
-std::vector<double> MinimumPhase(const AnalysisFft& fft, std::span<const double> power) {
-    ComplexSeries series = LogMagnitude(power, fft.Size());
+std::array<std::vector<double>, 2> MinimumPhases(
+    const AnalysisFft& fft, const std::array<std::span<const double>, 2>& powers) {
+    ComplexSeries series(fft.Size());
+    PutLogMagnitude(powers[0], series.real);
+    PutLogMagnitude(powers[1], series.imaginary);
+    // Of what is real and even, the transform is too: the two stay apart.
     fft.TransformBack(series);
-    Fold(series);
+    Fold(series.real);
+    Fold(series.imaginary);
     fft.Transform(series);
-    Exponentiate(series);
+    ExponentiateBoth(series);
     fft.TransformBack(series);
-    return std::move(series.real);
+    return {std::move(series.real), std::move(series.imaginary)};
+}
+
+std::vector<double> MinimumPhase(const AnalysisFft& fft, std::span<const double> power) {
+    return std::move(MinimumPhases(fft, {power, power})[0]);
 }
 
 double ArrivalOf(const AnalysisFft& fft, std::span<const float> taps,

@@ -3,6 +3,7 @@
 // Processing), and its arrival time.
 #pragma once
 
+#include <array>
 #include <span>
 #include <vector>
 
@@ -16,6 +17,9 @@ std::vector<double> PowerSpectrum(const AnalysisFft& fft, std::span<const float>
 // The minimum-phase response with this power at 0 to size / 2; as many taps as the size. What lies
 // more than 80 dB below the greatest power is taken for that.
 std::vector<double> MinimumPhase(const AnalysisFft& fft, std::span<const double> power);
+// Two of them in the time of one.
+std::array<std::vector<double>, 2> MinimumPhases(
+    const AnalysisFft& fft, const std::array<std::span<const double>, 2>& powers);
 
 // How much later than `minimumPhase` the response arrives, in frames: where both correlate best,
 // between frames too, after a low-pass (Gaussian) that lets through half at `cutoff`, a share of

@@ -15,12 +15,14 @@ namespace sonavel {
 
 class PlacedRange : public LiveRenderer {
   public:
-    // `bits` and `framesPerSecond` of the sound that the blocks are made of.
-    PlacedRange(std::unique_ptr<const BlockRenderer> blocks, unsigned bits,
-                std::uint32_t framesPerSecond);
+    // The blocks of that range.
+    PlacedRange(std::unique_ptr<const BlockRenderer> blocks, const RangeInput& input);
 
     // The same piece costs nothing once more, for those who fade from one mix to another.
     void Render(std::uint32_t first, std::span<float> pairs) override;
+    void Prepare(std::uint32_t first) override;
+    // Has the `frames` from `first` on rendered sooner when they are asked for; on all cores.
+    void PrepareAhead(std::uint32_t first, std::uint32_t frames) const;
 
   private:
     struct Block {
@@ -30,6 +32,8 @@ class PlacedRange : public LiveRenderer {
     const Block& Rendered(std::size_t number);
 
     std::unique_ptr<const BlockRenderer> renderer_;
+    std::uint32_t frames_;
+    std::uint32_t framesPerSecond_;
     float share_;
     std::vector<Block> blocks_;  // those of a piece; number i lies at i % size
 };

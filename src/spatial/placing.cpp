@@ -39,10 +39,10 @@ Result<std::unique_ptr<const BlockRenderer>> MakeRenderer(const Placing& placing
             input, FilterOf(placing, input.range.Frames(), seconds));
         return renderer;
     }
-    const auto responses = listener.At(input.sound.GetSamplesPerSecond());
-    if (!responses) return responses.Ended();
+    const auto bank = listener.At(input.sound.GetSamplesPerSecond());
+    if (!bank) return bank.Ended();
     renderer = std::make_unique<SmoothRenderer>(
-        input, *responses,
+        input, *bank,
         SmoothCourse{CourseOf(placing, seconds), MetresPerUnit(placing), placing.law});
     return renderer;
 } catch (const std::bad_alloc&) {

@@ -1,12 +1,12 @@
-// The responses that a rendering blends, each computed once.
+// The responses that renderings blend, each computed once: when it is needed first.
 #pragma once
 
 #include <array>
-#include <cstdint>
+#include <cstddef>
 #include <map>
 #include <memory>
+#include <mutex>
 #include <span>
-#include <vector>
 
 #include "spatial/response_set.h"
 
@@ -15,35 +15,41 @@ namespace sonavel {
 // So many blends have room in one.
 inline constexpr int kRoundedBlends = 5;
 
-// Some responses of a bank by their numbers, no two the same, and their shares.
+// Some responses of a bank, no two the same, and their shares.
 struct BankBlend {
     std::size_t count = 0;
-    std::array<std::uint32_t, 3 * kRoundedBlends> numbers{};
-    std::array<float, 3 * kRoundedBlends> shares{};
+    std::array<const EarTaps*, std::size_t{3} * kRoundedBlends> taps{};
+    std::array<float, std::size_t{3} * kRoundedBlends> shares{};
 
     bool operator==(const BankBlend&) const = default;
 
-    void Add(std::uint32_t number, float share);
+    void Add(const EarTaps& responses, float share);
     void Add(const BankBlend& other, float share);
+    // gain * an ear's response; `response` has as many values as the responses.
+    void Sum(Ear ear, double gain, std::span<float> response) const;
 };
 
+// Usable on several threads at once.
 class ResponseBank {
   public:
     explicit ResponseBank(std::shared_ptr<const ResponseSet> responses);
 
     const ResponseSet& Responses() const { return *responses_; }
-    // Notes which responses the direction needs.
-    BankBlend Note(const SphereBlend& blend);
-    // Computes what was noted since, on all cores. Throws std::bad_alloc.
-    void Compute();
-    // gain * an ear's blended response, of computed ones; `taps` are Responses().Taps() values.
-    void Blend(const BankBlend& blend, Ear ear, double gain, std::span<float> taps) const;
+    // What is heard of a direction, for as long as the bank is there. Throws std::bad_alloc.
+    BankBlend At(const SphereBlend& blend);
+    // What it has computed so far.
+    std::size_t Bytes() const;
 
   private:
+    struct Response {
+        std::once_flag computed;
+        EarTaps taps;
+    };
+    const EarTaps& TapsAt(const FinePlace& place);
+
     std::shared_ptr<const ResponseSet> responses_;
-    std::map<FinePlace, std::uint32_t> numbers_;
-    std::vector<FinePlace> places_;
-    std::vector<std::array<std::vector<float>, 2>> taps_;  // of both ears
+    mutable std::mutex mutex_;  // of the map, not of what is computed
+    std::map<FinePlace, Response> known_;
 };
 
 }  // namespace sonavel

@@ -71,7 +71,7 @@ double ResponseSet::DelayAt(const SphereBlend& blend, Ear ear) const {
     return delay;
 }
 
-std::vector<float> ResponseSet::TapsAt(const FinePlace& place, Ear ear) const {
+std::vector<double> ResponseSet::PowerAt(const FinePlace& place, Ear ear) const {
     std::vector<double> power(fft_.Size() / 2 + 1);
     for (int i = 0; i < 3; ++i) {
         if (place.eighths[i] == 0) continue;
@@ -79,11 +79,17 @@ std::vector<float> ResponseSet::TapsAt(const FinePlace& place, Ear ear) const {
         const std::vector<float>& corner = powers_[NumberOf(place.corners[i], ear)];
         for (std::size_t k = 0; k < power.size(); ++k) power[k] += share * corner[k];
     }
-    const std::vector<double> response = MinimumPhase(fft_, power);
-    std::vector<float> taps(taps_);
+    return power;
+}
+
+EarTaps ResponseSet::TapsAt(const FinePlace& place) const {
+    const std::array powers = {PowerAt(place, Ear::kLeft), PowerAt(place, Ear::kRight)};
+    const auto responses = MinimumPhases(fft_, {powers[0], powers[1]});
+    EarTaps taps{std::vector<float>(taps_), std::vector<float>(taps_)};
     for (std::size_t k = 0; k < taps_; ++k) {
         const double fade = std::min(1.0, static_cast<double>(taps_ - k) / kFadedTaps);
-        taps[k] = static_cast<float>(fade * response[k]);
+        for (const std::size_t ear : {0u, 1u})
+            taps[ear][k] = static_cast<float>(fade * responses[ear][k]);
     }
     return taps;
 }

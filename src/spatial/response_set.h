@@ -18,6 +18,8 @@ namespace sonavel {
 
 enum class Ear { kLeft, kRight };
 inline constexpr std::array<Ear, 2> kBothEars = {Ear::kLeft, Ear::kRight};
+// Of each ear ResponseSet::Taps() values.
+using EarTaps = std::array<std::vector<float>, 2>;
 
 // A place in a triangle of measured directions: how many eighths of each corner. Corners of no
 // part are 0, and the others rise.
@@ -58,8 +60,8 @@ class ResponseSet {
 
     // When an ear hears it, in frames.
     double DelayAt(const SphereBlend& blend, Ear ear) const;
-    // The minimum-phase response whose power is the mean of its corners'; Taps() values.
-    std::vector<float> TapsAt(const FinePlace& place, Ear ear) const;
+    // The minimum-phase responses whose power is the mean of their corners'.
+    EarTaps TapsAt(const FinePlace& place) const;
 
   private:
     friend class ResponseSetMaker;
@@ -70,6 +72,7 @@ class ResponseSet {
     std::uint32_t NumberOf(std::uint32_t corner, Ear ear) const {
         return ears_[corner][static_cast<std::size_t>(ear)];
     }
+    std::vector<double> PowerAt(const FinePlace& place, Ear ear) const;
 
     double rate_;
     AnalysisFft fft_;

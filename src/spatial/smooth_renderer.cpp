@@ -33,6 +33,10 @@ void FadeInto(std::span<const float, kHop> former, std::span<const float, kHop> 
         out[2 * j] = former[j] + (next[j] - former[j]) * (static_cast<float>(j) / kHop);
 }
 
+std::size_t PlacesFor(std::uint32_t frames) {
+    return (std::size_t{frames} + kBlockFrames - 1) / kBlockFrames * kHopsPerBlock + 1;
+}
+
 }  // namespace
 
 // What both ears hear of the sound before their responses, with as much before the block as these
@@ -41,38 +45,39 @@ struct SmoothRenderer::Heard {
     std::array<std::vector<float>, 2> signals;
 };
 
-SmoothRenderer::SmoothRenderer(const RangeInput& input,
-                               std::shared_ptr<const ResponseSet> responses,
+SmoothRenderer::SmoothRenderer(const RangeInput& input, std::shared_ptr<ResponseBank> bank,
                                const SmoothCourse& course)
-    : input_(input), bank_(std::move(responses)) {
-    const std::uint32_t frames = input.range.Frames();
-    const std::size_t blocks = (std::size_t{frames} + kBlockFrames - 1) / kBlockFrames;
-    const ExactPath exact(course.course);
-    const Flight flight{exact, frames, static_cast<double>(input.sound.GetSamplesPerSecond()),
-                        course.metresPerUnit, course.law};
-    places_ = HeardPlaces(bank_, flight, blocks * kHopsPerBlock + 1);
-    bank_.Compute();
-}
+    : input_(input),
+      bank_(std::move(bank)),
+      places_(bank_,
+              Flight{ExactPath(course.course), input.range.Frames(),
+                     static_cast<double>(input.sound.GetSamplesPerSecond()), course.metresPerUnit,
+                     course.law},
+              PlacesFor(input.range.Frames())) {}
 
-double SmoothRenderer::ReadAt(std::int64_t frame, Ear ear) const {
-    const auto e = static_cast<std::size_t>(ear);
+void SmoothRenderer::PutReadFrames(std::int64_t first, std::size_t ear,
+                                   std::span<double> reads) const {
+    std::size_t i = 0;
     // Before the range the source stands where it begins.
-    if (frame < 0) return places_.front().readAt[e] + static_cast<double>(frame);
-    const std::int64_t place = frame / kHop;
-    const double from = places_[place].readAt[e];
-    if (frame % kHop == 0) return from;
-    return from + (places_[place + 1].readAt[e] - from) * static_cast<double>(frame % kHop) / kHop;
+    for (; i < reads.size() && first < 0; ++i, ++first)
+        reads[i] = static_cast<double>(first) - places_.At(0).delays[ear];
+    while (i < reads.size()) {
+        const auto place = static_cast<std::size_t>(first / kHop);
+        const double from = places_.At(place).delays[ear];
+        const double step = (places_.At(place + 1).delays[ear] - from) / kHop;
+        for (std::int64_t k = first % kHop; k < kHop && i < reads.size(); ++k, ++i, ++first)
+            reads[i] = static_cast<double>(first) - (from + step * static_cast<double>(k));
+    }
 }
 
 void SmoothRenderer::Read(std::size_t block, Heard& heard) const {
-    const std::size_t count = bank_.Responses().Taps() + kBlockFrames;
-    const std::int64_t first = static_cast<std::int64_t>(block) * kBlockFrames -
-                               static_cast<std::int64_t>(bank_.Responses().Taps());
+    const std::size_t taps = bank_->Responses().Taps();
+    const std::size_t count = taps + kBlockFrames;
+    const std::int64_t first =
+        static_cast<std::int64_t>(block) * kBlockFrames - static_cast<std::int64_t>(taps);
     std::vector<double> places(2 * count);
-    for (const Ear ear : kBothEars)
-        for (std::size_t i = 0; i < count; ++i)
-            places[static_cast<std::size_t>(ear) * count + i] =
-                ReadAt(first + static_cast<std::int64_t>(i), ear);
+    for (const std::size_t ear : {0u, 1u})
+        PutReadFrames(first, ear, std::span(places).subspan(ear * count, count));
     const auto [least, greatest] = std::minmax_element(places.begin(), places.end());
     const auto from = static_cast<std::int64_t>(std::floor(*least)) - kReaderBefore;
     const auto to = static_cast<std::int64_t>(std::floor(*greatest)) + kReaderBehind + 1;
@@ -88,18 +93,18 @@ void SmoothRenderer::Read(std::size_t block, Heard& heard) const {
 
 void SmoothRenderer::Filter(std::size_t block, Ear ear, std::span<const float> signal,
                             BlockOutput output) const {
-    std::vector<float> taps(bank_.Responses().Taps());
+    std::vector<float> taps(bank_->Responses().Taps());
     std::array<float, kHop> former{};
     std::array<float, kHop> next{};
     for (int hop = 0; hop < kHopsPerBlock; ++hop) {
-        const HeardPlace& from = places_[block * kHopsPerBlock + hop];
-        const HeardPlace& to = places_[block * kHopsPerBlock + hop + 1];
-        const float* begin = signal.data() + bank_.Responses().Taps() + std::ptrdiff_t{hop} * kHop;
-        bank_.Blend(from.blend, ear, from.gain, taps);
+        const HeardPlace& from = places_.At(block * kHopsPerBlock + hop);
+        const HeardPlace& to = places_.At(block * kHopsPerBlock + hop + 1);
+        const float* begin = signal.data() + taps.size() + std::ptrdiff_t{hop} * kHop;
+        from.blend.Sum(ear, from.gain, taps);
         FilterHop(begin, taps, former);
         next = former;
         if (!to.SoundsLike(from)) {
-            bank_.Blend(to.blend, ear, to.gain, taps);
+            to.blend.Sum(ear, to.gain, taps);
             FilterHop(begin, taps, next);
         }
         FadeInto(former, next,
@@ -112,6 +117,10 @@ void SmoothRenderer::Render(std::size_t block, BlockOutput output) const {
     Read(block, heard);
     for (const Ear ear : kBothEars)
         Filter(block, ear, heard.signals[static_cast<std::size_t>(ear)], output);
+}
+
+void SmoothRenderer::Prepare(std::size_t block) const {
+    for (int hop = 0; hop <= kHopsPerBlock; ++hop) (void)places_.At(block * kHopsPerBlock + hop);
 }
 
 }  // namespace sonavel

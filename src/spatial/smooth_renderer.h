@@ -18,21 +18,23 @@ struct SmoothCourse {
 
 class SmoothRenderer : public BlockRenderer {
   public:
-    SmoothRenderer(const RangeInput& input, std::shared_ptr<const ResponseSet> responses,
+    SmoothRenderer(const RangeInput& input, std::shared_ptr<ResponseBank> bank,
                    const SmoothCourse& course);
 
     void Render(std::size_t block, BlockOutput output) const override;
+    void Prepare(std::size_t block) const override;
 
   private:
     struct Heard;
-    double ReadAt(std::int64_t frame, Ear ear) const;
+    // Which frames of the range reach an ear, from the frame `first` on.
+    void PutReadFrames(std::int64_t first, std::size_t ear, std::span<double> reads) const;
     void Read(std::size_t block, Heard& heard) const;
     void Filter(std::size_t block, Ear ear, std::span<const float> signal,
                 BlockOutput output) const;
 
     RangeInput input_;
-    ResponseBank bank_;
-    std::vector<HeardPlace> places_;
+    std::shared_ptr<ResponseBank> bank_;
+    HeardPlaces places_;
 };
 
 }  // namespace sonavel

@@ -23,7 +23,7 @@ TEST_F(CrosstalkTest, EachEarHearsItsOwnChannelWithoutColour) {
     } cases[] = {{44100, {3, 5, 10, 15, 30, 90}}, {48000, {10, 60}}};
     for (const auto& [rate, angles] : cases)
         for (const double angle : angles) {
-            const CrosstalkFilter filter(*listener.At(rate), angle);
+            const CrosstalkFilter filter(**listener.At(rate), angle);
             double quietest = 100, loudest = -100;
             for (double hertz = 200; hertz <= 8000; hertz *= 1.03) {
                 const EarMatrix bare = filter.SpeakersToEars(hertz / rate);
@@ -57,7 +57,7 @@ TEST_F(CrosstalkTest, TheSoundBecomesWhatTheFilterSays) {
         Listener listener;
         ASSERT_TRUE(CancelCrosstalk(*document, 0, 0, 30, listener));
         ASSERT_EQ(document->Sound().GetFormat(), MakeSoundFormat(2, 32, 44100));
-        const CrosstalkFilter filter(*listener.At(44100), 30);
+        const CrosstalkFilter filter(**listener.At(44100), 30);
         for (const double hertz : {300.0, 1000.0, 5000.0}) {
             std::array<std::complex<double>, 2> played;
             for (std::uint32_t i = 0; i < kFrames; ++i)

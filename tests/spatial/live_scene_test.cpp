@@ -147,6 +147,25 @@ TEST_F(LiveSceneTest, BypassMixesTheSoundsWithTheirGainsAndStarts) {
     }
 }
 
+// However long its way is: while it is dragged, a whole way would be too much for each place.
+TEST_F(LiveSceneTest, OfAMovedSourceOnlyWhatIsHeardSoonIsComputed) {
+    LiveScene scene({Add({1, 8, kSceneRate}, 60 * kSceneRate)}, kSceneRate, listener_);
+    const auto bytesFor = [&](double raised) {
+        Placing around{.kind = PlacingKind::kPath, .smoothness = Smoothness::kSmooth};
+        for (int i = 0; i <= 12; ++i)
+            around.points.push_back(PositionOf(PolarPosition{30.0 * i, raised, 1}));
+        const std::size_t before = (*listener_.At(kSceneRate))->Bytes();
+        scene.Set({{around, 0}});
+        scene.MakeLatest()->Prepare(0);
+        return (*listener_.At(kSceneRate))->Bytes() - before;
+    };
+    const std::size_t atFirst = bytesFor(3);
+    EXPECT_GT(atFirst, 0u);
+    EXPECT_LT(bytesFor(23), atFirst / 5);
+    EXPECT_EQ(bytesFor(23), 0u);
+    EXPECT_EQ(bytesFor(3), 0u) << "what was computed once";
+}
+
 // By three threads, as it is in a dialog: a thread sanitizer looks on.
 TEST_F(LiveSceneTest, SourcesAreMovedWhileTheyAreHeard) {
     auto owned = std::make_unique<LiveScene>(
