@@ -10,7 +10,7 @@ import sounds
 from editor_driver import bounded, key, wait_for
 
 START_FRAMES = sounds.RATE // 10  # the device takes its first frames at no steady pace
-LEAST_GAP_FRAMES = 32  # of silence; what is rendered of noise is silent for a frame at most
+LEAST_GAP_FRAMES = 64  # of silence; half of them pass where a sound begins anew, until it is at an ear
 
 
 class Listener:

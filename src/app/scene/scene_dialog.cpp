@@ -329,14 +329,19 @@ void SceneDialog::DragBall(int ball, const SourcePosition& position) {
 }
 
 // The ball is the chosen sound, while it sounds.
-void SceneDialog::MoveBall(double share) {
-    scene_->SetBall(std::nullopt);
-    if (current_ < 0 || Current().placing.points.empty()) return;
+std::optional<SourcePosition> SceneDialog::PlaceHeard(double share) const {
+    if (current_ < 0 || Current().placing.points.empty()) return std::nullopt;
     const Sound& sound = *Current().sound;
     const double seconds = 1.0 * sound.GetFrameCount() / sound.GetSamplesPerSecond();
     const double since = share * heardSeconds_ - Current().startSeconds;
-    if (since < 0 || since > seconds) return;
-    scene_->SetBall(PositionWhilePlaying(CourseOf(Current().placing, seconds), since / seconds));
+    if (since < 0 || since > seconds) return std::nullopt;
+    return PositionWhilePlaying(CourseOf(Current().placing, seconds), since / seconds);
+}
+
+// At once: a ball taken away and put back would have the scene drawn each time, and what is dragged
+// would wait for that.
+void SceneDialog::MoveBall(double share) {
+    scene_->SetBall(PlaceHeard(share));
 }
 
 Outcome SceneDialog::Run(Purpose purpose) {

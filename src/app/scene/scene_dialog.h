@@ -67,11 +67,16 @@ class SceneDialog : public PreviewDialog {
     void AddToScene(int entry, SceneContent& content);
     void DragBall(int ball, const SourcePosition& position);
     void MoveBall(double share);
+    // Of the chosen sound, at a share of what is played; null while it is not heard.
+    std::optional<SourcePosition> PlaceHeard(double share) const;
     bool IsComplete() const;
     void SetLive();
     void BeginLiveAnew();
     void TakeTimes(int entry, double startSeconds, double gain);
     script::SceneEntry& Current() { return entries_[static_cast<std::size_t>(current_)]; }
+    const script::SceneEntry& Current() const {
+        return entries_[static_cast<std::size_t>(current_)];
+    }
 
     const Workspace& sounds_;
     SpatialMemory& memory_;
