@@ -8,7 +8,7 @@
 
 namespace sonavel {
 
-inline constexpr double kLeastSpeakerAngle = 5;
+inline constexpr double kLeastSpeakerAngle = 3;
 inline constexpr double kGreatestSpeakerAngle = 90;
 
 // Filters the selection, or the whole sound without one, for loudspeakers at plus and minus `angle`
