@@ -40,7 +40,7 @@ void ActiveSoundCommands::PrepareEars(Listener& listener, ProgressFactory& progr
     const std::string chosen = ChosenEars();
     if (chosen == ears_) return;
     const auto window = progress.CreateProgress("Progress Responses");
-    if (TakeEars(chosen, listener, [&window] { return window->Poll(); })) ears_ = chosen;
+    if (TakeEars(chosen, listener, *window)) ears_ = chosen;
 }
 
 void ActiveSoundCommands::Take(Workspace& workspace, OpenSound& sound, QWidget* parent) {

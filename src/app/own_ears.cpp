@@ -21,17 +21,17 @@ void ChooseEars(const std::string& path) {
     PersonSettings().setValue(kEarsKey, QString::fromStdString(path));
 }
 
-Outcome TakeEars(const std::string& path, Listener& listener, const EarsPoll& poll) {
+Outcome TakeEars(const std::string& path, Listener& listener, ProgressWindow& window) {
     if (path.empty()) {
         listener.UseTable();
         return Done();
     }
-    return ReadListener(ChildCodecs(), path, poll, listener);
+    return ReadListener(ChildCodecs(), path, window, listener);
 }
 
-std::string DescribeEars(const std::string& path, const EarsPoll& poll) {
+Result<std::string> DescribeEars(const std::string& path, ProgressWindow& window) {
     Listener listener;
-    if (Outcome taken = TakeEars(path, listener, poll); !taken) return taken.Reason();
+    if (Outcome taken = TakeEars(path, listener, window); !taken) return taken;
     return QCoreApplication::translate("COption3D",
                                        "%1 directions; no place is farther than %2 degrees from "
                                        "one of them.")

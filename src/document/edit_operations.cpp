@@ -10,6 +10,7 @@
 #include "document/edit_step.h"
 #include "platform/failure_texts.h"
 #include "sound/made_beside.h"
+#include "sound/watched_conversion.h"
 
 namespace sonavel::edit {
 namespace {
@@ -195,8 +196,9 @@ StepWords WordsOfConversion(const Sound& sound, unsigned channels, ChannelChoice
 Outcome ConvertFormat(CSoundDoc& document, unsigned channels, ChannelChoice choice, unsigned bits) {
     const CWave& sound = document.Sound();
     if (channels == sound.GetChannels() && bits == sound.GetBits()) return Done();
-    Result<Sound> converted = MadeBeside(document.Services().progress, sound.GetDataSize(),
-                                         [&] { return Converted(sound, channels, choice, bits); });
+    Result<Sound> converted = MadeBeside(
+        document.Services().progress, sound.GetDataSize(),
+        [&](const PieceWatch& watch) { return Converted(sound, channels, choice, bits, watch); });
     if (!converted) return converted.Ended();
     const DescribedStep step(document.Steps(), WordsOfConversion(sound, channels, choice, bits));
     Result<SoundEdit> edit = document.BeginReplacement("Copy Sample");

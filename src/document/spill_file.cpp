@@ -6,7 +6,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <atomic>
 #include <cerrno>
 #include <cstddef>
 #include <cstdlib>
@@ -25,10 +24,10 @@ constexpr std::size_t kMostAtOnce = std::size_t{8} << 20;
 constexpr std::size_t kBesideFromBytes = std::size_t{16} << 20;
 
 template <class Mover>
-bool MoveAll(std::size_t bytes, std::uint64_t at, const Mover& move,
-             const std::atomic<bool>& cancelled) {
+bool MoveAll(std::size_t bytes, std::uint64_t at, const Mover& move, const PieceWatch& watch) {
     for (std::size_t done = 0; done < bytes;) {
-        if (cancelled) return false;
+        if (watch(static_cast<double>(done) / static_cast<double>(bytes)) == Onward::kStop)
+            return false;
         const std::int64_t count =
             move(done, std::min(bytes - done, kMostAtOnce), static_cast<std::int64_t>(at + done));
         if (count < 0 && errno == EINTR) continue;
@@ -75,16 +74,14 @@ bool SpillFile::HasRoomFor(std::uint64_t bytes) const {
 bool SpillFile::Transfer(std::size_t bytes, std::uint64_t at, const Mover& move) const {
     wasCancelled_ = false;
     bool moved = false;
-    const auto work = [&](const std::atomic<bool>& cancelled) {
-        moved = MoveAll(bytes, at, move, cancelled);
-    };
+    const auto work = [&](const PieceWatch& watch) { moved = MoveAll(bytes, at, move, watch); };
     if (!progress_ || bytes < kBesideFromBytes) {
-        work(false);
+        work(Unwatched);
         return moved;
     }
     const auto window = progress_->CreateProgress("Progress Undo");
     // One that was cancelled too late has come about.
-    wasCancelled_ = !DoBeside(*window, work) && !moved;
+    wasCancelled_ = !DoWatchedBeside(*window, work) && !moved;
     return moved;
 }
 

@@ -7,6 +7,7 @@
 
 #include "effects/resample.h"
 #include "sound/made_beside.h"
+#include "sound/watched_conversion.h"
 
 namespace sonavel {
 namespace {
@@ -35,11 +36,13 @@ class Conversion {
     }
     Outcome Channels(unsigned channels, ChannelChoice choice) {
         if (channels == Now().GetChannels()) return Done();
-        return Make([&] { return Converted(Now(), channels, choice, Now().GetBits()); });
+        return Make([&](const PieceWatch& watch) {
+            return Converted(Now(), channels, choice, Now().GetBits(), watch);
+        });
     }
     Outcome Bits(unsigned bits, Rounding rounding) {
         if (bits == Now().GetBits()) return Done();
-        return Make([&] { return Rounded(Now(), bits, rounding); });
+        return Make([&](const PieceWatch& watch) { return Rounded(Now(), bits, rounding, watch); });
     }
     Result<Sound> Finish() && {
         if (made_) return *std::move(made_);

@@ -64,4 +64,24 @@ bool DoBeside(ProgressWindow& window, const BesideWork& work) {
     return DoBeside([&window] { return window.Poll(); }, work);
 }
 
+bool DoWatchedBeside(ProgressWindow& window, const WatchedWork& work) {
+    constexpr int kNothingSaid = -1;
+    std::atomic<int> percent = kNothingSaid;
+    const auto show = [&] {
+        if (const int known = percent; known != kNothingSaid) window.SetPosition(known);
+    };
+    const auto poll = [&] {
+        show();
+        return window.Poll();
+    };
+    const bool went = DoBeside(poll, [&](const std::atomic<bool>& cancelled) {
+        work([&](double done) {
+            percent = static_cast<int>(100 * done);
+            return cancelled ? Onward::kStop : Onward::kGoOn;
+        });
+    });
+    show();
+    return went;
+}
+
 }  // namespace sonavel

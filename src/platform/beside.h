@@ -5,6 +5,7 @@
 #include <atomic>
 #include <functional>
 
+#include "platform/piece_watch.h"
 #include "platform/progress_window.h"
 
 namespace sonavel {
@@ -16,5 +17,9 @@ using BesideWork = std::function<void(const std::atomic<bool>& cancelled)>;
 bool DoBeside(ProgressWindow& window, const BesideWork& work);
 // Likewise, with what stands for the window's poll.
 bool DoBeside(const std::function<bool()>& poll, const BesideWork& work);
+// Likewise, of work whose pieces the window shows from 0 to 100, and whose watch says when it is
+// not wanted any more.
+using WatchedWork = std::function<void(const PieceWatch& watch)>;
+bool DoWatchedBeside(ProgressWindow& window, const WatchedWork& work);
 
 }  // namespace sonavel

@@ -70,7 +70,8 @@ std::optional<JournalReader::Lengths> JournalReader::ReadHead(RecordHead& head) 
     return expected && fits ? std::optional(lengths) : std::nullopt;
 }
 
-bool JournalReader::ReadSamples(std::uint64_t bytes, Samples samples, std::uint32_t& checksum) {
+bool JournalReader::ReadSamples(std::uint64_t bytes, Samples samples, const PieceWatch& watch,
+                                std::uint32_t& checksum) {
     const bool loads = samples == Samples::kLoad;
     SoundBuffer piece;
     samples_.FreeBuffer();
@@ -83,7 +84,7 @@ bool JournalReader::ReadSamples(std::uint64_t bytes, Samples samples, std::uint3
     for (std::uint64_t done = 0; done < bytes;) {
         const std::size_t count = std::min<std::uint64_t>(bytes - done, kPieceBytes);
         const std::span<std::uint8_t> room = target.Bytes().subspan(loads ? done : 0, count);
-        if (!Read(room)) return false;
+        if (watch(ShareRead()) == Onward::kStop || !Read(room)) return false;
         checksum = Crc32(room, checksum);
         done += count;
     }
@@ -91,11 +92,12 @@ bool JournalReader::ReadSamples(std::uint64_t bytes, Samples samples, std::uint3
 }
 
 std::optional<JournalRecord> JournalReader::ReadBody(const Lengths& lengths, Samples samples,
+                                                     const PieceWatch& watch,
                                                      std::uint32_t checksum) try {
     record_.resize(lengths.recordBytes);
     if (!Read(record_)) return std::nullopt;
     checksum = Crc32(record_, checksum);
-    if (!ReadSamples(lengths.sampleBytes, samples, checksum)) return std::nullopt;
+    if (!ReadSamples(lengths.sampleBytes, samples, watch, checksum)) return std::nullopt;
     if (checksum != lengths.checksum) return std::nullopt;
     std::optional<JournalRecord> record = ParseRecord(lengths.type, record_);
     return record && SampleBytesOf(*record) == lengths.sampleBytes ? record : std::nullopt;
@@ -104,12 +106,12 @@ std::optional<JournalRecord> JournalReader::ReadBody(const Lengths& lengths, Sam
     return std::nullopt;
 }
 
-std::optional<JournalRecord> JournalReader::Next(Samples samples) {
+std::optional<JournalRecord> JournalReader::Next(Samples samples, const PieceWatch& watch) {
     RecordHead head;
     const std::optional<Lengths> lengths = ReadHead(head);
     if (!lengths) return std::nullopt;
     const std::uint32_t headChecksum = Crc32(std::span(head).first(kCheckedHeadBytes));
-    std::optional<JournalRecord> record = ReadBody(*lengths, samples, headChecksum);
+    std::optional<JournalRecord> record = ReadBody(*lengths, samples, watch, headChecksum);
     if (!record) return std::nullopt;
     goodBytes_ = position_;
     ++number_;

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "platform/file_descriptor.h"
+#include "platform/piece_watch.h"
 #include "recovery/journal_record.h"
 #include "sound/sound_buffer.h"
 
@@ -35,14 +36,19 @@ class JournalReader {
 
     bool Open(const std::filesystem::path& path);
     // Nothing at the end, and at the first record that is torn, false or too big for the memory;
-    // IsWhole() then says which.
-    std::optional<JournalRecord> Next(Samples samples);
+    // IsWhole() then says which. The watch is told the share of the journal that is read; a record
+    // at which it stops is not read.
+    std::optional<JournalRecord> Next(Samples samples, const PieceWatch& watch = Unwatched);
     // Those of the record before, with kLoad; to be taken once.
     SoundBuffer TakeSamples() { return std::move(samples_); }
     // Whether nothing stands behind the records that were read.
     bool IsWhole() const { return goodBytes_ == fileBytes_; }
     bool LacksMemory() const { return lacksMemory_; }
-    std::uint64_t PercentRead() const { return fileBytes_ > 0 ? goodBytes_ * 100 / fileBytes_ : 0; }
+    // Of the journal, also within a record; 0 to 1.
+    double ShareRead() const {
+        return fileBytes_ > 0 ? static_cast<double>(position_) / static_cast<double>(fileBytes_)
+                              : 0;
+    }
     // Up to the end of the last good record, and their count.
     std::uint64_t GoodBytes() const { return goodBytes_; }
     std::uint32_t RecordCount() const { return number_; }
@@ -57,9 +63,10 @@ class JournalReader {
 
     std::optional<Lengths> ReadHead(RecordHead& head);
     bool Read(std::span<std::uint8_t> to);
-    bool ReadSamples(std::uint64_t bytes, Samples samples, std::uint32_t& checksum);
+    bool ReadSamples(std::uint64_t bytes, Samples samples, const PieceWatch& watch,
+                     std::uint32_t& checksum);
     std::optional<JournalRecord> ReadBody(const Lengths& lengths, Samples samples,
-                                          std::uint32_t checksum);
+                                          const PieceWatch& watch, std::uint32_t checksum);
 
     FileDescriptor file_;
     std::uint64_t fileBytes_ = 0;

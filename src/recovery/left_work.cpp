@@ -66,8 +66,9 @@ namespace {
 // Of the records up to the first that is damaged, checked but not kept.
 std::optional<LeftWork> CountedIn(JournalReader& reader, const std::atomic<bool>& cancelled) {
     LeftWorkCounter counter;
+    const PieceWatch watch = [&](double) { return cancelled ? Onward::kStop : Onward::kGoOn; };
     while (!cancelled) {
-        const auto record = reader.Next(JournalReader::Samples::kCheckOnly);
+        const auto record = reader.Next(JournalReader::Samples::kCheckOnly, watch);
         if (!record) break;
         if (reader.RecordCount() == 1 && !std::holds_alternative<BaseRecord>(*record))
             return std::nullopt;

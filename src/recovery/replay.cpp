@@ -103,11 +103,11 @@ class WatchedReader {
 
     std::optional<JournalRecord> Next() {
         std::optional<JournalRecord> record;
-        const auto read = [&](const std::atomic<bool>&) {
-            record = reader_.Next(JournalReader::Samples::kLoad);
+        const auto read = [&](const PieceWatch& watch) {
+            record = reader_.Next(JournalReader::Samples::kLoad, watch);
+            watch(reader_.ShareRead());
         };
-        cancelled_ = !DoBeside(window_, read);
-        window_.SetPosition(static_cast<int>(reader_.PercentRead()));
+        cancelled_ = !DoWatchedBeside(window_, read);
         return cancelled_ ? std::nullopt : std::move(record);
     }
     void Cancel() { cancelled_ = true; }

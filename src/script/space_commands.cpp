@@ -95,9 +95,8 @@ Outcome UseResponses(ScriptSession& session, const Arguments& words) {
         return Done();
     }
     const auto window = session.Sounds().Services().progress.CreateProgress("Progress Responses");
-    return ReadListener(
-        session.Codecs(), session.PathOf(words.Text("PATH")), [&] { return window->Poll(); },
-        session.Ears());
+    return ReadListener(session.Codecs(), session.PathOf(words.Text("PATH")), *window,
+                        session.Ears());
 }
 
 }  // namespace

@@ -1,40 +1,14 @@
 #include "sound/rounding.h"
 
-#include <algorithm>
-#include <cstddef>
-#include <span>
+#include <new>
 #include <utility>
 
-#include "sound/dither.h"
-#include "sound/float_rounding.h"
+#include "sound/sample_rounding.h"
 #include "sound/sample_types.h"
+#include "sound/watched_conversion.h"
 
 namespace sonavel {
 namespace {
-
-template <class Type>
-typename Type::Stored Finite(typename Type::Stored stored) {
-    if constexpr (kHoldsWholeNumbers<Type>)
-        return stored;
-    else
-        return Type::Finite(stored);
-}
-
-template <class From, class To, class Noise>
-void Round(std::span<const typename From::Stored> from, std::span<typename To::Stored> to,
-           const Noise& noise) {
-    for (std::size_t i = 0; i < from.size(); ++i)
-        to[i] = RoundedAndHeld<To>(ScaledTo<From, To>(Finite<From>(from[i])) + noise(i));
-}
-
-template <class From, class To>
-void RoundAll(std::span<const typename From::Stored> from, std::span<typename To::Stored> to,
-              Rounding rounding) {
-    if (rounding == Rounding::kDithered && !SamplesFit<From, To>(from))
-        Round<From, To>(from, to, [](std::size_t i) { return DitherNoise(i); });
-    else
-        Round<From, To>(from, to, [](std::size_t) { return 0.0; });
-}
 
 // ConvertBits() has a way of its own from one kind of whole numbers to another.
 bool IsPlainConversion(const Sound& sound, unsigned bits, Rounding rounding) {
@@ -44,27 +18,31 @@ bool IsPlainConversion(const Sound& sound, unsigned bits, Rounding rounding) {
 
 }  // namespace
 
-Result<Sound> Rounded(const Sound& sound, unsigned bits, Rounding rounding) {
+Result<Sound> Rounded(const Sound& sound, unsigned bits, Rounding rounding,
+                      const PieceWatch& watch) try {
     const unsigned before = sound.GetBits();
     if (IsPlainConversion(sound, bits, rounding))
-        return Converted(sound, sound.GetChannels(), ChannelChoice::kBothOrMix, bits);
+        return Converted(sound, sound.GetChannels(), ChannelChoice::kBothOrMix, bits, watch);
     SoundBuffer rounded;
     if (!IsEditable(sound.GetFormat()) || !IsSampleWidth(bits) ||
         !rounded.AllocBuffer(sound.GetDataSize() * bits / before))
         return Failed(failure::kMemory);
-    VisitSampleType(before, [&](auto from) {
-        VisitSampleType(bits, [&](auto to) {
+    Outcome made = VisitSampleType(before, [&](auto from) {
+        return VisitSampleType(bits, [&](auto to) {
             using From = decltype(from);
             using To = decltype(to);
-            const auto source = SamplesOf<From>(sound.Bytes());
-            const auto target = SamplesOf<To>(rounded.Bytes());
             if constexpr (kHoldsWholeNumbers<To>)
-                RoundAll<From, To>(source.first(std::min(source.size(), target.size())), target,
-                                   rounding);
+                return RoundSamples<From, To>(SamplesOf<From>(sound.Bytes()),
+                                              SamplesOf<To>(rounded.Bytes()), rounding, watch);
+            else
+                return Done();
         });
     });
+    if (!made) return made;
     return Sound(MakeSoundFormat(sound.GetChannels(), bits, sound.GetSamplesPerSecond()),
                  std::move(rounded), sound.Markers());
+} catch (const std::bad_alloc&) {
+    return Failed(failure::kMemory);
 }
 
 }  // namespace sonavel

@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "platform/outcome.h"
+#include "sound/sample_pieces.h"
 #include "sound/sound.h"
 
 namespace sonavel {
@@ -14,7 +15,8 @@ enum class Rounding : std::uint8_t {
 };
 
 // The sound with that many bits, 8, 16 or 32, which may also be more than it has; markers are kept.
-// Fails when the memory cannot be had.
-Result<Sound> Rounded(const Sound& sound, unsigned bits, Rounding rounding);
+// Fails when the memory cannot be had; cancelled when the watch stops it.
+Result<Sound> Rounded(const Sound& sound, unsigned bits, Rounding rounding,
+                      const PieceWatch& watch = Unwatched);
 
 }  // namespace sonavel

@@ -1,4 +1,4 @@
-// Conversions of whole sample blocks between types of samples and channel counts.
+// Conversions of blocks of samples between types of samples and channel counts.
 #pragma once
 
 #include <algorithm>
@@ -6,7 +6,6 @@
 #include <span>
 
 #include "platform/user_prompts.h"
-#include "sound/float_rounding.h"
 #include "sound/sample_types.h"
 
 namespace sonavel {
@@ -23,17 +22,16 @@ typename To::Stored Rescaled(typename From::Stored sample) {
         return To::StoredOf(From::ValueOf(sample) >> (From::kBits - To::kBits));
 }
 
-// `to` holds as many samples as `from`, of which both may hold more.
+// As many as both hold, to whole numbers from whole numbers alone.
 template <class From, class To>
 void ConvertSamples(std::span<const typename From::Stored> from,
                     std::span<typename To::Stored> to) {
-    const std::size_t count = from.size() < to.size() ? from.size() : to.size();
+    static_assert(kHoldsWholeNumbers<From> || !kHoldsWholeNumbers<To>);
+    const std::size_t count = std::min(from.size(), to.size());
     if constexpr (kHoldsWholeNumbers<From>) {
         const typename From::Stored* source = from.data();
         typename To::Stored* target = to.data();
         for (std::size_t i = 0; i < count; ++i) target[i] = Rescaled<From, To>(source[i]);
-    } else if constexpr (kHoldsWholeNumbers<To>) {
-        FloatRounder().Take<To>(from.first(count), to.first(count));
     } else {
         std::ranges::copy(from.first(count), to.begin());
     }

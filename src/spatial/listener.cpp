@@ -12,9 +12,9 @@ constexpr std::size_t kMostBankBytes = std::size_t{64} << 20;
 
 Listener::Listener() : measured_(TableResponses()) {}
 
-Outcome Listener::Use(MeasuredResponses measured) {
+Outcome Listener::Use(MeasuredResponses measured, const PieceWatch& watch) {
     const double rate = measured.rate;
-    Result<std::shared_ptr<const ResponseSet>> set = ResponseSet::Make(measured, rate);
+    Result<std::shared_ptr<const ResponseSet>> set = ResponseSet::Make(measured, rate, watch);
     if (!set) return set.Ended();
     measured_ = std::move(measured);
     usesTable_ = false;

@@ -15,8 +15,9 @@ class Listener {
 
     // The table's name, or the file's.
     const MeasuredResponses& Measured() const { return measured_; }
-    // Fails, and keeps what it has, when no set can be made of them.
-    Outcome Use(MeasuredResponses measured);
+    // Fails, and keeps what it has, when no set can be made of them; likewise cancelled when the
+    // watch stops it.
+    Outcome Use(MeasuredResponses measured, const PieceWatch& watch = Unwatched);
     void UseTable();
     bool UsesTable() const { return usesTable_; }
 

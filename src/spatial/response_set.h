@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "platform/outcome.h"
+#include "platform/piece_watch.h"
 #include "spatial/analysis_fft.h"
 #include "spatial/measured_responses.h"
 #include "spatial/sphere_mesh.h"
@@ -49,9 +50,10 @@ class ResponseSet {
     // fail. Directions that lie closer
     // together than a tenth of a degree count once. Around a pole that has no direction within 30
     // degrees the mean of the ring next to it stands for what lies there. Fails without memory and
-    // when the directions span no part of the sphere.
+    // when the directions span no part of the sphere; cancelled when the watch stops it.
     static Result<std::shared_ptr<const ResponseSet>> Make(const MeasuredResponses& measured,
-                                                           double rate);
+                                                           double rate,
+                                                           const PieceWatch& watch = Unwatched);
 
     double Rate() const { return rate_; }
     // Of every response: a multiple of 4.

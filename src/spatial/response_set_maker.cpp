@@ -82,10 +82,17 @@ ResponseSetMaker::Parts ResponseSetMaker::PartsOf(std::size_t response) const {
     return parts;
 }
 
-void ResponseSetMaker::Analyse() {
-    parts_.resize(measured_.Count());
-    const WorkEnd end = ComputeParts(parts_.size(), [&](std::size_t i) { parts_[i] = PartsOf(i); });
-    if (end == WorkEnd::kOutOfMemory) throw std::bad_alloc();
+Outcome ResponseSetMaker::Analyse(const PieceWatch& watch) {
+    const std::size_t count = measured_.Count();
+    parts_.resize(count);
+    const auto tell = [&](std::size_t i) {
+        return watch(static_cast<double>(i) / static_cast<double>(count));
+    };
+    const WorkDone done = ComputeUnits(
+        {.count = count, .compute = [&](std::size_t i) { parts_[i] = PartsOf(i); }, .before = tell},
+        ThreadsToUse());
+    if (done.end == WorkEnd::kStopped) return Cancelled();
+    return DoneIf(done.end == WorkEnd::kFinished, failure::kMemory);
 }
 
 // Of all responses, from 200 to 8000 Hz.
@@ -154,11 +161,11 @@ void ResponseSetMaker::CompletePole(double sign) {
     ears_.push_back({left, AddMean(ring[1])});
 }
 
-Result<std::shared_ptr<const ResponseSet>> ResponseSetMaker::Make() try {
+Result<std::shared_ptr<const ResponseSet>> ResponseSetMaker::Make(const PieceWatch& watch) try {
     CollectDirections();
     if (directions_.size() < kLeastDirections)
         return Failed("The responses are of too few directions.");
-    Analyse();
+    if (Outcome analysed = Analyse(watch); !analysed) return analysed;
     if (measured_.scale == Scale::kOfItsOwn) MatchTable();
     CompletePole(-1);
     CompletePole(1);
@@ -187,10 +194,10 @@ double GreatestGap(const MeasuredResponses& measured) {
 }
 
 Result<std::shared_ptr<const ResponseSet>> ResponseSet::Make(const MeasuredResponses& measured,
-                                                             double rate) {
+                                                             double rate, const PieceWatch& watch) {
     if (rate < kLowestResponseRate || rate > kHighestResponseRate)
         return Failed("The responses can be had at rates from 4000 to 384000 Hz only.");
-    return ResponseSetMaker(measured, rate).Make();
+    return ResponseSetMaker(measured, rate).Make(watch);
 }
 
 }  // namespace sonavel

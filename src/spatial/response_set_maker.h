@@ -9,7 +9,7 @@ class ResponseSetMaker {
   public:
     ResponseSetMaker(const MeasuredResponses& measured, double rate);
 
-    Result<std::shared_ptr<const ResponseSet>> Make();
+    Result<std::shared_ptr<const ResponseSet>> Make(const PieceWatch& watch);
     double GreatestGap();
 
   private:
@@ -19,7 +19,7 @@ class ResponseSetMaker {
         double delay = 0;         // frames at the new rate
         std::size_t lastTap = 0;  // behind which the minimum-phase response is as good as silent
     };
-    void Analyse();
+    Outcome Analyse(const PieceWatch& watch);
     double MeanPower() const;
     void MatchTable();
     Parts PartsOf(std::size_t response) const;

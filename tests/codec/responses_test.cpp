@@ -2,6 +2,7 @@
 #include "codec/client/listener_reading.h"
 #include "codec_fixture.h"
 #include "spatial/listener.h"
+#include "support/fake_progress.h"
 
 namespace sonavel {
 namespace {
@@ -82,14 +83,38 @@ TEST_F(ResponsesTest, TheSameEarsSoundAlikeFromAFileAndFromTheTable) {
 TEST_F(ResponsesTest, AListenerWhoseReadingIsCancelledOrFailsKeepsItsEars) {
     Listener listener;
     const std::string before = listener.Measured().name;
+    FakeProgress progress;
+    const auto window = progress.CreateProgress("");
     if (std::filesystem::exists(kMeasured)) {
-        const auto cancels = [] { return true; };
-        EXPECT_TRUE(ReadListener(codecs, kMeasured, cancels, listener).IsCancelled());
+        progress.cancelAtPoll = 0;
+        EXPECT_TRUE(ReadListener(codecs, kMeasured, *window, listener).IsCancelled());
+        progress.cancelAtPoll.reset();
     }
-    const auto goesOn = [] { return false; };
-    EXPECT_EQ(ReadListener(codecs, folder / "none", goesOn, listener),
+    EXPECT_EQ(ReadListener(codecs, folder / "none", *window, listener),
               Failed("There is no such file."));
     EXPECT_EQ(listener.Measured().name, before);
+}
+
+TEST_F(ResponsesTest, TheAnalysisTellsHowFarItIsAndStopsAnywhere) {
+    if (!std::filesystem::exists(kMeasured)) GTEST_SKIP() << "without the library's own file";
+    const auto measured = Read(kMeasured);
+    ASSERT_TRUE(measured);
+    for (const int stopAt : {0, 1, 1000}) {
+        Listener listener;
+        int words = 0;
+        const auto stop = [&](double done) {
+            EXPECT_GE(done, words / 1420.0 - 1e-9);
+            return words++ == stopAt ? Onward::kStop : Onward::kGoOn;
+        };
+        EXPECT_TRUE(listener.Use(*measured, stop).IsCancelled());
+        EXPECT_EQ(words, stopAt + 1);
+        EXPECT_TRUE(listener.UsesTable());
+    }
+    FakeProgress progress;
+    Listener listener;
+    ASSERT_TRUE(ReadListener(codecs, kMeasured, *progress.CreateProgress(""), listener));
+    ASSERT_FALSE(progress.positions.empty());
+    EXPECT_GT(progress.positions.back(), 90);
 }
 
 TEST_F(ResponsesTest, FilesOfOtherKindsAreRefused) {

@@ -101,6 +101,8 @@ TEST_F(HistoryBudgetTest, LargeStepsShowTheirProgressAndACancelLeavesAllAsItWas)
     ASSERT_TRUE(edit::Delete(*document, {0, frames, 0}));
     EXPECT_EQ(progress_.titles, std::vector<std::string>{"Progress Undo"});
     EXPECT_GT(progress_.polls, 0);
+    ASSERT_FALSE(progress_.positions.empty());
+    EXPECT_GT(progress_.positions.back(), 50) << "the bar goes on with the bytes";
     EXPECT_EQ(history.SpilledBytes(), frames);
     const Bytes after = BytesOf(document->Sound());
 

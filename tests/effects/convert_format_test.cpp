@@ -2,6 +2,7 @@
 // stays in its place.
 #include "effects/convert_format.h"
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <numbers>
@@ -148,8 +149,12 @@ TEST_F(ConvertTest, AnyConversionOfALongSoundCanBeCancelled) {
         EXPECT_FALSE(Document().CanUndo() || Document().GetModified());
     }
     progress.cancelAtPoll.reset();
+    progress.positions.clear();
     EXPECT_TRUE(change(32, 2));
     EXPECT_EQ(Sound().GetBits(), 32u);
+    ASSERT_FALSE(progress.positions.empty());
+    EXPECT_GT(progress.positions.back(), 90);
+    EXPECT_TRUE(std::ranges::is_sorted(progress.positions));
 }
 
 // A level between two steps of the fewer bits is kept on the average by dither alone.

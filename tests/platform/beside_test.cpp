@@ -44,6 +44,38 @@ TEST(BesideTest, ACancelIsHeardByTheWorkAndToldBehindIt) {
     EXPECT_TRUE(ended) << "nothing returns before the work has ended";
 }
 
+// Shows what it is told, and cancels when it shows 70.
+class CancellingWindow : public ProgressWindow {
+  public:
+    void SetRange(int, int) override {}
+    void SetPosition(int position) override { shown = position; }
+    bool Poll() override { return shown >= 70; }
+
+    std::atomic<int> shown = -1;
+};
+
+TEST(BesideTest, WatchedWorkIsShownWhileItGoesOnAndHearsOfACancel) {
+    CancellingWindow window;
+    const auto limit = std::chrono::steady_clock::now() + 60s;
+    bool wasShown = false, wasStopped = false;
+    const bool went = DoWatchedBeside(window, [&](const PieceWatch& watch) {
+        EXPECT_EQ(watch(0.375), Onward::kGoOn);
+        while (window.shown != 37 && std::chrono::steady_clock::now() < limit)
+            std::this_thread::sleep_for(1ms);
+        wasShown = window.shown == 37;
+        while (!wasStopped && std::chrono::steady_clock::now() < limit)
+            wasStopped = watch(0.7) == Onward::kStop;
+    });
+    EXPECT_FALSE(went);
+    EXPECT_TRUE(wasShown);
+    EXPECT_TRUE(wasStopped);
+    EXPECT_EQ(window.shown, 70);
+
+    CancellingWindow silent;
+    EXPECT_TRUE(DoWatchedBeside(silent, [](const PieceWatch&) {}));
+    EXPECT_EQ(silent.shown, -1) << "work that says nothing leaves the window as it was";
+}
+
 // The second poll and later ones come when the file is about to take its place.
 TEST(CommitBesideTest, ACancelCountsUntilTheTargetIsReplaced) {
     const TemporaryFolder folder;

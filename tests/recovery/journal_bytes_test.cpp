@@ -264,6 +264,29 @@ TEST_F(JournalTest, ListsWorkWhoseBeginningIsDamagedByItsName) {
     }
 }
 
+TEST_F(JournalTest, ALargeRecordTellsHowFarItIsAndIsLeftWhereItIsCancelled) {
+    constexpr std::size_t kLarge = std::size_t{5} << 20;
+    budget_->limitBytes = 16 << 20;
+    auto file = NewFile();
+    Append(*file, BaseRecord{.format = MakeSoundFormat(1, 8, 8000), .sampleBytes = kLarge}, kLarge);
+    file.reset();
+    for (const auto samples : {JournalReader::Samples::kLoad, JournalReader::Samples::kCheckOnly}) {
+        JournalReader reader;
+        ASSERT_TRUE(reader.Open(Journal()));
+        double share = 0;
+        const auto stop = [&](double done) {
+            return (share = done) > 0.5 ? Onward::kStop : Onward::kGoOn;
+        };
+        EXPECT_FALSE(reader.Next(samples, stop));
+        EXPECT_LT(share, 0.9);
+        EXPECT_FALSE(reader.LacksMemory() || reader.IsWhole());
+        EXPECT_EQ(reader.RecordCount(), 0u);
+        EXPECT_TRUE(reader.Next(samples));
+        EXPECT_TRUE(reader.IsWhole());
+        EXPECT_EQ(reader.ShareRead(), 1);
+    }
+}
+
 TEST_F(JournalTest, AListThatIsCancelledEndsEarly) {
     auto file = NewFile();
     Append(*file, BaseRecord{.format = MakeSoundFormat(1, 8, 8000)}, 0);

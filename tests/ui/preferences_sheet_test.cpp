@@ -4,11 +4,14 @@
 #include <QDialogButtonBox>
 #include <QLineEdit>
 #include <QTest>
+#include <QTimer>
 
+#include "app/preferences/option_3d.h"
 #include "app/preferences/option_display.h"
 #include "app/preferences/option_sheet.h"
 #include "app/preferences/option_wave.h"
 #include "document/document_options.h"
+#include "platform/qt/qt_progress.h"
 #include "platform/qt/utf8_text.h"
 #include "support/fake_wave_devices.h"
 #include "support/qt_test_application.h"
@@ -84,6 +87,61 @@ TEST_F(PreferencesSheetTest, ApplyWritesOnceAndCancelWritesNothing) {
     Button(QDialogButtonBox::Cancel).click();
     EXPECT_EQ(changes_, 1);
     EXPECT_EQ(DocumentOptions::Read(folder_.Options().Read()).openAndMaximize, 0);
+}
+
+// Presses Escape in the progress window as soon as it can be had.
+class EscapeFromProgress : public QObject {
+  public:
+    EscapeFromProgress() {
+        connect(&timer_, &QTimer::timeout, this, [this] {
+            for (QWidget* window : QApplication::topLevelWidgets())
+                if (auto* progress = qobject_cast<CProgressDlg*>(window)) {
+                    QTest::keyClick(progress, Qt::Key_Escape);
+                    ++pressed;
+                }
+        });
+        timer_.start(0);
+    }
+
+    int pressed = 0;
+
+  private:
+    QTimer timer_;
+};
+
+// Reads until it is cancelled.
+Result<std::string> ReadForEver(const std::string& path, ProgressWindow& window) {
+    if (path.empty()) return std::string("The table.");
+    while (!window.Poll()) continue;
+    return Cancelled();
+}
+
+TEST_F(PreferencesSheetTest, ReadingResponsesCanBeCancelledAndTheFormerStay) {
+    const QString cancelled = "Reading was cancelled; the responses stay as they were.";
+    COption3D page(nullptr, ReadForEver);
+    auto &table = Nth<QRadioButton>(page, 0), &file = Nth<QRadioButton>(page, 1);
+    const auto& path = Nth<QLineEdit>(page, 0);
+    const QLabel& state = *page.findChildren<QLabel*>().last();
+    Preferences preferences;
+    const auto chosen = [&] {
+        page.TakeInto(preferences);
+        return preferences.ears;
+    };
+    preferences.ears = "/ears.sofa";
+    page.ShowPreferences(preferences);
+    EXPECT_EQ(state.text(), "") << "nothing is read before the page is seen";
+    EscapeFromProgress escape;
+    page.show();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return state.text() == cancelled; }, 60000));
+    EXPECT_GT(escape.pressed, 0);
+    EXPECT_EQ(chosen(), "/ears.sofa");
+
+    table.click();
+    EXPECT_EQ(state.text(), "The table.");
+    EXPECT_TRUE(!path.isEnabled() && chosen().empty());
+    file.click();
+    EXPECT_EQ(state.text(), cancelled);
+    EXPECT_TRUE(table.isChecked() && !path.isEnabled() && chosen().empty());
 }
 
 TEST_F(PreferencesSheetTest, OkWithoutAnEditChangesNothing) {

@@ -1,17 +1,19 @@
 #include "app/preferences/option_3d.h"
 
-#include <QCoreApplication>
 #include <QFileDialog>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QPushButton>
+#include <QSignalBlocker>
+#include <utility>
 
-#include "app/own_ears.h"
+#include "platform/qt/qt_progress.h"
 
 namespace sonavel {
 
-COption3D::COption3D(QWidget* parent)
+COption3D::COption3D(QWidget* parent, EarsDescriber describe)
     : OptionPage(parent),
+      describe_(std::move(describe)),
       table_(new QRadioButton(tr("&KEMAR, 1994"), this)),
       file_(new QRadioButton(tr("A SO&FA file:"), this)),
       path_(new QLineEdit(this)),
@@ -28,10 +30,7 @@ COption3D::COption3D(QWidget* parent)
     auto* page = new QVBoxLayout(this);
     page->addWidget(group);
     page->addStretch(1);
-    connect(table_, &QRadioButton::toggled, this, [this] {
-        ShowState();
-        Q_EMIT Edited();
-    });
+    connect(table_, &QRadioButton::toggled, this, &COption3D::TakeChoice);
 }
 
 QLayout* COption3D::MakeFileRow() {
@@ -47,30 +46,50 @@ void COption3D::Browse() {
     const QString path = QFileDialog::getOpenFileName(this, tr("Responses"), path_->text(),
                                                       tr("SOFA files (*.sofa);;All files (*)"));
     if (path.isEmpty()) return;
-    path_->setText(path);
-    file_->setChecked(true);
-    ShowState();
+    Choose({true, path});
+    TakeChoice();
+}
+
+void COption3D::Choose(const Choice& choice) {
+    const QSignalBlocker quiet(table_);
+    path_->setText(choice.path);
+    (choice.own ? file_ : table_)->setChecked(true);
+    path_->setEnabled(choice.own);
+}
+
+void COption3D::TakeChoice() {
+    if (!ReadChosen()) Choose(before_);
+    before_ = Chosen();
+    path_->setEnabled(before_.own);
     Q_EMIT Edited();
 }
 
-void COption3D::ShowState() {
-    path_->setEnabled(file_->isChecked());
-    const bool own = file_->isChecked() && !path_->text().isEmpty();
+// The window takes all input to itself, once it is there; until then none comes through.
+bool COption3D::ReadChosen() {
+    const Choice chosen = Chosen();
+    const bool own = chosen.own && !chosen.path.isEmpty();
+    isRead_ = true;
     state_->setText(own ? tr("Reading the responses…") : QString());
-    // Shown while they are read; nothing else happens meanwhile.
-    const auto poll = [] {
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-        return false;
-    };
-    state_->setText(
-        QString::fromStdString(DescribeEars(own ? path_->text().toStdString() : "", poll)));
+    QtProgress progress("Progress Responses", window());
+    const auto said = describe_(own ? chosen.path.toStdString() : std::string(), progress);
+    const bool cancelled = said.Ended().IsCancelled();
+    state_->setText(cancelled ? tr("Reading was cancelled; the responses stay as they were.")
+                              : QString::fromStdString(said ? *said : said.Reason()));
+    return !cancelled;
 }
 
 void COption3D::ShowPreferences(const Preferences& preferences) {
     OptionPage::ShowPreferences(preferences);
-    path_->setText(QString::fromStdString(preferences.ears));
-    (preferences.ears.empty() ? table_ : file_)->setChecked(true);
-    ShowState();
+    Choose({!preferences.ears.empty(), QString::fromStdString(preferences.ears)});
+    before_ = Chosen();
+}
+
+void COption3D::showEvent(QShowEvent* event) {
+    OptionPage::showEvent(event);
+    const auto read = [this] {
+        if (!isRead_) ReadChosen();
+    };
+    QMetaObject::invokeMethod(this, read, Qt::QueuedConnection);
 }
 
 void COption3D::TakeInto(Preferences& preferences) const {

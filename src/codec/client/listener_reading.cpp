@@ -1,6 +1,5 @@
 #include "codec/client/listener_reading.h"
 
-#include <atomic>
 #include <utility>
 
 #include "platform/beside.h"
@@ -8,25 +7,30 @@
 namespace sonavel {
 namespace {
 
-class CancelWatcher : public CodecWatcher {
+// Of the time that reading and analysing take.
+constexpr double kShareOfReading = 0.5;
+
+// The helper does not say how far it is.
+class ReadingWatcher : public CodecWatcher {
   public:
-    explicit CancelWatcher(const std::atomic<bool>& cancelled) : cancelled_(cancelled) {}
-    GoOn Watch() override { return cancelled_ ? GoOn::kNo : GoOn::kYes; }
+    explicit ReadingWatcher(const PieceWatch& watch) : watch_(watch) {}
+    GoOn Watch() override { return watch_(0) == Onward::kStop ? GoOn::kNo : GoOn::kYes; }
 
   private:
-    const std::atomic<bool>& cancelled_;
+    const PieceWatch& watch_;
 };
 
 }  // namespace
 
 Outcome ReadListener(const ChildCodecs& codecs, const std::filesystem::path& path,
-                     const std::function<bool()>& poll, Listener& listener) {
+                     ProgressWindow& window, Listener& listener) {
     Listener analysed;
     Outcome used = Done();
-    const bool isWhole = DoBeside(poll, [&](const std::atomic<bool>& cancelled) {
-        CancelWatcher watcher(cancelled);
+    const bool isWhole = DoWatchedBeside(window, [&](const PieceWatch& watch) {
+        ReadingWatcher watcher(watch);
         Result<MeasuredResponses> measured = codecs.ReadResponses(path, watcher);
-        used = measured ? analysed.Use(*std::move(measured)) : measured.Ended();
+        used = measured ? analysed.Use(*std::move(measured), PartOf(watch, kShareOfReading, 1))
+                        : measured.Ended();
     });
     if (!isWhole) return Cancelled();
     if (used) listener = std::move(analysed);

@@ -2,17 +2,17 @@
 #pragma once
 
 #include <filesystem>
-#include <functional>
 
 #include "codec/client/child_codecs.h"
 #include "platform/outcome.h"
+#include "platform/progress_window.h"
 #include "spatial/listener.h"
 
 namespace sonavel {
 
-// `poll` is called now and then meanwhile; true cancels. Fails, and leaves the listener as it is,
-// when the file cannot be used.
+// The window shows how far it is, and cancels. Fails, and leaves the listener as it is, when the
+// file cannot be used.
 Outcome ReadListener(const ChildCodecs& codecs, const std::filesystem::path& path,
-                     const std::function<bool()>& poll, Listener& listener);
+                     ProgressWindow& window, Listener& listener);
 
 }  // namespace sonavel
