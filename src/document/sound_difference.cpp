@@ -1,25 +1,13 @@
 #include "document/sound_difference.h"
 
 #include <algorithm>
-#include <cstring>
+#include <new>
 #include <utility>
 
 namespace sonavel {
 namespace {
 
-EditRecord Whole(const Sound& now, Sound& wanted) {
-    EditRecord record{.reach = EditReach::kEverything};
-    record.bytesThere = now.GetDataSize();
-    record.bytesKept = wanted.GetDataSize();
-    record.format = wanted.GetFormat();
-    record.markers = wanted.Markers();
-    PcmFormat none;
-    // Of whole blocks nothing is copied, so this cannot fail.
-    static_cast<void>(ExchangePiece(wanted, 0, record.bytesKept, record.samples, none));
-    return record;
-}
-
-EditRecord Between(const Sound& now, const Sound& wanted) {
+EditRecord DifferingBytes(const Sound& now, const Sound& wanted) {
     const auto before = now.Bytes(), after = wanted.Bytes();
     const std::size_t common = std::min(before.size(), after.size());
     const auto first = std::mismatch(
@@ -31,41 +19,51 @@ EditRecord Between(const Sound& now, const Sound& wanted) {
     const auto tail = static_cast<std::size_t>(behind.first - before.rbegin());
     EditRecord record{.reach = EditReach::kFrames};
     record.startByte = start;
-    record.bytesThere = before.size() - start - tail;
-    record.bytesKept = after.size() - start - tail;
-    record.format = wanted.GetFormat();
-    record.markers = wanted.Markers();
+    record.bytesThere = after.size() - start - tail;
+    record.bytesKept = before.size() - start - tail;
     return record;
+}
+
+std::optional<EditRecord> DifferingPlace(const Sound& now, const Sound& wanted) {
+    if (!HasSameFrames(now.GetFormat(), wanted.GetFormat()))
+        return EditRecord{.reach = EditReach::kEverything,
+                          .bytesThere = wanted.GetDataSize(),
+                          .bytesKept = now.GetDataSize()};
+    EditRecord record = DifferingBytes(now, wanted);
+    const bool sameSamples = record.bytesThere == 0 && record.bytesKept == 0;
+    if (!sameSamples || now.GetFormat() != wanted.GetFormat()) return record;
+    if (now.Markers() == wanted.Markers()) return std::nullopt;
+    return EditRecord{.reach = EditReach::kMarkers};
 }
 
 }  // namespace
 
-std::optional<EditRecord> DifferenceFrom(const Sound& now, Sound& wanted) {
-    if (!HasSameFrames(now.GetFormat(), wanted.GetFormat())) return Whole(now, wanted);
-    EditRecord record = Between(now, wanted);
-    const bool sameSamples = record.bytesThere == 0 && record.bytesKept == 0;
-    if (sameSamples && now.GetFormat() == wanted.GetFormat()) {
-        if (now.Markers() == wanted.Markers()) return std::nullopt;
-        EditRecord markers{.reach = EditReach::kMarkers};
-        markers.markers = wanted.Markers();
-        return markers;
-    }
-    if (record.bytesKept == 0) return record;
-    if (!record.samples.AllocBuffer(record.bytesKept)) return Whole(now, wanted);
-    std::memcpy(record.samples.Data(), wanted.Bytes().data() + record.startByte, record.bytesKept);
+std::optional<EditRecord> DifferenceBetween(const Sound& now, const Sound& wanted) {
+    std::optional<EditRecord> record = DifferingPlace(now, wanted);
+    if (!record) return std::nullopt;
+    record->format = now.GetFormat();
+    record->markers = now.Markers();
     return record;
 }
 
-Result<TakenOver> TakeOver(CSoundDoc& document, Sound& wanted, std::string_view stepName) {
-    auto record = DifferenceFrom(document.Sound(), wanted);
-    if (!record) return TakenOver::kNothing;
-    const bool isWhole = record->reach == EditReach::kEverything;
-    Outcome applied = document.ApplyRecord(stepName, *std::move(record));
-    // A piece may need more room than there is; whole sounds change places and need none.
-    if (!applied && !isWhole)
-        applied = document.ApplyRecord(stepName, Whole(document.Sound(), wanted));
-    if (!applied) return applied;
-    return TakenOver::kEdit;
+Result<TakingOver> TakingOver::Prepare(CSoundDoc& document, Sound& wanted,
+                                       std::string_view stepName) try {
+    TakingOver taking(document, wanted);
+    std::optional<EditRecord> record = DifferenceBetween(document.Sound(), wanted);
+    if (!record) return taking;
+    taking.firstByte_ = record->startByte;
+    Result<SoundEdit> edit = document.BeginTakingOver(stepName, *std::move(record));
+    if (!edit) return edit.Ended();
+    taking.edit_ = *std::move(edit);
+    return taking;
+} catch (const std::bad_alloc&) {
+    return Failed(failure::kMemory);
+}
+
+void TakingOver::Apply() {
+    if (!edit_) return;
+    edit_->ReplaceSound(std::move(*wanted_));
+    edit_->CommitSurely(FrameOfByte(document_->Sound(), firstByte_));
 }
 
 }  // namespace sonavel

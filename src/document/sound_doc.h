@@ -123,6 +123,9 @@ class CSoundDoc {
     // into the step; copies nothing.
     Result<SoundEdit> BeginReplacement(std::string_view stepName);
     Result<SoundEdit> BeginUnrecordedReplacement();
+    // Likewise for an edit of which is known what it replaces, and that puts another sound in: with
+    // the record's samples where there is room for them, else as one that replaces everything.
+    Result<SoundEdit> BeginTakingOver(std::string_view stepName, EditRecord replaced);
     // Whether an edit has begun and not ended, so that the sound is nothing to be shown or played;
     // a recording changes it when it ends.
     bool IsBeingChanged() const { return changesUnderWay_ > (recordingEdit_ ? 1 : 0); }

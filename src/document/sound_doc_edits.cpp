@@ -47,6 +47,20 @@ Result<SoundEdit> CSoundDoc::MakeEdit(std::string_view stepName, const EditPlan&
     return SoundEdit(*this, storing, std::string(stepName), std::move(record));
 }
 
+Result<SoundEdit> CSoundDoc::BeginTakingOver(std::string_view stepName, EditRecord replaced) {
+    using enum SoundEdit::Storing;
+    if (sound_.IsRecording()) return Failed("The sound cannot be changed while recording.");
+    const SoundEdit::Storing storing = options_.saveUndo && !stepName.empty() ? kStep : kNoStep;
+    StoredRecord record(std::move(replaced));
+    if (record.Record().reach != EditReach::kEverything && !KeepFor(storing, record)) {
+        if (history_.WasCancelled()) return Cancelled();
+        record = StoredRecord(PlannedRecord(sound_, ReplacesEverything()));
+    }
+    EndMarkerEdit();
+    StopPlaying();
+    return SoundEdit(*this, storing, std::string(stepName), std::move(record));
+}
+
 bool CSoundDoc::KeepFor(SoundEdit::Storing storing, StoredRecord& record) {
     const bool needed =
         storing == SoundEdit::Storing::kStep ||

@@ -1,5 +1,6 @@
 #include "document/sound_edit.h"
 
+#include <new>
 #include <utility>
 
 #include "document/sound_doc.h"
@@ -17,6 +18,7 @@ SoundEdit::SoundEdit(CSoundDoc& document, Storing storing, std::string stepName,
 
 void SoundEdit::ReplaceSound(Sound&& result) {
     Sound before = document_->Sound().Exchange(std::move(result));
+    if (stored_.Record().reach != EditReach::kEverything) return;
     PcmFormat none;
     ExchangePiece(before, 0, before.GetDataSize(), stored_.Record().samples, none);
 }
@@ -36,6 +38,16 @@ void SoundEdit::TakeBack() {
 void SoundEdit::Commit(std::uint32_t firstChangedFrame) {
     NoteResult(stored_.Record(), bytesBefore_, document_->Sound());
     document_->StoreInHistory(storing_, stepName_, std::move(stored_));
+    underWay_.End();
+    document_->NotifyChanged(firstChangedFrame);
+}
+
+void SoundEdit::CommitSurely(std::uint32_t firstChangedFrame) {
+    try {
+        return Commit(firstChangedFrame);
+    } catch (const std::bad_alloc&) {
+        document_->ForgetHistory();
+    }
     underWay_.End();
     document_->NotifyChanged(firstChangedFrame);
 }

@@ -43,8 +43,8 @@ class SoundEdit {
     // What was before is kept in the record as far as the history needs it.
     SoundEdit(CSoundDoc& document, Storing storing, std::string stepName, StoredRecord record);
 
-    // Puts another sound in the place of the document's, whose samples move into the record. Only
-    // for an edit that replaces everything.
+    // Puts another sound in the place of the document's, without taking memory; of an edit that
+    // replaces everything the samples move into the record. Elsewhere than planned both are alike.
     void ReplaceSound(Sound&& result);
     // Of an edit that has changed nothing yet: it is about to replace this, and markers that
     // changed since it began belong to steps of their own.
@@ -54,6 +54,9 @@ class SoundEdit {
     // The sound has changed from this frame on, within what was planned: stores the step, discards
     // what could be redone, marks the sound modified and tells the document's observers. Once.
     void Commit(std::uint32_t firstChangedFrame);
+    // Likewise, of an edit that is part of something that has to come about as a whole: without
+    // memory for the step the document forgets its history.
+    void CommitSurely(std::uint32_t firstChangedFrame);
 
   private:
     CSoundDoc* document_;

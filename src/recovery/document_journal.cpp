@@ -163,7 +163,7 @@ void DocumentJournal::Restart(const Sound& now) {
 
 // --- Changes
 
-void DocumentJournal::OnHistoryChange(const HistoryChange& change, const Sound& now) {
+void DocumentJournal::OnHistoryChange(const HistoryChange& change, const Sound& now) try {
     TellFault();
     if (change.kind == HistoryChange::Kind::kForgotten) return Discard();
     if (!Keeps()) return;
@@ -172,6 +172,8 @@ void DocumentJournal::OnHistoryChange(const HistoryChange& change, const Sound& 
         NoteChange(change, now);
     else
         NoteStep(change, now);
+} catch (const std::bad_alloc&) {
+    if (file_) file_->SetFault(JournalFault::kNoMemory);
 }
 
 void DocumentJournal::NoteChange(const HistoryChange& change, const Sound& now) {

@@ -1,6 +1,9 @@
 #include "script/open_sounds_run.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
+#include <memory>
 #include <new>
 #include <optional>
 #include <set>
@@ -19,6 +22,7 @@ namespace sonavel::script {
 namespace {
 
 constexpr char kActivate[] = "activate";
+constexpr std::size_t kReserveBytes = std::size_t{1} << 20;
 
 Outcome FailedInLine(int line, const std::string& why) {
     return Failed("Line " + std::to_string(line) + ": " + why);
@@ -103,11 +107,10 @@ class OpenSoundsRunner {
     Outcome CopySound(std::size_t index);
     Outcome RunScript();
     Outcome HandOver();
+    Outcome PrepareHandOver();
     Outcome OpenNewSounds();
     Outcome OpenNewSound(OpenSound& made);
     Outcome OpenAgain(const FileOrigin& file);
-    Outcome TakeOverAll();
-    void TakeBack();
 
     Workspace& sounds_;
     std::size_t before_;  // open at the start
@@ -120,7 +123,9 @@ class OpenSoundsRunner {
     ScriptSession session_;
     std::vector<std::size_t> copied_;
     std::vector<SoundEdit> held_;  // nobody touches the sounds until their copies are done
-    std::vector<CSoundDoc*> changed_;
+    std::vector<TakingOver> taking_;
+    // Given back when what must not fail begins: the few small blocks that it takes.
+    std::unique_ptr<std::array<std::uint8_t, kReserveBytes>> reserve_;
     OpenSoundsRun report_{.outcome = Done()};
 };
 
@@ -196,24 +201,42 @@ Outcome OpenSoundsRunner::RunScript() {
 
 // --- The results
 
-// What may fail comes first, so that the sounds that were there are changed all or none.
+// All that may fail comes first, so that the sounds that were there are changed all or none.
 Outcome OpenSoundsRunner::HandOver() {
     const std::optional<std::size_t> active = session_.Sounds().ActiveIndex();
-    Outcome done = OpenNewSounds();
-    if (done) done = TakeOverAll();
-    if (!done) {
-        TakeBack();
-        return done;
+    if (Outcome prepared = PrepareHandOver(); !prepared) {
+        taking_.clear();
+        while (sounds_.Count() > before_) sounds_.Close(sounds_.Count() - 1);
+        return prepared;
     }
-    report_.changedSounds = changed_.size();
+    reserve_.reset();
+    for (TakingOver& taking : taking_) taking.Apply();
+    report_.changedSounds = static_cast<std::size_t>(
+        std::ranges::count_if(taking_, [](const TakingOver& taking) { return taking.IsEdit(); }));
     report_.newSounds = sounds_.Count() - before_;
+    for (const std::size_t index : copied_) try {
+            TakeTagsAndPlace(sounds_.At(index), session_.Sounds().At(index));
+        } catch (const std::bad_alloc&) {
+            // What the sounds are has come about, and counts.
+        }
     if (active && *active < sounds_.Count()) sounds_.Activate(*active);
     return Done();
 }
 
-void OpenSoundsRunner::TakeBack() {
-    for (CSoundDoc* document : changed_) static_cast<void>(document->Undo());
-    while (sounds_.Count() > before_) sounds_.Close(sounds_.Count() - 1);
+Outcome OpenSoundsRunner::PrepareHandOver() try {
+    reserve_ = std::make_unique<std::array<std::uint8_t, kReserveBytes>>();
+    if (Outcome opened = OpenNewSounds(); !opened) return opened;
+    taking_.reserve(copied_.size());
+    for (const std::size_t index : copied_) {
+        auto taking =
+            TakingOver::Prepare(*sounds_.At(index).document,
+                                session_.Sounds().At(index).document->Sound(), kScriptStep);
+        if (!taking) return taking.Ended();
+        taking_.push_back(*std::move(taking));
+    }
+    return Done();
+} catch (const std::bad_alloc&) {
+    return Failed(failure::kMemory);
 }
 
 Outcome OpenSoundsRunner::OpenNewSounds() {
@@ -227,9 +250,10 @@ Outcome OpenSoundsRunner::OpenNewSound(OpenSound& made) {
     const FileOrigin* file = document.File();
     if (file && !sounds_.IndexOfPath(file->path)) {
         if (Outcome opened = OpenAgain(*file); !opened) return opened;
-        if (const auto taken = TakeOver(*sounds_.Active()->document, document.Sound(), kScriptStep);
-            !taken)
-            return taken.Ended();
+        auto taking =
+            TakingOver::Prepare(*sounds_.Active()->document, document.Sound(), kScriptStep);
+        if (!taking) return taking.Ended();
+        taking->Apply();
     } else {
         std::string prefix = document.Title();
         prefix.erase(prefix.find_last_not_of("0123456789") + 1);
@@ -242,19 +266,6 @@ Outcome OpenSoundsRunner::OpenNewSound(OpenSound& made) {
 Outcome OpenSoundsRunner::OpenAgain(const FileOrigin& file) {
     return file.import ? sounds_.ImportDocument(file.path, *file.import)
                        : sounds_.OpenDocument(file.path);
-}
-
-Outcome OpenSoundsRunner::TakeOverAll() {
-    for (const std::size_t index : copied_) {
-        OpenSound& live = sounds_.At(index);
-        OpenSound& copy = session_.Sounds().At(index);
-        const auto taken = TakeOver(*live.document, copy.document->Sound(), kScriptStep);
-        if (!taken) return taken.Ended();
-        if (*taken == TakenOver::kEdit) changed_.push_back(live.document.get());
-    }
-    for (const std::size_t index : copied_)
-        TakeTagsAndPlace(sounds_.At(index), session_.Sounds().At(index));
-    return Done();
 }
 
 }  // namespace

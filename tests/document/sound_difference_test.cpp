@@ -13,9 +13,11 @@ class SoundDifferenceTest : public DocumentTest {
         auto document = MakeDocument(Format{}, before);
         Sound wanted = MakeSound(format, after);
         wanted.Markers().Add(1, "m", 0);
-        const auto taken = TakeOver(*document, wanted, "Step");
-        ASSERT_TRUE(taken) << name;
-        EXPECT_EQ(*taken, TakenOver::kEdit) << name;
+        auto taking = TakingOver::Prepare(*document, wanted, "Step");
+        ASSERT_TRUE(taking) << name;
+        EXPECT_TRUE(taking->IsEdit()) << name;
+        EXPECT_EQ(BytesOf(document->Sound()), before) << name;
+        taking->Apply();
         EXPECT_LE(document->History().MemoryBytes(), mostKept) << name;
         for (int round = 0; round < 2; ++round) {
             EXPECT_EQ(BytesOf(document->Sound()), after) << name;
@@ -56,9 +58,10 @@ TEST_F(SoundDifferenceTest, EqualSoundsAreNoEdit) {
     const Bytes bytes = PatternBytes(100, 1);
     auto document = MakeDocument(Format{}, bytes);
     Sound wanted = MakeSound({}, bytes);
-    const auto taken = TakeOver(*document, wanted, "Step");
-    ASSERT_TRUE(taken);
-    EXPECT_EQ(*taken, TakenOver::kNothing);
+    auto taking = TakingOver::Prepare(*document, wanted, "Step");
+    ASSERT_TRUE(taking);
+    EXPECT_FALSE(taking->IsEdit());
+    taking->Apply();
     EXPECT_EQ(document->History().Count(), 0u);
     EXPECT_FALSE(document->GetModified());
 }

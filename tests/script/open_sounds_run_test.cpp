@@ -3,8 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
+#include <optional>
 #include <sstream>
+#include <utility>
 
+#include "support/address_space_limit.h"
 #include "support/sound_files.h"
 #include "view/view_fixture.h"
 
@@ -116,6 +120,106 @@ TEST_F(OpenSoundsRunTest, WhatFailsOrIsCancelledLeavesAllAsItWas) {
         EXPECT_EQ(State(), before) << text;
     }
 }
+
+#ifndef __SANITIZE_ADDRESS__
+
+// Takes all memory that the process can have but for so many bytes, also what it had and gave back.
+class ScarceMemory {
+  public:
+    explicit ScarceMemory(std::size_t bytesLeft) {
+        void* left = std::malloc(bytesLeft);
+        limit_.emplace(0);
+        for (std::size_t size = std::size_t{1} << 24; size >= kLeastBlock; size /= 4)
+            while (void* block = std::malloc(size)) {
+                *static_cast<void**>(block) = last_;
+                last_ = block;
+            }
+        std::free(left);
+    }
+    ~ScarceMemory() {
+        while (last_) std::free(std::exchange(last_, *static_cast<void**>(last_)));
+    }
+    ScarceMemory(const ScarceMemory&) = delete;
+    ScarceMemory& operator=(const ScarceMemory&) = delete;
+
+  private:
+    static constexpr std::size_t kLeastBlock = 256;
+
+    std::optional<AddressSpaceLimit> limit_;
+    void* last_ = nullptr;  // of a chain
+};
+
+// Makes memory scarce from a poll on until the script has ended.
+class ScarceProgress : public ProgressFactory {
+  public:
+    std::unique_ptr<ProgressWindow> CreateProgress(std::string_view) override {
+        polls = 0;
+        return std::make_unique<Window>(*this);
+    }
+
+    int polls = 0;
+    int scarceFromPoll = -1;
+    std::size_t bytesLeft = 0;
+
+  private:
+    class Window : public ProgressWindow {
+      public:
+        explicit Window(ScarceProgress& owner) : owner_(owner) {}
+
+        void SetRange(int, int) override {}
+        void SetPosition(int) override {}
+        bool Poll() override {
+            if (owner_.polls++ == owner_.scarceFromPoll) scarce_.emplace(owner_.bytesLeft);
+            return false;
+        }
+
+      private:
+        ScarceProgress& owner_;
+        std::optional<ScarceMemory> scarce_;
+    };
+};
+
+// The first sound can be handed over in any case; what the second one has become takes memory.
+TEST_F(OpenSoundsRunTest, WithoutMemoryForTheHandOverAllSoundsChangeOrNone) {
+    std::string labels;
+    for (int i = 0; i < 50000; ++i) labels += "0\t0\ta name too long to lie in the marker\n";
+    WriteFileBytes(temporary / "many.txt", {labels.begin(), labels.end()});
+    ScarceProgress scarce;
+    const HostServices few{prompts, scarce, clipboard, devices, folder};
+    Workspace both{few};
+    int all = 0, none = 0;
+    for (const int kilobytes : {-1, 200, 900, 3000, 200000}) {
+        SCOPED_TRACE(kilobytes);
+        while (both.Count() > 0) both.Close(0);
+        for (int i = 0; i < 2; ++i) {
+            sonavel::Sound sound;
+            ASSERT_TRUE(sound.Create(1, 8, 8000, 2));
+            sound.MutableBytes()[0] = 0;
+            sound.MutableBytes()[1] = 1;
+            both.NewDocumentFromSound(std::move(sound), "Sound_");
+            both.Active()->document->SetSavesUndo(false);
+            both.Active()->document->SetModified(false);
+        }
+        scarce.scarceFromPoll = kilobytes < 0 ? -1 : scarce.polls - 1;
+        scarce.bytesLeft = std::size_t{1024} * static_cast<unsigned>(std::max(kilobytes, 0));
+        const OpenSoundsRun run = RunOnOpenSounds(
+            {"activate 1; reverse; activate 2; reverse; markers-import \"many.txt\"",
+             temporary.Path()},
+            both, codecs, effects);
+        for (std::size_t i = 0; i < 2; ++i) {
+            const CSoundDoc& document = *both.At(i).document;
+            EXPECT_EQ(document.Sound().Bytes()[0], run.outcome ? 1 : 0) << i;
+            EXPECT_EQ(document.GetModified(), bool(run.outcome)) << i;
+            EXPECT_EQ(document.Sound().Markers().Count(), run.outcome && i == 1 ? 50000u : 0u);
+            EXPECT_FALSE(document.IsBeingChanged());
+        }
+        (run.outcome ? all : none) += 1;
+    }
+    EXPECT_GT(all, 1);
+    EXPECT_GT(none, 0);
+}
+
+#endif
 
 TEST_F(OpenSoundsRunTest, ACancelAtAnyMomentLeavesAllAsItWas) {
     OpenRamp(60000);
