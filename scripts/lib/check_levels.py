@@ -51,6 +51,7 @@ SAME_LEVEL_ALLOWED = {
     ("catalogue/ui", "platform/qt"),
     ("catalogue/ui", "platform/headless"),
     ("meter/ui", "view/ui"),
+    ("meter/ui", "platform/qt"),
     ("properties/ui", "view/ui"),
     ("properties/ui", "platform/qt"),
     ("script", "platform/headless"),

@@ -10,6 +10,8 @@
 #include <QStyleOptionToolButton>
 #include <algorithm>
 
+#include "platform/qt/device_line.h"
+
 namespace sonavel {
 
 namespace {
@@ -95,11 +97,8 @@ class ProgramStyle : public QProxyStyle {
     static constexpr int kRoundTitle = 6;  // above and below it together
 
     static void DrawFocus(QPainter& painter, const QStyleOption& option, int inset) {
-        painter.save();
-        painter.setPen(option.palette.color(QPalette::Highlight));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRect(option.rect.adjusted(inset, inset, -1 - inset, -1 - inset));
-        painter.restore();
+        FillFrame(painter, option.rect.adjusted(inset, inset, -inset, -inset),
+                  option.palette.color(QPalette::Highlight));
     }
 };
 

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "platform/qt/device_line.h"
 #include "view/draw/marker_strip.h"
 #include "view/ui/qt_values.h"
 #include "view/ui/ruler_painter.h"
@@ -91,7 +92,8 @@ void SoundPreview::paintEvent(QPaintEvent*) {
     const PixelMap map(look.frameCount, look.horizontal);
     QPainter painter(this);
     PaintWaveform(painter, look);
-    painter.fillRect(ToQRect(CursorRect(look.waveform, map, kCursor)), Colour(ColourSlot::kCursor));
+    FillLine(painter, ToQRect(CursorRect(look.waveform, map, kCursor)),
+             Colour(ColourSlot::kCursor));
     PaintMarkers(painter, geometry.markerStrip, map);
     if (display.horizontalRuler)
         PaintHorizontalRuler(

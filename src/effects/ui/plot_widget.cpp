@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "effects/ui/effect_look.h"
+#include "platform/qt/device_line.h"
 
 namespace sonavel {
 
@@ -101,19 +102,21 @@ void PlotWidget::paintEvent(QPaintEvent*) {
     painter.setClipRect(Plane().adjusted(-1, -1, 1, 1));
     DrawPicture(painter);
     painter.restore();
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(palette().color(QPalette::Mid));
-    painter.drawRect(Plane());
+    FillFrame(painter, Plane().adjusted(-0.5, -0.5, 0.5, 0.5), palette().color(QPalette::Mid));
 }
 
 void PlotWidget::DrawGrid(QPainter& painter) const {
     QColor faint = palette().color(QPalette::Text);
     faint.setAlphaF(0.15F);
-    painter.setPen(faint);
-    for (const double tick : across_.ticks)
-        painter.drawLine(PointAt(tick, up_.least), PointAt(tick, up_.greatest));
-    for (const double tick : up_.ticks)
-        painter.drawLine(PointAt(across_.least, tick), PointAt(across_.greatest, tick));
+    const QRectF plane = Plane();
+    for (const double tick : across_.ticks) {
+        const double x = PointAt(tick, up_.least).x();
+        FillLine(painter, {x - 0.5, plane.top(), 1, plane.height()}, faint);
+    }
+    for (const double tick : up_.ticks) {
+        const double y = PointAt(across_.least, tick).y();
+        FillLine(painter, {plane.left(), y - 0.5, plane.width(), 1}, faint);
+    }
 }
 
 void PlotWidget::DrawAcrossLabels(QPainter& painter) const {

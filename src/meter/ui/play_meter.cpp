@@ -1,11 +1,10 @@
 #include "meter/ui/play_meter.h"
 
-#include <qdrawutil.h>
-
 #include <QHelpEvent>
 #include <QPainter>
 #include <QToolTip>
 
+#include "platform/qt/device_line.h"
 #include "view/ui/qt_values.h"
 
 namespace sonavel {
@@ -105,7 +104,7 @@ bool PlayMeter::event(QEvent* event) {
 void PlayMeter::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.fillRect(rect(), colours_.background);
-    qDrawShadePanel(&painter, rect(), palette(), true, kFrameWidth);
+    FillBevel(painter, rect(), palette(), Relief::kSunken);
     PaintBar(painter);
     if (showLabels_) PaintTicks(painter);
 }
@@ -130,7 +129,7 @@ void PlayMeter::PaintTicks(QPainter& painter) const {
     painter.setFont(font);
     for (const MeterTick& tick : ticks) {
         const MeterBand line{tick.place, tick.place + 1};
-        painter.fillRect(ToQRect(BandIn(inner, direction_, line)), colours_.tick);
+        FillLine(painter, ToQRect(BandIn(inner, direction_, line)), colours_.tick);
     }
     for (const MeterTick& tick : ticks)
         if (!tick.labelArea.Empty())

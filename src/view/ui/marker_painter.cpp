@@ -1,5 +1,6 @@
 #include "view/ui/marker_painter.h"
 
+#include "platform/qt/device_line.h"
 #include "view/draw/marker_strip.h"
 #include "view/ui/qt_values.h"
 
@@ -27,8 +28,8 @@ void PaintLabel(QPainter& painter, const Rectangle& area, const MarkerFlag& flag
 }
 
 void PaintFlag(QPainter& painter, const Rectangle& flag) {
-    const QBrush colour(painter.pen().color());
-    painter.fillRect(flag.left, flag.top, 1, flag.Height(), colour);
+    const QColor colour = painter.pen().color();
+    FillLine(painter, QRect(flag.left, flag.top, 1, flag.Height()), colour);
     const QPointF pennant[] = {{flag.left + 1.0, double(flag.top)},
                                {double(flag.right), flag.top + kPennantHeight / 2},
                                {flag.left + 1.0, flag.top + kPennantHeight}};

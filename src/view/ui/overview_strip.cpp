@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <cmath>
 
+#include "platform/qt/device_line.h"
 #include "view/ui/qt_values.h"
 
 namespace sonavel {
@@ -64,8 +65,8 @@ void OverviewStrip::paintEvent(QPaintEvent*) {
     painter.drawImage(QRectF(rect()), image_);
     PaintPlaces(painter);
     PaintFrame(painter);
-    painter.fillRect(0, height() - 1, width(), 1,
-                     ToQColor(view_.Settings().colours[ColourSlot::kLaneSeparator]));
+    FillLine(painter, QRect(0, height() - 1, width(), 1),
+             ToQColor(view_.Settings().colours[ColourSlot::kLaneSeparator]));
 }
 
 void OverviewStrip::PaintPlaces(QPainter& painter) const {
@@ -80,10 +81,12 @@ void OverviewStrip::PaintPlaces(QPainter& painter) const {
         const int left = x(selection.start);
         painter.fillRect(left, 0, std::max(x(selection.end) - left, 1), height(), colour);
     }
-    painter.fillRect(std::min(x(view_.State().Cursor()), width() - 1), 0, 1, height(),
-                     ToQColor(colours[ColourSlot::kCursor]));
+    const auto column = [&](int left, ColourSlot slot) {
+        FillLine(painter, QRect(left, 0, 1, height()), ToQColor(colours[slot]));
+    };
+    column(std::min(x(view_.State().Cursor()), width() - 1), ColourSlot::kCursor);
     if (const auto playing = view_.Playing().PlayFrame())
-        painter.fillRect(x(*playing), 0, 1, height(), ToQColor(colours[ColourSlot::kCentreLine]));
+        column(x(*playing), ColourSlot::kCentreLine);
 }
 
 void OverviewStrip::PaintFrame(QPainter& painter) const {
@@ -93,8 +96,8 @@ void OverviewStrip::PaintFrame(QPainter& painter) const {
     dim.setAlpha(kDimming);
     painter.fillRect(0, 0, frame.left, height(), dim);
     painter.fillRect(frame.right, 0, width() - frame.right, height(), dim);
-    painter.setPen(ToQColor(view_.Settings().colours[ColourSlot::kEndOfSound]));
-    painter.drawRect(frame.left, 0, frame.right - frame.left - 1, height() - 2);
+    FillFrame(painter, QRect(frame.left, 0, frame.right - frame.left, height() - 1),
+              ToQColor(view_.Settings().colours[ColourSlot::kEndOfSound]));
 }
 
 void OverviewStrip::ScrollTo(std::optional<std::int64_t> position) {

@@ -3,6 +3,7 @@
 #include <QPolygon>
 #include <algorithm>
 
+#include "platform/qt/device_line.h"
 #include "view/draw/frequency_ruler.h"
 #include "view/ui/qt_values.h"
 
@@ -117,13 +118,13 @@ void PaintFrequencyRuler(QPainter& painter, const CSoundView& view) {
     BeginRuler(painter, area, RulerRoom::kColumn, view.Settings().colours);
     const int above = LabelAbove(painter.font());
     const QColor colour = painter.pen().color();
-    painter.fillRect(area.left, area.top, 1, area.Height(), colour);
+    FillLine(painter, QRect(area.left, area.top, 1, area.Height()), colour);
     for (const FrequencyTick& tick :
          LayOutFrequencyRuler({.lanes = std::span(lanes).first(channels),
          .scale = view.Settings().spectrogram.look.scale,
          .highest = view.Sound().GetSamplesPerSecond() / 2.0,
          .labelHeight = LevelLabelHeight(painter.font())})) {
-        painter.fillRect(area.left, tick.y, kLevelTick, 1, colour);
+        FillLine(painter, QRect(area.left, tick.y, kLevelTick, 1), colour);
         const QPoint label(area.left + kFrequencyLabelRight, tick.y - above);
         if (!tick.label.empty()) DrawNarrowed(painter, ToQString(tick.label), label, area.right);
     }
@@ -152,9 +153,10 @@ void PaintHorizontalRuler(QPainter& painter, const HorizontalRulerRequest& reque
     const HorizontalRuler ruler = LayOutHorizontalRuler(request, WidthIn(painter.font()));
     const int baseline = BaselineOf(area, painter.font());
     const QColor colour = painter.pen().color();
-    for (const TimeTick& tick : ruler.ticks)
-        painter.fillRect(tick.x, area.top, 1,
-                         tick.size == TickSize::kMajor ? kMajorTick : kMinorTick, colour);
+    for (const TimeTick& tick : ruler.ticks) {
+        const int length = tick.size == TickSize::kMajor ? kMajorTick : kMinorTick;
+        FillLine(painter, QRect(tick.x, area.top, 1, length), colour);
+    }
     for (const TimeLabel& label : ruler.labels) {
         const QString text = ToQString(label.text);
         // A label that would be cut at the right is not worth its place.
@@ -188,9 +190,9 @@ void PaintVerticalRuler(QPainter& painter, VerticalRulerRequest request,
     request.labelHeight = LevelLabelHeight(painter.font());
     request.labelAbove = LabelAbove(painter.font());
     const QColor colour = painter.pen().color();
-    painter.fillRect(area.left, area.top, 1, area.Height(), colour);
+    FillLine(painter, QRect(area.left, area.top, 1, area.Height()), colour);
     for (const LevelTick& tick : LayOutVerticalRuler(request)) {
-        painter.fillRect(area.left, tick.y, kLevelTick, 1, colour);
+        FillLine(painter, QRect(area.left, tick.y, kLevelTick, 1), colour);
         if (!tick.label.empty())
             DrawNarrowed(painter, ToQString(tick.label), {tick.labelX, tick.labelY}, area.right);
     }

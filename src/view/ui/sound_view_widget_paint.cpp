@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <QTimer>
 
+#include "platform/qt/device_line.h"
 #include "view/ui/marker_painter.h"
 #include "view/ui/qt_values.h"
 #include "view/ui/ruler_painter.h"
@@ -88,12 +89,12 @@ void SoundViewWidget::PaintColumns(QPainter& painter) {
                                         view_.State().Cursor());
     paintedColumns_ = ToQRect(cursor);
     if (!cursor.Empty())
-        painter.fillRect(ToQRect(cursor), ToQColor(view_.Settings().colours[ColourSlot::kCursor]));
+        FillLine(painter, ToQRect(cursor), ToQColor(view_.Settings().colours[ColourSlot::kCursor]));
     const std::optional<Rectangle> play = view_.Playing().PlayPosition();
     if (!play) return;
     paintedColumns_ += ToQRect(*play);
     painter.setCompositionMode(QPainter::CompositionMode_Difference);
-    painter.fillRect(ToQRect(*play), Qt::white);
+    FillLine(painter, ToQRect(*play), Qt::white);
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
 }
 

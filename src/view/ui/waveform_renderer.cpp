@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "platform/qt/device_line.h"
 #include "view/draw/grid.h"
 #include "view/ui/column_raster.h"
 #include "view/ui/qt_values.h"
@@ -98,8 +99,10 @@ void WaveformRenderer::DrawGrid(QPainter& painter) const {
                                       look_.grid, look_.statusFormat},
                                      WidthIn(font));
         for (const GridLine& line : grid.lines)
-            painter.fillRect(line.x0, line.y0, std::max(1, line.x1 - line.x0),
-                             std::max(1, line.y1 - line.y0), colour);
+            FillLine(painter,
+                     QRect(line.x0, line.y0, std::max(1, line.x1 - line.x0),
+                           std::max(1, line.y1 - line.y0)),
+                     colour);
         for (const GridLabel& label : grid.labels)
             painter.drawText(ToQRect(label.area), Qt::AlignCenter | Qt::TextDontClip,
                              ToQString(label.text));
@@ -108,15 +111,25 @@ void WaveformRenderer::DrawGrid(QPainter& painter) const {
 
 void WaveformRenderer::DrawLaneLines(QPainter& painter, unsigned channel) const {
     if (look_.lanes[channel].Empty()) return;
-    const LaneLines lines = LinesOfLane(
-        PixelRequest(channel), look_.centreLine ? LineVisibility::kShown : LineVisibility::kHidden);
+    const LaneLines lines = LinesOfLane(PixelRequest(channel), LineVisibility::kHidden);
     const Rectangle lane = Local(look_.lanes[channel]);
     if (lines.endOfSoundX)
-        FillRect(painter, {*lines.endOfSoundX, lane.top, *lines.endOfSoundX + 1, lane.bottom},
-                 look_.colours[ColourSlot::kEndOfSound]);
-    if (lines.centreY)
-        FillRect(painter, {lines.centreLeft, *lines.centreY, lines.centreRight, *lines.centreY + 1},
-                 look_.colours[ColourSlot::kCentreLine]);
+        FillLine(painter, QRect(*lines.endOfSoundX, lane.top, 1, lane.Height()),
+                 ToQColor(look_.colours[ColourSlot::kEndOfSound]));
+    if (const std::optional<int> row = CentreRow(channel)) {
+        const double pixel = 1 / look_.pixelRatio;
+        const double length = lines.centreRight - lines.centreLeft;
+        FillLine(painter, {double(lines.centreLeft), *row * pixel, length, pixel},
+                 ToQColor(look_.colours[ColourSlot::kCentreLine]));
+    }
+}
+
+std::optional<int> WaveformRenderer::CentreRow(unsigned channel) const {
+    if (!look_.centreLine) return std::nullopt;
+    if (!IsWiderThanSound())
+        return LinesOfLane(DeviceRequest(channel), LineVisibility::kShown).centreY;
+    const auto y = LinesOfLane(PixelRequest(channel), LineVisibility::kShown).centreY;
+    return y ? std::optional(ToDevice(*y)) : std::nullopt;
 }
 
 void WaveformRenderer::DrawSpectrogram(unsigned channel, ColumnRange deviceStrip) const {

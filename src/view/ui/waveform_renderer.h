@@ -29,6 +29,8 @@ class WaveformRenderer {
     void FillBetween(QPainter& painter, const std::array<Rectangle, 2>& lanes) const;
     void DrawGrid(QPainter& painter) const;
     void DrawLaneLines(QPainter& painter, unsigned channel) const;
+    // The device row at which silence is drawn, so that it covers the line.
+    std::optional<int> CentreRow(unsigned channel) const;
     void DrawSpectrogram(unsigned channel, ColumnRange deviceStrip) const;
     void DrawEnvelope(unsigned channel, ColumnRange deviceStrip) const;
     bool IsWiderThanSound() const;

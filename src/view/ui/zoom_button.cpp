@@ -2,8 +2,8 @@
 
 #include <QMouseEvent>
 #include <QPainter>
-#include <QStyleOptionButton>
-#include <QStylePainter>
+
+#include "platform/qt/device_line.h"
 
 namespace sonavel {
 
@@ -62,12 +62,9 @@ void ZoomButton::mouseReleaseEvent(QMouseEvent*) {
 }
 
 void ZoomButton::paintEvent(QPaintEvent*) {
-    QStylePainter painter(this);
+    QPainter painter(this);
     painter.fillRect(rect(), palette().window());
-    QStyleOptionButton option;
-    option.initFrom(this);
-    option.state |= down_ ? QStyle::State_Sunken : QStyle::State_Raised;
-    painter.drawPrimitive(QStyle::PE_PanelButtonBevel, option);
+    FillBevel(painter, rect(), palette(), down_ ? Relief::kSunken : Relief::kRaised);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.scale(width() / kField, height() / kField);
     PaintLens(painter);
