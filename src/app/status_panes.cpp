@@ -7,56 +7,48 @@
 #include <QShortcut>
 #include <QTimer>
 #include <algorithm>
-#include <utility>
+
+#include "app/pane_widths.h"
 
 namespace sonavel {
 
 namespace {
 
 constexpr int kNoteMs = 8000;
-constexpr int kPanePadding = 10;
-// In a narrow window the panes leave the rest to the prompt.
-constexpr int kShareOfPanes = 85;
-// What a grown pane leaves for the spaces between the panes and the size grip.
+// Between the panes, and of the size grip.
 constexpr int kSpaces = 48;
-
-// A text that is cut off is read whole in the tool tip.
-void ShowIn(QLabel& pane, const QString& text) {
-    pane.setText(text);
-    // Its fixed width, which it takes up a moment after that was set.
-    const int room = pane.minimumWidth() - kPanePadding;
-    pane.setToolTip(pane.fontMetrics().horizontalAdvance(text) > room ? text : QString());
-}
+// In percent, while the texts of the panes leave as much.
+constexpr int kShareOfPrompt = 15;
 
 }  // namespace
 
-StatusPanes::StatusPanes(QWidget* parent) : QStatusBar(parent), prompt_(new QLabel(this)) {
-    prompt_->setObjectName(QStringLiteral("prompt"));
+StatusPanes::StatusPanes(QWidget* parent)
+    : QStatusBar(parent), prompt_(new StatusPane(QStringLiteral("prompt"), tr("Ready"), this)) {
+    prompt_->setFrameStyle(QFrame::NoFrame);
     // Long texts are cut off rather than widening the window.
     prompt_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    prompt_->setIndent(4);
     addWidget(prompt_, 1);
     state_ = AddPane(QStringLiteral("state"),
                      QStringLiteral("(Sample Value) Left,Right : -32768, -32768"));
     selection_ = AddPane(QStringLiteral("selection"),
                          QStringLiteral("00:00:00.000 - 00:00:00.000 (00:00:00.000)"));
-    selection_.label->installEventFilter(this);
+    selection_->installEventFilter(this);
     zoom_ = AddPane(QStringLiteral("zoom"), QStringLiteral("Zoom (1 : 8888) 8888.888%"));
     Update();
 }
 
-StatusPanes::Pane StatusPanes::AddPane(const QString& name, const QString& widestText) {
-    auto* pane = new QLabel(this);
-    pane->setObjectName(name);
-    pane->setIndent(4);
-    pane->setFrameStyle(QFrame::Panel | QFrame::Sunken);
+StatusPane* StatusPanes::AddPane(const QString& name, const QString& widestText) {
+    auto* pane = new StatusPane(name, widestText, this);
     addPermanentWidget(pane);
-    return {pane, fontMetrics().horizontalAdvance(widestText) + kPanePadding};
+    return pane;
+}
+
+QSize StatusPanes::minimumSizeHint() const {
+    return {0, QStatusBar::minimumSizeHint().height()};
 }
 
 bool StatusPanes::eventFilter(QObject* object, QEvent* event) {
-    if (event->type() == QEvent::MouseButtonDblClick && !selection_.label->text().isEmpty())
-        TypePlace();
+    if (event->type() == QEvent::MouseButtonDblClick && !selection_->text().isEmpty()) TypePlace();
     return QStatusBar::eventFilter(object, event);
 }
 
@@ -66,9 +58,9 @@ void StatusPanes::TypePlace() {
     const auto goBack = [before] {
         if (before) before->setFocus();
     };
-    auto* field = new QLineEdit(selection_.label->text(), this);
+    auto* field = new QLineEdit(selection_->text(), this);
     field->setObjectName(QStringLiteral("typed place"));
-    field->setGeometry(selection_.label->geometry());
+    field->setGeometry(selection_->geometry());
     field->selectAll();
     field->show();
     field->setFocus();
@@ -93,27 +85,23 @@ void StatusPanes::resizeEvent(QResizeEvent* event) {
 }
 
 void StatusPanes::LayOutPanes() {
-    // The zoom has one short text; the others are cut off first, the selection before a grown
-    // state. A pane without a text makes room for a long note.
-    const int wanted = state_.usualWidth + selection_.usualWidth;
-    const int room = std::clamp(width() * kShareOfPanes / 100 - zoom_.usualWidth, 0, wanted);
-    int state = state_.usualWidth * room / wanted;
-    int selection = selection_.usualWidth * room / wanted;
-    if (grownWidth_ > state) {
-        const int all = std::max(width() - zoom_.usualWidth - kSpaces, 0);
-        state = std::min(grownWidth_, all);
-        selection = std::min(selection, all - state);
-    } else if (!note_.isEmpty() && state_.label->text().isEmpty()) {
-        state -= std::clamp(
-            WidthOf(note_) + selection + state + zoom_.usualWidth + kSpaces - width(), 0, state);
-    }
-    state_.label->setFixedWidth(state);
-    selection_.label->setFixedWidth(selection);
-    zoom_.label->setFixedWidth(zoom_.usualWidth);
-}
-
-int StatusPanes::WidthOf(const QString& text) const {
-    return text.isEmpty() ? 0 : fontMetrics().horizontalAdvance(text) + kPanePadding;
+    const int room = width() - kSpaces;
+    const auto wishOf = [](const StatusPane& pane) {
+        return PaneWish{pane.WidthFor(pane.text()), pane.UsualWidth()};
+    };
+    const int prompt = prompt_->WidthFor(note_.isEmpty() ? tr("Ready") : note_);
+    PaneWishes wishes{.room = room,
+                      .least = state_->WidthFor(QStringLiteral("00:00:00.000…")),
+                      .prompt = {prompt, room * kShareOfPrompt / 100},
+                      .state = wishOf(*state_),
+                      .selection = wishOf(*selection_),
+                      .zoom = wishOf(*zoom_)};
+    wishes.state.needed = std::max(wishes.state.needed, grownWidth_);
+    if (grownWidth_ > 0) wishes.sound = PaneWishes::Sound::kBusy;
+    const PaneWidths widths = SharePanes(wishes);
+    state_->SetRoom(widths.state);
+    selection_->SetRoom(widths.selection);
+    zoom_->SetRoom(widths.zoom);
 }
 
 void StatusPanes::ShowPrompt(const QString& text) {
@@ -133,27 +121,30 @@ void StatusPanes::ShowNote(const QString& text) {
 }
 
 void StatusPanes::ShowState(const QString& text, StateWidth width) {
-    const int needed = WidthOf(text);
     // Not narrower between two texts, which would make the panes beside it tremble.
-    const int grown = width == StateWidth::kUsual ? 0 : std::max(grownWidth_, needed);
-    const bool wasEmpty = state_.label->text().isEmpty();
-    state_.label->setText(text);
-    if (std::exchange(grownWidth_, grown) != grown || wasEmpty != text.isEmpty()) LayOutPanes();
-    ShowIn(*state_.label, text);
+    const bool isUsual = width == StateWidth::kUsual;
+    grownWidth_ = isUsual ? 0 : std::max(grownWidth_, state_->WidthFor(text));
+    // Of the values at the cursor, the numbers stand behind.
+    Show(*state_, text, isUsual ? Qt::ElideLeft : Qt::ElideRight);
 }
 
 void StatusPanes::ShowSelection(const QString& text) {
-    ShowIn(*selection_.label, text);
+    Show(*selection_, text, Qt::ElideRight);
 }
 
 void StatusPanes::ShowZoom(const QString& text) {
-    zoom_.label->setText(text);
+    Show(*zoom_, text, Qt::ElideRight);
+}
+
+void StatusPanes::Show(StatusPane& pane, const QString& text, Qt::TextElideMode cut) {
+    if (pane.text() == text) return;
+    pane.SetShown(text, cut);
+    LayOutPanes();
 }
 
 void StatusPanes::Update() {
     const QString text = !note_.isEmpty() ? note_ : !hovered_.isEmpty() ? hovered_ : tr("Ready");
-    prompt_->setText(text);
-    prompt_->setToolTip(note_);
+    prompt_->SetShown(text, Qt::ElideRight);
     LayOutPanes();
 }
 

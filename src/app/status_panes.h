@@ -5,6 +5,8 @@
 #include <QLabel>
 #include <QStatusBar>
 
+#include "app/status_pane.h"
+
 namespace sonavel {
 
 class StatusPanes : public QStatusBar {
@@ -25,6 +27,9 @@ class StatusPanes : public QStatusBar {
 
     QString Shown() const { return prompt_->text(); }
 
+    // The panes follow the window's width, and do not bound it.
+    QSize minimumSizeHint() const override;
+
   Q_SIGNALS:
     // Into the field that a double click on the pane of the selection opens.
     void PlaceTyped(const QString& text);
@@ -34,21 +39,16 @@ class StatusPanes : public QStatusBar {
     void resizeEvent(QResizeEvent* event) override;
 
   private:
-    struct Pane {
-        QLabel* label = nullptr;
-        int usualWidth = 0;
-    };
-
-    Pane AddPane(const QString& name, const QString& widestText);
-    int WidthOf(const QString& text) const;
+    StatusPane* AddPane(const QString& name, const QString& widestText);
+    void Show(StatusPane& pane, const QString& text, Qt::TextElideMode cut);
     void LayOutPanes();
     void Update();
     void TypePlace();
 
-    QLabel* prompt_;
-    Pane state_;
-    Pane selection_;
-    Pane zoom_;
+    StatusPane* prompt_;
+    StatusPane* state_;
+    StatusPane* selection_;
+    StatusPane* zoom_;
     int grownWidth_ = 0;  // of the state pane, while its text needs more than usual
     QString note_;
     QString hovered_;

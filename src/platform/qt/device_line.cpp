@@ -31,12 +31,12 @@ void FillAt(QPainter& painter, const QRectF& line, const QColor& colour, Edge ed
     const QTransform toDevice = painter.deviceTransform();
     const QRectF device = toDevice.mapRect(line);
     const bool upright = line.width() <= line.height();
-    const Extent x = upright ? Thin(device.x(), device.width(), edge)
-                             : Long(device.x(), device.width());
-    const Extent y = upright ? Long(device.y(), device.height())
-                             : Thin(device.y(), device.height(), edge);
-    painter.fillRect(
-        toDevice.inverted().mapRect(QRectF(x.start, y.start, x.length, y.length)), colour);
+    const Extent x =
+        upright ? Thin(device.x(), device.width(), edge) : Long(device.x(), device.width());
+    const Extent y =
+        upright ? Long(device.y(), device.height()) : Thin(device.y(), device.height(), edge);
+    painter.fillRect(toDevice.inverted().mapRect(QRectF(x.start, y.start, x.length, y.length)),
+                     colour);
 }
 
 void FillLeftAbove(QPainter& painter, const QRectF& area, const QColor& colour) {
