@@ -1,237 +1,300 @@
 #include "sound/power_spectrum.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstddef>
-#include <cstring>
 #include <numbers>
 #include <utility>
 
 #include "platform/vector_clones.h"
+#include "sound/vector_lanes.h"
 
 namespace sonavel {
 namespace {
-
-// Numbers side by side. Said outright, because the compiler leaves most of these loops alone.
-typedef float Eight __attribute__((vector_size(32)));
-constexpr std::size_t kLanes = 8;  // of Eight
 
 struct Parts {
     float* real;
     float* imaginary;
 };
 
-// Vectors come back inside a struct, which all processors hand over alike.
-template <class Real>
-struct Loaded {
-    Real value;
-};
-template <class Real = Eight>
-[[gnu::always_inline]] inline Loaded<Real> Load(const float* from) {
-    Loaded<Real> loaded;
-    std::memcpy(&loaded.value, from, sizeof loaded.value);
-    return loaded;
-}
-template <class Real>
-[[gnu::always_inline]] inline void Store(float* to, const Real& value) {
-    std::memcpy(to, &value, sizeof value);
-}
-
 template <class Real>
 struct Complex {
     Real real, imaginary;
 };
-
-template <class Factor, class Real>
-[[gnu::always_inline]] inline Complex<Real> Turned(const Complex<Factor>& w, const Real& real,
-                                                   const Real& imaginary) {
-    return {w.real * real - w.imaginary * imaginary, w.real * imaginary + w.imaginary * real};
+template <class Real>
+[[gnu::always_inline]] inline Complex<Real> LoadPoint(const Parts& from, std::size_t at) {
+    return {Load<Real>(from.real + at).value, Load<Real>(from.imaginary + at).value};
+}
+template <class Real>
+[[gnu::always_inline]] inline void StorePoint(const Parts& to, std::size_t at,
+                                              const Complex<Real>& value) {
+    Store(to.real + at, value.real);
+    Store(to.imaginary + at, value.imaginary);
 }
 
-template <class Factor>
-struct Factors {
-    Complex<Factor> first, second, third;
-};
+template <class Real>
+[[gnu::always_inline]] inline Complex<Real> Plus(const Complex<Real>& a, const Complex<Real>& b) {
+    return {a.real + b.real, a.imaginary + b.imaginary};
+}
+template <class Real>
+[[gnu::always_inline]] inline Complex<Real> Minus(const Complex<Real>& a, const Complex<Real>& b) {
+    return {a.real - b.real, a.imaginary - b.imaginary};
+}
+template <class Factor, class Real>
+[[gnu::always_inline]] inline Complex<Real> Turned(const Complex<Factor>& w,
+                                                   const Complex<Real>& a) {
+    return {w.real * a.real - w.imaginary * a.imaginary,
+            w.real * a.imaginary + w.imaginary * a.real};
+}
 
 template <class Real>
 struct Quartet {
     Complex<Real> values[4];
 };
 
-// Of points a leg apart from each other.
-template <class Real, class Factor>
-[[gnu::always_inline]] inline Quartet<Real> Butterflies(const Parts& in, std::size_t from,
-                                                        std::size_t leg, const Factors<Factor>& w) {
-    const float* re = in.real + from;
-    const float* im = in.imaginary + from;
-    const Real ar = Load<Real>(re).value, ai = Load<Real>(im).value;
-    const Real br = Load<Real>(re + leg).value, bi = Load<Real>(im + leg).value;
-    const Real cr = Load<Real>(re + 2 * leg).value, ci = Load<Real>(im + 2 * leg).value;
-    const Real dr = Load<Real>(re + 3 * leg).value, di = Load<Real>(im + 3 * leg).value;
-    return {Complex<Real>{(ar + cr) + (br + dr), (ai + ci) + (bi + di)},
-            Turned(w.first, (ar - cr) + (bi - di), (ai - ci) - (br - dr)),
-            Turned(w.second, (ar + cr) - (br + dr), (ai + ci) - (bi + di)),
-            Turned(w.third, (ar - cr) - (bi - di), (ai - ci) + (br - dr))};
+// A transform of four points.
+template <class Real>
+[[gnu::always_inline]] inline Quartet<Real> OfFour(const Complex<Real>& a, const Complex<Real>& b,
+                                                   const Complex<Real>& c, const Complex<Real>& d) {
+    const auto ac = Plus(a, c), bd = Plus(b, d), apart = Minus(a, c), crossed = Minus(b, d);
+    const Complex<Real> turned = {crossed.imaginary, -crossed.real};
+    return {{Plus(ac, bd), Plus(apart, turned), Minus(ac, bd), Minus(apart, turned)}};
 }
 
-// Stores the first lanes of all four, then the second ones, and so on.
-[[gnu::always_inline]] inline void PutTransposed(const Eight& a, const Eight& b, const Eight& c,
-                                                 const Eight& d, float* to) {
-    const Eight lowAB = __builtin_shufflevector(a, b, 0, 8, 1, 9, 2, 10, 3, 11);
-    const Eight highAB = __builtin_shufflevector(a, b, 4, 12, 5, 13, 6, 14, 7, 15);
-    const Eight lowCD = __builtin_shufflevector(c, d, 0, 8, 1, 9, 2, 10, 3, 11);
-    const Eight highCD = __builtin_shufflevector(c, d, 4, 12, 5, 13, 6, 14, 7, 15);
-    const Eight rows[4] = {__builtin_shufflevector(lowAB, lowCD, 0, 1, 8, 9, 2, 3, 10, 11),
-                           __builtin_shufflevector(lowAB, lowCD, 4, 5, 12, 13, 6, 7, 14, 15),
-                           __builtin_shufflevector(highAB, highCD, 0, 1, 8, 9, 2, 3, 10, 11),
-                           __builtin_shufflevector(highAB, highCD, 4, 5, 12, 13, 6, 7, 14, 15)};
-    std::memcpy(to, rows, sizeof rows);
-}
+// --- The stages
 
-struct Stage {
-    Parts in, out;
-    std::size_t points, stride;
-    Parts turns;  // e^(-i pi k / points), for half a turn
-    // Factors of the first two stages, side by side as they are used: a quarter of the points for
-    // each leg.
-    Parts first, second;
+// The factors of a stage, a quarter of its points for each leg but the first.
+struct Factors {
+    Parts table;
+    std::size_t quarter;
 
-    Complex<float> At(std::size_t k) const { return {turns.real[2 * k], turns.imaginary[2 * k]}; }
+    std::size_t PlaceOf(std::size_t leg, std::size_t p) const { return (leg - 1) * quarter + p; }
+    // Those of the stage behind it.
+    Factors Next() const {
+        return {{table.real + 3 * quarter, table.imaginary + 3 * quarter}, quarter / 4};
+    }
 };
 
-[[gnu::always_inline]] inline Factors<Eight> LoadFactors(const Parts& table, std::size_t at,
-                                                         std::size_t quarter) {
-    const float* re = table.real + at;
-    const float* im = table.imaginary + at;
-    return {{Load(re).value, Load(im).value},
-            {Load(re + quarter).value, Load(im + quarter).value},
-            {Load(re + 2 * quarter).value, Load(im + 2 * quarter).value}};
-}
+struct StoredPoints {
+    Parts parts;
 
-// One transform of all points.
-[[gnu::always_inline]] inline void FirstStage(const Stage& stage) {
-    const std::size_t quarter = stage.points / 4;
-    for (std::size_t p = 0; p < quarter; p += kLanes) {
-        const auto w = LoadFactors(stage.first, p, quarter);
-        const auto [v] = Butterflies<Eight>(stage.in, p, quarter, w);
-        PutTransposed(v[0].real, v[1].real, v[2].real, v[3].real, stage.out.real + 4 * p);
-        PutTransposed(v[0].imaginary, v[1].imaginary, v[2].imaginary, v[3].imaginary,
-                      stage.out.imaginary + 4 * p);
+    template <class Real>
+    [[gnu::always_inline]] inline Complex<Real> At(std::size_t k) const {
+        return LoadPoint<Real>(parts, k);
     }
-}
+};
 
-// Four transforms lie interleaved; a vector holds two points of each.
-[[gnu::always_inline]] inline void SecondStage(const Stage& stage) {
-    constexpr std::size_t kHalf = kLanes / 2;
-    const std::size_t quarter = stage.points / 4;
-    const auto put = [](const Eight& values, float* to) {
-        std::memcpy(to, &values, sizeof values / 2);
-        std::memcpy(to + 4 * kHalf, reinterpret_cast<const float*>(&values) + kHalf,
-                    sizeof values / 2);
-    };
-    for (std::size_t p = 0; p < quarter; p += kLanes) {
+// Even frames are real parts, odd ones imaginary parts.
+struct WeighedFrames {
+    const float* frames;
+    const float* window;
+
+    template <class Real>
+    [[gnu::always_inline]] inline Complex<Real> At(std::size_t k) const {
+        const std::size_t low = 2 * k, high = low + kLanes<Real>;
+        const Real a = Load<Real>(frames + low).value * Load<Real>(window + low).value;
+        const Real b = Load<Real>(frames + high).value * Load<Real>(window + high).value;
+        return {EverySecond<0>(a, b, Lanes<Real>()).value,
+                EverySecond<1>(a, b, Lanes<Real>()).value};
+    }
+};
+
+// Of all points one transform for each leg is left, which lie `outLeg` from each other.
+template <class Real, class Points>
+[[gnu::always_inline]] inline void PutStage(const Points& points, const Factors& w,
+                                            const Parts& out, std::size_t outLeg) {
+    const std::size_t leg = w.quarter;
+    for (std::size_t p = 0; p < w.quarter; p += kLanes<Real>) {
         const auto [v] =
-            Butterflies<Eight>(stage.in, p, quarter, LoadFactors(stage.second, p, quarter));
-        for (std::size_t leg = 0; leg < 4; ++leg) {
-            put(v[leg].real, stage.out.real + 4 * p + kHalf * leg);
-            put(v[leg].imaginary, stage.out.imaginary + 4 * p + kHalf * leg);
-        }
+            OfFour(points.template At<Real>(p), points.template At<Real>(leg + p),
+                   points.template At<Real>(2 * leg + p), points.template At<Real>(3 * leg + p));
+        StorePoint(out, p, v[0]);
+        for (std::size_t i = 1; i < 4; ++i)
+            StorePoint(out, i * outLeg + p,
+                       Turned(LoadPoint<Real>(w.table, w.PlaceOf(i, p)), v[i]));
     }
 }
 
-// A later stage: `stride` transforms lie interleaved, and have the same factors.
-[[gnu::always_inline]] inline void RadixFour(const Stage& stage) {
-    const std::size_t stride = stage.stride, half = stage.points / 2;
-    const std::size_t quarter = stage.points / stride / 4;
-    for (std::size_t p = 0; p < quarter; ++p) {
-        const std::size_t k = p * stride;
-        // The table ends at half a turn; the third factor may lie behind it.
-        Complex<float> third = stage.At(3 * k < half ? 3 * k : 3 * k - half);
-        if (3 * k >= half) third = {-third.real, -third.imaginary};
-        const Factors<float> w = {stage.At(k), stage.At(2 * k), third};
-        for (std::size_t q = 0; q < stride; q += kLanes) {
-            const auto [v] = Butterflies<Eight>(stage.in, stride * p + q, stride * quarter, w);
-            for (std::size_t leg = 0; leg < 4; ++leg) {
-                const std::size_t at = stride * (4 * p + leg) + q;
-                Store<Eight>(stage.out.real + at, v[leg].real);
-                Store<Eight>(stage.out.imaginary + at, v[leg].imaginary);
+// All stages of so many points in place, but for the last blocks.
+template <class Real>
+[[gnu::always_inline]] inline void PutStages(const Parts& data, std::size_t points, Factors w,
+                                             std::size_t last) {
+    for (std::size_t size = points; size > last; size /= 4, w = w.Next())
+        for (std::size_t first = 0; first < points; first += size) {
+            const Parts block = {data.real + first, data.imaginary + first};
+            if (w.quarter >= kLanes<Real>)
+                PutStage<Real>(StoredPoints{block}, w, block, w.quarter);
+            else
+                PutStage<Eight>(StoredPoints{block}, w, block, w.quarter);
+        }
+}
+
+// --- The last blocks, one in each lane
+
+struct LastBlocks {
+    const float* const* real;
+    const float* const* imaginary;
+    Factors w;
+    Parts out;
+    std::size_t apart;  // of the bins of one block
+
+    Complex<float> FactorOf(std::size_t leg, std::size_t p) const {
+        const std::size_t at = w.PlaceOf(leg, p);
+        return {w.table.real[at], w.table.imaginary[at]};
+    }
+};
+
+template <class Real>
+[[gnu::always_inline]] inline void LoadFour(const LastBlocks& blocks, std::size_t at,
+                                            Complex<Real>* points) {
+    Real real[4], imaginary[4];
+    LoadAcross(blocks.real, at, real);
+    LoadAcross(blocks.imaginary, at, imaginary);
+    for (std::size_t i = 0; i < 4; ++i) points[at + i] = {real[i], imaginary[i]};
+}
+
+template <class Real>
+[[gnu::always_inline]] inline void PutEights(const LastBlocks& blocks) {
+    Complex<Real> points[8];
+    for (std::size_t at = 0; at < 8; at += 4) LoadFour(blocks, at, points);
+    const auto [even] = OfFour(points[0], points[2], points[4], points[6]);
+    const auto [odd] = OfFour(points[1], points[3], points[5], points[7]);
+    for (std::size_t leg = 0; leg < 4; ++leg) {
+        const auto a = leg == 0 ? even[0] : Turned(blocks.FactorOf(leg, 0), even[leg]);
+        const auto b = leg == 0 ? odd[0] : Turned(blocks.FactorOf(leg, 1), odd[leg]);
+        StorePoint(blocks.out, leg * blocks.apart, Plus(a, b));
+        StorePoint(blocks.out, (leg + 4) * blocks.apart, Minus(a, b));
+    }
+}
+
+template <class Real>
+[[gnu::always_inline]] inline void PutSixteens(const LastBlocks& blocks) {
+    Complex<Real> points[16];
+    for (std::size_t at = 0; at < 16; at += 4) LoadFour(blocks, at, points);
+    for (std::size_t p = 0; p < 4; ++p) {
+        const auto [v] = OfFour(points[p], points[p + 4], points[p + 8], points[p + 12]);
+        points[p] = v[0];
+        for (std::size_t leg = 1; leg < 4; ++leg)
+            points[p + 4 * leg] = Turned(blocks.FactorOf(leg, p), v[leg]);
+    }
+    for (std::size_t leg = 0; leg < 4; ++leg) {
+        const Complex<Real>* of = points + 4 * leg;
+        const auto [v] = OfFour(of[0], of[1], of[2], of[3]);
+        for (std::size_t i = 0; i < 4; ++i)
+            StorePoint(blocks.out, (leg + 4 * i) * blocks.apart, v[i]);
+    }
+}
+
+// --- All of it
+
+struct Work {
+    const float* frames;
+    const float* window;
+    std::size_t points;
+    Factors factors;  // of the first stage
+    Parts turns;      // e^(-i pi k / points), for half a turn
+    Parts quarters;   // the points between the stages
+    std::size_t quarterStep;
+    std::size_t last;                // points of the last blocks
+    const std::uint16_t* blockBins;  // the first bin of each of them in a sixteenth
+    Parts bins;
+};
+
+// Blocks side by side in the vectors are those whose bins are neighbours.
+template <class Real>
+[[gnu::always_inline]] inline void PutBins(const Work& work, const Factors& w) {
+    constexpr std::size_t kCount = kLanes<Real>;
+    const std::size_t sixteenth = work.points / 16;
+    for (std::size_t at = 0; at < sixteenth; at += work.last)
+        for (std::size_t first = 0; first < 16; first += kCount) {
+            const float* real[kCount];
+            const float* imaginary[kCount];
+            for (std::size_t lane = 0; lane < kCount; ++lane) {
+                const std::size_t block =
+                    (first + lane) % 4 * work.quarterStep + (first + lane) / 4 * sixteenth + at;
+                real[lane] = work.quarters.real + block;
+                imaginary[lane] = work.quarters.imaginary + block;
             }
+            const std::size_t bin = work.blockBins[at / work.last] + first;
+            const LastBlocks blocks = {real,
+                                       imaginary,
+                                       w,
+                                       {work.bins.real + bin, work.bins.imaginary + bin},
+                                       work.points / work.last};
+            if (work.last == 8)
+                PutEights<Real>(blocks);
+            else
+                PutSixteens<Real>(blocks);
         }
-    }
 }
 
-[[gnu::always_inline]] inline void RadixTwo(const Stage& stage) {
-    const std::size_t half = stage.stride;
-    for (std::size_t q = 0; q < half; q += kLanes) {
-        const Eight ar = Load(stage.in.real + q).value, br = Load(stage.in.real + half + q).value;
-        const Eight ai = Load(stage.in.imaginary + q).value;
-        const Eight bi = Load(stage.in.imaginary + half + q).value;
-        Store<Eight>(stage.out.real + q, ar + br);
-        Store<Eight>(stage.out.imaginary + q, ai + bi);
-        Store<Eight>(stage.out.real + half + q, ar - br);
-        Store<Eight>(stage.out.imaginary + half + q, ai - bi);
-    }
-}
-
-// All stages, from `stage.in` back and forth; gives the side where the result lies.
-[[gnu::always_inline]] inline Parts TransformAll(Stage stage) {
-    FirstStage(stage);
-    std::swap(stage.in, stage.out);
-    SecondStage(stage);
-    std::swap(stage.in, stage.out);
-    for (stage.stride = 16; stage.stride < stage.points;) {
-        const std::size_t left = stage.points / stage.stride;
-        if (left == 2)
-            RadixTwo(stage);
-        else
-            RadixFour(stage);
-        stage.stride *= left == 2 ? 2 : 4;
-        std::swap(stage.in, stage.out);
-    }
-    return stage.in;
-}
-
-// Even frames become real parts, odd ones imaginary parts.
-[[gnu::always_inline]] inline void Weigh(const float* frames, const float* window, const Parts& out,
-                                         std::size_t points) {
-    for (std::size_t k = 0; k < points; k += kLanes) {
-        const Eight a = Load(frames + 2 * k).value * Load(window + 2 * k).value;
-        const Eight b = Load(frames + 2 * k + kLanes).value * Load(window + 2 * k + kLanes).value;
-        Store<Eight>(out.real + k, __builtin_shufflevector(a, b, 0, 2, 4, 6, 8, 10, 12, 14));
-        Store<Eight>(out.imaginary + k, __builtin_shufflevector(a, b, 1, 3, 5, 7, 9, 11, 13, 15));
-    }
-}
-
-[[gnu::always_inline]] inline Loaded<Eight> LoadBackwards(const float* from) {
-    const Eight value = Load(from).value;
-    return {__builtin_shufflevector(value, value, 7, 6, 5, 4, 3, 2, 1, 0)};
+// A quarter goes through all its stages at once, as it fits into a processor's first cache.
+template <class Real>
+[[gnu::always_inline]] inline void Transform(const Work& work) {
+    PutStage<Real>(WeighedFrames{work.frames, work.window}, work.factors, work.quarters,
+                   work.quarterStep);
+    Factors w = work.factors.Next();
+    for (std::size_t i = 0; i < 4; ++i)
+        PutStages<Real>({work.quarters.real + i * work.quarterStep,
+                         work.quarters.imaginary + i * work.quarterStep},
+                        work.points / 4, w, work.last);
+    while (4 * w.quarter > work.last) w = w.Next();
+    PutBins<Real>(work, w);
 }
 
 // The transforms of the even and the odd frames come apart again, and make that of all.
-[[gnu::always_inline]] inline void PutPowers(const Parts& data, const Parts& turns,
-                                             std::size_t points, float* power) {
+template <class Real>
+[[gnu::always_inline]] inline void PutPowers(const Work& work, float* power) {
+    constexpr std::size_t kCount = kLanes<Real>;
+    const Parts& data = work.bins;
+    const std::size_t points = work.points;
     const float lowest = 2 * (data.real[0] + data.imaginary[0]);
     const float highest = 2 * (data.real[0] - data.imaginary[0]);
     power[0] = lowest * lowest;
     power[points] = highest * highest;
-    for (std::size_t next = 1; next < points; next += kLanes) {
-        // The last ones overlap with those before, since bin 0 stands alone.
-        const std::size_t k = std::min(next, points - kLanes);
-        const std::size_t mirrored = points - k - (kLanes - 1);
-        const Eight ar = Load(data.real + k).value, ai = Load(data.imaginary + k).value;
-        const Eight br = LoadBackwards(data.real + mirrored).value;
-        const Eight bi = LoadBackwards(data.imaginary + mirrored).value;
-        const Complex<Eight> w = {Load(turns.real + k).value, Load(turns.imaginary + k).value};
-        const auto odd = Turned<Eight, Eight>(w, ai + bi, br - ar);
-        const Eight real = (ar + br) + odd.real, imaginary = (ai - bi) + odd.imaginary;
-        Store<Eight>(power + k, real * real + imaginary * imaginary);
+    // Bin 0 stands alone: the first ones overlap with those behind them.
+    for (std::size_t next = 0; next < points; next += kCount) {
+        const std::size_t k = std::max<std::size_t>(next, 1);
+        const std::size_t mirrored = points - k - (kCount - 1);
+        const auto a = LoadPoint<Real>(data, k);
+        const Real br = LoadBackwards<Real>(data.real + mirrored, Lanes<Real>()).value;
+        const Real bi = LoadBackwards<Real>(data.imaginary + mirrored, Lanes<Real>()).value;
+        const auto odd =
+            Turned(LoadPoint<Real>(work.turns, k), Complex<Real>{a.imaginary + bi, br - a.real});
+        const Real real = (a.real + br) + odd.real, imaginary = (a.imaginary - bi) + odd.imaginary;
+        Store<Real>(power + k, real * real + imaginary * imaginary);
     }
 }
 
-SONAVEL_VECTOR_CLONES
-void ComputePowers(const float* frames, const float* window, const Stage& stage, float* power) {
-    Weigh(frames, window, stage.in, stage.points);
-    PutPowers(TransformAll(stage), stage.turns, stage.points, power);
+template <class Real>
+[[gnu::always_inline]] inline void ComputeWith(const Work& work, float* power) {
+    Transform<Real>(work);
+    PutPowers<Real>(work, power);
+}
+
+void ComputeByFour(const Work& work, float* power) {
+    ComputeWith<Four>(work, power);
+}
+
+#ifdef SONAVEL_VECTOR_TARGETS
+__attribute__((target("avx2"))) void ComputeByEight(const Work& work, float* power) {
+    ComputeWith<Eight>(work, power);
+}
+
+__attribute__((target("avx512f"))) void ComputeBySixteen(const Work& work, float* power) {
+    ComputeWith<Sixteen>(work, power);
+}
+#endif
+
+using ComputePowers = void (*)(const Work& work, float* power);
+
+ComputePowers FastestCompute() {
+#ifdef SONAVEL_VECTOR_TARGETS
+    if (__builtin_cpu_supports("avx512f")) return ComputeBySixteen;
+    if (__builtin_cpu_supports("avx2")) return ComputeByEight;
+#endif
+    return ComputeByFour;
 }
 
 double WindowValue(WindowShape shape, double turn) {
@@ -241,49 +304,81 @@ double WindowValue(WindowShape shape, double turn) {
            0.01168 * std::cos(3 * angle);
 }
 
+// Of the last blocks, whichever the stages of radix 4 lead to.
+std::size_t LastOf(std::size_t points) {
+    return (std::bit_width(points) - 1) % 2 == 0 ? 16 : 8;
+}
+
+// Keeps the quarters from lying in the same places of a processor's cache.
+constexpr std::size_t kGap = 16;
+
 }  // namespace
 
 PowerSpectrum::PowerSpectrum(unsigned windowFrames, WindowShape shape)
-    : window_(windowFrames),
-      turns_(windowFrames / 2),
-      first_(windowFrames / 8 * 3),
-      second_(windowFrames / 8 * 3),
-      data_(windowFrames / 2),
-      scratch_(windowFrames / 2) {
+    : points_(windowFrames / 2),
+      window_(windowFrames),
+      turns_(points_),
+      factors_(points_),
+      quarters_(points_ + 4 * kGap),
+      bins_(points_) {
+    PutWindow(shape);
+    for (std::size_t k = 0; k < points_; ++k) turns_.PutTurn(k, k, windowFrames);
+    PutFactors();
+    PutBlockBins();
+}
+
+void PowerSpectrum::PutWindow(WindowShape shape) {
+    const unsigned frames = WindowFrames();
+    const auto valueOf = [&](unsigned frame) {
+        return WindowValue(shape, double{1} * frame / frames);
+    };
     double sum = 0;
-    for (unsigned frame = 0; frame < windowFrames; ++frame)
-        sum += WindowValue(shape, double{1} * frame / windowFrames);
-    for (unsigned frame = 0; frame < windowFrames; ++frame)
-        window_[frame] =
-            static_cast<float>(WindowValue(shape, double{1} * frame / windowFrames) / sum);
-    const std::size_t points = windowFrames / 2;
-    for (std::size_t k = 0; k < points; ++k) turns_.PutTurn(k, k, windowFrames);
-    for (std::size_t leg = 1; leg <= 3; ++leg)
-        for (std::size_t k = 0; k < points / 4; ++k) {
-            const std::size_t at = (leg - 1) * points / 4 + k;
-            first_.PutTurn(at, leg * k, points);
-            second_.PutTurn(at, leg * (k / 4) * 4, points);
-        }
+    for (unsigned frame = 0; frame < frames; ++frame) sum += valueOf(frame);
+    for (unsigned frame = 0; frame < frames; ++frame)
+        window_.Data()[frame] = static_cast<float>(valueOf(frame) / sum);
+}
+
+void PowerSpectrum::PutFactors() {
+    std::size_t at = 0;
+    for (std::size_t size = points_; size >= LastOf(points_); size /= 4)
+        for (std::size_t leg = 1; leg <= 3; ++leg)
+            for (std::size_t p = 0; p < size / 4; ++p)
+                factors_.PutTurn(at++, leg * p * (points_ / size), points_);
+}
+
+// The digits of a block's number, of base 4, are those of its bins the other way round; the two
+// before them number the sixteenths.
+void PowerSpectrum::PutBlockBins() {
+    const std::size_t blocks = points_ / 16 / LastOf(points_);
+    for (std::size_t block = 0; block < blocks; ++block) {
+        std::size_t bin = 0, rest = block;
+        for (std::size_t digits = blocks; digits > 1; digits /= 4, rest /= 4)
+            bin = 4 * bin + rest % 4;
+        blockBins_.push_back(static_cast<std::uint16_t>(16 * bin));
+    }
 }
 
 void PowerSpectrum::Complexes::PutTurn(std::size_t at, std::size_t part, std::size_t parts) {
     const double angle =
         -2 * std::numbers::pi * static_cast<double>(part) / static_cast<double>(parts);
-    real[at] = static_cast<float>(std::cos(angle));
-    imaginary[at] = static_cast<float>(std::sin(angle));
+    real.Data()[at] = static_cast<float>(std::cos(angle));
+    imaginary.Data()[at] = static_cast<float>(std::sin(angle));
 }
 
 void PowerSpectrum::Compute(std::span<const float> frames, std::span<float> power) {
-    const auto parts = [](Complexes& of) { return Parts{of.real.data(), of.imaginary.data()}; };
-    ComputePowers(frames.data(), window_.data(),
-                  {.in = parts(data_),
-                   .out = parts(scratch_),
-                   .points = data_.real.size(),
-                   .stride = 1,
-                   .turns = parts(turns_),
-                   .first = parts(first_),
-                   .second = parts(second_)},
-                  power.data());
+    static const ComputePowers compute = FastestCompute();
+    const auto parts = [](Complexes& of) { return Parts{of.real.Data(), of.imaginary.Data()}; };
+    compute({.frames = frames.data(),
+             .window = window_.Data(),
+             .points = points_,
+             .factors = {parts(factors_), points_ / 4},
+             .turns = parts(turns_),
+             .quarters = parts(quarters_),
+             .quarterStep = points_ / 4 + kGap,
+             .last = LastOf(points_),
+             .blockBins = blockBins_.data(),
+             .bins = parts(bins_)},
+            power.data());
 }
 
 }  // namespace sonavel

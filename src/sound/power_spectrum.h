@@ -1,8 +1,9 @@
 // The power spectrum of a windowed stretch of sound, for windows of 256 to 16384 frames: a real
-// transform by way of a complex one of half its length (M. C. Pease's and T. G. Stockham's
-// ordering, radix 4 with a last step of radix 2).
+// transform by way of a complex one of half its length (decimation in frequency by radix 4, in
+// place; the last stages sort the bins).
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -24,7 +25,7 @@ class PowerSpectrum {
     // A power of two from kLeastSpectrumWindow to kGreatestSpectrumWindow. Throws std::bad_alloc.
     PowerSpectrum(unsigned windowFrames, WindowShape shape);
 
-    unsigned WindowFrames() const { return static_cast<unsigned>(window_.size()); }
+    unsigned WindowFrames() const { return static_cast<unsigned>(2 * points_); }
     // From 0 Hz to half the sample rate, both among them.
     unsigned Bins() const { return WindowFrames() / 2 + 1; }
     // Of WindowFrames() frames, the power at each bin; a sine of amplitude 1 in the middle of a bin
@@ -32,18 +33,37 @@ class PowerSpectrum {
     void Compute(std::span<const float> frames, std::span<float> power);
 
   private:
+    // Floats that begin where a processor's vectors are read fastest.
+    class Floats {
+      public:
+        explicit Floats(std::size_t count) : lines_((count + kOfLine - 1) / kOfLine) {}
+
+        float* Data() { return lines_.data()->data(); }
+
+      private:
+        static constexpr std::size_t kOfLine = 16;
+        struct alignas(kOfLine * sizeof(float)) Line : std::array<float, kOfLine> {};
+
+        std::vector<Line> lines_;
+    };
     struct Complexes {
         explicit Complexes(std::size_t count) : real(count), imaginary(count) {}
         // Sets a value to e^(-2 pi i part / parts).
         void PutTurn(std::size_t at, std::size_t part, std::size_t parts);
 
-        std::vector<float> real, imaginary;
+        Floats real, imaginary;
     };
 
-    std::vector<float> window_;  // of the sum 1
-    // Factors of the transform's stages.
-    Complexes turns_, first_, second_;
-    Complexes data_, scratch_;
+    void PutWindow(WindowShape shape);
+    void PutFactors();
+    void PutBlockBins();
+
+    std::size_t points_;  // of the complex transform
+    Floats window_;       // of the sum 1
+    Complexes turns_;     // e^(-i pi k / points_)
+    Complexes factors_;   // of the stages
+    Complexes quarters_, bins_;
+    std::vector<std::uint16_t> blockBins_;
 };
 
 }  // namespace sonavel

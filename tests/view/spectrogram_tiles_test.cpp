@@ -78,14 +78,13 @@ SpectrogramPicture LaneOf(const Sound& sound, const SpectrogramScene& scene, uns
     const double step =
         static_cast<double>(scene.frameCount) / static_cast<double>(scene.virtualWidth);
     SpectrogramMaker maker(scene.look, scene.samplesPerSecond, scene.height);
-    return maker.Lane(
+    return maker.Lanes(
         ReadSpectrogramFrames(sound,
                               {.firstFrame = static_cast<double>(columns.first) * step,
                                .framesPerColumn = step,
                                .columns = static_cast<unsigned>(columns.Count()),
                                .mostWindows = 2},
-                              scene.look),
-        channel);
+                              scene.look))[channel];
 }
 
 TEST_F(SpectrogramTilesTest, AreWhatThePictureOfTheirColumnsIs) {

@@ -7,6 +7,7 @@
 #include <functional>
 #include <new>
 #include <span>
+#include <utility>
 
 #include "platform/parallel.h"
 #include "platform/vector_clones.h"
@@ -100,16 +101,37 @@ void PutLevels(std::span<const float> powers, const LevelScale& scale, std::uint
     }
 }
 
-// Several greatest ones side by side, which do not wait for each other.
+typedef float Four __attribute__((vector_size(16)));
+
+[[gnu::always_inline]] inline void TakeGreater(Four& greatest, const float* next) {
+    Four values;
+    std::memcpy(&values, next, sizeof values);
+    greatest = values > greatest ? values : greatest;
+}
+
+// Several greatest ones side by side, which do not wait for each other. The last values are looked
+// at together with some of those before them.
 float GreatestOf(std::span<const float> powers) {
-    constexpr std::size_t kSideBySide = 8;
-    float greatest[kSideBySide] = {};
+    constexpr std::size_t kLanes = 4;
+    const std::size_t count = powers.size();
+    if (count < kLanes) return *std::ranges::max_element(powers);
+    Four even{}, odd{};
     std::size_t at = 0;
-    for (; at + kSideBySide <= powers.size(); at += kSideBySide)
-        for (std::size_t i = 0; i < kSideBySide; ++i)
-            greatest[i] = powers[at + i] > greatest[i] ? powers[at + i] : greatest[i];
-    for (; at < powers.size(); ++at) greatest[0] = std::max(greatest[0], powers[at]);
-    return *std::ranges::max_element(greatest);
+    for (; at + 2 * kLanes <= count; at += 2 * kLanes) {
+        TakeGreater(even, powers.data() + at);
+        TakeGreater(odd, powers.data() + at + kLanes);
+    }
+    if (at + kLanes <= count) TakeGreater(even, powers.data() + at);
+    TakeGreater(odd, powers.data() + count - kLanes);
+    even = odd > even ? odd : even;
+    return std::max(std::max(even[0], even[1]), std::max(even[2], even[3]));
+}
+
+void PutRows(const float* power, std::span<const SpectrogramRow> rows, float* shown) {
+    for (const SpectrogramRow& row : rows)
+        *shown++ = row.first == row.last
+                       ? power[row.first] + row.share * (power[row.first + 1] - power[row.first])
+                       : GreatestOf({power + row.first, row.last + 1 - row.first});
 }
 
 template <class Operation>
@@ -192,18 +214,15 @@ SpectrogramMaker::SpectrogramMaker(const SpectrogramLook& look, std::uint32_t sa
     : look_(look),
       rate_(samplesPerSecond),
       spectrum_(look.windowFrames, look.shape),
-      values_(look.windowFrames),
       one_(spectrum_.Bins()),
-      sum_(spectrum_.Bins()),
-      power_(spectrum_.Bins()),
       shown_(height),
       levels_(height) {
     rows_.reserve(height);
-    for (unsigned row = 0; row < height; ++row) rows_.push_back(BinsOf(height - 1 - row, height));
+    for (unsigned row = 0; row < height; ++row) rows_.push_back(RowAt(height - 1 - row, height));
 }
 
 // Of a row counted from the bottom.
-SpectrogramMaker::RowBins SpectrogramMaker::BinsOf(unsigned row, unsigned height) const {
+SpectrogramRow SpectrogramMaker::RowAt(unsigned row, unsigned height) const {
     const double highest = std::max(rate_, 1U) / 2.0;
     const unsigned lastBin = look_.windowFrames / 2;
     const auto binAt = [&](double place) {
@@ -211,7 +230,7 @@ SpectrogramMaker::RowBins SpectrogramMaker::BinsOf(unsigned row, unsigned height
         return FrequencyAt(look_.scale, at, highest) / highest * lastBin;
     };
     const double low = binAt(row - 0.5), middle = binAt(row), high = binAt(row + 0.5);
-    RowBins bins;
+    SpectrogramRow bins;
     bins.first = static_cast<unsigned>(std::ceil(low));
     bins.last = std::min(static_cast<unsigned>(std::floor(high)), lastBin);
     if (bins.first < bins.last) return bins;
@@ -220,55 +239,67 @@ SpectrogramMaker::RowBins SpectrogramMaker::BinsOf(unsigned row, unsigned height
     return bins;
 }
 
-float SpectrogramMaker::PowerOf(const RowBins& bins) const {
-    if (bins.first == bins.last)
-        return power_[bins.first] + bins.share * (power_[bins.first + 1] - power_[bins.first]);
-    return GreatestOf(std::span(power_).subspan(bins.first, bins.last + 1 - bins.first));
+// Both channels at once, as the frames lie far away in memory.
+void SpectrogramMaker::ReadWindow(const Sound& sound, std::uint32_t start) {
+    if (values_.size() == 2)
+        return ReadBothChannels(sound, start, values_[0], values_[1], EightBitReading::kFull);
+    for (unsigned channel = 0; channel < values_.size(); ++channel)
+        ReadChannel(sound, channel, start, values_[channel], EightBitReading::kFull);
 }
 
-// The sum of the channels' powers.
+// Of each channel, or the sum of the channels' powers where there is one lane.
 void SpectrogramMaker::ComputeWindow(const SpectrogramFrames& frames, std::uint32_t start,
-                                     Channels channels, std::vector<float>& sum) {
-    for (unsigned i = 0; i < channels.count; ++i) {
-        ReadChannel(frames.sound, channels.first + i, start, values_, EightBitReading::kFull);
-        spectrum_.Compute(values_, i == 0 ? sum : one_);
-        if (i > 0) Combine(one_, sum, std::plus<float>());
+                                     Powers& powers) {
+    ReadWindow(frames.sound, start);
+    for (std::size_t channel = 0; channel < values_.size(); ++channel) {
+        const bool hasLane = channel < powers.size();
+        spectrum_.Compute(values_[channel], hasLane ? powers[channel] : one_);
+        if (!hasLane) Combine(one_, powers.back(), std::plus<float>());
     }
 }
 
-// Of the channels together, the greatest of a column's windows.
+// Of each lane the greatest of a column's windows.
 void SpectrogramMaker::ComputeColumn(const SpectrogramFrames& frames, unsigned column,
-                                     Channels channels) {
+                                     Powers& powers) {
     const std::size_t first = std::size_t{column} * frames.windowsPerColumn;
-    ComputeWindow(frames, frames.starts[first], channels, power_);
+    ComputeWindow(frames, frames.starts[first], powers);
     for (unsigned window = 1; window < frames.windowsPerColumn; ++window) {
-        ComputeWindow(frames, frames.starts[first + window], channels, sum_);
-        Combine(sum_, power_, [](float a, float b) { return a > b ? a : b; });
+        ComputeWindow(frames, frames.starts[first + window], window_);
+        for (std::size_t lane = 0; lane < powers.size(); ++lane)
+            Combine(window_[lane], powers[lane], [](float a, float b) { return a > b ? a : b; });
     }
 }
 
-SpectrogramPicture SpectrogramMaker::Make(const SpectrogramFrames& frames, Channels channels) {
+std::vector<SpectrogramPicture> SpectrogramMaker::Make(const SpectrogramFrames& frames,
+                                                       unsigned lanes) {
     const std::size_t height = rows_.size();
-    SpectrogramPicture picture{frames.columns, static_cast<unsigned>(height), {}};
-    picture.levels.resize(frames.columns * height);
+    const unsigned channels = frames.sound.GetChannels();
+    SpectrogramPicture empty{frames.columns, static_cast<unsigned>(height), {}};
+    empty.levels.resize(frames.columns * height);
+    std::vector<SpectrogramPicture> pictures(lanes, empty);
+    values_.assign(channels, std::vector<float>(look_.windowFrames));
+    Powers powers(lanes, std::vector<float>(spectrum_.Bins()));
+    window_ = powers;
     const double fullScale = LimitsOfSamples(frames.sound.GetBits()).greatest;
-    const LevelScale scale(look_.rangeDecibels, fullScale * fullScale * channels.count);
+    const LevelScale scale(look_.rangeDecibels, fullScale * fullScale * channels / lanes);
     for (unsigned column = 0; column < frames.columns; ++column) {
-        ComputeColumn(frames, column, channels);
-        for (std::size_t row = 0; row < height; ++row) shown_[row] = PowerOf(rows_[row]);
-        PutLevels(shown_, scale, levels_.data());
-        for (std::size_t row = 0; row < height; ++row)
-            picture.levels[row * frames.columns + column] = levels_[row];
+        ComputeColumn(frames, column, powers);
+        for (unsigned lane = 0; lane < lanes; ++lane) {
+            PutRows(powers[lane].data(), rows_, shown_.data());
+            PutLevels(shown_, scale, levels_.data());
+            for (std::size_t row = 0; row < height; ++row)
+                pictures[lane].levels[row * frames.columns + column] = levels_[row];
+        }
     }
-    return picture;
+    return pictures;
 }
 
 SpectrogramPicture SpectrogramMaker::Mean(const SpectrogramFrames& frames) {
-    return Make(frames, {0, frames.sound.GetChannels()});
+    return std::move(Make(frames, 1).front());
 }
 
-SpectrogramPicture SpectrogramMaker::Lane(const SpectrogramFrames& frames, unsigned channel) {
-    return Make(frames, {channel, 1});
+std::vector<SpectrogramPicture> SpectrogramMaker::Lanes(const SpectrogramFrames& frames) {
+    return Make(frames, frames.sound.GetChannels());
 }
 
 Result<SpectrogramPicture> SpectrogramOf(const Sound& sound, FrameRange range, unsigned width,

@@ -65,6 +65,13 @@ struct SpectrogramReach {
 };
 SpectrogramReach ReachOf(const SpectrogramColumns& columns, const SpectrogramLook& look);
 
+// The bins whose power a row shows: the greatest of several, or a place between two.
+struct SpectrogramRow {
+    unsigned first = 0;
+    unsigned last = 0;
+    float share = 0;  // of the way from `first` to the next, where first == last
+};
+
 // Rows from the top, a byte for each column: 0 for the darkest, 255 for a sine of full scale.
 struct SpectrogramPicture {
     unsigned width = 0;
@@ -86,36 +93,28 @@ class SpectrogramMaker {
         return frames.look == look_ && frames.sound.GetSamplesPerSecond() == rate_ &&
                rows_.size() == height;
     }
-    // The mean power of all channels, and that of one.
+    // The mean power of all channels.
     SpectrogramPicture Mean(const SpectrogramFrames& frames);
-    SpectrogramPicture Lane(const SpectrogramFrames& frames, unsigned channel);
+    // That of each.
+    std::vector<SpectrogramPicture> Lanes(const SpectrogramFrames& frames);
 
   private:
-    // The bins whose power a row shows: the greatest of several, or a place between two.
-    struct RowBins {
-        unsigned first = 0;
-        unsigned last = 0;
-        float share = 0;  // of the way from `first` to the next, where first == last
-    };
-    struct Channels {
-        unsigned first = 0;
-        unsigned count = 1;
-    };
+    using Powers = std::vector<std::vector<float>>;  // by lane and bin
 
-    RowBins BinsOf(unsigned row, unsigned height) const;
-    float PowerOf(const RowBins& bins) const;
-    void ComputeWindow(const SpectrogramFrames& frames, std::uint32_t start, Channels channels,
-                       std::vector<float>& sum);
-    void ComputeColumn(const SpectrogramFrames& frames, unsigned column, Channels channels);
-    SpectrogramPicture Make(const SpectrogramFrames& frames, Channels channels);
+    SpectrogramRow RowAt(unsigned row, unsigned height) const;
+    void ReadWindow(const Sound& sound, std::uint32_t start);
+    void ComputeWindow(const SpectrogramFrames& frames, std::uint32_t start, Powers& powers);
+    void ComputeColumn(const SpectrogramFrames& frames, unsigned column, Powers& powers);
+    std::vector<SpectrogramPicture> Make(const SpectrogramFrames& frames, unsigned lanes);
 
     SpectrogramLook look_;
     std::uint32_t rate_;
     PowerSpectrum spectrum_;
-    std::vector<RowBins> rows_;
-    std::vector<float> values_;             // of a window, in units of the samples
-    std::vector<float> one_, sum_, power_;  // by bin
-    std::vector<float> shown_;              // power by row, and what is drawn of it
+    std::vector<SpectrogramRow> rows_;
+    std::vector<std::vector<float>> values_;  // of a window, by channel, in units of the samples
+    std::vector<float> one_;                  // by bin
+    Powers window_;
+    std::vector<float> shown_;  // power by row, and what is drawn of it
     std::vector<std::uint8_t> levels_;
 };
 

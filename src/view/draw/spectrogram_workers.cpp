@@ -15,11 +15,7 @@ class LaneMaker {
         if (!maker_ || !maker_->Suits(task.frames, task.height))
             maker_ = std::make_unique<SpectrogramMaker>(
                 task.frames.look, task.frames.sound.GetSamplesPerSecond(), task.height);
-        SpectrogramLanes lanes;
-        lanes.reserve(task.frames.sound.GetChannels());
-        for (unsigned channel = 0; channel < task.frames.sound.GetChannels(); ++channel)
-            lanes.push_back(maker_->Lane(task.frames, channel));
-        return lanes;
+        return maker_->Lanes(task.frames);
     } catch (const std::bad_alloc&) {
         return {};
     }
