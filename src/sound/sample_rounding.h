@@ -23,10 +23,9 @@ using TargetSamples = std::span<typename To::Stored>;
 template <class From, class To>
 Result<bool> NeedsDither(SourceSamples<From> from, const PieceWatch& watch) {
     std::atomic<bool> fits = true;
-    Outcome looked =
-        ComputePieces(from.size(), watch, [&](std::size_t first, std::size_t count) {
-            if (fits && !SamplesFit<From, To>(from.subspan(first, count))) fits = false;
-        });
+    Outcome looked = ComputePieces(from.size(), watch, [&](std::size_t first, std::size_t count) {
+        if (fits && !SamplesFit<From, To>(from.subspan(first, count))) fits = false;
+    });
     if (!looked) return looked;
     return !fits;
 }
@@ -45,8 +44,7 @@ Outcome RoundWith(SourceSamples<From> from, TargetSamples<To> to, const Noise& n
                   const PieceWatch& watch) {
     return ComputePieces(from.size(), watch, [&](std::size_t first, std::size_t count) {
         for (std::size_t i = first; i < first + count; ++i)
-            to[i] =
-                RoundedAndHeld<To>(ScaledTo<From, To>(FiniteSample<From>(from[i])) + noise(i));
+            to[i] = RoundedAndHeld<To>(ScaledTo<From, To>(FiniteSample<From>(from[i])) + noise(i));
     });
 }
 

@@ -72,16 +72,16 @@ template <class Real>
 template <std::size_t first, class Real, std::size_t... i>
 [[gnu::always_inline]] inline Loaded<Real> InTurns(const Real& a, const Real& b,
                                                    std::index_sequence<i...>) {
-    return {__builtin_shufflevector(a, b,
-                                    (i / 4 * 4 + i % 4 / 2 + i % 2 * kLanes<Real> + first)...)};
+    return {
+        __builtin_shufflevector(a, b, (i / 4 * 4 + i % 4 / 2 + i % 2 * kLanes<Real> + first)...)};
 }
 
 // Likewise, but one's two behind the other's.
 template <std::size_t first, class Real, std::size_t... i>
 [[gnu::always_inline]] inline Loaded<Real> InPairs(const Real& a, const Real& b,
                                                    std::index_sequence<i...>) {
-    return {__builtin_shufflevector(a, b,
-                                    (i / 4 * 4 + i % 2 + i % 4 / 2 * kLanes<Real> + first)...)};
+    return {
+        __builtin_shufflevector(a, b, (i / 4 * 4 + i % 2 + i % 4 / 2 * kLanes<Real> + first)...)};
 }
 
 // Four neighbours, from `at` on, of as many blocks as there are lanes: a vector for each neighbour,
