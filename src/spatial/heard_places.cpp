@@ -64,7 +64,7 @@ class Neighbours {
     // `last`: the number of the last place of all.
     Neighbours(std::ptrdiff_t first, std::ptrdiff_t last) : first_(first), last_(last) {}
 
-    void Add(HeardPlace place) { places_.push_back(std::move(place)); }
+    void Add(const HeardPlace& place) { places_.push_back(place); }
     // Behind the ends it stays as it is there.
     const HeardPlace& At(std::ptrdiff_t place) const {
         place = std::clamp<std::ptrdiff_t>(place, 0, last_);
