@@ -4,15 +4,14 @@
 #include <bit>
 #include <cmath>
 #include <cstring>
-#include <functional>
 #include <new>
 #include <span>
 #include <utility>
 
 #include "platform/parallel.h"
-#include "platform/vector_clones.h"
 #include "sound/sample_io.h"
 #include "sound/sample_types.h"
+#include "sound/vector_lanes.h"
 
 namespace sonavel {
 namespace {
@@ -67,14 +66,23 @@ void CopyFrames(const Sound& from, std::int64_t start, Sound& to, std::size_t at
 
 // --- Computing
 
-// The binary logarithm to 0.0001, of what is a number above 1e-30, else of that. Its loops
-// vectorise; a call for each pixel would take as long as the transforms.
-float OctavesOf(float power) {
+// Rows side by side, said outright: the compiler leaves these loops alone, as they compare.
+typedef std::int32_t FourNumbers __attribute__((vector_size(16)));
+constexpr std::size_t kRowsAtOnce = kLanes<Four>;
+
+std::size_t RoomForRows(std::size_t rows) {
+    return (rows + kRowsAtOnce - 1) / kRowsAtOnce * kRowsAtOnce;
+}
+
+// The binary logarithm to 0.0001, of what is a number above 1e-30, else of that. A call for each
+// pixel would take as long as the transforms.
+Four OctavesOf(const Four& power) {
     constexpr float kLeastPower = 1e-30F;
-    const auto bits = std::bit_cast<std::int32_t>(power > kLeastPower ? power : kLeastPower);
-    const float m = std::bit_cast<float>((bits & 0x7FFFFF) | 0x3F800000) - 1;
-    const float bend = 0.44241858F + m * (-0.26957801F + m * (0.15053320F + m * -0.04487396F));
-    return static_cast<float>((bits >> 23) - 127) + m + m * (1 - m) * bend;
+    const Four held = power > kLeastPower ? power : Four{} + kLeastPower;
+    const auto bits = std::bit_cast<FourNumbers>(held);
+    const Four m = std::bit_cast<Four>((bits & 0x7FFFFF) | 0x3F800000) - 1;
+    const Four bend = 0.44241858F + m * (-0.26957801F + m * (0.15053320F + m * -0.04487396F));
+    return __builtin_convertvector((bits >> 23) - 127, Four) + m + m * (1 - m) * bend;
 }
 
 // From powers to levels of a picture.
@@ -89,40 +97,37 @@ struct LevelScale {
     float levelsOfAnOctave, octavesOfFullScale;
 };
 
-SONAVEL_VECTOR_CLONES
-void PutLevels(std::span<const float> powers, const LevelScale& scale, std::uint8_t* levels) {
-    const float* power = powers.data();
-    const LevelScale by = scale;
-    for (std::size_t i = 0; i < powers.size(); ++i) {
-        const float octaves = OctavesOf(power[i]) - by.octavesOfFullScale;
-        const float level = LevelScale::kMost + octaves * by.levelsOfAnOctave + 0.5F;
-        const float held = std::min(std::max(level, 0.0F), LevelScale::kMost);
-        levels[i] = static_cast<std::uint8_t>(static_cast<std::int32_t>(held));
+// Both of RoomForRows().
+void PutLevels(std::span<const float> powers, const LevelScale& by, std::int32_t* levels) {
+    for (std::size_t i = 0; i < powers.size(); i += kRowsAtOnce) {
+        const Four octaves = OctavesOf(Load<Four>(powers.data() + i).value) - by.octavesOfFullScale;
+        const Four level = LevelScale::kMost + octaves * by.levelsOfAnOctave + 0.5F;
+        const Four above = level < 0.0F ? Four{} : level;
+        const Four held = above > LevelScale::kMost ? Four{} + LevelScale::kMost : above;
+        const auto whole = __builtin_convertvector(held, FourNumbers);
+        std::memcpy(levels + i, &whole, sizeof whole);
     }
 }
 
-typedef float Four __attribute__((vector_size(16)));
-
 [[gnu::always_inline]] inline void TakeGreater(Four& greatest, const float* next) {
-    Four values;
-    std::memcpy(&values, next, sizeof values);
+    const Four values = Load<Four>(next).value;
     greatest = values > greatest ? values : greatest;
 }
 
 // Several greatest ones side by side, which do not wait for each other. The last values are looked
 // at together with some of those before them.
 float GreatestOf(std::span<const float> powers) {
-    constexpr std::size_t kLanes = 4;
+    constexpr std::size_t kCount = kLanes<Four>;
     const std::size_t count = powers.size();
-    if (count < kLanes) return *std::ranges::max_element(powers);
+    if (count < kCount) return *std::ranges::max_element(powers);
     Four even{}, odd{};
     std::size_t at = 0;
-    for (; at + 2 * kLanes <= count; at += 2 * kLanes) {
+    for (; at + 2 * kCount <= count; at += 2 * kCount) {
         TakeGreater(even, powers.data() + at);
-        TakeGreater(odd, powers.data() + at + kLanes);
+        TakeGreater(odd, powers.data() + at + kCount);
     }
-    if (at + kLanes <= count) TakeGreater(even, powers.data() + at);
-    TakeGreater(odd, powers.data() + count - kLanes);
+    if (at + kCount <= count) TakeGreater(even, powers.data() + at);
+    TakeGreater(odd, powers.data() + count - kCount);
     even = odd > even ? odd : even;
     return std::max(std::max(even[0], even[1]), std::max(even[2], even[3]));
 }
@@ -134,10 +139,19 @@ void PutRows(const float* power, std::span<const SpectrogramRow> rows, float* sh
                        : GreatestOf({power + row.first, row.last + 1 - row.first});
 }
 
-template <class Operation>
-void Combine(std::span<const float> powers, std::span<float> into, const Operation& operation) {
-    for (std::size_t bin = 0; bin < into.size(); ++bin)
-        into[bin] = operation(into[bin], powers[bin]);
+void AddPowers(std::span<const float> powers, std::span<float> to) {
+    for (std::size_t bin = 0; bin < to.size(); ++bin) to[bin] += powers[bin];
+}
+
+// Of so many bins as a window has at least, which is more than a vector's.
+void KeepGreater(std::span<const float> powers, std::span<float> kept) {
+    const std::size_t last = kept.size() - kLanes<Four>;
+    for (std::size_t next = 0; next < kept.size(); next += kLanes<Four>) {
+        const std::size_t at = std::min(next, last);
+        Four greatest = Load<Four>(kept.data() + at).value;
+        TakeGreater(greatest, powers.data() + at);
+        Store(kept.data() + at, greatest);
+    }
 }
 
 }  // namespace
@@ -215,8 +229,8 @@ SpectrogramMaker::SpectrogramMaker(const SpectrogramLook& look, std::uint32_t sa
       rate_(samplesPerSecond),
       spectrum_(look.windowFrames, look.shape),
       one_(spectrum_.Bins()),
-      shown_(height),
-      levels_(height) {
+      shown_(RoomForRows(height)),
+      levels_(shown_.size()) {
     rows_.reserve(height);
     for (unsigned row = 0; row < height; ++row) rows_.push_back(RowAt(height - 1 - row, height));
 }
@@ -254,7 +268,7 @@ void SpectrogramMaker::ComputeWindow(const SpectrogramFrames& frames, std::uint3
     for (std::size_t channel = 0; channel < values_.size(); ++channel) {
         const bool hasLane = channel < powers.size();
         spectrum_.Compute(values_[channel], hasLane ? powers[channel] : one_);
-        if (!hasLane) Combine(one_, powers.back(), std::plus<float>());
+        if (!hasLane) AddPowers(one_, powers.back());
     }
 }
 
@@ -266,7 +280,7 @@ void SpectrogramMaker::ComputeColumn(const SpectrogramFrames& frames, unsigned c
     for (unsigned window = 1; window < frames.windowsPerColumn; ++window) {
         ComputeWindow(frames, frames.starts[first + window], window_);
         for (std::size_t lane = 0; lane < powers.size(); ++lane)
-            Combine(window_[lane], powers[lane], [](float a, float b) { return a > b ? a : b; });
+            KeepGreater(window_[lane], powers[lane]);
     }
 }
 
@@ -288,7 +302,8 @@ std::vector<SpectrogramPicture> SpectrogramMaker::Make(const SpectrogramFrames& 
             PutRows(powers[lane].data(), rows_, shown_.data());
             PutLevels(shown_, scale, levels_.data());
             for (std::size_t row = 0; row < height; ++row)
-                pictures[lane].levels[row * frames.columns + column] = levels_[row];
+                pictures[lane].levels[row * frames.columns + column] =
+                    static_cast<std::uint8_t>(levels_[row]);
         }
     }
     return pictures;

@@ -115,7 +115,7 @@ class SpectrogramMaker {
     std::vector<float> one_;                  // by bin
     Powers window_;
     std::vector<float> shown_;  // power by row, and what is drawn of it
-    std::vector<std::uint8_t> levels_;
+    std::vector<std::int32_t> levels_;
 };
 
 // The whole range in one picture, on all cores; fails when memory is short.
