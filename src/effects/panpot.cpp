@@ -12,6 +12,7 @@ namespace {
 constexpr float kPercent = 0.01f;
 constexpr double kExponentScale = 0.04587155963302752;  // 1 / 21.8
 
+SONAVEL_VECTOR_CLONES
 void Lower(std::span<float> channel, float share) {
     for (float& sample : channel) sample = sample * share * kPercent;
 }

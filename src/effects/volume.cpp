@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 
+#include "platform/vector_clones.h"
 #include "sound/sample_io.h"
 
 namespace sonavel {
@@ -13,6 +14,11 @@ namespace {
 bool IsBeyond(float value, const SampleLimits& limits) {
     const double whole = std::trunc(value);
     return whole < limits.least || whole > limits.greatest;
+}
+
+SONAVEL_VECTOR_CLONES
+void Scale(std::span<float> samples, float factor) {
+    for (float& sample : samples) sample = factor * sample;
 }
 
 class VolumeProcessor : public EffectProcessor {
@@ -34,7 +40,7 @@ class VolumeProcessor : public EffectProcessor {
 
 void ScaleVolume(std::span<float> samples, const VolumeParameters& parameters, unsigned bits) {
     const float factor = static_cast<float>(parameters.percent) * 0.01f;
-    for (float& sample : samples) sample = factor * sample;
+    Scale(samples, factor);
     if (parameters.overload == Overload::kHold) HoldWithinLimits(samples, bits);
 }
 

@@ -4,12 +4,36 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <utility>
 
+#include "platform/parallel.h"
 #include "sound/huge_pages.h"
 #include "sound/lent_samples.h"
 
 namespace sonavel {
+namespace {
+
+// A long copy into a new block is done on all cores: most of its time goes into the pages, which
+// come about as they are first written to.
+void CopyBytes(std::uint8_t* to, const std::uint8_t* from, std::size_t count) {
+    constexpr std::size_t kPart = std::size_t{4} << 20;
+    constexpr std::size_t kLongCopy = 8 * kPart;
+    if (count < kLongCopy) {
+        if (count > 0) std::memcpy(to, from, count);
+        return;
+    }
+    const auto copy = [&](std::size_t part) {
+        const std::size_t at = part * kPart;
+        std::memcpy(to + at, from + at, std::min(kPart, count - at));
+    };
+    // Of the function no copy is made, which would take memory.
+    if (ComputeParts((count + kPart - 1) / kPart, std::cref(copy)) != WorkEnd::kFinished)
+        std::memcpy(to, from, count);
+}
+
+}  // namespace
+
 SoundBuffer::~SoundBuffer() {
     FreeBuffer();
 }
@@ -67,13 +91,13 @@ bool SoundBuffer::ReAllocBuffer(std::size_t bytes) {
 bool SoundBuffer::CopyFrom(const SoundBuffer& other) {
     if (this == &other) return true;
     if (!AllocBuffer(other.size_)) return false;
-    if (size_) std::memcpy(data_, other.data_, size_);
+    CopyBytes(data_, other.data_, size_);
     return true;
 }
 
 bool SoundBuffer::CopyPiece(const SoundBuffer& other, std::size_t start, std::size_t length) {
     if (!AllocBuffer(length)) return false;
-    std::memcpy(data_, other.data_ + start, length);
+    CopyBytes(data_, other.data_ + start, length);
     other.loans_.GoOver(other.Place(start, length), data_, loans_);
     return true;
 }
