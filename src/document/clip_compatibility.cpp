@@ -27,7 +27,7 @@ Outcome PrepareClip(CSoundDoc& document, ClipRecord& clip) {
     const HostServices& services = document.Services();
     const bool read = ReadClipboard(services.clipboard, clip);
     if (!read || !clip.present) return Failed("The clipboard holds no sound that can be pasted.");
-    const std::uint64_t mark = MarkOf(clip.Bytes());
+    const std::uint64_t mark = MarkOfClip(services.clipboard, clip.Bytes());
     document.Steps().NoteFound(Supply::kClip, mark);
     if (SameFormat(document.Sound(), clip)) return Done();
     if (!AskWhetherToConvert(services.prompts)) return Cancelled();

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <utility>
 
+#include "document/step_words.h"
 #include "sound/byte_order.h"
 #include "sound/sample_types.h"
 #include "sound/wav_format.h"
@@ -93,6 +94,14 @@ std::optional<std::vector<std::uint8_t>> ImageOf16Bits(std::span<const std::uint
     if (!ReadClipImage(image, clip) || !clip.present || !clip.ConvertBits(WordSample::kBits))
         return std::nullopt;
     return WriteClipImage(clip.GetFormat(), clip.Bytes());
+}
+
+std::uint64_t MarkOfClip(const WaveClipboard& clipboard, std::span<const std::uint8_t> samples) {
+    constexpr std::size_t kSmallBytes = std::size_t{16} << 20;
+    if (samples.size() <= kSmallBytes) return MarkOf(samples);
+    const std::uint64_t number[] = {clipboard.OwnNumber(), samples.size()};
+    if (number[0] == 0) return 0;
+    return MarkOf({reinterpret_cast<const std::uint8_t*>(number), sizeof number});
 }
 
 bool ReadClipboard(const WaveClipboard& clipboard, ClipRecord& clip) {

@@ -25,6 +25,11 @@ bool ReadClipImage(std::span<const std::uint8_t> image, ClipRecord& clip);
 // an image that cannot be read or when the memory cannot be had.
 std::optional<std::vector<std::uint8_t>> ImageOf16Bits(std::span<const std::uint8_t> image);
 
+// Tells the clip on the clipboard from others: a small one by its content; a large one, which would
+// take long to read, by its number there, so that it is 0, which stands for none, where another
+// program has put it.
+std::uint64_t MarkOfClip(const WaveClipboard& clipboard, std::span<const std::uint8_t> samples);
+
 // The image on the clipboard, read as above; false also when there is none.
 bool ReadClipboard(const WaveClipboard& clipboard, ClipRecord& clip);
 

@@ -120,7 +120,8 @@ Outcome CopyRange(CSoundDoc& document, std::uint32_t startFrame, std::uint32_t e
         return Failed("The clipboard cannot be opened.");
     std::vector<std::string> lines = PlaceLines(range.startFrame, range.endFrame);
     lines.emplace_back("copy");
-    document.Steps().NoteLeft(Supply::kClip, std::move(lines), MarkOf(bytes));
+    document.Steps().NoteLeft(Supply::kClip, std::move(lines),
+                              MarkOfClip(document.Services().clipboard, bytes));
     return Done();
 }
 

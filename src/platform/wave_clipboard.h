@@ -16,6 +16,9 @@ class WaveClipboard {
     virtual std::optional<std::vector<std::uint8_t>> GetImage() const = 0;
     // Empties the clipboard and puts the image there. False when the clipboard cannot be taken.
     virtual bool SetImage(std::vector<std::uint8_t> image) = 0;
+    // Which of the images that this program has put there lies there now, counted from 1; 0 for
+    // none of them, as when another program has put there what lies there.
+    virtual std::uint64_t OwnNumber() const = 0;
 };
 
 }  // namespace sonavel

@@ -50,12 +50,16 @@ class ScriptClipboard : public WaveClipboard {
     }
     bool SetImage(std::vector<std::uint8_t> image) override {
         image_ = std::move(image);
+        ++number_;
         return true;
     }
+    // The sounds of a script know no number of the person's.
+    std::uint64_t OwnNumber() const override { return number_; }
 
   private:
     const WaveClipboard& persons_;
     std::optional<std::vector<std::uint8_t>> image_;
+    std::uint64_t number_ = 0;
 };
 
 void TakeTags(CSoundDoc& live, const CSoundDoc& copy) {

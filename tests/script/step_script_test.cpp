@@ -268,6 +268,40 @@ TEST_F(StepScriptTest, AClipThatWasCopiedBeforeIsCopiedInItsPlace) {
     ExpectReplayed();
 }
 
+// It is known by where it comes from and not by what it holds, which would take long to read.
+TEST_F(StepScriptTest, ALargeClipIsItsOwnUntilAnotherOneIsCopied) {
+    using namespace view_command;
+    constexpr std::uint32_t kFrames = (17u << 20) + 5;
+    const std::string all = "select 0 " + std::to_string(kFrames) + "\n";
+    const std::string pasted = all + "copy\n" + all + "delete\nselect 0 0\ncursor 0\npaste\n";
+    enum { kSame, kCopiedAgain, kOfAnotherSound, kOfAnotherProgram };
+    for (const int where : {kSame, kCopiedAgain, kOfAnotherSound, kOfAnotherProgram}) {
+        SCOPED_TRACE(where);
+        SetInitialSize();
+        while (sounds.Count() > 0) sounds.Close(0);
+        OpenRamp(kFrames, 1, 8, 8000);
+        View().State().SetSelection(0, kFrames);
+        ASSERT_TRUE(Run(kCopy));
+        if (where == kCopiedAgain) {
+            ASSERT_TRUE(Run(kCopy));
+        } else if (where == kOfAnotherSound) {
+            OpenRamp(kFrames, 1, 8, 8000);
+            View().State().SetSelection(0, kFrames);
+            ASSERT_TRUE(Run(kCopy));
+            sounds.Activate(0);
+        } else if (where == kOfAnotherProgram) {
+            const std::optional<std::vector<std::uint8_t>> image = clipboard.GetImage();
+            clipboard.PutFromElsewhere(*image);
+        }
+        ASSERT_TRUE(Run(kDelete));
+        ASSERT_TRUE(Run(kPaste));
+        if (where == kSame || where == kCopiedAgain)
+            EXPECT_EQ(Text(), pasted);
+        else
+            EXPECT_NE(Text().find(", of a clip from elsewhere\n"), std::string::npos) << Text();
+    }
+}
+
 TEST_F(StepScriptTest, WhatNoScriptCanDoIsAComment) {
     using namespace view_command;
     OpenRamp(50, 1, 16, 8000);

@@ -136,6 +136,20 @@ TEST_F(ServicesTest, AnImageIsOfferedUnderEveryName) {
     }
 }
 
+TEST_F(ServicesTest, OwnImagesAreToldFromThoseOfOtherPrograms) {
+    QtWaveClipboard clipboard(ImageOf16Bits);
+    ASSERT_TRUE(clipboard.SetImage(kImage));
+    const std::uint64_t first = clipboard.OwnNumber();
+    EXPECT_NE(first, 0u);
+    ASSERT_TRUE(clipboard.SetImage(kImage));
+    EXPECT_GT(clipboard.OwnNumber(), first);
+    auto* foreign = new QMimeData;
+    foreign->setData("audio/wav", QByteArray("RIFF"));
+    QGuiApplication::clipboard()->setMimeData(foreign);
+    EXPECT_TRUE(clipboard.OffersWave());
+    EXPECT_EQ(clipboard.OwnNumber(), 0u);
+}
+
 TEST_F(ServicesTest, FloatsStayForTheEditorAndAreRoundedForOtherPrograms) {
     QtWaveClipboard clipboard(ImageOf16Bits);
     const float samples[] = {0.5f, -2};

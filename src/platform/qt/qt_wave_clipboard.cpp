@@ -31,8 +31,9 @@ QByteArray BytesOf(std::span<const std::uint8_t> image) {
 
 }  // namespace
 
-WaveMimeData::WaveMimeData(std::vector<std::uint8_t> image, RoundedImage rounded)
-    : image_(std::move(image)), rounded_(rounded), offered_(Names()) {
+WaveMimeData::WaveMimeData(std::vector<std::uint8_t> image, RoundedImage rounded,
+                           std::uint64_t number)
+    : image_(std::move(image)), rounded_(rounded), number_(number), offered_(Names()) {
     if (HoldsFloats(image_)) offered_.prepend(FloatName());
 }
 
@@ -79,10 +80,15 @@ std::optional<std::vector<std::uint8_t>> QtWaveClipboard::GetImage() const {
 
 bool QtWaveClipboard::SetImage(std::vector<std::uint8_t> image) {
     QClipboard* clipboard = QGuiApplication::clipboard();
-    auto* offered = new WaveMimeData(std::move(image), rounded_);
+    auto* offered = new WaveMimeData(std::move(image), rounded_, ++lastNumber_);
     clipboard->setMimeData(offered);  // takes it over
     offersWave_.reset();
     return clipboard->mimeData() == offered;
+}
+
+std::uint64_t QtWaveClipboard::OwnNumber() const {
+    const auto* own = qobject_cast<const WaveMimeData*>(QGuiApplication::clipboard()->mimeData());
+    return own ? own->Number() : 0;
 }
 
 }  // namespace sonavel

@@ -3,6 +3,7 @@
 
 #include <QMimeData>
 #include <QObject>
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <vector>
@@ -21,11 +22,13 @@ class WaveMimeData : public QMimeData {
     Q_OBJECT
 
   public:
-    WaveMimeData(std::vector<std::uint8_t> image, RoundedImage rounded);
+    // `number`: of the images that the program has put on the clipboard.
+    WaveMimeData(std::vector<std::uint8_t> image, RoundedImage rounded, std::uint64_t number = 0);
 
     static const QStringList& Names();
     static QString FloatName();
     const std::vector<std::uint8_t>& Image() const { return image_; }
+    std::uint64_t Number() const { return number_; }
 
     bool hasFormat(const QString& name) const override { return offered_.contains(name); }
     QStringList formats() const override { return offered_; }
@@ -36,6 +39,7 @@ class WaveMimeData : public QMimeData {
   private:
     std::vector<std::uint8_t> image_;
     RoundedImage rounded_;
+    std::uint64_t number_;
     QStringList offered_;
 };
 
@@ -50,9 +54,11 @@ class QtWaveClipboard : public QObject, public WaveClipboard {
     bool OffersWave() const override;
     std::optional<std::vector<std::uint8_t>> GetImage() const override;
     bool SetImage(std::vector<std::uint8_t> image) override;
+    std::uint64_t OwnNumber() const override;
 
   private:
     RoundedImage rounded_;
+    std::uint64_t lastNumber_ = 0;
     mutable std::optional<bool> offersWave_;
 };
 
