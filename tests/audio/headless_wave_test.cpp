@@ -68,7 +68,7 @@ TEST_F(HeadlessWaveTest, RealTimeTakesTheSoundsOwnTime) {
     headless.PumpUntilIdle();
     EXPECT_TRUE(source.IsStopped());
     EXPECT_GE(Clock::now() - begin, std::chrono::milliseconds(100));
-    EXPECT_LT(Clock::now() - begin, std::chrono::milliseconds(1500));
+    EXPECT_LT(Clock::now() - begin, std::chrono::seconds(10));
 }
 
 TEST_F(HeadlessWaveTest, ADeviceThatIsNotOpenTakesNoBlocks) {

@@ -8,6 +8,7 @@
 #include "live_fixture.h"
 #include "platform/latest_value.h"
 #include "support/fake_wave_devices.h"
+#include "support/patience.h"
 
 namespace sonavel::testing {
 namespace {
@@ -63,7 +64,7 @@ class LivePlayerTest : public ::testing::Test {
     }
     // Waits until sound comes, and lets it be as far ahead as it gets.
     void AwaitSound() {
-        const auto end = Clock::now() + 5s;
+        const auto end = Clock::now() + kPatience;
         while (player->HeardFrame() == 0 && Clock::now() < end) Hear(1);
         std::this_thread::sleep_for(20ms);
     }

@@ -8,6 +8,7 @@
 
 #include "platform/commit_beside.h"
 #include "support/fake_progress.h"
+#include "support/patience.h"
 #include "support/test_files.h"
 
 namespace sonavel {
@@ -35,7 +36,7 @@ TEST(BesideTest, ACancelIsHeardByTheWorkAndToldBehindIt) {
     const auto window = progress.CreateProgress("Slow");
     bool ended = false;
     const bool went = DoBeside(*window, [&](const std::atomic<bool>& cancelled) {
-        const auto limit = std::chrono::steady_clock::now() + 5s;
+        const auto limit = std::chrono::steady_clock::now() + kPatience;
         while (!cancelled && std::chrono::steady_clock::now() < limit)
             std::this_thread::sleep_for(1ms);
         ended = cancelled;
@@ -56,7 +57,7 @@ class CancellingWindow : public ProgressWindow {
 
 TEST(BesideTest, WatchedWorkIsShownWhileItGoesOnAndHearsOfACancel) {
     CancellingWindow window;
-    const auto limit = std::chrono::steady_clock::now() + 60s;
+    const auto limit = std::chrono::steady_clock::now() + kPatience;
     bool wasShown = false, wasStopped = false;
     const bool went = DoWatchedBeside(window, [&](const PieceWatch& watch) {
         EXPECT_EQ(watch(0.375), Onward::kGoOn);

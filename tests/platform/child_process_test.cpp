@@ -12,6 +12,8 @@
 #include <filesystem>
 #include <iterator>
 
+#include "support/patience.h"
+
 namespace sonavel {
 namespace {
 
@@ -101,8 +103,9 @@ TEST_F(ChildProcessTest, SaysHowItEnded) {
         ChildProcess child;
         ASSERT_TRUE(child.Start(Shell(row.script)));
         const auto began = Clock::now();
-        EXPECT_EQ(child.Finish(row.end.how == How::kStopped ? 50ms : 10s), row.end) << row.script;
-        EXPECT_LT(Clock::now() - began, 9s) << row.script;
+        EXPECT_EQ(child.Finish(row.end.how == How::kStopped ? 50ms : kPatience), row.end)
+            << row.script;
+        EXPECT_LT(Clock::now() - began, kPatience - 10s) << row.script;
     }
 }
 
@@ -118,7 +121,7 @@ TEST_F(ChildProcessTest, WaitsNoLongerThanItIsTold) {
     EXPECT_EQ(sent.how, ChildTransfer::How::kLater);
     began = Clock::now();
     child_.Kill();
-    EXPECT_LT(Clock::now() - began, 2s);
+    EXPECT_LT(Clock::now() - began, kPatience);
 }
 
 TEST_F(ChildProcessTest, KeepsTheFirstOfItsErrorsAndIsNotHeldUpByTheRest) {

@@ -2,7 +2,7 @@
 // leave the sound as it was.
 #include <sys/stat.h>
 
-#include <chrono>
+#include <ctime>
 
 #include "sound/aiff_file.h"
 #include "sound/au_file.h"
@@ -180,11 +180,11 @@ TEST_F(HostileFilesTest, ManyEmptyChunksAreQuick) {
     aiff.frames = 50;
     aiff.beforeCommon = many.Bytes();
     aiff.data = Pattern(100);
-    const auto start = std::chrono::steady_clock::now();
+    const std::clock_t start = std::clock();
     EXPECT_TRUE(Reads(OpenWav, WavBytes(parts)));
     EXPECT_EQ(SoundBytes(wave), Pattern(100));
     EXPECT_TRUE(Reads(OpenAiff, AiffBytes(aiff)));
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
+    EXPECT_LT(std::clock() - start, CLOCKS_PER_SEC) << "of the processor's time";
 }
 
 // Else the search for a chunk would walk through the zeros for hours.
@@ -215,7 +215,7 @@ TEST_F(HostileFilesTest, GigabytesOfZerosAreQuick) {
         {OpenWav, riff + format, "The file has no data chunk."},
         {OpenAiff, AiffFormBytes({}), "Missing COMM chunk in AIFF file"},
     };
-    const auto start = std::chrono::steady_clock::now();
+    const std::clock_t start = std::clock();
     for (const auto& row : cases) {
         WriteFileBytes(folder / "in", row.start);
         std::filesystem::resize_file(folder / "in", FileSource::kMostBytes);
@@ -229,7 +229,7 @@ TEST_F(HostileFilesTest, GigabytesOfZerosAreQuick) {
     std::filesystem::resize_file(folder / "in", FileSource::kMostBytes);
     EXPECT_TRUE(OpenWav(folder / "in", wave));
     EXPECT_EQ(SoundBytes(wave), Pattern(100));
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
+    EXPECT_LT(std::clock() - start, CLOCKS_PER_SEC) << "of the processor's time";
 }
 
 TEST_F(HostileFilesTest, PathsThatAreNoReadableFiles) {

@@ -7,6 +7,8 @@
 #include <QTest>
 #include <QWidget>
 
+#include "support/patience.h"
+
 namespace sonavel {
 
 class PaintWatch : public QObject {
@@ -16,13 +18,14 @@ class PaintWatch : public QObject {
     explicit PaintWatch(QWidget& widget) : widget_(widget) {
         widget.installEventFilter(this);
         widget.update();
-        EXPECT_TRUE(QTest::qWaitFor([&] { return painted_.contains(widget_.rect()); }));
+        EXPECT_TRUE(
+            QTest::qWaitFor([&] { return painted_.contains(widget_.rect()); }, kPatienceMs));
         WaitUntilQuiet();
     }
     bool Any() const { return !painted_.isEmpty(); }
     // All of it since the last call, once there is any.
     QRegion Painted() {
-        EXPECT_TRUE(QTest::qWaitFor([&] { return Any(); }));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return Any(); }, kPatienceMs));
         return std::exchange(painted_, {});
     }
     bool eventFilter(QObject* object, QEvent* event) override {

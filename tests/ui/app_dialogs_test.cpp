@@ -11,6 +11,7 @@
 #include "app/new_sound_dialog.h"
 #include "app/save_as_dialog.h"
 #include "app/system_texts.h"
+#include "support/patience.h"
 #include "support/qt_test_application.h"
 #include "support/sound_files.h"
 
@@ -198,7 +199,7 @@ TEST_F(AppDialogsTest, TheLogoRunsToItsLastPictureAndStays) {
     logo.show();
     EXPECT_EQ(logo.Picture(), 0);
     PictureTimerWatch timer;
-    EXPECT_TRUE(QTest::qWaitFor([&] { return timer.HasStopped(); }, 5000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return timer.HasStopped(); }, kPatienceMs));
     EXPECT_EQ(logo.Picture(), 10);
     EXPECT_TRUE(logo.isVisible());
     QTest::mouseClick(&logo, Qt::LeftButton);

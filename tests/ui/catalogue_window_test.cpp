@@ -16,6 +16,7 @@
 #include "platform/headless/headless_progress.h"
 #include "platform/headless/memory_clipboard.h"
 #include "support/fake_wave_devices.h"
+#include "support/patience.h"
 #include "support/qt_test_application.h"
 #include "support/recording_prompts.h"
 #include "support/sound_files.h"
@@ -90,7 +91,7 @@ class CatalogueWindowTest : public ::testing::Test {
     }
     // The files are looked at between other work.
     void ExpectCountsSoon(const std::string& counts) {
-        EXPECT_TRUE(QTest::qWaitFor([&] { return Counts() == counts; })) << Counts();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return Counts() == counts; }, kPatienceMs)) << Counts();
     }
 
     TemporaryFolder folder;
@@ -138,11 +139,13 @@ TEST_F(CatalogueWindowTest, FieldsAreEditedInPlaceAndSavedSoon) {
     EXPECT_EQ(Cell(2, kFixedColumns), "큰 북, \"저음\" ");
     EXPECT_EQ(opened.size(), 0);
     CatalogueStore store(programFolder);
-    EXPECT_TRUE(QTest::qWaitFor([&] {
-        const auto loaded = store.Load("Catalogue");
-        return loaded->catalogue.Count() == 3 &&
-               loaded->catalogue.Value(2, 0) == "큰 북, \"저음\" ";
-    }));
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            const auto loaded = store.Load("Catalogue");
+            return loaded->catalogue.Count() == 3 &&
+                   loaded->catalogue.Value(2, 0) == "큰 북, \"저음\" ";
+        },
+        kPatienceMs));
     // What comes from the files is not for editing.
     Select(0, 0);
     QTest::keyClick(&Table(), Qt::Key_F2);
@@ -352,7 +355,8 @@ TEST_F(CatalogueWindowTest, WhatGoesWrongWithTheFilesIsSaid) {
     fs::create_directories(folder / "program/Cut.catalogue/x");
     AddSounds();
     EXPECT_EQ(Names().size(), 4u);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return Note().find("cannot be") != std::string::npos; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Note().find("cannot be") != std::string::npos; },
+                                kPatienceMs));
     EXPECT_EQ(ReadFileBytes(folder / "program/Broken.catalogue"), FileBytes(1000, 0x80));
 }
 

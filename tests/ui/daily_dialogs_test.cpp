@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "effects/ui/fade_picture.h"
+#include "support/patience.h"
 #include "ui/effect_fixture.h"
 #include "view/ui/loudness_worker.h"
 
@@ -29,7 +30,7 @@ TEST_F(DailyDialogsTest, NormaliseShowsHowLoudTheRangeIs) {
     View().State().SetSelection(200, 44100);
     QDialog& dialog = Show(effect_command::kNormalise);
     const auto text = [&](const char* name) { return Named<QLabel>(dialog, name)->text(); };
-    EXPECT_TRUE(QTest::qWaitFor([&] { return text("loudness") != NotYetText(); }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return text("loudness") != NotYetText(); }, kPatienceMs));
     EXPECT_EQ(text("sample peak"), "-6.0 dB");
     EXPECT_GT(text("true peak").section(u' ', 0, 0).toDouble(), -6.0);
     EXPECT_TRUE(text("loudness").endsWith("LUFS")) << text("loudness").toStdString();

@@ -9,6 +9,7 @@
 #include "app/command_palette.h"
 #include "app/exchange/regions_dialog.h"
 #include "app/keys_dialog.h"
+#include "support/patience.h"
 #include "ui/view_fixture.h"
 #include "view/commands/marker_commands.h"
 #include "view/ui/go_to_dialog.h"
@@ -94,7 +95,7 @@ TEST_F(DailyWorkTest, LongPausesAreShownAndThenRemoved) {
     EXPECT_FALSE(ok->isEnabled()) << "no pause is longer than a second";
     kept->selectAll();
     QTest::keyClicks(kept, "250ms");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return ok->isEnabled(); }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return ok->isEnabled(); }, kPatienceMs));
     EXPECT_EQ(view.Sound().Markers().All().front().length, 33075u);
     ok->click();
     ASSERT_TRUE(dialog.Apply());

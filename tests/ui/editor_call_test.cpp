@@ -7,6 +7,7 @@
 
 #include "app/running_instance.h"
 #include "platform/qt/file_names.h"
+#include "support/patience.h"
 #include "support/qt_test_application.h"
 #include "support/test_files.h"
 
@@ -101,7 +102,7 @@ TEST(RunningInstance, TakesRequestsOfLaterStarts) {
     const InstanceRequest request{EditorCall::First::kNothing, {QStringLiteral("/a.wav")}};
     auto later =
         std::async(std::launch::async, [&] { return RunningInstance(path).Start(request); });
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !requests.empty(); }, 10'000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !requests.empty(); }, kPatienceMs));
     EXPECT_EQ(later.get(), RunningInstance::Role::kHandedOver);
     EXPECT_EQ(requests, std::vector{request});
 }

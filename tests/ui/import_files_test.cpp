@@ -8,6 +8,7 @@
 #include "app/exchange/refused_files_box.h"
 #include "app_fixture.h"
 #include "properties/ui/property_texts.h"
+#include "support/patience.h"
 
 namespace sonavel {
 namespace {
@@ -161,7 +162,7 @@ TEST_F(ImportFilesTest, FilesOfTheCommandLineAreOfferedOnceTheFrameIsShown) {
     EXPECT_TRUE(app.OpenAtStart({WavFile("plain.wav"), Deep("take3.wav")}).isEmpty());
     EXPECT_EQ(app.Sounds().Count(), 1u);
     app.Show();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return app.Sounds().Count() == 2; }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return app.Sounds().Count() == 2; }, kPatienceMs));
     EXPECT_TRUE(text.contains("take3.wav: 24-bit sound")) << text.toStdString();
 }
 

@@ -6,6 +6,7 @@
 #include "spatial/scene_points.h"
 #include "spatial/ui/system_sound_dialog.h"
 #include "spatial/ui/user_sound_dialog.h"
+#include "support/patience.h"
 #include "ui/effect_fixture.h"
 
 namespace sonavel {
@@ -49,7 +50,7 @@ class LiveDialogs : public EffectFixture {
         QElapsedTimer timer;
         timer.start();
         std::vector<float> pairs{0, 0};
-        while (timer.elapsed() < 5000) {
+        while (timer.elapsed() < kPatienceMs) {
             pairs = devices_.frameOut->Hear(441);
             if (wanted(pairs[pairs.size() - 2], pairs.back())) return testing::AssertionSuccess();
             QTest::qWait(5);

@@ -14,6 +14,7 @@
 #include "platform/qt/qt_progress.h"
 #include "platform/qt/utf8_text.h"
 #include "support/fake_wave_devices.h"
+#include "support/patience.h"
 #include "support/qt_test_application.h"
 #include "support/sound_files.h"
 #include "view/state/display_settings.h"
@@ -132,7 +133,7 @@ TEST_F(PreferencesSheetTest, ReadingResponsesCanBeCancelledAndTheFormerStay) {
     EXPECT_EQ(state.text(), "") << "nothing is read before the page is seen";
     EscapeFromProgress escape;
     page.show();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return state.text() == cancelled; }, 60000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return state.text() == cancelled; }, kPatienceMs));
     EXPECT_GT(escape.pressed, 0);
     EXPECT_EQ(chosen(), "/ears.sofa");
 

@@ -13,6 +13,7 @@
 #include "properties/ui/property_texts.h"
 #include "support/fake_progress.h"
 #include "support/fake_wave_devices.h"
+#include "support/patience.h"
 #include "support/qt_test_application.h"
 #include "support/sound_files.h"
 
@@ -127,7 +128,7 @@ TEST_F(PropertiesTest, LoudnessComesByItself) {
     const auto text = [&](const char* name) { return sheet.findChild<QLabel*>(name)->text(); };
     EXPECT_EQ(text("integrated"), NotYetText());
     sheet.ShowStatistics();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return text("integrated") != NotYetText(); }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return text("integrated") != NotYetText(); }, kPatienceMs));
     EXPECT_EQ(text("integrated"), "0.0 LUFS");
     EXPECT_EQ(text("range"), "0.0 LU");
     EXPECT_EQ(text("true peak"), "0.0 dB");

@@ -4,6 +4,7 @@
 
 #include "app/command_ids.h"
 #include "platform/qt/qt_progress.h"
+#include "support/patience.h"
 #include "ui/app_fixture.h"
 #include "view/commands/view_commands.h"
 #include "view/ui/sound_view_widget.h"
@@ -24,7 +25,7 @@ class RunningWorkTest : public AppFixture {
         ASSERT_TRUE(edit);
         edit_ = std::make_unique<SoundEdit>(*std::move(edit));
         progress_ = Sounds().Services().progress.CreateProgress(" Flanger");
-        const auto end = std::chrono::steady_clock::now() + 5s;
+        const auto end = std::chrono::steady_clock::now() + kPatience;
         while (!Window() && std::chrono::steady_clock::now() < end) progress_->Poll();
         ASSERT_TRUE(Window());
         LetRun();

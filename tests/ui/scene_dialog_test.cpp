@@ -7,6 +7,7 @@
 #include "app/scene/scene_dialog.h"
 #include "app/scene/scene_mixer.h"
 #include "spatial/ui/spatial_commands.h"
+#include "support/patience.h"
 #include "ui/spatial_fixture.h"
 
 namespace sonavel {
@@ -40,7 +41,7 @@ class SceneDialogs : public SpatialFixture {
     testing::AssertionResult IsHeardAtThe(Side side) {
         const std::size_t wanted = side == Side::kLeft ? 0 : 1;
         double power[2] = {0, 0};
-        for (QElapsedTimer timer = Started(); timer.elapsed() < 5000; QTest::qWait(5)) {
+        for (QElapsedTimer timer = Started(); timer.elapsed() < kPatienceMs; QTest::qWait(5)) {
             power[0] = power[1] = 0;
             const std::vector<float> pairs = devices_.frameOut->Hear(1024);
             for (std::size_t i = 0; i < pairs.size(); ++i)
@@ -172,7 +173,8 @@ TEST_F(SceneDialogs, IsHeardLiveWhileItIsPutTogether) {
     Q_EMIT dialog->Scene().PointDragged(1, SourcePosition{-1, 0, 0});
     EXPECT_TRUE(IsHeardAtThe(Side::kLeft));
     // The chosen sound is heard in the first half of the scene alone.
-    for (QElapsedTimer timer = Started(); !dialog->Scene().Ball() && timer.elapsed() < 5000;) {
+    for (QElapsedTimer timer = Started();
+         !dialog->Scene().Ball() && timer.elapsed() < kPatienceMs;) {
         devices_.frameOut->Hear(441);
         QTest::qWait(20);
     }

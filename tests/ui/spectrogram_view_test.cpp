@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "support/paint_watch.h"
+#include "support/patience.h"
 #include "ui/view_fixture.h"
 #include "view/draw/frequency_ruler.h"
 #include "view/ui/asking_view_commands.h"
@@ -49,7 +50,7 @@ class SpectrogramViewTest : public ViewFixture {
                 QCoreApplication::processEvents();
                 return widget_->View().Pictures().Tiles().IsComplete();
             },
-            20000));
+            kPatienceMs));
         QCoreApplication::processEvents();
     }
     Rectangle Lane(unsigned channel = 0) const {

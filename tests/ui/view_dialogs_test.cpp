@@ -8,6 +8,7 @@
 #include <QTimer>
 #include <QTreeWidget>
 
+#include "support/patience.h"
 #include "ui/view_fixture.h"
 #include "view/ui/clipboard_contents_dialog.h"
 #include "view/ui/go_to_dialog.h"
@@ -182,7 +183,8 @@ class MarkerDialogTest : public ViewDialogsTest {
     }
 
     static void WaitForEndOfTyping(QTreeWidget& list) {
-        EXPECT_TRUE(QTest::qWaitFor([&] { return !list.viewport()->findChild<QLineEdit*>(); }));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !list.viewport()->findChild<QLineEdit*>(); },
+                                    kPatienceMs));
         QTest::qWait(10);  // what was typed is taken behind that
     }
 

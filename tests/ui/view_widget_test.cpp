@@ -5,6 +5,7 @@
 #include <QWheelEvent>
 
 #include "support/paint_watch.h"
+#include "support/patience.h"
 #include "ui/view_fixture.h"
 #include "view/draw/envelope.h"
 #include "view/ui/asking_view_commands.h"
@@ -47,13 +48,15 @@ class SoundViewWidgetTest : public ViewFixture {
         ExpectScreenIsUpToDate(ToQRect(widget_->View().State().Geometry().waveform));
     }
     void ExpectScreenIsUpToDate(const QRect& area) {
-        EXPECT_TRUE(QTest::qWaitFor([&] {
-            const QImage screen = widget_->screen()
-                                      ->grabWindow(widget_->winId())
-                                      .toImage()
-                                      .convertToFormat(QImage::Format_RGB32);
-            return screen.copy(area) == Grab().copy(area);
-        }));
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] {
+                const QImage screen = widget_->screen()
+                                          ->grabWindow(widget_->winId())
+                                          .toImage()
+                                          .convertToFormat(QImage::Format_RGB32);
+                return screen.copy(area) == Grab().copy(area);
+            },
+            kPatienceMs));
     }
     QScrollBar* Bar(Qt::Orientation orientation) const {
         for (QScrollBar* bar : widget_->findChildren<QScrollBar*>())
@@ -192,7 +195,8 @@ TEST_F(SoundViewWidgetTest, ADragPastTheEdgeScrollsOn) {
     QTest::mousePress(widget_.get(), Qt::LeftButton, {}, Waveform(300, 20));
     const auto anchor = static_cast<std::uint32_t>(FrameAt(300));
     QTest::mouseMove(widget_.get(), Waveform(view.State().WaveformWidth() + 15, 20));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return view.Zoom().Horizontal().position >= 60; }, 5000));
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return view.Zoom().Horizontal().position >= 60; }, kPatienceMs));
     QTest::mouseRelease(widget_.get(), Qt::LeftButton, {},
                         Waveform(view.State().WaveformWidth() + 15, 20));
     EXPECT_EQ(view.State().GetSelection().start, anchor);
@@ -309,7 +313,7 @@ TEST_F(SoundViewWidgetTest, TheLevelBarShowsOnlyWhileItIsWanted) {
     EXPECT_FALSE(bar->isVisible());
     QTest::keyClick(widget_.get(), Qt::Key_Up, Qt::ShiftModifier);
     EXPECT_TRUE(bar->isVisible());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !bar->isVisible(); }, 5000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !bar->isVisible(); }, kPatienceMs));
 }
 
 TEST_F(SoundViewWidgetTest, ScrollBarsAndViewStayInStep) {

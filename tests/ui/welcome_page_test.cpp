@@ -4,6 +4,7 @@
 #include "app/welcome_page.h"
 #include "app_fixture.h"
 #include "platform/qt/message_box.h"
+#include "support/patience.h"
 
 namespace sonavel {
 namespace {
@@ -25,17 +26,17 @@ TEST_F(WelcomePageTest, SaysWhatToDoWhileThereIsNoSound) {
     QApplication::processEvents();
     EXPECT_FALSE(Page().isVisible());
     Run(app_command::kClose);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return Page().isVisible(); }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Page().isVisible(); }, kPatienceMs));
     EXPECT_EQ(Buttons(), (QStringList{QStringLiteral("&Open"), QStringLiteral("&Record"),
                                       QStringLiteral("&New"), QStringLiteral("&Manual"),
                                       QStringLiteral("a.wav"), QStringLiteral("b && c.wav")}));
     Page().findChildren<QPushButton*>().back()->click();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !Page().isVisible(); }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !Page().isVisible(); }, kPatienceMs));
     EXPECT_EQ(Active().Title(), "b & c.wav");
 }
 
 TEST_F(WelcomePageTest, StaysInTheMiddleAndRunsCommands) {
-    EXPECT_TRUE(QTest::qWaitFor([&] { return Page().isVisible(); }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Page().isVisible(); }, kPatienceMs));
     Frame().resize(900, 700);
     QApplication::processEvents();
     const QRect room = Page().parentWidget()->rect();

@@ -13,6 +13,7 @@
 #include "platform/portaudio/portaudio_session.h"
 #include "platform/portaudio/portaudio_wave_in.h"
 #include "platform/portaudio/portaudio_wave_out.h"
+#include "support/patience.h"
 #include "test_loop.h"
 
 namespace sonavel {
@@ -45,7 +46,7 @@ class DeviceSessionTest : public ::testing::Test {
 
     template <class Condition>
     static bool Wait(Condition condition) {
-        const auto end = Clock::now() + 5s;
+        const auto end = Clock::now() + kPatience;
         while (!condition() && Clock::now() < end) std::this_thread::sleep_for(1ms);
         return condition();
     }
