@@ -5,12 +5,16 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
+#include <filesystem>
 #include <random>
 #include <sstream>
+#include <system_error>
 #include <thread>
 
 #include "batch/batch_call.h"
+#include "support/patience.h"
 #include "support/sound_files.h"
 
 namespace sonavel::batch {
@@ -125,7 +129,20 @@ TEST_F(RecoveryTest, AsksBeforeASaveOverWhatAnotherOneWrote) {
 
 // --- Killed runs
 
-void KillAfter(std::chrono::milliseconds time, const std::vector<std::string>& words) {
+std::uintmax_t JournalBytes(const std::filesystem::path& records) {
+    std::error_code error, unreadable;
+    std::uintmax_t bytes = 0;
+    for (std::filesystem::directory_iterator entry(records, error), end; !error && entry != end;
+         entry.increment(error)) {
+        const auto size = std::filesystem::file_size(entry->path() / "journal", unreadable);
+        if (!unreadable) bytes = std::max(bytes, size);
+    }
+    return bytes;
+}
+
+// When so many bytes of its work have been written, or it has ended.
+void KillBehind(std::uintmax_t bytes, const std::filesystem::path& records,
+                const std::vector<std::string>& words) {
     std::vector<char*> arguments;
     for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
     arguments.push_back(nullptr);
@@ -137,10 +154,17 @@ void KillAfter(std::chrono::milliseconds time, const std::vector<std::string>& w
         execv(arguments[0], arguments.data());
         _exit(127);
     }
-    std::this_thread::sleep_for(time);
-    kill(child, SIGKILL);
+    const auto end = std::chrono::steady_clock::now() + kPatience;
     int status = 0;
-    waitpid(child, &status, 0);
+    pid_t ended = 0;
+    while (ended == 0 && JournalBytes(records) < bytes && std::chrono::steady_clock::now() < end) {
+        std::this_thread::sleep_for(std::chrono::microseconds(200));
+        ended = waitpid(child, &status, WNOHANG);
+    }
+    if (ended == 0) {
+        kill(child, SIGKILL);
+        waitpid(child, &status, 0);
+    }
     if (WIFEXITED(status)) {
         EXPECT_EQ(WEXITSTATUS(status), 0);
     }
@@ -182,9 +206,9 @@ TEST_F(RecoveryTest, LosesNothingThatWasWrittenBeforeAKill) {
     int recovered = 0;
     for (int run = 0; run < 8; ++run) {
         std::filesystem::remove_all(Records());
-        KillAfter(std::chrono::milliseconds(20 + random() % 400),
-                  {SONAVEL_BATCH, "--folder", folder_.Path().string(), "--recover", Records(),
-                   (folder_ / "script").string()});
+        KillBehind(1 + random() % 20000, Records(),
+                   {SONAVEL_BATCH, "--folder", folder_.Path().string(), "--recover", Records(),
+                    (folder_ / "script").string()});
         if (!std::filesystem::exists(Records())) continue;
         const std::string left = Left();
         if (left.empty()) continue;

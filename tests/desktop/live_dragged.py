@@ -62,15 +62,14 @@ class SceneOnScreen:
 
     def __init__(self, dialog):
         self._dialog = dialog
-        self.width, self.height = wait_for("the scene", self._size)
-        self.left, self.top = (place + inside for place, inside in zip(place_of(dialog), INSIDE))
+        wait_for("the scene", self._measure)
         xdotool("mousemove", self.left + 4, self.top + 4, "click", 1)
         key("t")
         time.sleep(0.5)
         self.ball = self._find_ball()
 
-    def _size(self):
-        """None until it is drawn, and drawn as large again."""
+    def _measure(self):
+        """False until it is drawn, and drawn as large again."""
 
         def drawn():
             _, _, width, height = place_of(self._dialog)
@@ -79,7 +78,9 @@ class SceneOnScreen:
 
         before = drawn()
         time.sleep(0.2)
-        return before if min(before) > 0 and before == drawn() else None
+        self.width, self.height = before
+        self.left, self.top = (place + inside for place, inside in zip(place_of(self._dialog), INSIDE))
+        return min(before) > 0 and before == drawn()
 
     def middle(self):
         return self.left + self.width // 2, self.top + self.height // 2
@@ -88,6 +89,9 @@ class SceneOnScreen:
         """The middle of the chosen ball on the screen."""
 
         def found():
+            # A busy display lays it out late.
+            if not self._measure():
+                return None
             pixels = pixels_of(self._dialog, f"{self.width}x{self.height}+{INSIDE[0]}+{INSIDE[1]}")
             places = [place // 3 for place in range(0, len(pixels) - 2, 3)
                       if all(abs(pixels[place + i] - CHOSEN[i]) < ALIKE for i in range(3))]
