@@ -1,24 +1,18 @@
 #include "app/frame_bars.h"
 
-#include <QGuiApplication>
 #include <QMenuBar>
 #include <QToolButton>
 #include <utility>
 
 #include "app/command_ids.h"
 #include "platform/qt/utf8_text.h"
+#include "platform/qt/window_places.h"
 #include "sound/sample_types.h"
 #include "view/ui/sound_view_widget.h"
 
 namespace sonavel {
 
 namespace {
-
-// On Wayland no program learns where its windows are, so that nothing notices when a floating bar
-// comes near its place.
-bool FloatsCanBeDraggedBack() {
-    return !QGuiApplication::platformName().startsWith(QStringLiteral("wayland"));
-}
 
 void Dock(QMainWindow& frame, QWidget& bar) {
     if (!bar.isWindow()) return;
@@ -42,7 +36,7 @@ void FrameBars::ShowInViewMenu(QWidget& bar, QAction& toggle, const QString& tex
     toggle.setText(text);
     toggle.setStatusTip(tr("Show or hide this bar"));
     connect(&toggle, &QAction::triggered, &bar, [this, &bar](bool isShown) {
-        if (isShown && !FloatsCanBeDraggedBack()) Dock(frame_, bar);
+        if (isShown && !PlacesItsWindows()) Dock(frame_, bar);
     });
     frame_.menuBar()
         ->findChild<QMenu*>(QStringLiteral("View"))

@@ -29,6 +29,20 @@ LogoWindow::LogoWindow(QWidget* parent)
     timer_.start(kPictureMs);
 }
 
+void LogoWindow::ShowWithin(QWidget& frame) {
+    setParent(&frame, Qt::Widget);
+    frame.installEventFilter(this);
+    move(frame.rect().center() - rect().center());
+    setVisible(true);
+    raise();
+}
+
+bool LogoWindow::eventFilter(QObject* object, QEvent* event) {
+    if (event->type() == QEvent::Resize && object == parentWidget())
+        move(parentWidget()->rect().center() - rect().center());
+    return QDialog::eventFilter(object, event);
+}
+
 void LogoWindow::ShowNext() {
     if (picture_ + 1 >= kLogoPictures) {
         timer_.stop();

@@ -20,10 +20,15 @@ class LogoWindow : public QDialog {
 
     explicit LogoWindow(QWidget* parent = nullptr);
 
+    // In the middle of a frame, above all that is in it, where the desktop would let a window of
+    // its own lie behind the frame. Takes no keyboard.
+    void ShowWithin(QWidget& frame);
+
     // The index of the picture shown.
     int Picture() const { return picture_; }
 
   protected:
+    bool eventFilter(QObject* object, QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     // Ends the dialog when it runs modally, else hides it: the start-up logo is taken away by its
     // owner's timer.

@@ -19,6 +19,7 @@
 #include "platform/qt/file_names.h"
 #include "platform/qt/person_settings.h"
 #include "platform/qt/utf8_text.h"
+#include "platform/qt/window_places.h"
 #include "spatial/ui/spatial_commands.h"
 #include "view/commands/place_commands.h"
 #include "view/commands/view_commands.h"
@@ -70,7 +71,10 @@ CMainFrame::~CMainFrame() {
 void CMainFrame::ShowStartUpLogo() {
     logo_ = new LogoWindow;
     logo_->setAttribute(Qt::WA_QuitOnClose, false);
-    logo_->show();
+    if (PlacesItsWindows())
+        logo_->show();
+    else
+        logo_->ShowWithin(*this);
     QTimer::singleShot(LogoWindow::kStartUpMs, logo_, &QObject::deleteLater);
 }
 

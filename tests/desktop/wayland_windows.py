@@ -67,8 +67,7 @@ def pixels_of(window, area=None):
 
 def windows(self, name="."):
     found = [item for item in spoken.programs() if item.process() == self.process.pid]
-    shown = [Window(it) for item in found for it in spoken.windows_of(item) if re.search(name, it.name)]
-    return [window for window in shown if window != self.logo]
+    return [Window(it) for item in found for it in spoken.windows_of(item) if re.search(name, it.name)]
 
 
 def logo_and_frame(self):
@@ -97,9 +96,10 @@ def activate(self, window=None):
 
 
 def wait_until_shown(self):
-    # The logo lies behind the main window, and goes in its time.
-    self.logo, frame = wait_for("the main frame", self._logo_and_frame)
+    _, frame = wait_for("the main frame", self._logo_and_frame)
     self.window = frame
+    # It stands in the main window, and goes in its time.
+    wait_for("the logo to go", lambda: not holds_logo(frame))
     self.activate()
     if not fills_screen(frame):
         editor_driver.repeat_until("the main window to fill the screen", lambda: key("super+shift+f"),
@@ -107,6 +107,10 @@ def wait_until_shown(self):
     meet_pointers()
     # The program knows its size before the compositor shows it.
     editor_driver.settled_pixels(frame)
+
+
+def holds_logo(frame):
+    return any(it.role == "dialog" and it.has("SHOWING") for it in frame.item.children())
 
 
 def meet_pointers():
@@ -119,7 +123,6 @@ def meet_pointers():
 
 for name in ("title_of", "place_of", "is_dialog", "active_window", "pixels_of"):
     setattr(editor_driver, name, globals()[name])
-Editor.logo = None
 Editor.windows = windows
 Editor.activate = activate
 Editor._logo_and_frame = logo_and_frame

@@ -1,6 +1,7 @@
 // The document's dialogs, the About box and the logo.
 #include <gtest/gtest.h>
 
+#include <QMainWindow>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
@@ -202,6 +203,23 @@ TEST_F(AppDialogsTest, TheLogoRunsToItsLastPictureAndStays) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return timer.HasStopped(); }, kPatienceMs));
     EXPECT_EQ(logo.Picture(), 10);
     EXPECT_TRUE(logo.isVisible());
+    QTest::mouseClick(&logo, Qt::LeftButton);
+    EXPECT_FALSE(logo.isVisible());
+}
+
+TEST_F(AppDialogsTest, ALogoWithinAFrameStaysInItsMiddleAndAboveAll) {
+    QMainWindow frame;
+    frame.setCentralWidget(new QWidget);
+    frame.resize(800, 600);
+    frame.show();
+    LogoWindow logo;
+    logo.ShowWithin(frame);
+    for (const QSize size : {QSize(800, 600), QSize(1000, 640)}) {
+        frame.resize(size);
+        QApplication::processEvents();
+        EXPECT_TRUE((logo.geometry().center() - frame.rect().center()).manhattanLength() <= 2);
+        EXPECT_EQ(frame.childAt(frame.rect().center()), &logo);
+    }
     QTest::mouseClick(&logo, Qt::LeftButton);
     EXPECT_FALSE(logo.isVisible());
 }
