@@ -1,5 +1,6 @@
 #include "spatial/ui/system_point_chooser.h"
 
+#include <QFocusEvent>
 #include <QGridLayout>
 #include <QLabel>
 #include <QSignalBlocker>
@@ -59,7 +60,6 @@ SystemPointChooser::SystemPointChooser(SourceMotion motion, QWidget* parent) : Q
     }
     grid->addWidget(places_, below + 1, 0, 1, 3);
     grid->setRowStretch(below + 1, 1);
-    setFocusProxy(rows_[0].number);
     Choose(moving ? kFirstPath : SystemPreset{kStraightAhead, kStraightAhead});
     ShowActive();
 }
@@ -92,6 +92,11 @@ void SystemPointChooser::AddRow(PathEnd end, const QString& text, SourceMotion m
     }
     row.number->setAccessibleName(QString(text).remove(u'&').remove(u':'));
     grid->addWidget(row.number, line, 1);
+}
+
+void SystemPointChooser::focusInEvent(QFocusEvent* event) {
+    // A proxy would stand behind its field in the order of Tab, which then came back for ever.
+    rows_[0].number->setFocus(event->reason());
 }
 
 SystemPreset SystemPointChooser::Chosen() const {

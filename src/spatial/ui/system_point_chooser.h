@@ -31,6 +31,10 @@ class SystemPointChooser : public QGroupBox {
   Q_SIGNALS:
     void Changed();
 
+  protected:
+    // The keys go to the first number.
+    void focusInEvent(QFocusEvent* event) override;
+
   private:
     struct Row {
         QSpinBox* number = nullptr;
