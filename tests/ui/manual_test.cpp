@@ -138,6 +138,29 @@ TEST_F(ManualWindowTest, OpensFromTheMenuAndFollowsItsLinksAndSearch) {
     Window().close();
 }
 
+TEST_F(ManualWindowTest, ItsContentsAreWholeAndItsPicturesThereWithLargeTexts) {
+    const QFont usual = QApplication::font();
+    QFont large = usual;
+    large.setPointSize(18);
+    QApplication::setFont(large);
+    ManualWindow window;
+    window.ShowPage(QStringLiteral("effect-dynamics"));
+    QApplication::processEvents();
+    auto& contents = *window.findChild<QTreeWidget*>();
+    for (QTreeWidgetItemIterator i(&contents); *i; ++i) {
+        const QRect place = contents.visualItemRect(*i);
+        EXPECT_LE(contents.fontMetrics().horizontalAdvance((*i)->text(0)), place.width())
+            << (*i)->text(0).toStdString();
+    }
+    auto& page = *window.findChild<QTextBrowser*>();
+    const auto picture =
+        page.loadResource(QTextDocument::ImageResource, QUrl("qrc:/manual/effect-dynamics.png"))
+            .value<QImage>();
+    EXPECT_GT(picture.width(), 300);
+    EXPECT_EQ(picture.devicePixelRatio(), 1);
+    QApplication::setFont(usual);
+}
+
 TEST_F(ManualWindowTest, OpensAtTheDialogsPageByF1AndGoesWithTheDialog) {
     App();
     {

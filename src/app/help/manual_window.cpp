@@ -2,10 +2,14 @@
 
 #include <QDesktopServices>
 #include <QFileInfo>
+#include <QImage>
+#include <QScrollBar>
 #include <QShortcut>
 #include <QSplitter>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <algorithm>
+#include <cmath>
 #include <map>
 
 #include "app/help/manual_pages.h"
@@ -36,8 +40,18 @@ class PageBrowser : public QTextBrowser {
 
     QVariant loadResource(int type, const QUrl& url) override {
         const QFileInfo file(url.path());
+        if (file.suffix() == QLatin1String("png")) return PictureOf(url);
         if (file.suffix() != QLatin1String("md")) return QTextBrowser::loadResource(type, url);
         return TextOfPage(file.completeBaseName()).toUtf8();
+    }
+
+  private:
+    // A pixel of it is one of the screen's, or a square of them: between two numbers its texts
+    // would be blurred.
+    QVariant PictureOf(const QUrl& url) const {
+        QImage picture(u':' + document()->baseUrl().resolved(url).path());
+        picture.setDevicePixelRatio(devicePixelRatioF() / std::floor(devicePixelRatioF()));
+        return picture;
     }
 };
 
@@ -50,11 +64,9 @@ ManualWindow::ManualWindow(QWidget* parent)
       page_(new PageBrowser(this)) {
     setWindowTitle(tr("Sonavel Manual"));
     setObjectName(QStringLiteral("Manual"));
-    resize(kManualSize);
     auto* splitter = new QSplitter(this);
     splitter->addWidget(MakeContents());
     splitter->addWidget(MakePageSide());
-    splitter->setSizes({kContentsWidth, kManualSize.width() - kContentsWidth});
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(splitter);
@@ -63,6 +75,23 @@ ManualWindow::ManualWindow(QWidget* parent)
     auto* close = new QShortcut(Qt::Key_Escape, this);
     connect(close, &QShortcut::activated, this, &QWidget::close);
     FillContents(PagesWith({}));
+    // All titles whole, in any size of the desktop's texts.
+    const int contents = std::max(kContentsWidth, WidthOfContents());
+    const int page = kManualSize.width() - kContentsWidth;
+    resize(contents + page, kManualSize.height());
+    splitter->setSizes({contents, page});
+}
+
+int ManualWindow::WidthOfContents() const {
+    constexpr int kDepth = 2;
+    constexpr int kAroundTitles = 12;
+    int widest = 0;
+    for (const ManualPage& page : ManualPages())
+        widest = std::max(
+            widest, contents_->fontMetrics().horizontalAdvance(QString::fromUtf8(page.title)));
+    const QMargins around = contents_->parentWidget()->layout()->contentsMargins();
+    return widest + kDepth * contents_->indentation() + kAroundTitles + around.left() +
+           around.right() + contents_->verticalScrollBar()->sizeHint().width();
 }
 
 QWidget* ManualWindow::MakeContents() {
@@ -129,6 +158,7 @@ void ManualWindow::FillContents(const QStringList& names) {
             group->setFlags(Qt::ItemIsEnabled);
         }
         auto* item = new QTreeWidgetItem(group, {QString::fromUtf8(page.title)});
+        item->setToolTip(0, item->text(0));
         item->setData(0, Qt::UserRole, QString::fromLatin1(page.name));
     }
     contents_->expandAll();

@@ -22,6 +22,7 @@ class ManualWindow : public QWidget {
   private:
     QWidget* MakeContents();
     QWidget* MakePageSide();
+    int WidthOfContents() const;
     void FillContents(const QStringList& names);
     void Search(const QString& words);
     void TakeItem(const QTreeWidgetItem* item);
