@@ -3,6 +3,7 @@
 import array
 import os
 import subprocess
+import sys
 import threading
 import time
 
@@ -11,9 +12,9 @@ from editor_driver import bounded, key, wait_for
 
 START_FRAMES = sounds.RATE // 10  # the device takes its first frames at no steady pace
 LEAST_GAP_FRAMES = 64  # of silence; half of them pass where a sound begins anew, until it is at an ear
-
-
 ATTEMPTS = 4
+LEAST_CORE_SHARE = 0.7
+NOT_MEASURED = 77  # ctest takes it for skipped
 
 
 def measured_below(limit, measure):
@@ -22,8 +23,21 @@ def measured_below(limit, measure):
     for _ in range(ATTEMPTS):
         value = measure()
         if value < limit:
-            break
+            return value
+    if least_core_share() < LEAST_CORE_SHARE:
+        print("the machine is too busy to measure what is heard live")
+        sys.exit(NOT_MEASURED)
     return value
+
+
+def least_core_share():
+    """How much of a core a process gets, at least, when one for each wants a whole one."""
+    spin = ("import time; began, used = time.monotonic(), time.process_time()\n"
+            "while time.monotonic() - began < 0.5: pass\n"
+            "print((time.process_time() - used) / 0.5)")
+    runs = [subprocess.Popen(bounded(sys.executable, "-c", spin), stdout=subprocess.PIPE)
+            for _ in range(os.cpu_count())]
+    return min(float(run.communicate(timeout=30)[0]) for run in runs)
 
 
 class Listener:
