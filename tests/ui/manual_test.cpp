@@ -70,6 +70,18 @@ TEST(Manual, IsSearchedForAllWordsInWhateverCase) {
     EXPECT_TRUE(PagesWith(QStringLiteral("tremolo zebra")).isEmpty());
 }
 
+TEST(Manual, ASearchOpensThePageThatIsAboutIt) {
+    TestApplication();
+    const auto opened = [](const char* words, const char* current) {
+        return PageToOpen(QString::fromLatin1(words), QString::fromLatin1(current)).toStdString();
+    };
+    EXPECT_EQ(opened("dynamics", "index"), "effect-dynamics");
+    EXPECT_EQ(opened("hearing SPACE", "space"), "hearing-in-space");
+    EXPECT_EQ(opened("tremolo sine", "index"), "effect-modulator");
+    EXPECT_EQ(opened("tremolo zebra", "keys"), "keys");
+    EXPECT_EQ(opened("", "keys"), "keys");
+}
+
 // "Edit > Marker > List" and the key beside it, of every item below a menu.
 void CollectItems(const QWidget& menu, const QString& above, QMap<QString, QString>& keys) {
     for (const QAction* action : menu.actions()) {

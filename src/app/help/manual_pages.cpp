@@ -107,6 +107,12 @@ QString PageOfClassOf(const QMetaObject* meta) {
     return {};
 }
 
+bool HasAll(const QString& text, const QString& words) {
+    return std::ranges::all_of(words.split(u' ', Qt::SkipEmptyParts), [&](const QString& word) {
+        return text.contains(word, Qt::CaseInsensitive);
+    });
+}
+
 }  // namespace
 
 std::span<const ManualPage> ManualPages() {
@@ -125,16 +131,23 @@ QString TextOfPage(const QString& name) {
 }
 
 QStringList PagesWith(const QString& words) {
-    const QStringList wanted = words.split(u' ', Qt::SkipEmptyParts);
     QStringList found;
     for (const ManualPage& page : kPages) {
-        const QString text = TextOfPage(QString::fromLatin1(page.name));
-        const auto has = [&text](const QString& word) {
-            return text.contains(word, Qt::CaseInsensitive);
-        };
-        if (std::ranges::all_of(wanted, has)) found << QString::fromLatin1(page.name);
+        const QString name = QString::fromLatin1(page.name);
+        if (HasAll(TextOfPage(name), words)) found << name;
     }
     return found;
+}
+
+QString PageToOpen(const QString& words, const QString& current) {
+    const QStringList found = PagesWith(words);
+    QStringList titled;
+    for (const ManualPage& page : kPages) {
+        const QString name = QString::fromLatin1(page.name);
+        if (found.contains(name) && HasAll(QString::fromUtf8(page.title), words)) titled << name;
+    }
+    const QStringList& best = titled.isEmpty() ? found : titled;
+    return best.isEmpty() || best.contains(current) ? current : best.front();
 }
 
 QString PageOfWindow(const QWidget* window) {

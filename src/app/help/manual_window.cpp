@@ -166,10 +166,9 @@ void ManualWindow::FillContents(const QStringList& names) {
 }
 
 void ManualWindow::Search(const QString& words) {
-    const QStringList names = PagesWith(words);
-    FillContents(names);
-    if (!names.isEmpty() && !names.contains(CurrentPage()))
-        page_->setSource(UrlOfPage(names.front()));
+    FillContents(PagesWith(words));
+    const QString found = PageToOpen(words, CurrentPage());
+    if (found != CurrentPage()) page_->setSource(UrlOfPage(found));
     const QStringList single = words.split(u' ', Qt::SkipEmptyParts);
     if (single.isEmpty()) return;
     page_->moveCursor(QTextCursor::Start);
