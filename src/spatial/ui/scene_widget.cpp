@@ -22,6 +22,7 @@ constexpr float kRoomRound = 1.16f;
 constexpr double kKeyPixels = 20;
 constexpr int kWheelStep = 120;
 constexpr int kFocusFrame = 2;  // pixels
+constexpr int kUpMs = 200;      // until a window is surely up
 
 QSurfaceFormat SceneFormat() {
     QSurfaceFormat format = QSurfaceFormat::defaultFormat();
@@ -135,6 +136,16 @@ void SceneWidget::resizeEvent(QResizeEvent* event) {
 void SceneWidget::showEvent(QShowEvent* event) {
     QOpenGLWidget::showEvent(event);
     QTimer::singleShot(0, this, &SceneWidget::TellIfUndrawn);
+    QTimer::singleShot(kUpMs, this, &SceneWidget::DrawAnew);
+}
+
+// Once in some hundred times what is drawn while the window comes up is lost, and the scene would
+// stay black, however often it is drawn, until it has another size and with that other memory.
+void SceneWidget::DrawAnew() {
+    if (!isVisible()) return;
+    QResizeEvent sameSize(size(), size());
+    QOpenGLWidget::resizeEvent(&sameSize);
+    update();
 }
 
 void SceneWidget::TellIfUndrawn() {

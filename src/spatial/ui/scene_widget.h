@@ -59,6 +59,7 @@ class SceneWidget : public QOpenGLWidget {
     void BeginMove(const QPointF& pixel);
     void DragTo(const QPointF& pixel, Qt::KeyboardModifiers modifiers);
     void TellIfUndrawn();
+    void DrawAnew();
     void ReleaseDisplay();
 
     SceneContent content_;
