@@ -128,6 +128,8 @@ class ScarceMemory {
   public:
     explicit ScarceMemory(std::size_t bytesLeft) {
         void* left = std::malloc(bytesLeft);
+        // An unused block would never be taken.
+        if (left) *static_cast<volatile char*>(left) = 0;
         limit_.emplace(0);
         for (std::size_t size = std::size_t{1} << 24; size >= kLeastBlock; size /= 4)
             while (void* block = std::malloc(size)) {
