@@ -41,7 +41,7 @@ def share_of_highlight(pixels):
 
 
 def is_drawn(scene):
-    """A busy display may leave a window's scene black."""
+    """And not black."""
     x, y, width, height = scene.screen_area()
     pixels = pixels_of_screen("root", f"{width}x{height}+{x}+{y}")
     return len({pixels[at:at + 3] for at in range(0, len(pixels), 3)}) >= LEAST_COLOURS
@@ -57,11 +57,11 @@ def tab_to(scene):
 
 def visit(editor, letter, title):
     editor.activate()
-    repeat_until(title, lambda: key("Escape", "alt+d", letter),
-                 lambda: editor.windows(f"^{title}$") and is_drawn(scene_in(title)), seconds=8)
+    repeat_until(title, lambda: key("Escape", "alt+d", letter), lambda: editor.windows(f"^{title}$"), seconds=8)
     window = editor.wait_dialog(f"^{title}$")
     editor.activate(window)
     scene = scene_in(title)
+    wait_for("the scene to be drawn", lambda: is_drawn(scene))
     if scene.has("FOCUSED"):
         key("Tab")
         wait_for("the scene to lose the keyboard", lambda: not scene.has("FOCUSED"))

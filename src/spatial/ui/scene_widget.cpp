@@ -22,7 +22,6 @@ constexpr float kRoomRound = 1.16f;
 constexpr double kKeyPixels = 20;
 constexpr int kWheelStep = 120;
 constexpr int kFocusFrame = 2;  // pixels
-constexpr int kUpMs = 200;      // until a window is surely up
 
 QSurfaceFormat SceneFormat() {
     QSurfaceFormat format = QSurfaceFormat::defaultFormat();
@@ -94,6 +93,7 @@ void SceneWidget::initializeGL() {
 }
 
 void SceneWidget::ReleaseDisplay() {
+    drawnSize_ = QSize();
     if (!renderer_) return;
     makeCurrent();
     renderer_.reset();
@@ -129,23 +129,18 @@ void SceneWidget::resizeEvent(QResizeEvent* event) {
     // The base class paints within its own handling, so the camera has to know the size before.
     camera_.SetViewport(size());
     FitIfUntouched();
-    QOpenGLWidget::resizeEvent(event);
+    // While the window is laid out, it may have no size for a moment. Of the size that it had
+    // before the base class would then draw into other memory, and show that which it had: black.
+    if (!size().isEmpty() && size() != drawnSize_) {
+        QOpenGLWidget::resizeEvent(event);
+        drawnSize_ = isValid() ? size() : QSize();
+    }
     update();
 }
 
 void SceneWidget::showEvent(QShowEvent* event) {
     QOpenGLWidget::showEvent(event);
     QTimer::singleShot(0, this, &SceneWidget::TellIfUndrawn);
-    QTimer::singleShot(kUpMs, this, &SceneWidget::DrawAnew);
-}
-
-// Once in some hundred times what is drawn while the window comes up is lost, and the scene would
-// stay black, however often it is drawn, until it has another size and with that other memory.
-void SceneWidget::DrawAnew() {
-    if (!isVisible()) return;
-    QResizeEvent sameSize(size(), size());
-    QOpenGLWidget::resizeEvent(&sameSize);
-    update();
 }
 
 void SceneWidget::TellIfUndrawn() {

@@ -4,6 +4,7 @@
 
 #include <QLabel>
 #include <QOpenGLWidget>
+#include <QSize>
 #include <memory>
 #include <optional>
 
@@ -59,7 +60,6 @@ class SceneWidget : public QOpenGLWidget {
     void BeginMove(const QPointF& pixel);
     void DragTo(const QPointF& pixel, Qt::KeyboardModifiers modifiers);
     void TellIfUndrawn();
-    void DrawAnew();
     void ReleaseDisplay();
 
     SceneContent content_;
@@ -73,6 +73,7 @@ class SceneWidget : public QOpenGLWidget {
     QVector3D grabbed_;   // where the point was when its drag began
     QPointF grabOffset_;  // from the pointer to the point
     std::unique_ptr<SceneRenderer> renderer_;
+    QSize drawnSize_;  // for which the base class has memory; empty: none
     QLabel* undrawn_;
 };
 
