@@ -30,10 +30,12 @@ class Beside {
         done_ = true;
     }
 
+    // Once before the work starts, so that what is cancelled by then has not come about meanwhile.
+    void Poll(const std::function<bool()>& poll) {
+        if (poll()) cancelled_ = true;
+    }
     void Watch(const std::function<bool()>& poll) {
-        do {
-            if (poll()) cancelled_ = true;
-        } while (!IsDoneSoon());
+        while (!IsDoneSoon()) Poll(poll);
     }
     bool WasCancelled() const { return cancelled_; }
 
@@ -55,6 +57,7 @@ class Beside {
 
 bool DoBeside(const std::function<bool()>& poll, const BesideWork& work) {
     Beside beside(work);
+    beside.Poll(poll);
     beside.Start();
     beside.Watch(poll);
     return !beside.WasCancelled();
