@@ -3,6 +3,7 @@
 
 #include <QDialogButtonBox>
 #include <QLineEdit>
+#include <QSettings>
 #include <QTest>
 #include <QTimer>
 
@@ -25,7 +26,12 @@ namespace {
 
 class PreferencesSheetTest : public ::testing::Test {
   protected:
-    PreferencesSheetTest() { TestApplication(); }
+    PreferencesSheetTest() {
+        TestApplication();
+        // The keys are the person's, and those who test are one, too.
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
+                           QString::fromStdString(files_.Path().string()));
+    }
 
     COptionSheet& Sheet() {
         if (!sheet_) {
