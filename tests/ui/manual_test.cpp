@@ -73,7 +73,8 @@ TEST(Manual, IsSearchedForAllWordsInWhateverCase) {
 TEST(Manual, ASearchOpensThePageThatIsAboutIt) {
     TestApplication();
     const auto opened = [](const char* words, const char* current) {
-        return PageToOpen(QString::fromLatin1(words), QString::fromLatin1(current)).toStdString();
+        const QString wanted = QString::fromLatin1(words);
+        return PageToOpen(PagesWith(wanted), wanted, QString::fromLatin1(current)).toStdString();
     };
     EXPECT_EQ(opened("dynamics", "index"), "effect-dynamics");
     EXPECT_EQ(opened("hearing SPACE", "space"), "hearing-in-space");

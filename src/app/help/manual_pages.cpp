@@ -139,8 +139,7 @@ QStringList PagesWith(const QString& words) {
     return found;
 }
 
-QString PageToOpen(const QString& words, const QString& current) {
-    const QStringList found = PagesWith(words);
+QString PageToOpen(const QStringList& found, const QString& words, const QString& current) {
     QStringList titled;
     for (const ManualPage& page : kPages) {
         const QString name = QString::fromLatin1(page.name);

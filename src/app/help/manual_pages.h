@@ -26,9 +26,9 @@ QString TextOfPage(const QString& name);
 // The names of the pages that hold each of these words, in capitals or not; of all pages when there
 // is no word.
 QStringList PagesWith(const QString& words);
-// The page that such a search opens, of those whose title has the words, or else of all it finds:
-// the current one where it is among them.
-QString PageToOpen(const QString& words, const QString& current);
+// The page that such a search opens, of those that it found whose title has the words, or else of
+// all: the current one where it is among them, and where none was found.
+QString PageToOpen(const QStringList& found, const QString& words, const QString& current);
 
 // The page about a dialog or another window; empty where there is none.
 QString PageOfWindow(const QWidget* window);

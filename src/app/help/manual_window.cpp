@@ -166,9 +166,10 @@ void ManualWindow::FillContents(const QStringList& names) {
 }
 
 void ManualWindow::Search(const QString& words) {
-    FillContents(PagesWith(words));
-    const QString found = PageToOpen(words, CurrentPage());
-    if (found != CurrentPage()) page_->setSource(UrlOfPage(found));
+    const QStringList found = PagesWith(words);
+    FillContents(found);
+    const QString page = PageToOpen(found, words, CurrentPage());
+    if (page != CurrentPage()) page_->setSource(UrlOfPage(page));
     const QStringList single = words.split(u' ', Qt::SkipEmptyParts);
     if (single.isEmpty()) return;
     page_->moveCursor(QTextCursor::Start);
