@@ -32,14 +32,17 @@ LogoWindow::LogoWindow(QWidget* parent)
 void LogoWindow::ShowWithin(QWidget& frame) {
     setParent(&frame, Qt::Widget);
     frame.installEventFilter(this);
-    move(frame.rect().center() - rect().center());
+    StandInTheMiddle();
     setVisible(true);
     raise();
 }
 
+void LogoWindow::StandInTheMiddle() {
+    move(parentWidget()->rect().center() - rect().center());
+}
+
 bool LogoWindow::eventFilter(QObject* object, QEvent* event) {
-    if (event->type() == QEvent::Resize && object == parentWidget())
-        move(parentWidget()->rect().center() - rect().center());
+    if (event->type() == QEvent::Resize && object == parentWidget()) StandInTheMiddle();
     return QDialog::eventFilter(object, event);
 }
 

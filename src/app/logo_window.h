@@ -35,6 +35,7 @@ class LogoWindow : public QDialog {
     void mousePressEvent(QMouseEvent* event) override;
 
   private:
+    void StandInTheMiddle();  // of the frame
     void ShowNext();
 
     std::vector<QPixmap> pictures_;
