@@ -6,8 +6,7 @@
 #include "meter/ui/play_meter.h"
 #include "platform/qt/device_line.h"
 #include "support/qt_test_application.h"
-#include "view/ui/qt_values.h"
-#include "view/ui/ruler_painter.h"
+#include "support/ruler_pictures.h"
 
 namespace sonavel {
 namespace {
@@ -54,13 +53,6 @@ std::multiset<int> Times(std::size_t count, int thickness) {
     return all;
 }
 
-ColourTable BlackOnWhite() {
-    ColourTable colours;
-    colours.Set(static_cast<std::size_t>(ColourSlot::kRulerBackground), {255, 255, 255});
-    colours.Set(static_cast<std::size_t>(ColourSlot::kRulerText), {0, 0, 0});
-    return colours;
-}
-
 TEST_P(DeviceLines, UprightAndLyingLinesHaveOneThicknessEverywhere) {
     const QImage image = Painted({60, 60}, [](QImage& target) {
         QPainter painter(&target);
@@ -103,29 +95,12 @@ TEST_P(DeviceLines, AFrameReachesTheEdgesOfItsArea) {
 }
 
 TEST_P(DeviceLines, TicksOfTheRulers) {
-    const QImage times = Painted({600, 20}, [](QImage& image) {
-        QPainter painter(&image);
-        HorizontalRulerRequest request;
-        request.area = {0, 0, 600, 20};
-        request.map = PixelMap(441000, {0, 600, 601, 0});
-        request.samplesPerSecond = 44100;
-        request.cursor = -1;
-        PaintHorizontalRuler(painter, request, BlackOnWhite());
-    });
+    const QImage times = Painted({600, 20}, [](QImage& image) { PaintTimes(image); });
     const auto ticks = Thicknesses(times, {0, 1}, {1, 0}, Qt::black);
     EXPECT_EQ(ticks, Times(ticks.size(), Thickness()));
     EXPECT_GT(ticks.size(), 30u);
 
-    const QImage levels = Painted({20, 211}, [](QImage& image) {
-        const Rectangle lane{-100, 0, 0, 211};
-        QPainter painter(&image);
-        VerticalRulerRequest request;
-        request.area = {0, 0, 20, 211};
-        request.lanes = std::span(&lane, 1);
-        request.vertical = {0, 200, 201, 0};
-        request.fullScale = 65536;
-        PaintVerticalRuler(painter, request, BlackOnWhite());
-    });
+    const QImage levels = Painted({20, 211}, [](QImage& image) { PaintLevels(image, 211); });
     const auto steps = Thicknesses(levels, {qRound(2 * GetParam()), 0}, {0, 1}, Qt::black);
     EXPECT_EQ(steps, Times(steps.size(), Thickness()));
     EXPECT_GT(steps.size(), 15u);

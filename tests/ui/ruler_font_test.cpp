@@ -5,19 +5,14 @@
 #include <algorithm>
 
 #include "support/qt_test_application.h"
-#include "view/ui/qt_values.h"
-#include "view/ui/ruler_painter.h"
+#include "support/ruler_pictures.h"
 
 namespace sonavel {
 namespace {
 
 class RulerFonts : public ::testing::Test {
   protected:
-    RulerFonts() {
-        TestApplication();
-        colours_.Set(static_cast<std::size_t>(ColourSlot::kRulerBackground), {255, 255, 255});
-        colours_.Set(static_cast<std::size_t>(ColourSlot::kRulerText), {0, 0, 0});
-    }
+    RulerFonts() { TestApplication(); }
     ~RulerFonts() override { QApplication::setFont(usual_); }
 
     void UseDesktopFont(int pixels) {
@@ -26,33 +21,18 @@ class RulerFonts : public ::testing::Test {
         QApplication::setFont(font);
     }
 
-    // Of ten seconds, 600 pixels wide.
-    QImage TimeRuler() const {
+    static QImage TimeRuler() {
         QImage image(600, 20, QImage::Format_RGB32);
-        QPainter painter(&image);
-        HorizontalRulerRequest request;
-        request.area = {0, 0, 600, 20};
-        request.map = PixelMap(441000, {0, 600, 601, 0});
-        request.samplesPerSecond = 44100;
-        request.cursor = -1;
-        PaintHorizontalRuler(painter, request, colours_);
+        PaintTimes(image);
         return image;
     }
-    QImage LevelRuler() const {
-        const Rectangle lane{-100, 0, 0, 200};
+    static QImage LevelRuler() {
         QImage image(20, 200, QImage::Format_RGB32);
-        QPainter painter(&image);
-        VerticalRulerRequest request;
-        request.area = {0, 0, 20, 200};
-        request.lanes = std::span(&lane, 1);
-        request.vertical = {0, 200, 201, 0};
-        request.fullScale = 65536;
-        PaintVerticalRuler(painter, request, colours_);
+        PaintLevels(image, 200);
         return image;
     }
 
     QFont usual_ = QApplication::font();
-    ColourTable colours_;
 };
 
 int InkIn(const QImage& image, const QRect& area) {
